@@ -1,0 +1,60 @@
+#pragma once
+
+#include "ui/form.h"
+
+namespace tarvik {
+
+/// The pages of `tabMode`. The numbers never move, also when a page is switched off.
+enum Page : int { kPingPage, kNexalPage, kK7ApiPage, kK7SvcPage, kFtpPage, kPageCount };
+
+/// Every control and menu command of the main window, made in the order of the Tab key. Captions are the
+/// built-in English ones until the caption loader replaces them.
+struct Form1Controls {
+  explicit Form1Controls(ui::Form& form);
+
+  ui::MenuItem& mnuHelp;
+  ui::MenuItem& mnuHelpSub;
+  ui::MenuItem& mnuPMC;
+
+  ui::Label& lblIPAddr;
+  ui::ComboBox& cmbIPAddr;
+  ui::TabStrip& tabMode;
+
+  ui::Label& lblPingReqCount;
+  ui::TextBox& txtPingReqCount;
+  ui::Button& cmdPing;
+  ui::Button& cmdAllTest;
+
+  ui::Label& lblNxlibTimeOut;
+  ui::TextBox& txtNxlibTimeOut;
+  ui::Label& lblTcpPortNo;
+  ui::TextBox& txtTcpPortNo;
+  ui::CheckBox& chkAccessCode;
+  ui::Label& lblAccessCode;
+  ui::TextBox& txtAccessCode;
+  ui::Button& cmdGetInfo;
+
+  ui::Label& lblTestCount;
+  ui::TextBox& txtK7ApiTestCount;
+  ui::Button& cmdK7Api;
+
+  ui::Label& lblStatus;
+  ui::Label& lblK7ServerStatus;
+  ui::Label& lblPcUdpSetting;
+  ui::Label& lblK7UdpPortNo;
+  ui::Button& cmdStartK7Server;  ///< cmdStartStopK7Server, index 1
+  ui::Button& cmdStopK7Server;   ///< cmdStartStopK7Server, index 0
+  ui::Button& cmdK7ServerDebug;
+
+  ui::Label& lblFtpUsername;
+  ui::TextBox& txtFtpUsername;
+  ui::Label& lblFtpPasswd;
+  ui::TextBox& txtFtpPasswd;
+  ui::Button& cmdFtpConnect;
+  ui::Button& cmdAllFtpTest;
+
+  ui::Label& lblResult;
+  ui::ListBox& lstResult;
+};
+
+}  // namespace tarvik

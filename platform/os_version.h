@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace tarvik {
+
+/// OSVERSIONINFOA, the 148-byte version record of GetVersionExA.
+struct OsVersionRecord {
+  uint32_t size = 148;
+  uint32_t majorVersion = 0;
+  uint32_t minorVersion = 0;
+  uint32_t buildNumber = 0;
+  uint32_t platformId = 0;  ///< 1 = Windows 95/98, 2 = Windows NT
+  char servicePack[128] = {};
+};
+static_assert(sizeof(OsVersionRecord) == 148 && offsetof(OsVersionRecord, platformId) == 16);
+
+class OsVersion {
+ public:
+  virtual ~OsVersion() = default;
+
+  /// False when the version cannot be queried.
+  virtual bool GetVersionExA(OsVersionRecord& record) = 0;
+};
+
+}  // namespace tarvik

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tarvik {
+
+/// Profile (INI) files, read through kernel32.
+class ProfileStrings {
+ public:
+  virtual ~ProfileStrings() = default;
+
+  /// GetPrivateProfileStringA with an empty default: copies the value, cut to fit and NUL-terminated, into
+  /// `buffer` and returns its length without the NUL.
+  virtual uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
+                                            uint32_t bufferSize, const std::wstring& path) = 0;
+};
+
+}  // namespace tarvik

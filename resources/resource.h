@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/profile_strings.h"
+#include "ui/control.h"
+#include "ui/message_boxes.h"
+
+namespace tarvik {
+
+/// The texts of one language file, by number, and the way to put them onto controls.
+class Resource {
+ public:
+  Resource(Files& files, ProfileStrings& profile, CodePage& codePage, ui::MessageBoxes& boxes)
+      : files_(files), profile_(profile), codePage_(codePage), boxes_(boxes) {}
+
+  /// Looks for the language file of the locale id, then for the English one (1033). True when one was
+  /// found. Without a file the object stays usable: LoadString gives numbers in brackets.
+  bool Initialize(int32_t language, const std::wstring& commonDataFolder, const std::wstring& resName);
+
+  /// The text of the string; "(id)" when the file has none. The two characters "\n" of the file come back
+  /// as a real line break. Each number is looked up in the file once.
+  std::wstring LoadString(int32_t id);
+
+  /// Puts the string onto a control or menu item: its caption, the caption of tab `idx`, or a new item of
+  /// a combo box. A message box names a control that takes none of these.
+  void LoadRes(ui::Element& ctl, int32_t id, int16_t idx = 0);
+
+  /// Releases the cache and the file; the object can be initialised again.
+  void Terminate();
+
+  /// The language id in use: the one asked for, or 1033 after the fallback.
+  int32_t pLanguage() const { return language_; }
+
+  /// The last error of Initialize or LoadString; empty after a LoadString that found its text.
+  const std::wstring& pErrorText() const { return errorText_; }
+
+  /// Kept for callers of older releases; has no effect on the look-up.
+  bool pUsingOldResource = false;
+
+ private:
+  std::wstring PathFor(int32_t language) const;
+  std::wstring ReadString(int32_t id);
+
+  /// One string as it stands in the file.
+  struct clsRc {
+    int32_t id;
+    std::wstring text;
+  };
+
+  Files& files_;
+  ProfileStrings& profile_;
+  CodePage& codePage_;
+  ui::MessageBoxes& boxes_;
+  int32_t language_ = 0;
+  std::wstring commonDataFolder_;
+  std::wstring resName_;
+  std::wstring path_;
+  std::wstring errorText_;
+  std::map<std::wstring, clsRc> cache_;
+};
+
+}  // namespace tarvik

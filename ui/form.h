@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "ui/control.h"
+
+namespace tarvik::ui {
+
+enum class Pointer { Default, Hourglass };
+
+/// A page of a tab strip as the parent of a new control; kNoPage = the window itself.
+inline constexpr int kNoPage = -1;
+
+/// How a text box takes its text.
+enum class TextBoxStyle { Plain, Password };
+
+/// A top-level window and the maker of its controls. Controls live as long as their form and come in the
+/// order of the Tab key in which they are made. Ids are those of app/control_ids.h.
+class Form {
+ public:
+  virtual ~Form() = default;
+
+  virtual Label& AddLabel(int id, int page, const std::wstring& caption) = 0;
+  virtual Button& AddButton(int id, int page, const std::wstring& caption) = 0;
+  virtual CheckBox& AddCheckBox(int id, int page, const std::wstring& caption) = 0;
+  virtual TextBox& AddTextBox(int id, int page, TextBoxStyle style) = 0;
+  virtual ComboBox& AddComboBox(int id, int page) = 0;
+  virtual ListBox& AddListBox(int id, int page, const std::wstring& toolTip) = 0;
+  /// One strip a form; its pages are the parents of the controls with that page number.
+  virtual TabStrip& AddTabStrip(int id, int pageCount) = 0;
+  /// A menu in the menu bar.
+  virtual MenuItem& AddMenu(int id, const std::wstring& caption) = 0;
+  /// A command in a menu that AddMenu made.
+  virtual MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) = 0;
+
+  virtual void SetCaption(const std::wstring& caption) = 0;
+  virtual std::wstring Caption() const = 0;
+  virtual void Show() = 0;
+  virtual bool Visible() const = 0;
+  virtual void SetEnabled(bool enabled) = 0;
+  virtual bool Enabled() const = 0;
+  virtual bool Minimised() const = 0;
+  /// SetWindowPos with HWND_TOPMOST, SWP_NOMOVE and SWP_NOSIZE.
+  virtual void MakeTopmost() = 0;
+  virtual void SetPointer(Pointer pointer) = 0;
+  virtual Pointer CurrentPointer() const = 0;
+
+  /// Outer size of the window, in pixels of its present scaling.
+  virtual Size WindowSize() const = 0;
+  virtual void SetWindowSize(Size size) = 0;
+  virtual Size ClientSize() const = 0;
+  /// The user cannot drag the window below this outer size.
+  virtual void SetMinimumWindowSize(Size size) = 0;
+  /// Dots per inch of the monitor that the window is on; 96 = 100 percent.
+  virtual int Dpi() const = 0;
+  /// The height of one line of the message font; the unit of the layout's grid.
+  virtual int LineHeight() const = 0;
+
+  std::function<void()> onResize;
+  /// The scaling, the message font or the colours changed; controls have their new font already.
+  std::function<void()> onScalingChanged;
+  /// The user or the system asks to close; false refuses.
+  std::function<bool()> onQueryClose;
+  /// The window is about to be destroyed.
+  std::function<void()> onUnload;
+  /// The Esc key, wherever the focus is.
+  std::function<void()> onEscape;
+};
+
+}  // namespace tarvik::ui

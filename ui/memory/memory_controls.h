@@ -1,0 +1,216 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/runtime_error.h"
+#include "ui/control.h"
+
+// Controls without a window: they keep what they are told, so that the whole program runs as an ordinary
+// process. A test raises their events and reads their state.
+
+namespace tarvik::ui {
+
+/// Which control of a memory form has the focus.
+struct MemoryFocus {
+  Control* owner = nullptr;
+};
+
+/// What every memory control shares. Base is one of the control interfaces.
+template <typename Base>
+class MemoryElement : public Base {
+ public:
+  void SetCaption(const std::wstring& caption) override {
+    ThrowIfRefusing();
+    caption_ = caption;
+  }
+  std::wstring Caption() const override { return caption_; }
+  void SetVisible(bool visible) override {
+    ThrowIfRefusing();
+    visible_ = visible;
+  }
+  bool Visible() const override { return visible_; }
+  void SetEnabled(bool enabled) override {
+    ThrowIfRefusing();
+    enabled_ = enabled;
+  }
+  bool Enabled() const override { return enabled_; }
+
+  /// From now on the platform refuses every operation of this control.
+  bool refusing = false;
+
+ protected:
+  void ThrowIfRefusing() const {
+    if (refusing) throw RuntimeError(L"The control refuses the operation.");
+  }
+
+ private:
+  std::wstring caption_;
+  bool visible_ = true;
+  bool enabled_ = true;
+};
+
+template <typename Base>
+class MemoryControl : public MemoryElement<Base> {
+ public:
+  explicit MemoryControl(MemoryFocus& focus) : focus_(focus) {}
+  void SetFocus() override {
+    this->ThrowIfRefusing();
+    focus_.owner = this;
+  }
+  void SetBounds(const Rect& bounds) override { bounds_ = bounds; }
+  Rect Bounds() const override { return bounds_; }
+  /// A font whose letters are 7 wide and 15 high; full-width ones are 14 wide.
+  Size SizeFor(const std::wstring& caption) const override {
+    int width = 0;
+    for (const wchar_t letter : caption) width += letter == L'&' ? 0 : letter < 0x2E80 || letter >= 0xFF61 ? 7 : 14;
+    return {width + 12, 23};
+  }
+
+ protected:
+  MemoryFocus& focus_;
+
+ private:
+  Rect bounds_;
+};
+
+class MemoryLabel final : public MemoryControl<Label> {
+ public:
+  using MemoryControl::MemoryControl;
+};
+
+class MemoryButton final : public MemoryControl<Button> {
+ public:
+  using MemoryControl::MemoryControl;
+};
+
+class MemoryCheckBox final : public MemoryControl<CheckBox> {
+ public:
+  using MemoryControl::MemoryControl;
+  bool Checked() const override { return checked_; }
+  void SetChecked(bool checked) override {
+    ThrowIfRefusing();
+    if (checked == checked_) return;
+    checked_ = checked;
+    if (onClick) onClick();
+  }
+
+ private:
+  bool checked_ = false;
+};
+
+class MemoryTextBox final : public MemoryControl<TextBox> {
+ public:
+  using MemoryControl::MemoryControl;
+  std::wstring Text() const override { return text_; }
+  void SetText(const std::wstring& text) override {
+    ThrowIfRefusing();
+    text_ = text;
+  }
+  void SetPasswordMask(bool masked) override { masked_ = masked; }
+  bool PasswordMask() const override { return masked_; }
+  void SetSelection(int start, int length) override {
+    selectionStart = start;
+    selectionLength = length;
+  }
+
+  int selectionStart = 0;
+  int selectionLength = 0;
+
+ private:
+  std::wstring text_;
+  bool masked_ = false;
+};
+
+class MemoryComboBox final : public MemoryControl<ComboBox> {
+ public:
+  using MemoryControl::MemoryControl;
+  std::wstring Text() const override { return text_; }
+  void SetText(const std::wstring& text) override {
+    ThrowIfRefusing();
+    text_ = text;
+  }
+  int Count() const override { return static_cast<int>(items_.size()); }
+  std::wstring Item(int index) const override {
+    return index >= 0 && index < Count() ? items_[static_cast<size_t>(index)] : std::wstring();
+  }
+  void InsertItem(int index, const std::wstring& text) override {
+    ThrowIfRefusing();
+    if (index < 0 || index > Count()) throw RuntimeError(L"There is no such place in the list.");
+    items_.insert(items_.begin() + index, text);
+  }
+  void Clear() override {
+    items_.clear();
+    text_.clear();
+  }
+  void Select(int index) override {
+    if (index < 0 || index >= Count()) throw RuntimeError(L"There is no such item in the list.");
+    text_ = Item(index);
+  }
+
+ private:
+  std::wstring text_;
+  std::vector<std::wstring> items_;
+};
+
+class MemoryListBox final : public MemoryControl<ListBox> {
+ public:
+  using MemoryControl::MemoryControl;
+  int Count() const override { return static_cast<int>(lines.size()); }
+  std::wstring Item(int index) const override {
+    return index >= 0 && index < Count() ? lines[static_cast<size_t>(index)] : std::wstring();
+  }
+  void AddItem(const std::wstring& text) override {
+    ThrowIfRefusing();
+    lines.push_back(text);
+  }
+  void Clear() override {
+    ThrowIfRefusing();
+    lines.clear();
+    selected_ = -1;
+  }
+  void Select(int index) override { selected_ = index; }
+  int SelectedIndex() const override { return selected_; }
+  int ClientWidth() const override { return clientWidth; }
+  void SetHorizontalExtent(int pixels) override { horizontalExtent = pixels; }
+  void SetRedraw(bool redraw) override { redrawing = redraw; }
+
+  std::vector<std::wstring> lines;
+  int clientWidth = 500;
+  int horizontalExtent = 0;
+  bool redrawing = true;
+
+ private:
+  int selected_ = -1;
+};
+
+class MemoryTabStrip final : public MemoryControl<TabStrip> {
+ public:
+  MemoryTabStrip(MemoryFocus& focus, int pageCount)
+      : MemoryControl(focus), captions_(static_cast<size_t>(pageCount)), on_(static_cast<size_t>(pageCount), true) {}
+  int PageCount() const override { return static_cast<int>(captions_.size()); }
+  void SetPageCaption(int page, const std::wstring& caption) override {
+    ThrowIfRefusing();
+    captions_.at(static_cast<size_t>(page)) = caption;
+  }
+  std::wstring PageCaption(int page) const override { return captions_.at(static_cast<size_t>(page)); }
+  void SetPageOn(int page, bool on) override { on_.at(static_cast<size_t>(page)) = on; }
+  bool PageOn(int page) const override { return on_.at(static_cast<size_t>(page)); }
+  void BringToFront(int page) override {
+    if (!PageOn(page)) throw RuntimeError(L"The page is switched off.");
+    if (front_ == page) return;
+    front_ = page;
+    if (onPageFront) onPageFront(page);
+  }
+  int FrontPage() const override { return front_; }
+  Size FrameSize() const override { return {8, 30}; }
+
+ private:
+  std::vector<std::wstring> captions_;
+  std::vector<bool> on_;
+  int front_ = 0;
+};
+
+class MemoryMenuItem final : public MemoryElement<MenuItem> {};
+
+}  // namespace tarvik::ui

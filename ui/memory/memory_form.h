@@ -1,0 +1,95 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "ui/form.h"
+#include "ui/memory/memory_controls.h"
+
+namespace tarvik::ui {
+
+/// A form without a window. A test reaches its controls by their ids and raises what a user would.
+class MemoryForm final : public Form {
+ public:
+  Label& AddLabel(int id, int page, const std::wstring& caption) override;
+  Button& AddButton(int id, int page, const std::wstring& caption) override;
+  CheckBox& AddCheckBox(int id, int page, const std::wstring& caption) override;
+  TextBox& AddTextBox(int id, int page, TextBoxStyle style) override;
+  ComboBox& AddComboBox(int id, int page) override;
+  ListBox& AddListBox(int id, int page, const std::wstring& toolTip) override;
+  TabStrip& AddTabStrip(int id, int pageCount) override;
+  MenuItem& AddMenu(int id, const std::wstring& caption) override;
+  MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
+
+  void SetCaption(const std::wstring& caption) override { caption_ = caption; }
+  std::wstring Caption() const override { return caption_; }
+  void Show() override { visible_ = true; }
+  bool Visible() const override { return visible_; }
+  void SetEnabled(bool enabled) override { enabled_ = enabled; }
+  bool Enabled() const override { return enabled_; }
+  bool Minimised() const override { return minimised; }
+  void MakeTopmost() override { topmost = true; }
+  void SetPointer(Pointer pointer) override { pointer_ = pointer; }
+  Pointer CurrentPointer() const override { return pointer_; }
+  Size WindowSize() const override { return windowSize_; }
+  void SetWindowSize(Size size) override;
+  Size ClientSize() const override { return {windowSize_.width - 16, windowSize_.height - 60}; }
+  void SetMinimumWindowSize(Size size) override { minimumWindowSize = size; }
+  int Dpi() const override { return dpi; }
+  int LineHeight() const override { return 15; }
+
+  /// The control with the id. The type must be its own.
+  template <typename MemoryType>
+  MemoryType& Get(int id) const {
+    return dynamic_cast<MemoryType&>(*elements_.at(id));
+  }
+  /// True when a control or menu item has the id.
+  bool Has(int id) const { return elements_.contains(id); }
+  /// The ids in the order of the Tab key.
+  const std::vector<int>& Order() const { return order_; }
+  /// The page that a control is on; kNoPage = the window itself.
+  int PageOf(int id) const { return pages_.at(id); }
+  /// The tool tip of the list box.
+  const std::wstring& ToolTip() const { return toolTip_; }
+  /// The control that has the focus, or null.
+  Control* Focus() const { return focus_.owner; }
+
+  /// What a user does when Tab or the mouse leads from a text box to another control: asks the box, and
+  /// moves the focus when it agrees.
+  bool MoveFocus(TextBox& from, Control& to);
+
+  /// Presses a key in the control; returns false when it was swallowed.
+  template <typename WithKeyPress>
+  static bool PressKey(WithKeyPress& control, wchar_t key) {
+    auto keyAscii = static_cast<int16_t>(key);
+    if (control.onKeyPress) control.onKeyPress(keyAscii);
+    return keyAscii != 0;
+  }
+
+  /// The user asks to close. True when the form unloaded.
+  bool Close();
+
+  bool topmost = false;
+  bool minimised = false;
+  bool unloaded = false;
+  int dpi = 96;
+  Size minimumWindowSize;
+
+ private:
+  template <typename MemoryType, typename... Arguments>
+  MemoryType& Add(int id, int page, Arguments&&... arguments);
+
+  std::map<int, std::unique_ptr<Element>> elements_;
+  std::map<int, int> pages_;
+  std::vector<int> order_;
+  MemoryFocus focus_;
+  std::wstring caption_;
+  std::wstring toolTip_;
+  bool visible_ = false;
+  bool enabled_ = true;
+  Pointer pointer_ = Pointer::Default;
+  Size windowSize_{400, 300};
+};
+
+}  // namespace tarvik::ui

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+namespace tarvik::ui {
+
+enum class BoxIcon { None, Exclamation, Critical };
+
+/// Modal message boxes over the main window. An empty title stands for the default title, the program's.
+class MessageBoxes {
+ public:
+  virtual ~MessageBoxes() = default;
+
+  /// A box with an OK button; returns when the user has closed it.
+  virtual void Show(const std::wstring& text, BoxIcon icon = BoxIcon::None, const std::wstring& title = {}) = 0;
+
+  /// A system-modal box with an OK button and the critical icon.
+  virtual void ShowSystemModal(const std::wstring& text) = 0;
+
+  /// A box with Yes and No and the exclamation icon; true for Yes. Esc and the close button mean No.
+  virtual bool AskYesNo(const std::wstring& text, bool defaultIsNo, const std::wstring& title = {}) = 0;
+};
+
+}  // namespace tarvik::ui
