@@ -90,7 +90,7 @@ std::array<BoxPtr, kPageCount> Pages(const Grid& grid, Form1Controls& c) {
 
 }  // namespace
 
-void LayOutForm1(ui::Form& form, Form1Controls& c) {
+ui::Size LayOutForm1(ui::Form& form, Form1Controls& c) {
   const int line = form.LineHeight();
   const Grid grid{std::max(1, (line + 1) / 3)};
   const int margin = grid.far();
@@ -129,9 +129,7 @@ void LayOutForm1(ui::Form& form, Form1Controls& c) {
 
   const ui::Size window = form.WindowSize();
   const ui::Size client = form.ClientSize();
-  const ui::Size design{width + 2 * margin + window.width - client.width, y + window.height - client.height};
-  form.SetMinimumWindowSize(design);
-  form.SetWindowSize(design);
+  return {width + 2 * margin + window.width - client.width, y + window.height - client.height};
 }
 
 }  // namespace tarvik

@@ -26,7 +26,7 @@ class Process {
  public:
   struct Options {
     Environment environment;
-    std::string workingFolder;  ///< empty = this process' own
+    std::string workingFolder;      ///< empty = this process' own
     bool errorsWithOutput = false;  ///< standard error goes where the output goes, otherwise nowhere
     bool outlivesOwner = false;     ///< is left alone when this process dies; in a session of its own
   };

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <thread>
+#include <utility>
 
 #include "lab/process.h"
 
@@ -19,6 +20,11 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 std::string SystemError(const std::string& what) { return what + ": " + std::strerror(errno); }
+
+void Close(int& file) {
+  if (file >= 0) close(file);
+  file = -1;
+}
 
 struct Pipe {
   int read = -1;
@@ -30,12 +36,13 @@ struct Pipe {
     read = ends[0];
     write = ends[1];
   }
+  Pipe(const Pipe&) = delete;
+  Pipe& operator=(const Pipe&) = delete;
+  ~Pipe() {
+    Close(read);
+    Close(write);
+  }
 };
-
-void Close(int& file) {
-  if (file >= 0) close(file);
-  file = -1;
-}
 
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
@@ -72,8 +79,7 @@ std::string FindProgram(const std::string& name) {
 
 }  // namespace
 
-Process::Process(const std::vector<std::string>& arguments, const Options& options)
-    : name_(arguments.at(0)) {
+Process::Process(const std::vector<std::string>& arguments, const Options& options) : name_(arguments.at(0)) {
   const std::string program = FindProgram(name_);
   std::vector<std::string> argumentTexts = arguments;
   std::vector<std::string> variableTexts = WithOwnEnvironment(options.environment);
@@ -104,10 +110,8 @@ Process::Process(const std::vector<std::string>& arguments, const Options& optio
     _exit(127);
   }
   if (!options.outlivesOwner) setpgid(id_, id_);  // whichever of the two processes runs first
-  Close(input.read);
-  Close(output.write);
-  input_ = input.write;
-  output_ = output.read;
+  input_ = std::exchange(input.write, -1);
+  output_ = std::exchange(output.read, -1);
 }
 
 Process::~Process() {
@@ -141,8 +145,11 @@ bool Process::ReadMore(Clock::time_point deadline) {
   while (true) {
     const auto left = std::chrono::duration_cast<milliseconds>(deadline - Clock::now()).count();
     if (left <= 0) throw LabError(name_ + " has not answered in time");
+    // Servers that the program left behind may keep its output open, so its end is looked for as well.
+    const bool ended = Wait(milliseconds(0)).has_value();
     pollfd waiting = {output_, POLLIN, 0};
-    const int ready = poll(&waiting, 1, static_cast<int>(std::min<long long>(left, 60000)));
+    const int ready = poll(&waiting, 1, ended ? 0 : static_cast<int>(std::min<long long>(left, 100)));
+    if (ready <= 0 && ended) return false;
     if (ready <= 0) continue;
     char bytes[4096];
     const ssize_t count = read(output_, bytes, sizeof bytes);

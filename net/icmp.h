@@ -42,9 +42,9 @@ class IcmpLibrary {
 
   /// Sends one echo and waits for the replies, `timeout` milliseconds at most. The number of reply records
   /// in `reply`; 0 = none, GetLastError tells why.
-  virtual uint32_t IcmpSendEcho(Handle handle, uint32_t address, const void* requestData, uint16_t requestSize,
-                                const IpOptionInformation* requestOptions, void* reply, uint32_t replySize,
-                                uint32_t timeout) = 0;
+  virtual uint32_t IcmpSendEcho(Handle handle, uint32_t address, const void* requestData,
+                                uint16_t requestSize, const IpOptionInformation* requestOptions, void* reply,
+                                uint32_t replySize, uint32_t timeout) = 0;
 
   /// Not 0 on success.
   virtual int32_t IcmpCloseHandle(Handle handle) = 0;

@@ -3,27 +3,27 @@
 namespace tarvik {
 
 bool Win32IcmpLibrary::LoadFrom(const wchar_t* name) {
-  if (!library_.Load(name)) return false;
+  library_.Load(name);
   createFile_ = library_.Find<CreateFileFunction>("IcmpCreateFile");
   sendEcho_ = library_.Find<SendEchoFunction>("IcmpSendEcho");
   closeHandle_ = library_.Find<CloseHandleFunction>("IcmpCloseHandle");
+  return IsLoaded();
+}
+
+bool Win32IcmpLibrary::IsLoaded() const {
   return createFile_ != nullptr && sendEcho_ != nullptr && closeHandle_ != nullptr;
 }
 
-bool Win32IcmpLibrary::Load() {
-  // ICMP.DLL is gone from the newest Windows, where iphlpapi has the same three calls.
-  return LoadFrom(L"ICMP.DLL") || LoadFrom(L"iphlpapi.dll");
-}
-
 IcmpLibrary::Handle Win32IcmpLibrary::IcmpCreateFile() {
-  if (!Load()) return 0;
+  // ICMP.DLL is gone from the newest Windows, where iphlpapi has the same three calls.
+  if (!IsLoaded() && !LoadFrom(L"ICMP.DLL") && !LoadFrom(L"iphlpapi.dll")) return 0;
   return std::bit_cast<Handle>(createFile_());
 }
 
 uint32_t Win32IcmpLibrary::IcmpSendEcho(Handle handle, uint32_t address, const void* requestData,
                                         uint16_t requestSize, const IpOptionInformation* requestOptions,
                                         void* reply, uint32_t replySize, uint32_t timeout) {
-  if (sendEcho_ == nullptr) {
+  if (!IsLoaded()) {
     ::SetLastError(ERROR_MOD_NOT_FOUND);
     return 0;
   }
@@ -33,7 +33,7 @@ uint32_t Win32IcmpLibrary::IcmpSendEcho(Handle handle, uint32_t address, const v
 }
 
 int32_t Win32IcmpLibrary::IcmpCloseHandle(Handle handle) {
-  return closeHandle_ == nullptr ? FALSE : closeHandle_(std::bit_cast<HANDLE>(handle));
+  return !IsLoaded() ? FALSE : closeHandle_(std::bit_cast<HANDLE>(handle));
 }
 
 uint32_t Win32IcmpLibrary::GetLastError() { return ::GetLastError(); }

@@ -20,7 +20,7 @@ class Win32IcmpLibrary final : public IcmpLibrary {
   using SendEchoFunction = DWORD(WINAPI*)(HANDLE, ULONG, void*, WORD, void*, void*, DWORD, DWORD);
   using CloseHandleFunction = BOOL(WINAPI*)(HANDLE);
 
-  bool Load();
+  bool IsLoaded() const;
   bool LoadFrom(const wchar_t* name);
 
   SystemLibrary library_;

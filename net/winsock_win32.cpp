@@ -58,9 +58,9 @@ int Win32Winsock::WSAIoctl(Socket socket, uint32_t controlCode, void* in, uint32
                            uint32_t outSize, uint32_t* bytesReturned, void* overlapped,
                            void* completionRoutine) {
   DWORD returned = 0;
-  const int result =
-      ::WSAIoctl(socket, controlCode, in, inSize, out, outSize, &returned, static_cast<OVERLAPPED*>(overlapped),
-                 std::bit_cast<LPWSAOVERLAPPED_COMPLETION_ROUTINE>(completionRoutine));
+  const int result = ::WSAIoctl(socket, controlCode, in, inSize, out, outSize, &returned,
+                                static_cast<OVERLAPPED*>(overlapped),
+                                std::bit_cast<LPWSAOVERLAPPED_COMPLETION_ROUTINE>(completionRoutine));
   *bytesReturned = returned;
   return result;
 }

@@ -1,0 +1,137 @@
+#include "app/form1.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "app/form1_layout.h"
+#include "app/input_filters.h"
+#include "platform/runtime_error.h"
+
+namespace tarvik {
+namespace {
+
+constexpr int16_t kEnter = 13;
+constexpr int16_t kAccessCodeDigits = 8;
+constexpr float kTwipsPerInch = 1440;
+
+}  // namespace
+
+Form1::Form1(Form1Ground ground)
+    : ground_(std::move(ground)),
+      controls_(ground_.form),
+      results_(controls_.lstResult),
+      resource_(ground_.files, ground_.profile, ground_.codePage, ground_.boxes) {
+  TakeDesignSize(LayOutForm1(ground_.form, controls_));
+  WireEvents();
+}
+
+void Form1::Guarded(const std::function<void()>& handler) {
+  try {
+    handler();
+  } catch (const RuntimeError& error) {
+    ground_.boxes.Show(error.Text(), ui::BoxIcon::Critical);
+  }
+}
+
+void Form1::WireEvents() {
+  const auto on = [this](void (Form1::*handler)()) { return [this, handler] { Guarded([&] { (this->*handler)(); }); }; };
+  ground_.form.onResize = on(&Form1::Form_Resize);
+  ground_.form.onScalingChanged = on(&Form1::LayOutAgain);
+  ground_.form.onQueryClose = [this] { return Form_QueryUnload(); };
+  ground_.form.onUnload = on(&Form1::Form_Unload);
+  ground_.form.onEscape = on(&Form1::Form_Escape);
+  controls_.cmdPing.onClick = on(&Form1::cmdPing_Click);
+  controls_.cmdAllTest.onClick = on(&Form1::cmdAllTest_Click);
+  controls_.cmdAllFtpTest.onClick = on(&Form1::cmdAllFtpTest_Click);
+  controls_.chkAccessCode.onClick = on(&Form1::chkAccessCode_Click);
+  controls_.lstResult.onDoubleClick = on(&Form1::lstResult_DblClick);
+
+  controls_.cmbIPAddr.onKeyDown = [this](int16_t keyCode, int16_t shift) {
+    Guarded([&] { cmbIPAddr_KeyDown(keyCode, shift); });
+  };
+  controls_.cmbIPAddr.onKeyPress = [this](int16_t& key) {
+    KeyPress_HostRange(key, controls_.cmbIPAddr, ground_.codePage);
+  };
+  controls_.txtAccessCode.onKeyPress = [this](int16_t& key) {
+    KeyPress_NumRange(key, controls_.txtAccessCode, kAccessCodeDigits, ground_.codePage);
+  };
+  controls_.txtPingReqCount.onValidate = [this] { return txtPingReqCount_Validate(); };
+  for (ui::TextBox* const box : {&controls_.txtTcpPortNo, &controls_.txtPingReqCount, &controls_.txtNxlibTimeOut,
+                                 &controls_.txtK7ApiTestCount})
+    box->onGotFocus = [this, box] { Guarded([&] { TextBoxSellAll(*box); }); };
+}
+
+void Form1::Form_Resize() {
+  if (ground_.form.Minimised()) return;
+  const ui::Size window = ground_.form.WindowSize();
+  const ui::Size least{Pixels(initialWindowWidth_), Pixels(initialWindowHeight_)};
+  if (window.width < least.width) {
+    ground_.form.SetWindowSize({least.width, window.height});
+    return;
+  }
+  if (window.height < least.height) {
+    ground_.form.SetWindowSize({window.width, least.height});
+    return;
+  }
+  ui::Rect list = controls_.lstResult.Bounds();
+  list.width = window.width - (least.width - Pixels(initialListWidth_));
+  list.height = window.height - (least.height - Pixels(initialListHeight_));
+  controls_.lstResult.SetBounds(list);
+}
+
+void Form1::TakeDesignSize(ui::Size design) {
+  const ui::Size window = ground_.form.WindowSize();
+  ground_.form.SetMinimumWindowSize(design);
+  ground_.form.SetWindowSize({std::max(window.width, design.width), std::max(window.height, design.height)});
+}
+
+void Form1::LayOutAgain() {
+  const ui::Size design = LayOutForm1(ground_.form, controls_);
+  RecordInitialSizes(design);
+  TakeDesignSize(design);
+  Form_Resize();
+}
+
+void Form1::RecordInitialSizes(ui::Size window) {
+  const ui::Rect list = controls_.lstResult.Bounds();
+  initialListHeight_ = Twips(list.height);
+  initialListWidth_ = Twips(list.width);
+  initialWindowHeight_ = Twips(window.height);
+  initialWindowWidth_ = Twips(window.width);
+}
+
+float Form1::Twips(int pixels) const {
+  return static_cast<float>(pixels) * kTwipsPerInch / static_cast<float>(ground_.form.Dpi());
+}
+
+int Form1::Pixels(float twips) const {
+  return static_cast<int>(std::lround(twips * static_cast<float>(ground_.form.Dpi()) / kTwipsPerInch));
+}
+
+void Form1::cmbIPAddr_KeyDown(int16_t keyCode, int16_t shift) {
+  if (keyCode == kEnter && shift == 0) cmdPing_Click();
+}
+
+void Form1::chkAccessCode_Click() { controls_.txtAccessCode.SetEnabled(controls_.chkAccessCode.Checked()); }
+
+void Form1::lstResult_DblClick() {
+  if (TestOptionMask(kPasteMode)) {
+    results_.ShowPasted(ground_.clipboard.GetText());
+    return;
+  }
+  ground_.clipboard.Clear();
+  ground_.clipboard.SetText(results_.AllLines());
+}
+
+bool Form1::txtPingReqCount_Validate() {
+  if (IsPingCount(controls_.txtPingReqCount.Text())) return true;
+  ground_.boxes.Show(L"0 to 2147483647 is required");
+  return false;
+}
+
+void Form1::Form_Escape() {
+  if (ground_.flags.busy) ground_.flags.stopRequested = true;
+}
+
+}  // namespace tarvik

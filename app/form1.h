@@ -1,0 +1,154 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "app/command_line.h"
+#include "app/configuration_library.h"
+#include "app/form1_controls.h"
+#include "app/option_mask.h"
+#include "app/result_list.h"
+#include "app/run_flags.h"
+#include "app/secret_decoder.h"
+#include "net/icmp.h"
+#include "net/reachability_check.h"
+#include "net/winsock.h"
+#include "platform/clipboard.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/os_version.h"
+#include "platform/processes.h"
+#include "platform/profile_strings.h"
+#include "platform/settings_store.h"
+#include "resources/messages.h"
+#include "resources/resource.h"
+#include "ui/form.h"
+#include "ui/message_boxes.h"
+#include "ui/pump.h"
+
+namespace tarvik {
+
+/// What the main window stands on. Everything outlives the window.
+struct Form1Ground {
+  ui::Form& form;
+  ui::MessageBoxes& boxes;
+  ui::Pump& pump;
+  RunFlags& flags;  ///< the pump's stop request is `flags.stopRequested`
+  ConfigurationLibrary& configuration;
+  TxCodec& txCodec;
+  Winsock& winsock;
+  IcmpLibrary& icmp;
+  IpHelper& ipHelper;
+  OsVersion& osVersion;
+  Files& files;
+  Processes& processes;
+  CodePage& codePage;
+  ProfileStrings& profile;
+  SettingsStore& settings;
+  Clipboard& clipboard;
+  std::wstring programFolder;       ///< without a backslash at its end
+  std::wstring commandLine;         ///< the text behind the program's name
+  int32_t windowsLanguage = 1033;   ///< the user's Windows language as a locale id
+  bool familyEdition = true;        ///< value of the product-family switch
+};
+
+/// The main window: every control, flag and event handler of the program.
+class Form1 {
+ public:
+  explicit Form1(Form1Ground ground);
+  Form1(const Form1&) = delete;
+  Form1& operator=(const Form1&) = delete;
+
+  /// Everything from the configuration library to the auto-run. The caller shows the window afterwards,
+  /// unless the auto-run has shown it.
+  void Form_Load();
+
+  /// True when every one of the bits is set in the option mask.
+  bool TestOptionMask(uint32_t mask) const { return optionMask_.Test(mask); }
+  /// Adds the bits to the option mask.
+  void SetOptionMask(uint32_t mask) { optionMask_.Set(mask); }
+  bool IsOptionMask_HideK7Test() const { return TestOptionMask(kFamilyMode); }
+
+  /// The ladder: the reachability check, then, by bits of the option mask, the other tests, up to the first
+  /// that fails. While a run is active it raises the stop request instead. True when every rung passed.
+  bool RunAllTests();
+
+ private:
+  // Event handlers
+  void Form_Resize();
+  bool Form_QueryUnload();
+  void Form_Unload();
+  void cmbIPAddr_KeyDown(int16_t keyCode, int16_t shift);
+  void cmdPing_Click();
+  void cmdAllTest_Click();
+  void cmdAllFtpTest_Click();
+  void chkAccessCode_Click();
+  void lstResult_DblClick();
+  bool txtPingReqCount_Validate();
+  void Form_Escape();
+
+  /// A run that a click or the command line begins. While it lives, closing is refused and cmdPing offers
+  /// the stop; its end clears the flags and restores the caption, however the run ended.
+  class OutermostRun {
+   public:
+    explicit OutermostRun(Form1& form);
+    ~OutermostRun();
+
+   private:
+    Form1& form_;
+  };
+  /// Begins a run and calls `routine` in it; while one is active it raises the stop request instead.
+  bool RunOutermost(const std::function<bool()>& routine);
+
+  void WireEvents();
+  /// The event boundary: calls a handler and shows its RuntimeError in the standard error dialog.
+  void Guarded(const std::function<void()>& handler);
+  bool RunReachabilityCheck();
+
+  // Start-up, in the order in which Form_Load runs them
+  void ReadConfiguration();
+  void TakeProgramFolderAndLanguage();
+  void LoadLanguage();
+  bool StartSockets();
+  void OpenIcmp();
+  void ReadCommandLine();
+  void LoadCaptions();
+  void SwitchPages();
+  void PrefillNumbers();
+  void TakeTargetFromCommandLine();
+  void PrefillAccessCode();
+  void PrefillFtp();
+  std::wstring Decoded(const std::wstring& encoded, Message failure);
+
+  /// The least size of the window, which grows to it where it is smaller.
+  void TakeDesignSize(ui::Size design);
+  /// Keeps the list's size as laid out and the window's, from which the resize rule measures.
+  void RecordInitialSizes(ui::Size window);
+  /// Lays the window out anew and keeps its size where the user has made it larger.
+  void LayOutAgain();
+  float Twips(int pixels) const;
+  int Pixels(float twips) const;
+
+  Form1Ground ground_;
+  Form1Controls controls_;
+  ResultList results_;
+
+  Boolean16 productFamily_;
+  OptionMask optionMask_;
+  LanguageMode languageMode_ = kLanguageFile;
+  int32_t languageId_ = 0;
+  std::wstring commonDataFolder_;
+  Resource resource_;
+  Texts texts_{languageMode_, resource_};
+  CommandLineValues commandLine_;
+  IcmpLibrary::Handle icmpHandle_ = 0;
+  bool loading_ = false;
+
+  float initialListHeight_ = 0;
+  float initialListWidth_ = 0;
+  float initialWindowHeight_ = 0;
+  float initialWindowWidth_ = 0;
+};
+
+}  // namespace tarvik

@@ -1,0 +1,74 @@
+// The runs that a click or the command line begins.
+
+#include "app/address_history.h"
+#include "app/form1.h"
+#include "app/input_filters.h"
+#include "platform/runtime_error.h"
+
+namespace tarvik {
+namespace {
+
+/// The hourglass over the window for as long as it lives.
+class Hourglass {
+ public:
+  explicit Hourglass(ui::Form& form) : form_(form) { form_.SetPointer(ui::Pointer::Hourglass); }
+  ~Hourglass() { form_.SetPointer(ui::Pointer::Default); }
+  Hourglass(const Hourglass&) = delete;
+  Hourglass& operator=(const Hourglass&) = delete;
+
+ private:
+  ui::Form& form_;
+};
+
+}  // namespace
+
+Form1::OutermostRun::OutermostRun(Form1& form) : form_(form) {
+  form_.ground_.flags = {true, false};
+}
+
+Form1::OutermostRun::~OutermostRun() {
+  form_.ground_.flags = {};
+  try {
+    form_.controls_.cmdPing.SetCaption(RowOf(Message::PingButton).english);
+  } catch (const RuntimeError&) {
+    // The run has ended all the same; a caption is no reason to end the program.
+  }
+}
+
+bool Form1::RunOutermost(const std::function<bool()>& routine) {
+  if (ground_.flags.busy) {
+    ground_.flags.stopRequested = true;
+    return false;
+  }
+  const OutermostRun run(*this);
+  controls_.cmdPing.SetCaption(texts_.Get(Message::StopButton).value_or(std::wstring()));
+  return routine();
+}
+
+bool Form1::RunReachabilityCheck() {
+  const Hourglass hourglass(ground_.form);
+  const int32_t count = ToInt32(controls_.txtPingReqCount.Text(), controls_.lblPingReqCount.Caption());
+  return CheckReachability(
+      {results_, ground_.boxes, texts_, ground_.pump, ground_.winsock, ground_.icmp, icmpHandle_, ground_.ipHelper,
+       ground_.osVersion, ground_.files, ground_.processes, ground_.codePage, ground_.programFolder},
+      controls_.cmbIPAddr.Text(), count, [this] { AddHistoryIfNew(controls_.cmbIPAddr); });
+}
+
+bool Form1::RunAllTests() {
+  return RunOutermost([this] { return RunReachabilityCheck(); });
+}
+
+void Form1::cmdPing_Click() {
+  RunOutermost([this] { return RunReachabilityCheck(); });
+}
+
+void Form1::cmdAllTest_Click() {
+  SetOptionMask(productFamily_ ? kLibraryTest : kLibraryTest | kK7ApiTest);
+  RunAllTests();
+}
+
+void Form1::cmdAllFtpTest_Click() {
+  RunOutermost([this] { return RunReachabilityCheck(); });
+}
+
+}  // namespace tarvik

@@ -1,0 +1,170 @@
+// Start-up. The order of the steps is the program's contract with its callers and its language files.
+
+#include <string_view>
+
+#include "app/address_history.h"
+#include "app/form1.h"
+#include "platform/fixed_buffer.h"
+#include "platform/text.h"
+
+namespace tarvik {
+namespace {
+
+constexpr wchar_t kProgramName[] = L"Tarvik.exe";
+constexpr wchar_t kSeparator[] = L"-----";
+constexpr int32_t kJapanese = 1041;
+constexpr int32_t kEnglish = 1033;
+constexpr int16_t kListExtentFactor = 3;
+
+/// True while it lives: the window cannot be closed under its own start-up.
+class Loading {
+ public:
+  explicit Loading(bool& loading) : loading_(loading) { loading_ = true; }
+  ~Loading() { loading_ = false; }
+  Loading(const Loading&) = delete;
+  Loading& operator=(const Loading&) = delete;
+
+ private:
+  bool& loading_;
+};
+
+}  // namespace
+
+void Form1::Form_Load() {
+  const Loading loading(loading_);
+  productFamily_ = ground_.familyEdition;
+  controls_.mnuPMC.SetVisible(false);
+  RecordInitialSizes(ground_.form.WindowSize());
+  ReadConfiguration();
+  LoadLanguage();
+  if (!StartSockets()) return;
+  OpenIcmp();
+  if (productFamily_) SetOptionMask(kFamilyMode);
+  ReadCommandLine();
+  if (TestOptionMask(kClearPasswords)) {
+    controls_.txtAccessCode.SetPasswordMask(false);
+    controls_.txtFtpPasswd.SetPasswordMask(false);
+  }
+  LoadCaptions();
+  LayOutAgain();
+  SwitchPages();
+  LoadHistory(controls_.cmbIPAddr, ground_.settings);
+  PrefillNumbers();
+  if (TestOptionMask(kTopmost)) ground_.form.MakeTopmost();
+  if (!commandLine_.targetHost.empty()) TakeTargetFromCommandLine();
+  SetListExtent(controls_.lstResult, kListExtentFactor);
+}
+
+void Form1::TakeProgramFolderAndLanguage() {
+  commonDataFolder_ = ground_.programFolder;
+  languageId_ = ground_.windowsLanguage == kJapanese ? kJapanese : kEnglish;
+}
+
+void Form1::ReadConfiguration() {
+  if (!productFamily_) {
+    TakeProgramFolderAndLanguage();
+    return;
+  }
+  languageMode_ = kLanguageFile;
+  char folder[512] = {};
+  int32_t result = -1;
+  if (ground_.configuration.Available()) {
+    ground_.configuration.Initialize();
+    languageId_ = ground_.configuration.GetLanguage();
+    ground_.configuration.Terminate();
+    result = ground_.configuration.GetCommonDataFolder2(folder, sizeof folder - 1);
+    commonDataFolder_ = ground_.codePage.FromAnsi(TrimNull(std::string_view(folder, sizeof folder)));
+  } else {
+    TakeProgramFolderAndLanguage();
+  }
+  if (result != 0) ground_.boxes.Show(L"GetCommonDataFolder2 Error");
+}
+
+void Form1::LoadLanguage() {
+  if (!resource_.Initialize(languageId_, commonDataFolder_, kProgramName))
+    ground_.boxes.Show(L"Loading language data is failed\r\n" + resource_.pErrorText());
+}
+
+bool Form1::StartSockets() {
+  WsaData data;
+  const int result = ground_.winsock.WSAStartup(Winsock::kVersion11, data);
+  const auto text = [this](const char* field, size_t size) {
+    return ground_.codePage.FromAnsi(TrimNull(std::string_view(field, size)));
+  };
+  // Read as a signed 16-bit number, as version 1.1 of the interface declares it; what is not greater than
+  // zero is shown as its unsigned reading, so that "no limit" reads 65536.
+  const auto datagram = static_cast<int16_t>(data.iMaxUdpDg);
+  results_.AddToList(L"szDescription:" + text(data.szDescription, sizeof data.szDescription));
+  results_.AddToList(L"szSystemStatus:" + text(data.szSystemStatus, sizeof data.szSystemStatus));
+  results_.AddToList(L"iMaxSockets:" + Decimal(data.iMaxSockets));
+  results_.AddToList(L"iMaxUdpDg:" + Decimal(datagram > 0 ? datagram : datagram + 65536));
+  results_.AddToList(L"lpVendorInfo:" + Decimal(data.lpVendorInfo));
+  results_.AddToList(kSeparator);
+  return result != -1;
+}
+
+void Form1::OpenIcmp() {
+  icmpHandle_ = ground_.icmp.IcmpCreateFile();
+  if (icmpHandle_ != 0) return;
+  results_.AddToList(L"ICMPCreateFile Error");
+  results_.AddToList(kSeparator);
+}
+
+void Form1::ReadCommandLine() {
+  ParseCommandLine(ground_.commandLine, commandLine_, optionMask_, languageMode_, [this](int32_t language) {
+    languageId_ = language;
+    resource_.Terminate();
+    resource_.Initialize(languageId_, commonDataFolder_, kProgramName);
+  });
+}
+
+void Form1::SwitchPages() {
+  if (!TestOptionMask(kFamilyMode)) return;
+  controls_.tabMode.SetPageOn(kK7ApiPage, false);
+  controls_.tabMode.SetPageOn(kK7SvcPage, false);
+}
+
+void Form1::PrefillNumbers() {
+  const auto prefill = [](ui::TextBox& box, int16_t value) {
+    if (value > 0) box.SetText(Decimal(value));
+  };
+  prefill(controls_.txtPingReqCount, commandLine_.pingCount);
+  prefill(controls_.txtTcpPortNo, commandLine_.tcpPort);
+  prefill(controls_.txtNxlibTimeOut, commandLine_.libraryTimeOut);
+}
+
+void Form1::TakeTargetFromCommandLine() {
+  controls_.cmbIPAddr.SetText(commandLine_.targetHost);
+  AddHistoryIfNew(controls_.cmbIPAddr);
+  if (TestOptionMask(kLibraryTest)) PrefillAccessCode();
+  if (TestOptionMask(kFtpTest)) PrefillFtp();
+  ground_.form.Show();
+  ground_.pump.LetEventsRun();
+  controls_.cmdPing.SetFocus();
+  RunAllTests();
+}
+
+void Form1::PrefillAccessCode() {
+  controls_.tabMode.BringToFront(kPingPage);
+  ground_.pump.LetEventsRun();
+  controls_.chkAccessCode.SetChecked(false);
+  const std::wstring code = Decoded(commandLine_.accessCode, Message::AccessCodeUndecodable);
+  controls_.txtAccessCode.SetText(code);
+  controls_.chkAccessCode.SetChecked(!code.empty());
+}
+
+void Form1::PrefillFtp() {
+  controls_.tabMode.BringToFront(kFtpPage);
+  ground_.pump.LetEventsRun();
+  controls_.txtFtpUsername.SetText(commandLine_.ftpUser);
+  controls_.txtFtpPasswd.SetText(Decoded(commandLine_.ftpPassword, Message::PasswordUndecodable));
+}
+
+std::wstring Form1::Decoded(const std::wstring& encoded, Message failure) {
+  if (encoded.empty()) return {};
+  if (const auto text = DecodeSecret(encoded, ground_.txCodec, ground_.codePage)) return *text;
+  ground_.boxes.Show(resource_.LoadString(RowOf(failure).id));
+  return {};
+}
+
+}  // namespace tarvik

@@ -1,0 +1,68 @@
+// The process: everything it has one of lives here, is handed to the main window, and ends behind it.
+
+#include <string>
+
+#include "app/closed_libraries_win32.h"
+#include "app/form1.h"
+#include "net/icmp_win32.h"
+#include "net/ip_helper_win32.h"
+#include "net/winsock_win32.h"
+#include "platform/clipboard_win32.h"
+#include "platform/code_page_win32.h"
+#include "platform/files_win32.h"
+#include "platform/os_version_win32.h"
+#include "platform/processes_win32.h"
+#include "platform/profile_strings_win32.h"
+#include "platform/runtime_error.h"
+#include "platform/settings_store_win32.h"
+#include "platform/windows_win32.h"
+#include "ui/win32/form_win32.h"
+#include "ui/win32/message_boxes_win32.h"
+#include "ui/win32/pump_win32.h"
+
+namespace {
+
+using namespace tarvik;
+
+std::wstring ProgramFolder() {
+  std::wstring path(MAX_PATH, L'\0');
+  DWORD length = 0;
+  while ((length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) == path.size())
+    path.resize(2 * path.size());
+  path.resize(length);
+  return path.substr(0, path.rfind(L'\\'));
+}
+
+int Run() {
+  RunFlags flags;
+  ui::Win32Form form(L"Form1", ui::FormRole::Main);
+  ui::Win32MessageBoxes boxes(form);
+  ui::Win32Pump pump(form.Filter(), [&flags] { return static_cast<bool>(flags.stopRequested); });
+  Win32ConfigurationLibrary configuration;
+  Win32TxCodec txCodec;
+  Win32Winsock winsock;
+  Win32IcmpLibrary icmp;
+  Win32IpHelper ipHelper;
+  Win32OsVersion osVersion;
+  Win32Files files;
+  Win32Processes processes;
+  Win32CodePage codePage;
+  Win32ProfileStrings profile;
+  Win32SettingsStore settings;
+  Win32Clipboard clipboard(form.Window());
+  Form1 form1({form, boxes, pump, flags, configuration, txCodec, winsock, icmp, ipHelper, osVersion, files, processes,
+               codePage, profile, settings, clipboard, ProgramFolder(),
+               std::wstring(BehindProgramName(::GetCommandLineW())), ::GetUserDefaultLangID(),
+               TARVIK_FAMILY_EDITION != 0});
+  try {
+    form1.Form_Load();
+  } catch (const RuntimeError& error) {
+    boxes.Show(error.Text(), ui::BoxIcon::Critical);
+  }
+  form.Show();
+  return ui::RunMainLoop(form);
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) { return Run(); }

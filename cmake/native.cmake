@@ -1,0 +1,46 @@
+# The tests and the laboratory, compiled for this machine and run under the sanitizers.
+
+enable_testing()
+
+set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+target_compile_options(tarvik_settings INTERFACE ${sanitizers} -O1 -g)
+target_link_options(tarvik_settings INTERFACE ${sanitizers})
+
+add_library(tarvik_memory STATIC ui/memory/memory_form.cpp)
+target_link_libraries(tarvik_memory PUBLIC tarvik_core)
+
+set(INSTALL_GTEST OFF)
+add_subdirectory(/usr/src/googletest googletest EXCLUDE_FROM_ALL)
+foreach(library gtest gtest_main gmock gmock_main)
+  target_compile_options(${library} PRIVATE ${sanitizers} -Wno-error)
+endforeach()
+include(GoogleTest)
+
+file(GLOB native_tests CONFIGURE_DEPENDS tests/app/*.cpp tests/net/*.cpp tests/platform/*.cpp tests/resources/*.cpp
+     tests/ui/*.cpp tests/recorded/*.cpp)
+if(native_tests)
+  add_executable(native_tests ${native_tests})
+  target_compile_definitions(native_tests PRIVATE TARVIK_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
+  target_link_libraries(native_tests PRIVATE tarvik_memory gtest_main)
+  gtest_discover_tests(native_tests PROPERTIES LABELS native DISCOVERY_TIMEOUT 60)
+endif()
+
+# Each fuzzer starts from its corpus and runs for a bounded time.
+file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*.cpp)
+foreach(source ${fuzzers})
+  cmake_path(GET source STEM name)
+  add_executable(fuzz_${name} ${source})
+  target_compile_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+  target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+  target_link_libraries(fuzz_${name} PRIVATE tarvik_memory)
+  set(corpus ${CMAKE_BINARY_DIR}/corpus/${name})
+  file(MAKE_DIRECTORY ${corpus})
+  add_test(NAME fuzz_${name} COMMAND fuzz_${name} -max_total_time=10 -max_len=8192 -timeout=5 ${corpus})
+  set_tests_properties(fuzz_${name} PROPERTIES LABELS native)
+endforeach()
+
+foreach(folder lab tests/windows tests/lab)
+  if(EXISTS ${PROJECT_SOURCE_DIR}/${folder}/CMakeLists.txt)
+    add_subdirectory(${folder})
+  endif()
+endforeach()

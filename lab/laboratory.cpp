@@ -1,0 +1,183 @@
+#include "lab/laboratory.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+#include "lab/leavings.h"
+
+namespace tarvik::lab {
+namespace {
+
+constexpr Host kHosts[] = {Host::Pc, Host::Gateway, Host::Near, Host::Far};
+
+// The two sides of the switch.
+constexpr char kPcSide[] = "pcside";
+constexpr char kFarSide[] = "farside";
+constexpr char kSecondPcPort[] = "pc2";
+
+struct Plan {
+  const char* port;
+  const char* side;
+  const char* address;
+  const char* gateway;
+};
+
+Plan PlanOf(Host host) {
+  switch (host) {
+    case Host::Pc:
+      return {"pc", kPcSide, "192.168.1.10/24", kGatewayAddress};
+    case Host::Gateway:
+      return {"gateway", kPcSide, "192.168.1.1/24", ""};
+    case Host::Near:
+      return {"near", kPcSide, "192.168.1.100/24", kGatewayAddress};
+    case Host::Far:
+      break;
+  }
+  return {"far", kFarSide, "192.168.2.100/24", "192.168.2.1"};
+}
+
+void WriteFile(const std::string& path, const std::string& text) {
+  std::ofstream stream(path, std::ios::trunc);
+  stream << text;
+  if (!stream.flush()) throw LabError("Cannot write " + path);
+}
+
+std::string ConfigurationFolder(const std::string& name) { return "/etc/netns/" + name; }
+
+void IpIn(const std::string& name, std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), {"ip", "-n", name});
+  RunOrThrow(arguments);
+}
+
+}  // namespace
+
+std::optional<std::string> Laboratory::WhyNot() {
+  if (!IsRoot()) return "only root can make network namespaces";
+  const std::string name = UniqueName() + "-probe";
+  try {
+    const Finished made = Run({"ip", "netns", "add", name});
+    if (made.exitCode != 0) return "no network namespace can be made: " + made.output;
+    const Finished cable = Run({"ip", "-n", name, "link", "add", "a", "type", "veth", "peer", "name", "b"});
+    const Finished bridge = Run({"ip", "-n", name, "link", "add", "c", "type", "bridge"});
+    Run({"ip", "netns", "del", name});
+    if (cable.exitCode != 0) return "this kernel lays no virtual cables: " + cable.output;
+    if (bridge.exitCode != 0) return "this kernel has no bridges: " + bridge.output;
+  } catch (const LabError& error) {
+    return error.what();
+  }
+  return std::nullopt;
+}
+
+Laboratory::Laboratory(const std::string& cacheFolder) {
+  RemoveLeavingsWhenThisProcessEnds(std::filesystem::absolute(cacheFolder));
+  const std::string stem = UniqueName();
+  try {
+    switch_ = stem + "-switch";
+    AddNamespace(switch_);
+    for (const char* side : {kPcSide, kFarSide}) {
+      IpIn(switch_, {"link", "add", side, "type", "bridge"});
+      IpIn(switch_, {"link", "set", side, "up"});
+    }
+    for (const Host host : kHosts) {
+      const Plan plan = PlanOf(host);
+      names_[host] = stem + "-" + plan.port;
+      AddNamespace(names_[host]);
+      PlugIn(plan.port, names_[host], "eth0", plan.side);
+    }
+    PlugIn("gateway2", names_[Host::Gateway], "eth1", kFarSide);
+    IpIn(names_[Host::Gateway], {"address", "add", "192.168.2.1/24", "dev", "eth1"});
+    RunOrThrow(
+        {"ip", "netns", "exec", names_[Host::Gateway], "sh", "-c", "echo 1 >/proc/sys/net/ipv4/ip_forward"});
+    Reset();
+  } catch (...) {
+    Remove();
+    throw;
+  }
+}
+
+Laboratory::~Laboratory() { Remove(); }
+
+void Laboratory::Remove() {
+  for (const std::string& name : namespaces_) {
+    try {
+      Run({"ip", "netns", "del", name});
+      std::filesystem::remove_all(ConfigurationFolder(name));
+    } catch (const std::exception& error) {
+      std::fprintf(stderr, "%s\n", error.what());
+    }
+  }
+  namespaces_.clear();
+}
+
+void Laboratory::AddNamespace(const std::string& name) {
+  // Programs in the namespace find these files in the place of the machine's own: names are looked up
+  // nowhere but in the hosts file, so an unknown one is unknown at once.
+  std::filesystem::create_directories(ConfigurationFolder(name));
+  namespaces_.push_back(name);
+  WriteFile(ConfigurationFolder(name) + "/hosts", "127.0.0.1 localhost\n");
+  WriteFile(ConfigurationFolder(name) + "/nsswitch.conf", "hosts: files\n");
+  WriteFile(ConfigurationFolder(name) + "/resolv.conf", "");
+  RunOrThrow({"ip", "netns", "add", name});
+  IpIn(name, {"link", "set", "lo", "up"});
+}
+
+void Laboratory::PlugIn(const std::string& port, const std::string& name, const std::string& card,
+                        const std::string& bridge) const {
+  IpIn(switch_, {"link", "add", port, "type", "veth", "peer", "name", card, "netns", name});
+  IpIn(switch_, {"link", "set", port, "master", bridge, "up"});
+  IpIn(name, {"link", "set", card, "up"});
+}
+
+void Laboratory::Ip(Host host, const std::vector<std::string>& arguments) const {
+  IpIn(Namespace(host), arguments);
+}
+
+void Laboratory::SetCable(Host host, bool plugged) const {
+  IpIn(switch_, {"link", "set", PlanOf(host).port, plugged ? "up" : "down"});
+}
+
+void Laboratory::SetAddresses(Host host, const std::vector<std::string>& addresses) const {
+  Ip(host, {"-4", "address", "flush", "dev", "eth0"});
+  for (const std::string& address : addresses) Ip(host, {"address", "add", address, "dev", "eth0"});
+}
+
+void Laboratory::SetDefaultRoute(Host host, const std::string& gateway) const {
+  // Without one there is nothing to delete, and that is right too.
+  Run({"ip", "-n", Namespace(host), "route", "del", "default"});
+  if (!gateway.empty()) Ip(host, {"route", "add", "default", "via", gateway, "dev", "eth0", "onlink"});
+}
+
+void Laboratory::AddCardToPc(const std::string& address) const {
+  PlugIn(kSecondPcPort, Namespace(Host::Pc), "eth1", kPcSide);
+  Ip(Host::Pc, {"address", "add", address, "dev", "eth1"});
+}
+
+void Laboratory::SetHostNames(
+    Host host, const std::vector<std::pair<std::string, std::string>>& namesAndAddresses) const {
+  std::string text = "127.0.0.1 localhost\n";
+  for (const auto& [name, address] : namesAndAddresses) text += address + " " + name + "\n";
+  WriteFile(ConfigurationFolder(Namespace(host)) + "/hosts", text);
+}
+
+void Laboratory::SetFilter(Host host, const std::string& ruleset) const {
+  RunOrThrow({"ip", "netns", "exec", Namespace(host), "nft", "-f", "-"}, {},
+             "flush ruleset\n" + ruleset + "\n");
+}
+
+void Laboratory::Reset() const {
+  // The second card is not there most of the time.
+  Run({"ip", "-n", switch_, "link", "del", kSecondPcPort});
+  for (const Host host : kHosts) {
+    const Plan plan = PlanOf(host);
+    PlugCable(host);
+    SetAddresses(host, {plan.address});
+    SetDefaultRoute(host, plan.gateway);
+    SetHostNames(host, {});
+    SetFilter(host, "");
+    // What a host remembers of a neighbour that was away would outlive the fault.
+    Ip(host, {"neighbour", "flush", "all"});
+  }
+}
+
+}  // namespace tarvik::lab

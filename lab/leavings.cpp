@@ -1,0 +1,69 @@
+#include "lab/leavings.h"
+
+#include <filesystem>
+#include <set>
+
+#include "lab/process.h"
+
+namespace tarvik::lab {
+namespace {
+
+// $1 = the folder of all work folders, $2 = the process whose end is waited for: standard input ends with
+// it. A Wine server is ended through the prefix it serves, a process in a namespace by its id.
+constexpr char kWatcher[] = R"(
+runs=$1
+sweep() {
+  for prefix in "$runs/tv$1"-*/prefix; do
+    [ -d "$prefix" ] && WINEPREFIX=$prefix timeout 20 wineserver -k
+  done
+  for name in $(ip netns list | sed -n "s/^\(tv$1-[^ ]*\).*/\1/p"); do
+    ip netns pids "$name" | xargs -r kill -9
+    ip netns del "$name"
+    rm -rf "/etc/netns/$name"
+  done
+  rm -rf "$runs/tv$1"-*
+}
+for id in $({ ls "$runs"; ip netns list; } | sed -n 's/^tv\([0-9]*\)-.*/\1/p' | sort -u); do
+  [ -d "/proc/$id" ] || sweep "$id"
+done
+echo ready
+trap '' HUP INT TERM
+cat
+sweep "$2"
+)";
+
+std::string RunsFolder(const std::string& cacheFolder) { return cacheFolder + "/runs"; }
+
+}  // namespace
+
+void RemoveLeavingsWhenThisProcessEnds(const std::string& cacheFolder) {
+  static std::set<std::string> watched;
+  if (!watched.insert(cacheFolder).second) return;
+  std::filesystem::create_directories(RunsFolder(cacheFolder));
+  Process::Options options;
+  options.outlivesOwner = true;
+  // Never deleted: its input is closed by the end of this process, and only by that.
+  auto* watcher = new Process(
+      {"sh", "-c", kWatcher, "sh", RunsFolder(cacheFolder), std::to_string(OwnProcessId())}, options);
+  static std::set<Process*> watchers;
+  watchers.insert(watcher);
+  watcher->ReadLine(std::chrono::seconds(60));
+}
+
+std::string UniqueName() {
+  static int count = 0;
+  return "tv" + std::to_string(OwnProcessId()) + "-" + std::to_string(++count);
+}
+
+WorkFolder::WorkFolder(const std::string& cacheFolder) {
+  RemoveLeavingsWhenThisProcessEnds(cacheFolder);
+  path_ = RunsFolder(cacheFolder) + "/" + UniqueName();
+  std::filesystem::create_directory(path_);
+}
+
+WorkFolder::~WorkFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(path_, ignored);
+}
+
+}  // namespace tarvik::lab

@@ -1,0 +1,222 @@
+#include "lab/window_driver/driver_win32.h"
+
+namespace tarvik::lab {
+namespace {
+
+struct KeyName {
+  const wchar_t* name;
+  WORD key;
+};
+constexpr KeyName kKeyNames[] = {
+    {L"Tab", VK_TAB},      {L"Enter", VK_RETURN},  {L"Esc", VK_ESCAPE},  {L"Space", VK_SPACE},
+    {L"Back", VK_BACK},    {L"Delete", VK_DELETE}, {L"Up", VK_UP},       {L"Down", VK_DOWN},
+    {L"Left", VK_LEFT},    {L"Right", VK_RIGHT},   {L"Home", VK_HOME},   {L"End", VK_END},
+    {L"PageUp", VK_PRIOR}, {L"PageDown", VK_NEXT}, {L"Shift", VK_SHIFT}, {L"Ctrl", VK_CONTROL},
+    {L"Alt", VK_MENU},     {L"F4", VK_F4},         {L"F6", VK_F6},       {L"F10", VK_F10},
+    {L"F24", VK_F24},
+};
+
+/// The keys of a combination such as "Shift+Tab" or "Alt+P", in the order in which they go down.
+std::vector<WORD> KeysOf(const std::wstring& combination) {
+  std::vector<WORD> keys;
+  for (size_t start = 0; start <= combination.size();) {
+    const size_t end = std::min(combination.find(L'+', start), combination.size());
+    const std::wstring name = combination.substr(start, end - start);
+    start = end + 1;
+    WORD key = 0;
+    for (const KeyName& known : kKeyNames) {
+      if (name == known.name) key = known.key;
+    }
+    if (key == 0 && name.size() == 1) key = LOBYTE(VkKeyScanW(name[0]));
+    if (key == 0 && !name.empty()) throw CommandError("no such key: " + ToUtf8(name));
+    if (key != 0) keys.push_back(key);
+  }
+  return keys;
+}
+
+INPUT KeyInput(WORD key, bool up) {
+  INPUT input{};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = key;
+  input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+  input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
+  const bool extended = (key >= VK_PRIOR && key <= VK_DOWN) || key == VK_DELETE;
+  if (extended) input.ki.dwFlags |= KEYEVENTF_EXTENDEDKEY;
+  return input;
+}
+
+void Send(std::vector<INPUT> inputs) {
+  if (inputs.empty()) return;
+  if (SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) != inputs.size()) {
+    throw CommandError("the input was refused: error " + NumberText(GetLastError()));
+  }
+}
+
+/// Keys that stay down for as long as the object lives.
+class HeldKeys {
+ public:
+  explicit HeldKeys(std::vector<WORD> keys) : keys_(std::move(keys)) {
+    std::vector<INPUT> inputs;
+    for (const WORD key : keys_) inputs.push_back(KeyInput(key, false));
+    Send(inputs);
+  }
+  HeldKeys(const HeldKeys&) = delete;
+  HeldKeys& operator=(const HeldKeys&) = delete;
+  ~HeldKeys() {
+    std::vector<INPUT> inputs;
+    for (auto key = keys_.rbegin(); key != keys_.rend(); ++key) inputs.push_back(KeyInput(*key, true));
+    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+  }
+
+ private:
+  std::vector<WORD> keys_;
+};
+
+/// Shares the input state of a window's thread: its focus can be set and its view of the keys be read.
+class SharedInput {
+ public:
+  explicit SharedInput(HWND window)
+      : thread_(GetWindowThreadProcessId(window, nullptr)),
+        shared_(AttachThreadInput(GetCurrentThreadId(), thread_, TRUE) != FALSE) {
+    if (!shared_) throw CommandError("the window shares no input: error " + NumberText(GetLastError()));
+  }
+  SharedInput(const SharedInput&) = delete;
+  SharedInput& operator=(const SharedInput&) = delete;
+  ~SharedInput() { AttachThreadInput(GetCurrentThreadId(), thread_, FALSE); }
+
+ private:
+  DWORD thread_;
+  bool shared_;
+};
+
+/// Returns when the window's thread has taken everything that was posted or typed before: a key that no
+/// program uses is pressed, and its thread takes it only after all of that.
+void Settle(HWND window, int64_t timeOut) {
+  BringToForeground(window);
+  const SharedInput shared(window);
+  const auto toggled = [] { return (GetKeyState(VK_F24) & 1) != 0; };
+  const bool before = toggled();
+  Send({KeyInput(VK_F24, false), KeyInput(VK_F24, true)});
+  WaitFor(
+      timeOut, "end of the input", [&] { return toggled() != before; }, 1);
+}
+
+void GiveFocus(HWND control) {
+  BringToForeground(control);
+  const SharedInput shared(control);
+  ::SetFocus(control);
+}
+
+/// type <window> <id> <characters>
+Fields Type(const Arguments& arguments) {
+  const HWND control = arguments.Control(0);
+  GiveFocus(control);
+  // In a combo box the focus is in the edit field inside it, and so are the characters.
+  GUITHREADINFO information{};
+  information.cbSize = sizeof information;
+  GetGUIThreadInfo(GetWindowThreadProcessId(control, nullptr), &information);
+  const HWND taker = information.hwndFocus;
+  if (taker != control && !IsChild(control, taker)) throw CommandError("the control does not take the focus");
+  for (const wchar_t character : arguments.Text(2)) PostMessageW(taker, WM_CHAR, character, 1);
+  Settle(control, 15000);
+  return {};
+}
+
+/// keys <window> <combination>...
+Fields Keys(const Arguments& arguments) {
+  BringToForeground(arguments.Window(0));
+  const HeldKeys pressed(KeysOf(arguments.Text(1)));
+  return {};
+}
+
+/// click <window> <id> [<modifiers, such as Ctrl+Alt>]
+Fields Click(const Arguments& arguments) {
+  const HWND control = arguments.Control(0);
+  const std::vector<WORD> modifiers = KeysOf(arguments.Text(2));
+  if (modifiers.empty()) {
+    PostClick(control, CentreOf(control));
+    return {};
+  }
+  // Posted messages carry no modifiers that GetKeyState would see, so here the real mouse is moved.
+  BringToForeground(control);
+  POINT point = CentreOf(control);
+  ClientToScreen(control, &point);
+  SetCursorPos(point.x, point.y);
+  const HeldKeys held(modifiers);
+  INPUT press{};
+  press.type = INPUT_MOUSE;
+  press.mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+  INPUT release = press;
+  release.mi.dwFlags = MOUSEEVENTF_LEFTUP;
+  Send({press, release});
+  Settle(control, 15000);
+  return {};
+}
+
+Fields DoubleClick(const Arguments& arguments) {
+  const HWND control = arguments.Control(0);
+  const POINT point = CentreOf(control);
+  const LPARAM place = MAKELPARAM(point.x, point.y);
+  PostClick(control, point);
+  PostMessageW(control, WM_LBUTTONDBLCLK, MK_LBUTTON, place);
+  PostMessageW(control, WM_LBUTTONUP, 0, place);
+  return {};
+}
+
+/// measure_click <window> <id> <caption> <time-out> -> milliseconds until the control shows the caption
+Fields MeasureClick(const Arguments& arguments) {
+  const HWND control = arguments.Control(0);
+  const std::wstring caption = arguments.Text(2);
+  const double before = PreciseMilliseconds();
+  PostClick(control, CentreOf(control));
+  WaitFor(
+      arguments.Number(3), "caption " + ToUtf8(caption), [&] { return TextOf(control) == caption; }, 1);
+  return {MillisecondsText(PreciseMilliseconds() - before)};
+}
+
+}  // namespace
+
+void BringToForeground(HWND window) {
+  const HWND root = GetAncestor(window, GA_ROOT);
+  // A message box in front of its window keeps the foreground.
+  const HWND active = GetLastActivePopup(root);
+  if (GetForegroundWindow() == active) return;
+  SetForegroundWindow(active);
+  WaitFor(5000, "foreground", [active] { return GetForegroundWindow() == active; });
+}
+
+POINT CentreOf(HWND control) {
+  RECT rect;
+  GetClientRect(control, &rect);
+  return {rect.right / 2, rect.bottom / 2};
+}
+
+void PostClick(HWND control, POINT point) {
+  const LPARAM place = MAKELPARAM(point.x, point.y);
+  if (!PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, place) ||
+      !PostMessageW(control, WM_LBUTTONUP, 0, place)) {
+    throw CommandError("cannot click: error " + NumberText(GetLastError()));
+  }
+}
+
+void AddInputCommands() {
+  AddCommand("type", Type);
+  AddCommand("keys", Keys);
+  AddCommand("click", Click);
+  AddCommand("double_click", DoubleClick);
+  AddCommand("measure_click", MeasureClick);
+  AddCommand("set_focus", [](const Arguments& a) {
+    GiveFocus(a.Control(0));
+    return Fields{};
+  });
+  AddCommand("foreground", [](const Arguments& a) {
+    BringToForeground(a.Window(0));
+    return Fields{};
+  });
+  AddCommand("settle", [](const Arguments& a) {
+    Settle(a.Window(0), a.Number(1));
+    return Fields{};
+  });
+}
+
+}  // namespace tarvik::lab

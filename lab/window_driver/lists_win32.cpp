@@ -1,0 +1,179 @@
+#include <optional>
+
+#include "lab/window_driver/driver_win32.h"
+#include "lab/window_driver/remote_win32.h"
+// After windows.h.
+#include <commctrl.h>
+
+namespace tarvik::lab {
+namespace {
+
+/// The messages with which a kind of list tells its items.
+struct ListMessages {
+  UINT count;
+  UINT length;
+  UINT text;
+};
+constexpr ListMessages kListBox = {LB_GETCOUNT, LB_GETTEXTLEN, LB_GETTEXT};
+constexpr ListMessages kComboBox = {CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT};
+
+/// One item; nothing when the list was emptied meanwhile.
+std::optional<std::wstring> ItemOf(HWND list, const ListMessages& messages, LRESULT index) {
+  const LRESULT length = Ask(list, messages.length, static_cast<WPARAM>(index));
+  if (length < 0) return std::nullopt;
+  // Between the two questions the item may have become another, longer one.
+  std::wstring text(static_cast<size_t>(length) + 4096, L'\0');
+  const LRESULT count =
+      Ask(list, messages.text, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
+  if (count < 0) return std::nullopt;
+  text.resize(static_cast<size_t>(count));
+  return text;
+}
+
+Fields ItemsOf(HWND list, const ListMessages& messages) {
+  while (true) {
+    Fields fields;
+    const LRESULT count = Ask(list, messages.count);
+    for (LRESULT i = 0; i < count; ++i) {
+      const std::optional<std::wstring> item = ItemOf(list, messages, i);
+      if (!item) break;
+      fields.push_back(ToUtf8(*item));
+    }
+    if (fields.size() == static_cast<size_t>(count) && Ask(list, messages.count) == count) return fields;
+  }
+}
+
+std::optional<std::wstring> LastItemOf(HWND list) {
+  const LRESULT count = Ask(list, LB_GETCOUNT);
+  if (count <= 0) return std::nullopt;
+  return ItemOf(list, kListBox, count - 1);
+}
+
+/// wait_line <window> <id> <line> <time-out>: the list holds the line
+Fields WaitLine(const Arguments& arguments) {
+  const HWND list = arguments.Control(0);
+  const std::string wanted = ToUtf8(arguments.Text(2));
+  WaitFor(arguments.Number(3), "line " + wanted, [&] {
+    for (const std::string& line : ItemsOf(list, kListBox)) {
+      if (line == wanted) return true;
+    }
+    return false;
+  });
+  return {};
+}
+
+/// wait_last <window> <id> <line> <time-out>: the list ends with the line
+Fields WaitLast(const Arguments& arguments) {
+  const HWND list = arguments.Control(0);
+  const std::wstring wanted = arguments.Text(2);
+  WaitFor(arguments.Number(3), "last line " + ToUtf8(wanted), [&] { return LastItemOf(list) == wanted; });
+  return {};
+}
+
+/// wait_changed <window> <id> <count> <last line> <time-out>: the list is no longer as the caller saw it
+Fields WaitChanged(const Arguments& arguments) {
+  const HWND list = arguments.Control(0);
+  const int64_t count = arguments.Number(2);
+  const std::wstring last = arguments.Text(3);
+  WaitFor(arguments.Number(4), "change of the list", [&] {
+    return Ask(list, LB_GETCOUNT) != count || LastItemOf(list).value_or(std::wstring()) != last;
+  });
+  return {};
+}
+
+/// list_state <window> <id> -> lines, selected index, first line shown, width that can be scrolled over
+Fields ListState(const Arguments& arguments) {
+  const HWND list = arguments.Control(0);
+  return {NumberText(Ask(list, LB_GETCOUNT)), NumberText(static_cast<int>(Ask(list, LB_GETCURSEL))),
+          NumberText(Ask(list, LB_GETTOPINDEX)), NumberText(Ask(list, LB_GETHORIZONTALEXTENT))};
+}
+
+/// TCITEMW as a 32-bit or a 64-bit program has it; only what asking for the text needs.
+template <typename Pointer>
+struct TabItem {
+  UINT mask = TCIF_TEXT;
+  DWORD state = 0;
+  DWORD stateMask = 0;
+  Pointer text = 0;
+  int textSize = 0;
+  int image = 0;
+  Pointer parameter = 0;
+};
+
+template <typename Pointer>
+std::wstring TabCaption(HWND tabs, const RemoteProcess& process, LRESULT index) {
+  constexpr size_t kTextSize = 256;
+  const RemoteMemory memory(process, sizeof(TabItem<Pointer>) + kTextSize * sizeof(wchar_t));
+  TabItem<Pointer> item;
+  item.text = static_cast<Pointer>(memory.Address() + sizeof item);
+  item.textSize = static_cast<int>(kTextSize);
+  process.Write(memory.Address(), &item, sizeof item);
+  if (!Ask(tabs, TCM_GETITEMW, static_cast<WPARAM>(index), memory.Parameter())) {
+    throw CommandError("the tab tells no caption");
+  }
+  // The control may point to a text of its own instead of filling ours.
+  process.Read(memory.Address(), &item, sizeof item);
+  std::wstring text(kTextSize, L'\0');
+  process.Read(item.text, text.data(), (kTextSize - 1) * sizeof(wchar_t));
+  text.resize(text.find(L'\0'));
+  return text;
+}
+
+/// tabs <window> <id> -> front index, then the caption of each visible tab
+Fields Tabs(const Arguments& arguments) {
+  const HWND tabs = arguments.Control(0);
+  const RemoteProcess process(ProcessOf(tabs));
+  Fields fields = {NumberText(static_cast<int>(Ask(tabs, TCM_GETCURSEL)))};
+  const LRESULT count = Ask(tabs, TCM_GETITEMCOUNT);
+  for (LRESULT i = 0; i < count; ++i) {
+    fields.push_back(ToUtf8(process.Is32Bit() ? TabCaption<uint32_t>(tabs, process, i)
+                                              : TabCaption<uint64_t>(tabs, process, i)));
+  }
+  return fields;
+}
+
+/// select_tab <window> <id> <index among the visible tabs>: clicks it
+Fields SelectTab(const Arguments& arguments) {
+  const HWND tabs = arguments.Control(0);
+  const auto index = static_cast<WPARAM>(arguments.Number(2));
+  const RemoteProcess process(ProcessOf(tabs));
+  const RemoteMemory memory(process, sizeof(RECT));
+  if (!Ask(tabs, TCM_GETITEMRECT, index, memory.Parameter())) throw CommandError("no such tab");
+  RECT rect;
+  process.Read(memory.Address(), &rect, sizeof rect);
+  PostClick(tabs, {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2});
+  WaitFor(arguments.Number(3), "tab in front",
+          [&] { return Ask(tabs, TCM_GETCURSEL) == static_cast<LRESULT>(index); });
+  return {};
+}
+
+/// dpi <window> <dpi> <left> <top> <width> <height>: the window has come to a monitor of another scaling
+Fields ChangeDpi(const Arguments& arguments) {
+  const HWND window = arguments.Window(0);
+  const auto number = [&arguments](size_t index) { return static_cast<LONG>(arguments.Number(index)); };
+  const RECT suggested = {number(2), number(3), number(2) + number(4), number(3) + number(5)};
+  const RemoteProcess process(ProcessOf(window));
+  const RemoteMemory memory(process, sizeof suggested);
+  process.Write(memory.Address(), &suggested, sizeof suggested);
+  const auto dpi = static_cast<WORD>(number(1));
+  Ask(window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), memory.Parameter());
+  return {};
+}
+
+}  // namespace
+
+void AddListCommands() {
+  AddCommand("lines", [](const Arguments& a) { return ItemsOf(a.Control(0), kListBox); });
+  AddCommand("line_count",
+             [](const Arguments& a) { return Fields{NumberText(Ask(a.Control(0), LB_GETCOUNT))}; });
+  AddCommand("list_state", ListState);
+  AddCommand("wait_line", WaitLine);
+  AddCommand("wait_last", WaitLast);
+  AddCommand("wait_changed", WaitChanged);
+  AddCommand("combo_items", [](const Arguments& a) { return ItemsOf(a.Control(0), kComboBox); });
+  AddCommand("tabs", Tabs);
+  AddCommand("select_tab", SelectTab);
+  AddCommand("dpi", ChangeDpi);
+}
+
+}  // namespace tarvik::lab

@@ -1,0 +1,95 @@
+#include "net/ipconfig_command.h"
+
+#include <optional>
+
+#include "net/ipconfig_text.h"
+#include "platform/text.h"
+
+namespace tarvik {
+namespace {
+
+constexpr uint32_t kWaitMilliseconds = 500;
+constexpr int kPolls = 11;
+
+/// A file that is there only for the while.
+class ScratchFile {
+ public:
+  ScratchFile(Files& files, std::wstring path) : files_(files), path_(std::move(path)) {}
+  ScratchFile(const ScratchFile&) = delete;
+  ScratchFile& operator=(const ScratchFile&) = delete;
+  ~ScratchFile() {
+    if (files_.Exists(path_)) files_.Delete(path_);
+  }
+
+  const std::wstring& Path() const { return path_; }
+
+ private:
+  Files& files_;
+  std::wstring path_;
+};
+
+class QueriedProcess {
+ public:
+  QueriedProcess(Processes& processes, uint32_t processId)
+      : processes_(processes), handle_(processes.OpenProcess(Processes::kQueryInformation, processId)) {}
+  QueriedProcess(const QueriedProcess&) = delete;
+  QueriedProcess& operator=(const QueriedProcess&) = delete;
+  ~QueriedProcess() {
+    if (handle_ != 0) processes_.CloseHandle(handle_);
+  }
+
+  bool HasFinished() {
+    uint32_t code = 0;
+    return handle_ != 0 && processes_.GetExitCodeProcess(handle_, code) && code == 0;
+  }
+
+ private:
+  Processes& processes_;
+  Processes::Handle handle_;
+};
+
+/// False when the stop request is raised.
+bool Wait(ui::Pump& pump) {
+  pump.LetEventsRun();
+  if (!pump.StopRequested()) pump.Sleep(kWaitMilliseconds);
+  return !pump.StopRequested();
+}
+
+bool WriteBatchFile(const IpconfigTools& tools, const std::wstring& path, const std::wstring& outputPath) {
+  const std::string lines = "cd\\\r\nipconfig > \"" + tools.codePage.ToAnsi(outputPath) + "\"\r\n";
+  if (!tools.files.Write(path, lines)) return false;
+  while (!tools.files.Exists(path))
+    if (!Wait(tools.pump)) return false;
+  return true;
+}
+
+bool RunBatchFile(const IpconfigTools& tools, const std::wstring& path) {
+  const uint32_t processId = tools.processes.Shell(L"\"" + path + L"\"", StartWindow::Hidden);
+  if (processId == 0) return false;
+  {
+    QueriedProcess process(tools.processes, processId);
+    for (int i = 0; i < kPolls; ++i) {
+      if (!Wait(tools.pump)) return false;
+      if (process.HasFinished()) return true;
+    }
+  }
+  tools.boxes.Show(L"GetIPConfig:GetExitCodeProcess(tID=" + Decimal(processId) + L"), [" + path + L"]");
+  return false;
+}
+
+}  // namespace
+
+bool GetIPConfig(const IpconfigTools& tools, std::vector<LocalAddressRecord>& list) {
+  list.clear();
+  const std::wstring folder =
+      tools.programFolder.ends_with(L'\\') ? tools.programFolder : tools.programFolder + L"\\";
+  const ScratchFile output(tools.files, folder + L"ipconfig.txt");
+  const ScratchFile batch(tools.files, folder + L"ipconfig.bat");
+  if (!WriteBatchFile(tools, batch.Path(), output.Path()) || !RunBatchFile(tools, batch.Path())) return false;
+  const std::optional<std::string> text = tools.files.Read(output.Path());
+  if (!text) return false;
+  list = ParseIpconfigText(*text);
+  return true;
+}
+
+}  // namespace tarvik

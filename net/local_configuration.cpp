@@ -1,0 +1,35 @@
+#include "net/local_configuration.h"
+
+#include "net/gateways.h"
+#include "net/interface_list.h"
+
+namespace tarvik {
+namespace {
+
+constexpr uint32_t kPlatformWindows9x = 1;
+constexpr uint32_t kPlatformNt = 2;
+
+}  // namespace
+
+bool GetOsKind(OsVersion& osVersion, int16_t& kind) {
+  kind = kUnsupportedOs;
+  OsVersionRecord version;
+  if (!osVersion.GetVersionExA(version)) return false;
+  if (version.platformId == kPlatformWindows9x) kind = kWindows9x;
+  if (version.platformId == kPlatformNt && version.majorVersion == 4) kind = kWindowsNt4;
+  if (version.platformId == kPlatformNt && version.majorVersion > 4) kind = kWindowsNtLater;
+  return kind != kUnsupportedOs;
+}
+
+bool GetIpConfiguration(OsVersion& osVersion, Winsock& winsock, IpHelper& ipHelper,
+                        const IpconfigTools& ipconfig, std::vector<LocalAddressRecord>& list) {
+  int16_t kind = kUnsupportedOs;
+  if (!GetOsKind(osVersion, kind)) return false;
+  if (kind == kWindowsNt4) return GetIPConfig(ipconfig, list);
+  if (!GetInterfaceList(winsock, list)) return false;
+  if (FillGateways(ipHelper, list)) return true;
+  list.assign(1, {});
+  return false;
+}
+
+}  // namespace tarvik

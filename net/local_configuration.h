@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "net/ip_helper.h"
+#include "net/ipconfig_command.h"
+#include "net/local_address_record.h"
+#include "net/winsock.h"
+#include "platform/os_version.h"
+
+namespace tarvik {
+
+/// The kinds of Windows by which the way to the configuration differs.
+inline constexpr int16_t kUnsupportedOs = -1;
+inline constexpr int16_t kWindows9x = 0;
+inline constexpr int16_t kWindowsNt4 = 1;
+inline constexpr int16_t kWindowsNtLater = 2;
+
+/// False, with kUnsupportedOs, for every other system and when the version cannot be queried.
+bool GetOsKind(OsVersion& osVersion, int16_t& kind);
+
+/// The PC's own IPv4 addresses with their masks and gateways, in the order in which the system reports them,
+/// without the loopback address. False when they cannot be had.
+bool GetIpConfiguration(OsVersion& osVersion, Winsock& winsock, IpHelper& ipHelper,
+                        const IpconfigTools& ipconfig, std::vector<LocalAddressRecord>& list);
+
+}  // namespace tarvik

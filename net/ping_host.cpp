@@ -1,0 +1,112 @@
+#include "net/ping_host.h"
+
+#include <array>
+#include <cstring>
+
+#include "net/addresses.h"
+#include "net/winsock_error_text.h"
+#include "platform/runtime_error.h"
+#include "platform/text.h"
+
+namespace tarvik {
+namespace {
+
+constexpr size_t kRequestSize = 32;
+constexpr uint32_t kReplyBufferSize = 278;
+constexpr uint32_t kEchoTimeoutMilliseconds = 100;
+constexpr int kPausesPerEcho = 4;
+constexpr uint32_t kPauseMilliseconds = 250;
+
+struct StatusText {
+  uint32_t status;
+  const wchar_t* text;
+};
+
+constexpr StatusText kStatusTexts[] = {
+    {0, L""},
+    {11001, L"Buffer Too Small"},
+    {11002, L"Destination Net Unreachable"},
+    {11003, L"Destination Host Unreachable"},
+    {11004, L"Destination Protocol Unreachable"},
+    {11005, L"Destination Port Unreachable"},
+    {11006, L"No Resources"},
+    {11007, L"Bad Option"},
+    {11008, L"Hardware Error"},
+    {11009, L"Packet Too Big"},
+    {11010, L"Request Timed Out"},
+    {11011, L"Bad Request"},
+    {11012, L"Bad Route"},
+    {11013, L"TimeToLive Expired Transit"},
+    {11014, L"TimeToLive Expired Reassembly"},
+    {11015, L"Parameter Problem"},
+    {11016, L"Source Quench"},
+    {11017, L"Option Too Big"},
+    {11018, L"Bad Destination"},
+    {11032, L"Negotiating IPSEC"},
+    {11050, L"General Failure"},
+};
+
+/// Sends one echo and returns its line.
+std::wstring Echo(const PingTools& tools, uint32_t target, int64_t number, bool& answered) {
+  std::array<char, kRequestSize> request;
+  request.fill(' ');
+  alignas(IcmpEchoReply) std::array<std::byte, kReplyBufferSize> buffer{};
+  const uint32_t replies =
+      tools.icmp.IcmpSendEcho(tools.icmpHandle, target, request.data(), kRequestSize, nullptr, buffer.data(),
+                              kReplyBufferSize, kEchoTimeoutMilliseconds);
+  if (replies == 0) return L"ICMP_Error:" + Decimal(tools.icmp.GetLastError());
+
+  answered = true;
+  IcmpEchoReply reply;
+  std::memcpy(&reply, buffer.data(), sizeof reply);
+  const std::wstring prefix = ZeroPadded(number, 4) + L" Reply From ";
+  if (reply.Status != 0)
+    return prefix + IpToString(tools.winsock, target) + L": " + EvaluatePingResponse(reply.Status);
+  return prefix + IpToString(tools.winsock, reply.Address) + L": bytes=" + Decimal(kRequestSize) + L" time=" +
+         Decimal(reply.RoundTripTime) + L"ms TTL=" + Decimal(reply.Options.Ttl);
+}
+
+/// False when the stop request is raised.
+bool PauseBetweenEchoes(ui::Pump& pump) {
+  for (int i = 0; i < kPausesPerEcho; ++i) {
+    pump.LetEventsRun();
+    if (pump.StopRequested()) return false;
+    pump.Sleep(kPauseMilliseconds);
+  }
+  return true;
+}
+
+bool SendEchoes(const PingTools& tools, const std::wstring& host, int32_t count) {
+  const uint32_t target = HostToAddress(tools.winsock, tools.codePage, host);
+  if (target == kNoAddress) {
+    tools.results.ClearList();
+    tools.results.AddToList(L"Bad IP address (Get Host Name) " + host);
+    return false;
+  }
+  bool answered = false;
+  for (int64_t i = 1; i <= count; ++i) {
+    tools.results.AddToList(Echo(tools, target, i, answered));
+    if (!PauseBetweenEchoes(tools.pump)) break;
+  }
+  return answered;
+}
+
+}  // namespace
+
+std::wstring EvaluatePingResponse(const uint32_t& status) {
+  for (const StatusText& row : kStatusTexts)
+    if (row.status == status) return row.text;
+  return L"Unknown Response";
+}
+
+bool PingHost(const PingTools& tools, const std::wstring& host, int32_t count) {
+  try {
+    return SendEchoes(tools, host, count);
+  } catch (const RuntimeError&) {
+    const std::wstring text = WinsockErrorText(tools.winsock.WSAGetLastError());
+    if (!text.empty()) tools.boxes.Show(text);
+    return false;
+  }
+}
+
+}  // namespace tarvik

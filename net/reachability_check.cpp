@@ -1,0 +1,168 @@
+#include "net/reachability_check.h"
+
+#include <optional>
+#include <vector>
+
+#include "net/local_configuration.h"
+#include "net/ping_host.h"
+#include "net/tcp_ip_host.h"
+#include "platform/text.h"
+
+namespace tarvik {
+namespace {
+
+enum class GatewaySearch { NoneConfigured, NoneUsable, NoneAnswered, Stopped, Answered };
+
+class Check {
+ public:
+  Check(const ReachabilityTools& tools, int32_t count) : tools_(tools), count_(count) {}
+
+  bool Run(const std::wstring& target, const std::function<void()>& addToHistory);
+
+ private:
+  void AddMessage(Message message);
+  uint32_t ToAddress(const std::wstring& dotted);
+  bool SameSubnet(const LocalAddressRecord& local, uint32_t address);
+  std::wstring Resolve(TcpIpHost& host, const std::wstring& target);
+  bool ReadConfiguration();
+  bool Ping(const std::wstring& address);
+  void AddDetails(const LocalAddressRecord& local, const std::wstring& address);
+  GatewaySearch SearchGateway();
+  bool CheckGateway();
+
+  const ReachabilityTools& tools_;
+  const int32_t count_;
+  std::vector<LocalAddressRecord> locals_;
+};
+
+void Check::AddMessage(Message message) {
+  if (const auto text = tools_.texts.Get(message)) tools_.results.AddToList(*text);
+}
+
+uint32_t Check::ToAddress(const std::wstring& dotted) {
+  // inet_addr takes an empty text for no address at all, which as a mask would fit everything.
+  return dotted.empty() ? 0 : tools_.winsock.inet_addr(NarrowAscii(dotted).c_str());
+}
+
+bool Check::SameSubnet(const LocalAddressRecord& local, uint32_t address) {
+  const uint32_t mask = ToAddress(local.SubnetMask);
+  return (mask & ToAddress(local.IpAddress)) == (mask & address);
+}
+
+std::wstring Check::Resolve(TcpIpHost& host, const std::wstring& target) {
+  if (TcpIpHost::IsIpAddr(target)) return target;
+  std::wstring address = host.IpAddr(target);
+  if (address.empty()) {
+    AddMessage(Message::CannotResolve);
+    tools_.results.AddToList(L"");
+  } else {
+    tools_.results.AddToList(target + L" -> " + address);
+  }
+  return address;
+}
+
+bool Check::ReadConfiguration() {
+  const IpconfigTools ipconfig{tools_.files, tools_.processes, tools_.codePage,
+                               tools_.boxes, tools_.pump,      tools_.programFolder};
+  if (GetIpConfiguration(tools_.osVersion, tools_.winsock, tools_.ipHelper, ipconfig, locals_)) return true;
+  if (!tools_.pump.StopRequested()) AddMessage(Message::NoConfiguration);
+  return false;
+}
+
+bool Check::Ping(const std::wstring& address) {
+  const PingTools ping{tools_.results,  tools_.boxes, tools_.pump,      tools_.winsock,
+                       tools_.codePage, tools_.icmp,  tools_.icmpHandle};
+  return PingHost(ping, address, count_);
+}
+
+void Check::AddDetails(const LocalAddressRecord& local, const std::wstring& address) {
+  tools_.results.AddToList(L"  Local      :" + local.IpAddress);
+  for (const std::wstring& gateway : local.Gateways) tools_.results.AddToList(L"  GateWay    :" + gateway);
+  tools_.results.AddToList(L"  SubnetMask :" + local.SubnetMask);
+  tools_.results.AddToList(L"  Target     :" + address);
+}
+
+GatewaySearch Check::SearchGateway() {
+  GatewaySearch result = GatewaySearch::NoneConfigured;
+  for (const LocalAddressRecord& local : locals_) {
+    for (const std::wstring& gateway : local.Gateways) {
+      const uint32_t address = ToAddress(gateway);
+      // Windows says "no gateway" also by an entry that is empty or 0.0.0.0.
+      if (address == 0) continue;
+      if (result == GatewaySearch::NoneConfigured) result = GatewaySearch::NoneUsable;
+      if (!SameSubnet(local, address)) continue;
+      if (tools_.pump.StopRequested())
+        return result == GatewaySearch::NoneAnswered ? result : GatewaySearch::Stopped;
+      tools_.results.AddToList(L"GateWay (" + gateway + L") PING test ....");
+      if (Ping(gateway)) return GatewaySearch::Answered;
+      result = GatewaySearch::NoneAnswered;
+    }
+  }
+  return result;
+}
+
+bool Check::CheckGateway() {
+  switch (SearchGateway()) {
+    case GatewaySearch::Answered:
+      return true;
+    case GatewaySearch::NoneConfigured:
+      AddMessage(Message::NoGateway);
+      break;
+    case GatewaySearch::NoneUsable:
+      AddMessage(Message::SubnetMismatch);
+      AddMessage(Message::CannotAccessGateway);
+      break;
+    case GatewaySearch::NoneAnswered:
+      AddMessage(Message::CannotPingGateway);
+      AddMessage(Message::CheckGateway);
+      break;
+    case GatewaySearch::Stopped:
+      break;
+  }
+  return false;
+}
+
+bool Check::Run(const std::wstring& target, const std::function<void()>& addToHistory) {
+  tools_.results.ClearList();
+  TcpIpHost host(tools_.winsock, tools_.codePage, tools_.boxes);
+  const std::wstring address = Resolve(host, target);
+  if (address.empty()) return false;
+  addToHistory();
+
+  if (!ReadConfiguration()) return false;
+  const uint32_t target32 = ToAddress(address);
+  bool maskSeen = false;
+  bool sameNetwork = false;
+  for (const LocalAddressRecord& local : locals_) {
+    if (ToAddress(local.SubnetMask) == 0) continue;
+    maskSeen = true;
+    if (SameSubnet(local, target32)) sameNetwork = true;
+  }
+  if (!maskSeen) {
+    AddMessage(Message::NoSubnetMask);
+    return false;
+  }
+
+  if (!sameNetwork) {
+    AddMessage(Message::NotSameNetwork);
+    AddMessage(Message::StartGatewayCheck);
+    if (locals_.size() == 1) AddDetails(locals_.front(), address);
+    if (!CheckGateway()) return false;
+  }
+
+  if (tools_.pump.StopRequested()) return false;
+  tools_.results.AddToList(sameNetwork ? L"PING test..." : L"Target (" + address + L") PING test...");
+  if (Ping(address)) return true;
+  AddMessage(Message::CannotPingTarget);
+  AddMessage(Message::CheckTarget);
+  return false;
+}
+
+}  // namespace
+
+bool CheckReachability(const ReachabilityTools& tools, const std::wstring& target, int32_t count,
+                       const std::function<void()>& addToHistory) {
+  return Check(tools, count).Run(target, addToHistory);
+}
+
+}  // namespace tarvik

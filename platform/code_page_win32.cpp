@@ -1,0 +1,48 @@
+#include "platform/code_page_win32.h"
+
+#include <algorithm>
+
+#include "platform/windows_win32.h"
+
+namespace tarvik {
+namespace {
+
+/// The conversions count in int; what is longer is cut.
+constexpr size_t kLongest = 0x10000000;
+
+std::wstring Widen(std::string_view bytes, UINT codePage) {
+  const int length = static_cast<int>(std::min(bytes.size(), kLongest));
+  if (length == 0) return {};
+  const int needed = ::MultiByteToWideChar(codePage, 0, bytes.data(), length, nullptr, 0);
+  if (needed <= 0) return {};
+  std::wstring text(static_cast<size_t>(needed), L'\0');
+  ::MultiByteToWideChar(codePage, 0, bytes.data(), length, text.data(), needed);
+  return text;
+}
+
+UINT CodePageOf(int32_t language) {
+  DWORD codePage = 0;
+  const int got = ::GetLocaleInfoW(static_cast<LCID>(language), LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
+                                   reinterpret_cast<wchar_t*>(&codePage), sizeof codePage / sizeof(wchar_t));
+  return got > 0 && codePage != 0 ? codePage : CP_ACP;
+}
+
+}  // namespace
+
+std::string Win32CodePage::ToAnsi(std::wstring_view text) {
+  const int length = static_cast<int>(std::min(text.size(), kLongest));
+  if (length == 0) return {};
+  const int needed = ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+  if (needed <= 0) return {};
+  std::string bytes(static_cast<size_t>(needed), '\0');
+  ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, bytes.data(), needed, nullptr, nullptr);
+  return bytes;
+}
+
+std::wstring Win32CodePage::FromAnsi(std::string_view bytes) { return Widen(bytes, CP_ACP); }
+
+std::wstring Win32CodePage::FromLanguage(std::string_view bytes, int32_t language) {
+  return Widen(bytes, CodePageOf(language));
+}
+
+}  // namespace tarvik

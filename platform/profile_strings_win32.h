@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/profile_strings.h"
+
+namespace tarvik {
+
+/// Profile strings through kernel32.
+class Win32ProfileStrings final : public ProfileStrings {
+ public:
+  uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
+                                    uint32_t bufferSize, const std::wstring& path) override;
+};
+
+}  // namespace tarvik

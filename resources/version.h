@@ -1,0 +1,19 @@
+// The program's version: the one place of the number. Read by the compiler, the resource compiler and CMake,
+// so plain macros and nothing else.
+
+#ifndef TARVIK_RESOURCES_VERSION_H
+#define TARVIK_RESOURCES_VERSION_H
+
+#define TARVIK_VERSION_MAJOR 1
+#define TARVIK_VERSION_MINOR 0
+#define TARVIK_VERSION_PATCH 0
+#define TARVIK_VERSION_BUILD 0
+
+#define TARVIK_JOIN_TEXT(a, b, c, d) #a "." #b "." #c "." #d
+#define TARVIK_JOIN(a, b, c, d) TARVIK_JOIN_TEXT(a, b, c, d)
+
+/// "1.0.0.0"
+#define TARVIK_VERSION_TEXT \
+  TARVIK_JOIN(TARVIK_VERSION_MAJOR, TARVIK_VERSION_MINOR, TARVIK_VERSION_PATCH, TARVIK_VERSION_BUILD)
+
+#endif

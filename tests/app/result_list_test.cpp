@@ -1,0 +1,96 @@
+#include "app/result_list.h"
+
+#include <gtest/gtest.h>
+
+#include "ui/memory/memory_controls.h"
+
+namespace tarvik {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+class ResultListTest : public testing::Test {
+ protected:
+  void Fill(int lines) {
+    for (int i = 0; i < lines; ++i) box.AddItem(L"line");
+  }
+
+  ui::MemoryFocus focus;
+  ui::MemoryListBox box{focus};
+  ResultList list{box};
+};
+
+TEST_F(ResultListTest, A_line_is_appended_unchanged_and_selected) {
+  list.AddToList(L"  one ");
+  list.AddToList(L"two");
+  EXPECT_EQ(box.lines, (Lines{L"  one ", L"two"}));
+  EXPECT_EQ(box.SelectedIndex(), 1);
+}
+
+TEST_F(ResultListTest, With_1000_lines_the_next_makes_1001) {
+  Fill(1000);
+  list.AddToList(L"new");
+  EXPECT_EQ(box.Count(), 1001);
+}
+
+TEST_F(ResultListTest, With_1001_lines_the_next_is_the_only_one) {
+  Fill(1001);
+  list.AddToList(L"new");
+  EXPECT_EQ(box.lines, Lines{L"new"});
+  EXPECT_EQ(box.SelectedIndex(), 0);
+}
+
+TEST_F(ResultListTest, A_text_that_ends_in_a_line_break_adds_an_empty_last_line) {
+  list.AddLinesToList(L"a\r\n");
+  EXPECT_EQ(box.lines, (Lines{L"a", L""}));
+}
+
+TEST_F(ResultListTest, An_empty_text_adds_one_empty_line) {
+  list.AddLinesToList(L"");
+  EXPECT_EQ(box.lines, Lines{L""});
+}
+
+TEST_F(ResultListTest, A_lone_carriage_return_or_line_feed_breaks_no_line) {
+  list.AddLinesToList(L"a\rb\nc\r\nd");
+  EXPECT_EQ(box.lines, (Lines{L"a\rb\nc", L"d"}));
+}
+
+TEST_F(ResultListTest, Every_copied_line_is_followed_by_a_line_break) {
+  EXPECT_EQ(list.AllLines(), L"");
+  box.lines = {L"a", L"b"};
+  EXPECT_EQ(list.AllLines(), L"a\r\nb\r\n");
+}
+
+TEST_F(ResultListTest, A_pasted_text_replaces_the_list_line_by_line) {
+  box.lines = {L"old"};
+  list.ShowPasted(L"x\r\ny");
+  EXPECT_EQ(box.lines, (Lines{L"x", L"y"}));
+  EXPECT_TRUE(box.redrawing);
+}
+
+TEST_F(ResultListTest, A_pasted_text_that_ends_in_a_line_break_has_an_empty_last_line) {
+  list.ShowPasted(L"x\r\ny\r\n");
+  EXPECT_EQ(box.lines, (Lines{L"x", L"y", L""}));
+}
+
+TEST_F(ResultListTest, Pasting_drops_one_line_feed_only) {
+  list.ShowPasted(L"x\r\n\ny");
+  EXPECT_EQ(box.lines, (Lines{L"x", L"\ny"}));
+}
+
+TEST_F(ResultListTest, Pasting_knows_no_limit_and_selects_nothing) {
+  std::wstring text;
+  for (int i = 0; i < 3000; ++i) text += L"x\r\n";
+  list.ShowPasted(text);
+  EXPECT_EQ(box.Count(), 3001);
+  EXPECT_EQ(box.SelectedIndex(), -1);
+}
+
+TEST_F(ResultListTest, The_horizontal_extent_is_a_multiple_of_the_client_width) {
+  box.clientWidth = 321;
+  SetListExtent(box, 3);
+  EXPECT_EQ(box.horizontalExtent, 963);
+}
+
+}  // namespace
+}  // namespace tarvik

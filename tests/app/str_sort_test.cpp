@@ -1,0 +1,78 @@
+#include "app/str_sort.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <numeric>
+#include <random>
+#include <string>
+
+namespace tarvik {
+namespace {
+
+using Words = std::vector<std::string>;
+
+// The algorithm in its plain words, recursing into both sides.
+void PlainSort(Words& a, int lo, int hi) {
+  if (lo >= hi) return;
+  const auto at = [&a](int i) -> std::string& { return a[static_cast<size_t>(i)]; };
+  const int mid = (lo + hi) / 2;
+  const std::string pivot = at(mid);
+  at(mid) = at(lo);
+  int last = lo;
+  for (int i = lo + 1; i <= hi; ++i)
+    if (at(i)[0] < pivot[0]) std::swap(at(++last), at(i));
+  at(lo) = at(last);
+  at(last) = pivot;
+  PlainSort(a, lo, last - 1);
+  PlainSort(a, last + 1, hi);
+}
+
+const auto kByFirstLetter = [](const std::string& a, const std::string& b) { return a[0] < b[0]; };
+
+TEST(StrSort, A_range_of_one_element_or_none_stays_as_it_is) {
+  Words words{"b", "a"};
+  StrSort(words, 1, 1, kByFirstLetter);
+  StrSort(words, 1, 0, kByFirstLetter);
+  EXPECT_EQ(words, (Words{"b", "a"}));
+}
+
+TEST(StrSort, Only_the_range_is_sorted) {
+  Words words{"d", "c", "b", "a"};
+  StrSort(words, 1, 2, kByFirstLetter);
+  EXPECT_EQ(words, (Words{"d", "b", "c", "a"}));
+}
+
+TEST(StrSort, Equal_elements_come_in_the_order_of_the_plain_algorithm) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 300; ++round) {
+    Words words;
+    const int count = static_cast<int>(random() % 40);
+    for (int i = 0; i < count; ++i)
+      words.push_back(std::string(1, static_cast<char>('a' + random() % 4)) + std::to_string(i));
+    Words expected = words;
+    PlainSort(expected, 0, count - 1);
+    StrSort(words, 0, count - 1, kByFirstLetter);
+    ASSERT_EQ(words, expected);
+  }
+}
+
+TEST(StrSort, A_list_that_always_splits_badly_keeps_the_stack_shallow) {
+  // Equal elements put everything on one side of each pivot: the depth would be the length.
+  std::vector<int> numbers(20000, 5);
+  StrSort(numbers, 0, 19999, [](int a, int b) {
+    // A frame's address tells how deep the sort stands.
+    static const char* lowest = nullptr;
+    static const char* highest = nullptr;
+    const char here = 0;
+    const char* const address = &here;
+    if (lowest == nullptr || address < lowest) lowest = address;
+    if (highest == nullptr || address > highest) highest = address;
+    EXPECT_LT(highest - lowest, 64 * 1024);
+    return a < b;
+  });
+  EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
+}
+
+}  // namespace
+}  // namespace tarvik

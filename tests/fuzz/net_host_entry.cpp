@@ -1,0 +1,32 @@
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+#include "net/addresses.h"
+#include "net/tcp_ip_host.h"
+#include "tests/recorded/fake_code_page.h"
+#include "tests/recorded/recorded_boxes.h"
+#include "tests/recorded/recorded_winsock.h"
+
+// A host entry: the first two bytes are its length field, the third the number of its addresses, the rest
+// their bytes. Each address has exactly the bytes that the length field promises.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  if (size < 3) return 0;
+  int16_t length = 0;
+  std::memcpy(&length, data, sizeof length);
+  const size_t bytes = length > 0 ? static_cast<size_t>(length) : 1;
+  std::vector<std::vector<unsigned char>> addresses(data[2] % 16U, std::vector<unsigned char>(bytes));
+  size_t at = 3;
+  for (auto& address : addresses)
+    for (size_t i = 0; i < bytes && at < size; ++i) address[i] = data[at++];
+  tarvik::test::RecordedWinsock winsock;
+  winsock.AddRawHost("host", std::move(addresses), length);
+  tarvik::test::FakeCodePage codePage;
+  tarvik::test::RecordedBoxes boxes;
+  tarvik::TcpIpHost(winsock, codePage, boxes).IpAddr(L"host");
+  tarvik::HostToAddress(winsock, codePage, L"host");
+  const std::wstring text(data, data + size);
+  tarvik::TcpIpHost::IsIpAddr(text);
+  return 0;
+}

@@ -1,0 +1,24 @@
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <span>
+
+#include "net/interface_list.h"
+#include "tests/recorded/recorded_winsock.h"
+
+// The interface list: the first four bytes are the count that the library tells, the rest are its entries.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const auto bytes = std::as_bytes(std::span(data, size));
+  if (tarvik::ParseInterfaceList(bytes).size() > size / 76) std::abort();
+  if (size < sizeof(uint32_t)) return 0;
+  uint32_t returned = 0;
+  std::memcpy(&returned, data, sizeof returned);
+  tarvik::test::RecordedWinsock winsock;
+  winsock.ioctlReturned = returned;
+  winsock.interfaceBytes.assign(bytes.begin() + sizeof returned, bytes.end());
+  std::vector<tarvik::LocalAddressRecord> list;
+  if (!tarvik::GetInterfaceList(winsock, list) || list.size() > 10 || !winsock.openSockets.empty())
+    std::abort();
+  return 0;
+}

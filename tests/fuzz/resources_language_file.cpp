@@ -1,0 +1,40 @@
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+#include "resources/resource.h"
+#include "tests/recorded/fake_code_page.h"
+#include "tests/recorded/recorded_boxes.h"
+#include "tests/recorded/recorded_files.h"
+
+namespace {
+
+/// Answers every look-up with the fuzzer's bytes and boasts of the length that their first two name.
+class HostileProfile final : public tarvik::ProfileStrings {
+ public:
+  HostileProfile(const uint8_t* data, size_t size) : data_(data), size_(size) {}
+  uint32_t GetPrivateProfileStringA(const std::string&, const std::string&, char* buffer, uint32_t bufferSize,
+                                    const std::wstring&) override {
+    for (uint32_t i = 0; i < bufferSize && i < size_; ++i) buffer[i] = static_cast<char>(data_[i]);
+    return size_ < 2 ? 0 : data_[0] * 256U + data_[1];
+  }
+
+ private:
+  const uint8_t* data_;
+  size_t size_;
+};
+
+}  // namespace
+
+/// Any bytes from a language file give a text that is not empty and no longer than the buffer allows.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  HostileProfile profile(data, size);
+  tarvik::test::RecordedFiles files;
+  tarvik::test::FakeCodePage codePage;
+  tarvik::test::RecordedBoxes boxes;
+  tarvik::Resource resource(files, profile, codePage, boxes);
+  resource.Initialize(1033, L"C:", L"T");
+  const std::wstring text = resource.LoadString(1);
+  if (text.empty() || text.size() > 512) std::abort();
+  return 0;
+}

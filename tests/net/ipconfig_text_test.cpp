@@ -1,0 +1,167 @@
+#include "net/ipconfig_text.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+namespace {
+
+using Texts = std::vector<std::wstring>;
+
+TEST(GetValueAfterColon, Gives_the_trimmed_text_after_the_first_colon) {
+  std::wstring value;
+  EXPECT_TRUE(GetValueAfterColon(L"        IP Address. . . . . . :   192.168.1.10  ", L"IP Address", value));
+  EXPECT_EQ(value, L"192.168.1.10");
+  EXPECT_TRUE(GetValueAfterColon(L"IP Address: a:b", L"IP Address", value));
+  EXPECT_EQ(value, L"a:b");
+}
+
+TEST(GetValueAfterColon, Is_false_with_the_key_but_no_colon) {
+  std::wstring value = L"old";
+  EXPECT_FALSE(GetValueAfterColon(L"IP Address 192.168.1.10", L"IP Address", value));
+  EXPECT_EQ(value, L"");
+}
+
+TEST(GetValueAfterColon, Is_false_with_a_colon_but_no_key) {
+  std::wstring value = L"old";
+  EXPECT_FALSE(GetValueAfterColon(L"Subnet Mask : 255.0.0.0", L"IP Address", value));
+  EXPECT_EQ(value, L"");
+}
+
+TEST(GetValueAfterColon, Takes_the_first_colon_wherever_the_key_stands) {
+  std::wstring value;
+  EXPECT_TRUE(GetValueAfterColon(L"Note: IP Address", L"IP Address", value));
+  EXPECT_EQ(value, L"IP Address");
+}
+
+TEST(GetValueAfterColon, Trims_blanks_only) {
+  std::wstring value;
+  EXPECT_TRUE(GetValueAfterColon(L"IP Address:\t1.2.3.4 ", L"IP Address", value));
+  EXPECT_EQ(value, L"\t1.2.3.4");
+}
+
+TEST(GetValueAfterColon, Is_true_with_nothing_behind_the_colon) {
+  std::wstring value = L"old";
+  EXPECT_TRUE(GetValueAfterColon(L"Default Gateway . . :  ", L"Default Gateway", value));
+  EXPECT_EQ(value, L"");
+}
+
+TEST(ParseIpconfigText, Reads_what_the_old_systems_command_prints) {
+  const auto list = ParseIpconfigText(
+      "\r\nWindows NT IP Configuration\r\n\r\nEthernet adapter NE20001:\r\n\r\n"
+      "\tIP Address. . . . . . . . . : 192.168.1.10\r\n"
+      "\tSubnet Mask . . . . . . . . : 255.255.255.0\r\n"
+      "\tDefault Gateway . . . . . . : 192.168.1.1\r\n");
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].IpAddress, L"192.168.1.10");
+  EXPECT_EQ(list[0].SubnetMask, L"255.255.255.0");
+  EXPECT_EQ(list[0].Gateways, Texts{L"192.168.1.1"});
+}
+
+TEST(ParseIpconfigText, Every_kind_of_line_end_ends_a_line) {
+  for (const char* end : {"\r\r\n", "\r\n", "\n", "\r"}) {
+    const std::string text = std::string("IP Address: 1.2.3.4") + end + "Subnet Mask: 255.0.0.0" + end;
+    const auto list = ParseIpconfigText(text);
+    ASSERT_EQ(list.size(), 1u);
+    EXPECT_EQ(list[0].IpAddress, L"1.2.3.4");
+    EXPECT_EQ(list[0].SubnetMask, L"255.0.0.0");
+  }
+}
+
+TEST(ParseIpconfigText, A_gateway_belongs_to_the_addresses_since_the_last_gateway_line) {
+  const auto list = ParseIpconfigText(
+      "IP Address: 10.0.0.1\nSubnet Mask: 255.0.0.0\n"
+      "IP Address: 10.0.0.2\nSubnet Mask: 255.0.0.0\n"
+      "Default Gateway: 10.0.0.254\n"
+      "IP Address: 172.16.0.1\nSubnet Mask: 255.255.0.0\n"
+      "Default Gateway: 172.16.0.254\n");
+  ASSERT_EQ(list.size(), 3u);
+  EXPECT_EQ(list[0].Gateways, Texts{L"10.0.0.254"});
+  EXPECT_EQ(list[1].Gateways, Texts{L"10.0.0.254"});
+  EXPECT_EQ(list[2].Gateways, Texts{L"172.16.0.254"});
+}
+
+TEST(ParseIpconfigText, An_adapter_without_a_gateway_does_not_get_the_next_adapters) {
+  const auto list = ParseIpconfigText(
+      "IP Address: 10.0.0.1\nSubnet Mask: 255.0.0.0\nDefault Gateway: \n"
+      "IP Address: 172.16.0.1\nSubnet Mask: 255.255.0.0\nDefault Gateway: 172.16.0.254\n");
+  ASSERT_EQ(list.size(), 2u);
+  EXPECT_TRUE(list[0].Gateways.empty());
+  EXPECT_EQ(list[1].Gateways, Texts{L"172.16.0.254"});
+}
+
+TEST(ParseIpconfigText, A_second_gateway_line_adds_nothing_to_records_before_the_first) {
+  const auto list = ParseIpconfigText(
+      "IP Address: 10.0.0.1\nSubnet Mask: 255.0.0.0\nDefault Gateway: 10.0.0.254\nDefault Gateway: "
+      "10.0.0.253\n");
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].Gateways, Texts{L"10.0.0.254"});
+}
+
+TEST(ParseIpconfigText, A_mask_before_any_address_changes_nothing) {
+  const auto list =
+      ParseIpconfigText("Subnet Mask: 255.0.0.0\nIP Address: 10.0.0.1\nSubnet Mask: 255.255.0.0\n");
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].SubnetMask, L"255.255.0.0");
+  EXPECT_TRUE(ParseIpconfigText("Subnet Mask: 255.0.0.0\n").empty());
+}
+
+TEST(ParseIpconfigText, A_second_mask_changes_nothing) {
+  const auto list =
+      ParseIpconfigText("IP Address: 10.0.0.1\nSubnet Mask: 255.0.0.0\nSubnet Mask: 255.255.0.0\n");
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].SubnetMask, L"255.0.0.0");
+}
+
+TEST(ParseIpconfigText, An_address_without_mask_makes_room_for_the_next) {
+  const auto list = ParseIpconfigText(
+      "IP Address: 10.0.0.1\nIP Address: 10.0.0.2\nSubnet Mask: 255.0.0.0\nDefault Gateway: 10.0.0.254\n");
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].IpAddress, L"10.0.0.2");
+  EXPECT_EQ(list[0].Gateways, Texts{L"10.0.0.254"});
+}
+
+TEST(ParseIpconfigText, What_takes_the_room_behind_a_gateway_line_belongs_to_the_next_gateway) {
+  const auto list = ParseIpconfigText(
+      "IP Address: 10.0.0.1\nDefault Gateway: 10.0.0.254\n"
+      "IP Address: 172.16.0.1\nSubnet Mask: 255.255.0.0\nDefault Gateway: 172.16.0.254\n");
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].IpAddress, L"172.16.0.1");
+  EXPECT_EQ(list[0].Gateways, Texts{L"172.16.0.254"});
+}
+
+TEST(ParseIpconfigText, The_last_address_stays_without_its_mask) {
+  const auto list = ParseIpconfigText("IP Address: 10.0.0.1");
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].SubnetMask, L"");
+}
+
+TEST(ParseIpconfigText, An_empty_value_adds_nothing) {
+  EXPECT_TRUE(ParseIpconfigText("IP Address: \nSubnet Mask: 255.0.0.0\n").empty());
+  const auto list = ParseIpconfigText("IP Address: 10.0.0.1\nSubnet Mask:\nDefault Gateway:\n");
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].SubnetMask, L"");
+  EXPECT_TRUE(list[0].Gateways.empty());
+}
+
+TEST(ParseIpconfigText, The_mask_of_an_empty_address_is_not_that_of_the_address_before) {
+  const auto list = ParseIpconfigText("IP Address: 10.0.0.1\nIP Address: \nSubnet Mask: 255.0.0.0\n");
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].IpAddress, L"10.0.0.1");
+  EXPECT_EQ(list[0].SubnetMask, L"");
+}
+
+TEST(ParseIpconfigText, A_localised_output_gives_no_records) {
+  EXPECT_TRUE(ParseIpconfigText("IP-Adresse. . . : 10.0.0.1\nSubnetzmaske . . : 255.0.0.0\n").empty());
+  EXPECT_TRUE(ParseIpconfigText("IP \x83\x41\x83\x68\x83\x8C\x83\x58 : 10.0.0.1\n").empty());
+}
+
+TEST(ParseIpconfigText, Lines_of_any_bytes_and_length_are_survived) {
+  const std::string long_line = "IP Address:" + std::string(200000, '\xFF');
+  const auto list = ParseIpconfigText(long_line + std::string("\nSubnet Mask:\0\x01\n", 15));
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].IpAddress.size(), 200000u);
+  EXPECT_TRUE(ParseIpconfigText("").empty());
+}
+
+}  // namespace
+}  // namespace tarvik::test

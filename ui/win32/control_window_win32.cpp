@@ -1,0 +1,97 @@
+#include "ui/win32/control_window_win32.h"
+
+#include "ui/win32/form_win32.h"
+
+namespace tarvik::ui {
+
+ControlWindow::ControlWindow(Win32Form& form, HWND parent, int id, const WindowKind& kind)
+    : form_(form),
+      window_(CreateWindowExW(kind.extendedStyle, kind.windowClass, L"",
+                              WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | kind.style, 0, 0, 0, 0, parent,
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),
+                              nullptr)),
+      id_(id) {
+  if (window_ == nullptr) ThrowRefusal(L"A control of the window cannot be created.");
+}
+
+HWND ControlWindow::OwnerWindow() const { return form_.Window(); }
+
+void ControlWindow::ApplyFont() { Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.Font().Handle()), TRUE); }
+
+void ControlWindow::Subclass(HWND window) {
+  subclassed_ = window;
+  SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  original_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ControlWindow::SubclassProcedure)));
+}
+
+LRESULT ControlWindow::CallOriginal(UINT message, WPARAM wParam, LPARAM lParam) const {
+  return CallWindowProcW(original_, subclassed_, message, wParam, lParam);
+}
+
+LRESULT CALLBACK ControlWindow::SubclassProcedure(HWND window, UINT message, WPARAM wParam,
+                                                  LPARAM lParam) noexcept {
+  auto* control = reinterpret_cast<ControlWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  return control->OnMessage(message, wParam, lParam);
+}
+
+std::wstring ControlWindow::WindowText() const {
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window_)), L'\0');
+  // The length is an upper bound, and a window's text may change between the two calls.
+  const int copied = GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1);
+  text.resize(static_cast<size_t>(copied));
+  return text;
+}
+
+void ControlWindow::SetWindowCaption(const std::wstring& text) {
+  if (!SetWindowTextW(window_, text.c_str()))
+    ThrowRefusal(L"A control of the window does not take its text.");
+}
+
+void ControlWindow::ShowOrHide(bool show) {
+  if (!show) form_.MoveFocusFrom(window_);
+  ShowWindow(window_, show ? SW_SHOWNA : SW_HIDE);
+}
+
+void ControlWindow::EnableOrDisable(bool enable) {
+  if (!enable) form_.MoveFocusFrom(window_);
+  EnableWindow(window_, enable);
+}
+
+void ControlWindow::TakeFocus() { form_.FocusOn(window_); }
+
+void ControlWindow::Move(const Rect& bounds) {
+  if (!SetWindowPos(window_, nullptr, bounds.x, bounds.y, bounds.width, bounds.height,
+                    SWP_NOZORDER | SWP_NOACTIVATE))
+    ThrowRefusal(L"A control of the window cannot be moved.");
+}
+
+Rect ControlWindow::Place() const {
+  RECT box{};
+  GetWindowRect(window_, &box);
+  MapWindowPoints(nullptr, GetParent(window_), reinterpret_cast<POINT*>(&box), 2);
+  return {static_cast<int>(box.left), static_cast<int>(box.top), static_cast<int>(box.right - box.left),
+          static_cast<int>(box.bottom - box.top)};
+}
+
+int16_t HeldShiftStates() {
+  const auto held = [](int key, int16_t state) { return GetKeyState(key) < 0 ? state : int16_t{0}; };
+  return static_cast<int16_t>(held(VK_SHIFT, kShiftHeld) + held(VK_CONTROL, kCtrlHeld) +
+                              held(VK_MENU, kAltHeld));
+}
+
+bool CaptionHasMnemonic(const std::wstring& caption, wchar_t letter) {
+  for (size_t at = caption.find(L'&'); at != std::wstring::npos && at + 1 < caption.size();
+       at = caption.find(L'&', at + 2)) {
+    const wchar_t mnemonic = caption[at + 1];
+    if (mnemonic != L'&') return UpperCase(mnemonic) == letter;
+  }
+  return false;
+}
+
+wchar_t UpperCase(wchar_t letter) {
+  CharUpperBuffW(&letter, 1);
+  return letter;
+}
+
+}  // namespace tarvik::ui

@@ -1,0 +1,136 @@
+#pragma once
+
+#include <string>
+
+#include "platform/windows_win32.h"
+#include "ui/control.h"
+#include "ui/win32/event_boundary_win32.h"
+
+namespace tarvik::ui {
+
+class Win32Form;
+
+/// How a control's window is made.
+struct WindowKind {
+  const wchar_t* windowClass;
+  DWORD style;
+  DWORD extendedStyle = 0;
+};
+
+/// The window of a control: what all kinds share, and what the form asks of each. The form's window owns it
+/// and destroys it; the object outlives it.
+class ControlWindow {
+ public:
+  ControlWindow(Win32Form& form, HWND parent, int id, const WindowKind& kind);
+  virtual ~ControlWindow() = default;
+  ControlWindow(const ControlWindow&) = delete;
+  ControlWindow& operator=(const ControlWindow&) = delete;
+
+  HWND Window() const { return window_; }
+  int Id() const { return id_; }
+
+  /// Takes the form's present font and scaling.
+  virtual void ApplyFont();
+  /// A WM_COMMAND notification of this control.
+  virtual void OnCommand(WORD) {}
+  /// A WM_NOTIFY notification of this control.
+  virtual void OnNotify(const NMHDR&) {}
+  /// Asked before the user takes the focus to another control; false keeps it.
+  virtual bool AgreesToLeave() { return true; }
+  /// True when a mouse button going down at that place, in the window's coordinates, brings the focus here.
+  virtual bool TakesFocusAt(POINT) const { return true; }
+  /// True when the letter, in upper case, is a mnemonic of this control.
+  virtual bool HasMnemonic(wchar_t) const { return false; }
+  /// The user pressed that mnemonic.
+  virtual void OnMnemonic(wchar_t) {}
+
+ protected:
+  /// From now on the messages of that window, the control's own or a child of it, come to OnMessage.
+  void Subclass(HWND window);
+  /// A message of the subclassed window. No exception may leave it.
+  virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    return CallOriginal(message, wParam, lParam);
+  }
+  LRESULT CallOriginal(UINT message, WPARAM wParam, LPARAM lParam) const;
+
+  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    return SendMessageW(window_, message, wParam, lParam);
+  }
+  std::wstring WindowText() const;
+  void SetWindowCaption(const std::wstring& text);
+  void ShowOrHide(bool show);
+  bool IsShown() const { return (Style() & WS_VISIBLE) != 0; }
+  void EnableOrDisable(bool enable);
+  bool IsOperable() const { return (Style() & WS_DISABLED) == 0; }
+  void TakeFocus();
+  void Move(const Rect& bounds);
+  Rect Place() const;
+  DWORD Style() const { return static_cast<DWORD>(GetWindowLongW(window_, GWL_STYLE)); }
+
+  /// Raises an event of the program, if it listens.
+  template <typename Handler, typename... Arguments>
+  void Raise(const Handler& handler, Arguments&&... arguments) const noexcept {
+    if (handler) RunGuarded(OwnerWindow(), [&] { handler(arguments...); });
+  }
+
+  Win32Form& form_;
+
+ private:
+  static LRESULT CALLBACK SubclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+  HWND OwnerWindow() const;
+
+  HWND window_ = nullptr;
+  int id_;
+  HWND subclassed_ = nullptr;
+  WNDPROC original_ = nullptr;
+};
+
+/// The sum of the shift states that are held now.
+int16_t HeldShiftStates();
+
+/// The letter in upper case, in every script that has one.
+wchar_t UpperCase(wchar_t letter);
+
+/// True when the caption has the letter, in upper case, as its mnemonic.
+bool CaptionHasMnemonic(const std::wstring& caption, wchar_t letter);
+
+/// What every kind of control shares; Base is its interface.
+template <typename Base>
+class Win32Control : public Base, public ControlWindow {
+ public:
+  using ControlWindow::ControlWindow;
+
+  void SetVisible(bool visible) override { ShowOrHide(visible); }
+  bool Visible() const override { return IsShown(); }
+  void SetEnabled(bool enabled) override { EnableOrDisable(enabled); }
+  bool Enabled() const override { return IsOperable(); }
+  void SetFocus() override { TakeFocus(); }
+  void SetBounds(const Rect& bounds) override { Move(bounds); }
+  Rect Bounds() const override { return Place(); }
+};
+
+/// A control whose window shows its caption.
+template <typename Base>
+class CaptionedControl : public Win32Control<Base> {
+ public:
+  using Win32Control<Base>::Win32Control;
+
+  void SetCaption(const std::wstring& caption) override { this->SetWindowCaption(caption); }
+  std::wstring Caption() const override { return this->WindowText(); }
+  bool HasMnemonic(wchar_t letter) const override { return CaptionHasMnemonic(this->WindowText(), letter); }
+};
+
+/// A control that has a caption only for the program; its window shows something else.
+template <typename Base>
+class UncaptionedControl : public Win32Control<Base> {
+ public:
+  using Win32Control<Base>::Win32Control;
+
+  void SetCaption(const std::wstring& caption) override { caption_ = caption; }
+  std::wstring Caption() const override { return caption_; }
+
+ private:
+  std::wstring caption_;
+};
+
+}  // namespace tarvik::ui

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <string>
+
+#include "ui/win32/control_window_win32.h"
+
+namespace tarvik::ui {
+
+/// The right mouse button, as events report it.
+inline constexpr int16_t kRightButton = 2;
+
+class Win32Label final : public CaptionedControl<Label> {
+ public:
+  Win32Label(Win32Form& form, HWND parent, int id);
+
+  Size SizeFor(const std::wstring& caption) const override;
+  bool TakesFocusAt(POINT) const override { return false; }
+  void OnCommand(WORD notification) override;
+  void OnMnemonic(wchar_t letter) override;
+
+ protected:
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+};
+
+class Win32Button final : public CaptionedControl<Button> {
+ public:
+  Win32Button(Win32Form& form, HWND parent, int id, bool startsGroup);
+
+  Size SizeFor(const std::wstring& caption) const override;
+  void OnCommand(WORD notification) override;
+  void OnMnemonic(wchar_t letter) override;
+};
+
+class Win32CheckBox final : public CaptionedControl<CheckBox> {
+ public:
+  Win32CheckBox(Win32Form& form, HWND parent, int id);
+
+  Size SizeFor(const std::wstring& caption) const override;
+  bool Checked() const override;
+  void SetChecked(bool checked) override;
+  void OnCommand(WORD notification) override;
+  void OnMnemonic(wchar_t letter) override;
+};
+
+class Win32TextBox final : public UncaptionedControl<TextBox> {
+ public:
+  Win32TextBox(Win32Form& form, HWND parent, int id, bool masked);
+
+  Size SizeFor(const std::wstring& caption) const override;
+  std::wstring Text() const override { return WindowText(); }
+  void SetText(const std::wstring& text) override { SetWindowCaption(text); }
+  void SetPasswordMask(bool masked) override;
+  bool PasswordMask() const override;
+  void SetSelection(int start, int length) override;
+  void OnCommand(WORD notification) override;
+  bool AgreesToLeave() override;
+
+ protected:
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  void OnButtonDown(int16_t button, UINT message, WPARAM wParam, LPARAM lParam);
+};
+
+class Win32ComboBox final : public UncaptionedControl<ComboBox> {
+ public:
+  Win32ComboBox(Win32Form& form, HWND parent, int id);
+
+  Size SizeFor(const std::wstring& caption) const override;
+  void SetBounds(const Rect& bounds) override;
+  std::wstring Text() const override { return WindowText(); }
+  void SetText(const std::wstring& text) override { SetWindowCaption(text); }
+  int Count() const override;
+  std::wstring Item(int index) const override;
+  void InsertItem(int index, const std::wstring& text) override;
+  void Clear() override;
+  void Select(int index) override;
+  void ApplyFont() override;
+
+ protected:
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+};
+
+class Win32ListBox final : public UncaptionedControl<ListBox> {
+ public:
+  Win32ListBox(Win32Form& form, HWND parent, int id, const std::wstring& toolTip);
+
+  Size SizeFor(const std::wstring& caption) const override;
+  int Count() const override;
+  std::wstring Item(int index) const override;
+  void AddItem(const std::wstring& text) override;
+  void Clear() override;
+  void Select(int index) override;
+  int SelectedIndex() const override;
+  int ClientWidth() const override;
+  void SetHorizontalExtent(int pixels) override;
+  void SetRedraw(bool redraw) override;
+  void OnCommand(WORD notification) override;
+
+ private:
+  void AddToolTip(std::wstring text);
+};
+
+}  // namespace tarvik::ui

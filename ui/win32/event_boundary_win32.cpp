@@ -1,0 +1,38 @@
+#include "ui/win32/event_boundary_win32.h"
+
+#include <exception>
+#include <new>
+#include <string>
+
+#include "platform/runtime_error.h"
+#include "platform/text.h"
+
+namespace tarvik::ui {
+namespace {
+
+void ShowError(HWND owner, const wchar_t* text) noexcept {
+  MessageBoxW(IsWindowVisible(owner) ? owner : nullptr, text, kProgramTitle, MB_OK | MB_ICONERROR);
+}
+
+}  // namespace
+
+void ReportException(HWND owner) noexcept {
+  try {
+    throw;
+  } catch (const RuntimeError& error) {
+    ShowError(owner, error.Text().c_str());
+  } catch (const std::bad_alloc&) {
+    ShowError(owner, L"There is not enough memory to do this.");
+  } catch (...) {
+    ShowError(owner, L"An unexpected error occurred. The program can still be used.");
+  }
+}
+
+void ThrowRefusal(const wchar_t* sentence) {
+  const DWORD error = GetLastError();
+  std::wstring text = sentence;
+  if (error != ERROR_SUCCESS) text += L" (" + Decimal(error) + L")";
+  throw RuntimeError(text);
+}
+
+}  // namespace tarvik::ui

@@ -1,0 +1,157 @@
+#include <utility>
+
+#include "ui/win32/common_controls_win32.h"
+#include "ui/win32/form_win32.h"
+
+// What the system tells the window.
+
+namespace tarvik::ui {
+
+LRESULT CALLBACK Win32Form::WindowProcedure(HWND window, UINT message, WPARAM wParam,
+                                            LPARAM lParam) noexcept {
+  if (message == WM_NCCREATE) {
+    auto* form = static_cast<Win32Form*>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
+    form->window_ = window;
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(form));
+  }
+  auto* form = reinterpret_cast<Win32Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (form == nullptr) return DefWindowProcW(window, message, wParam, lParam);
+  const LRESULT result = form->OnMessage(message, wParam, lParam);
+  if (message == WM_NCDESTROY) {
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    form->window_ = nullptr;
+  }
+  return result;
+}
+
+LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+  switch (message) {
+    case WM_COMMAND:
+      OnCommand(wParam, lParam);
+      return 0;
+    case WM_NOTIFY: {
+      const auto& notification = *reinterpret_cast<const NMHDR*>(lParam);
+      if (ControlWindow* control = ControlWithId(static_cast<int>(notification.idFrom)))
+        control->OnNotify(notification);
+      return 0;
+    }
+    case WM_SIZE:
+      if (onResize) RunGuarded(window_, onResize);
+      return 0;
+    case WM_GETMINMAXINFO:
+      SetMinimumTrack(*reinterpret_cast<MINMAXINFO*>(lParam));
+      return 0;
+    case WM_SETCURSOR:
+      if (ShowHourglass()) return TRUE;
+      break;
+    case WM_ACTIVATE:
+      if (LOWORD(wParam) == WA_INACTIVE && IsChild(window_, GetFocus())) lastFocus_ = GetFocus();
+      break;
+    case WM_SETFOCUS:
+      RestoreFocus();
+      return 0;
+    case WM_DPICHANGED:
+      OnScaling(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+      return 0;
+    case WM_SETTINGCHANGE:
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+      OnColoursOrFont(message, wParam, lParam);
+      break;
+    case WM_CLOSE:
+      OnClose();
+      return 0;
+    case WM_QUERYENDSESSION:
+      return AgreesToClose();
+    case WM_ENDSESSION:
+      if (wParam != FALSE) Unload();
+      return 0;
+    case WM_DESTROY:
+      OnDestroy();
+      return 0;
+  }
+  return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+void Win32Form::OnCommand(WPARAM wParam, LPARAM lParam) noexcept {
+  const int id = LOWORD(wParam);
+  if (lParam != 0) {
+    if (ControlWindow* control = ControlWithId(id)) control->OnCommand(HIWORD(wParam));
+    return;
+  }
+  const Win32MenuItem* item = menuBar_ == nullptr ? nullptr : menuBar_->Find(id);
+  // A command can be sent to a window without its menu; one that is not offered is not obeyed.
+  if (item != nullptr && item->Visible() && item->Enabled() && item->onClick)
+    RunGuarded(window_, item->onClick);
+}
+
+void Win32Form::SetMinimumTrack(MINMAXINFO& info) const {
+  info.ptMinTrackSize.x = minimumSize_.width;
+  info.ptMinTrackSize.y = minimumSize_.height;
+}
+
+bool Win32Form::ShowHourglass() const {
+  if (pointer_ != Pointer::Hourglass) return false;
+  SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+  return true;
+}
+
+// Closing
+
+bool Win32Form::AgreesToClose() noexcept {
+  if (!onQueryClose) return true;
+  bool agrees = false;
+  RunGuarded(window_, [&] { agrees = onQueryClose(); });
+  return agrees;
+}
+
+void Win32Form::OnClose() noexcept {
+  // A disabled window waits for a message box or a test. A user cannot close it, but the task bar can ask.
+  if (Enabled() && AgreesToClose()) DestroyWindow(window_);
+}
+
+void Win32Form::Unload() noexcept {
+  if (std::exchange(unloaded_, true)) return;
+  if (onUnload) RunGuarded(window_, onUnload);
+}
+
+void Win32Form::OnDestroy() noexcept {
+  Unload();
+  // The menu has its own owner; a window destroys the one that it has when it goes.
+  SetMenu(window_, nullptr);
+  if (role_ == FormRole::Main) PostQuitMessage(0);
+}
+
+// Scaling, font and colours
+
+bool Win32Form::TakeMessageFont() noexcept {
+  const LOGFONTW wanted = scaling_.MessageFont(dpi_);
+  if (font_ != nullptr && font_->Is(wanted)) return false;
+  // The controls let go of the old font before it goes.
+  const std::unique_ptr<MeasuredFont> old = std::exchange(font_, std::make_unique<MeasuredFont>(wanted));
+  for (const auto& control : controls_) control->ApplyFont();
+  return true;
+}
+
+void Win32Form::OnScaling(int dpi, const RECT& suggested) noexcept {
+  dpi_ = dpi;
+  TakeMessageFont();
+  // The least size is that of the old scaling until the layout has measured anew.
+  minimumSize_ = {};
+  SetWindowPos(window_, nullptr, static_cast<int>(suggested.left), static_cast<int>(suggested.top),
+               static_cast<int>(suggested.right - suggested.left),
+               static_cast<int>(suggested.bottom - suggested.top), SWP_NOZORDER | SWP_NOACTIVATE);
+  if (onScalingChanged) RunGuarded(window_, onScalingChanged);
+}
+
+void Win32Form::OnColoursOrFont(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+  if (message == WM_SYSCOLORCHANGE) {
+    // Only top-level windows are told; the common controls rely on being told by them.
+    for (const auto& control : controls_) SendMessageW(control->Window(), message, wParam, lParam);
+  }
+  const bool newFont = message == WM_SETTINGCHANGE && TakeMessageFont();
+  if (!newFont && message == WM_SETTINGCHANGE) return;
+  if (onScalingChanged) RunGuarded(window_, onScalingChanged);
+}
+
+}  // namespace tarvik::ui

@@ -1,0 +1,288 @@
+#include "ui/win32/form_win32.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/runtime_error.h"
+#include "ui/win32/common_controls_win32.h"
+#include "ui/win32/controls_win32.h"
+
+namespace tarvik::ui {
+namespace {
+
+constexpr int kIconId = 1;  ///< in the program's resources
+
+HICON ProgramIcon(int width, int height) {
+  return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kIconId), IMAGE_ICON,
+                                       width, height, LR_DEFAULTCOLOR | LR_SHARED));
+}
+
+void InitialiseCommonControls(const SystemLibrary& library) {
+  INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
+  if (auto* initialise = library.Find<BOOL WINAPI(const INITCOMMONCONTROLSEX*)>("InitCommonControlsEx"))
+    initialise(&wanted);
+}
+
+}  // namespace
+
+Win32Form::Win32Form(const wchar_t* className, FormRole role)
+    : className_(className), role_(role), commonControls_(SystemLibrary::FromManifest(L"comctl32.dll")) {
+  InitialiseCommonControls(commonControls_);
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.lpfnWndProc = &Win32Form::WindowProcedure;
+  description.hInstance = GetModuleHandleW(nullptr);
+  description.hIcon = ProgramIcon(GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON));
+  description.hIconSm = ProgramIcon(GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON));
+  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+  description.lpszClassName = className;
+  if (RegisterClassExW(&description) == 0) ThrowRefusal(L"The window cannot be created.");
+
+  // The window procedure keeps window_, which WM_NCCREATE sets before anything else arrives.
+  if (CreateWindowExW(WS_EX_CONTROLPARENT, className, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
+                      description.hInstance, this) == nullptr) {
+    UnregisterClassW(className, description.hInstance);
+    ThrowRefusal(L"The window cannot be created.");
+  }
+  dpi_ = scaling_.DpiOf(window_);
+  TakeMessageFont();
+}
+
+Win32Form::~Win32Form() {
+  unloaded_ = true;  // whoever listens may be gone already
+  if (window_ != nullptr) DestroyWindow(window_);
+  UnregisterClassW(className_, GetModuleHandleW(nullptr));
+}
+
+Win32Form* Win32Form::Of(HWND window) {
+  HWND root = GetAncestor(window, GA_ROOT);
+  if (root == nullptr ||
+      GetClassLongPtrW(root, GCLP_WNDPROC) != reinterpret_cast<ULONG_PTR>(&Win32Form::WindowProcedure))
+    return nullptr;
+  return reinterpret_cast<Win32Form*>(GetWindowLongPtrW(root, GWLP_USERDATA));
+}
+
+// Controls
+
+HWND Win32Form::ParentFor(int page) const {
+  if (page == kNoPage) return window_;
+  if (tabStrip_ == nullptr) throw RuntimeError(L"The window has no pages.");
+  return tabStrip_->Panel(page);
+}
+
+template <typename Type, typename... Arguments>
+Type& Win32Form::Add(int id, int page, Arguments&&... arguments) {
+  auto control = std::make_unique<Type>(*this, ParentFor(page), id, std::forward<Arguments>(arguments)...);
+  Type& added = *control;
+  controls_.push_back(std::move(control));
+  added.ApplyFont();
+  return added;
+}
+
+Label& Win32Form::AddLabel(int id, int page, const std::wstring& caption) {
+  Label& label = Add<Win32Label>(id, page);
+  label.SetCaption(caption);
+  return label;
+}
+
+Button& Win32Form::AddButton(int id, int page, const std::wstring& caption) {
+  // The arrow keys walk along buttons that stand side by side, and nowhere else.
+  const bool follows = !controls_.empty() &&
+                       dynamic_cast<const Win32Button*>(controls_.back().get()) != nullptr &&
+                       GetParent(controls_.back()->Window()) == ParentFor(page);
+  Button& button = Add<Win32Button>(id, page, !follows);
+  button.SetCaption(caption);
+  return button;
+}
+
+CheckBox& Win32Form::AddCheckBox(int id, int page, const std::wstring& caption) {
+  CheckBox& box = Add<Win32CheckBox>(id, page);
+  box.SetCaption(caption);
+  return box;
+}
+
+TextBox& Win32Form::AddTextBox(int id, int page, TextBoxStyle style) {
+  return Add<Win32TextBox>(id, page, style == TextBoxStyle::Password);
+}
+
+ComboBox& Win32Form::AddComboBox(int id, int page) { return Add<Win32ComboBox>(id, page); }
+
+ListBox& Win32Form::AddListBox(int id, int page, const std::wstring& toolTip) {
+  return Add<Win32ListBox>(id, page, toolTip);
+}
+
+TabStrip& Win32Form::AddTabStrip(int id, int pageCount) {
+  tabStrip_ = &Add<Win32TabStrip>(id, kNoPage, pageCount);
+  return *tabStrip_;
+}
+
+MenuItem& Win32Form::AddMenu(int id, const std::wstring& caption) {
+  if (menuBar_ == nullptr) {
+    menuBar_ = std::make_unique<Win32Menu>(CreateMenu(), window_);
+    SetMenu(window_, menuBar_->Handle());
+  }
+  return menuBar_->Add(id, caption);
+}
+
+MenuItem& Win32Form::AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) {
+  return static_cast<Win32MenuItem&>(menu).SubMenu().Add(id, caption);
+}
+
+ControlWindow* Win32Form::ControlOf(HWND window) const {
+  for (; window != nullptr && window != window_; window = GetAncestor(window, GA_PARENT))
+    for (const auto& control : controls_)
+      if (control->Window() == window) return control.get();
+  return nullptr;
+}
+
+ControlWindow* Win32Form::ControlWithId(int id) const {
+  for (const auto& control : controls_)
+    if (control->Id() == id) return control.get();
+  return nullptr;
+}
+
+// The window
+
+void Win32Form::SetCaption(const std::wstring& caption) {
+  if (!SetWindowTextW(window_, caption.c_str())) ThrowRefusal(L"The window does not take its caption.");
+}
+
+std::wstring Win32Form::Caption() const {
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window_)), L'\0');
+  text.resize(static_cast<size_t>(GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1)));
+  return text;
+}
+
+void Win32Form::Show() {
+  if (Visible()) {
+    if (Minimised()) ShowWindow(window_, SW_RESTORE);
+    SetActiveWindow(window_);
+    return;
+  }
+  if (!std::exchange(everShown_, true)) KeepOnScreen();
+  // The main window obeys whoever started the program, a shortcut that wants it maximised, say.
+  ShowWindow(window_, role_ == FormRole::Main ? SW_SHOWDEFAULT : SW_SHOW);
+  UpdateWindow(window_);
+}
+
+void Win32Form::KeepOnScreen() {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  RECT box{};
+  if (!GetMonitorInfoW(MonitorFromWindow(window_, MONITOR_DEFAULTTONEAREST), &monitor) ||
+      !GetWindowRect(window_, &box))
+    return;
+  const RECT& screen = monitor.rcWork;
+  const LONG x = std::max(screen.left, std::min(box.left, screen.right - (box.right - box.left)));
+  const LONG y = std::max(screen.top, std::min(box.top, screen.bottom - (box.bottom - box.top)));
+  SetWindowPos(window_, nullptr, static_cast<int>(x), static_cast<int>(y), 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+bool Win32Form::Visible() const { return IsWindowVisible(window_) != FALSE; }
+
+void Win32Form::SetEnabled(bool enabled) {
+  if (!enabled && IsChild(window_, GetFocus())) lastFocus_ = GetFocus();
+  EnableWindow(window_, enabled);
+  if (enabled && GetActiveWindow() == window_) RestoreFocus();
+}
+
+bool Win32Form::Enabled() const { return IsWindowEnabled(window_) != FALSE; }
+
+bool Win32Form::Minimised() const { return IsIconic(window_) != FALSE; }
+
+void Win32Form::MakeTopmost() {
+  if (!SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE))
+    ThrowRefusal(L"The window cannot be kept above the others.");
+}
+
+Size Win32Form::WindowSize() const {
+  RECT box{};
+  GetWindowRect(window_, &box);
+  return {static_cast<int>(box.right - box.left), static_cast<int>(box.bottom - box.top)};
+}
+
+void Win32Form::SetWindowSize(Size size) {
+  if (!SetWindowPos(window_, nullptr, 0, 0, size.width, size.height,
+                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE))
+    ThrowRefusal(L"The window's size cannot be changed.");
+}
+
+Size Win32Form::ClientSize() const {
+  RECT client{};
+  GetClientRect(window_, &client);
+  return {static_cast<int>(client.right), static_cast<int>(client.bottom)};
+}
+
+// The focus
+
+bool Win32Form::IsReachable(HWND control) const {
+  for (HWND window = control; window != window_; window = GetAncestor(window, GA_PARENT)) {
+    if (window == nullptr) return false;
+    const auto style = static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE));
+    if ((style & WS_VISIBLE) == 0 || (style & WS_DISABLED) != 0) return false;
+  }
+  return true;
+}
+
+bool Win32Form::IsStop(HWND control) const {
+  return (static_cast<DWORD>(GetWindowLongW(control, GWL_STYLE)) & WS_TABSTOP) != 0 && IsReachable(control);
+}
+
+void Win32Form::FocusOn(HWND control) {
+  if (!IsReachable(control)) return;
+  if (GetActiveWindow() == window_ && Enabled())
+    ::SetFocus(control);
+  else
+    lastFocus_ = control;
+}
+
+void Win32Form::FocusOnFieldOf(const ControlWindow& label) {
+  bool behind = false;
+  for (const auto& control : controls_) {
+    if (behind && IsStop(control->Window())) return FocusOn(control->Window());
+    behind = behind || control.get() == &label;
+  }
+}
+
+void Win32Form::FocusOnFirstOf(HWND panel) {
+  for (const auto& control : controls_)
+    if (GetParent(control->Window()) == panel && IsStop(control->Window())) return FocusOn(control->Window());
+  FocusOn(tabStrip_->Window());
+}
+
+void Win32Form::MoveFocusFrom(HWND window) {
+  HWND focus = GetFocus();
+  if (focus == nullptr || (focus != window && !IsChild(window, focus))) return;
+  // The next stop of the Tab key that is no part of what goes away.
+  HWND next = focus;
+  do {
+    next = GetNextDlgTabItem(window_, next, FALSE);
+  } while (next != nullptr && next != focus && (next == window || IsChild(window, next)));
+  if (next != nullptr && next != focus) ::SetFocus(next);
+}
+
+void Win32Form::RestoreFocus() {
+  HWND control = IsChild(window_, lastFocus_) && IsReachable(lastFocus_)
+                     ? lastFocus_
+                     : GetNextDlgTabItem(window_, nullptr, FALSE);
+  if (control != nullptr) ::SetFocus(control);
+}
+
+// The pointer
+
+void Win32Form::SetPointer(Pointer pointer) {
+  pointer_ = pointer;
+  POINT place{};
+  GetCursorPos(&place);
+  HWND under = WindowFromPoint(place);
+  // The shape shows at once, not with the next move of the mouse; what is under the pointer chooses it.
+  if (pointer == Pointer::Default && Of(under) == this)
+    SendMessageW(under, WM_SETCURSOR, reinterpret_cast<WPARAM>(under), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+  else
+    SetCursor(LoadCursorW(nullptr, pointer == Pointer::Hourglass ? IDC_WAIT : IDC_ARROW));
+}
+
+}  // namespace tarvik::ui

@@ -1,0 +1,142 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/windows_win32.h"
+#include "ui/form.h"
+#include "ui/win32/control_window_win32.h"
+#include "ui/win32/menu_win32.h"
+#include "ui/win32/message_font_win32.h"
+#include "ui/win32/system_library_win32.h"
+#include "ui/win32/tab_strip_win32.h"
+
+// How main makes the program's window:
+//
+//   ui::MessageFilter filter;
+//   ui::Win32Form form(L"Form1", ui::FormRole::Main);
+//   ui::Win32MessageBoxes boxes(form);
+//   ui::Win32Pump pump(filter, [&] { return ...the stop request...; });
+//   ... make the controls, wire the events, do the start-up ...
+//   form.Show();
+//   return ui::RunMainLoop(filter);
+
+namespace tarvik::ui {
+
+/// The main window's end is the program's end.
+enum class FormRole { Main, Secondary };
+
+class Win32Form final : public Form {
+ public:
+  /// Creates the window, hidden. Throws RuntimeError when the system refuses.
+  Win32Form(const wchar_t* className, FormRole role);
+  ~Win32Form() override;
+  Win32Form(const Win32Form&) = delete;
+  Win32Form& operator=(const Win32Form&) = delete;
+
+  /// The form whose window, or whose control, that window is; null when it is none of ours.
+  static Win32Form* Of(HWND window);
+
+  Label& AddLabel(int id, int page, const std::wstring& caption) override;
+  Button& AddButton(int id, int page, const std::wstring& caption) override;
+  CheckBox& AddCheckBox(int id, int page, const std::wstring& caption) override;
+  TextBox& AddTextBox(int id, int page, TextBoxStyle style) override;
+  ComboBox& AddComboBox(int id, int page) override;
+  ListBox& AddListBox(int id, int page, const std::wstring& toolTip) override;
+  TabStrip& AddTabStrip(int id, int pageCount) override;
+  MenuItem& AddMenu(int id, const std::wstring& caption) override;
+  MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
+
+  void SetCaption(const std::wstring& caption) override;
+  std::wstring Caption() const override;
+  void Show() override;
+  bool Visible() const override;
+  void SetEnabled(bool enabled) override;
+  bool Enabled() const override;
+  bool Minimised() const override;
+  void MakeTopmost() override;
+  void SetPointer(Pointer pointer) override;
+  Pointer CurrentPointer() const override { return pointer_; }
+
+  Size WindowSize() const override;
+  void SetWindowSize(Size size) override;
+  Size ClientSize() const override;
+  void SetMinimumWindowSize(Size size) override { minimumSize_ = size; }
+  int Dpi() const override { return dpi_; }
+  int LineHeight() const override { return Font().LineHeight(); }
+
+  /// The window; null once it is destroyed.
+  HWND Window() const { return window_; }
+  const MeasuredFont& Font() const { return *font_; }
+  /// A length at 96 dots per inch, in pixels of the window's present scaling.
+  int Scaled(int length) const { return MulDiv(length, dpi_, USER_DEFAULT_SCREEN_DPI); }
+  /// GetSystemMetrics at the window's present scaling.
+  int Metric(int index) const { return scaling_.Metric(index, dpi_); }
+
+  /// Gives the control's window the focus now, or, when the form is not the active window, once it is. A
+  /// control that cannot be reached leaves the focus where it is.
+  void FocusOn(HWND control);
+  /// The same for the field that the label stands before.
+  void FocusOnFieldOf(const ControlWindow& label);
+  /// The same for the first control on the panel that takes the focus, or else the row of tabs.
+  void FocusOnFirstOf(HWND panel);
+  /// The window, or what holds it, is about to be hidden or disabled: a focus in it moves on.
+  void MoveFocusFrom(HWND window);
+
+  /// Does with an input message what a dialog would do; true when that was all.
+  bool FilterMessage(MSG& message);
+
+ private:
+  static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+  void OnCommand(WPARAM wParam, LPARAM lParam) noexcept;
+  void OnClose() noexcept;
+  bool AgreesToClose() noexcept;
+  void OnDestroy() noexcept;
+  void Unload() noexcept;
+  void OnScaling(int dpi, const RECT& suggested) noexcept;
+  void OnColoursOrFont(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+  bool TakeMessageFont() noexcept;
+  bool ShowHourglass() const;
+  void SetMinimumTrack(MINMAXINFO& info) const;
+  void KeepOnScreen();
+  void RestoreFocus();
+
+  bool FilterKeyDown(MSG& message);
+  bool FilterEscape(const MSG& message);
+  bool FilterEnter(const MSG& message);
+  bool FilterTab(MSG& message);
+  bool FilterMnemonic(const MSG& message);
+  bool MayLeaveFor(const ControlWindow* target);
+
+  template <typename Type, typename... Arguments>
+  Type& Add(int id, int page, Arguments&&... arguments);
+  HWND ParentFor(int page) const;
+  /// The control that the window is, or is a part of; null when it is none.
+  ControlWindow* ControlOf(HWND window) const;
+  ControlWindow* ControlWithId(int id) const;
+  /// True when the control can have the focus: it is a stop of the Tab key, shown and enabled.
+  bool IsStop(HWND control) const;
+  bool IsReachable(HWND control) const;
+
+  const wchar_t* className_;
+  FormRole role_;
+  Scaling scaling_;
+  SystemLibrary commonControls_;
+  HWND window_ = nullptr;
+  int dpi_ = USER_DEFAULT_SCREEN_DPI;
+  std::unique_ptr<MeasuredFont> font_;
+  std::unique_ptr<Win32Menu> menuBar_;
+  std::vector<std::unique_ptr<ControlWindow>> controls_;
+  Win32TabStrip* tabStrip_ = nullptr;
+  Size minimumSize_;
+  Pointer pointer_ = Pointer::Default;
+  HWND lastFocus_ = nullptr;  ///< where the focus was when the window last lost it
+  bool everShown_ = false;
+  bool unloaded_ = false;
+};
+
+}  // namespace tarvik::ui

@@ -1,0 +1,83 @@
+#include <algorithm>
+#include <utility>
+
+#include "platform/runtime_error.h"
+#include "ui/win32/common_controls_win32.h"
+#include "ui/win32/controls_win32.h"
+#include "ui/win32/form_win32.h"
+
+namespace tarvik::ui {
+
+Win32ListBox::Win32ListBox(Win32Form& form, HWND parent, int id, const std::wstring& toolTip)
+    : UncaptionedControl(form, parent, id,
+                         {L"ListBox",
+                          LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | LBS_USETABSTOPS | WS_VSCROLL | WS_HSCROLL |
+                              WS_TABSTOP | WS_GROUP,
+                          WS_EX_CLIENTEDGE}) {
+  if (!toolTip.empty()) AddToolTip(toolTip);
+}
+
+void Win32ListBox::AddToolTip(std::wstring text) {
+  // The window's owner destroys it. A list without its tip is still a list, so a failure is passed over.
+  HWND tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
+                             CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, form_.Window(),
+                             nullptr, GetModuleHandleW(nullptr), nullptr);
+  TTTOOLINFOW tool{};
+  tool.cbSize = TTTOOLINFOW_V2_SIZE;
+  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  tool.hwnd = form_.Window();
+  tool.uId = reinterpret_cast<UINT_PTR>(Window());
+  tool.lpszText = text.data();
+  SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+Size Win32ListBox::SizeFor(const std::wstring& caption) const {
+  return {form_.Font().TextWidth(caption) + form_.Scaled(12) + form_.Metric(SM_CXVSCROLL),
+          form_.LineHeight() + form_.Scaled(6) + form_.Metric(SM_CYHSCROLL)};
+}
+
+int Win32ListBox::Count() const { return static_cast<int>(std::max<LRESULT>(0, Send(LB_GETCOUNT))); }
+
+std::wstring Win32ListBox::Item(int index) const {
+  const LRESULT length = Send(LB_GETTEXTLEN, static_cast<WPARAM>(index));
+  if (index < 0 || length < 0) return {};
+  std::wstring text(static_cast<size_t>(length), L'\0');
+  Send(LB_GETTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
+  return text;
+}
+
+void Win32ListBox::AddItem(const std::wstring& text) {
+  if (Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str())) < 0)
+    throw RuntimeError(L"The list does not take a further line.");
+}
+
+void Win32ListBox::Clear() { Send(LB_RESETCONTENT); }
+
+void Win32ListBox::Select(int index) {
+  // -1 takes the selection away, and is answered as if it were an error.
+  if (Send(LB_SETCURSEL, static_cast<WPARAM>(index)) < 0 && index != -1)
+    throw RuntimeError(L"The list has no such line.");
+}
+
+int Win32ListBox::SelectedIndex() const { return static_cast<int>(Send(LB_GETCURSEL)); }
+
+int Win32ListBox::ClientWidth() const {
+  RECT client{};
+  GetClientRect(Window(), &client);
+  return static_cast<int>(client.right);
+}
+
+void Win32ListBox::SetHorizontalExtent(int pixels) {
+  Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(pixels));
+}
+
+void Win32ListBox::SetRedraw(bool redraw) {
+  Send(WM_SETREDRAW, redraw);
+  if (redraw) RedrawWindow(Window(), nullptr, nullptr, RDW_ERASE | RDW_FRAME | RDW_INVALIDATE);
+}
+
+void Win32ListBox::OnCommand(WORD notification) {
+  if (notification == LBN_DBLCLK) Raise(onDoubleClick);
+}
+
+}  // namespace tarvik::ui

@@ -1,0 +1,84 @@
+#include "ui/win32/menu_win32.h"
+
+#include "ui/win32/event_boundary_win32.h"
+
+namespace tarvik::ui {
+
+Win32MenuItem::Win32MenuItem(Win32Menu& container, int id, const std::wstring& caption)
+    : container_(container), id_(id), caption_(caption) {}
+
+Win32MenuItem::~Win32MenuItem() = default;
+
+Win32Menu& Win32MenuItem::SubMenu() {
+  if (subMenu_ == nullptr) {
+    subMenu_ = std::make_unique<Win32Menu>(CreatePopupMenu(), container_.Window());
+    container_.Refresh();
+  }
+  return *subMenu_;
+}
+
+void Win32MenuItem::SetCaption(const std::wstring& caption) {
+  caption_ = caption;
+  container_.Refresh();
+}
+
+void Win32MenuItem::SetVisible(bool visible) {
+  visible_ = visible;
+  container_.Refresh();
+}
+
+void Win32MenuItem::SetEnabled(bool enabled) {
+  enabled_ = enabled;
+  container_.Refresh();
+}
+
+Win32Menu::Win32Menu(HMENU menu, HWND window) : menu_(menu), window_(window) {
+  if (menu_ == nullptr) ThrowRefusal(L"A menu cannot be created.");
+}
+
+Win32Menu::~Win32Menu() {
+  // Destroying a menu destroys the menus that hang in it, and each of those has its own owner here.
+  Empty();
+  DestroyMenu(menu_);
+}
+
+void Win32Menu::Empty() {
+  while (RemoveMenu(menu_, 0, MF_BYPOSITION)) {
+  }
+}
+
+Win32MenuItem& Win32Menu::Add(int id, const std::wstring& caption) {
+  items_.push_back(std::make_unique<Win32MenuItem>(*this, id, caption));
+  Refresh();
+  return *items_.back();
+}
+
+Win32MenuItem* Win32Menu::Find(int id) const {
+  for (const auto& item : items_) {
+    if (item->Id() == id) return item.get();
+    if (item->OwnSubMenu() == nullptr) continue;
+    if (Win32MenuItem* found = item->OwnSubMenu()->Find(id)) return found;
+  }
+  return nullptr;
+}
+
+void Win32Menu::Refresh() {
+  Empty();
+  for (const auto& item : items_) {
+    if (!item->Visible()) continue;
+    std::wstring caption = item->Caption();
+    MENUITEMINFOW info{};
+    info.cbSize = sizeof info;
+    info.fMask =
+        MIIM_ID | MIIM_STRING | MIIM_STATE | (item->OwnSubMenu() != nullptr ? UINT{MIIM_SUBMENU} : 0);
+    info.fState = item->Enabled() ? MFS_ENABLED : MFS_DISABLED;
+    info.wID = static_cast<UINT>(item->Id());
+    info.hSubMenu = item->OwnSubMenu() != nullptr ? item->OwnSubMenu()->Handle() : nullptr;
+    info.dwTypeData = caption.data();
+    if (!InsertMenuItemW(menu_, static_cast<UINT>(GetMenuItemCount(menu_)), TRUE, &info))
+      ThrowRefusal(L"A menu does not take a further item.");
+  }
+  DrawMenuBar(window_);
+}
+
+}  // namespace tarvik::ui

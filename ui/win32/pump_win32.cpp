@@ -1,0 +1,52 @@
+#include "ui/win32/pump_win32.h"
+
+#include <utility>
+
+namespace tarvik::ui {
+namespace {
+
+/// A clock that is never set back, in its own ticks.
+int64_t Now() {
+  LARGE_INTEGER ticks{};
+  QueryPerformanceCounter(&ticks);
+  return ticks.QuadPart;
+}
+
+int64_t TicksPerSecond() {
+  LARGE_INTEGER frequency{};
+  QueryPerformanceFrequency(&frequency);
+  return frequency.QuadPart;
+}
+
+}  // namespace
+
+Win32Pump::Win32Pump(const MessageFilter& filter, std::function<bool()> stopRequested)
+    : filter_(filter), stopRequested_(std::move(stopRequested)) {}
+
+void Win32Pump::LetEventsRun() {
+  MSG message{};
+  while (!quitting_ && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (message.message == WM_QUIT) {
+      // It belongs to the main loop; and a queue that holds it is never empty again.
+      quitting_ = true;
+      PostQuitMessage(static_cast<int>(message.wParam));
+    } else {
+      filter_.Dispatch(message);
+    }
+  }
+}
+
+void Win32Pump::Sleep(uint32_t milliseconds) {
+  const int64_t second = TicksPerSecond();
+  const int64_t deadline = Now() + int64_t{milliseconds} * second / 1000;
+  for (;;) {
+    LetEventsRun();
+    const int64_t left = deadline - Now();
+    if (left <= 0 || StopRequested()) return;
+    // Rounded up: woken a tick too early, it would turn round and round until the time is reached.
+    const auto wait = static_cast<DWORD>((left * 1000 + second - 1) / second);
+    MsgWaitForMultipleObjectsEx(0, nullptr, wait, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+  }
+}
+
+}  // namespace tarvik::ui

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+
+#include "ui/pump.h"
+#include "ui/win32/message_filter_win32.h"
+
+namespace tarvik::ui {
+
+class Win32Pump final : public Pump {
+ public:
+  /// `stopRequested` tells whether the user has asked the running test to stop.
+  Win32Pump(const MessageFilter& filter, std::function<bool()> stopRequested);
+
+  void LetEventsRun() override;
+  void Sleep(uint32_t milliseconds) override;
+  /// True as well once the program is about to end.
+  bool StopRequested() const override { return quitting_ || stopRequested_(); }
+
+ private:
+  const MessageFilter& filter_;
+  std::function<bool()> stopRequested_;
+  bool quitting_ = false;
+};
+
+}  // namespace tarvik::ui

@@ -1,0 +1,222 @@
+#include "ui/win32/tab_strip_win32.h"
+
+#include <algorithm>
+
+#include "platform/runtime_error.h"
+#include "ui/win32/common_controls_win32.h"
+#include "ui/win32/form_win32.h"
+
+namespace tarvik::ui {
+namespace {
+
+/// What EnableThemeDialogTexture takes to let the themed page of the tab control show through a panel.
+constexpr DWORD kEnableTabTexture = 6;
+using EnableThemeDialogTextureFunction = HRESULT WINAPI(HWND, DWORD);
+
+/// A panel's only task is to hand on what its controls have to say.
+INT_PTR CALLBACK PanelProcedure(HWND panel, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+  if (message != WM_COMMAND && message != WM_NOTIFY) return FALSE;
+  SendMessageW(GetParent(panel), message, wParam, lParam);
+  return TRUE;
+}
+
+}  // namespace
+
+Win32TabStrip::Win32TabStrip(Win32Form& form, HWND parent, int id, int pageCount)
+    : UncaptionedControl(form, parent, id, {WC_TABCONTROLW, WS_TABSTOP | WS_GROUP}),
+      pages_(static_cast<size_t>(pageCount)) {
+  HWND behind = Window();
+  for (int page = 0; page < pageCount; ++page) {
+    behind = At(page).panel = CreatePanel(parent, behind);
+    InsertTab(page);
+  }
+  Show(0);
+}
+
+HWND Win32TabStrip::CreatePanel(HWND parent, HWND behind) {
+  // An empty dialog template is followed by three empty names: of the menu, the class and the title.
+  struct {
+    DLGTEMPLATE header;
+    WORD names[3];
+  } dialog{};
+  dialog.header.style = WS_CHILD | WS_CLIPSIBLINGS | DS_CONTROL;
+  dialog.header.dwExtendedStyle = WS_EX_CONTROLPARENT;
+  HWND panel =
+      CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &dialog.header, parent, PanelProcedure, 0);
+  if (panel == nullptr) ThrowRefusal(L"A page of the window cannot be created.");
+  SetWindowPos(panel, behind, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  if (auto* enableTexture = themes_.Find<EnableThemeDialogTextureFunction>("EnableThemeDialogTexture"))
+    enableTexture(panel, kEnableTabTexture);
+  return panel;
+}
+
+const Win32TabStrip::Page& Win32TabStrip::At(int page) const {
+  if (page < 0 || page >= PageCount()) throw RuntimeError(L"There is no such page.");
+  return pages_[static_cast<size_t>(page)];
+}
+
+Win32TabStrip::Page& Win32TabStrip::At(int page) {
+  return const_cast<Page&>(static_cast<const Win32TabStrip&>(*this).At(page));
+}
+
+int Win32TabStrip::TabOf(int page) const {
+  return static_cast<int>(
+      std::count_if(pages_.begin(), pages_.begin() + page, [](const Page& each) { return each.on; }));
+}
+
+int Win32TabStrip::PageOfTab(int tab) const {
+  for (int page = 0; page < PageCount(); ++page)
+    if (At(page).on && TabOf(page) == tab) return page;
+  return kNone;
+}
+
+int Win32TabStrip::PageOfMnemonic(wchar_t letter) const {
+  for (int page = 0; page < PageCount(); ++page)
+    if (At(page).on && CaptionHasMnemonic(At(page).caption, letter)) return page;
+  return kNone;
+}
+
+void Win32TabStrip::InsertTab(int page) {
+  TCITEMW tab{};
+  tab.mask = TCIF_TEXT;
+  tab.pszText = At(page).caption.data();
+  if (Send(TCM_INSERTITEMW, static_cast<WPARAM>(TabOf(page)), reinterpret_cast<LPARAM>(&tab)) < 0)
+    ThrowRefusal(L"A page cannot be added to the row of tabs.");
+}
+
+void Win32TabStrip::SetPageCaption(int page, const std::wstring& caption) {
+  At(page).caption = caption;
+  if (!At(page).on) return;
+  TCITEMW tab{};
+  tab.mask = TCIF_TEXT;
+  tab.pszText = At(page).caption.data();
+  if (!Send(TCM_SETITEMW, static_cast<WPARAM>(TabOf(page)), reinterpret_cast<LPARAM>(&tab)))
+    ThrowRefusal(L"The row of tabs does not take a caption.");
+}
+
+void Win32TabStrip::SetPageOn(int page, bool on) {
+  if (At(page).on == on) return;
+  if (on) {
+    At(page).on = true;
+    InsertTab(page);
+    if (front_ == kNone) BringToFront(page);
+    return;
+  }
+  Send(TCM_DELETEITEM, static_cast<WPARAM>(TabOf(page)));
+  At(page).on = false;
+  if (front_ != page) return;
+  const int next = PageOfTab(0);
+  if (next != kNone)
+    BringToFront(next);
+  else
+    Show(kNone);
+}
+
+void Win32TabStrip::BringToFront(int page) {
+  if (!At(page).on) throw RuntimeError(L"The page is switched off.");
+  if (page == front_) return;
+  Show(page);
+  if (onPageFront) onPageFront(page);
+}
+
+void Win32TabStrip::Show(int page) {
+  HWND old = front_ == kNone ? nullptr : At(front_).panel;
+  const bool takesFocus = old != nullptr && IsChild(old, GetFocus());
+  front_ = page;
+  if (page != kNone) {
+    Send(TCM_SETCURSEL, static_cast<WPARAM>(TabOf(page)));
+    if (IsShown()) ShowWindow(At(page).panel, SW_SHOWNA);
+    if (takesFocus) form_.FocusOnFirstOf(At(page).panel);
+  }
+  if (old != nullptr && (page == kNone || old != At(page).panel)) ShowWindow(old, SW_HIDE);
+}
+
+void Win32TabStrip::GoTo(int page) noexcept {
+  RunGuarded(form_.Window(), [&] {
+    BringToFront(page);
+    form_.FocusOnFirstOf(At(page).panel);
+  });
+}
+
+void Win32TabStrip::Walk(bool backwards) noexcept {
+  const int tabs = TabOf(PageCount());
+  if (tabs == 0) return;
+  const int tab = TabOf(front_) + (backwards ? tabs - 1 : 1);
+  GoTo(PageOfTab(tab % tabs));
+}
+
+void Win32TabStrip::OnMnemonic(wchar_t letter) { GoTo(PageOfMnemonic(letter)); }
+
+void Win32TabStrip::OnNotify(const NMHDR& notification) {
+  if (notification.code != TCN_SELCHANGE) return;
+  const int page = PageOfTab(static_cast<int>(Send(TCM_GETCURSEL)));
+  if (page != kNone) RunGuarded(form_.Window(), [&] { BringToFront(page); });
+}
+
+bool Win32TabStrip::TakesFocusAt(POINT place) const {
+  TCHITTESTINFO test{};
+  test.pt = place;
+  return Send(TCM_HITTEST, 0, reinterpret_cast<LPARAM>(&test)) >= 0;
+}
+
+void Win32TabStrip::SetVisible(bool visible) {
+  if (!visible && front_ != kNone) form_.MoveFocusFrom(At(front_).panel);
+  ShowOrHide(visible);
+  if (front_ != kNone) ShowWindow(At(front_).panel, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+void Win32TabStrip::SetEnabled(bool enabled) {
+  if (!enabled && front_ != kNone) form_.MoveFocusFrom(At(front_).panel);
+  EnableOrDisable(enabled);
+  for (const Page& page : pages_) EnableWindow(page.panel, enabled);
+}
+
+RECT Win32TabStrip::PageArea(int width, int height) const {
+  RECT area{0, 0, width, height};
+  Send(TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
+  return area;
+}
+
+void Win32TabStrip::SetBounds(const Rect& bounds) {
+  Move(bounds);
+  const RECT area = PageArea(bounds.width, bounds.height);
+  // The pages stand behind the row in the order of the windows. A hole in the row lets them be seen, and
+  // spares them from being painted over.
+  HRGN frame = CreateRectRgn(0, 0, bounds.width, bounds.height);
+  HRGN hole = CreateRectRgn(static_cast<int>(area.left), static_cast<int>(area.top),
+                            static_cast<int>(area.right), static_cast<int>(area.bottom));
+  CombineRgn(frame, frame, hole, RGN_DIFF);
+  DeleteObject(hole);
+  if (!SetWindowRgn(Window(), frame, TRUE)) DeleteObject(frame);
+  for (const Page& page : pages_)
+    SetWindowPos(page.panel, nullptr, bounds.x + static_cast<int>(area.left),
+                 bounds.y + static_cast<int>(area.top), static_cast<int>(area.right - area.left),
+                 static_cast<int>(area.bottom - area.top), SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+Size Win32TabStrip::FrameSize() const {
+  const int size = form_.Scaled(1000);
+  const RECT area = PageArea(size, size);
+  return {size - static_cast<int>(area.right - area.left), size - static_cast<int>(area.bottom - area.top)};
+}
+
+Size Win32TabStrip::SizeFor(const std::wstring&) const {
+  RECT first{};
+  RECT last{};
+  const int tabs = TabOf(PageCount());
+  Send(TCM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&first));
+  Send(TCM_GETITEMRECT, static_cast<WPARAM>(tabs - 1), reinterpret_cast<LPARAM>(&last));
+  // The selected tab is drawn a little wider than its place.
+  int width = static_cast<int>(last.right - first.left) + form_.Scaled(8);
+  for (const Page& page : pages_)
+    if (!page.on)
+      width += form_.Font().MeasureCaption(page.caption).width + form_.Scaled(2 * kTabPadding + 4);
+  return {width, static_cast<int>(PageArea(width, 0).top)};
+}
+
+void Win32TabStrip::ApplyFont() {
+  Send(TCM_SETPADDING, 0, MAKELPARAM(form_.Scaled(kTabPadding), form_.Scaled(3)));
+  ControlWindow::ApplyFont();
+}
+
+}  // namespace tarvik::ui

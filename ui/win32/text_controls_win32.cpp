@@ -1,0 +1,167 @@
+#include <algorithm>
+
+#include "platform/runtime_error.h"
+#include "ui/win32/common_controls_win32.h"
+#include "ui/win32/controls_win32.h"
+#include "ui/win32/form_win32.h"
+
+// The controls that text is typed into.
+
+namespace tarvik::ui {
+namespace {
+
+constexpr wchar_t kCtrlA = 1;
+constexpr wchar_t kBackspace = 8;
+constexpr wchar_t kBlackCircle = 0x25CF;  ///< what the system itself shows for a password's letters
+constexpr int kItemsShown = 10;
+constexpr int kFieldPadding = 8;  ///< above and below a line of text together, at 96 dots per inch
+
+/// True for what a user types, as opposed to the keys of the clipboard and the like, which are the control's.
+bool IsTyped(WPARAM letter) { return letter >= L' ' || letter == kBackspace; }
+
+int FieldHeight(const Win32Form& form) { return form.LineHeight() + form.Scaled(kFieldPadding); }
+
+/// Lets the program's filter see a typed letter, and change it. False when the filter swallowed it.
+bool PassesFilter(HWND owner, const KeyPress& filter, WPARAM& letter) noexcept {
+  if (!filter || !IsTyped(letter)) return true;
+  auto keyAscii = static_cast<int16_t>(letter);
+  RunGuarded(owner, [&] { filter(keyAscii); });
+  letter = static_cast<uint16_t>(keyAscii);
+  return keyAscii != 0;
+}
+
+}  // namespace
+
+Win32TextBox::Win32TextBox(Win32Form& form, HWND parent, int id, bool masked)
+    : UncaptionedControl(form, parent, id,
+                         {L"Edit", ES_AUTOHSCROLL | WS_TABSTOP | WS_GROUP | (masked ? DWORD{ES_PASSWORD} : 0),
+                          WS_EX_CLIENTEDGE}) {
+  Send(EM_SETLIMITTEXT, 0);
+  Subclass(Window());
+}
+
+Size Win32TextBox::SizeFor(const std::wstring& caption) const {
+  // The caret needs a place behind the last letter.
+  return {form_.Font().TextWidth(caption) + form_.Scaled(16), FieldHeight(form_)};
+}
+
+void Win32TextBox::SetPasswordMask(bool masked) {
+  Send(EM_SETPASSWORDCHAR, masked ? kBlackCircle : 0);
+  InvalidateRect(Window(), nullptr, TRUE);
+}
+
+bool Win32TextBox::PasswordMask() const { return Send(EM_GETPASSWORDCHAR) != 0; }
+
+void Win32TextBox::SetSelection(int start, int length) {
+  Send(EM_SETSEL, static_cast<WPARAM>(start), static_cast<LPARAM>(start) + length);
+}
+
+void Win32TextBox::OnCommand(WORD notification) {
+  if (notification == EN_SETFOCUS) Raise(onGotFocus);
+}
+
+bool Win32TextBox::AgreesToLeave() {
+  bool agrees = true;
+  if (onValidate) RunGuarded(form_.Window(), [&] { agrees = onValidate(); });
+  return agrees;
+}
+
+void Win32TextBox::OnButtonDown(int16_t button, UINT message, WPARAM wParam, LPARAM lParam) {
+  // A click that brings the focus into a box that reacts to it must not undo the selection that it made.
+  if (onGotFocus && button == kLeftButton && GetFocus() != Window())
+    TakeFocus();
+  else
+    CallOriginal(message, wParam, lParam);
+  Raise(onMouseDown, button, HeldShiftStates());
+}
+
+LRESULT Win32TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CHAR:
+      if (wParam == kCtrlA) {
+        SetSelection(0, -1);
+        return 0;
+      }
+      if (!PassesFilter(form_.Window(), onKeyPress, wParam)) return 0;
+      break;
+    case WM_LBUTTONDOWN:
+      OnButtonDown(kLeftButton, message, wParam, lParam);
+      return 0;
+    case WM_RBUTTONDOWN:
+      OnButtonDown(kRightButton, message, wParam, lParam);
+      return 0;
+  }
+  return CallOriginal(message, wParam, lParam);
+}
+
+Win32ComboBox::Win32ComboBox(Win32Form& form, HWND parent, int id)
+    : UncaptionedControl(form, parent, id,
+                         {L"ComboBox", CBS_DROPDOWN | CBS_AUTOHSCROLL | WS_VSCROLL | WS_TABSTOP | WS_GROUP}) {
+  Send(CB_LIMITTEXT, 0);
+  Send(CB_SETMINVISIBLE, kItemsShown);
+  COMBOBOXINFO parts{};
+  parts.cbSize = sizeof parts;
+  if (!GetComboBoxInfo(Window(), &parts) || parts.hwndItem == nullptr)
+    ThrowRefusal(L"A control of the window cannot be created.");
+  Subclass(parts.hwndItem);
+}
+
+void Win32ComboBox::ApplyFont() {
+  ControlWindow::ApplyFont();
+  // As high as a text box. The control adds its border to the height of the field that it is told.
+  const int border = Place().height - static_cast<int>(Send(CB_GETITEMHEIGHT, static_cast<WPARAM>(-1)));
+  Send(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), FieldHeight(form_) - border);
+}
+
+Size Win32ComboBox::SizeFor(const std::wstring& caption) const {
+  return {form_.Font().TextWidth(caption) + form_.Scaled(16) + form_.Metric(SM_CXVSCROLL), Place().height};
+}
+
+void Win32ComboBox::SetBounds(const Rect& bounds) {
+  // The height that the control is given is that of the field and the dropped-down list together.
+  Rect whole = bounds;
+  whole.height += kItemsShown * static_cast<int>(Send(CB_GETITEMHEIGHT, 0)) + form_.Scaled(2);
+  Move(whole);
+}
+
+int Win32ComboBox::Count() const { return static_cast<int>(std::max<LRESULT>(0, Send(CB_GETCOUNT))); }
+
+std::wstring Win32ComboBox::Item(int index) const {
+  const LRESULT length = Send(CB_GETLBTEXTLEN, static_cast<WPARAM>(index));
+  if (index < 0 || length < 0) return {};
+  std::wstring text(static_cast<size_t>(length), L'\0');
+  Send(CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
+  return text;
+}
+
+void Win32ComboBox::InsertItem(int index, const std::wstring& text) {
+  if (index < 0 || index > Count() ||
+      Send(CB_INSERTSTRING, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.c_str())) < 0)
+    throw RuntimeError(L"The drop-down list does not take a further item.");
+}
+
+void Win32ComboBox::Clear() { Send(CB_RESETCONTENT); }
+
+void Win32ComboBox::Select(int index) {
+  if (index < 0 || Send(CB_SETCURSEL, static_cast<WPARAM>(index)) < 0)
+    throw RuntimeError(L"The drop-down list has no such item.");
+}
+
+LRESULT Win32ComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_KEYDOWN:
+      // While the list is open, the keys are about the list.
+      if (Send(CB_GETDROPPEDSTATE) == 0) Raise(onKeyDown, static_cast<int16_t>(wParam), HeldShiftStates());
+      break;
+    case WM_CHAR:
+      if (wParam == kCtrlA) {
+        Send(CB_SETEDITSEL, 0, MAKELPARAM(0, -1));
+        return 0;
+      }
+      if (!PassesFilter(form_.Window(), onKeyPress, wParam)) return 0;
+      break;
+  }
+  return CallOriginal(message, wParam, lParam);
+}
+
+}  // namespace tarvik::ui
