@@ -22,7 +22,9 @@ Form1::Form1(Form1Ground ground)
       controls_(ground_.form),
       results_(controls_.lstResult),
       resource_(ground_.files, ground_.profile, ground_.codePage, ground_.boxes) {
-  TakeDesignSize(LayOutForm1(ground_.form, controls_));
+  const ui::Size design = LayOutForm1(ground_.form, controls_);
+  ground_.form.SetMinimumWindowSize(design);
+  ground_.form.SetWindowSize(design);
   WireEvents();
 }
 
@@ -80,16 +82,15 @@ void Form1::Form_Resize() {
   controls_.lstResult.SetBounds(list);
 }
 
-void Form1::TakeDesignSize(ui::Size design) {
-  const ui::Size window = ground_.form.WindowSize();
-  ground_.form.SetMinimumWindowSize(design);
-  ground_.form.SetWindowSize({std::max(window.width, design.width), std::max(window.height, design.height)});
-}
-
 void Form1::LayOutAgain() {
+  const ui::Size window = ground_.form.WindowSize();
+  const ui::Size least{Pixels(initialWindowWidth_), Pixels(initialWindowHeight_)};
   const ui::Size design = LayOutForm1(ground_.form, controls_);
   RecordInitialSizes(design);
-  TakeDesignSize(design);
+  ground_.form.SetMinimumWindowSize(design);
+  // A dimension that stood at its least follows the design; one that the user has made larger stays.
+  ground_.form.SetWindowSize({window.width > least.width ? std::max(window.width, design.width) : design.width,
+                              window.height > least.height ? std::max(window.height, design.height) : design.height});
   Form_Resize();
 }
 

@@ -121,8 +121,6 @@ class Form1 {
   void PrefillFtp();
   std::wstring Decoded(const std::wstring& encoded, Message failure);
 
-  /// The least size of the window, which grows to it where it is smaller.
-  void TakeDesignSize(ui::Size design);
   /// Keeps the list's size as laid out and the window's, from which the resize rule measures.
   void RecordInitialSizes(ui::Size window);
   /// Lays the window out anew and keeps its size where the user has made it larger.

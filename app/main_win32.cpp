@@ -18,6 +18,7 @@
 #include "platform/windows_win32.h"
 #include "ui/win32/form_win32.h"
 #include "ui/win32/message_boxes_win32.h"
+#include "ui/win32/message_filter_win32.h"
 #include "ui/win32/pump_win32.h"
 
 namespace {
@@ -35,9 +36,10 @@ std::wstring ProgramFolder() {
 
 int Run() {
   RunFlags flags;
+  ui::MessageFilter filter;
   ui::Win32Form form(L"Form1", ui::FormRole::Main);
   ui::Win32MessageBoxes boxes(form);
-  ui::Win32Pump pump(form.Filter(), [&flags] { return static_cast<bool>(flags.stopRequested); });
+  ui::Win32Pump pump(filter, [&flags] { return static_cast<bool>(flags.stopRequested); });
   Win32ConfigurationLibrary configuration;
   Win32TxCodec txCodec;
   Win32Winsock winsock;
@@ -57,10 +59,10 @@ int Run() {
   try {
     form1.Form_Load();
   } catch (const RuntimeError& error) {
-    boxes.Show(error.Text(), ui::BoxIcon::Critical);
+    static_cast<ui::MessageBoxes&>(boxes).Show(error.Text(), ui::BoxIcon::Critical);
   }
   form.Show();
-  return ui::RunMainLoop(form);
+  return ui::RunMainLoop(filter);
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
 #include "lab/leavings.h"
 
 #include <filesystem>
-#include <set>
+#include <map>
+#include <memory>
 
 #include "lab/process.h"
 
@@ -34,20 +35,37 @@ sweep "$2"
 
 std::string RunsFolder(const std::string& cacheFolder) { return cacheFolder + "/runs"; }
 
+Process::Options OutlivingOptions() {
+  Process::Options options;
+  options.outlivesOwner = true;
+  return options;
+}
+
+class Watcher {
+ public:
+  explicit Watcher(const std::string& runs)
+      : process_({"sh", "-c", kWatcher, "sh", runs, std::to_string(OwnProcessId())}, OutlivingOptions()) {
+    process_.ReadLine(std::chrono::seconds(120));
+  }
+  Watcher(const Watcher&) = delete;
+  Watcher& operator=(const Watcher&) = delete;
+  ~Watcher() {
+    process_.CloseInput();
+    process_.Wait(std::chrono::seconds(60));
+  }
+
+ private:
+  Process process_;
+};
+
 }  // namespace
 
 void RemoveLeavingsWhenThisProcessEnds(const std::string& cacheFolder) {
-  static std::set<std::string> watched;
-  if (!watched.insert(cacheFolder).second) return;
+  static std::map<std::string, std::unique_ptr<Watcher>> watchers;
+  std::unique_ptr<Watcher>& watcher = watchers[cacheFolder];
+  if (watcher) return;
   std::filesystem::create_directories(RunsFolder(cacheFolder));
-  Process::Options options;
-  options.outlivesOwner = true;
-  // Never deleted: its input is closed by the end of this process, and only by that.
-  auto* watcher = new Process(
-      {"sh", "-c", kWatcher, "sh", RunsFolder(cacheFolder), std::to_string(OwnProcessId())}, options);
-  static std::set<Process*> watchers;
-  watchers.insert(watcher);
-  watcher->ReadLine(std::chrono::seconds(60));
+  watcher = std::make_unique<Watcher>(RunsFolder(cacheFolder));
 }
 
 std::string UniqueName() {

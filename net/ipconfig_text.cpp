@@ -27,8 +27,7 @@ class Records {
 
   void EndBlock(const std::wstring& gateway) {
     if (!gateway.empty())
-      for (size_t i = blockStart_; i < list_.size(); ++i)
-        if (list_[i].Gateways.empty()) list_[i].Gateways.push_back(gateway);
+      for (size_t i = blockStart_; i < list_.size(); ++i) list_[i].Gateways.push_back(gateway);
     // Also an adapter without a gateway has its line; its addresses are none of the next adapter's.
     blockStart_ = list_.size();
   }

@@ -90,15 +90,17 @@ class SharedInput {
 };
 
 /// Returns when the window's thread has taken everything that was posted or typed before: a key that no
-/// program uses is pressed, and its thread takes it only after all of that.
+/// program uses goes down and up again, and the thread takes it only after all of that.
 void Settle(HWND window, int64_t timeOut) {
   BringToForeground(window);
   const SharedInput shared(window);
-  const auto toggled = [] { return (GetKeyState(VK_F24) & 1) != 0; };
-  const bool before = toggled();
-  Send({KeyInput(VK_F24, false), KeyInput(VK_F24, true)});
+  const auto isDown = [] { return GetKeyState(VK_F24) < 0; };
+  {
+    const HeldKeys held({VK_F24});
+    WaitFor(timeOut, "end of the input", isDown, 1);
+  }
   WaitFor(
-      timeOut, "end of the input", [&] { return toggled() != before; }, 1);
+      timeOut, "end of the input", [&] { return !isDown(); }, 1);
 }
 
 void GiveFocus(HWND control) {
