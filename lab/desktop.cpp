@@ -41,7 +41,7 @@ std::optional<Desktop> Desktop::OfTheUser() {
 }
 
 void Desktop::Screenshot(const std::string& path, const std::optional<ScreenRect>& part) const {
-  std::vector<std::string> arguments = {"import", "-silent", "-display", display_, "-window", "root"};
+  std::vector<std::string> arguments = {"import", "-silent", "-window", "root"};
   if (part) {
     // Shadows and borders of a window manager lie outside; what is off the screen cannot be shown.
     const ScreenRect& rect = *part;
@@ -51,7 +51,9 @@ void Desktop::Screenshot(const std::string& path, const std::optional<ScreenRect
     arguments.push_back("+repage");
   }
   arguments.push_back(path);
-  RunOrThrow(arguments);
+  Process::Options options;
+  options.environment["DISPLAY"] = display_;
+  RunOrThrow(arguments, options);
 }
 
 }  // namespace tarvik::lab

@@ -58,8 +58,9 @@ std::optional<std::string> Laboratory::WhyNot() {
   try {
     const Finished made = Run({"ip", "netns", "add", name});
     if (made.exitCode != 0) return "no network namespace can be made: " + made.output;
-    const Finished cable = Run({"ip", "-n", name, "link", "add", "a", "type", "veth", "peer", "name", "b"});
-    const Finished bridge = Run({"ip", "-n", name, "link", "add", "c", "type", "bridge"});
+    const Finished cable =
+        Run({"ip", "-n", name, "link", "add", "cable1", "type", "veth", "peer", "name", "cable2"});
+    const Finished bridge = Run({"ip", "-n", name, "link", "add", "switch1", "type", "bridge"});
     Run({"ip", "netns", "del", name});
     if (cable.exitCode != 0) return "this kernel lays no virtual cables: " + cable.output;
     if (bridge.exitCode != 0) return "this kernel has no bridges: " + bridge.output;

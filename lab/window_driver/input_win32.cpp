@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <memory>
+
 #include "lab/window_driver/driver_win32.h"
 
 namespace tarvik::lab {
@@ -89,18 +92,43 @@ class SharedInput {
   bool shared_;
 };
 
+/// Polls for a quarter of a second.
+bool SoonTrue(const std::function<bool()>& condition) {
+  const double deadline = PreciseMilliseconds() + 250;
+  while (!condition()) {
+    if (PreciseMilliseconds() >= deadline) return false;
+    Sleep(1);
+  }
+  return true;
+}
+
 /// Returns when the window's thread has taken everything that was posted or typed before: a key that no
-/// program uses goes down and up again, and the thread takes it only after all of that.
+/// program uses goes down and up again, and the thread takes it only after all of that. The screen lifts
+/// keys that are not really down when the pointer or the focus comes to a window, so it may take several.
 void Settle(HWND window, int64_t timeOut) {
   BringToForeground(window);
   const SharedInput shared(window);
   const auto isDown = [] { return GetKeyState(VK_F24) < 0; };
-  {
+  WaitFor(timeOut, "end of the input", [&] {
     const HeldKeys held({VK_F24});
-    WaitFor(timeOut, "end of the input", isDown, 1);
-  }
+    return SoonTrue(isDown);
+  });
   WaitFor(
       timeOut, "end of the input", [&] { return !isDown(); }, 1);
+}
+
+/// Holds keys until the window's thread sees them all as held.
+std::unique_ptr<HeldKeys> HoldFor(HWND window, const std::vector<WORD>& keys) {
+  std::unique_ptr<HeldKeys> held;
+  WaitFor(15000, "modifiers", [&] {
+    held = std::make_unique<HeldKeys>(keys);
+    Settle(window, 15000);
+    const SharedInput shared(window);
+    const bool all = std::all_of(keys.begin(), keys.end(), [](WORD key) { return GetKeyState(key) < 0; });
+    if (!all) held.reset();
+    return all;
+  });
+  return held;
 }
 
 void GiveFocus(HWND control) {
@@ -139,18 +167,11 @@ Fields Click(const Arguments& arguments) {
     PostClick(control, CentreOf(control));
     return {};
   }
-  // Posted messages carry no modifiers that GetKeyState would see, so here the real mouse is moved.
+  // The keys are really held, for a program that asks for their state; the real mouse would make the
+  // screen lift them.
   BringToForeground(control);
-  POINT point = CentreOf(control);
-  ClientToScreen(control, &point);
-  SetCursorPos(point.x, point.y);
-  const HeldKeys held(modifiers);
-  INPUT press{};
-  press.type = INPUT_MOUSE;
-  press.mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-  INPUT release = press;
-  release.mi.dwFlags = MOUSEEVENTF_LEFTUP;
-  Send({press, release});
+  const std::unique_ptr<HeldKeys> held = HoldFor(control, modifiers);
+  PostClick(control, CentreOf(control));
   Settle(control, 15000);
   return {};
 }
