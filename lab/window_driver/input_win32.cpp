@@ -75,7 +75,8 @@ class HeldKeys {
   std::vector<WORD> keys_;
 };
 
-/// Shares the input state of a window's thread: its focus can be set and its view of the keys be read.
+/// Shares the input state of a window's thread: its focus can be set and its view of the keys be read. The
+/// beginning of the sharing lifts every key in that view.
 class SharedInput {
  public:
   explicit SharedInput(HWND window)
@@ -105,9 +106,7 @@ bool SoonTrue(const std::function<bool()>& condition) {
 /// Returns when the window's thread has taken everything that was posted or typed before: a key that no
 /// program uses goes down and up again, and the thread takes it only after all of that. The screen lifts
 /// keys that are not really down when the pointer or the focus comes to a window, so it may take several.
-void Settle(HWND window, int64_t timeOut) {
-  BringToForeground(window);
-  const SharedInput shared(window);
+void SettleShared(const SharedInput&, int64_t timeOut) {
   const auto isDown = [] { return GetKeyState(VK_F24) < 0; };
   WaitFor(timeOut, "end of the input", [&] {
     const HeldKeys held({VK_F24});
@@ -117,16 +116,21 @@ void Settle(HWND window, int64_t timeOut) {
       timeOut, "end of the input", [&] { return !isDown(); }, 1);
 }
 
-/// Holds keys until the window's thread sees them all as held.
-std::unique_ptr<HeldKeys> HoldFor(HWND window, const std::vector<WORD>& keys) {
+void Settle(HWND window, int64_t timeOut) {
+  BringToForeground(window);
+  const SharedInput shared(window);
+  SettleShared(shared, timeOut);
+}
+
+/// Holds keys, as soon as the sharing thread sees them all as held.
+std::unique_ptr<HeldKeys> Hold(const SharedInput& shared, const std::vector<WORD>& keys) {
   std::unique_ptr<HeldKeys> held;
   WaitFor(15000, "modifiers", [&] {
     held = std::make_unique<HeldKeys>(keys);
-    Settle(window, 15000);
-    const SharedInput shared(window);
-    const bool all = std::all_of(keys.begin(), keys.end(), [](WORD key) { return GetKeyState(key) < 0; });
-    if (!all) held.reset();
-    return all;
+    SettleShared(shared, 15000);
+    if (std::all_of(keys.begin(), keys.end(), [](WORD key) { return GetKeyState(key) < 0; })) return true;
+    held.reset();
+    return false;
   });
   return held;
 }
@@ -170,9 +174,10 @@ Fields Click(const Arguments& arguments) {
   // The keys are really held, for a program that asks for their state; the real mouse would make the
   // screen lift them.
   BringToForeground(control);
-  const std::unique_ptr<HeldKeys> held = HoldFor(control, modifiers);
+  const SharedInput shared(control);
+  const std::unique_ptr<HeldKeys> held = Hold(shared, modifiers);
   PostClick(control, CentreOf(control));
-  Settle(control, 15000);
+  SettleShared(shared, 15000);
   return {};
 }
 

@@ -75,7 +75,6 @@ class Win32ComboBox final : public UncaptionedControl<ComboBox> {
   void InsertItem(int index, const std::wstring& text) override;
   void Clear() override;
   void Select(int index) override;
-  void ApplyFont() override;
 
  protected:
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -25,6 +25,8 @@ LRESULT CALLBACK Win32Form::WindowProcedure(HWND window, UINT message, WPARAM wP
 }
 
 LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+  // What still comes while the window falls apart concerns no one any more.
+  if (unloaded_ && message != WM_DESTROY) return DefWindowProcW(window_, message, wParam, lParam);
   switch (message) {
     case WM_COMMAND:
       OnCommand(wParam, lParam);

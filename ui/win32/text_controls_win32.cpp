@@ -14,12 +14,15 @@ constexpr wchar_t kCtrlA = 1;
 constexpr wchar_t kBackspace = 8;
 constexpr wchar_t kBlackCircle = 0x25CF;  ///< what the system itself shows for a password's letters
 constexpr int kItemsShown = 10;
-constexpr int kFieldPadding = 8;  ///< above and below a line of text together, at 96 dots per inch
+constexpr int kFieldPadding = 4;  ///< above and below a line of text together, at 96 dots per inch
 
 /// True for what a user types, as opposed to the keys of the clipboard and the like, which are the control's.
 bool IsTyped(WPARAM letter) { return letter >= L' ' || letter == kBackspace; }
 
-int FieldHeight(const Win32Form& form) { return form.LineHeight() + form.Scaled(kFieldPadding); }
+/// A field writes its text right below its upper border, so the room above and below must not grow large.
+int FieldHeight(const Win32Form& form) {
+  return form.LineHeight() + 2 * form.Metric(SM_CYEDGE) + form.Scaled(kFieldPadding);
+}
 
 /// Lets the program's filter see a typed letter, and change it. False when the filter swallowed it.
 bool PassesFilter(HWND owner, const KeyPress& filter, WPARAM& letter) noexcept {
@@ -104,13 +107,6 @@ Win32ComboBox::Win32ComboBox(Win32Form& form, HWND parent, int id)
   if (!GetComboBoxInfo(Window(), &parts) || parts.hwndItem == nullptr)
     ThrowRefusal(L"A control of the window cannot be created.");
   Subclass(parts.hwndItem);
-}
-
-void Win32ComboBox::ApplyFont() {
-  ControlWindow::ApplyFont();
-  // As high as a text box. The control adds its border to the height of the field that it is told.
-  const int border = Place().height - static_cast<int>(Send(CB_GETITEMHEIGHT, static_cast<WPARAM>(-1)));
-  Send(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), FieldHeight(form_) - border);
 }
 
 Size Win32ComboBox::SizeFor(const std::wstring& caption) const {
