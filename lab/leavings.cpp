@@ -60,6 +60,11 @@ class Watcher {
 
 }  // namespace
 
+std::string CacheFolder(const std::string& outputFolder) {
+  const std::string named = EnvironmentValue("TARVIK_CACHE");
+  return std::filesystem::absolute(named.empty() ? outputFolder + "/cache" : named);
+}
+
 void RemoveLeavingsWhenThisProcessEnds(const std::string& cacheFolder) {
   static std::map<std::string, std::unique_ptr<Watcher>> watchers;
   std::unique_ptr<Watcher>& watcher = watchers[cacheFolder];

@@ -4,6 +4,9 @@
 
 namespace tarvik::lab {
 
+/// Where prefixes are kept between runs: the folder that TARVIK_CACHE names, otherwise one in `outputFolder`.
+std::string CacheFolder(const std::string& outputFolder);
+
 /// Makes sure that nothing of the laboratory outlives this process, however it ends: a watcher of its own
 /// ends and removes what bears this process' id as soon as it is gone. What processes that died before
 /// left behind is removed at once. `cacheFolder` is the folder under which WorkFolder makes its folders.

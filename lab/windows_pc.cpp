@@ -38,6 +38,7 @@ void WindowsPc::StartDriver() {
     options.environment["XAUTHORITY"] = EnvironmentValue("HOME") + "/.Xauthority";
   }
   if (!options_.programPath.empty()) options.environment["WINEPATH"] = WindowsPath(options_.programPath);
+  for (const auto& [name, value] : options_.environment) options.environment[name] = value;
   std::vector<std::string> arguments;
   if (!options_.networkNamespace.empty()) arguments = {"ip", "netns", "exec", options_.networkNamespace};
   arguments.insert(arguments.end(), {"wine", WindowsPath(options_.driver)});

@@ -23,6 +23,7 @@ class WindowsPc {
     std::string cacheFolder;       ///< where prefixes are kept and copied to
     std::string programPath;       ///< a folder in which its programs find libraries
     std::string networkNamespace;  ///< empty = the machine's own network
+    Environment environment;       ///< variables for its programs
     WindowsLanguage language = WindowsLanguage::English;
     int dpi = 96;
     bool onUsersScreen = false;  ///< where there is one

@@ -152,8 +152,13 @@ void Win32Form::OnColoursOrFont(UINT message, WPARAM wParam, LPARAM lParam) noex
     for (const auto& control : controls_) SendMessageW(control->Window(), message, wParam, lParam);
   }
   const bool newFont = message == WM_SETTINGCHANGE && TakeMessageFont();
-  if (!newFont && message == WM_SETTINGCHANGE) return;
+  if (newFont || message != WM_SETTINGCHANGE) LayOutAnew();
+}
+
+void Win32Form::LayOutAnew() noexcept {
   if (onScalingChanged) RunGuarded(window_, onScalingChanged);
+  // Controls that changed both their place and their look leave traces where the system copies them.
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 }  // namespace tarvik::ui

@@ -239,17 +239,22 @@ void Win32Form::FocusOn(HWND control) {
     lastFocus_ = control;
 }
 
+void Win32Form::GoByKeyTo(HWND control) {
+  FocusOn(control);
+  if ((SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0) SendMessageW(control, EM_SETSEL, 0, -1);
+}
+
 void Win32Form::FocusOnFieldOf(const ControlWindow& label) {
   bool behind = false;
   for (const auto& control : controls_) {
-    if (behind && IsStop(control->Window())) return FocusOn(control->Window());
+    if (behind && IsStop(control->Window())) return GoByKeyTo(control->Window());
     behind = behind || control.get() == &label;
   }
 }
 
 void Win32Form::FocusOnFirstOf(HWND panel) {
   for (const auto& control : controls_)
-    if (GetParent(control->Window()) == panel && IsStop(control->Window())) return FocusOn(control->Window());
+    if (GetParent(control->Window()) == panel && IsStop(control->Window())) return GoByKeyTo(control->Window());
   FocusOn(tabStrip_->Window());
 }
 

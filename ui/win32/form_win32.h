@@ -79,7 +79,8 @@ class Win32Form final : public Form {
   /// Gives the control's window the focus now, or, when the form is not the active window, once it is. A
   /// control that cannot be reached leaves the focus where it is.
   void FocusOn(HWND control);
-  /// The same for the field that the label stands before.
+  /// The user went by a key to the field that the label stands before: it gets the focus and is ready to be
+  /// typed over.
   void FocusOnFieldOf(const ControlWindow& label);
   /// The same for the first control on the panel that takes the focus, or else the row of tabs.
   void FocusOnFirstOf(HWND panel);
@@ -100,6 +101,7 @@ class Win32Form final : public Form {
   void OnScaling(int dpi, const RECT& suggested) noexcept;
   void OnColoursOrFont(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   bool TakeMessageFont() noexcept;
+  void LayOutAnew() noexcept;
   bool ShowHourglass() const;
   void SetMinimumTrack(MINMAXINFO& info) const;
   void KeepOnScreen();
@@ -121,6 +123,7 @@ class Win32Form final : public Form {
   /// True when the control can have the focus: it is a stop of the Tab key, shown and enabled.
   bool IsStop(HWND control) const;
   bool IsReachable(HWND control) const;
+  void GoByKeyTo(HWND control);
 
   const wchar_t* className_;
   FormRole role_;

@@ -1,0 +1,33 @@
+#include "lab/test_ground.h"
+
+#include <filesystem>
+
+#include "lab/leavings.h"
+
+namespace tarvik::lab {
+
+std::optional<std::string> WhyNoWindows() {
+  for (const char* name : {"TARVIK_EXE", "TARVIK_DRIVER", "TARVIK_BENCH"}) {
+    const std::string path = EnvironmentValue(name);
+    if (path.empty()) return std::string(name) + " is not set";
+    if (!std::filesystem::exists(path)) return "there is no " + path;
+  }
+  for (const char* tool : {"wine", "wineserver", "Xvfb", "openbox", "xprop"}) {
+    if (Run({"sh", "-c", "command -v \"$1\"", "sh", tool}).exitCode != 0) {
+      return std::string(tool) + " is not installed";
+    }
+  }
+  return std::nullopt;
+}
+
+std::string ProgramPath() { return EnvironmentValue("TARVIK_EXE"); }
+
+WindowsPc::Options PcForTests() {
+  WindowsPc::Options options;
+  options.driver = EnvironmentValue("TARVIK_DRIVER");
+  options.cacheFolder = CacheFolder(std::filesystem::temp_directory_path());
+  options.programPath = EnvironmentValue("TARVIK_BENCH");
+  return options;
+}
+
+}  // namespace tarvik::lab

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "lab/laboratory.h"
+#include "lab/main_window.h"
+#include "lab/test_ground.h"
+
+namespace tarvik::lab {
+
+/// The shipped program on the PC of a laboratory network, which every test finds as it was laid.
+template <typename Suite>
+class LabTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    whyNot_ = WhyNoWindows();
+    if (!whyNot_) whyNot_ = Laboratory::WhyNot();
+    if (whyNot_) return;
+    WindowsPc::Options options = PcForTests();
+    net_ = std::make_unique<Laboratory>(options.cacheFolder);
+    options.networkNamespace = net_->Namespace(Host::Pc);
+    pc_ = std::make_unique<WindowsPc>(options);
+  }
+  static void TearDownTestSuite() {
+    pc_.reset();
+    net_.reset();
+  }
+
+  void SetUp() override {
+    if (whyNot_) GTEST_SKIP() << *whyNot_;
+    net_->Reset();
+  }
+
+  static const Laboratory& Net() { return *net_; }
+  static WindowsPc& Pc() { return *pc_; }
+
+  /// Starts the program with the target on its command line and returns the lines of the run that it makes
+  /// at once, with every measured time as "time=Nms". Message boxes are an error without `onBox`.
+  std::vector<std::string> RunLadder(const std::string& target, int pings = 1,
+                                     const std::function<void(const BoxUnderTest&)>& onBox = {}) {
+    ProgramUnderTest program(*pc_, ProgramPath(), "-PING_N " + std::to_string(pings) + " " + target);
+    Listener listener;
+    listener.onBox = onBox;
+    const WindowUnderTest window = WaitForMainWindow(program, listener);
+    return WithoutTimes(FollowRun(program, window, std::chrono::seconds(60), listener));
+  }
+
+ private:
+  static inline std::optional<std::string> whyNot_;
+  static inline std::unique_ptr<Laboratory> net_;
+  static inline std::unique_ptr<WindowsPc> pc_;
+};
+
+}  // namespace tarvik::lab

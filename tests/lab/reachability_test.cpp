@@ -1,0 +1,153 @@
+#include "tests/lab/lab_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class Reachability : public LabTest<Reachability> {};
+
+const Lines kOtherSubnet = {"Target is not exist on the same network", "Start Gateway check..."};
+
+Lines Together(const std::vector<Lines>& parts) {
+  Lines all;
+  for (const Lines& part : parts) all.insert(all.end(), part.begin(), part.end());
+  return all;
+}
+
+Lines Details(const Lines& gateways, const std::string& target) {
+  Lines lines = {"  Local      :192.168.1.10"};
+  for (const std::string& gateway : gateways) lines.push_back("  GateWay    :" + gateway);
+  lines.push_back("  SubnetMask :255.255.255.0");
+  lines.push_back("  Target     :" + target);
+  return lines;
+}
+
+TEST_F(Reachability, A_target_on_the_same_subnet_is_pinged_at_once) {
+  EXPECT_EQ(RunLadder(kNearAddress, 2),
+            (Lines{"PING test...", "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64",
+                   "0002 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"}));
+}
+
+TEST_F(Reachability, A_name_is_resolved_first) {
+  Net().SetHostNames(Host::Pc, {{"cnc-1", kNearAddress}});
+  EXPECT_EQ(RunLadder("cnc-1"), (Lines{"cnc-1 -> 192.168.1.100", "PING test...",
+                                       "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"}));
+}
+
+TEST_F(Reachability, A_name_that_nobody_knows_ends_the_ladder) {
+  Lines boxes;
+  EXPECT_EQ(RunLadder("cnc-9", 1, [&boxes](const BoxUnderTest& box) { boxes.push_back(box.text); }),
+            (Lines{"Cannot resolve specified host name to IP address", ""}));
+  EXPECT_EQ(boxes, (Lines{"gethostbyname(cnc-9)=11001"}));
+}
+
+TEST_F(Reachability, A_dead_target_is_named) {
+  Net().PullCable(Host::Near);
+  EXPECT_EQ(RunLadder(kNearAddress, 2),
+            (Lines{"PING test...", "ICMP_Error:11010", "ICMP_Error:11010", "Cannot ping to the Target",
+                   "Please check Target's address, cable and power"}));
+}
+
+TEST_F(Reachability, A_target_behind_the_gateway_is_pinged_after_the_gateway) {
+  EXPECT_EQ(RunLadder(kFarAddress), Together({kOtherSubnet,
+                                              Details({"192.168.1.1"}, kFarAddress),
+                                              {"GateWay (192.168.1.1) PING test ....",
+                                               "0001 Reply From 192.168.1.1: bytes=32 time=Nms TTL=64",
+                                               "Target (192.168.2.100) PING test...",
+                                               "0001 Reply From 192.168.2.100: bytes=32 time=Nms TTL=63"}}));
+}
+
+TEST_F(Reachability, A_dead_target_behind_the_gateway_is_named) {
+  Net().PullCable(Host::Far);
+  EXPECT_EQ(RunLadder(kFarAddress),
+            Together({kOtherSubnet,
+                      Details({"192.168.1.1"}, kFarAddress),
+                      {"GateWay (192.168.1.1) PING test ....",
+                       "0001 Reply From 192.168.1.1: bytes=32 time=Nms TTL=64",
+                       "Target (192.168.2.100) PING test...", "ICMP_Error:11010", "Cannot ping to the Target",
+                       "Please check Target's address, cable and power"}}));
+}
+
+TEST_F(Reachability, A_router_that_knows_no_way_counts_as_an_answer) {
+  EXPECT_EQ(RunLadder("192.168.3.100"),
+            Together({kOtherSubnet,
+                      Details({"192.168.1.1"}, "192.168.3.100"),
+                      {"GateWay (192.168.1.1) PING test ....",
+                       "0001 Reply From 192.168.1.1: bytes=32 time=Nms TTL=64",
+                       "Target (192.168.3.100) PING test...",
+                       "0001 Reply From 192.168.3.100: Destination Net Unreachable"}}));
+}
+
+TEST_F(Reachability, A_dead_gateway_is_named_and_the_target_is_not_tried) {
+  Net().PullCable(Host::Gateway);
+  EXPECT_EQ(RunLadder(kFarAddress, 2),
+            Together({kOtherSubnet,
+                      Details({"192.168.1.1"}, kFarAddress),
+                      {"GateWay (192.168.1.1) PING test ....", "ICMP_Error:11010", "ICMP_Error:11010",
+                       "Cannot ping to the Gateway", "Please check Gateway's address, cable and power"}}));
+}
+
+TEST_F(Reachability, No_gateway_is_said_to_be_required) {
+  Net().SetDefaultRoute(Host::Pc, "");
+  // Windows reports a missing gateway as an entry of zeros, which is shown as it was read.
+  EXPECT_EQ(RunLadder(kFarAddress), Together({kOtherSubnet,
+                                              Details({"0.0.0.0"}, kFarAddress),
+                                              {"Default Gateway is required but not specified"}}));
+}
+
+TEST_F(Reachability, A_gateway_outside_the_subnet_is_never_pinged) {
+  Net().SetDefaultRoute(Host::Pc, "192.168.9.1");
+  EXPECT_EQ(RunLadder(kFarAddress),
+            Together({kOtherSubnet,
+                      Details({"192.168.9.1"}, kFarAddress),
+                      {"Subnetmask Mismatch", "Cannot access to the Gateway from this PC."}}));
+}
+
+TEST_F(Reachability, A_mask_that_is_too_narrow_sends_the_ladder_to_the_gateway) {
+  Net().SetAddresses(Host::Pc, {"192.168.1.10/28"});
+  Net().SetDefaultRoute(Host::Pc, kGatewayAddress);
+  EXPECT_EQ(
+      RunLadder(kNearAddress),
+      Together(
+          {kOtherSubnet,
+           {"  Local      :192.168.1.10", "  GateWay    :192.168.1.1", "  SubnetMask :255.255.255.240",
+            "  Target     :192.168.1.100", "GateWay (192.168.1.1) PING test ....",
+            "0001 Reply From 192.168.1.1: bytes=32 time=Nms TTL=64", "Target (192.168.1.100) PING test...",
+            "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"}}));
+}
+
+TEST_F(Reachability, A_second_address_on_the_targets_subnet_is_enough) {
+  Net().SetAddresses(Host::Pc, {"10.0.0.10/24", "192.168.1.10/24"});
+  EXPECT_EQ(RunLadder(kNearAddress),
+            (Lines{"PING test...", "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"}));
+}
+
+TEST_F(Reachability, A_second_card_on_the_targets_subnet_is_enough) {
+  Net().SetAddresses(Host::Pc, {"10.0.0.10/24"});
+  Net().AddCardToPc("192.168.1.11/24");
+  EXPECT_EQ(RunLadder(kNearAddress),
+            (Lines{"PING test...", "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"}));
+}
+
+TEST_F(Reachability, With_several_addresses_the_details_are_left_out) {
+  Net().SetAddresses(Host::Pc, {"192.168.1.10/24"});
+  Net().AddCardToPc("10.0.0.10/24");
+  Net().SetDefaultRoute(Host::Pc, kGatewayAddress);
+  EXPECT_EQ(RunLadder(kFarAddress), Together({kOtherSubnet,
+                                              {"GateWay (192.168.1.1) PING test ....",
+                                               "0001 Reply From 192.168.1.1: bytes=32 time=Nms TTL=64",
+                                               "Target (192.168.2.100) PING test...",
+                                               "0001 Reply From 192.168.2.100: bytes=32 time=Nms TTL=63"}}));
+}
+
+TEST_F(Reachability, A_target_that_drops_echoes_is_named) {
+  Net().SetFilter(
+      Host::Near,
+      "table ip f { chain in { type filter hook input priority 0; icmp type echo-request drop; } }");
+  EXPECT_EQ(RunLadder(kNearAddress), (Lines{"PING test...", "ICMP_Error:11010", "Cannot ping to the Target",
+                                            "Please check Target's address, cable and power"}));
+}
+
+}  // namespace
+}  // namespace tarvik::lab

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "app/control_ids.h"
+#include "lab/main_window.h"
+#include "lab/test_ground.h"
+
+namespace tarvik::lab {
+
+/// The shipped program in front of a test: one PC a suite, the program started anew for each test. A suite
+/// that wants another PC has Options() of its own.
+template <typename Suite>
+class WindowsTest : public testing::Test {
+ protected:
+  static WindowsPc::Options Options() { return PcForTests(); }
+
+  static void SetUpTestSuite() {
+    whyNot_ = WhyNoWindows();
+    if (!whyNot_) pc_ = std::make_unique<WindowsPc>(Suite::Options());
+  }
+  static void TearDownTestSuite() { pc_.reset(); }
+
+  void SetUp() override {
+    if (whyNot_) GTEST_SKIP() << *whyNot_;
+  }
+  void TearDown() override { program_.reset(); }
+
+  static WindowsPc& Pc() { return *pc_; }
+  ProgramUnderTest& Program() { return *program_; }
+
+  /// Starts the program, which must show no message box, and returns its main window.
+  WindowUnderTest Start(const std::string& commandLine = {}) {
+    StartOnly(commandLine);
+    return WaitForMainWindow(*program_);
+  }
+
+  void StartOnly(const std::string& commandLine = {}) {
+    program_.reset();
+    program_ = std::make_unique<ProgramUnderTest>(*pc_, ProgramPath(), commandLine);
+  }
+
+ private:
+  static inline std::optional<std::string> whyNot_;
+  static inline std::unique_ptr<WindowsPc> pc_;
+  std::unique_ptr<ProgramUnderTest> program_;
+};
+
+}  // namespace tarvik::lab
