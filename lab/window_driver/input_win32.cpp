@@ -6,6 +6,8 @@
 namespace tarvik::lab {
 namespace {
 
+constexpr int64_t kInputTimeOut = 15000;
+
 struct KeyName {
   const wchar_t* name;
   WORD key;
@@ -125,9 +127,9 @@ void Settle(HWND window, int64_t timeOut) {
 /// Holds keys, as soon as the sharing thread sees them all as held.
 std::unique_ptr<HeldKeys> Hold(const SharedInput& shared, const std::vector<WORD>& keys) {
   std::unique_ptr<HeldKeys> held;
-  WaitFor(15000, "modifiers", [&] {
+  WaitFor(kInputTimeOut, "modifiers", [&] {
     held = std::make_unique<HeldKeys>(keys);
-    SettleShared(shared, 15000);
+    SettleShared(shared, kInputTimeOut);
     if (std::all_of(keys.begin(), keys.end(), [](WORD key) { return GetKeyState(key) < 0; })) return true;
     held.reset();
     return false;
@@ -136,7 +138,8 @@ std::unique_ptr<HeldKeys> Hold(const SharedInput& shared, const std::vector<WORD
 }
 
 void GiveFocus(HWND control) {
-  BringToForeground(control);
+  // A window that has just come sets its own first focus a moment later; that has to be over.
+  Settle(control, kInputTimeOut);
   const SharedInput shared(control);
   ::SetFocus(control);
 }
@@ -152,13 +155,13 @@ Fields Type(const Arguments& arguments) {
   const HWND taker = information.hwndFocus;
   if (taker != control && !IsChild(control, taker)) throw CommandError("the control does not take the focus");
   for (const wchar_t character : arguments.Text(2)) PostMessageW(taker, WM_CHAR, character, 1);
-  Settle(control, 15000);
+  Settle(control, kInputTimeOut);
   return {};
 }
 
 /// keys <window> <combination>...
 Fields Keys(const Arguments& arguments) {
-  BringToForeground(arguments.Window(0));
+  Settle(arguments.Window(0), kInputTimeOut);
   const HeldKeys pressed(KeysOf(arguments.Text(1)));
   return {};
 }
@@ -177,7 +180,7 @@ Fields Click(const Arguments& arguments) {
   const SharedInput shared(control);
   const std::unique_ptr<HeldKeys> held = Hold(shared, modifiers);
   PostClick(control, CentreOf(control));
-  SettleShared(shared, 15000);
+  SettleShared(shared, kInputTimeOut);
   return {};
 }
 

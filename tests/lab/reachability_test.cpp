@@ -142,9 +142,11 @@ TEST_F(Reachability, With_several_addresses_the_details_are_left_out) {
 }
 
 TEST_F(Reachability, A_target_that_drops_echoes_is_named) {
-  Net().SetFilter(
-      Host::Near,
-      "table ip f { chain in { type filter hook input priority 0; icmp type echo-request drop; } }");
+  Net().SetFilter(Host::Near,
+                  "table ip silent {\nchain in {\n"
+                  "type filter hook input priority 0;\n"
+                  "icmp type echo-request drop\n"
+                  "}\n}");
   EXPECT_EQ(RunLadder(kNearAddress), (Lines{"PING test...", "ICMP_Error:11010", "Cannot ping to the Target",
                                             "Please check Target's address, cable and power"}));
 }

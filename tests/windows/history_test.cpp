@@ -22,13 +22,5 @@ TEST_F(History, Is_read_newest_first_from_the_registry) {
   EXPECT_EQ(window.Text(ID_cmbIPAddr), "192.168.1.1");
 }
 
-TEST_F(History, Keeps_a_tested_address_after_the_program_has_closed) {
-  const WindowUnderTest window = Start("-PING_N 0 -TCP_PORT 1 127.0.0.1");
-  EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Text(ID_cmdPing) == "&Ping"; }));
-  window.Close();
-  EXPECT_EQ(Program().WaitForEnd(), 0U);
-  EXPECT_EQ(Pc().RegistryText(kKey, "01"), "127.0.0.1");
-}
-
 }  // namespace
 }  // namespace tarvik::lab

@@ -34,11 +34,6 @@ TEST_F(MainWindow, Closing_ends_the_program) {
   EXPECT_EQ(Program().WaitForEnd(), 0u);
 }
 
-TEST_F(MainWindow, Option_1_keeps_the_window_topmost) {
-  EXPECT_FALSE(Start().Topmost());
-  EXPECT_TRUE(Start("-X 1").Topmost());
-}
-
 TEST_F(MainWindow, The_window_cannot_be_made_smaller_than_it_came) {
   const WindowUnderTest window = Start();
   const ScreenRect first = window.Rect(0);

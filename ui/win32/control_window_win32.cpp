@@ -16,7 +16,7 @@ ControlWindow::ControlWindow(Win32Form& form, HWND parent, int id, const WindowK
 
 HWND ControlWindow::OwnerWindow() const { return form_.Window(); }
 
-void ControlWindow::ApplyFont() { Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.Font().Handle()), TRUE); }
+void ControlWindow::ApplyFont() { Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.Font().Handle()), FALSE); }
 
 void ControlWindow::Subclass(HWND window) {
   subclassed_ = window;

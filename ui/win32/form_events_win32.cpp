@@ -143,7 +143,7 @@ void Win32Form::OnScaling(int dpi, const RECT& suggested) noexcept {
   SetWindowPos(window_, nullptr, static_cast<int>(suggested.left), static_cast<int>(suggested.top),
                static_cast<int>(suggested.right - suggested.left),
                static_cast<int>(suggested.bottom - suggested.top), SWP_NOZORDER | SWP_NOACTIVATE);
-  if (onScalingChanged) RunGuarded(window_, onScalingChanged);
+  LayOutAnew();
 }
 
 void Win32Form::OnColoursOrFont(UINT message, WPARAM wParam, LPARAM lParam) noexcept {

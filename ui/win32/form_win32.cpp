@@ -241,7 +241,8 @@ void Win32Form::FocusOn(HWND control) {
 
 void Win32Form::GoByKeyTo(HWND control) {
   FocusOn(control);
-  if ((SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0) SendMessageW(control, EM_SETSEL, 0, -1);
+  if ((SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0)
+    SendMessageW(control, EM_SETSEL, 0, -1);
 }
 
 void Win32Form::FocusOnFieldOf(const ControlWindow& label) {
@@ -254,7 +255,8 @@ void Win32Form::FocusOnFieldOf(const ControlWindow& label) {
 
 void Win32Form::FocusOnFirstOf(HWND panel) {
   for (const auto& control : controls_)
-    if (GetParent(control->Window()) == panel && IsStop(control->Window())) return GoByKeyTo(control->Window());
+    if (GetParent(control->Window()) == panel && IsStop(control->Window()))
+      return GoByKeyTo(control->Window());
   FocusOn(tabStrip_->Window());
 }
 

@@ -86,6 +86,7 @@ void Win32TabStrip::InsertTab(int page) {
 
 void Win32TabStrip::SetPageCaption(int page, const std::wstring& caption) {
   At(page).caption = caption;
+  SetWindowTextW(At(page).panel, caption.c_str());  // seen by screen readers alone
   if (!At(page).on) return;
   TCITEMW tab{};
   tab.mask = TCIF_TEXT;
@@ -100,11 +101,14 @@ void Win32TabStrip::SetPageOn(int page, bool on) {
     At(page).on = true;
     InsertTab(page);
     if (front_ == kNone) BringToFront(page);
-    return;
+  } else {
+    Send(TCM_DELETEITEM, static_cast<WPARAM>(TabOf(page)));
+    At(page).on = false;
+    if (front_ == page) LeaveFront();
   }
-  Send(TCM_DELETEITEM, static_cast<WPARAM>(TabOf(page)));
-  At(page).on = false;
-  if (front_ != page) return;
+}
+
+void Win32TabStrip::LeaveFront() {
   const int next = PageOfTab(0);
   if (next != kNone)
     BringToFront(next);

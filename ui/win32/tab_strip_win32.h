@@ -59,6 +59,8 @@ class Win32TabStrip final : public UncaptionedControl<TabStrip> {
   int PageOfMnemonic(wchar_t letter) const;
   void InsertTab(int page);
   void Show(int page);
+  /// The page in front was switched off: the first that is not comes there.
+  void LeaveFront();
   void GoTo(int page) noexcept;
   /// The area of the pages inside a strip of that size.
   RECT PageArea(int width, int height) const;
