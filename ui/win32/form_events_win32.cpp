@@ -39,6 +39,8 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
     }
     case WM_SIZE:
       if (onResize) RunGuarded(window_, onResize);
+      // A minimised window has no focus, and gets none back when it is activated before it is restored.
+      if (wParam != SIZE_MINIMIZED && GetActiveWindow() == window_ && !IsChild(window_, GetFocus())) RestoreFocus();
       return 0;
     case WM_GETMINMAXINFO:
       SetMinimumTrack(*reinterpret_cast<MINMAXINFO*>(lParam));

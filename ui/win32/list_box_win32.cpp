@@ -57,6 +57,12 @@ void Win32ListBox::Select(int index) {
   // -1 takes the selection away, and is answered as if it were an error.
   if (Send(LB_SETCURSEL, static_cast<WPARAM>(index)) < 0 && index != -1)
     throw RuntimeError(L"The list has no such line.");
+  // Selecting scrolls a line into view, but is content with a part of it.
+  const LRESULT lineHeight = std::max<LRESULT>(1, Send(LB_GETITEMHEIGHT));
+  RECT client{};
+  GetClientRect(Window(), &client);
+  const LRESULT whole = std::max<LRESULT>(1, client.bottom / lineHeight);
+  if (index >= Send(LB_GETTOPINDEX) + whole) Send(LB_SETTOPINDEX, static_cast<WPARAM>(index - whole + 1));
 }
 
 int Win32ListBox::SelectedIndex() const { return static_cast<int>(Send(LB_GETCURSEL)); }
@@ -69,6 +75,8 @@ int Win32ListBox::ClientWidth() const {
 
 void Win32ListBox::SetHorizontalExtent(int pixels) {
   Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(pixels));
+  // The scroll bar that appears now takes room from the lines.
+  if (SelectedIndex() >= 0) Select(SelectedIndex());
 }
 
 void Win32ListBox::SetRedraw(bool redraw) {
