@@ -1,7 +1,7 @@
 #pragma once
 
 #include "net/icmp.h"
-#include "net/system_library_win32.h"
+#include "platform/system_library_win32.h"
 
 namespace tarvik {
 

@@ -29,6 +29,11 @@ TEST_F(MainWindow, The_family_edition_hides_the_K7_pages) {
   for (const std::string& caption : captions) EXPECT_EQ(caption.find("K7"), std::string::npos) << caption;
 }
 
+TEST_F(MainWindow, Option_1_keeps_the_window_above_the_others) {
+  EXPECT_FALSE(Start().Topmost());
+  EXPECT_TRUE(Start("-X 1 -PING_N").Topmost());
+}
+
 TEST_F(MainWindow, Closing_ends_the_program) {
   Start().Close();
   EXPECT_EQ(Program().WaitForEnd(), 0u);

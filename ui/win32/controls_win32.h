@@ -83,6 +83,7 @@ class Win32ComboBox final : public UncaptionedControl<ComboBox> {
 class Win32ListBox final : public UncaptionedControl<ListBox> {
  public:
   Win32ListBox(Win32Form& form, HWND parent, int id, const std::wstring& toolTip);
+  ~Win32ListBox() override;
 
   Size SizeFor(const std::wstring& caption) const override;
   int Count() const override;
@@ -98,6 +99,8 @@ class Win32ListBox final : public UncaptionedControl<ListBox> {
 
  private:
   void AddToolTip(std::wstring text);
+
+  HWND tip_ = nullptr;
 };
 
 }  // namespace tarvik::ui

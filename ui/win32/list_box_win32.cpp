@@ -17,18 +17,24 @@ Win32ListBox::Win32ListBox(Win32Form& form, HWND parent, int id, const std::wstr
   if (!toolTip.empty()) AddToolTip(toolTip);
 }
 
+Win32ListBox::~Win32ListBox() {
+  if (tip_ != nullptr) DestroyWindow(tip_);
+}
+
 void Win32ListBox::AddToolTip(std::wstring text) {
-  // The window's owner destroys it. A list without its tip is still a list, so a failure is passed over.
-  HWND tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
-                             CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, form_.Window(),
-                             nullptr, GetModuleHandleW(nullptr), nullptr);
+  // A topmost window that the form owned would be moved along by Wine when the form itself is to be kept
+  // above the others, and the form be put behind it among the ordinary windows. A list without its tip is
+  // still a list, so a failure is passed over.
+  tip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
+                         CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
+                         GetModuleHandleW(nullptr), nullptr);
   TTTOOLINFOW tool{};
   tool.cbSize = TTTOOLINFOW_V2_SIZE;
   tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
   tool.hwnd = form_.Window();
   tool.uId = reinterpret_cast<UINT_PTR>(Window());
   tool.lpszText = text.data();
-  SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 Size Win32ListBox::SizeFor(const std::wstring& caption) const {

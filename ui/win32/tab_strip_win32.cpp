@@ -11,7 +11,7 @@ namespace {
 
 /// What EnableThemeDialogTexture takes to let the themed page of the tab control show through a panel.
 constexpr DWORD kEnableTabTexture = 6;
-using EnableThemeDialogTextureFunction = HRESULT WINAPI(HWND, DWORD);
+using EnableThemeDialogTextureFunction = HRESULT(WINAPI*)(HWND, DWORD);
 
 /// A panel's only task is to hand on what its controls have to say.
 INT_PTR CALLBACK PanelProcedure(HWND panel, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -25,6 +25,7 @@ INT_PTR CALLBACK PanelProcedure(HWND panel, UINT message, WPARAM wParam, LPARAM 
 Win32TabStrip::Win32TabStrip(Win32Form& form, HWND parent, int id, int pageCount)
     : UncaptionedControl(form, parent, id, {WC_TABCONTROLW, WS_TABSTOP | WS_GROUP}),
       pages_(static_cast<size_t>(pageCount)) {
+  themes_.Load(L"uxtheme.dll");
   HWND behind = Window();
   for (int page = 0; page < pageCount; ++page) {
     behind = At(page).panel = CreatePanel(parent, behind);
@@ -45,7 +46,7 @@ HWND Win32TabStrip::CreatePanel(HWND parent, HWND behind) {
       CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &dialog.header, parent, PanelProcedure, 0);
   if (panel == nullptr) ThrowRefusal(L"A page of the window cannot be created.");
   SetWindowPos(panel, behind, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  if (auto* enableTexture = themes_.Find<EnableThemeDialogTextureFunction>("EnableThemeDialogTexture"))
+  if (const auto enableTexture = themes_.Find<EnableThemeDialogTextureFunction>("EnableThemeDialogTexture"))
     enableTexture(panel, kEnableTabTexture);
   return panel;
 }

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "ui/win32/control_window_win32.h"
-#include "ui/win32/system_library_win32.h"
+#include "platform/system_library_win32.h"
 
 namespace tarvik::ui {
 
@@ -66,7 +66,7 @@ class Win32TabStrip final : public UncaptionedControl<TabStrip> {
   RECT PageArea(int width, int height) const;
 
   std::vector<Page> pages_;
-  SystemLibrary themes_ = SystemLibrary::FromSystemFolder(L"uxtheme.dll");
+  SystemLibrary themes_;
   int front_ = 0;
 };
 

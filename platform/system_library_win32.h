@@ -18,6 +18,9 @@ class SystemLibrary {
   /// Loads the library, in place of the one loaded before. False when system32 has none of that name.
   bool Load(const wchar_t* name);
 
+  /// The same for a library whose version the program's manifest chooses.
+  bool LoadByManifest(const wchar_t* name);
+
   /// The library's function of that name; null when it has none or no library is loaded.
   template <typename Function>
   Function Find(const char* name) const {
@@ -25,6 +28,7 @@ class SystemLibrary {
   }
 
  private:
+  bool LoadFromSystemFolder(const wchar_t* name);
   void Free();
 
   HMODULE module_ = nullptr;
