@@ -2,12 +2,21 @@
 
 enable_testing()
 
+# Where the linter is installed it reads each file that the compiler reads.
+find_program(TARVIK_CLANG_TIDY clang-tidy)
+function(lint)
+  if(TARVIK_CLANG_TIDY)
+    set_target_properties(${ARGN} PROPERTIES CXX_CLANG_TIDY "${TARVIK_CLANG_TIDY};--quiet")
+  endif()
+endfunction()
+
 set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
 target_compile_options(tarvik_settings INTERFACE ${sanitizers} -O1 -g)
 target_link_options(tarvik_settings INTERFACE ${sanitizers})
 
 add_library(tarvik_memory STATIC ui/memory/memory_form.cpp)
 target_link_libraries(tarvik_memory PUBLIC tarvik_core)
+lint(tarvik_core tarvik_memory)
 
 set(INSTALL_GTEST OFF)
 add_subdirectory(/usr/src/googletest googletest EXCLUDE_FROM_ALL)

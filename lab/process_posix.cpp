@@ -46,6 +46,7 @@ struct Pipe {
 
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
   for (std::string& text : texts) pointers.push_back(text.data());
   pointers.push_back(nullptr);
   return pointers;
@@ -70,7 +71,7 @@ std::string FindProgram(const std::string& name) {
   const std::string path = EnvironmentValue("PATH") + ":/usr/sbin:/sbin";
   for (size_t start = 0; start <= path.size();) {
     const size_t end = std::min(path.find(':', start), path.size());
-    const std::string candidate = path.substr(start, end - start) + "/" + name;
+    std::string candidate = path.substr(start, end - start) + "/" + name;
     if (access(candidate.c_str(), X_OK) == 0) return candidate;
     start = end + 1;
   }

@@ -54,7 +54,7 @@ void RunInPrefix(const Environment& variables, const std::vector<std::string>& a
 /// The prefix of which all others of that language are copies.
 std::string Master(const std::string& cacheFolder, WindowsLanguage language) {
   fs::create_directories(cacheFolder);
-  const std::string name = cacheFolder + "/prefix-" + Locale(language);
+  std::string name = cacheFolder + "/prefix-" + Locale(language);
   const FileLock lock(name + ".lock");
   if (fs::exists(name)) return name;
   const std::string unfinished = name + ".new";

@@ -65,7 +65,7 @@ class RowBox final : public Box {
     int x = place.x;
     for (const BoxPtr& box : boxes_) {
       Size size = box->Measure();
-      if (IsGreedy(box)) {
+      if (greedy > 0 && IsGreedy(box)) {
         const int share = spare / greedy--;
         spare -= share;
         size.width += share;

@@ -61,8 +61,8 @@ class MemoryForm final : public Form {
 
   /// Presses a key in the control; returns false when it was swallowed.
   template <typename WithKeyPress>
-  static bool PressKey(WithKeyPress& control, wchar_t key) {
-    auto keyAscii = static_cast<int16_t>(key);
+  static bool PressKey(WithKeyPress& control, int16_t key) {
+    int16_t keyAscii = key;
     if (control.onKeyPress) control.onKeyPress(keyAscii);
     return keyAscii != 0;
   }
