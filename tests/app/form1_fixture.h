@@ -18,6 +18,7 @@
 #include "tests/recorded/recorded_ip_helper.h"
 #include "tests/recorded/recorded_os_version.h"
 #include "tests/recorded/recorded_processes.h"
+#include "tests/recorded/recorded_profile_strings.h"
 #include "tests/recorded/recorded_settings.h"
 #include "tests/recorded/recorded_winsock.h"
 #include "ui/memory/memory_form.h"
@@ -128,7 +129,7 @@ class Form1Test : public testing::Test {
   RecordedFiles files;
   RecordedProcesses processes;
   FakeCodePage codePage;
-  RecordedProfile profile;
+  RecordedProfileStrings profile;
   RecordedSettings settings;
   RecordedClipboard clipboard;
   int32_t windowsLanguage = 1033;

@@ -1,33 +1,36 @@
 #pragma once
 
-#include <algorithm>
-#include <cstring>
 #include <map>
 #include <string>
-#include <utility>
 
 #include "platform/profile_strings.h"
+#include "platform/runtime_error.h"
+#include "platform/text.h"
 
 namespace tarvik::test {
 
-/// Profile files in memory; all paths share the same sections.
+/// Profile files in memory: their values under "path|section|key".
 class RecordedProfileStrings final : public ProfileStrings {
  public:
   uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
                                     uint32_t bufferSize, const std::wstring& path) override {
-    ++queries;
-    lastPath = path;
-    const auto found = values.find({section, key});
-    const std::string value = found == values.end() ? std::string() : found->second;
-    const size_t length = std::min<size_t>(value.size(), bufferSize - 1);
-    std::memcpy(buffer, value.data(), length);
-    buffer[length] = '\0';
-    return static_cast<uint32_t>(length);
+    ++reads;
+    if (failing) throw RuntimeError(L"The disk is gone.");
+    if (unterminated) {
+      for (uint32_t i = 0; i < bufferSize; ++i) buffer[i] = 'x';
+      return bufferSize + 100;
+    }
+    const auto found = values.find(NarrowAscii(path) + "|" + section + "|" + key);
+    const std::string value = found == values.end() ? "" : found->second.substr(0, bufferSize - 1);
+    value.copy(buffer, value.size());
+    buffer[value.size()] = '\0';
+    return static_cast<uint32_t>(value.size());
   }
 
-  std::map<std::pair<std::string, std::string>, std::string> values;  ///< by section and key
-  int queries = 0;
-  std::wstring lastPath;
+  std::map<std::string, std::string> values;
+  int reads = 0;
+  bool failing = false;
+  bool unterminated = false;  ///< fills the whole buffer and boasts of more
 };
 
 }  // namespace tarvik::test

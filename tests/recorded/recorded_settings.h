@@ -5,10 +5,8 @@
 #include <string>
 
 #include "platform/clipboard.h"
-#include "platform/profile_strings.h"
 #include "platform/runtime_error.h"
 #include "platform/settings_store.h"
-#include "platform/text.h"
 
 namespace tarvik::test {
 
@@ -44,30 +42,6 @@ class RecordedClipboard final : public Clipboard {
   std::optional<std::wstring> text = L"from before";
   int clears = 0;
   bool taken = false;  ///< another program holds it
-};
-
-/// Profile files in memory: their values under "path|section|key".
-class RecordedProfile final : public ProfileStrings {
- public:
-  uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
-                                    uint32_t bufferSize, const std::wstring& path) override {
-    ++reads;
-    if (failing) throw RuntimeError(L"The disk is gone.");
-    if (unterminated) {
-      for (uint32_t i = 0; i < bufferSize; ++i) buffer[i] = 'x';
-      return bufferSize + 100;
-    }
-    const auto found = values.find(NarrowAscii(path) + "|" + section + "|" + key);
-    const std::string value = found == values.end() ? "" : found->second.substr(0, bufferSize - 1);
-    value.copy(buffer, value.size());
-    buffer[value.size()] = '\0';
-    return static_cast<uint32_t>(value.size());
-  }
-
-  std::map<std::string, std::string> values;
-  int reads = 0;
-  bool failing = false;
-  bool unterminated = false;  ///< fills the whole buffer and boasts of more
 };
 
 }  // namespace tarvik::test

@@ -10,7 +10,7 @@
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/recorded_boxes.h"
 #include "tests/recorded/recorded_files.h"
-#include "tests/recorded/recorded_settings.h"
+#include "tests/recorded/recorded_profile_strings.h"
 #include "resources/resource.h"
 
 namespace tarvik::test {
@@ -65,7 +65,7 @@ class TextsTest : public testing::Test {
   }
 
   RecordedFiles files;
-  RecordedProfile profile;
+  RecordedProfileStrings profile;
   FakeCodePage codePage;
   RecordedBoxes boxes;
   Resource resource{files, profile, codePage, boxes};

@@ -5,7 +5,7 @@
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/recorded_boxes.h"
 #include "tests/recorded/recorded_files.h"
-#include "tests/recorded/recorded_settings.h"
+#include "tests/recorded/recorded_profile_strings.h"
 #include "ui/memory/memory_controls.h"
 
 namespace tarvik::test {
@@ -20,7 +20,7 @@ class ResourceTest : public testing::Test {
   bool Initialize(int32_t language = 1041) { return resource.Initialize(language, L"C:\\Data", L"Tarvik.exe"); }
 
   RecordedFiles files;
-  RecordedProfile profile;
+  RecordedProfileStrings profile;
   FakeCodePage codePage;
   RecordedBoxes boxes;
   Resource resource{files, profile, codePage, boxes};

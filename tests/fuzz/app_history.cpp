@@ -1,0 +1,44 @@
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "app/address_history.h"
+#include "platform/text.h"
+#include "tests/recorded/recorded_settings.h"
+#include "ui/memory/memory_controls.h"
+
+namespace {
+
+std::vector<std::wstring> Items(const tarvik::ui::ComboBox& box) {
+  std::vector<std::wstring> items;
+  for (int i = 0; i < box.Count(); ++i) items.push_back(box.Item(i));
+  return items;
+}
+
+}  // namespace
+
+/// Whatever stands in the settings store is loaded without trouble, and what is loaded, saved and loaded
+/// again is the same list, with a typed address in front when it is new.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::vector<std::wstring> texts = tarvik::Split(std::wstring(data, data + size), L"\n");
+  tarvik::test::RecordedSettings store;
+  for (size_t i = 1; i < texts.size() && i <= 12; ++i)
+    store.values[L"History\\" + tarvik::ZeroPadded(static_cast<int64_t>(i), 2)] = texts[i];
+
+  tarvik::ui::MemoryFocus focus;
+  tarvik::ui::MemoryComboBox box{focus};
+  tarvik::LoadHistory(box, store);
+  if (box.Count() > 10) std::abort();
+  box.SetText(texts[0]);
+  tarvik::AddHistoryIfNew(box);
+  std::vector<std::wstring> expected = Items(box);
+  if (expected.size() > 10) expected.resize(10);
+
+  store.values.clear();
+  tarvik::SaveHistory(box, store);
+  tarvik::LoadHistory(box, store);
+  if (Items(box) != expected) std::abort();
+  return 0;
+}
