@@ -1,0 +1,125 @@
+// Measures the shipped program on the laboratory's network and prints one table. Where a figure depends on
+// the machine, it stands beside a measure taken in the same run.
+//
+//   bench_speed PROGRAM BARE_WINDOW DRIVER BENCH CACHE
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/control_ids.h"
+#include "lab/laboratory.h"
+#include "lab/main_window.h"
+#include "lab/program.h"
+#include "lab/windows_pc.h"
+
+namespace tarvik::lab {
+namespace {
+
+constexpr int kStarts = 15;
+constexpr int kStops = 20;
+constexpr int kEchoes = 20;
+
+double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+void Row(const std::string& what, double figure, const std::string& unit, const std::string& beside) {
+  std::printf("  %-44s %10.2f %-8s %s\n", what.c_str(), figure, unit.c_str(), beside.c_str());
+  std::fflush(stdout);
+}
+
+std::string Beside(double own, double measure, const std::string& unit) {
+  char text[80];
+  std::snprintf(text, sizeof text, "(%.1f / %.1f %s)", own, measure, unit.c_str());
+  return text;
+}
+
+/// The two programs start in turns, so that both meet the machine in the same mood.
+void MeasureStart(WindowsPc& pc, const std::string& program, const std::string& bareWindow) {
+  std::vector<double> own, bare, ownMemory, bareMemory;
+  for (int i = 0; i < kStarts; ++i) {
+    ProgramUnderTest first(pc, bareWindow);
+    bare.push_back(first.WaitForFirstIdle());
+    first.WaitForWindow("BareWindow");
+    bareMemory.push_back(static_cast<double>(first.Memory()));
+    first.Kill();
+    ProgramUnderTest second(pc, program);
+    own.push_back(second.WaitForFirstIdle());
+    WaitForMainWindow(second);
+    ownMemory.push_back(static_cast<double>(second.Memory()));
+    second.Kill();
+  }
+  constexpr double kMegabyte = 1 << 20;
+  Row("start-up beside a bare window", Median(own) / Median(bare), "times", Beside(Median(own), Median(bare), "ms"));
+  Row("memory beside a bare window", Median(ownMemory) / Median(bareMemory), "times",
+      Beside(Median(ownMemory) / kMegabyte, Median(bareMemory) / kMegabyte, "MB"));
+}
+
+void MeasureStop(WindowsPc& pc, const std::string& program) {
+  ProgramUnderTest process(pc, program, std::string("-PING_N 600 ") + kNearAddress);
+  const WindowUnderTest window = WaitForMainWindow(process);
+  std::vector<double> waits;
+  for (int i = 0; i < kStops; ++i) {
+    if (!WaitUntil(kSoon, [&] { return RunIsActive(window); })) throw LabError("the run does not begin");
+    // Another moment of the rhythm each time.
+    window.WaitForLine(ID_lstResult, "PING test...", kSoon);
+    const std::string phase = std::to_string(0.05 * i);
+    Run({"sleep", phase});
+    waits.push_back(window.MillisecondsFromClickTo(ID_cmdPing, "&Ping", kSoon));
+    window.Click(ID_cmdPing);
+  }
+  Row("stop, click to restored caption: median", Median(waits), "ms", "");
+  Row("stop, click to restored caption: longest", *std::max_element(waits.begin(), waits.end()), "ms", "");
+}
+
+void MeasureRhythm(WindowsPc& pc, const std::string& program) {
+  using Clock = std::chrono::steady_clock;
+  ProgramUnderTest process(pc, program, "-PING_N " + std::to_string(kEchoes) + " " + kNearAddress);
+  const WindowUnderTest window = WaitForMainWindow(process);
+  window.WaitForLine(ID_lstResult, "PING test...", kSoon);
+  const auto begun = Clock::now();
+  window.WaitForText(ID_cmdPing, "&Ping", std::chrono::seconds(2 * kEchoes));
+  const double seconds = std::chrono::duration<double>(Clock::now() - begun).count();
+  Row("rhythm: " + std::to_string(kEchoes) + " echoes, deviation", 100 * (seconds - kEchoes) / kEchoes, "%",
+      Beside(seconds, kEchoes, "s"));
+}
+
+void MeasureAll(char** arguments) {
+  const std::string program = arguments[1];
+  const Laboratory laboratory(arguments[5]);
+  WindowsPc::Options options;
+  options.driver = arguments[3];
+  options.programPath = arguments[4];
+  options.cacheFolder = arguments[5];
+  options.networkNamespace = laboratory.Namespace(Host::Pc);
+  WindowsPc pc(options);
+  Row("program size", static_cast<double>(std::filesystem::file_size(program)) / 1024, "KB", "");
+  MeasureStart(pc, program, arguments[2]);
+  MeasureStop(pc, program);
+  MeasureRhythm(pc, program);
+}
+
+}  // namespace
+}  // namespace tarvik::lab
+
+int main(int count, char** arguments) {
+  using namespace tarvik::lab;
+  if (count != 6) {
+    std::cerr << "bench_speed PROGRAM BARE_WINDOW DRIVER BENCH CACHE\n";
+    return 2;
+  }
+  try {
+    if (const auto reason = Laboratory::WhyNot()) throw LabError("no laboratory on this machine: " + *reason);
+    MeasureAll(arguments);
+    return 0;
+  } catch (const LabError& error) {
+    std::cout << "FAIL  " << error.what() << std::endl;
+    return 1;
+  }
+}
