@@ -44,6 +44,7 @@ std::wstring ControlWindow::WindowText() const {
 }
 
 void ControlWindow::SetWindowCaption(const std::wstring& text) {
+  if (text == WindowText()) return;
   if (!SetWindowTextW(window_, text.c_str()))
     ThrowRefusal(L"A control of the window does not take its text.");
 }
@@ -60,6 +61,17 @@ void ControlWindow::EnableOrDisable(bool enable) {
 
 void ControlWindow::TakeFocus() { form_.FocusOn(window_); }
 
+void ControlWindow::PutAt(const Rect& bounds) {
+  place_ = bounds;
+  if (form_.EverShown()) ApplyPlace();
+}
+
+void ControlWindow::ApplyPlace() {
+  if (!place_) return;
+  Move(*place_);
+  place_.reset();
+}
+
 void ControlWindow::Move(const Rect& bounds) {
   if (!SetWindowPos(window_, nullptr, bounds.x, bounds.y, bounds.width, bounds.height,
                     SWP_NOZORDER | SWP_NOACTIVATE))
@@ -67,6 +79,7 @@ void ControlWindow::Move(const Rect& bounds) {
 }
 
 Rect ControlWindow::Place() const {
+  if (place_) return *place_;
   RECT box{};
   GetWindowRect(window_, &box);
   MapWindowPoints(nullptr, GetParent(window_), reinterpret_cast<POINT*>(&box), 2);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "platform/windows_win32.h"
@@ -31,6 +32,9 @@ class ControlWindow {
 
   /// Takes the form's present font and scaling.
   virtual void ApplyFont();
+  /// The form is shown for the first time: moves the window to where it was placed last. Until then placing
+  /// only remembers, for the window is laid out more than once before anybody sees it.
+  virtual void ApplyPlace();
   /// A WM_COMMAND notification of this control.
   virtual void OnCommand(WORD) {}
   /// A WM_NOTIFY notification of this control.
@@ -63,6 +67,8 @@ class ControlWindow {
   void EnableOrDisable(bool enable);
   bool IsOperable() const { return (Style() & WS_DISABLED) == 0; }
   void TakeFocus();
+  /// Places the window now, or when the form is first shown.
+  void PutAt(const Rect& bounds);
   void Move(const Rect& bounds);
   Rect Place() const;
   DWORD Style() const { return static_cast<DWORD>(GetWindowLongW(window_, GWL_STYLE)); }
@@ -81,6 +87,7 @@ class ControlWindow {
 
   HWND window_ = nullptr;
   int id_;
+  std::optional<Rect> place_;  ///< not yet applied
   HWND subclassed_ = nullptr;
   WNDPROC original_ = nullptr;
 };
@@ -105,7 +112,7 @@ class Win32Control : public Base, public ControlWindow {
   void SetEnabled(bool enabled) override { EnableOrDisable(enabled); }
   bool Enabled() const override { return IsOperable(); }
   void SetFocus() override { TakeFocus(); }
-  void SetBounds(const Rect& bounds) override { Move(bounds); }
+  void SetBounds(const Rect& bounds) override { PutAt(bounds); }
   Rect Bounds() const override { return Place(); }
 };
 

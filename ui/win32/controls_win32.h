@@ -86,6 +86,7 @@ class Win32ListBox final : public UncaptionedControl<ListBox> {
   ~Win32ListBox() override;
 
   Size SizeFor(const std::wstring& caption) const override;
+  void SetBounds(const Rect& bounds) override { Move(bounds); }
   int Count() const override;
   std::wstring Item(int index) const override;
   void AddItem(const std::wstring& text) override;

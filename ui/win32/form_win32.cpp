@@ -162,7 +162,10 @@ void Win32Form::Show() {
     SetActiveWindow(window_);
     return;
   }
-  if (!std::exchange(everShown_, true)) KeepOnScreen();
+  if (!std::exchange(everShown_, true)) {
+    KeepOnScreen();
+    for (const auto& control : controls_) control->ApplyPlace();
+  }
   // The main window obeys whoever started the program, a shortcut that wants it maximised, say.
   ShowWindow(window_, role_ == FormRole::Main ? SW_SHOWDEFAULT : SW_SHOW);
   UpdateWindow(window_);

@@ -54,6 +54,8 @@ class Win32Form final : public Form {
   std::wstring Caption() const override;
   void Show() override;
   bool Visible() const override;
+  /// Show was called.
+  bool EverShown() const { return everShown_; }
   void SetEnabled(bool enabled) override;
   bool Enabled() const override;
   bool Minimised() const override;

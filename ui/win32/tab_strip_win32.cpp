@@ -182,8 +182,9 @@ RECT Win32TabStrip::PageArea(int width, int height) const {
   return area;
 }
 
-void Win32TabStrip::SetBounds(const Rect& bounds) {
-  Move(bounds);
+void Win32TabStrip::ApplyPlace() {
+  const Rect bounds = Place();
+  ControlWindow::ApplyPlace();
   const RECT area = PageArea(bounds.width, bounds.height);
   // The pages stand behind the row in the order of the windows. A hole in the row lets them be seen, and
   // spares them from being painted over.

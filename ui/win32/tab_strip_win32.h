@@ -16,7 +16,6 @@ class Win32TabStrip final : public UncaptionedControl<TabStrip> {
 
   void SetVisible(bool visible) override;
   void SetEnabled(bool enabled) override;
-  void SetBounds(const Rect& bounds) override;
   /// The room that the row needs to show every page's tab, whatever the caption asked about.
   Size SizeFor(const std::wstring& caption) const override;
 
@@ -35,6 +34,7 @@ class Win32TabStrip final : public UncaptionedControl<TabStrip> {
   void Walk(bool backwards) noexcept;
 
   void ApplyFont() override;
+  void ApplyPlace() override;
   void OnNotify(const NMHDR& notification) override;
   bool TakesFocusAt(POINT place) const override;
   bool HasMnemonic(wchar_t letter) const override { return PageOfMnemonic(letter) != kNone; }
