@@ -39,6 +39,8 @@ class ControlWindow {
   virtual void OnCommand(WORD) {}
   /// A WM_NOTIFY notification of this control.
   virtual void OnNotify(const NMHDR&) {}
+  /// The pointer moves over the window.
+  virtual void OnPointerOver() {}
   /// Asked before the user takes the focus to another control; false keeps it.
   virtual bool AgreesToLeave() { return true; }
   /// True when a mouse button going down at that place, in the window's coordinates, brings the focus here.

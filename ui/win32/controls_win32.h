@@ -97,11 +97,11 @@ class Win32ListBox final : public UncaptionedControl<ListBox> {
   void SetHorizontalExtent(int pixels) override;
   void SetRedraw(bool redraw) override;
   void OnCommand(WORD notification) override;
+  void OnPointerOver() override;
 
  private:
-  void AddToolTip(std::wstring text);
-
-  HWND tip_ = nullptr;
+  std::wstring toolTip_;
+  HWND tip_ = nullptr;  ///< made when it is first needed
 };
 
 }  // namespace tarvik::ui

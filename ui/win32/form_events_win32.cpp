@@ -46,6 +46,7 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       SetMinimumTrack(*reinterpret_cast<MINMAXINFO*>(lParam));
       return 0;
     case WM_SETCURSOR:
+      if (ControlWindow* control = ControlOf(reinterpret_cast<HWND>(wParam))) control->OnPointerOver();
       if (ShowHourglass()) return TRUE;
       break;
     case WM_ACTIVATE:

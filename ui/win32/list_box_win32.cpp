@@ -13,15 +13,15 @@ Win32ListBox::Win32ListBox(Win32Form& form, HWND parent, int id, const std::wstr
                          {L"ListBox",
                           LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | LBS_USETABSTOPS | WS_VSCROLL | WS_HSCROLL |
                               WS_TABSTOP | WS_GROUP,
-                          WS_EX_CLIENTEDGE}) {
-  if (!toolTip.empty()) AddToolTip(toolTip);
-}
+                          WS_EX_CLIENTEDGE}),
+      toolTip_(toolTip) {}
 
 Win32ListBox::~Win32ListBox() {
   if (tip_ != nullptr) DestroyWindow(tip_);
 }
 
-void Win32ListBox::AddToolTip(std::wstring text) {
+void Win32ListBox::OnPointerOver() {
+  if (toolTip_.empty() || tip_ != nullptr) return;
   // A topmost window that the form owned would be moved along by Wine when the form itself is to be kept
   // above the others, and the form be put behind it among the ordinary windows. A list without its tip is
   // still a list, so a failure is passed over.
@@ -33,7 +33,7 @@ void Win32ListBox::AddToolTip(std::wstring text) {
   tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
   tool.hwnd = form_.Window();
   tool.uId = reinterpret_cast<UINT_PTR>(Window());
-  tool.lpszText = text.data();
+  tool.lpszText = toolTip_.data();
   SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
