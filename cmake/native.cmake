@@ -25,12 +25,14 @@ foreach(library gtest gtest_main gmock gmock_main)
 endforeach()
 include(GoogleTest)
 
-file(GLOB native_tests CONFIGURE_DEPENDS tests/app/*.cpp tests/net/*.cpp tests/platform/*.cpp tests/resources/*.cpp
+add_subdirectory(bench)
+
+file(GLOB native_tests CONFIGURE_DEPENDS tests/app/*.cpp tests/bench/*.cpp tests/net/*.cpp tests/platform/*.cpp tests/resources/*.cpp
      tests/ui/*.cpp tests/recorded/*.cpp)
 if(native_tests)
   add_executable(native_tests ${native_tests})
   target_compile_definitions(native_tests PRIVATE TARVIK_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
-  target_link_libraries(native_tests PRIVATE tarvik_memory gtest_main)
+  target_link_libraries(native_tests PRIVATE tarvik_memory bench_core gtest_main)
   gtest_discover_tests(native_tests PROPERTIES LABELS native DISCOVERY_TIMEOUT 60)
 endif()
 
@@ -41,7 +43,7 @@ foreach(source ${fuzzers})
   add_executable(fuzz_${name} ${source})
   target_compile_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
   target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
-  target_link_libraries(fuzz_${name} PRIVATE tarvik_memory)
+  target_link_libraries(fuzz_${name} PRIVATE tarvik_memory bench_core)
   set(corpus ${CMAKE_BINARY_DIR}/corpus/${name})
   file(MAKE_DIRECTORY ${corpus})
   add_test(NAME fuzz_${name} COMMAND fuzz_${name} -max_total_time=10 -max_len=8192 -timeout=5 ${corpus})
