@@ -1,0 +1,170 @@
+#include "bench/nx_connections.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+
+#include "bench/controller_server.h"
+
+namespace tarvik::bench {
+namespace {
+
+constexpr uint32_t kThisMachine = 0x7F000001;
+
+/// A controller on this machine, on a thread of its own.
+class RunningController {
+ public:
+  explicit RunningController(std::string_view scenario)
+      : server_(ReadControllerScenario(scenario), {kThisMachine, 0}), thread_([this] {
+          while (!ending_) server_.Step(20);
+        }) {}
+  ~RunningController() {
+    ending_ = true;
+    thread_.join();
+  }
+
+  uint16_t Port() const { return server_.Port(); }
+
+ private:
+  ControllerServer server_;
+  std::atomic<bool> ending_ = false;
+  std::thread thread_;
+};
+
+class NxConnectionsTest : public testing::Test {
+ protected:
+  void SwitchOn(std::string_view scenario) { controller_ = std::make_unique<RunningController>(scenario); }
+
+  int16_t Allocate(const std::string& code = {}, int32_t timeOut = 30) {
+    return connections_.Allocate("127.0.0.1", controller_->Port(), code, timeOut, handle_);
+  }
+
+  int16_t Ask(Call call, size_t size) {
+    Request request;
+    request.call = call;
+    request.areaType = 9;
+    return connections_.Ask(handle_, request, size, body_);
+  }
+
+  NxConnections connections_;
+  std::unique_ptr<RunningController> controller_;
+  uint16_t handle_ = 0;
+  std::string body_;
+};
+
+TEST_F(NxConnectionsTest, A_whole_conversation) {
+  SwitchOn("options 3\npmc D 0 42");
+  ASSERT_EQ(Allocate(), 0);
+  EXPECT_NE(handle_, 0);
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), 0);
+  EXPECT_EQ(body_[0], 3);
+  EXPECT_EQ(Ask(Call::PmcRead, 1), 0);
+  EXPECT_EQ(body_, "*");
+  EXPECT_EQ(connections_.Free(handle_), 0);
+}
+
+TEST_F(NxConnectionsTest, A_name_stands_for_its_host) {
+  SwitchOn("");
+  EXPECT_EQ(connections_.Allocate("localhost", controller_->Port(), "", 30, handle_), 0);
+  EXPECT_EQ(connections_.Allocate("no host at all", controller_->Port(), "", 30, handle_), kResultNoHost);
+}
+
+TEST_F(NxConnectionsTest, Handles_are_never_0_and_are_counted) {
+  SwitchOn("");
+  ASSERT_EQ(Allocate(), 0);
+  const uint16_t first = handle_;
+  ASSERT_EQ(Allocate(), 0);
+  EXPECT_NE(handle_, first);
+  EXPECT_EQ(connections_.Count(), 2U);
+  EXPECT_EQ(connections_.Free(first), 0);
+  EXPECT_EQ(connections_.Free(first), kResultBadHandle);
+  EXPECT_EQ(connections_.Count(), 1U);
+}
+
+TEST_F(NxConnectionsTest, A_handle_that_is_not_open_is_bad) {
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), -8);
+  EXPECT_EQ(connections_.Free(7), -8);
+}
+
+TEST_F(NxConnectionsTest, No_more_than_32_handles_are_open) {
+  SwitchOn("");
+  for (int i = 0; i < 32; ++i) ASSERT_EQ(Allocate(), 0);
+  EXPECT_EQ(Allocate(), kResultNoMemory);
+}
+
+TEST_F(NxConnectionsTest, A_wrong_access_code_leaves_no_handle) {
+  SwitchOn("access_code 1234");
+  EXPECT_EQ(Allocate(), kResultAccessCode);
+  EXPECT_EQ(Allocate("4321"), kResultAccessCode);
+  EXPECT_EQ(handle_, 0);
+  EXPECT_EQ(connections_.Count(), 0U);
+  EXPECT_EQ(Allocate("1234"), 0);
+}
+
+TEST_F(NxConnectionsTest, Connections_beyond_the_allowed_ones_are_refused) {
+  SwitchOn("connections 2");
+  EXPECT_EQ(Allocate(), 0);
+  EXPECT_EQ(Allocate(), 0);
+  EXPECT_EQ(Allocate(), kResultNoConnection);
+}
+
+TEST_F(NxConnectionsTest, Silence_ends_in_the_time_out_and_the_handle_is_lost) {
+  SwitchOn("silent sysinfo");
+  ASSERT_EQ(Allocate({}, 1), 0);
+  EXPECT_EQ(Ask(Call::SystemInfo, kSystemInformationBodySize), kResultTimeOut);
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultLost);
+  EXPECT_EQ(connections_.Free(handle_), 0);
+}
+
+TEST_F(NxConnectionsTest, An_answer_that_comes_too_late_is_a_time_out) {
+  SwitchOn("delay connect 600000");
+  EXPECT_EQ(Allocate({}, 1), kResultTimeOut);
+}
+
+TEST_F(NxConnectionsTest, A_delayed_answer_holds_up_no_other_connection) {
+  SwitchOn("delay sysinfo 600000");
+  ASSERT_EQ(Allocate({}, 1), 0);
+  EXPECT_EQ(Ask(Call::SystemInfo, kSystemInformationBodySize), kResultTimeOut);
+  ASSERT_EQ(Allocate(), 0);
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), 0);
+}
+
+TEST_F(NxConnectionsTest, A_connection_that_ends_under_the_call_is_lost) {
+  SwitchOn("drop options");
+  ASSERT_EQ(Allocate(), 0);
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultLost);
+}
+
+TEST_F(NxConnectionsTest, A_controller_that_is_switched_off_is_lost) {
+  SwitchOn("");
+  ASSERT_EQ(Allocate(), 0);
+  controller_.reset();
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultLost);
+}
+
+TEST_F(NxConnectionsTest, Rubbish_and_a_body_of_another_size_are_no_answer) {
+  SwitchOn("rubbish options");
+  ASSERT_EQ(Allocate(), 0);
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultNoAnswer);
+  ASSERT_EQ(Allocate(), 0);
+  EXPECT_EQ(Ask(Call::SystemInfo, kSystemInformationBodySize + 1), kResultNoAnswer);
+}
+
+TEST_F(NxConnectionsTest, An_error_code_passes_and_the_handle_stays_good) {
+  SwitchOn("result options 5 first 1");
+  ASSERT_EQ(Allocate(), 0);
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), 5);
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), 0);
+}
+
+TEST(EffectiveTimeOut, Is_bounded_and_never_0) {
+  EXPECT_EQ(EffectiveTimeOut(0), 10);
+  EXPECT_EQ(EffectiveTimeOut(-5), 10);
+  EXPECT_EQ(EffectiveTimeOut(3), 3);
+  EXPECT_EQ(EffectiveTimeOut(32767), 3600);
+}
+
+}  // namespace
+}  // namespace tarvik::bench

@@ -1,0 +1,23 @@
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "bench/controller.h"
+
+// What came over the network: messages one behind the other, first to a controller and then to its client.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace tarvik::bench;
+  static const ControllerScenario scenario = ReadControllerScenario(
+      "pmc_counts D 0 9999 reads\npmc_counts R 5 9 every 3\npmc_error X 1 2 3 4\npmc_size C 7");
+  Controller controller(scenario);
+  ControllerSession session;
+  session.connected = true;
+  std::string received(reinterpret_cast<const char*>(data), size);
+  bool broken = false;
+  for (int64_t now = 0; const std::optional<std::string> payload = TakePayload(received, broken); ++now) {
+    std::string answer = controller.Answer(session, *payload, now).bytes;
+    if (const std::optional<std::string> back = TakePayload(answer, broken)) ParseReply(*back);
+    ParseReply(*payload);
+  }
+  return 0;
+}
