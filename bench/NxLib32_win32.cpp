@@ -34,10 +34,7 @@ Library& TheLibrary() {
   return library;
 }
 
-bool Lies(const char* how) {
-  return (" " + Setting("TARVIK_BENCH_NXLIB_LIE", "") + " ").find(" " + std::string(how) + " ") !=
-         std::string::npos;
-}
+bool Lies(const char* how) { return SettingHas("TARVIK_BENCH_NXLIB_LIE", how); }
 
 int16_t Logged(const std::string& call, int16_t result, const std::string& answer = {}) {
   LogCall(call + " = " + std::to_string(result) + answer +

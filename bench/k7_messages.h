@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tarvik::bench {
+
+// What the stand-in of the K7 API and the K7 server of the bench say to each other, one UDP datagram each
+// way. A reply bears the number of its request, so that one which comes late is told apart.
+
+inline constexpr uint16_t kK7Port = 8300;
+inline constexpr size_t kMostK7Address = 255;
+
+struct K7Request {
+  enum class Kind : uint8_t { Hello, Check };
+
+  Kind kind = Kind::Hello;
+  uint32_t number = 0;
+  int32_t stateA = 0;  ///< Check, as the next two
+  int32_t stateB = 0;
+  std::string address;  ///< of the unit; cut after kMostK7Address bytes
+};
+
+/// What the server knows of a unit.
+enum class K7Verdict : uint8_t { Unknown, Dead, Live };
+
+struct K7Reply {
+  uint32_t number = 0;
+  K7Verdict verdict = K7Verdict::Unknown;
+  int32_t stateA = 0;
+  int32_t stateB = 0;
+  int32_t extra = 0;
+};
+
+std::string K7Datagram(const K7Request& request);
+std::string K7Datagram(const K7Reply& reply);
+
+/// Nothing when the datagram is none of ours.
+std::optional<K7Request> ParseK7Request(std::string_view datagram);
+std::optional<K7Reply> ParseK7Reply(std::string_view datagram);
+
+}  // namespace tarvik::bench

@@ -1,0 +1,89 @@
+#include "bench/k7_server.h"
+
+#include <optional>
+
+#include "bench/scenario_text.h"
+
+namespace tarvik::bench {
+namespace {
+
+constexpr int32_t kMostMilliseconds = 600000;
+
+K7Verdict VerdictOf(const ScenarioLine& line, const std::string& word) {
+  if (word == "live") return K7Verdict::Live;
+  if (word == "dead") return K7Verdict::Dead;
+  if (word == "unknown") return K7Verdict::Unknown;
+  line.Fail("\"live\", \"dead\" or \"unknown\" is expected, not \"" + word + "\"");
+}
+
+void ReadLine(K7Scenario& scenario, const ScenarioLine& line) {
+  const std::string& name = line.Name();
+  const bool unit = name == "unit";
+  line.Expect(unit ? 2 : name == "silent" ? 0 : 1, unit ? 2 : name == "silent" ? 0 : 1);
+  if (unit) {
+    const bool reboots = line.Word(1) == "reboots";
+    scenario.units[line.Word(0)] = {reboots ? K7Verdict::Live : VerdictOf(line, line.Word(1)), reboots};
+  } else if (name == "others") {
+    scenario.others = VerdictOf(line, line.Word(0));
+  } else if (name == "port") {
+    scenario.port = static_cast<uint16_t>(line.Number(0, 0, UINT16_MAX));
+  } else if (name == "silent") {
+    scenario.silent = true;
+  } else if (name == "start_takes") {
+    scenario.startsNever = line.Word(0) == "forever";
+    if (!scenario.startsNever) scenario.startTakes = line.Number(0, 0, kMostMilliseconds);
+  } else if (name == "stop_takes") {
+    scenario.stopTakes = line.Number(0, 0, kMostMilliseconds);
+  } else if (name == "stop") {
+    if (line.Word(0) != "ignored" && line.Word(0) != "refused") {
+      line.Fail("\"ignored\" or \"refused\" is expected, not \"" + line.Word(0) + "\"");
+    }
+    scenario.stop = line.Word(0) == "ignored" ? K7Scenario::Stop::Ignored : K7Scenario::Stop::Refused;
+  } else {
+    line.Fail("not known");
+  }
+}
+
+}  // namespace
+
+K7Scenario ReadK7Scenario(std::string_view text) {
+  K7Scenario scenario;
+  for (const ScenarioLine& line : ReadScenarioLines(text)) ReadLine(scenario, line);
+  return scenario;
+}
+
+std::string K7Server::Answer(std::string_view datagram) {
+  const std::optional<K7Request> request = ParseK7Request(datagram);
+  if (!request || scenario_.silent) return {};
+  K7Reply reply;
+  reply.number = request->number;
+  if (request->kind == K7Request::Kind::Hello) return K7Datagram(reply);
+  const auto found = scenario_.units.find(request->address);
+  if (found == scenario_.units.end()) {
+    reply.verdict = scenario_.others;
+    reply.stateA = 1;
+  } else {
+    int32_t& restarts = restarts_[request->address];
+    if (restarts == 0 || (found->second.reboots && restarts < INT32_MAX)) ++restarts;
+    reply.verdict = found->second.verdict;
+    reply.stateA = restarts;
+  }
+  // Unsigned, because the caller may hand in any number.
+  reply.stateB = static_cast<int32_t>(static_cast<uint32_t>(request->stateB) + 1);
+  reply.extra = request->stateA != 0 && request->stateA != reply.stateA ? 1 : 0;
+  return K7Datagram(reply);
+}
+
+void ServeK7(K7Server& server, const Socket& socket, int64_t milliseconds) {
+  std::vector<Waiting> waiting = {{&socket, false}};
+  WaitForAny(waiting, milliseconds);
+  if (!waiting[0].ready) return;
+  Endpoint from;
+  Transfer state = Transfer::Done;
+  const std::optional<std::string> datagram = socket.ReceiveDatagram(from, state);
+  if (!datagram) return;
+  const std::string answer = server.Answer(*datagram);
+  if (!answer.empty()) socket.SendDatagram(answer, from);
+}
+
+}  // namespace tarvik::bench
