@@ -38,6 +38,7 @@ add_custom_target(language_files ALL DEPENDS ${language_files})
 
 if(TARVIK_FAMILY_EDITION)
   add_subdirectory(bench)
+  add_subdirectory(lab/bench_caller)
   add_subdirectory(lab/window_driver)
   add_subdirectory(lab/bare_window)
   set_target_properties(window_driver bare_window PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${output})

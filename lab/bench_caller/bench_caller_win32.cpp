@@ -1,0 +1,72 @@
+// One command a line, one answer a line, in the window driver's way of writing fields. Ends with its input.
+//
+//   set <variable> <value>      for the stand-ins in this process
+//   version <library>           -> "FileVersion" and "FileDescription" of its version resource
+//   exports <library> <name>    -> 1 when it has such a call, otherwise 0
+//   <call> <arguments>          -> result, then what the call has put out
+
+#include "lab/bench_caller/bench_caller_win32.h"
+
+#include <iostream>
+
+#include "lab/driver_protocol.h"
+
+namespace tarvik::lab {
+namespace {
+
+std::string VersionText(const std::vector<char>& block, const char* name) {
+  void* text = nullptr;
+  UINT length = 0;
+  const std::string path = std::string("\\StringFileInfo\\040904B0\\") + name;
+  return ::VerQueryValueA(block.data(), path.c_str(), &text, &length) ? static_cast<const char*>(text) : "";
+}
+
+Fields Version(const Fields& arguments) {
+  DWORD ignored = 0;
+  std::vector<char> block(::GetFileVersionInfoSizeA(arguments.at(0).c_str(), &ignored));
+  if (block.empty() ||
+      !::GetFileVersionInfoA(arguments[0].c_str(), 0, static_cast<DWORD>(block.size()), block.data())) {
+    throw std::runtime_error("no version resource");
+  }
+  return {VersionText(block, "FileVersion"), VersionText(block, "FileDescription")};
+}
+
+Fields Exports(const Fields& arguments) {
+  const HMODULE module = ::LoadLibraryA(arguments.at(0).c_str());
+  if (module == nullptr) throw std::runtime_error("cannot be loaded");
+  return {::GetProcAddress(module, arguments.at(1).c_str()) != nullptr ? "1" : "0"};
+}
+
+Fields Set(const Fields& arguments) {
+  ::SetEnvironmentVariableA(arguments.at(0).c_str(), arguments.at(1).c_str());
+  return {};
+}
+
+Fields Answer(const std::map<std::string, Command>& commands, Fields fields) {
+  try {
+    const auto found = commands.find(fields.front());
+    if (found == commands.end()) throw std::runtime_error("no such command");
+    fields.erase(fields.begin());
+    Fields answer = found->second(fields);
+    answer.insert(answer.begin(), "ok");
+    return answer;
+  } catch (const std::exception& error) {
+    return {"error", error.what()};
+  }
+}
+
+void Run() {
+  std::map<std::string, Command> commands = LibraryCommands();
+  commands["version"] = Version;
+  commands["exports"] = Exports;
+  commands["set"] = Set;
+  for (std::string line; std::getline(std::cin, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    std::cout << JoinFields(Answer(commands, SplitFields(line))) << std::endl;
+  }
+}
+
+}  // namespace
+}  // namespace tarvik::lab
+
+int main() { tarvik::lab::Run(); }

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/windows_win32.h"
+
+namespace tarvik::lab {
+
+using Fields = std::vector<std::string>;
+using Command = std::function<Fields(const Fields&)>;
+
+/// The calls of the bench's libraries, by name. The first field of an answer is the result.
+std::map<std::string, Command> LibraryCommands();
+
+inline int32_t Number(const Fields& fields, size_t index) {
+  return static_cast<int32_t>(std::stoll(fields.at(index), nullptr, 0));
+}
+
+/// The call in the library, which is loaded at its first use and stays.
+template <typename Function>
+Function* Find(const char* library, const char* name) {
+  const HMODULE module = ::LoadLibraryA(library);
+  if (module == nullptr) throw std::runtime_error(std::string(library) + " cannot be loaded");
+  const FARPROC found = ::GetProcAddress(module, name);
+  if (found == nullptr) throw std::runtime_error(std::string(library) + " has no " + name);
+  return std::bit_cast<Function*>(found);
+}
+
+}  // namespace tarvik::lab

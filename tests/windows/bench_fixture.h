@@ -1,0 +1,83 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "lab/driver_protocol.h"
+#include "lab/test_ground.h"
+#include "lab/wine_prefix.h"
+
+namespace tarvik::lab {
+
+/// A program of the test's own that loads the bench's libraries and calls them: one Windows a suite, the
+/// program started anew for each test.
+class BenchTest : public testing::Test {
+ protected:
+  using Fields = std::vector<std::string>;
+
+  static void SetUpTestSuite() {
+    whyNot_ = WhyNoWindows();
+    if (!whyNot_) prefix_ = std::make_unique<WinePrefix>(Cache(), WindowsLanguage::English, 96);
+  }
+  static void TearDownTestSuite() { prefix_.reset(); }
+
+  void SetUp() override {
+    if (whyNot_) GTEST_SKIP() << *whyNot_;
+    folder_.emplace(Cache());
+    caller_ = StartInWindows({Bench() + "/bench_caller.exe"});
+    Set("TARVIK_BENCH_CALLS", WindowsPath(folder_->Path() + "/calls"));
+  }
+  void TearDown() override {
+    if (caller_) caller_->CloseInput();
+    caller_.reset();
+    folder_.reset();
+  }
+
+  static std::string Cache() { return CacheFolder(std::filesystem::temp_directory_path()); }
+  static std::string Bench() { return EnvironmentValue("TARVIK_BENCH"); }
+  static WinePrefix& Prefix() { return *prefix_; }
+  std::string Folder() const { return folder_->Path(); }
+
+  static std::unique_ptr<Process> StartInWindows(Fields command) {
+    Process::Options options;
+    options.environment = prefix_->Variables();
+    options.environment["DISPLAY"] = std::nullopt;
+    command.front() = WindowsPath(command.front());
+    command.insert(command.begin(), "wine");
+    return std::make_unique<Process>(command, options);
+  }
+
+  /// The fields of the answer, of which the first is the call's result.
+  Fields Call(const Fields& command) {
+    caller_->Write(JoinFields(command) + "\n");
+    Fields answer = SplitFields(caller_->ReadLine(std::chrono::seconds(120)));
+    const bool done = answer.front() == "ok";
+    answer.erase(answer.begin());
+    if (!done) throw LabError(command.front() + ": " + answer.at(0));
+    return answer;
+  }
+
+  void Set(const std::string& variable, const std::string& value) { Call({"set", variable, value}); }
+
+  /// What the stand-ins have written down of the calls so far.
+  Fields Calls() const {
+    Fields lines;
+    std::ifstream file(folder_->Path() + "/calls");
+    for (std::string line; std::getline(file, line);) lines.push_back(line);
+    return lines;
+  }
+
+ private:
+  static inline std::optional<std::string> whyNot_;
+  static inline std::unique_ptr<WinePrefix> prefix_;
+  std::optional<WorkFolder> folder_;
+  std::unique_ptr<Process> caller_;
+};
+
+}  // namespace tarvik::lab
