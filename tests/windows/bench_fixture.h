@@ -34,7 +34,10 @@ class BenchTest : public testing::Test {
     Set("TARVIK_BENCH_CALLS", WindowsPath(folder_->Path() + "/calls"));
   }
   void TearDown() override {
-    if (caller_) caller_->CloseInput();
+    if (caller_) {
+      caller_->CloseInput();
+      caller_->Wait(std::chrono::seconds(10));
+    }
     caller_.reset();
     folder_.reset();
   }

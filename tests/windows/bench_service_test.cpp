@@ -72,7 +72,7 @@ TEST_F(BenchService, Is_installed_started_queried_stopped_and_removed) {
   EXPECT_TRUE(Becomes(kStopped));
   EXPECT_EQ(Remove(), "0");
   EXPECT_EQ(Call({"QSetup_GetServiceStatus", kService}).at(0), kNoService);
-  EXPECT_EQ(Calls().front().substr(0, 57), "QSetup_InstallService(\"K7Server\", \"K7 server\", \"Z:\\");
+  EXPECT_TRUE(Calls().front().starts_with("QSetup_InstallService(\"K7Server\", \"K7 server\", \"Z:\\"));
 }
 
 TEST_F(BenchService, One_that_is_not_there_has_a_code_of_its_own) {
@@ -83,7 +83,7 @@ TEST_F(BenchService, One_that_is_not_there_has_a_code_of_its_own) {
 }
 
 TEST_F(BenchService, Starts_and_stops_slowly) {
-  Install("start_takes 1500\nstop_takes 1500\n");
+  Install("start_takes 4000\nstop_takes 4000\n");
   EXPECT_EQ(Start(), "0");
   EXPECT_EQ(State(), kStartPending);
   EXPECT_TRUE(Becomes(kRunning));
