@@ -16,29 +16,45 @@ K7Verdict VerdictOf(const ScenarioLine& line, const std::string& word) {
   line.Fail("\"live\", \"dead\" or \"unknown\" is expected, not \"" + word + "\"");
 }
 
+const std::string& OneWord(const ScenarioLine& line) {
+  line.Expect(1, 1);
+  return line.Word(0);
+}
+
+void ReadUnit(K7Scenario& scenario, const ScenarioLine& line) {
+  line.Expect(2, 2);
+  const bool reboots = line.Word(1) == "reboots";
+  scenario.units[line.Word(0)] = {reboots ? K7Verdict::Live : VerdictOf(line, line.Word(1)), reboots};
+}
+
+void ReadStop(K7Scenario& scenario, const ScenarioLine& line) {
+  const std::string& word = OneWord(line);
+  if (word != "ignored" && word != "refused") {
+    line.Fail("\"ignored\" or \"refused\" is expected, not \"" + word + "\"");
+  }
+  scenario.stop = word == "ignored" ? K7Scenario::Stop::Ignored : K7Scenario::Stop::Refused;
+}
+
 void ReadLine(K7Scenario& scenario, const ScenarioLine& line) {
   const std::string& name = line.Name();
-  const bool unit = name == "unit";
-  line.Expect(unit ? 2 : name == "silent" ? 0 : 1, unit ? 2 : name == "silent" ? 0 : 1);
-  if (unit) {
-    const bool reboots = line.Word(1) == "reboots";
-    scenario.units[line.Word(0)] = {reboots ? K7Verdict::Live : VerdictOf(line, line.Word(1)), reboots};
+  if (name == "unit") {
+    ReadUnit(scenario, line);
   } else if (name == "others") {
-    scenario.others = VerdictOf(line, line.Word(0));
+    scenario.others = VerdictOf(line, OneWord(line));
   } else if (name == "port") {
+    OneWord(line);
     scenario.port = static_cast<uint16_t>(line.Number(0, 0, UINT16_MAX));
   } else if (name == "silent") {
+    line.Expect(0, 0);
     scenario.silent = true;
   } else if (name == "start_takes") {
-    scenario.startsNever = line.Word(0) == "forever";
+    scenario.startsNever = OneWord(line) == "forever";
     if (!scenario.startsNever) scenario.startTakes = line.Number(0, 0, kMostMilliseconds);
   } else if (name == "stop_takes") {
+    OneWord(line);
     scenario.stopTakes = line.Number(0, 0, kMostMilliseconds);
   } else if (name == "stop") {
-    if (line.Word(0) != "ignored" && line.Word(0) != "refused") {
-      line.Fail("\"ignored\" or \"refused\" is expected, not \"" + line.Word(0) + "\"");
-    }
-    scenario.stop = line.Word(0) == "ignored" ? K7Scenario::Stop::Ignored : K7Scenario::Stop::Refused;
+    ReadStop(scenario, line);
   } else {
     line.Fail("not known");
   }
