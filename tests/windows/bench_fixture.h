@@ -45,6 +45,10 @@ class BenchTest : public testing::Test {
   static std::string Cache() { return CacheFolder(std::filesystem::temp_directory_path()); }
   static std::string Bench() { return EnvironmentValue("TARVIK_BENCH"); }
   static WinePrefix& Prefix() { return *prefix_; }
+
+  /// Before the suite's first program: its Windows stands in that network namespace.
+  static void SetNetworkNamespace(const std::string& name) { namespace_ = name; }
+  static void SkipSuite(const std::optional<std::string>& whyNot) { whyNot_ = whyNot; }
   std::string Folder() const { return folder_->Path(); }
 
   static std::unique_ptr<Process> StartInWindows(Fields command) {
@@ -53,6 +57,7 @@ class BenchTest : public testing::Test {
     options.environment["DISPLAY"] = std::nullopt;
     command.front() = WindowsPath(command.front());
     command.insert(command.begin(), "wine");
+    if (!namespace_.empty()) command.insert(command.begin(), {"ip", "netns", "exec", namespace_});
     return std::make_unique<Process>(command, options);
   }
 
@@ -78,6 +83,7 @@ class BenchTest : public testing::Test {
 
  private:
   static inline std::optional<std::string> whyNot_;
+  static inline std::string namespace_;
   static inline std::unique_ptr<WinePrefix> prefix_;
   std::optional<WorkFolder> folder_;
   std::unique_ptr<Process> caller_;
