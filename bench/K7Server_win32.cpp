@@ -28,7 +28,6 @@ K7Scenario OwnScenario() {
 
 /// The server and its socket. Throws ScenarioError when the scenario cannot be read or the port is taken.
 struct ListeningServer {
-  NetworkLibrary network;
   K7Server server{OwnScenario()};
   Socket socket = Socket::BindUdp({0, server.Scenario().port});
 
@@ -134,6 +133,7 @@ int Run(int count, char** arguments) {
   std::string commandLine = "K7Server";
   for (int i = 1; i < count; ++i) commandLine += std::string(" ") + arguments[i];
   LogCall(commandLine);
+  StartNetwork();
   if (count == 2 && std::string(arguments[1]) == "-debug") return RunByHand();
   const SERVICE_TABLE_ENTRYA services[] = {{kServiceName, ServiceMain}, {nullptr, nullptr}};
   if (count == 1 && ::StartServiceCtrlDispatcherA(services)) return 0;

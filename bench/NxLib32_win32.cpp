@@ -24,7 +24,8 @@ constexpr int16_t kLieFailure = -1;
 constexpr size_t kPmcHeaderSize = offsetof(nx_pmc_range, data);
 
 struct Library {
-  NetworkLibrary network;
+  Library() { StartNetwork(); }
+
   NxConnections connections;
 };
 

@@ -47,7 +47,7 @@ int Run(int count, char** arguments) {
     }
   }
   if (scenario.empty()) return Usage();
-  const NetworkLibrary network;
+  StartNetwork();
   try {
     ControllerServer server(ReadControllerScenario(ReadAll(scenario)), {0, port});
     std::printf("listening on port %d\n", server.Port());

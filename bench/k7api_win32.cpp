@@ -31,7 +31,8 @@ constexpr int16_t kTrue = -1;
 constexpr int32_t kFailure = -1;
 
 struct Library {
-  NetworkLibrary network;
+  Library() { StartNetwork(); }
+
   K7Handles handles{kWaitForAnswer};
   uint32_t errorCode = 0;
   uint32_t systemError = 0;

@@ -81,13 +81,7 @@ void WaitForAny(std::vector<Waiting>& sockets, int64_t milliseconds);
 /// Milliseconds of a clock that only goes forward.
 int64_t Milliseconds();
 
-/// The network library, for as long as the object lives.
-class NetworkLibrary {
- public:
-  NetworkLibrary();
-  NetworkLibrary(const NetworkLibrary&) = delete;
-  NetworkLibrary& operator=(const NetworkLibrary&) = delete;
-  ~NetworkLibrary();
-};
+/// Starts the system's network library, which then stays for as long as the process runs.
+void StartNetwork();
 
 }  // namespace tarvik::bench

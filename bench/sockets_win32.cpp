@@ -173,11 +173,9 @@ void WaitForAny(std::vector<Waiting>& sockets, int64_t milliseconds) {
 
 int64_t Milliseconds() { return static_cast<int64_t>(::GetTickCount64()); }
 
-NetworkLibrary::NetworkLibrary() {
+void StartNetwork() {
   WSADATA data;
   ::WSAStartup(0x0202, &data);
 }
-
-NetworkLibrary::~NetworkLibrary() { ::WSACleanup(); }
 
 }  // namespace tarvik::bench

@@ -30,7 +30,7 @@ Controller::Controller(const Laboratory& laboratory, Host host, const std::strin
 
 Controller::Controller(const std::string& scenario) : Controller(ControllerAt(0), scenario) {}
 
-Controller::Controller(std::vector<std::string> command, const std::string& scenario)
+Controller::Controller(const std::vector<std::string>& command, const std::string& scenario)
     : process_(command, ErrorsToo()) {
   process_.Write(scenario);
   process_.CloseInput();

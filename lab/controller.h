@@ -23,7 +23,7 @@ class Controller {
   int Port() const { return port_; }
 
  private:
-  Controller(std::vector<std::string> command, const std::string& scenario);
+  Controller(const std::vector<std::string>& command, const std::string& scenario);
 
   Process process_;
   int port_ = 0;
