@@ -62,6 +62,7 @@ enum ControlId : int {
   ID_lblModules = 2003,
   ID_cmdOK = 2004,
   ID_cmdSysInfo = 2005,
+  ID_lblOsVersion = 2006,
 
   // frmPmcTest
   ID_Label1_0 = 3001,

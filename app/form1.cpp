@@ -46,6 +46,8 @@ void Form1::WireEvents() {
   controls_.cmdPing.onClick = on(&Form1::cmdPing_Click);
   controls_.cmdAllTest.onClick = on(&Form1::cmdAllTest_Click);
   controls_.cmdAllFtpTest.onClick = on(&Form1::cmdAllFtpTest_Click);
+  controls_.cmdK7Api.onClick = on(&Form1::cmdK7Api_Click);
+  controls_.mnuHelpSub.onClick = on(&Form1::mnuHelpSub_Click);
   controls_.chkAccessCode.onClick = on(&Form1::chkAccessCode_Click);
   controls_.lstResult.onDoubleClick = on(&Form1::lstResult_DblClick);
 
@@ -132,7 +134,7 @@ bool Form1::txtPingReqCount_Validate() {
 }
 
 void Form1::Form_Escape() {
-  if (ground_.flags.busy) ground_.flags.stopRequested = true;
+  if (ground_.flags.busy || k7ApiBusy_) ground_.flags.stopRequested = true;
 }
 
 }  // namespace tarvik

@@ -2,8 +2,15 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 
+#include "about/about_box.h"
+#include "about/file_util.h"
+#include "about/kernel_calls.h"
+#include "about/machine_registry.h"
+#include "about/module_check.h"
+#include "about/version_library.h"
 #include "app/command_line.h"
 #include "app/configuration_library.h"
 #include "app/form1_controls.h"
@@ -11,6 +18,7 @@
 #include "app/result_list.h"
 #include "app/run_flags.h"
 #include "app/secret_decoder.h"
+#include "k7/k7_api.h"
 #include "net/icmp.h"
 #include "net/reachability_check.h"
 #include "net/winsock.h"
@@ -47,6 +55,12 @@ struct Form1Ground {
   ProfileStrings& profile;
   SettingsStore& settings;
   Clipboard& clipboard;
+  KernelCalls& kernel;
+  VersionLibrary& version;
+  MachineRegistry& registry;
+  K7Api& k7Api;
+  /// Makes the window of a further form; its class is the form's name.
+  std::function<std::unique_ptr<ui::Form>(const wchar_t* windowClass)> newForm;
   std::wstring programFolder;       ///< without a backslash at its end
   std::wstring commandLine;         ///< the text behind the program's name
   int32_t windowsLanguage = 1033;   ///< the user's Windows language as a locale id
@@ -74,6 +88,10 @@ class Form1 {
   /// that fails. While a run is active it raises the stop request instead. True when every rung passed.
   bool RunAllTests();
 
+  /// The K7 API test of the address box's CNC; passes at once where its library is missing. A library that
+  /// cannot be used is told in the standard error dialog. False after any failure.
+  bool RunK7ApiTest();
+
  private:
   // Event handlers
   void Form_Resize();
@@ -83,6 +101,8 @@ class Form1 {
   void cmdPing_Click();
   void cmdAllTest_Click();
   void cmdAllFtpTest_Click();
+  void cmdK7Api_Click();
+  void mnuHelpSub_Click();
   void chkAccessCode_Click();
   void lstResult_DblClick();
   bool txtPingReqCount_Validate();
@@ -98,6 +118,8 @@ class Form1 {
    private:
     Form1& form_;
   };
+  /// The K7 API test that a click began: closing is refused and the next click is the stop.
+  class K7ApiRun;
   /// Begins a run and calls `routine` in it; while one is active it raises the stop request instead.
   bool RunOutermost(const std::function<bool()>& routine);
 
@@ -114,11 +136,15 @@ class Form1 {
   void OpenIcmp();
   void ReadCommandLine();
   void LoadCaptions();
+  void CheckModules();
   void SwitchPages();
   void PrefillNumbers();
   void TakeTargetFromCommandLine();
   void PrefillAccessCode();
   void PrefillFtp();
+  /// The about box, made anew when there is none or the user has closed it.
+  frmAbout& About();
+  void UnloadAbout();
   std::wstring Decoded(const std::wstring& encoded, Message failure);
 
   /// Keeps the list's size as laid out and the window's, from which the resize rule measures.
@@ -141,6 +167,10 @@ class Form1 {
   Texts texts_{languageMode_, resource_};
   CommandLineValues commandLine_;
   IcmpLibrary::Handle icmpHandle_ = 0;
+  MissingModules missing_;
+  std::wstring versionReport_;
+  std::unique_ptr<frmAbout> about_;
+  Boolean16 k7ApiBusy_;
   bool loading_ = false;
 
   float initialListHeight_ = 0;

@@ -2,32 +2,19 @@
 
 #include "app/address_history.h"
 #include "app/form1.h"
+#include "app/hourglass.h"
 #include "app/input_filters.h"
 #include "platform/runtime_error.h"
 
 namespace tarvik {
-namespace {
-
-/// The hourglass over the window for as long as it lives.
-class Hourglass {
- public:
-  explicit Hourglass(ui::Form& form) : form_(form) { form_.SetPointer(ui::Pointer::Hourglass); }
-  ~Hourglass() { form_.SetPointer(ui::Pointer::Default); }
-  Hourglass(const Hourglass&) = delete;
-  Hourglass& operator=(const Hourglass&) = delete;
-
- private:
-  ui::Form& form_;
-};
-
-}  // namespace
 
 Form1::OutermostRun::OutermostRun(Form1& form) : form_(form) {
-  form_.ground_.flags = {true, false};
+  form_.ground_.flags = {true, form_.k7ApiBusy_ && form_.ground_.flags.stopRequested};
 }
 
 Form1::OutermostRun::~OutermostRun() {
-  form_.ground_.flags = {};
+  // Inside a K7 API test that a click began, the stop request is that test's too.
+  form_.ground_.flags = {false, form_.k7ApiBusy_ && form_.ground_.flags.stopRequested};
   try {
     form_.controls_.cmdPing.SetCaption(RowOf(Message::PingButton).english);
   } catch (const RuntimeError&) {

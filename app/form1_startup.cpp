@@ -47,6 +47,7 @@ void Form1::Form_Load() {
   }
   LoadCaptions();
   LayOutAgain();
+  CheckModules();
   SwitchPages();
   LoadHistory(controls_.cmbIPAddr, ground_.settings);
   PrefillNumbers();
@@ -154,7 +155,7 @@ void Form1::PrefillAccessCode() {
 }
 
 void Form1::PrefillFtp() {
-  controls_.tabMode.BringToFront(kFtpPage);
+  if (controls_.tabMode.PageOn(kFtpPage)) controls_.tabMode.BringToFront(kFtpPage);
   ground_.pump.LetEventsRun();
   controls_.txtFtpUsername.SetText(commandLine_.ftpUser);
   controls_.txtFtpPasswd.SetText(Decoded(commandLine_.ftpPassword, Message::PasswordUndecodable));

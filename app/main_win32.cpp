@@ -1,9 +1,14 @@
 // The process: everything it has one of lives here, is handed to the main window, and ends behind it.
 
+#include <memory>
 #include <string>
 
+#include "about/kernel_calls_win32.h"
+#include "about/machine_registry_win32.h"
+#include "about/version_library_win32.h"
 #include "app/closed_libraries_win32.h"
 #include "app/form1.h"
+#include "k7/k7_api_win32.h"
 #include "net/icmp_win32.h"
 #include "net/ip_helper_win32.h"
 #include "net/winsock_win32.h"
@@ -52,8 +57,15 @@ int Run() {
   Win32ProfileStrings profile;
   Win32SettingsStore settings;
   Win32Clipboard clipboard(form.Window());
+  Win32KernelCalls kernel;
+  Win32VersionLibrary version;
+  Win32MachineRegistry registry;
+  Win32K7Api k7Api;
+  const auto newForm = [&form](const wchar_t* windowClass) -> std::unique_ptr<ui::Form> {
+    return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary, &form);
+  };
   Form1 form1({form, boxes, pump, flags, configuration, txCodec, winsock, icmp, ipHelper, osVersion, files, processes,
-               codePage, profile, settings, clipboard, ProgramFolder(),
+               codePage, profile, settings, clipboard, kernel, version, registry, k7Api, newForm, ProgramFolder(),
                std::wstring(BehindProgramName(::GetCommandLineW())), ::GetUserDefaultLangID(),
                TARVIK_FAMILY_EDITION != 0});
   try {

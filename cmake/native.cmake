@@ -27,8 +27,8 @@ include(GoogleTest)
 
 add_subdirectory(bench)
 
-file(GLOB native_tests CONFIGURE_DEPENDS tests/app/*.cpp tests/bench/*.cpp tests/net/*.cpp tests/platform/*.cpp tests/resources/*.cpp
-     tests/ui/*.cpp tests/recorded/*.cpp)
+file(GLOB native_tests CONFIGURE_DEPENDS tests/*/*.cpp)
+list(FILTER native_tests EXCLUDE REGEX "/tests/(fuzz|lab|windows)/")
 if(native_tests)
   add_executable(native_tests ${native_tests})
   target_compile_definitions(native_tests PRIVATE TARVIK_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")

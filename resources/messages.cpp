@@ -44,6 +44,8 @@ constexpr std::array<MessageRow, static_cast<size_t>(Message::Count)> kRows{{
     {28, L"PMC(&P)", L"&PMC"},
     {29, L"ｺｰﾄﾞ(数字8桁まで):", L"Code (up to 8 digits):"},
     {30, L"結果(&E):", L"R&esult:"},
+    // About box
+    {31, L"ｼｽﾃﾑ情報(&S)...", L"&System Info..."},
     // Reachability check
     {101, kNone, L"Cannot resolve specified host name to IP address"},
     {102, L"ｻﾌﾞﾈｯﾄﾏｽｸが必要ですが設定されていません", L"Subnet mask is not specified"},

@@ -51,6 +51,8 @@ enum class Message {
   PmcCommand,
   AccessCodeLabel,
   ResultLabel,
+  // About box
+  SystemInfoButton,
   // Reachability check
   CannotResolve,
   NoSubnetMask,

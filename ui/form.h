@@ -38,6 +38,8 @@ class Form {
   virtual std::wstring Caption() const = 0;
   virtual void Show() = 0;
   virtual bool Visible() const = 0;
+  /// Closes the window as its close button does, after the present event. A closed window does not come back.
+  virtual void AskToClose() = 0;
   virtual void SetEnabled(bool enabled) = 0;
   virtual bool Enabled() const = 0;
   virtual bool Minimised() const = 0;
@@ -50,6 +52,8 @@ class Form {
   virtual Size WindowSize() const = 0;
   virtual void SetWindowSize(Size size) = 0;
   virtual Size ClientSize() const = 0;
+  /// The user cannot change the window's size; it keeps no button that would.
+  virtual void FixSize() = 0;
   /// The user cannot drag the window below this outer size.
   virtual void SetMinimumWindowSize(Size size) = 0;
   /// Dots per inch of the monitor that the window is on; 96 = 100 percent.

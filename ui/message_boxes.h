@@ -4,6 +4,9 @@
 
 namespace tarvik::ui {
 
+/// The program's name, as titles show it.
+inline constexpr const wchar_t* kProgramTitle = L"Tarvik";
+
 enum class BoxIcon { None, Exclamation, Critical };
 
 /// Modal message boxes over the main window. An empty title stands for the default title, the program's.

@@ -16,6 +16,8 @@
 #include "tests/recorded/recorded_files.h"
 #include "tests/recorded/recorded_icmp.h"
 #include "tests/recorded/recorded_ip_helper.h"
+#include "tests/recorded/recorded_k7_api.h"
+#include "tests/recorded/recorded_modules.h"
 #include "tests/recorded/recorded_os_version.h"
 #include "tests/recorded/recorded_processes.h"
 #include "tests/recorded/recorded_profile_strings.h"
@@ -82,6 +84,8 @@ class Form1Test : public testing::Test {
     winsock.data.iMaxUdpDg = 65467;
     winsock.AddInterface("192.168.1.10", "255.255.255.0");
     icmp.AddHost("192.168.1.100");
+    for (const char* const module : {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "SvcKit.dll", "Wininet.dll"})
+      kernel.paths[module] = std::string("C:\\System\\") + module;
   }
 
   void AddString(int language, int id, const std::string& text) {
@@ -104,7 +108,9 @@ class Form1Test : public testing::Test {
     };
     form1 = std::make_unique<Form1>(Form1Ground{form, boxes, pump, flags, configuration, txCodec, winsock, icmp,
                                                 ipHelper, osVersion, files, processes, codePage, profile, settings,
-                                                clipboard, L"C:\\Program", commandLine, windowsLanguage,
+                                                clipboard, kernel, versions, registry, k7Api,
+                                                [this](const wchar_t* windowClass) { return NewForm(windowClass); },
+                                                L"C:\\Program", commandLine, windowsLanguage,
                                                 familyEdition});
   }
 
@@ -115,6 +121,13 @@ class Form1Test : public testing::Test {
   ui::MemoryListBox& List() { return form.Get<ui::MemoryListBox>(ID_lstResult); }
   void Click(int id) { Button(id).onClick(); }
   bool Listed(const std::wstring& line) { return std::count(List().lines.begin(), List().lines.end(), line) > 0; }
+
+  std::unique_ptr<ui::Form> NewForm(const wchar_t* windowClass) {
+    newForms.emplace_back(windowClass);
+    auto made = std::make_unique<ui::MemoryForm>();
+    lastForm = made.get();
+    return made;
+  }
 
   ui::MemoryForm form;
   RecordedBoxes boxes;
@@ -132,6 +145,12 @@ class Form1Test : public testing::Test {
   RecordedProfileStrings profile;
   RecordedSettings settings;
   RecordedClipboard clipboard;
+  RecordedKernel kernel;
+  RecordedVersions versions;
+  RecordedRegistry registry;
+  RecordedK7Api k7Api;
+  std::vector<std::wstring> newForms;  ///< classes of the further windows, in their order
+  ui::MemoryForm* lastForm = nullptr;  ///< the latest of them
   int32_t windowsLanguage = 1033;
   std::function<void()> onEvents;  ///< what the user does while a test pauses
   std::unique_ptr<Form1> form1;

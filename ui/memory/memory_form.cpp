@@ -67,9 +67,11 @@ bool MemoryForm::MoveFocus(TextBox& from, Control& to) {
 }
 
 bool MemoryForm::Close() {
+  if (!enabled_) return false;
   if (onQueryClose && !onQueryClose()) return false;
   if (!unloaded && onUnload) onUnload();
   unloaded = true;
+  visible_ = false;
   return true;
 }
 

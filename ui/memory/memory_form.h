@@ -26,6 +26,7 @@ class MemoryForm final : public Form {
   std::wstring Caption() const override { return caption_; }
   void Show() override { visible_ = true; }
   bool Visible() const override { return visible_; }
+  void AskToClose() override { Close(); }
   void SetEnabled(bool enabled) override { enabled_ = enabled; }
   bool Enabled() const override { return enabled_; }
   bool Minimised() const override { return minimised; }
@@ -34,6 +35,7 @@ class MemoryForm final : public Form {
   Pointer CurrentPointer() const override { return pointer_; }
   Size WindowSize() const override { return windowSize_; }
   void SetWindowSize(Size size) override;
+  void FixSize() override { fixedSize = true; }
   Size ClientSize() const override { return {windowSize_.width - 16, windowSize_.height - 60}; }
   void SetMinimumWindowSize(Size size) override { minimumWindowSize = size; }
   int Dpi() const override { return dpi; }
@@ -72,6 +74,7 @@ class MemoryForm final : public Form {
 
   bool topmost = false;
   bool minimised = false;
+  bool fixedSize = false;
   bool unloaded = false;
   int dpi = 96;
   Size minimumWindowSize;

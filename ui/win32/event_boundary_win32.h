@@ -1,11 +1,9 @@
 #pragma once
 
 #include "platform/windows_win32.h"
+#include "ui/message_boxes.h"
 
 namespace tarvik::ui {
-
-/// The program's name as titles of message boxes show it.
-inline constexpr const wchar_t* kProgramTitle = L"Tarvik";
 
 /// Shows the exception that is being handled in the standard error dialog, over the window if that is shown.
 void ReportException(HWND owner) noexcept;

@@ -25,7 +25,7 @@ void InitialiseCommonControls(const SystemLibrary& library) {
 
 }  // namespace
 
-Win32Form::Win32Form(const wchar_t* className, FormRole role)
+Win32Form::Win32Form(const wchar_t* className, FormRole role, const Win32Form* owner)
     : className_(className), role_(role) {
   commonControls_.LoadByManifest(L"comctl32.dll");
   InitialiseCommonControls(commonControls_);
@@ -42,8 +42,9 @@ Win32Form::Win32Form(const wchar_t* className, FormRole role)
 
   // The window procedure keeps window_, which WM_NCCREATE sets before anything else arrives.
   if (CreateWindowExW(WS_EX_CONTROLPARENT, className, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
-                      description.hInstance, this) == nullptr) {
+                      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                      owner == nullptr ? nullptr : owner->Window(), nullptr, description.hInstance,
+                      this) == nullptr) {
     UnregisterClassW(className, description.hInstance);
     ThrowRefusal(L"The window cannot be created.");
   }
@@ -185,6 +186,8 @@ void Win32Form::KeepOnScreen() {
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void Win32Form::AskToClose() { PostMessageW(window_, WM_CLOSE, 0, 0); }
+
 bool Win32Form::Visible() const { return IsWindowVisible(window_) != FALSE; }
 
 void Win32Form::SetEnabled(bool enabled) {
@@ -218,6 +221,13 @@ Size Win32Form::ClientSize() const {
   RECT client{};
   GetClientRect(window_, &client);
   return {static_cast<int>(client.right), static_cast<int>(client.bottom)};
+}
+
+void Win32Form::FixSize() {
+  const LONG style = GetWindowLongW(window_, GWL_STYLE);
+  SetWindowLongW(window_, GWL_STYLE, style & ~(WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX));
+  SetWindowPos(window_, nullptr, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }
 
 // The focus

@@ -31,8 +31,9 @@ enum class FormRole { Main, Secondary };
 
 class Win32Form final : public Form {
  public:
-  /// Creates the window, hidden. Throws RuntimeError when the system refuses.
-  Win32Form(const wchar_t* className, FormRole role);
+  /// Creates the window, hidden. A window with an owner stays above it. Throws RuntimeError when the system
+  /// refuses.
+  Win32Form(const wchar_t* className, FormRole role, const Win32Form* owner = nullptr);
   ~Win32Form() override;
   Win32Form(const Win32Form&) = delete;
   Win32Form& operator=(const Win32Form&) = delete;
@@ -56,6 +57,7 @@ class Win32Form final : public Form {
   bool Visible() const override;
   /// Show was called.
   bool EverShown() const { return everShown_; }
+  void AskToClose() override;
   void SetEnabled(bool enabled) override;
   bool Enabled() const override;
   bool Minimised() const override;
@@ -66,6 +68,7 @@ class Win32Form final : public Form {
   Size WindowSize() const override;
   void SetWindowSize(Size size) override;
   Size ClientSize() const override;
+  void FixSize() override;
   void SetMinimumWindowSize(Size size) override { minimumSize_ = size; }
   int Dpi() const override { return dpi_; }
   int LineHeight() const override { return Font().LineHeight(); }

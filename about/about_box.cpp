@@ -1,0 +1,121 @@
+#include "about/about_box.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "about/os_version_info.h"
+#include "about/system_information.h"
+#include "app/control_ids.h"
+#include "platform/runtime_error.h"
+#include "platform/text.h"
+#include "resources/version.h"
+#include "ui/layout.h"
+
+namespace tarvik {
+namespace {
+
+/// This edition has none.
+constexpr wchar_t kExtraDescription[] = L"";
+
+constexpr int kLeastWidthInLines = 22;
+constexpr size_t kLongestLine = 120;
+
+/// The fourth number of the version resource is the one that counts up between releases.
+std::wstring VersionText() {
+  return L"Version " + Decimal(TARVIK_VERSION_MAJOR) + L"." + Decimal(TARVIK_VERSION_MINOR) + L"." +
+         Decimal(TARVIK_VERSION_BUILD);
+}
+
+/// The report as a label shows it: paths are longer than a window should be wide, and an "&" in one is no
+/// mnemonic.
+std::wstring ForLabel(const std::wstring& report) {
+  std::wstring text;
+  size_t column = 0;
+  for (const wchar_t letter : report) {
+    if (letter != L'\r' && letter != L'\n' && column == kLongestLine) {
+      text += L"\r\n";
+      column = 0;
+    }
+    column = letter == L'\n' ? 0 : column + 1;
+    text += letter;
+    if (letter == L'&') text += letter;
+  }
+  while (text.ends_with(L'\n') || text.ends_with(L'\r')) text.pop_back();
+  return text;
+}
+
+/// Takes no input while it lives: a message box belongs to the main window and would leave this one free.
+class Disabled {
+ public:
+  explicit Disabled(ui::Form& form) : form_(form) { form_.SetEnabled(false); }
+  ~Disabled() { form_.SetEnabled(true); }
+  Disabled(const Disabled&) = delete;
+  Disabled& operator=(const Disabled&) = delete;
+
+ private:
+  ui::Form& form_;
+};
+
+}  // namespace
+
+std::wstring AboutTitle(const std::wstring& extraDescription) {
+  const std::wstring title = ui::kProgramTitle;
+  return extraDescription.empty() ? title : title + L"(" + extraDescription + L")";
+}
+
+frmAbout::frmAbout(std::unique_ptr<ui::Form> form, const AboutTools& tools, const std::wstring& versionReport)
+    : form_(std::move(form)),
+      tools_(tools),
+      cmdOK(form_->AddButton(ID_cmdOK, ui::kNoPage, L"OK")),
+      cmdSysInfo(form_->AddButton(ID_cmdSysInfo, ui::kNoPage,
+                                  tools.texts.Get(Message::SystemInfoButton).value_or(std::wstring()))),
+      lblTitle(form_->AddLabel(ID_lblTitle, ui::kNoPage, AboutTitle(kExtraDescription))),
+      lblVersion(form_->AddLabel(ID_lblVersion, ui::kNoPage, VersionText())),
+      lblOsVersion(
+          form_->AddLabel(ID_lblOsVersion, ui::kNoPage, OsVersionInfo(tools.osVersion).GetVersionName())),
+      lblModules(form_->AddLabel(ID_lblModules, ui::kNoPage, ForLabel(versionReport))) {
+  form_->SetCaption(std::wstring(ui::kProgramTitle) + L" Version Information");
+  form_->FixSize();
+  LayOut();
+  form_->onScalingChanged = [this] { Guarded(&frmAbout::LayOut); };
+  form_->onEscape = [this] { Guarded(&frmAbout::cmdOK_Click); };
+  form_->onUnload = [this] { closed_ = true; };
+  cmdOK.onClick = [this] { Guarded(&frmAbout::cmdOK_Click); };
+  cmdSysInfo.onClick = [this] { Guarded(&frmAbout::cmdSysInfo_Click); };
+}
+
+void frmAbout::Guarded(void (frmAbout::*handler)()) {
+  try {
+    (this->*handler)();
+  } catch (const RuntimeError& error) {
+    tools_.boxes.Show(error.Text(), ui::BoxIcon::Critical);
+  }
+}
+
+void frmAbout::LayOut() {
+  const int line = form_->LineHeight();
+  const int near = std::max(1, (line + 1) / 3);
+  const int far = 2 * near;
+  const ui::BoxPtr all = ui::Column(
+      2 * far,
+      ui::Boxed(ui::Column(near, ui::Boxed(ui::Fit(lblTitle, {}), ui::Fit(lblVersion, {}),
+                                           ui::Fit(lblOsVersion, {}))),
+                ui::Fit(lblModules, {}),
+                ui::Row(near, ui::Boxed(ui::Filler(), ui::Fit(cmdOK, {}), ui::Fit(cmdSysInfo, {})))));
+  const ui::Size needed = all->Measure();
+  const int width = std::max(needed.width, kLeastWidthInLines * line);
+  all->Place({2 * far, 2 * far, width, needed.height});
+  const ui::Size window = form_->WindowSize();
+  const ui::Size client = form_->ClientSize();
+  form_->SetWindowSize({width + 4 * far + window.width - client.width,
+                        needed.height + 4 * far + window.height - client.height});
+}
+
+void frmAbout::cmdOK_Click() { form_->AskToClose(); }
+
+void frmAbout::cmdSysInfo_Click() {
+  const Disabled disabled(*form_);
+  StartSysInfo(tools_.registry, tools_.processes, tools_.boxes);
+}
+
+}  // namespace tarvik

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "about/machine_registry.h"
+#include "platform/os_version.h"
+#include "platform/processes.h"
+#include "resources/messages.h"
+#include "ui/form.h"
+#include "ui/message_boxes.h"
+
+namespace tarvik {
+
+/// What the about box asks and starts.
+struct AboutTools {
+  ui::MessageBoxes& boxes;
+  const Texts& texts;
+  OsVersion& osVersion;
+  MachineRegistry& registry;
+  Processes& processes;
+};
+
+/// The program's title; an extra description of the edition, if it has one, stands behind it in brackets.
+std::wstring AboutTitle(const std::wstring& extraDescription);
+
+/// The about box: the program's version, Windows' and those of the modules.
+class frmAbout {
+ public:
+  /// `form`: a new window. `versionReport`: as the module check made it.
+  frmAbout(std::unique_ptr<ui::Form> form, const AboutTools& tools, const std::wstring& versionReport);
+  frmAbout(const frmAbout&) = delete;
+  frmAbout& operator=(const frmAbout&) = delete;
+
+  /// Shows the box beside the main window, or brings it to front.
+  void Show() { form_->Show(); }
+
+  /// True once the user has closed it; a closed box cannot be shown again.
+  bool Closed() const { return closed_; }
+
+ private:
+  void cmdOK_Click();
+  void cmdSysInfo_Click();
+  /// The event boundary, as the main window's.
+  void Guarded(void (frmAbout::*handler)());
+  void LayOut();
+
+  std::unique_ptr<ui::Form> form_;
+  AboutTools tools_;
+  ui::Button& cmdOK;
+  ui::Button& cmdSysInfo;
+  ui::Label& lblTitle;
+  ui::Label& lblVersion;
+  ui::Label& lblOsVersion;
+  ui::Label& lblModules;
+  bool closed_ = false;
+};
+
+}  // namespace tarvik

@@ -1,0 +1,79 @@
+#include "about/file_util.h"
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "platform/fixed_buffer.h"
+#include "platform/text.h"
+
+namespace tarvik {
+namespace {
+
+constexpr size_t kUsualPath = 260;
+constexpr size_t kLongestPath = 32768;
+/// A version resource counts its own length in 16 bits; what claims to be much larger is none.
+constexpr uint32_t kLargestVersionInfo = 0x100000;
+
+/// The sub-block as far as it really lies in the block; nothing when it does not.
+std::span<const std::byte> Inside(std::span<const std::byte> block, const void* value, uint32_t length) {
+  const auto begin = reinterpret_cast<std::uintptr_t>(block.data());
+  const auto at = reinterpret_cast<std::uintptr_t>(value);
+  if (at < begin || at - begin > block.size()) return {};
+  const std::span<const std::byte> rest = block.subspan(at - begin);
+  return rest.first(std::min<size_t>(rest.size(), length));
+}
+
+}  // namespace
+
+void FileUtil::Begin(const wchar_t* method, const std::wstring& argument) {
+  call_ = std::wstring(method) + L"(" + argument + L")";
+  errorMessage_.clear();
+  errorCode_ = 0;
+}
+
+std::nullopt_t FileUtil::Fail(const wchar_t* step) {
+  errorCode_ = kernel_.GetLastError();
+  errorMessage_ = call_ + L"\r\n" + step;
+  return std::nullopt;
+}
+
+std::optional<std::wstring> FileUtil::mSearchPath(const std::wstring& fileName) {
+  Begin(L"mSearchPath", fileName);
+  const std::string name = codePage_.ToAnsi(fileName);
+  std::string path(kUsualPath, '\0');
+  uint32_t length = kernel_.SearchPathA(name.c_str(), path.data(), static_cast<uint32_t>(path.size()));
+  if (length > path.size() && length <= kLongestPath) {
+    path.assign(length, '\0');
+    length = kernel_.SearchPathA(name.c_str(), path.data(), static_cast<uint32_t>(path.size()));
+  }
+  if (length == 0 || length >= path.size()) return Fail(L"API SearchPath Cannot find");
+  return codePage_.FromAnsi(TrimNull(std::string_view(path).substr(0, length)));
+}
+
+std::optional<std::wstring> FileUtil::mGetFileVersionInfoString(const std::wstring& path) {
+  Begin(L"mGetFileVersionInfoString", path);
+  const std::string name = codePage_.ToAnsi(path);
+  uint32_t handle = 0;
+  const uint32_t size = version_.GetFileVersionInfoSizeA(name.c_str(), handle);
+  if (size == 0 || size > kLargestVersionInfo) return Fail(L"API GetFileVersionInfoSize ");
+  std::vector<std::byte> block(size);
+  if (version_.GetFileVersionInfoA(name.c_str(), handle, size, block.data()) == 0)
+    return Fail(L"API GetFileVersionInfo ");
+  const void* value = nullptr;
+  uint32_t length = 0;
+  if (version_.VerQueryValueA(block.data(), "\\", value, length) == 0) return Fail(L"API VerQueryValue ");
+  if (auto text = FixedFileVersion(Inside(block, value, length))) return text;
+  return Fail(L"API VerQueryValue ");
+}
+
+std::optional<std::wstring> FixedFileVersion(std::span<const std::byte> root) {
+  FixedFileInfo info;
+  if (root.size() < sizeof info) return std::nullopt;
+  std::memcpy(&info, root.data(), sizeof info);
+  if (info.signature != FixedFileInfo::kSignature) return std::nullopt;
+  const auto pair = [](uint32_t both) { return Decimal(both >> 16) + L"." + Decimal(both & 0xFFFF); };
+  return pair(info.fileVersionHigh) + L"." + pair(info.fileVersionLow);
+}
+
+}  // namespace tarvik

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "about/kernel_calls.h"
+#include "about/version_library.h"
+#include "platform/code_page.h"
+
+namespace tarvik {
+
+/// Finds files on the search path and reads their versions. A call that fails keeps its error until the next.
+class FileUtil {
+ public:
+  FileUtil(KernelCalls& kernel, VersionLibrary& version, CodePage& codePage)
+      : kernel_(kernel), version_(version), codePage_(codePage) {}
+
+  /// The full path of the file on the standard search path; nothing when there is none.
+  std::optional<std::wstring> mSearchPath(const std::wstring& fileName);
+
+  /// The four numbers of the file's version, joined by "."; nothing when it has none.
+  std::optional<std::wstring> mGetFileVersionInfoString(const std::wstring& path);
+
+  /// The method with its arguments, a line break, and the step that failed; empty after success.
+  const std::wstring& pErrorMessage() const { return errorMessage_; }
+
+  /// The system's error code of that step; 0 after success.
+  uint32_t pErrorCode() const { return errorCode_; }
+
+ private:
+  void Begin(const wchar_t* method, const std::wstring& argument);
+  std::nullopt_t Fail(const wchar_t* step);
+
+  KernelCalls& kernel_;
+  VersionLibrary& version_;
+  CodePage& codePage_;
+  std::wstring call_;
+  std::wstring errorMessage_;
+  uint32_t errorCode_ = 0;
+};
+
+/// The version in the root of a version resource, as "1.2.3.4"; nothing when the bytes are too few or do not
+/// carry its signature.
+std::optional<std::wstring> FixedFileVersion(std::span<const std::byte> root);
+
+}  // namespace tarvik

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "about/kernel_calls.h"
+#include "platform/code_page.h"
+#include "ui/message_boxes.h"
+
+namespace tarvik {
+
+/// Puts the error codes of Windows and its network into one line of text.
+class FmtErrMsg {
+ public:
+  FmtErrMsg(KernelCalls& kernel, CodePage& codePage, ui::MessageBoxes& boxes)
+      : kernel_(kernel), codePage_(codePage), boxes_(boxes) {}
+
+  /// "ERROR: <code> - <the system's text>". A code that the system has no text for is told in a message box
+  /// and leaves the text empty.
+  std::wstring Decode(int32_t lCode);
+
+  /// The same for the latest error of a platform call.
+  std::wstring mGetLastError() { return Decode(static_cast<int32_t>(kernel_.GetLastError())); }
+
+ private:
+  KernelCalls& kernel_;
+  CodePage& codePage_;
+  ui::MessageBoxes& boxes_;
+};
+
+}  // namespace tarvik

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "about/file_util.h"
+#include "platform/boolean16.h"
+
+namespace tarvik {
+
+/// Which of the optional modules this PC lacks. A test whose module is missing passes at once.
+struct MissingModules {
+  Boolean16 cncLibrary;    ///< one of the two libraries of the CNC communication
+  Boolean16 k7Api;         ///< the K7 API library; false when it was not looked for
+  Boolean16 serviceSetup;  ///< the service-setup library
+  Boolean16 internet;      ///< the internet library
+
+  bool Any() const { return cncLibrary || k7Api || serviceSetup || internet; }
+};
+
+struct ModuleCheckResult {
+  MissingModules missing;
+  std::wstring versionReport;  ///< one line for each module that was found, each followed by "\r\n"
+};
+
+/// Looks for every optional module on the search path; for the K7 API library only on request.
+ModuleCheckResult CheckModules(FileUtil& files, bool withK7Api);
+
+/// The module's line of the version report; nothing when it is not on the search path.
+std::optional<std::wstring> GetModuleVersionLine(FileUtil& files, const std::wstring& name);
+
+}  // namespace tarvik

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include "platform/os_version.h"
+
+namespace tarvik {
+
+/// Which Windows this is. A version that cannot be queried is none of them and has no name.
+class OsVersionInfo {
+ public:
+  explicit OsVersionInfo(OsVersion& osVersion) : known_(osVersion.GetVersionExA(record_)) {}
+
+  /// The platform, " Running ", and the version and build numbers: "Windows NT Running 6.1.7601".
+  std::wstring GetVersionName() const;
+
+  bool IsWinNt351() const { return IsNt(3, 51); }
+  bool IsWinNt40() const { return IsNt(4, 0); }
+  /// Windows 95 and its successors 98 and Me, which are the same platform.
+  bool IsWin95() const;
+  bool IsWin2000() const { return IsNt(5, 0); }
+  bool IsWinXP() const { return IsNt(5, 1); }
+  bool IsVista() const { return IsNt(6, 0); }
+
+ private:
+  bool IsNt(uint32_t major, uint32_t minor) const;
+
+  OsVersionRecord record_;
+  bool known_;
+};
+
+}  // namespace tarvik

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "about/machine_registry.h"
+#include "platform/processes.h"
+#include "ui/message_boxes.h"
+
+namespace tarvik {
+
+/// Starts the system's information tool, which the registry names. A message box tells when there is none or
+/// it does not start.
+void StartSysInfo(MachineRegistry& registry, Processes& processes, ui::MessageBoxes& boxes);
+
+}  // namespace tarvik

@@ -1,0 +1,47 @@
+// The optional modules and the about box that shows them.
+
+#include "app/form1.h"
+#include "platform/runtime_error.h"
+
+namespace tarvik {
+
+void Form1::CheckModules() {
+  FileUtil files(ground_.kernel, ground_.version, ground_.codePage);
+  ModuleCheckResult found = tarvik::CheckModules(files, !IsOptionMask_HideK7Test());
+  missing_ = found.missing;
+  versionReport_ = std::move(found.versionReport);
+  const auto switchOff = [this](bool missing, Page page) {
+    if (missing) controls_.tabMode.SetPageOn(page, false);
+  };
+  switchOff(missing_.cncLibrary, kNexalPage);
+  switchOff(missing_.k7Api, kK7ApiPage);
+  switchOff(missing_.serviceSetup, kK7SvcPage);
+  switchOff(missing_.internet, kFtpPage);
+  if (missing_.Any()) controls_.cmdAllTest.SetVisible(false);
+  if (missing_.cncLibrary) controls_.mnuPMC.SetVisible(false);
+}
+
+frmAbout& Form1::About() {
+  if (about_ == nullptr || about_->Closed()) {
+    // The old window goes first: the new one bears the same class.
+    about_.reset();
+    about_ = std::make_unique<frmAbout>(
+        ground_.newForm(L"frmAbout"),
+        AboutTools{ground_.boxes, texts_, ground_.osVersion, ground_.registry, ground_.processes},
+        versionReport_);
+  }
+  return *about_;
+}
+
+void Form1::mnuHelpSub_Click() { About().Show(); }
+
+void Form1::UnloadAbout() {
+  try {
+    if (about_ == nullptr) About();
+  } catch (const RuntimeError&) {
+    // A window that cannot be made need not be unloaded.
+  }
+  about_.reset();
+}
+
+}  // namespace tarvik

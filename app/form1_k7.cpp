@@ -1,0 +1,89 @@
+// The K7 pages.
+
+#include <optional>
+
+#include "app/form1.h"
+#include "app/hourglass.h"
+#include "k7/k7_api_test.h"
+#include "platform/runtime_error.h"
+
+namespace tarvik {
+namespace {
+
+/// The button offers the stop for as long as it lives.
+class StopCaption {
+ public:
+  explicit StopCaption(ui::Button& button) : button_(button) {
+    button_.SetCaption(RowOf(Message::StopButton).english);
+  }
+  ~StopCaption() {
+    try {
+      button_.SetCaption(RowOf(Message::K7ApiButton).english);
+    } catch (const RuntimeError&) {
+      // The test has ended all the same; a caption is no reason to end the program.
+    }
+  }
+  StopCaption(const StopCaption&) = delete;
+  StopCaption& operator=(const StopCaption&) = delete;
+
+ private:
+  ui::Button& button_;
+};
+
+/// Clears the stop request at the end of a test, unless the test is part of a run, whose request it is.
+class StopRequestOfTest {
+ public:
+  explicit StopRequestOfTest(RunFlags& flags) : flags_(flags) {}
+  ~StopRequestOfTest() {
+    if (!flags_.busy) flags_.stopRequested = false;
+  }
+  StopRequestOfTest(const StopRequestOfTest&) = delete;
+  StopRequestOfTest& operator=(const StopRequestOfTest&) = delete;
+
+ private:
+  RunFlags& flags_;
+};
+
+}  // namespace
+
+class Form1::K7ApiRun {
+ public:
+  explicit K7ApiRun(Form1& form) : form_(form) { form_.k7ApiBusy_ = true; }
+  ~K7ApiRun() { form_.k7ApiBusy_ = false; }
+  K7ApiRun(const K7ApiRun&) = delete;
+  K7ApiRun& operator=(const K7ApiRun&) = delete;
+
+ private:
+  Form1& form_;
+};
+
+bool Form1::RunK7ApiTest() {
+  if (missing_.k7Api) return true;
+  bool passed = false;
+  Guarded([&] {
+    const StopRequestOfTest stopRequest(ground_.flags);
+    const std::wstring address = controls_.cmbIPAddr.Text();
+    // Without an address nothing begins that would have to be seen or stopped.
+    std::optional<Hourglass> hourglass;
+    std::optional<StopCaption> caption;
+    if (!address.empty()) {
+      hourglass.emplace(ground_.form);
+      caption.emplace(controls_.cmdK7Api);
+    }
+    passed = tarvik::RunK7ApiTest(
+        {results_, ground_.boxes, ground_.pump, ground_.codePage, ground_.k7Api, languageMode_}, address,
+        commandLine_.k7ServerHost, controls_.txtK7ApiTestCount.Text());
+  });
+  return passed;
+}
+
+void Form1::cmdK7Api_Click() {
+  if (k7ApiBusy_) {
+    ground_.flags.stopRequested = true;
+    return;
+  }
+  const K7ApiRun run(*this);
+  RunK7ApiTest();
+}
+
+}  // namespace tarvik

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace tarvik {
+
+/// The K7 API library (k7api.dll), which talks to the K7 Server of this PC. Each call throws RuntimeError
+/// when the library cannot be loaded or lacks one of these calls. A text is a single-byte buffer that the
+/// library may write to: at least kTextSize bytes, filled with zeros behind the text.
+class K7Api {
+ public:
+  static constexpr size_t kTextSize = 256;
+
+  virtual ~K7Api() = default;
+
+  virtual void K7_WSAStartup() = 0;
+
+  /// 0 = success.
+  virtual int32_t K7_AllocHandle(int32_t& handle) = 0;
+
+  /// Connects the handle to the server on that host. A 16-bit Boolean.
+  virtual int16_t K7_ConnectServer(int32_t handle, char* host) = 0;
+
+  /// Asks the server whether the CNC is live. The states are those that the call before returned, 0 at first.
+  /// A 16-bit Boolean, as `live` is.
+  virtual int16_t K7_CheckReboot2(int32_t handle, char* address, int32_t stateA, int32_t stateB,
+                                  int32_t& newA, int32_t& newB, int32_t& extra, int16_t& live) = 0;
+
+  /// The library's code and the system's code of the handle's latest error.
+  virtual void K7_GetLastError(int32_t handle, int32_t& errorCode, int32_t& systemError) = 0;
+
+  virtual void K7_FreeHandle(int32_t handle) = 0;
+
+  virtual void K7_WSACleanup() = 0;
+};
+
+}  // namespace tarvik

@@ -1,0 +1,40 @@
+#include "platform/registry_win32.h"
+
+#include "platform/fixed_buffer.h"
+
+namespace tarvik {
+namespace {
+
+bool IsText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ; }
+
+std::wstring WithVariables(const std::wstring& text) {
+  std::wstring expanded(32768, L'\0');
+  const DWORD size =
+      ::ExpandEnvironmentStringsW(text.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));
+  return size == 0 || size > expanded.size() ? text : std::wstring(TrimNull(std::wstring_view(expanded)));
+}
+
+}  // namespace
+
+std::optional<std::wstring> ReadRegistryText(HKEY root, const std::wstring& key, const std::wstring& name) {
+  RegistryKey opened;
+  if (::RegOpenKeyExW(root, key.c_str(), 0, KEY_QUERY_VALUE, opened.Out()) != ERROR_SUCCESS)
+    return std::nullopt;
+  DWORD type = 0;
+  DWORD bytes = 0;
+  if (::RegQueryValueExW(opened.Get(), name.c_str(), nullptr, &type, nullptr, &bytes) != ERROR_SUCCESS ||
+      !IsText(type))
+    return std::nullopt;
+  std::wstring value(bytes / sizeof(wchar_t) + 1, L'\0');
+  bytes = static_cast<DWORD>(value.size() * sizeof(wchar_t));
+  if (::RegQueryValueExW(opened.Get(), name.c_str(), nullptr, &type, reinterpret_cast<BYTE*>(value.data()),
+                         &bytes) != ERROR_SUCCESS ||
+      !IsText(type))
+    return std::nullopt;
+  // Nobody promises that a stored string ends in a NUL, or that it holds only one.
+  value.resize(bytes / sizeof(wchar_t));
+  value = TrimNull(std::wstring_view(value));
+  return type == REG_EXPAND_SZ ? WithVariables(value) : value;
+}
+
+}  // namespace tarvik
