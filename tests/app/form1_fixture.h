@@ -123,6 +123,7 @@ class Form1Test : public testing::Test {
   bool Listed(const std::wstring& line) { return std::count(List().lines.begin(), List().lines.end(), line) > 0; }
 
   std::unique_ptr<ui::Form> NewForm(const wchar_t* windowClass) {
+    if (refuseNewForms) throw RuntimeError(L"The window cannot be created.");
     newForms.emplace_back(windowClass);
     auto made = std::make_unique<ui::MemoryForm>();
     lastForm = made.get();
@@ -150,6 +151,7 @@ class Form1Test : public testing::Test {
   RecordedRegistry registry;
   RecordedK7Api k7Api;
   std::vector<std::wstring> newForms;  ///< classes of the further windows, in their order
+  bool refuseNewForms = false;
   ui::MemoryForm* lastForm = nullptr;  ///< the latest of them
   int32_t windowsLanguage = 1033;
   std::function<void()> onEvents;  ///< what the user does while a test pauses

@@ -27,6 +27,7 @@ class RecordedKernel final : public KernelCalls {
 
   uint32_t SearchPathA(const char* fileName, char* buffer, uint32_t size) override {
     searched.emplace_back(fileName);
+    if (onSearch) onSearch();
     searchSizes.push_back(size);
     if (searchLie) return *searchLie;
     const auto found = paths.find(fileName);
@@ -51,8 +52,8 @@ class RecordedKernel final : public KernelCalls {
     lastError = 6;
     return 1;
   }
-  uint32_t FormatMessageA(uint32_t flags, Module module, uint32_t messageId, uint32_t languageId, char* buffer,
-                          uint32_t size) override {
+  uint32_t FormatMessageA(uint32_t flags, Module module, uint32_t messageId, uint32_t languageId,
+                          char* buffer, uint32_t size) override {
     formats.push_back({flags, module, messageId, languageId, size});
     const auto found = messages.find(messageId);
     if (found == messages.end()) {
@@ -65,12 +66,13 @@ class RecordedKernel final : public KernelCalls {
   }
   uint32_t GetLastError() override { return lastError; }
 
-  std::map<std::string, std::string> paths;       ///< full paths by name
-  std::optional<uint32_t> searchLie;              ///< what SearchPathA returns without writing anything
-  Module loadResult = 0x10000;                    ///< 0 = the library cannot be loaded
-  std::map<uint32_t, std::string> messages;       ///< by message id
-  std::optional<uint32_t> formatLie;              ///< the length that FormatMessageA boasts of
+  std::map<std::string, std::string> paths;  ///< full paths by name
+  std::optional<uint32_t> searchLie;         ///< what SearchPathA returns without writing anything
+  Module loadResult = 0x10000;               ///< 0 = the library cannot be loaded
+  std::map<uint32_t, std::string> messages;  ///< by message id
+  std::optional<uint32_t> formatLie;         ///< the length that FormatMessageA boasts of
   uint32_t lastError = 0;
+  std::function<void()> onSearch;
 
   std::vector<std::string> searched;
   std::vector<uint32_t> searchSizes;
@@ -108,7 +110,8 @@ class RecordedVersions final : public VersionLibrary {
     if (!block.empty()) std::memcpy(data, block.data(), std::min<size_t>(block.size(), length));
     return 1;
   }
-  int32_t VerQueryValueA(const void* block, const char* subBlock, const void*& value, uint32_t& length) override {
+  int32_t VerQueryValueA(const void* block, const char* subBlock, const void*& value,
+                         uint32_t& length) override {
     if (!queryable || std::string(subBlock) != "\\") return 0;
     value = valueLie ? *valueLie : static_cast<const std::byte*>(block) + rootOffset;
     length = rootLength;

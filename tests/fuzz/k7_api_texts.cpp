@@ -1,0 +1,32 @@
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+#include "k7/k7_api_test.h"
+#include "tests/recorded/fake_code_page.h"
+#include "tests/recorded/fake_pump.h"
+#include "tests/recorded/recorded_boxes.h"
+#include "tests/recorded/recorded_k7_api.h"
+#include "ui/memory/memory_controls.h"
+
+/// Whatever the library writes over its texts, and whatever stands in the address and count boxes: the test
+/// ends and gives its handle back.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string written(reinterpret_cast<const char*>(data), size < 256 ? size : 256);
+  const std::wstring typed(data, data + (size < 400 ? size : 400));
+  tarvik::ui::MemoryFocus focus;
+  tarvik::ui::MemoryListBox box{focus};
+  tarvik::ResultList results{box};
+  tarvik::test::RecordedBoxes boxes;
+  tarvik::test::FakePump pump;
+  tarvik::test::FakeCodePage codePage;
+  tarvik::test::RecordedK7Api k7Api;
+  k7Api.hostAfter = written;
+  k7Api.addressAfter = written;
+  k7Api.goodChecks = 3;
+  std::wstring host = typed;
+  tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, typed, host, L"3");
+  tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, L"cnc", host, typed);
+  if (!k7Api.openHandles.empty() || k7Api.wrongFrees != 0 || k7Api.Count("K7_WSACleanup") != 2) std::abort();
+  return 0;
+}
