@@ -45,6 +45,7 @@ void Form1::WireEvents() {
   ground_.form.onEscape = on(&Form1::Form_Escape);
   controls_.cmdPing.onClick = on(&Form1::cmdPing_Click);
   controls_.cmdAllTest.onClick = on(&Form1::cmdAllTest_Click);
+  controls_.cmdFtpConnect.onClick = on(&Form1::cmdFtpConnect_Click);
   controls_.cmdAllFtpTest.onClick = on(&Form1::cmdAllFtpTest_Click);
   controls_.cmdK7Api.onClick = on(&Form1::cmdK7Api_Click);
   controls_.mnuHelpSub.onClick = on(&Form1::mnuHelpSub_Click);

@@ -18,6 +18,7 @@
 #include "app/result_list.h"
 #include "app/run_flags.h"
 #include "app/secret_decoder.h"
+#include "ftp/wininet.h"
 #include "k7/k7_api.h"
 #include "net/icmp.h"
 #include "net/reachability_check.h"
@@ -29,6 +30,7 @@
 #include "platform/processes.h"
 #include "platform/profile_strings.h"
 #include "platform/settings_store.h"
+#include "platform/text_order.h"
 #include "resources/messages.h"
 #include "resources/resource.h"
 #include "ui/form.h"
@@ -48,10 +50,12 @@ struct Form1Ground {
   Winsock& winsock;
   IcmpLibrary& icmp;
   IpHelper& ipHelper;
+  Wininet& wininet;
   OsVersion& osVersion;
   Files& files;
   Processes& processes;
   CodePage& codePage;
+  TextOrder& textOrder;
   ProfileStrings& profile;
   SettingsStore& settings;
   Clipboard& clipboard;
@@ -100,6 +104,7 @@ class Form1 {
   void cmbIPAddr_KeyDown(int16_t keyCode, int16_t shift);
   void cmdPing_Click();
   void cmdAllTest_Click();
+  void cmdFtpConnect_Click();
   void cmdAllFtpTest_Click();
   void cmdK7Api_Click();
   void mnuHelpSub_Click();
@@ -126,7 +131,10 @@ class Form1 {
   void WireEvents();
   /// The event boundary: calls a handler and shows its RuntimeError in the standard error dialog.
   void Guarded(const std::function<void()>& handler);
+  /// Keeps the user out of the window, under an hourglass; false lets them in again.
+  void SetBusy(bool busy);
   bool RunReachabilityCheck();
+  bool RunFtpTest();
 
   // Start-up, in the order in which Form_Load runs them
   void ReadConfiguration();

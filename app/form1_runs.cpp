@@ -4,6 +4,7 @@
 #include "app/form1.h"
 #include "app/hourglass.h"
 #include "app/input_filters.h"
+#include "ftp/ftp_test.h"
 #include "platform/runtime_error.h"
 
 namespace tarvik {
@@ -41,6 +42,17 @@ bool Form1::RunReachabilityCheck() {
       controls_.cmbIPAddr.Text(), count, [this] { AddHistoryIfNew(controls_.cmbIPAddr); });
 }
 
+void Form1::SetBusy(bool busy) {
+  ground_.form.SetEnabled(!busy);
+  ground_.form.SetPointer(busy ? ui::Pointer::Hourglass : ui::Pointer::Default);
+}
+
+bool Form1::RunFtpTest() {
+  return TestFtp({results_, ground_.pump, ground_.wininet, ground_.codePage, ground_.textOrder,
+                  [this](bool busy) { SetBusy(busy); }},
+                 controls_.cmbIPAddr.Text(), controls_.txtFtpUsername.Text(), controls_.txtFtpPasswd.Text());
+}
+
 bool Form1::RunAllTests() {
   return RunOutermost([this] { return RunReachabilityCheck(); });
 }
@@ -54,8 +66,12 @@ void Form1::cmdAllTest_Click() {
   RunAllTests();
 }
 
+void Form1::cmdFtpConnect_Click() {
+  RunOutermost([this] { return RunFtpTest(); });
+}
+
 void Form1::cmdAllFtpTest_Click() {
-  RunOutermost([this] { return RunReachabilityCheck(); });
+  RunOutermost([this] { return RunReachabilityCheck() && !ground_.pump.StopRequested() && RunFtpTest(); });
 }
 
 }  // namespace tarvik

@@ -8,6 +8,7 @@
 #include "about/version_library_win32.h"
 #include "app/closed_libraries_win32.h"
 #include "app/form1.h"
+#include "ftp/wininet_win32.h"
 #include "k7/k7_api_win32.h"
 #include "net/icmp_win32.h"
 #include "net/ip_helper_win32.h"
@@ -20,6 +21,7 @@
 #include "platform/profile_strings_win32.h"
 #include "platform/runtime_error.h"
 #include "platform/settings_store_win32.h"
+#include "platform/text_order_win32.h"
 #include "platform/windows_win32.h"
 #include "ui/win32/form_win32.h"
 #include "ui/win32/message_boxes_win32.h"
@@ -50,10 +52,12 @@ int Run() {
   Win32Winsock winsock;
   Win32IcmpLibrary icmp;
   Win32IpHelper ipHelper;
+  Win32Wininet wininet;
   Win32OsVersion osVersion;
   Win32Files files;
   Win32Processes processes;
   Win32CodePage codePage;
+  Win32TextOrder textOrder;
   Win32ProfileStrings profile;
   Win32SettingsStore settings;
   Win32Clipboard clipboard(form.Window());
@@ -64,8 +68,8 @@ int Run() {
   const auto newForm = [&form](const wchar_t* windowClass) -> std::unique_ptr<ui::Form> {
     return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary, &form);
   };
-  Form1 form1({form, boxes, pump, flags, configuration, txCodec, winsock, icmp, ipHelper, osVersion, files, processes,
-               codePage, profile, settings, clipboard, kernel, version, registry, k7Api, newForm, ProgramFolder(),
+  Form1 form1({form, boxes, pump, flags, configuration, txCodec, winsock, icmp, ipHelper, wininet, osVersion, files, processes,
+               codePage, textOrder, profile, settings, clipboard, kernel, version, registry, k7Api, newForm, ProgramFolder(),
                std::wstring(BehindProgramName(::GetCommandLineW())), ::GetUserDefaultLangID(),
                TARVIK_FAMILY_EDITION != 0});
   try {

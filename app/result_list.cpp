@@ -7,6 +7,18 @@ namespace {
 
 constexpr int kMostLines = 1000;
 
+/// Nothing of the list is painted for as long as it lives.
+class Unpainted {
+ public:
+  explicit Unpainted(ui::ListBox& box) : box_(box) { box_.SetRedraw(false); }
+  ~Unpainted() { box_.SetRedraw(true); }
+  Unpainted(const Unpainted&) = delete;
+  Unpainted& operator=(const Unpainted&) = delete;
+
+ private:
+  ui::ListBox& box_;
+};
+
 }  // namespace
 
 void ResultList::AddToList(const std::wstring& text) {
@@ -17,7 +29,12 @@ void ResultList::AddToList(const std::wstring& text) {
 }
 
 void ResultList::AddLinesToList(const std::wstring& text) {
-  for (const std::wstring& line : Split(text, L"\r\n")) AddToList(line);
+  AddBatch(Split(text, L"\r\n"));
+}
+
+void ResultList::AddBatch(const std::vector<std::wstring>& lines) {
+  const Unpainted unpainted(box_);
+  for (const std::wstring& line : lines) AddToList(line);
 }
 
 void ResultList::ClearList() { box_.Clear(); }
@@ -30,14 +47,8 @@ std::wstring ResultList::AllLines() const {
 
 void ResultList::ShowPasted(const std::wstring& text) {
   box_.Clear();
-  box_.SetRedraw(false);
-  try {
-    for (const std::wstring& piece : Split(text, L"\r")) box_.AddItem(piece.starts_with(L'\n') ? piece.substr(1) : piece);
-  } catch (...) {
-    box_.SetRedraw(true);
-    throw;
-  }
-  box_.SetRedraw(true);
+  const Unpainted unpainted(box_);
+  for (const std::wstring& piece : Split(text, L"\r")) box_.AddItem(piece.starts_with(L'\n') ? piece.substr(1) : piece);
 }
 
 void SetListExtent(ui::ListBox& box, int16_t factor) { box.SetHorizontalExtent(factor * box.ClientWidth()); }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "ui/control.h"
 
@@ -17,6 +18,9 @@ class ResultList {
 
   /// Appends each piece between line breaks ("\r\n") as a line; an empty text is one empty line.
   void AddLinesToList(const std::wstring& text);
+
+  /// Appends each of the lines as AddToList does, and paints once.
+  void AddBatch(const std::vector<std::wstring>& lines);
 
   void ClearList();
 

@@ -11,8 +11,8 @@ target_link_options(tarvik_settings INTERFACE -static -s -Wl,--gc-sections -Wl,-
                     -Wl,--nxcompat)
 
 enable_language(RC)
-file(GLOB windows_sources CONFIGURE_DEPENDS about/*_win32.cpp app/*_win32.cpp k7/*_win32.cpp net/*_win32.cpp
-     platform/*_win32.cpp ui/win32/*_win32.cpp)
+file(GLOB windows_sources CONFIGURE_DEPENDS about/*_win32.cpp app/*_win32.cpp cnclib/*_win32.cpp ftp/*_win32.cpp
+     k7/*_win32.cpp net/*_win32.cpp platform/*_win32.cpp ui/win32/*_win32.cpp)
 add_executable(Tarvik WIN32 ${windows_sources} resources/tarvik.rc)
 set_target_properties(Tarvik PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${output})
 target_include_directories(Tarvik PRIVATE resources)

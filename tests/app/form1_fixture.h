@@ -12,6 +12,7 @@
 #include "app/form1.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/fake_pump.h"
+#include "tests/recorded/fake_text_order.h"
 #include "tests/recorded/recorded_boxes.h"
 #include "tests/recorded/recorded_files.h"
 #include "tests/recorded/recorded_icmp.h"
@@ -22,6 +23,7 @@
 #include "tests/recorded/recorded_processes.h"
 #include "tests/recorded/recorded_profile_strings.h"
 #include "tests/recorded/recorded_settings.h"
+#include "tests/recorded/recorded_wininet.h"
 #include "tests/recorded/recorded_winsock.h"
 #include "ui/memory/memory_form.h"
 
@@ -107,7 +109,7 @@ class Form1Test : public testing::Test {
       pump.stop = flags.stopRequested;
     };
     form1 = std::make_unique<Form1>(Form1Ground{form, boxes, pump, flags, configuration, txCodec, winsock, icmp,
-                                                ipHelper, osVersion, files, processes, codePage, profile, settings,
+                                                ipHelper, wininet, osVersion, files, processes, codePage, textOrder, profile, settings,
                                                 clipboard, kernel, versions, registry, k7Api,
                                                 [this](const wchar_t* windowClass) { return NewForm(windowClass); },
                                                 L"C:\\Program", commandLine, windowsLanguage,
@@ -139,10 +141,12 @@ class Form1Test : public testing::Test {
   RecordedWinsock winsock;
   RecordedIcmp icmp;
   RecordedIpHelper ipHelper;
+  RecordedWininet wininet;
   RecordedOsVersion osVersion;
   RecordedFiles files;
   RecordedProcesses processes;
   FakeCodePage codePage;
+  FakeTextOrder textOrder;
   RecordedProfileStrings profile;
   RecordedSettings settings;
   RecordedClipboard clipboard;

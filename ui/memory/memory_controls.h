@@ -163,6 +163,7 @@ class MemoryListBox final : public MemoryControl<ListBox> {
   void AddItem(const std::wstring& text) override {
     ThrowIfRefusing();
     lines.push_back(text);
+    if (redrawing) ++painted;
   }
   void Clear() override {
     ThrowIfRefusing();
@@ -179,6 +180,7 @@ class MemoryListBox final : public MemoryControl<ListBox> {
   int clientWidth = 500;
   int horizontalExtent = 0;
   bool redrawing = true;
+  int painted = 0;  ///< lines that were added while the list was painted
 
  private:
   int selected_ = -1;

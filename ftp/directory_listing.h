@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/result_list.h"
+#include "ftp/ftp_client.h"
+#include "platform/text_order.h"
+
+namespace tarvik {
+
+/// Receives the entries of a remote directory and lists them: directories first, each group sorted.
+class DirectoryListing {
+ public:
+  DirectoryListing(ResultList& results, TextOrder& order) : results_(results), order_(order) {}
+
+  /// Adds the header and forgets the entries of the listing before.
+  void BeginEnumFiles();
+  /// Takes one entry; those that stand for the directory itself and its parent are left out.
+  void EnumFile(const FtpFile& file);
+  /// Adds the lines of the entries.
+  void EndEnumFile();
+
+ private:
+  ResultList& results_;
+  TextOrder& order_;
+  std::vector<std::wstring> directories_;
+  std::vector<std::wstring> files_;
+};
+
+/// Sorts the lines as StrSort does when it compares by that order.
+std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, TextOrder& order);
+
+}  // namespace tarvik

@@ -1,0 +1,185 @@
+#include "ftp/ftp_client.h"
+
+#include <algorithm>
+#include <chrono>
+#include <string_view>
+
+#include "platform/fixed_buffer.h"
+
+namespace tarvik {
+namespace {
+
+constexpr uint32_t kPreconfiguredAccess = 0;
+constexpr uint32_t kFtpService = 1;
+constexpr uint32_t kReloadFlag = 0x80000000;
+constexpr uint32_t kNoCacheWriteFlag = 0x04000000;
+constexpr uint32_t kNormalFile = 0x80;
+constexpr uint32_t kInsufficientBuffer = 122;
+
+/// Some versions of the library copy as many bytes as the buffer is said to hold, past the end of what they
+/// keep themselves, so a text is first asked for with a small one.
+constexpr uint32_t kFirstLength = 1024;
+constexpr uint32_t kGreatestLength = 16 * 1024 * 1024;
+
+/// No server has so many entries in one directory; a search that does not end has.
+constexpr size_t kMostEntries = 500'000;
+
+/// No call is made with a context, so the library has nothing to tell.
+void TARVIK_CALLBACK InternetStatusCallBack(Wininet::Handle, uintptr_t, uint32_t, void*, uint32_t) {}
+
+const char* OrNoValue(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
+
+/// Reads a text by `call(buffer, length)` into a buffer that grows to what the library asks for.
+template <typename Call>
+std::string ReadText(Wininet& wininet, Call call) {
+  for (uint32_t size = kFirstLength;;) {
+    // One byte more than the library knows of: it may leave out the NUL, and then look for it itself.
+    std::string buffer(size + size_t{1}, '\0');
+    uint32_t length = size;
+    if (call(buffer.data(), &length) != 0)
+      return std::string(TrimNull(std::string_view(buffer).substr(0, std::min(length, size))));
+    if (wininet.GetLastError() != kInsufficientBuffer || size == kGreatestLength) return {};
+    size = std::min(std::max(length, 2 * size), kGreatestLength);
+  }
+}
+
+std::string_view NameOf(const FindData& entry) {
+  return TrimNull(std::string_view(entry.cFileName, sizeof entry.cFileName));
+}
+
+uint64_t Joined(uint32_t high, uint32_t low) { return uint64_t{high} << 32 | low; }
+
+}  // namespace
+
+DateAndTime ToDateAndTime(const FileTime& time) {
+  using std::chrono::sys_days;
+  using std::chrono::year_month_day;
+  constexpr uint64_t kStepsPerSecond = 10'000'000;
+  constexpr uint64_t kSecondsPerDay = 86'400;
+  constexpr sys_days kFirstDay = std::chrono::year(1601) / 1 / 1;
+  constexpr sys_days kLastDay = std::chrono::year(9999) / 12 / 31;
+  const uint64_t seconds = Joined(time.dwHighDateTime, time.dwLowDateTime) / kStepsPerSecond;
+  const uint64_t days = seconds / kSecondsPerDay;
+  if (seconds == 0 || days > static_cast<uint64_t>((kLastDay - kFirstDay).count())) return {};
+  const year_month_day date(kFirstDay + std::chrono::days(static_cast<int>(days)));
+  const auto ofDay = static_cast<int>(seconds % kSecondsPerDay);
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          ofDay / 3600,
+          ofDay / 60 % 60,
+          ofDay % 60};
+}
+
+clsFtpClient::clsFtpClient(Wininet& wininet, CodePage& codePage)
+    : wininet_(wininet),
+      codePage_(codePage),
+      session_(wininet, wininet.InternetOpenA(nullptr, kPreconfiguredAccess, nullptr, nullptr, 0)),
+      connection_(wininet) {}
+
+bool clsFtpClient::Connect(const std::wstring& host, const std::wstring& user, const std::wstring& password) {
+  if (!session_) return false;
+  DisConnect();
+  if (host.empty()) return false;
+  const std::string ansiUser = Ansi(user);
+  const std::string ansiPassword = Ansi(password);
+  connection_.Reset(wininet_.InternetConnectA(session_.Get(), Ansi(host).c_str(), Port, OrNoValue(ansiUser),
+                                              OrNoValue(ansiPassword), kFtpService, 0, 0));
+  if (!connection_) return false;
+  wininet_.InternetSetStatusCallback(connection_.Get(), InternetStatusCallBack);
+  return true;
+}
+
+std::wstring clsFtpClient::Response() {
+  return codePage_.FromAnsi(ReadText(wininet_, [this](char* buffer, uint32_t* length) {
+    uint32_t error = 0;
+    return wininet_.InternetGetLastResponseInfoA(&error, buffer, length);
+  }));
+}
+
+std::wstring clsFtpClient::CurrentDir() {
+  if (!connection_) return {};
+  return codePage_.FromAnsi(ReadText(wininet_, [this](char* buffer, uint32_t* length) {
+    return wininet_.FtpGetCurrentDirectoryA(connection_.Get(), buffer, length);
+  }));
+}
+
+bool clsFtpClient::SetCurrentDir(const std::wstring& directory) {
+  return connection_ && wininet_.FtpSetCurrentDirectoryA(connection_.Get(), Ansi(directory).c_str()) != 0;
+}
+
+uint32_t clsFtpClient::CacheFlags() const {
+  return (Reload ? kReloadFlag : 0) | (NoCacheWrite ? kNoCacheWriteFlag : 0);
+}
+
+bool clsFtpClient::ReadDirectory(std::vector<FindData>& entries) {
+  if (!connection_) return false;
+  FindData entry;
+  const InternetHandle search(wininet_,
+                              wininet_.FtpFindFirstFileA(connection_.Get(), "*", &entry, CacheFlags(), 0));
+  if (!search) return false;
+  do {
+    entries.push_back(entry);
+    entry = {};
+  } while (entries.size() < kMostEntries && wininet_.InternetFindNextFileA(search.Get(), &entry) != 0);
+  return true;
+}
+
+FtpFile clsFtpClient::ToFtpFile(const FindData& entry) {
+  return {codePage_.FromAnsi(NameOf(entry)),
+          Joined(entry.nFileSizeHigh, entry.nFileSizeLow),
+          entry.dwFileAttributes,
+          ToDateAndTime(entry.ftCreationTime),
+          ToDateAndTime(entry.ftLastWriteTime),
+          ToDateAndTime(entry.ftLastAccessTime)};
+}
+
+void clsFtpClient::EnumFile() {
+  std::vector<FindData> entries;
+  const bool enumerated = ReadDirectory(entries);
+  if (onBeginEnumFiles) onBeginEnumFiles(static_cast<int32_t>(entries.size()));
+  if (onEnumFile)
+    for (const FindData& entry : entries) onEnumFile(ToFtpFile(entry));
+  if (onEndEnumFile) onEndEnumFile(enumerated);
+}
+
+std::optional<FtpFile> clsFtpClient::FileInformation(const std::wstring& name) {
+  // By the whole listing: asked for a directory alone, servers list what is in it.
+  std::vector<FindData> entries;
+  ReadDirectory(entries);
+  const std::string wanted = Ansi(name);
+  const auto found = std::find_if(entries.begin(), entries.end(),
+                                  [&wanted](const FindData& entry) { return NameOf(entry) == wanted; });
+  if (found == entries.end()) return std::nullopt;
+  return ToFtpFile(*found);
+}
+
+bool clsFtpClient::Get(const std::wstring& remoteFile, const std::wstring& localFile, bool failIfExists) {
+  return connection_ &&
+         wininet_.FtpGetFileA(connection_.Get(), Ansi(remoteFile).c_str(), Ansi(localFile).c_str(),
+                              failIfExists ? 1 : 0, kNormalFile, TransferType | CacheFlags(), 0) != 0;
+}
+
+bool clsFtpClient::Put(const std::wstring& localFile, const std::wstring& remoteFile) {
+  return connection_ && wininet_.FtpPutFileA(connection_.Get(), Ansi(localFile).c_str(),
+                                             Ansi(remoteFile).c_str(), TransferType, 0) != 0;
+}
+
+bool clsFtpClient::Delete(const std::wstring& file) {
+  return connection_ && wininet_.FtpDeleteFileA(connection_.Get(), Ansi(file).c_str()) != 0;
+}
+
+bool clsFtpClient::Rename(const std::wstring& file, const std::wstring& newName) {
+  return connection_ &&
+         wininet_.FtpRenameFileA(connection_.Get(), Ansi(file).c_str(), Ansi(newName).c_str()) != 0;
+}
+
+bool clsFtpClient::MakeDir(const std::wstring& directory) {
+  return connection_ && wininet_.FtpCreateDirectoryA(connection_.Get(), Ansi(directory).c_str()) != 0;
+}
+
+bool clsFtpClient::RemoveDir(const std::wstring& directory) {
+  return connection_ && wininet_.FtpRemoveDirectoryA(connection_.Get(), Ansi(directory).c_str()) != 0;
+}
+
+}  // namespace tarvik

@@ -1,0 +1,19 @@
+#include "platform/text_order_win32.h"
+
+#include "platform/windows_win32.h"
+
+namespace tarvik {
+
+std::string Win32TextOrder::SortKey(std::wstring_view text) {
+  constexpr DWORD flags = LCMAP_SORTKEY | NORM_IGNORECASE;
+  const auto length = static_cast<int>(text.size());
+  // With LCMAP_SORTKEY the call writes, and counts, bytes.
+  const int needed = ::LCMapStringW(LOCALE_USER_DEFAULT, flags, text.data(), length, nullptr, 0);
+  if (needed <= 0) return {};
+  std::string key(static_cast<size_t>(needed), '\0');
+  ::LCMapStringW(LOCALE_USER_DEFAULT, flags, text.data(), length, reinterpret_cast<wchar_t*>(key.data()),
+                 needed);
+  return key;
+}
+
+}  // namespace tarvik

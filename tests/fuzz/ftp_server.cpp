@@ -1,0 +1,53 @@
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "ftp/ftp_test.h"
+#include "tests/recorded/fake_code_page.h"
+#include "tests/recorded/fake_pump.h"
+#include "tests/recorded/fake_text_order.h"
+#include "tests/recorded/recorded_wininet.h"
+#include "ui/memory/memory_controls.h"
+
+// A server whose replies and directory are the fuzzer's bytes. The first byte chooses what the library makes
+// of its buffer, the next four are the length that it tells; the rest are the reply, and cut into records
+// the entries.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  if (size < 5) return 0;
+  const uint8_t manner = data[0];
+  uint32_t told = 0;
+  std::memcpy(&told, data + 1, sizeof told);
+  data += 5;
+  size -= 5;
+
+  tarvik::test::RecordedWininet wininet;
+  wininet.onResponse = [&](char* buffer, uint32_t* length, uint32_t& lastError) {
+    if (manner % 4 == 1 && *length < size) {
+      lastError = tarvik::test::RecordedWininet::kInsufficientBuffer;
+      *length = told;
+      return 0;
+    }
+    std::memcpy(buffer, data, std::min<size_t>(size, *length));
+    *length = manner % 4 == 2 ? told : static_cast<uint32_t>(std::min<size_t>(size, *length));
+    return 1;
+  };
+  for (size_t at = 0; at < size; at += sizeof(tarvik::FindData) / 4) {
+    tarvik::FindData entry;
+    std::memcpy(&entry, data + at, std::min(sizeof entry, size - at));
+    wininet.entries.push_back(entry);
+  }
+  tarvik::ui::MemoryFocus focus;
+  tarvik::ui::MemoryListBox box{focus};
+  tarvik::ResultList results{box};
+  tarvik::test::FakePump pump;
+  tarvik::test::FakeCodePage codePage;
+  tarvik::test::FakeTextOrder order;
+  bool busy = false;
+  const bool verdict = tarvik::TestFtp(
+      {results, pump, wininet, codePage, order, [&busy](bool on) { busy = on; }}, L"h", L"", L"");
+  if (!verdict || busy || !box.redrawing || !wininet.open.empty() || wininet.misuses != 0) std::abort();
+  if (box.lines.size() > 1001) std::abort();
+  return 0;
+}
