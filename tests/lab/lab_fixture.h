@@ -14,15 +14,18 @@
 
 namespace tarvik::lab {
 
-/// The shipped program on the PC of a laboratory network, which every test finds as it was laid.
+/// The shipped program on the PC of a laboratory network, which every test finds as it was laid. A suite
+/// that wants another PC has Options() of its own.
 template <typename Suite>
 class LabTest : public testing::Test {
  protected:
+  static WindowsPc::Options Options() { return PcForTests(); }
+
   static void SetUpTestSuite() {
     whyNot_ = WhyNoWindows();
     if (!whyNot_) whyNot_ = Laboratory::WhyNot();
     if (whyNot_) return;
-    WindowsPc::Options options = PcForTests();
+    WindowsPc::Options options = Suite::Options();
     net_ = std::make_unique<Laboratory>(options.cacheFolder);
     options.networkNamespace = net_->Namespace(Host::Pc);
     pc_ = std::make_unique<WindowsPc>(options);

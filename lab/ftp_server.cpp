@@ -1,0 +1,150 @@
+#include "lab/ftp_server.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace tarvik::lab {
+namespace {
+
+// $1 = the work folder. The namespace's mounts are its own, so that the machine's users and services stay
+// as they are. The served folder is mounted where every user can get at it.
+constexpr char kVsftpd[] = R"(
+set -e
+cd "$1"
+cat >passwd <<END
+root:x:0:0::/root:/bin/sh
+nobody:x:65534:65534::/:/bin/sh
+ftp:x:65533:65534::/mnt:/bin/sh
+cnc:x:65532:65534::/mnt:/bin/sh
+END
+printf 'cnc:%s:19000:0:99999:7:::\n' "$2" >shadow
+printf 'auth required pam_unix.so\naccount required pam_unix.so\nsession required pam_permit.so\n' >pam
+cat >conf <<END
+listen=YES
+background=NO
+anonymous_enable=YES
+local_enable=YES
+anon_root=/mnt
+local_root=/mnt
+pasv_enable=NO
+connect_from_port_20=YES
+ftpd_banner=The controller is ready
+secure_chroot_dir=$1/empty
+pam_service_name=vsftpd
+seccomp_sandbox=NO
+isolate=NO
+isolate_network=NO
+END
+mkdir empty
+mount --bind passwd /etc/passwd
+mount --bind shadow /etc/shadow
+mount --bind pam /etc/pam.d/vsftpd
+mount --bind files /mnt
+# What it has to complain of it writes to its standard input, which is a connection elsewhere.
+exec vsftpd "$1/conf" <&1
+)";
+
+// crypt(3) of the password.
+constexpr char kPasswordHash[] =
+    "$6$tarvik$9XspvMFulup7FqKo/.it6n0uQ2C.0rRmKE3cMrs/h/6iXSYPOSz3CKELqsCd5zAXrSQGiV8Nr0uLe7BCdhNSu1";
+
+// Debian's module is Debian's interpreter's, whatever other one the machine has.
+constexpr char kPython[] = "/usr/bin/python3";
+
+// The folder's names are bytes of any code page and go out as they are.
+constexpr char kPyftpdlib[] = R"(
+import sys
+from pyftpdlib.authorizers import DummyAuthorizer
+from pyftpdlib.handlers import FTPHandler
+from pyftpdlib.servers import FTPServer
+
+class Handler(FTPHandler):
+    banner = "The controller is ready"
+    unicode_errors = "surrogateescape"
+    authorizer = DummyAuthorizer()
+    proto_cmds = {verb: what for verb, what in FTPHandler.proto_cmds.items() if verb not in ("PASV", "EPSV")}
+
+Handler.authorizer.add_user(sys.argv[2], sys.argv[3], sys.argv[1])
+Handler.authorizer.add_anonymous(sys.argv[1])
+FTPServer(("0.0.0.0", 21), Handler).serve_forever()
+)";
+
+constexpr char kFaulty[] = R"(
+import socket, sys, time
+kind, _, value = sys.argv[1].partition(" ")
+ANSWERS = {"USER": "331 password?", "PASS": "230 logged in", "PWD": "257 \"/\"", "QUIT": "221 bye",
+           "LIST": "150 listing"}
+listener = socket.create_server(("0.0.0.0", 21))
+while True:
+    client, _ = listener.accept()
+    if kind == "silent":
+        time.sleep(600)
+    if kind == "greeting":
+        try:
+            client.sendall(b"220 " + b"x" * int(value))
+        except OSError:
+            pass
+        client.close()
+        continue
+    client.sendall(b"220 ready\r\n")
+    for line in client.makefile("r", encoding="latin-1"):
+        verb = line.split()[0].upper()
+        if verb == value and verb != "LIST":
+            break
+        client.sendall((ANSWERS.get(verb, "200 ok") + "\r\n").encode())
+        if verb in (value, "QUIT"):
+            break
+    client.shutdown(socket.SHUT_RDWR)
+    client.close()
+)";
+
+std::unique_ptr<Process> StartIn(const Laboratory& net, Host host, const std::vector<std::string>& program) {
+  std::vector<std::string> arguments = {"ip", "netns", "exec", net.Namespace(host)};
+  arguments.insert(arguments.end(), program.begin(), program.end());
+  Process::Options options;
+  options.errorsWithOutput = true;
+  auto process = std::make_unique<Process>(arguments, options);
+  const std::vector<std::string> question = {"ip", "netns", "exec",       net.Namespace(host),
+                                             "ss", "-Hltn", "sport = :21"};
+  const bool listening = WaitUntil(std::chrono::seconds(30), [&] {
+    if (process->Wait(milliseconds(0)))
+      throw LabError("The FTP server ends: " + process->ReadAll(milliseconds(1000)));
+    return !Run(question).output.empty();
+  });
+  if (!listening) throw LabError("The FTP server does not listen");
+  return process;
+}
+
+}  // namespace
+
+std::string FtpServer::WhyNot(Product product) {
+  const std::vector<std::string> command = product == Product::Vsftpd
+                                               ? std::vector<std::string>{"sh", "-c", "command -v vsftpd"}
+                                               : std::vector<std::string>{kPython, "-c", "import pyftpdlib"};
+  if (Run(command).exitCode == 0) return {};
+  return product == Product::Vsftpd ? "vsftpd is not installed" : "python3-pyftpdlib is not installed";
+}
+
+FtpServer::FtpServer(const Laboratory& net, Host host, Product product, const std::string& cacheFolder)
+    : work_(cacheFolder), files_(work_.Path() + "/files") {
+  std::filesystem::create_directory(files_);
+  if (product == Product::Vsftpd)
+    process_ = StartIn(net, host, {"sh", "-c", kVsftpd, "sh", work_.Path(), kPasswordHash});
+  else
+    process_ = StartIn(net, host, {kPython, "-X", "utf8", "-c", kPyftpdlib, files_, kFtpUser, kFtpPassword});
+}
+
+void FtpServer::AddDirectory(const std::string& name) const {
+  if (!std::filesystem::create_directory(files_ + "/" + name)) throw LabError("Cannot make a directory");
+}
+
+void FtpServer::AddFile(const std::string& name, size_t bytes) const {
+  std::ofstream stream(files_ + "/" + name, std::ios::binary);
+  stream << std::string(bytes, 'x');
+  if (!stream.flush()) throw LabError("Cannot write a file to serve");
+}
+
+FaultyFtpServer::FaultyFtpServer(const Laboratory& net, Host host, const std::string& fault)
+    : process_(StartIn(net, host, {kPython, "-c", kFaulty, fault})) {}
+
+}  // namespace tarvik::lab

@@ -1,0 +1,199 @@
+#include "lab/ftp_server.h"
+
+#include <algorithm>
+
+#include "app/control_ids.h"
+#include "tests/lab/lab_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+using Lines = std::vector<std::string>;
+using Product = FtpServer::Product;
+
+/// The system's library waits half a minute for each word of a server.
+constexpr std::chrono::seconds kLongestTest(150);
+
+std::string Entry(const std::string& name, size_t nameColumns, const std::string& size) {
+  return name + std::string(35 - nameColumns, ' ') + std::string(10 - size.size(), ' ') + size;
+}
+std::string Entry(const std::string& name, const std::string& size) { return Entry(name, name.size(), size); }
+
+Lines Listing(const Lines& before, const Lines& entries, const Lines& behind) {
+  Lines lines = before;
+  lines.insert(lines.end(), {"", Entry("Name", "Size"), std::string(45, '-')});
+  lines.insert(lines.end(), entries.begin(), entries.end());
+  lines.insert(lines.end(), behind.begin(), behind.end());
+  return lines;
+}
+
+template <typename Suite>
+class FtpTest : public LabTest<Suite> {
+ protected:
+  void SetUp() override {
+    LabTest<Suite>::SetUp();
+    for (const Product product : {Product::Vsftpd, Product::Pyftpdlib})
+      if (const std::string whyNot = FtpServer::WhyNot(product); !whyNot.empty()) GTEST_SKIP() << whyNot;
+  }
+
+  static FtpServer Serve(Product product) {
+    return FtpServer(LabTest<Suite>::Net(), Host::Near, product, PcForTests().cacheFolder);
+  }
+  static FaultyFtpServer ServeWithFault(const std::string& fault) {
+    return FaultyFtpServer(LabTest<Suite>::Net(), Host::Near, fault);
+  }
+
+  /// Starts the program, presses the button of the Ftp page and returns what the list holds behind the
+  /// first line of the test, or all of it when that has gone.
+  Lines Test(const std::string& user = {}, const std::string& password = {}, int button = ID_cmdFtpConnect) {
+    ProgramUnderTest program(this->Pc(), ProgramPath());
+    const WindowUnderTest window = WaitForMainWindow(program);
+    window.SelectTab(ID_tabMode, 2);
+    window.SetText(ID_cmbIPAddr, kNearAddress);
+    window.SetText(ID_txtPingReqCount, "1");
+    window.SetText(ID_txtFtpUsername, user);
+    window.SetText(ID_txtFtpPasswd, password);
+    const Lines known = window.Lines(ID_lstResult);
+    window.Click(button);
+    Lines lines;
+    const bool ended = WaitUntil(kLongestTest, [&] {
+      try {
+        if (RunIsActive(window)) return false;
+        lines = window.Lines(ID_lstResult);
+        return lines != known;
+      } catch (const LabError&) {
+        return false;  // the window does not answer while the system's library waits for the server
+      }
+    });
+    if (!ended) throw LabError("The test does not end");
+    EXPECT_FALSE(program.HasBox());
+    EXPECT_TRUE(window.Enabled(0));
+    EXPECT_EQ(window.CurrentPointer(), WindowUnderTest::Pointer::Arrow);
+    const auto begin = std::find(lines.begin(), lines.end(), "FTP Connect test...");
+    return {begin == lines.end() || button != ID_cmdFtpConnect ? lines.begin() : begin + 1, lines.end()};
+  }
+};
+
+class Ftp : public FtpTest<Ftp> {};
+
+TEST_F(Ftp, One_server_shows_its_replies_and_its_directory_to_anonymous_users_and_to_known_ones) {
+  const FtpServer server = Serve(Product::Vsftpd);
+  server.AddDirectory("b");
+  server.AddFile("c.txt", 3);
+  server.AddFile("A.txt", 12345);
+  const Lines entries = {Entry("/b", ""), Entry("A.txt", "12345"), Entry("c.txt", "3")};
+  const Lines behind = {"226 Directory send OK."};
+  EXPECT_EQ(Test(),
+            Listing({"230 Login successful.", "257 \"/\" is the current directory"}, entries, behind));
+  EXPECT_EQ(Test(kFtpUser, kFtpPassword),
+            Listing({"230 Login successful.", "257 \"/mnt\" is the current directory"}, entries, behind));
+}
+
+TEST_F(Ftp, Another_server_does_too) {
+  const FtpServer server = Serve(Product::Pyftpdlib);
+  server.AddDirectory("b");
+  server.AddFile("c.txt", 3);
+  server.AddFile("A.txt", 12345);
+  const Lines entries = {Entry("/b", ""), Entry("A.txt", "12345"), Entry("c.txt", "3")};
+  EXPECT_EQ(Test(), Listing({"230 Login successful.", "257 \"/\" is the current directory."}, entries,
+                            {"226 Transfer complete."}));
+  EXPECT_EQ(Test(kFtpUser, kFtpPassword),
+            Listing({"230 Login successful.", "257 \"/\" is the current directory."}, entries,
+                    {"226 Transfer complete."}));
+}
+
+TEST_F(Ftp, A_refused_password_is_told_in_the_servers_words) {
+  {
+    const FtpServer server = Serve(Product::Vsftpd);
+    EXPECT_EQ(Test(kFtpUser, "wrong"), (Lines{"530 Login incorrect."}));
+  }
+  const FtpServer server = Serve(Product::Pyftpdlib);
+  EXPECT_EQ(Test(kFtpUser, "wrong"), (Lines{"530 Authentication failed."}));
+}
+
+TEST_F(Ftp, An_empty_directory_is_the_header_only) {
+  {
+    const FtpServer server = Serve(Product::Vsftpd);
+    EXPECT_EQ(Test(), Listing({"230 Login successful.", "257 \"/\" is the current directory"}, {}, {""}));
+  }
+  const FtpServer server = Serve(Product::Pyftpdlib);
+  EXPECT_EQ(Test(), Listing({"230 Login successful.", "257 \"/\" is the current directory."}, {}, {""}));
+}
+
+TEST_F(Ftp, A_directory_of_5000_entries_is_listed_to_its_end) {
+  for (const Product product : {Product::Vsftpd, Product::Pyftpdlib}) {
+    const FtpServer server = Serve(product);
+    for (int i = 0; i < 5000; ++i) server.AddFile("file" + std::to_string(10'000 + i));
+    const Lines lines = Test();
+    // 6 lines of the start-up, 2 of the test, 2 replies, 3 of the header, 5000 entries, 1 reply.
+    ASSERT_EQ(lines.size(), (6U + 2 + 2 + 3 + 5000 + 1) % 1001);
+    for (size_t i = 0; i + 1 < lines.size(); ++i)
+      ASSERT_EQ(lines[i], Entry("file" + std::to_string(15'000 - (lines.size() - 1) + i), "0"));
+  }
+}
+
+TEST_F(Ftp, Lines_are_in_the_order_of_the_users_language) {
+  const FtpServer server = Serve(Product::Pyftpdlib);
+  for (const char* name : {"b", "C", "a", "_x", "D", "10", "9", "a-c", "ab"}) server.AddFile(name);
+  const Lines lines = Test();
+  Lines names;
+  for (size_t i = 5; i + 1 < lines.size(); ++i) names.push_back(lines[i].substr(0, lines[i].find(' ')));
+  EXPECT_EQ(names, (Lines{"_x", "10", "9", "a", "ab", "a-c", "b", "C", "D"}));
+}
+
+TEST_F(Ftp, A_host_that_has_no_server_cannot_be_connected) {
+  EXPECT_EQ(Test(), Lines{"Cannot connect ..."});
+  Net().PullCable(Host::Near);
+  EXPECT_EQ(Test(), Lines{"Cannot connect ..."});
+}
+
+TEST_F(Ftp, All_Test_connects_to_what_answers) {
+  const FtpServer server = Serve(Product::Vsftpd);
+  const Lines lines = WithoutTimes(Test("", "", ID_cmdAllFtpTest));
+  EXPECT_EQ(lines,
+            Listing({"PING test...", "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64", "",
+                     "FTP Connect test...", "230 Login successful.", "257 \"/\" is the current directory"},
+                    {}, {""}));
+}
+
+TEST_F(Ftp, A_server_that_hangs_up_ends_the_test) {
+  for (const char* fault : {"drop USER", "drop PASS", "drop PWD", "drop PORT", "drop LIST", "drop TYPE"}) {
+    const FaultyFtpServer server = ServeWithFault(fault);
+    for (const std::string& line : Test(kFtpUser, kFtpPassword)) printf("%s [%s]\n", fault, line.c_str());
+  }
+}
+
+TEST_F(Ftp, A_server_that_says_nothing_does_not_hold_the_window_for_ever) {
+  const FaultyFtpServer server = ServeWithFault("silent");
+  EXPECT_EQ(Test(), Lines{"Cannot connect ..."});
+}
+
+TEST_F(Ftp, A_greeting_of_megabytes_without_a_line_end_is_no_harm) {
+  const FaultyFtpServer server = ServeWithFault("greeting 3000000");
+  for (const std::string& line : Test()) printf("greeting [%s]\n", line.substr(0, 60).c_str());
+}
+
+class JapaneseFtp : public FtpTest<JapaneseFtp> {
+ public:
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = PcForTests();
+    options.language = WindowsLanguage::Japanese;
+    return options;
+  }
+};
+
+TEST_F(JapaneseFtp, Names_come_from_code_page_932) {
+  for (const Product product : {Product::Vsftpd, Product::Pyftpdlib}) {
+    const FtpServer server = Serve(product);
+    server.AddFile("\x8B\x40\x8A\x42.txt", 7);  // two full-width characters
+    server.AddFile("\xB7\xB6\xB2.TXT", 8);      // three half-width ones
+    server.AddDirectory("\x89\xC1\x8D\x48");
+    const Lines lines = Test();
+    EXPECT_EQ(Lines(lines.begin() + 4, lines.end() - 1),
+              (Lines{std::string(45, '-'), Entry("/加工", 3, ""), Entry("ｷｶｲ.TXT", 7, "8"),
+                     Entry("機械.txt", 6, "7")}));
+  }
+}
+
+}  // namespace
+}  // namespace tarvik::lab
