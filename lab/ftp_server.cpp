@@ -91,7 +91,13 @@ while True:
         verb = line.split()[0].upper()
         if verb == value and verb != "LIST":
             break
+        if verb == "PORT":
+            numbers = line.split()[1].split(",")
+            target = (".".join(numbers[:4]), int(numbers[4]) * 256 + int(numbers[5]))
         client.sendall((ANSWERS.get(verb, "200 ok") + "\r\n").encode())
+        if verb == "LIST":
+            with socket.create_connection(target) as data:
+                data.sendall(b"-rw-r--r-- 1 0 0 3 Jan 01 00:00 a.txt\r\n-rw-r--r-- 1 0")
         if verb in (value, "QUIT"):
             break
     client.shutdown(socket.SHUT_RDWR)
