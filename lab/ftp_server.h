@@ -36,8 +36,9 @@ class FtpServer {
 /// An FTP server that does something wrong. Its end ends it.
 class FaultyFtpServer {
  public:
-  /// `fault`: "silent" = says nothing at all; "drop VERB" = hangs up at that command, "drop LIST" after it
-  /// has announced the listing; "greeting N" = a greeting of N bytes without a line end, then hangs up.
+  /// `fault`: "silent" = says nothing at all; "drop VERB" = hangs up at that command, "drop LIST" in the
+  /// middle of the listing's second line; "greeting N" = a greeting of N bytes without a line end, then hangs
+  /// up.
   FaultyFtpServer(const Laboratory& net, Host host, const std::string& fault);
 
  private:
