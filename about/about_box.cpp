@@ -111,7 +111,7 @@ void frmAbout::LayOut() {
                         needed.height + 4 * far + window.height - client.height});
 }
 
-void frmAbout::cmdOK_Click() { form_->AskToClose(); }
+void frmAbout::cmdOK_Click() { form_->Close(); }
 
 void frmAbout::cmdSysInfo_Click() {
   const Disabled disabled(*form_);

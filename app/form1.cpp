@@ -50,6 +50,8 @@ void Form1::WireEvents() {
   controls_.cmdK7Api.onClick = on(&Form1::cmdK7Api_Click);
   controls_.mnuHelpSub.onClick = on(&Form1::mnuHelpSub_Click);
   controls_.chkAccessCode.onClick = on(&Form1::chkAccessCode_Click);
+  controls_.cmdGetInfo.onClick = on(&Form1::cmdGetInfo_Click);
+  controls_.mnuPMC.onClick = on(&Form1::mnuPMC_Click);
   controls_.lstResult.onDoubleClick = on(&Form1::lstResult_DblClick);
 
   controls_.cmbIPAddr.onKeyDown = [this](int16_t keyCode, int16_t shift) {

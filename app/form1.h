@@ -18,6 +18,9 @@
 #include "app/result_list.h"
 #include "app/run_flags.h"
 #include "app/secret_decoder.h"
+#include "cnclib/cnc_library.h"
+#include "cnclib/library_test.h"
+#include "cnclib/pmc_test_window.h"
 #include "ftp/wininet.h"
 #include "k7/k7_api.h"
 #include "net/icmp.h"
@@ -31,6 +34,7 @@
 #include "platform/profile_strings.h"
 #include "platform/settings_store.h"
 #include "platform/text_order.h"
+#include "platform/wall_clock.h"
 #include "resources/messages.h"
 #include "resources/resource.h"
 #include "ui/form.h"
@@ -63,6 +67,8 @@ struct Form1Ground {
   VersionLibrary& version;
   MachineRegistry& registry;
   K7Api& k7Api;
+  CncLibrary& cncLibrary;
+  WallClock& wallClock;
   /// Makes the window of a further form; its class is the form's name.
   std::function<std::unique_ptr<ui::Form>(const wchar_t* windowClass)> newForm;
   std::wstring programFolder;       ///< without a backslash at its end
@@ -108,6 +114,8 @@ class Form1 {
   void cmdAllFtpTest_Click();
   void cmdK7Api_Click();
   void mnuHelpSub_Click();
+  void cmdGetInfo_Click();
+  void mnuPMC_Click();
   void chkAccessCode_Click();
   void lstResult_DblClick();
   bool txtPingReqCount_Validate();
@@ -134,7 +142,12 @@ class Form1 {
   /// Keeps the user out of the window, under an hourglass; false lets them in again.
   void SetBusy(bool busy);
   bool RunReachabilityCheck();
+  bool RunLibraryTest();
   bool RunFtpTest();
+  /// One rung of the ladder, which is left out when its bit is not set. False when it failed, or was not
+  /// begun because the user has asked to stop.
+  bool RunRung(OptionBit bit, bool (Form1::*test)());
+  CncTarget ReadCncTarget() const;
 
   // Start-up, in the order in which Form_Load runs them
   void ReadConfiguration();
@@ -180,6 +193,8 @@ class Form1 {
   std::unique_ptr<frmAbout> about_;
   Boolean16 k7ApiBusy_;
   bool loading_ = false;
+  uint32_t nxlibOptions_ = 0;   ///< the option word that the library last returned
+  std::unique_ptr<frmPmcTest> pmcTest_;  ///< null until the window is first shown
 
   float initialListHeight_ = 0;
   float initialListWidth_ = 0;

@@ -16,7 +16,7 @@ Form1Controls::Form1Controls(ui::Form& form)
       mnuPMC(form.AddMenuCommand(ID_mnuPMC, mnuHelp, English(Message::PmcCommand))),
 
       lblIPAddr(form.AddLabel(ID_lblIPAddr, ui::kNoPage, English(Message::AddressLabel))),
-      cmbIPAddr(form.AddComboBox(ID_cmbIPAddr, ui::kNoPage)),
+      cmbIPAddr(form.AddComboBox(ID_cmbIPAddr, ui::kNoPage, ui::ComboBoxStyle::Editable)),
       tabMode(form.AddTabStrip(ID_tabMode, kPageCount)),
 
       lblPingReqCount(form.AddLabel(ID_lblPingReqCount, kPingPage, English(Message::PingCountLabel))),

@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "app/form1.h"
-#include "app/hourglass.h"
 #include "k7/k7_api_test.h"
 #include "platform/runtime_error.h"
 
@@ -64,7 +63,7 @@ bool Form1::RunK7ApiTest() {
     const StopRequestOfTest stopRequest(ground_.flags);
     const std::wstring address = controls_.cmbIPAddr.Text();
     // Without an address nothing begins that would have to be seen or stopped.
-    std::optional<Hourglass> hourglass;
+    std::optional<ui::Hourglass> hourglass;
     std::optional<StopCaption> caption;
     if (!address.empty()) {
       hourglass.emplace(ground_.form);

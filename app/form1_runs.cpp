@@ -2,10 +2,10 @@
 
 #include "app/address_history.h"
 #include "app/form1.h"
-#include "app/hourglass.h"
 #include "app/input_filters.h"
 #include "ftp/ftp_test.h"
 #include "platform/runtime_error.h"
+#include "ui/hourglass.h"
 
 namespace tarvik {
 
@@ -34,7 +34,7 @@ bool Form1::RunOutermost(const std::function<bool()>& routine) {
 }
 
 bool Form1::RunReachabilityCheck() {
-  const Hourglass hourglass(ground_.form);
+  const ui::Hourglass hourglass(ground_.form);
   const int32_t count = ToInt32(controls_.txtPingReqCount.Text(), controls_.lblPingReqCount.Caption());
   return CheckReachability(
       {results_, ground_.boxes, texts_, ground_.pump, ground_.winsock, ground_.icmp, icmpHandle_, ground_.ipHelper,
@@ -53,8 +53,16 @@ bool Form1::RunFtpTest() {
                  controls_.cmbIPAddr.Text(), controls_.txtFtpUsername.Text(), controls_.txtFtpPasswd.Text());
 }
 
+bool Form1::RunRung(OptionBit bit, bool (Form1::*test)()) {
+  if (ground_.flags.stopRequested) return false;
+  return !TestOptionMask(bit) || (this->*test)();
+}
+
 bool Form1::RunAllTests() {
-  return RunOutermost([this] { return RunReachabilityCheck(); });
+  return RunOutermost([this] {
+    return RunReachabilityCheck() && RunRung(kLibraryTest, &Form1::RunLibraryTest) &&
+           RunRung(kK7ApiTest, &Form1::RunK7ApiTest) && RunRung(kFtpTest, &Form1::RunFtpTest);
+  });
 }
 
 void Form1::cmdPing_Click() {

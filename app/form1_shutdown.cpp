@@ -5,7 +5,10 @@
 
 namespace tarvik {
 
-bool Form1::Form_QueryUnload() { return !ground_.flags.busy && !k7ApiBusy_ && !loading_; }
+bool Form1::Form_QueryUnload() {
+  const bool reading = pmcTest_ != nullptr && pmcTest_->Running();
+  return !ground_.flags.busy && !k7ApiBusy_ && !loading_ && !reading;
+}
 
 void Form1::Form_Unload() {
   if (icmpHandle_ != 0) ground_.icmp.IcmpCloseHandle(icmpHandle_);
@@ -13,6 +16,8 @@ void Form1::Form_Unload() {
   ground_.winsock.WSACleanup();
   SaveHistory(controls_.cmbIPAddr, ground_.settings);
   UnloadAbout();
+  // At the end of the Windows session nobody is asked, and a run may still stand below on the stack.
+  if (pmcTest_ != nullptr && !pmcTest_->Running()) pmcTest_.reset();
   resource_.Terminate();
 }
 

@@ -39,4 +39,9 @@ int32_t ToInt32(const std::wstring& text, const std::wstring& boxName) {
   throw RuntimeError(L"\"" + boxName + L"\" holds no whole number: \"" + text + L"\"");
 }
 
+int16_t ToInt16(const std::wstring& text, const std::wstring& boxName) {
+  if (const auto number = ParseInt16(text)) return *number;
+  throw RuntimeError(L"\"" + boxName + L"\" holds no whole number from -32768 to 32767: \"" + text + L"\"");
+}
+
 }  // namespace tarvik

@@ -25,4 +25,7 @@ bool IsPingCount(const std::wstring& text);
 /// The text as a whole number of 32 bits. Throws RuntimeError naming the box when it is none.
 int32_t ToInt32(const std::wstring& text, const std::wstring& boxName);
 
+/// The same for 16 bits.
+int16_t ToInt16(const std::wstring& text, const std::wstring& boxName);
+
 }  // namespace tarvik

@@ -8,6 +8,7 @@
 #include "about/version_library_win32.h"
 #include "app/closed_libraries_win32.h"
 #include "app/form1.h"
+#include "cnclib/cnc_library_win32.h"
 #include "ftp/wininet_win32.h"
 #include "k7/k7_api_win32.h"
 #include "net/icmp_win32.h"
@@ -22,6 +23,7 @@
 #include "platform/runtime_error.h"
 #include "platform/settings_store_win32.h"
 #include "platform/text_order_win32.h"
+#include "platform/wall_clock_win32.h"
 #include "platform/windows_win32.h"
 #include "ui/win32/form_win32.h"
 #include "ui/win32/message_boxes_win32.h"
@@ -65,11 +67,13 @@ int Run() {
   Win32VersionLibrary version;
   Win32MachineRegistry registry;
   Win32K7Api k7Api;
+  Win32CncLibrary cncLibrary;
+  Win32WallClock wallClock;
   const auto newForm = [&form](const wchar_t* windowClass) -> std::unique_ptr<ui::Form> {
     return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary, &form);
   };
   Form1 form1({form, boxes, pump, flags, configuration, txCodec, winsock, icmp, ipHelper, wininet, osVersion, files, processes,
-               codePage, textOrder, profile, settings, clipboard, kernel, version, registry, k7Api, newForm, ProgramFolder(),
+               codePage, textOrder, profile, settings, clipboard, kernel, version, registry, k7Api, cncLibrary, wallClock, newForm, ProgramFolder(),
                std::wstring(BehindProgramName(::GetCommandLineW())), ::GetUserDefaultLangID(),
                TARVIK_FAMILY_EDITION != 0});
   try {

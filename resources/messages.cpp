@@ -73,6 +73,8 @@ constexpr std::array<MessageRow, static_cast<size_t>(Message::Count)> kRows{{
     {130, L" 工具ﾃﾞｰﾀ", L" Tool data"},
     {131, L" 波形診断", L" Waveform diagnosis"},
     {132, L" (なし)", L" (None)"},
+    {133, L"範囲内の整数を入力してください。", L"A whole number within the range is required."},
+    {134, L"入力値: ", L"Typed: "},
     {136, L"PMC読取長さエラー 最大=", L"PMC read length error, maximum="},
     {137, L"PMCｱﾄﾞﾚｽ", L"PMC Addr."},
     {138, L"開始番号", L"StartNo"},

@@ -79,6 +79,8 @@ enum class Message {
   Option5,
   Option6,
   OptionNone,
+  NumberRequired,
+  NumberTyped,
   PmcLengthError,
   PmcAddressLabel,
   PmcStartLabel,

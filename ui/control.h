@@ -55,6 +55,8 @@ class Element {
 class Control : public Element {
  public:
   virtual void SetFocus() = 0;
+  /// True when the control has the focus, or gets it once its window is the active one again.
+  virtual bool HasFocus() const = 0;
   virtual void SetBounds(const Rect& bounds) = 0;
   virtual Rect Bounds() const = 0;
 
@@ -100,11 +102,12 @@ class TextBox : public Control {
   std::function<bool()> onValidate;
 };
 
-/// An edit field with a drop-down list.
+/// An edit field with a drop-down list, or a drop-down list alone.
 class ComboBox : public Control {
  public:
   std::wstring_view TypeName() const final { return L"ComboBox"; }
   virtual std::wstring Text() const = 0;
+  /// A drop-down list alone refuses it.
   virtual void SetText(const std::wstring& text) = 0;
   virtual int Count() const = 0;
   /// The item's text; empty beyond the last item.
@@ -113,6 +116,9 @@ class ComboBox : public Control {
   virtual void Clear() = 0;
   /// Makes the item the current one: its text is the field's.
   virtual void Select(int index) = 0;
+  /// The item that was last selected, and not typed over since; -1 = none.
+  virtual int SelectedIndex() const = 0;
+  /// The keys of the edit field.
   KeyPress onKeyPress;
   std::function<void(int16_t keyCode, int16_t shift)> onKeyDown;
 };

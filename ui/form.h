@@ -15,6 +15,9 @@ inline constexpr int kNoPage = -1;
 /// How a text box takes its text.
 enum class TextBoxStyle { Plain, Password };
 
+/// Whether a combo box takes typed text beside its list.
+enum class ComboBoxStyle { Editable, DropDownList };
+
 /// A top-level window and the maker of its controls. Controls live as long as their form and come in the
 /// order of the Tab key in which they are made. Ids are those of app/control_ids.h.
 class Form {
@@ -25,7 +28,7 @@ class Form {
   virtual Button& AddButton(int id, int page, const std::wstring& caption) = 0;
   virtual CheckBox& AddCheckBox(int id, int page, const std::wstring& caption) = 0;
   virtual TextBox& AddTextBox(int id, int page, TextBoxStyle style) = 0;
-  virtual ComboBox& AddComboBox(int id, int page) = 0;
+  virtual ComboBox& AddComboBox(int id, int page, ComboBoxStyle style) = 0;
   virtual ListBox& AddListBox(int id, int page, const std::wstring& toolTip) = 0;
   /// One strip a form; its pages are the parents of the controls with that page number.
   virtual TabStrip& AddTabStrip(int id, int pageCount) = 0;
@@ -38,8 +41,9 @@ class Form {
   virtual std::wstring Caption() const = 0;
   virtual void Show() = 0;
   virtual bool Visible() const = 0;
-  /// Closes the window as its close button does, after the present event. A closed window does not come back.
-  virtual void AskToClose() = 0;
+  /// What the close button does: asks onQueryClose, then unloads. False when that was refused. The object
+  /// and its controls stay for whoever still holds them, without a window.
+  virtual bool Close() = 0;
   virtual void SetEnabled(bool enabled) = 0;
   virtual bool Enabled() const = 0;
   virtual bool Minimised() const = 0;

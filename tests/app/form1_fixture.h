@@ -13,7 +13,9 @@
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/fake_pump.h"
 #include "tests/recorded/fake_text_order.h"
+#include "tests/recorded/fake_wall_clock.h"
 #include "tests/recorded/recorded_boxes.h"
+#include "tests/recorded/recorded_cnc_library.h"
 #include "tests/recorded/recorded_files.h"
 #include "tests/recorded/recorded_icmp.h"
 #include "tests/recorded/recorded_ip_helper.h"
@@ -110,7 +112,7 @@ class Form1Test : public testing::Test {
     };
     form1 = std::make_unique<Form1>(Form1Ground{form, boxes, pump, flags, configuration, txCodec, winsock, icmp,
                                                 ipHelper, wininet, osVersion, files, processes, codePage, textOrder, profile, settings,
-                                                clipboard, kernel, versions, registry, k7Api,
+                                                clipboard, kernel, versions, registry, k7Api, cncLibrary, wallClock,
                                                 [this](const wchar_t* windowClass) { return NewForm(windowClass); },
                                                 L"C:\\Program", commandLine, windowsLanguage,
                                                 familyEdition});
@@ -157,6 +159,8 @@ class Form1Test : public testing::Test {
   std::vector<std::wstring> newForms;  ///< classes of the further windows, in their order
   bool refuseNewForms = false;
   ui::MemoryForm* lastForm = nullptr;  ///< the latest of them
+  RecordedCncLibrary cncLibrary;
+  FakeWallClock wallClock;
   int32_t windowsLanguage = 1033;
   std::function<void()> onEvents;  ///< what the user does while a test pauses
   std::unique_ptr<Form1> form1;

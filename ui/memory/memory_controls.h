@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/runtime_error.h"
-#include "ui/control.h"
+#include "ui/form.h"
 
 // Controls without a window: they keep what they are told, so that the whole program runs as an ordinary
 // process. A test raises their events and reads their state.
@@ -58,6 +58,7 @@ class MemoryControl : public MemoryElement<Base> {
     this->ThrowIfRefusing();
     focus_.owner = this;
   }
+  bool HasFocus() const override { return focus_.owner == this; }
   void SetBounds(const Rect& bounds) override { bounds_ = bounds; }
   Rect Bounds() const override { return bounds_; }
   /// A font whose letters are 7 wide and 15 high; full-width ones are 14 wide.
@@ -124,11 +125,14 @@ class MemoryTextBox final : public MemoryControl<TextBox> {
 
 class MemoryComboBox final : public MemoryControl<ComboBox> {
  public:
-  using MemoryControl::MemoryControl;
+  explicit MemoryComboBox(MemoryFocus& focus, ComboBoxStyle style = ComboBoxStyle::Editable)
+      : MemoryControl<ComboBox>(focus), style_(style) {}
   std::wstring Text() const override { return text_; }
   void SetText(const std::wstring& text) override {
     ThrowIfRefusing();
+    if (style_ == ComboBoxStyle::DropDownList) throw RuntimeError(L"The list takes no typed text.");
     text_ = text;
+    selected_ = -1;
   }
   int Count() const override { return static_cast<int>(items_.size()); }
   std::wstring Item(int index) const override {
@@ -142,13 +146,18 @@ class MemoryComboBox final : public MemoryControl<ComboBox> {
   void Clear() override {
     items_.clear();
     text_.clear();
+    selected_ = -1;
   }
   void Select(int index) override {
     if (index < 0 || index >= Count()) throw RuntimeError(L"There is no such item in the list.");
     text_ = Item(index);
+    selected_ = index;
   }
+  int SelectedIndex() const override { return selected_; }
 
  private:
+  ComboBoxStyle style_;
+  int selected_ = -1;
   std::wstring text_;
   std::vector<std::wstring> items_;
 };

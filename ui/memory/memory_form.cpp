@@ -38,7 +38,9 @@ TextBox& MemoryForm::AddTextBox(int id, int page, TextBoxStyle style) {
   return box;
 }
 
-ComboBox& MemoryForm::AddComboBox(int id, int page) { return Add<MemoryComboBox>(id, page, focus_); }
+ComboBox& MemoryForm::AddComboBox(int id, int page, ComboBoxStyle style) {
+  return Add<MemoryComboBox>(id, page, focus_, style);
+}
 
 ListBox& MemoryForm::AddListBox(int id, int page, const std::wstring& toolTip) {
   toolTip_ = toolTip;

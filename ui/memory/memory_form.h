@@ -16,7 +16,7 @@ class MemoryForm final : public Form {
   Button& AddButton(int id, int page, const std::wstring& caption) override;
   CheckBox& AddCheckBox(int id, int page, const std::wstring& caption) override;
   TextBox& AddTextBox(int id, int page, TextBoxStyle style) override;
-  ComboBox& AddComboBox(int id, int page) override;
+  ComboBox& AddComboBox(int id, int page, ComboBoxStyle style) override;
   ListBox& AddListBox(int id, int page, const std::wstring& toolTip) override;
   TabStrip& AddTabStrip(int id, int pageCount) override;
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
@@ -26,7 +26,7 @@ class MemoryForm final : public Form {
   std::wstring Caption() const override { return caption_; }
   void Show() override { visible_ = true; }
   bool Visible() const override { return visible_; }
-  void AskToClose() override { Close(); }
+  bool Close() override;
   void SetEnabled(bool enabled) override { enabled_ = enabled; }
   bool Enabled() const override { return enabled_; }
   bool Minimised() const override { return minimised; }
@@ -68,9 +68,6 @@ class MemoryForm final : public Form {
     if (control.onKeyPress) control.onKeyPress(keyAscii);
     return keyAscii != 0;
   }
-
-  /// The user asks to close. True when the form unloaded.
-  bool Close();
 
   bool topmost = false;
   bool minimised = false;

@@ -61,6 +61,8 @@ void ControlWindow::EnableOrDisable(bool enable) {
 
 void ControlWindow::TakeFocus() { form_.FocusOn(window_); }
 
+bool ControlWindow::OwnsFocus() const { return form_.FocusIsIn(window_); }
+
 void ControlWindow::PutAt(const Rect& bounds) {
   place_ = bounds;
   if (form_.EverShown()) ApplyPlace();

@@ -69,6 +69,7 @@ class ControlWindow {
   void EnableOrDisable(bool enable);
   bool IsOperable() const { return (Style() & WS_DISABLED) == 0; }
   void TakeFocus();
+  bool OwnsFocus() const;
   /// Places the window now, or when the form is first shown.
   void PutAt(const Rect& bounds);
   void Move(const Rect& bounds);
@@ -114,6 +115,7 @@ class Win32Control : public Base, public ControlWindow {
   void SetEnabled(bool enabled) override { EnableOrDisable(enabled); }
   bool Enabled() const override { return IsOperable(); }
   void SetFocus() override { TakeFocus(); }
+  bool HasFocus() const override { return OwnsFocus(); }
   void SetBounds(const Rect& bounds) override { PutAt(bounds); }
   Rect Bounds() const override { return Place(); }
 };

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "ui/form.h"
 #include "ui/win32/control_window_win32.h"
 
 namespace tarvik::ui {
@@ -64,7 +65,7 @@ class Win32TextBox final : public UncaptionedControl<TextBox> {
 
 class Win32ComboBox final : public UncaptionedControl<ComboBox> {
  public:
-  Win32ComboBox(Win32Form& form, HWND parent, int id);
+  Win32ComboBox(Win32Form& form, HWND parent, int id, ComboBoxStyle style);
 
   Size SizeFor(const std::wstring& caption) const override;
   void SetBounds(const Rect& bounds) override;
@@ -75,6 +76,7 @@ class Win32ComboBox final : public UncaptionedControl<ComboBox> {
   void InsertItem(int index, const std::wstring& text) override;
   void Clear() override;
   void Select(int index) override;
+  int SelectedIndex() const override { return static_cast<int>(Send(CB_GETCURSEL)); }
 
  protected:
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -85,8 +85,8 @@ void Win32Form::OnCommand(WPARAM wParam, LPARAM lParam) noexcept {
     return;
   }
   const Win32MenuItem* item = menuBar_ == nullptr ? nullptr : menuBar_->Find(id);
-  // A command can be sent to a window without its menu; one that is not offered is not obeyed.
-  if (item != nullptr && item->Visible() && item->Enabled() && item->onClick)
+  // A hidden command is dormant, not dead: it works for whoever sends it.
+  if (item != nullptr && item->Enabled() && item->onClick)
     RunGuarded(window_, item->onClick);
 }
 

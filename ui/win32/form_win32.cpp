@@ -109,7 +109,9 @@ TextBox& Win32Form::AddTextBox(int id, int page, TextBoxStyle style) {
   return Add<Win32TextBox>(id, page, style == TextBoxStyle::Password);
 }
 
-ComboBox& Win32Form::AddComboBox(int id, int page) { return Add<Win32ComboBox>(id, page); }
+ComboBox& Win32Form::AddComboBox(int id, int page, ComboBoxStyle style) {
+  return Add<Win32ComboBox>(id, page, style);
+}
 
 ListBox& Win32Form::AddListBox(int id, int page, const std::wstring& toolTip) {
   return Add<Win32ListBox>(id, page, toolTip);
@@ -186,7 +188,10 @@ void Win32Form::KeepOnScreen() {
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void Win32Form::AskToClose() { PostMessageW(window_, WM_CLOSE, 0, 0); }
+bool Win32Form::Close() {
+  if (window_ != nullptr) OnClose();
+  return window_ == nullptr;
+}
 
 bool Win32Form::Visible() const { return IsWindowVisible(window_) != FALSE; }
 
@@ -251,6 +256,11 @@ void Win32Form::FocusOn(HWND control) {
     ::SetFocus(control);
   else
     lastFocus_ = control;
+}
+
+bool Win32Form::FocusIsIn(HWND control) const {
+  HWND focus = GetActiveWindow() == window_ ? GetFocus() : lastFocus_;
+  return focus != nullptr && (focus == control || IsChild(control, focus));
 }
 
 void Win32Form::GoByKeyTo(HWND control) {

@@ -45,7 +45,7 @@ class Win32Form final : public Form {
   Button& AddButton(int id, int page, const std::wstring& caption) override;
   CheckBox& AddCheckBox(int id, int page, const std::wstring& caption) override;
   TextBox& AddTextBox(int id, int page, TextBoxStyle style) override;
-  ComboBox& AddComboBox(int id, int page) override;
+  ComboBox& AddComboBox(int id, int page, ComboBoxStyle style) override;
   ListBox& AddListBox(int id, int page, const std::wstring& toolTip) override;
   TabStrip& AddTabStrip(int id, int pageCount) override;
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
@@ -57,7 +57,7 @@ class Win32Form final : public Form {
   bool Visible() const override;
   /// Show was called.
   bool EverShown() const { return everShown_; }
-  void AskToClose() override;
+  bool Close() override;
   void SetEnabled(bool enabled) override;
   bool Enabled() const override;
   bool Minimised() const override;
@@ -84,6 +84,8 @@ class Win32Form final : public Form {
   /// Gives the control's window the focus now, or, when the form is not the active window, once it is. A
   /// control that cannot be reached leaves the focus where it is.
   void FocusOn(HWND control);
+  /// True when the control has the focus, or gets it once the form is the active window again.
+  bool FocusIsIn(HWND control) const;
   /// The user went by a key to the field that the label stands before: it gets the focus and is ready to be
   /// typed over.
   void FocusOnFieldOf(const ControlWindow& label);

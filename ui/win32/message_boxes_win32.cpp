@@ -18,8 +18,15 @@ UINT StyleOf(BoxIcon icon) {
 
 }  // namespace
 
+HWND Win32MessageBoxes::Owner() const {
+  // The owner is what the system brings to front again behind a box.
+  const Win32Form* active = Win32Form::Of(GetActiveWindow());
+  if (active != nullptr && active->Visible()) return active->Window();
+  return main_.Visible() ? main_.Window() : nullptr;
+}
+
 int Win32MessageBoxes::Box(const std::wstring& text, const std::wstring& title, UINT style) {
-  return MessageBoxW(main_.Visible() ? main_.Window() : nullptr, text.c_str(),
+  return MessageBoxW(Owner(), text.c_str(),
                      title.empty() ? kProgramTitle : title.c_str(), style);
 }
 

@@ -1,0 +1,38 @@
+// What the main window has to do with the CNC library: its test, and the PMC read test window.
+
+#include "app/form1.h"
+
+namespace tarvik {
+
+CncTarget Form1::ReadCncTarget() const {
+  return {controls_.cmbIPAddr.Text(),
+          {controls_.txtTcpPortNo.Text(), controls_.lblTcpPortNo.Caption()},
+          {controls_.txtNxlibTimeOut.Text(), controls_.lblNxlibTimeOut.Caption()}};
+}
+
+bool Form1::RunLibraryTest() {
+  std::optional<std::wstring> accessCode;
+  if (controls_.chkAccessCode.Checked()) accessCode = controls_.txtAccessCode.Text();
+  return tarvik::RunLibraryTest(
+      {results_, ground_.boxes, texts_, ground_.pump, ground_.form, ground_.cncLibrary, ground_.codePage},
+      ReadCncTarget(), accessCode, missing_.cncLibrary, nxlibOptions_);
+}
+
+void Form1::cmdGetInfo_Click() {
+  RunOutermost([this] { return RunLibraryTest(); });
+}
+
+void Form1::mnuPMC_Click() {
+  if (pmcTest_ == nullptr || pmcTest_->Unloaded()) {
+    // The old one goes first: two windows cannot register the same class.
+    pmcTest_.reset();
+    pmcTest_ =
+        std::make_unique<frmPmcTest>(PmcTestTools{ground_.boxes, ground_.pump, texts_, ground_.cncLibrary,
+                                                  ground_.codePage, ground_.wallClock},
+                                     ground_.newForm(L"frmPmcTest"), [this] { return ReadCncTarget(); });
+    if (TestOptionMask(kTopmost)) pmcTest_->MakeTopmost();
+  }
+  pmcTest_->Show();
+}
+
+}  // namespace tarvik

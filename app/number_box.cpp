@@ -1,0 +1,24 @@
+#include "app/number_box.h"
+
+#include "platform/text.h"
+
+namespace tarvik {
+namespace {
+
+/// A longer text is not shown whole: a box can hold a book, a screen cannot.
+constexpr size_t kMostShown = 60;
+
+}  // namespace
+
+std::optional<int32_t> NumberInBox(const std::wstring& typed, const std::wstring& boxName, int32_t least,
+                                   int32_t most, const Texts& texts, ui::MessageBoxes& boxes) {
+  const std::optional<int32_t> number = ParseInt32(typed);
+  if (number && *number >= least && *number <= most) return number;
+  const std::wstring shown = typed.size() > kMostShown ? typed.substr(0, kMostShown) + L"..." : typed;
+  boxes.Show(texts.Get(Message::NumberRequired).value_or(std::wstring()) + L"\r\n" + boxName + L": " +
+             Decimal(least) + L" ... " + Decimal(most) + L"\r\n" +
+             texts.Get(Message::NumberTyped).value_or(std::wstring()) + L"\"" + shown + L"\"");
+  return std::nullopt;
+}
+
+}  // namespace tarvik

@@ -1,0 +1,237 @@
+#include "cnclib/pmc_test_window.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "app/number_box.h"
+#include "platform/runtime_error.h"
+#include "platform/text.h"
+#include "ui/redraw_pause.h"
+
+namespace tarvik {
+namespace {
+
+/// The PMC's address letters; the library knows each by its place here.
+constexpr std::wstring_view kAddressLetters = L"GFYXARTKCDMNE";
+constexpr size_t kFirstLetter = kAddressLetters.find(L'D');
+constexpr int32_t kLastAddress = std::numeric_limits<int16_t>::max();
+constexpr int kFullLog = 32767;
+/// How long a stop request may go unseen, in milliseconds.
+constexpr int32_t kLongestPause = 250;
+
+}  // namespace
+
+frmPmcTest::ReadRun::ReadRun(frmPmcTest& window) : window_(window) {
+  window_.running_ = true;
+  window_.stopRequested_ = false;
+  // In this order the focus does not stay on a button for a moment that closes the window.
+  window_.controls_.cmdClose.SetEnabled(false);
+  window_.controls_.cmdRead.SetEnabled(false);
+}
+
+frmPmcTest::ReadRun::~ReadRun() {
+  window_.running_ = false;
+  window_.stopRequested_ = false;
+  try {
+    PmcTestControls& c = window_.controls_;
+    const bool focusOnStop = c.cmdStop.HasFocus();
+    c.cmdRead.SetEnabled(true);
+    c.cmdClose.SetEnabled(true);
+    if (focusOnStop) c.cmdRead.SetFocus();
+    c.cmdStop.SetEnabled(false);
+  } catch (const RuntimeError&) {
+    // The run has ended all the same.
+  }
+}
+
+frmPmcTest::frmPmcTest(const PmcTestTools& tools, std::unique_ptr<ui::Form> form,
+                       std::function<CncTarget()> target)
+    : tools_(tools), form_(std::move(form)), controls_(*form_), target_(std::move(target)) {
+  Form_Load();
+}
+
+void frmPmcTest::Guarded(const std::function<void()>& handler) {
+  try {
+    handler();
+  } catch (const RuntimeError& error) {
+    tools_.boxes.Show(error.Text(), ui::BoxIcon::Critical);
+  }
+}
+
+void frmPmcTest::Form_Load() {
+  const auto on = [this](void (frmPmcTest::*handler)()) {
+    return [this, handler] { Guarded([&] { (this->*handler)(); }); };
+  };
+  form_->onResize = on(&frmPmcTest::Form_Resize);
+  form_->onScalingChanged = on(&frmPmcTest::Form_ScalingChanged);
+  form_->onQueryClose = [this] { return !running_; };
+  form_->onUnload = [this] { unloaded_ = true; };
+  form_->onEscape = on(&frmPmcTest::Form_Escape);
+  controls_.cmdRead.onClick = [this] { cmdRead_Click(); };
+  controls_.cmdStop.onClick = on(&frmPmcTest::cmdStop_Click);
+  controls_.cmdClose.onClick = on(&frmPmcTest::cmdClose_Click);
+
+  for (size_t i = 0; i < kAddressLetters.size(); ++i)
+    controls_.cmbPmcAddr.InsertItem(static_cast<int>(i), std::wstring(1, kAddressLetters[i]));
+  controls_.cmbPmcAddr.Select(static_cast<int>(kFirstLetter));
+  controls_.txtPmcStart.SetText(L"0");
+  controls_.txtPmcLen.SetText(L"1");
+  controls_.txtCount.SetText(L"10");
+  controls_.txtSleep.SetText(L"1000");
+  controls_.cmdStop.SetEnabled(false);
+  LoadCaptions();
+  const ui::Size least = LayOutPmcTest(*form_, controls_);
+  form_->SetMinimumWindowSize(least);
+  form_->SetWindowSize(least);
+}
+
+void frmPmcTest::LoadCaptions() {
+  form_->SetCaption(L"PMC Read Test");
+  const auto load = [this](ui::Element& element, Message message) {
+    element.SetCaption(tools_.texts.Get(message).value_or(std::wstring()));
+  };
+  load(controls_.lblPmcAddr, Message::PmcAddressLabel);
+  load(controls_.lblPmcStart, Message::PmcStartLabel);
+  load(controls_.lblPmcLen, Message::PmcLengthLabel);
+  load(controls_.lblTest, Message::PmcCountLabel);
+  load(controls_.lblSleep, Message::PmcIntervalLabel);
+  load(controls_.lblData, Message::PmcDataLabel);
+  load(controls_.lblResult, Message::PmcResultLabel);
+  load(controls_.cmdRead, Message::PmcReadButton);
+  load(controls_.cmdStop, Message::PmcStopButton);
+  load(controls_.cmdClose, Message::PmcCloseButton);
+}
+
+void frmPmcTest::Form_Resize() {
+  if (!form_->Minimised()) LayOutPmcTest(*form_, controls_);
+}
+
+void frmPmcTest::Form_ScalingChanged() {
+  const ui::Size least = LayOutPmcTest(*form_, controls_);
+  const ui::Size window = form_->WindowSize();
+  form_->SetMinimumWindowSize(least);
+  form_->SetWindowSize({std::max(window.width, least.width), std::max(window.height, least.height)});
+}
+
+void frmPmcTest::Form_Escape() {
+  if (running_) stopRequested_ = true;
+}
+
+void frmPmcTest::cmdRead_Click() {
+  if (running_) return;
+  const ReadRun run(*this);
+  // Inside the run: the window must not go away under the error dialog either.
+  Guarded([this] { Read(); });
+}
+
+std::optional<int32_t> frmPmcTest::ReadNumber(const ui::TextBox& box, const ui::Label& label, int32_t least,
+                                              int32_t most) {
+  return NumberInBox(box.Text(), label.Caption(), least, most, tools_.texts, tools_.boxes);
+}
+
+std::optional<int16_t> frmPmcTest::ReadLength() {
+  const std::optional<int32_t> typed = ParseInt32(controls_.txtPmcLen.Text());
+  if (typed && *typed > CncPmcRange::kMostData) {
+    // The language files' text names the number itself.
+    const std::wstring text = tools_.texts.Get(Message::PmcLengthError).value_or(std::wstring());
+    tools_.boxes.Show(tools_.texts.Mode() == kLanguageFile ? text : text + Decimal(CncPmcRange::kMostData));
+    return std::nullopt;
+  }
+  const auto length = ReadNumber(controls_.txtPmcLen, controls_.lblPmcLen, 1, CncPmcRange::kMostData);
+  if (!length) return std::nullopt;
+  return static_cast<int16_t>(*length);
+}
+
+std::optional<frmPmcTest::Range> frmPmcTest::ReadRange() {
+  const auto length = ReadLength();
+  if (!length) return std::nullopt;
+  // The last address of the range has to fit in 16 bits too.
+  const auto start =
+      ReadNumber(controls_.txtPmcStart, controls_.lblPmcStart, 0, kLastAddress - (*length - 1));
+  if (!start) return std::nullopt;
+  return Range{static_cast<int16_t>(*start), *length};
+}
+
+void frmPmcTest::Read() {
+  CncConnection connection(tools_.library, tools_.codePage);
+  if (const int16_t result = connection.Open(target_()); result != 0) {
+    tools_.boxes.Show(L"Allocate Handle error=" + Decimal(result));
+    return;
+  }
+  constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
+  if (!ReadRange()) return;
+  // No pass is made for a count below 1; it is a number all the same.
+  const auto count =
+      ReadNumber(controls_.txtCount, controls_.lblTest, std::numeric_limits<int32_t>::min(), kMost);
+  if (!count) return;
+  const auto interval = ReadNumber(controls_.txtSleep, controls_.lblSleep, 0, kMost);
+  if (!interval) return;
+
+  controls_.lstResult.Clear();
+  controls_.cmdStop.SetEnabled(true);
+  controls_.cmdStop.SetFocus();
+  // Wide enough to count beyond the largest count.
+  for (int64_t pass = 1; pass <= *count; ++pass) {
+    if (!ReadPmcOnce(connection.Handle(), static_cast<int32_t>(pass))) return;
+    controls_.lblCount.SetCaption(Decimal(pass));
+    Wait(*interval);
+    tools_.pump.LetEventsRun();
+    if (StopRequested()) return;
+  }
+  controls_.lstResult.AddItem(tools_.clock.GeneralDateTime());
+  controls_.lstResult.Select(controls_.lstResult.Count() - 1);
+}
+
+void frmPmcTest::Wait(int32_t milliseconds) {
+  // In slices, because the pump knows only the main window's stop request.
+  while (milliseconds > 0 && !StopRequested()) {
+    const int32_t slice = std::min(milliseconds, kLongestPause);
+    tools_.pump.Sleep(static_cast<uint32_t>(slice));
+    milliseconds -= slice;
+  }
+}
+
+bool frmPmcTest::ReadPmcOnce(CncLibrary::Handle handle, int32_t pass) {
+  // Asked anew each time: the user may read on elsewhere without a new connection.
+  const std::optional<Range> wanted = ReadRange();
+  if (!wanted) return false;
+  const auto [start, length] = *wanted;
+  CncPmcRange range;
+  range.addr_type = static_cast<int16_t>(controls_.cmbPmcAddr.SelectedIndex());
+  range.first_no = start;
+  range.last_no = static_cast<int16_t>(start + length - 1);
+  const int16_t result =
+      tools_.library.nx_pmc_rdrange(handle, range.addr_type, range.data_type, range.first_no, range.last_no,
+                                    static_cast<int16_t>(length + CncPmcRange::kHeaderSize), range);
+  if (result == 0) {
+    ShowData(range, length);
+    // Only a good line makes room for itself; errors are never thrown away for the next one.
+    if (controls_.lstResult.Count() >= kFullLog) controls_.lstResult.Clear();
+    AddVerdict(pass, L"OK");
+  } else if (result == CncLibrary::kPmcError) {
+    CncPmcDetailError detail;
+    tools_.library.nx_pmc_detailerr(handle, detail);
+    AddVerdict(pass, L"ERR Ret=" + Decimal(result) + L"," + Decimal(detail.error_code) + L"," +
+                         Decimal(detail.error_item));
+  } else {
+    AddVerdict(pass, L"ERR Ret=" + Decimal(result));
+  }
+  controls_.lstResult.Select(controls_.lstResult.Count() - 1);
+  tools_.pump.LetEventsRun();
+  return true;
+}
+
+void frmPmcTest::ShowData(const CncPmcRange& range, int16_t length) {
+  const ui::RedrawPause pause(controls_.lstData);
+  controls_.lstData.Clear();
+  for (int16_t j = 0; j < length; ++j)
+    controls_.lstData.AddItem(ZeroPadded(j, 4) + L"\t" + Hexadecimal(range.data[j]));
+  controls_.lstData.Select(0);
+}
+
+void frmPmcTest::AddVerdict(int32_t pass, const std::wstring& verdict) {
+  controls_.lstResult.AddItem(ZeroPadded(pass, 4) + L" " + verdict);
+}
+
+}  // namespace tarvik

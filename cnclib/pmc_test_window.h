@@ -1,0 +1,96 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "cnclib/cnc_connection.h"
+#include "cnclib/cnc_library.h"
+#include "cnclib/pmc_test_controls.h"
+#include "platform/code_page.h"
+#include "platform/wall_clock.h"
+#include "resources/messages.h"
+#include "ui/form.h"
+#include "ui/message_boxes.h"
+#include "ui/pump.h"
+
+namespace tarvik {
+
+/// What the PMC read test takes.
+struct PmcTestTools {
+  ui::MessageBoxes& boxes;
+  ui::Pump& pump;
+  const Texts& texts;
+  CncLibrary& library;
+  CodePage& codePage;
+  WallClock& clock;
+};
+
+/// The PMC read test window: reads one range of PMC data again and again and keeps a log of how that went.
+/// It stands beside the main window, which stays usable, and which it asks for the controller to talk to.
+class frmPmcTest {
+ public:
+  frmPmcTest(const PmcTestTools& tools, std::unique_ptr<ui::Form> form, std::function<CncTarget()> target);
+  frmPmcTest(const frmPmcTest&) = delete;
+  frmPmcTest& operator=(const frmPmcTest&) = delete;
+
+  void Show() { form_->Show(); }
+  void MakeTopmost() { form_->MakeTopmost(); }
+  /// The user has closed the window; it can be let go of.
+  bool Unloaded() const { return unloaded_ && !running_; }
+  /// A read run is active. The window refuses to close, and must not be let go of.
+  bool Running() const { return running_; }
+
+ private:
+  /// One read run: while it lives the window offers the stop and refuses to close.
+  class ReadRun {
+   public:
+    explicit ReadRun(frmPmcTest& window);
+    ~ReadRun();
+    ReadRun(const ReadRun&) = delete;
+    ReadRun& operator=(const ReadRun&) = delete;
+
+   private:
+    frmPmcTest& window_;
+  };
+  struct Range {
+    int16_t start;
+    int16_t length;
+  };
+
+  void Form_Load();
+  void Form_Resize();
+  void Form_ScalingChanged();
+  void cmdRead_Click();
+  void cmdStop_Click() { stopRequested_ = true; }
+  void cmdClose_Click() { form_->Close(); }
+  void Form_Escape();
+
+  void Guarded(const std::function<void()>& handler);
+  void LoadCaptions();
+  void Read();
+  /// Reads once, reports it and lets events run. False when a box was refused.
+  bool ReadPmcOnce(CncLibrary::Handle handle, int32_t pass);
+  void ShowData(const CncPmcRange& range, int16_t length);
+  void AddVerdict(int32_t pass, const std::wstring& verdict);
+  /// Pauses between two reads; window events run meanwhile.
+  void Wait(int32_t milliseconds);
+  bool StopRequested() const { return stopRequested_ || tools_.pump.StopRequested(); }
+
+  // What the boxes hold. Nothing when it is refused; the user has been told then.
+  std::optional<int16_t> ReadLength();
+  std::optional<Range> ReadRange();
+  std::optional<int32_t> ReadNumber(const ui::TextBox& box, const ui::Label& label, int32_t least,
+                                    int32_t most);
+
+  PmcTestTools tools_;
+  std::unique_ptr<ui::Form> form_;
+  PmcTestControls controls_;
+  std::function<CncTarget()> target_;
+  bool stopRequested_ = false;
+  bool running_ = false;
+  bool unloaded_ = false;
+};
+
+}  // namespace tarvik

@@ -1,0 +1,552 @@
+#include "cnclib/pmc_test_window.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+
+#include "app/control_ids.h"
+#include "platform/runtime_error.h"
+#include "resources/resource.h"
+#include "tests/recorded/fake_code_page.h"
+#include "tests/recorded/fake_pump.h"
+#include "tests/recorded/fake_wall_clock.h"
+#include "tests/recorded/recorded_boxes.h"
+#include "tests/recorded/recorded_cnc_library.h"
+#include "tests/recorded/recorded_files.h"
+#include "tests/recorded/recorded_settings.h"
+#include "ui/memory/memory_form.h"
+
+namespace tarvik::test {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+using Calls = std::vector<std::string>;
+
+constexpr LanguageMode kEnglish = 1;
+constexpr int kLabels[] = {ID_Label1_0, ID_Label1_1, ID_Label1_2, ID_Label1_3,
+                           ID_Label1_4, ID_Label1_5, ID_Label1_6};
+constexpr int kButtons[] = {ID_cmdRead, ID_cmdStop, ID_cmdClose};
+
+class PmcTest : public testing::Test {
+ protected:
+  PmcTest() {
+    files.contents[L"C:\\Data\\Language\\Tarvik.exe_1033.ini"] = "";
+    resource.Initialize(1033, L"C:\\Data", L"Tarvik.exe");
+    for (int id = 133; id <= 146; ++id)
+      profile.values["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|" + std::to_string(id)] =
+          "text " + std::to_string(id);
+    Open();
+  }
+  ~PmcTest() override { EXPECT_TRUE(library.AllGivenBack()); }
+
+  void Open() {
+    window.reset();
+    auto made = std::make_unique<ui::MemoryForm>();
+    form = made.get();
+    window = std::make_unique<frmPmcTest>(PmcTestTools{boxes, pump, texts, library, codePage, clock},
+                                          std::move(made), [this] { return target; });
+    window->Show();
+  }
+
+  std::wstring Caption(int id) { return form->Get<ui::MemoryLabel>(id).Caption(); }
+  ui::MemoryTextBox& Box(int id) { return form->Get<ui::MemoryTextBox>(id); }
+  ui::MemoryButton& Button(int id) { return form->Get<ui::MemoryButton>(id); }
+  ui::MemoryComboBox& Address() { return form->Get<ui::MemoryComboBox>(ID_cmbPmcAddr); }
+  ui::MemoryListBox& Data() { return form->Get<ui::MemoryListBox>(ID_lstData); }
+  ui::MemoryListBox& Log() { return form->Get<ui::MemoryListBox>(ID_pmc_lstResult); }
+  void Click(int id) { Button(id).onClick(); }
+  void Read(const std::wstring& count = L"1") {
+    Box(ID_txtCount).SetText(count);
+    Click(ID_cmdRead);
+  }
+  void ExpectIdle() {
+    EXPECT_TRUE(Button(ID_cmdRead).Enabled());
+    EXPECT_FALSE(Button(ID_cmdStop).Enabled());
+    EXPECT_TRUE(Button(ID_cmdClose).Enabled());
+    EXPECT_FALSE(window->Running());
+  }
+  /// A run that was refused: a box with these words, no read, everything restored.
+  void ExpectRefused(const Lines& words) {
+    ASSERT_EQ(boxes.boxes.size(), 1U);
+    for (const std::wstring& word : words)
+      EXPECT_NE(boxes.boxes[0].text.find(word), std::wstring::npos)
+          << std::string(word.begin(), word.end()) << " in "
+          << std::string(boxes.boxes[0].text.begin(), boxes.boxes[0].text.end());
+    EXPECT_EQ(library.Names(), (Calls{"nx_allochandle3", "nx_freehandle"}));
+    ExpectIdle();
+  }
+
+  ui::MemoryForm* form = nullptr;
+  RecordedBoxes boxes;
+  FakePump pump;
+  FakeCodePage codePage;
+  FakeWallClock clock;
+  RecordedFiles files;
+  RecordedProfile profile;
+  Resource resource{files, profile, codePage, boxes};
+  LanguageMode mode = kEnglish;
+  Texts texts{mode, resource};
+  RecordedCncLibrary library;
+  CncTarget target{L"192.168.1.100", {L"8193", L"TCP port"}, {L"10", L"Time-out"}};
+  std::unique_ptr<frmPmcTest> window;
+};
+
+TEST_F(PmcTest, The_window_comes_with_its_defaults) {
+  EXPECT_TRUE(form->Visible());
+  EXPECT_EQ(form->Caption(), L"PMC Read Test");
+  EXPECT_EQ(Address().Text(), L"D");
+  EXPECT_EQ(Box(ID_txtPmcStart).Text(), L"0");
+  EXPECT_EQ(Box(ID_txtPmcLen).Text(), L"1");
+  EXPECT_EQ(Box(ID_txtCount).Text(), L"10");
+  EXPECT_EQ(Box(ID_txtSleep).Text(), L"1000");
+  EXPECT_EQ(Caption(ID_lblCount), L"");
+  ExpectIdle();
+}
+
+TEST_F(PmcTest, The_address_letters_stand_at_their_codes) {
+  const std::wstring letters = L"GFYXARTKCDMNE";
+  ASSERT_EQ(Address().Count(), static_cast<int>(letters.size()));
+  for (int i = 0; i < Address().Count(); ++i)
+    EXPECT_EQ(Address().Item(i), std::wstring(1, letters[static_cast<size_t>(i)]));
+  EXPECT_EQ(Address().SelectedIndex(), 9);
+}
+
+TEST_F(PmcTest, The_captions_follow_the_language_mode) {
+  const auto captions = [&] {
+    Lines lines;
+    for (const int id : kLabels) lines.push_back(Caption(id));
+    for (const int id : kButtons) lines.push_back(Button(id).Caption());
+    return lines;
+  };
+  EXPECT_EQ(captions(), (Lines{L"PMC Addr.", L"StartNo", L"Length", L"Test", L"Read Int.", L"Result Data",
+                               L"Result (OK/ERR)", L"Read(&R)", L"Stop(&S)", L"Close(&X)"}));
+  mode = kBuiltInJapanese;
+  Open();
+  EXPECT_EQ(captions(), (Lines{L"PMCｱﾄﾞﾚｽ", L"開始番号", L"ﾃﾞｰﾀ長", L"ﾃｽﾄ回数", L"読取周期", L"読取 PMCﾃﾞｰﾀ",
+                               L"読取結果 (OK/ERR)", L"読取(&R)", L"停止(&S)", L"終了(&X)"}));
+  mode = kLanguageFile;
+  Open();
+  EXPECT_EQ(captions(), (Lines{L"text 137", L"text 138", L"text 139", L"text 140", L"text 141", L"text 142",
+                               L"text 143", L"text 144", L"text 145", L"text 146"}));
+  EXPECT_EQ(form->Caption(), L"PMC Read Test");
+}
+
+TEST_F(PmcTest, One_byte_of_D_at_0_is_one_line_of_data) {
+  Read();
+  EXPECT_EQ(library.calls, (Calls{"nx_allochandle3(192.168.1.100, 8193, 10)",
+                                  "nx_pmc_rdrange(5, 9, 0, 0, 0, 9)", "nx_freehandle(5)"}));
+  EXPECT_EQ(library.header, (std::vector<int16_t>{9, 0, 0, 0}));
+  EXPECT_EQ(Data().lines, Lines{L"0000\tFF"});
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", clock.now}));
+  EXPECT_TRUE(boxes.boxes.empty());
+  ExpectIdle();
+}
+
+TEST_F(PmcTest, The_range_is_asked_for_as_the_boxes_have_it_and_shown_from_0) {
+  Address().Select(4);
+  Box(ID_txtPmcStart).SetText(L"100");
+  Box(ID_txtPmcLen).SetText(L"3");
+  library.data = {0x00, 0x0A, 0xB1};
+  Read();
+  EXPECT_EQ(library.calls[1], "nx_pmc_rdrange(5, 4, 0, 100, 102, 11)");
+  EXPECT_EQ(library.header, (std::vector<int16_t>{4, 0, 100, 102}));
+  EXPECT_EQ(Data().lines, (Lines{L"0000\t0", L"0001\tA", L"0002\tB1"}));
+  EXPECT_EQ(Data().SelectedIndex(), 0);
+}
+
+TEST_F(PmcTest, The_first_and_the_last_address_letter_have_the_codes_0_and_12) {
+  Address().Select(0);
+  Read();
+  Address().Select(12);
+  Read();
+  EXPECT_EQ(library.calls[1], "nx_pmc_rdrange(5, 0, 0, 0, 0, 9)");
+  EXPECT_EQ(library.calls[4], "nx_pmc_rdrange(6, 12, 0, 0, 0, 9)");
+}
+
+TEST_F(PmcTest, Length_8000_is_read_and_listed_as_one_batch) {
+  Box(ID_txtPmcLen).SetText(L"8000");
+  library.data.resize(8000);
+  std::iota(library.data.begin(), library.data.end(), uint8_t{0});
+  Read();
+  EXPECT_EQ(library.calls[1], "nx_pmc_rdrange(5, 9, 0, 0, 7999, 8008)");
+  EXPECT_EQ(Data().Count(), 8000);
+  EXPECT_EQ(Data().lines.back(), L"7999\t3F");
+  EXPECT_TRUE(Data().redrawing);
+}
+
+TEST_F(PmcTest, A_length_beyond_8000_is_told_after_a_connection_that_is_released) {
+  Box(ID_txtPmcLen).SetText(L"8001");
+  Log().lines = {L"from before"};
+  Click(ID_cmdRead);
+  ExpectRefused({L"PMC read length error, maximum=8000"});
+  EXPECT_EQ(Log().lines, Lines{L"from before"});
+}
+
+TEST_F(PmcTest, The_words_about_the_length_follow_the_language_mode) {
+  Box(ID_txtPmcLen).SetText(L"40000");
+  Click(ID_cmdRead);
+  mode = kBuiltInJapanese;
+  Click(ID_cmdRead);
+  mode = kLanguageFile;
+  Click(ID_cmdRead);
+  EXPECT_EQ(boxes.Texts(),
+            (Lines{L"PMC read length error, maximum=8000", L"PMC読取長さエラー 最大=8000", L"text 136"}));
+}
+
+TEST_F(PmcTest, A_length_below_1_or_no_number_names_the_box_its_range_and_what_was_typed) {
+  for (const wchar_t* typed : {L"0", L"-20", L"", L"ten", L"99999999999"}) {
+    boxes.boxes.clear();
+    library.calls.clear();
+    Box(ID_txtPmcLen).SetText(typed);
+    Click(ID_cmdRead);
+    ExpectRefused({L"Length: 1 ... 8000", std::wstring(L"Typed: \"") + typed + L"\""});
+  }
+}
+
+TEST_F(PmcTest, A_start_number_that_is_none_or_negative_is_refused) {
+  for (const wchar_t* typed : {L"", L"x", L"-1", L"32768", L"1.0"}) {
+    boxes.boxes.clear();
+    library.calls.clear();
+    Box(ID_txtPmcStart).SetText(typed);
+    Click(ID_cmdRead);
+    ExpectRefused({L"StartNo: 0 ... 32767", std::wstring(L"\"") + typed + L"\""});
+  }
+}
+
+TEST_F(PmcTest, A_range_that_leaves_16_bits_is_refused_and_its_last_place_is_read) {
+  Box(ID_txtPmcLen).SetText(L"2");
+  Box(ID_txtPmcStart).SetText(L"32767");
+  Click(ID_cmdRead);
+  ExpectRefused({L"StartNo: 0 ... 32766", L"\"32767\""});
+  Box(ID_txtPmcStart).SetText(L"32766");
+  Read();
+  EXPECT_EQ(library.calls[3], "nx_pmc_rdrange(6, 9, 0, 32766, 32767, 10)");
+}
+
+TEST_F(PmcTest, A_count_or_an_interval_out_of_range_is_refused) {
+  Box(ID_txtCount).SetText(L"2147483648");
+  Click(ID_cmdRead);
+  ExpectRefused({L"Test: -2147483648 ... 2147483647", L"\"2147483648\""});
+  Box(ID_txtCount).SetText(L"1");
+  for (const wchar_t* typed : {L"-1", L"soon", L"2147483648"}) {
+    boxes.boxes.clear();
+    library.calls.clear();
+    Box(ID_txtSleep).SetText(typed);
+    Click(ID_cmdRead);
+    ExpectRefused({L"Read Int.: 0 ... 2147483647", std::wstring(L"\"") + typed + L"\""});
+  }
+}
+
+TEST_F(PmcTest, The_words_about_a_box_follow_the_language_mode) {
+  mode = kLanguageFile;
+  Open();
+  Box(ID_txtPmcStart).SetText(L"x");
+  Click(ID_cmdRead);
+  EXPECT_EQ(boxes.Texts(), Lines{L"text 133\r\ntext 138: 0 ... 32767\r\ntext 134\"x\""});
+}
+
+TEST_F(PmcTest, A_whole_book_in_a_box_is_not_shown_whole) {
+  Box(ID_txtPmcStart).SetText(std::wstring(100000, L'9'));
+  Click(ID_cmdRead);
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_LT(boxes.boxes[0].text.size(), 250U);
+}
+
+TEST_F(PmcTest, A_port_that_is_no_number_is_an_error_before_the_connection) {
+  target.port.text = L"no";
+  Click(ID_cmdRead);
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_TRUE(library.calls.empty());
+  ExpectIdle();
+}
+
+TEST_F(PmcTest, A_failed_connection_is_a_box_and_reads_nothing) {
+  for (const int16_t code : {int16_t{-16}, int16_t{7}}) {
+    boxes.boxes.clear();
+    library.calls.clear();
+    library.openResult = code;
+    Click(ID_cmdRead);
+    EXPECT_EQ(boxes.Texts(), Lines{L"Allocate Handle error=" + std::to_wstring(code)});
+    EXPECT_EQ(boxes.boxes[0].title, L"");
+    EXPECT_EQ(library.Names(), Calls{"nx_allochandle3"});
+    ExpectIdle();
+  }
+}
+
+TEST_F(PmcTest, A_handle_that_comes_with_a_failure_is_given_back) {
+  library.openResult = -8;
+  library.givesHandleOnFailure = true;
+  Click(ID_cmdRead);
+  EXPECT_EQ(library.frees, 1);
+}
+
+TEST_F(PmcTest, A_good_result_with_handle_0_is_used_and_nothing_is_freed) {
+  library.nextHandle = 0;
+  Read();
+  EXPECT_EQ(library.Names(), (Calls{"nx_allochandle3", "nx_pmc_rdrange"}));
+}
+
+TEST_F(PmcTest, While_it_connects_only_nothing_can_be_clicked_and_while_it_reads_only_the_stop) {
+  const auto enabled = [&] {
+    return std::vector<bool>{Button(ID_cmdRead).Enabled(), Button(ID_cmdStop).Enabled(),
+                             Button(ID_cmdClose).Enabled()};
+  };
+  library.onRead = [&] {
+    EXPECT_EQ(enabled(), (std::vector<bool>{false, true, false}));
+    EXPECT_TRUE(Button(ID_cmdStop).HasFocus());
+  };
+  Read();
+  EXPECT_TRUE(Button(ID_cmdRead).HasFocus());
+  library.openResult = -8;
+  boxes.onShow = [&] { EXPECT_EQ(enabled(), (std::vector<bool>{false, false, false})); };
+  Read();
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+}
+
+TEST_F(PmcTest, The_focus_that_the_user_has_moved_stays_there) {
+  library.onRead = [&] { Box(ID_txtPmcStart).SetFocus(); };
+  Read();
+  EXPECT_TRUE(Box(ID_txtPmcStart).HasFocus());
+}
+
+TEST_F(PmcTest, A_count_below_1_reads_nothing_and_is_complete) {
+  for (const wchar_t* count : {L"0", L"-7"}) {
+    Read(count);
+    EXPECT_EQ(Log().lines, Lines{clock.now});
+  }
+  EXPECT_EQ(library.reads, 0);
+}
+
+TEST_F(PmcTest, Every_pass_is_a_line_a_number_and_a_pause) {
+  pump.onEvents = [&, shown = std::wstring()]() mutable { shown = Caption(ID_lblCount); };
+  Box(ID_txtSleep).SetText(L"600");
+  Read(L"3");
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK", L"0003 OK", clock.now}));
+  EXPECT_EQ(Log().SelectedIndex(), 3);
+  EXPECT_EQ(Caption(ID_lblCount), L"3");
+  EXPECT_EQ(pump.now, 1800U);
+  EXPECT_EQ(pump.eventRounds, 6);
+  EXPECT_EQ(library.frees, 1);
+}
+
+TEST_F(PmcTest, An_interval_of_0_does_not_pause_and_lets_events_run) {
+  Box(ID_txtSleep).SetText(L"0");
+  Read(L"3");
+  EXPECT_TRUE(pump.sleeps.empty());
+  EXPECT_EQ(pump.eventRounds, 6);
+}
+
+TEST_F(PmcTest, A_stop_ends_the_run_after_the_pass_without_the_date_and_time) {
+  library.onRead = [&] {
+    if (library.reads == 2) Click(ID_cmdStop);
+  };
+  Read(L"10");
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK"}));
+  EXPECT_EQ(library.frees, 1);
+  ExpectIdle();
+}
+
+TEST_F(PmcTest, A_stop_does_not_wait_for_the_end_of_a_long_interval) {
+  Box(ID_txtSleep).SetText(L"600000");
+  pump.onEvents = [&] {
+    if (pump.now >= 1000) Click(ID_cmdStop);
+  };
+  Read(L"10");
+  EXPECT_EQ(library.reads, 1);
+  EXPECT_EQ(pump.now, 1000U);
+}
+
+TEST_F(PmcTest, A_stop_is_lowered_with_its_run) {
+  library.onRead = [&] { Click(ID_cmdStop); };
+  Read(L"10");
+  library.onRead = nullptr;
+  Click(ID_cmdStop);
+  Read(L"2");
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK", clock.now}));
+}
+
+TEST_F(PmcTest, Esc_is_the_stop_of_a_run_and_nothing_else) {
+  form->onEscape();
+  library.onRead = [&] { form->onEscape(); };
+  Read(L"10");
+  EXPECT_EQ(library.reads, 1);
+  EXPECT_TRUE(form->Visible());
+}
+
+TEST_F(PmcTest, A_run_that_began_inside_a_run_of_the_main_window_ends_with_its_stop) {
+  library.onRead = [&] { pump.stop = library.reads == 2; };
+  Read(L"10");
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK"}));
+}
+
+TEST_F(PmcTest, A_second_read_does_not_begin_inside_the_first) {
+  library.onRead = [&] { Click(ID_cmdRead); };
+  Read(L"2");
+  EXPECT_EQ(library.Count("nx_allochandle3"), 1);
+  EXPECT_EQ(library.reads, 2);
+}
+
+TEST_F(PmcTest, The_window_refuses_to_close_during_a_run_and_during_its_boxes) {
+  library.onRead = [&] {
+    EXPECT_FALSE(form->Close());
+    Click(ID_cmdClose);
+  };
+  boxes.onShow = [&] {
+    EXPECT_TRUE(window->Running());
+    EXPECT_FALSE(form->Close());
+  };
+  Read();
+  library.missing = {"nx_pmc_rdrange"};
+  Read();
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_TRUE(form->Visible());
+  EXPECT_FALSE(window->Unloaded());
+  Click(ID_cmdClose);
+  EXPECT_TRUE(window->Unloaded());
+  EXPECT_FALSE(form->Visible());
+}
+
+TEST_F(PmcTest, An_error_is_a_line_with_its_code_and_the_data_stay) {
+  Read();
+  library.readResult = 6;
+  Read();
+  EXPECT_EQ(Log().lines, (Lines{L"0001 ERR Ret=6", clock.now}));
+  EXPECT_EQ(Data().lines, Lines{L"0000\tFF"});
+  EXPECT_EQ(library.Count("nx_pmc_detailerr"), 0);
+}
+
+TEST_F(PmcTest, A_PMC_error_is_a_line_with_both_details) {
+  library.readResult = -16;
+  library.detail = {-3, 12};
+  Read();
+  EXPECT_EQ(Log().lines[0], L"0001 ERR Ret=-16,-3,12");
+  EXPECT_EQ(library.Names(),
+            (Calls{"nx_allochandle3", "nx_pmc_rdrange", "nx_pmc_detailerr", "nx_freehandle"}));
+  EXPECT_EQ(library.calls[2], "nx_pmc_detailerr(5)");
+}
+
+TEST_F(PmcTest, Details_that_the_library_leaves_out_are_0) {
+  library.readResult = -16;
+  library.fillsRecords = false;
+  Read();
+  EXPECT_EQ(Log().lines[0], L"0001 ERR Ret=-16,0,0");
+}
+
+TEST_F(PmcTest, A_run_goes_on_after_an_error) {
+  library.onRead = [&] { library.readResult = library.reads == 2 ? int16_t{6} : int16_t{0}; };
+  Read(L"3");
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 ERR Ret=6", L"0003 OK", clock.now}));
+}
+
+TEST_F(PmcTest, Data_that_the_library_leaves_out_are_not_those_of_the_pass_before) {
+  library.onRead = [&] {
+    if (library.reads == 2) library.data.clear();
+  };
+  Read(L"2");
+  EXPECT_EQ(Data().lines, Lines{L"0000\t0"});
+}
+
+TEST_F(PmcTest, A_library_that_writes_over_the_request_changes_nothing_that_is_read) {
+  library.spoilsHeader = true;
+  Read(L"2");
+  EXPECT_EQ(Data().lines, Lines{L"0000\tFF"});
+  EXPECT_EQ(library.calls[2], "nx_pmc_rdrange(5, 9, 0, 0, 0, 9)");
+}
+
+TEST_F(PmcTest, The_32768th_good_line_starts_a_fresh_log) {
+  Box(ID_txtSleep).SetText(L"0");
+  int most = 0;
+  library.onRead = [&] { most = std::max(most, Log().Count()); };
+  Read(L"32768");
+  EXPECT_EQ(most, 32767);
+  EXPECT_EQ(Log().lines, (Lines{L"32768 OK", clock.now}));
+}
+
+TEST_F(PmcTest, Errors_never_clear_the_log) {
+  Box(ID_txtSleep).SetText(L"0");
+  library.onRead = [&] {
+    library.readResult = library.reads > 32767 && library.reads < 32770 ? int16_t{6} : int16_t{0};
+  };
+  int before = 0;
+  pump.onEvents = [&] {
+    if (library.reads == 32769) before = Log().Count();
+  };
+  Read(L"32770");
+  EXPECT_EQ(before, 32769);
+  EXPECT_EQ(Log().lines, (Lines{L"32770 OK", clock.now}));
+}
+
+TEST_F(PmcTest, A_length_that_grows_too_large_during_a_run_ends_it_before_the_next_read) {
+  library.onRead = [&] { Box(ID_txtPmcLen).SetText(L"30000"); };
+  Read(L"10");
+  EXPECT_EQ(library.reads, 1);
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(Log().lines, Lines{L"0001 OK"});
+  ExpectIdle();
+}
+
+TEST_F(PmcTest, Boxes_that_change_between_two_passes_are_read_anew) {
+  library.onRead = [&] {
+    Box(ID_txtPmcStart).SetText(L"7");
+    Address().Select(2);
+  };
+  Read(L"2");
+  EXPECT_EQ(library.calls[2], "nx_pmc_rdrange(5, 2, 0, 7, 7, 9)");
+}
+
+TEST_F(PmcTest, A_library_that_lacks_a_call_is_told_and_everything_is_restored) {
+  library.readResult = -16;
+  for (const char* call : {"nx_allochandle3", "nx_pmc_rdrange", "nx_pmc_detailerr"}) {
+    boxes.boxes.clear();
+    library.missing = {call};
+    Read();
+    ASSERT_EQ(boxes.boxes.size(), 1U) << call;
+    EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+    EXPECT_TRUE(library.AllGivenBack()) << call;
+    ExpectIdle();
+  }
+}
+
+TEST_F(PmcTest, A_list_that_refuses_a_line_is_told_paints_again_and_everything_is_restored) {
+  library.onRead = [&] { Data().refusing = true; };
+  Read();
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_TRUE(Data().redrawing);
+  ExpectIdle();
+}
+
+TEST_F(PmcTest, The_lists_take_what_the_window_has_more_and_nothing_overlaps) {
+  const ui::Size least = form->WindowSize();
+  EXPECT_EQ(form->minimumWindowSize.width, least.width);
+  const ui::Rect log = Log().Bounds();
+  const ui::Rect read = Button(ID_cmdRead).Bounds();
+  form->SetWindowSize({least.width + 100, least.height + 50});
+  EXPECT_EQ(Log().Bounds().width, log.width + 100);
+  EXPECT_EQ(Log().Bounds().height, log.height + 50);
+  EXPECT_EQ(Button(ID_cmdRead).Bounds().y, read.y + 50);
+  EXPECT_GE(Button(ID_cmdRead).Bounds().y, Log().Bounds().y + Log().Bounds().height);
+  EXPECT_GE(Log().Bounds().x, Data().Bounds().x + Data().Bounds().width);
+  form->minimised = true;
+  form->SetWindowSize({10, 10});
+  EXPECT_EQ(Log().Bounds().width, log.width + 100);
+}
+
+TEST_F(PmcTest, Another_scaling_keeps_a_larger_window_and_grows_one_that_is_too_small) {
+  const ui::Size least = form->WindowSize();
+  form->SetWindowSize({least.width + 100, 20});
+  form->onScalingChanged();
+  EXPECT_EQ(form->WindowSize().width, least.width + 100);
+  EXPECT_EQ(form->WindowSize().height, least.height);
+}
+
+TEST_F(PmcTest, The_Tab_key_follows_the_eye_and_each_label_stands_before_its_field) {
+  EXPECT_EQ(
+      form->Order(),
+      (std::vector<int>{ID_Label1_0, ID_cmbPmcAddr, ID_Label1_1, ID_txtPmcStart, ID_Label1_2, ID_txtPmcLen,
+                        ID_Label1_3, ID_txtCount, ID_Label1_4, ID_txtSleep, ID_Label1_5, ID_lstData,
+                        ID_Label1_6, ID_pmc_lstResult, ID_lblCount, ID_cmdRead, ID_cmdStop, ID_cmdClose}));
+}
+
+}  // namespace
+}  // namespace tarvik::test
