@@ -15,7 +15,7 @@ using ui::BoxPtr;
 
 /// Least height of the two lists, in lines of text.
 constexpr int kListLines = 14;
-constexpr wchar_t kLongestData[] = L"0000        FF";
+constexpr wchar_t kLongestData[] = L"0000            FF";
 constexpr wchar_t kLongestResult[] = L"2147483647 ERR Ret=-16,-32768,-32768";
 
 /// A control wide enough for its caption in either language, whichever is loaded later.
@@ -73,12 +73,14 @@ ui::Size LayOutPmcTest(ui::Form& form, PmcTestControls& c) {
   const int near = std::max(1, (line + 1) / 3);
   const int margin = 2 * near;
 
+  // An empty column keeps a field apart from the label of the next one.
   std::vector<std::vector<BoxPtr>> rows;
   rows.push_back(Boxed(Captioned(c.lblPmcAddr, Message::PmcAddressLabel), ui::Stretch(c.cmbPmcAddr, L"D"),
-                       Captioned(c.lblPmcStart, Message::PmcStartLabel), ui::Stretch(c.txtPmcStart, L"32767"),
+                       BoxPtr(), Captioned(c.lblPmcStart, Message::PmcStartLabel),
+                       ui::Stretch(c.txtPmcStart, L"32767"), BoxPtr(),
                        Captioned(c.lblPmcLen, Message::PmcLengthLabel), Sized(c.txtPmcLen, L"8000")));
   rows.push_back(Boxed(Captioned(c.lblTest, Message::PmcCountLabel), ui::Stretch(c.txtCount, L"2147483647"),
-                       Captioned(c.lblSleep, Message::PmcIntervalLabel),
+                       BoxPtr(), Captioned(c.lblSleep, Message::PmcIntervalLabel),
                        ui::Stretch(c.txtSleep, L"2147483647")));
   const BoxPtr fields = ui::Grid(near, near, std::move(rows));
   const BoxPtr buttons = ui::Row(

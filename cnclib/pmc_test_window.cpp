@@ -25,7 +25,7 @@ constexpr int32_t kLongestPause = 250;
 frmPmcTest::ReadRun::ReadRun(frmPmcTest& window) : window_(window) {
   window_.running_ = true;
   window_.stopRequested_ = false;
-  // In this order the focus does not stay on a button for a moment that closes the window.
+  focusWasOnRead_ = window_.controls_.cmdRead.HasFocus();
   window_.controls_.cmdClose.SetEnabled(false);
   window_.controls_.cmdRead.SetEnabled(false);
 }
@@ -35,10 +35,11 @@ frmPmcTest::ReadRun::~ReadRun() {
   window_.stopRequested_ = false;
   try {
     PmcTestControls& c = window_.controls_;
-    const bool focusOnStop = c.cmdStop.HasFocus();
+    // Where the buttons' going grey has led the focus, and not where the user has taken it.
+    const bool focusMoved = c.cmdStop.HasFocus() || (focusWasOnRead_ && c.cmbPmcAddr.HasFocus());
     c.cmdRead.SetEnabled(true);
     c.cmdClose.SetEnabled(true);
-    if (focusOnStop) c.cmdRead.SetFocus();
+    if (focusMoved) c.cmdRead.SetFocus();
     c.cmdStop.SetEnabled(false);
   } catch (const RuntimeError&) {
     // The run has ended all the same.
@@ -125,9 +126,11 @@ void frmPmcTest::cmdRead_Click() {
   Guarded([this] { Read(); });
 }
 
-std::optional<int32_t> frmPmcTest::ReadNumber(const ui::TextBox& box, const ui::Label& label, int32_t least,
+std::optional<int32_t> frmPmcTest::ReadNumber(ui::TextBox& box, const ui::Label& label, int32_t least,
                                               int32_t most) {
-  return NumberInBox(box.Text(), label.Caption(), least, most, tools_.texts, tools_.boxes);
+  const auto number = NumberInBox(box.Text(), label.Caption(), least, most, tools_.texts, tools_.boxes);
+  if (!number) box.SetFocus();
+  return number;
 }
 
 std::optional<int16_t> frmPmcTest::ReadLength() {
@@ -136,6 +139,7 @@ std::optional<int16_t> frmPmcTest::ReadLength() {
     // The language files' text names the number itself.
     const std::wstring text = tools_.texts.Get(Message::PmcLengthError).value_or(std::wstring());
     tools_.boxes.Show(tools_.texts.Mode() == kLanguageFile ? text : text + Decimal(CncPmcRange::kMostData));
+    controls_.txtPmcLen.SetFocus();
     return std::nullopt;
   }
   const auto length = ReadNumber(controls_.txtPmcLen, controls_.lblPmcLen, 1, CncPmcRange::kMostData);

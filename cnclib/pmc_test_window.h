@@ -53,6 +53,7 @@ class frmPmcTest {
 
    private:
     frmPmcTest& window_;
+    bool focusWasOnRead_ = false;
   };
   struct Range {
     int16_t start;
@@ -81,8 +82,7 @@ class frmPmcTest {
   // What the boxes hold. Nothing when it is refused; the user has been told then.
   std::optional<int16_t> ReadLength();
   std::optional<Range> ReadRange();
-  std::optional<int32_t> ReadNumber(const ui::TextBox& box, const ui::Label& label, int32_t least,
-                                    int32_t most);
+  std::optional<int32_t> ReadNumber(ui::TextBox& box, const ui::Label& label, int32_t least, int32_t most);
 
   PmcTestTools tools_;
   std::unique_ptr<ui::Form> form_;

@@ -310,6 +310,21 @@ TEST_F(PmcTest, The_focus_that_the_user_has_moved_stays_there) {
   EXPECT_TRUE(Box(ID_txtPmcStart).HasFocus());
 }
 
+TEST_F(PmcTest, The_focus_waits_in_the_box_that_was_refused) {
+  for (const int id : {ID_txtPmcLen, ID_txtPmcStart, ID_txtCount, ID_txtSleep}) {
+    const std::wstring before = Box(id).Text();
+    Button(ID_cmdRead).SetFocus();
+    Box(id).SetText(L"x");
+    Click(ID_cmdRead);
+    EXPECT_TRUE(Box(id).HasFocus()) << id;
+    Box(id).SetText(before);
+  }
+  Box(ID_txtPmcLen).SetText(L"8001");
+  Button(ID_cmdRead).SetFocus();
+  Click(ID_cmdRead);
+  EXPECT_TRUE(Box(ID_txtPmcLen).HasFocus());
+}
+
 TEST_F(PmcTest, A_count_below_1_reads_nothing_and_is_complete) {
   for (const wchar_t* count : {L"0", L"-7"}) {
     Read(count);

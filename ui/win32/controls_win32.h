@@ -87,6 +87,8 @@ class Win32ListBox final : public UncaptionedControl<ListBox> {
   Win32ListBox(Win32Form& form, HWND parent, int id, const std::wstring& toolTip);
   ~Win32ListBox() override;
 
+  void ApplyFont() override;
+
   Size SizeFor(const std::wstring& caption) const override;
   void SetBounds(const Rect& bounds) override { Move(bounds); }
   int Count() const override;

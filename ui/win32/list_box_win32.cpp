@@ -37,6 +37,14 @@ void Win32ListBox::OnPointerOver() {
   SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
+void Win32ListBox::ApplyFont() {
+  ControlWindow::ApplyFont();
+  // A caption of eight letters, capitals among them, is wider than the system's own first stop, which is
+  // eight letters of average width away; so the values behind such captions would not line up.
+  UINT stop = 44;  // dialog units: eleven such letters
+  Send(LB_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&stop));
+}
+
 Size Win32ListBox::SizeFor(const std::wstring& caption) const {
   return {form_.Font().TextWidth(caption) + form_.Scaled(12) + form_.Metric(SM_CXVSCROLL),
           form_.LineHeight() + form_.Scaled(6) + form_.Metric(SM_CYHSCROLL)};

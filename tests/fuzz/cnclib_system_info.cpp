@@ -1,0 +1,51 @@
+// Whatever the CNC library answers and writes into its records: the library test reads nothing beyond them.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "cnclib/library_test.h"
+#include "resources/resource.h"
+#include "tests/recorded/fake_code_page.h"
+#include "tests/recorded/fake_pump.h"
+#include "tests/recorded/recorded_boxes.h"
+#include "tests/recorded/recorded_cnc_library.h"
+#include "tests/recorded/recorded_files.h"
+#include "tests/recorded/recorded_settings.h"
+#include "ui/memory/memory_form.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace tarvik;
+  struct {
+    int16_t results[4];
+    uint16_t handle;
+    uint8_t flags;
+    CncSystemInfo info;
+  } input{};
+  std::memcpy(&input, data, size < sizeof input ? size : sizeof input);
+
+  ui::MemoryForm form;
+  ResultList results(form.AddListBox(1, ui::kNoPage, L""));
+  test::RecordedBoxes boxes;
+  test::FakePump pump;
+  test::FakeCodePage codePage;
+  test::RecordedFiles files;
+  test::RecordedProfile profile;
+  Resource resource(files, profile, codePage, boxes);
+  const LanguageMode mode = input.flags % 3 - 1;
+  const Texts texts(mode, resource);
+  test::RecordedCncLibrary library;
+  library.openResult = input.results[0];
+  library.codeResult = input.results[1];
+  library.optionsResult = input.results[2];
+  library.infoResult = input.results[3];
+  library.nextHandle = input.handle;
+  library.givesHandleOnFailure = (input.flags & 0x80) != 0;
+  library.info = input.info;
+  uint32_t options = 0;
+  RunLibraryTest({results, boxes, texts, pump, form, library, codePage},
+                 {L"cnc", {L"8193", L""}, {L"10", L""}}, std::nullopt, false, options);
+  if (!library.AllGivenBack() || form.CurrentPointer() != ui::Pointer::Default) std::abort();
+  return 0;
+}
