@@ -76,6 +76,11 @@ std::vector<WindowUnderTest::ControlInfo> WindowUnderTest::Controls() const {
   return controls;
 }
 
+WindowUnderTest::TextSize WindowUnderTest::NeededFor(int id) const {
+  const Fields fields = Ask("text_size", id);
+  return {Number(fields, 0), Number(fields, 1)};
+}
+
 WindowUnderTest::ControlInfo WindowUnderTest::Previous(int id) const {
   const Fields fields = Ask("previous", id);
   ControlInfo control;
@@ -129,6 +134,8 @@ void WindowUnderTest::WaitForChange(int id, const std::vector<std::string>& know
       Longer(timeOut));
 }
 
+void WindowUnderTest::EmptyList(int id) const { Ask("clear_list", id); }
+
 std::vector<std::string> WindowUnderTest::ComboItems(int id) const { return Ask("combo_items", id); }
 
 WindowUnderTest::Tabs WindowUnderTest::StateOfTabs(int id) const {
@@ -138,6 +145,10 @@ WindowUnderTest::Tabs WindowUnderTest::StateOfTabs(int id) const {
   fields.erase(fields.begin());
   tabs.captions = std::move(fields);
   return tabs;
+}
+
+ScreenRect WindowUnderTest::RectOfTab(int id, int index) const {
+  return RectOf(Ask("tab_rect", id, {std::to_string(index)}), 0);
 }
 
 void WindowUnderTest::SelectTab(int id, int index) const {

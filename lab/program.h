@@ -64,6 +64,12 @@ class WindowUnderTest {
   ScreenRect ClientRect(int id) const;
   /// Every control below the window, in the order of the Tab key; a combo box counts as one.
   std::vector<ControlInfo> Controls() const;
+  struct TextSize {
+    int width = 0;
+    int height = 0;
+  };
+  /// What the control's text needs in its font, on one line.
+  TextSize NeededFor(int id) const;
   /// The control before this one in the order of the Tab key, as a screen reader takes its label: id, class
   /// and text.
   ControlInfo Previous(int id) const;
@@ -94,9 +100,13 @@ class WindowUnderTest {
   void WaitForLastLine(int id, const std::string& line, milliseconds timeOut) const;
   /// Until the list is another than `known`, which Lines returned before.
   void WaitForChange(int id, const std::vector<std::string>& known, milliseconds timeOut) const;
+  /// Empties the list behind the program's back.
+  void EmptyList(int id) const;
   std::vector<std::string> ComboItems(int id) const;
 
   Tabs StateOfTabs(int id) const;
+  /// In the strip's client area. `index`: among the visible tabs.
+  ScreenRect RectOfTab(int id, int index) const;
   /// `index`: among the visible tabs.
   void SelectTab(int id, int index) const;
 

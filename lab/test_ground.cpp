@@ -2,9 +2,9 @@
 
 #include <filesystem>
 
-#include "lab/leavings.h"
-
 namespace tarvik::lab {
+
+namespace fs = std::filesystem;
 
 std::optional<std::string> WhyNoWindows() {
   for (const char* name : {"TARVIK_EXE", "TARVIK_DRIVER", "TARVIK_BENCH"}) {
@@ -21,6 +21,20 @@ std::optional<std::string> WhyNoWindows() {
 }
 
 std::string ProgramPath() { return EnvironmentValue("TARVIK_EXE"); }
+
+std::string GeneralProgramPath() {
+  return fs::path(ProgramPath()).parent_path().parent_path() / "x86-general" / "Tarvik.exe";
+}
+
+std::string OldSystemFolder() { return fs::path(ProgramPath()).parent_path() / "old-system"; }
+
+ProgramCopy::ProgramCopy(LanguageFiles files) : work_(PcForTests().cacheFolder) {
+  const fs::path program = ProgramPath();
+  fs::copy_file(program, Path());
+  if (files == LanguageFiles::Beside) {
+    fs::copy(program.parent_path() / "Language", Folder() + "/Language", fs::copy_options::recursive);
+  }
+}
 
 WindowsPc::Options PcForTests() {
   WindowsPc::Options options;

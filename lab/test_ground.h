@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "lab/leavings.h"
 #include "lab/windows_pc.h"
 
 namespace tarvik::lab {
@@ -15,6 +16,26 @@ std::optional<std::string> WhyNoWindows();
 
 /// The shipped program.
 std::string ProgramPath();
+
+/// The general edition beside it, 32-bit.
+std::string GeneralProgramPath();
+
+/// A folder with the ipconfig command of an old system, for the search path.
+std::string OldSystemFolder();
+
+/// A copy of the program in a folder of its own.
+class ProgramCopy {
+ public:
+  enum class LanguageFiles { Beside, Absent };
+
+  explicit ProgramCopy(LanguageFiles files);
+
+  const std::string& Folder() const { return work_.Path(); }
+  std::string Path() const { return Folder() + "/Tarvik.exe"; }
+
+ private:
+  WorkFolder work_;
+};
 
 /// A PC as most tests want it: English, 96 dpi, on a screen that nobody sees, with the stand-in libraries.
 WindowsPc::Options PcForTests();

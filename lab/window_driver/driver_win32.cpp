@@ -61,6 +61,15 @@ bool ReadLine(HANDLE input, std::string& buffer, std::string& line) {
   return true;
 }
 
+/// Rectangles come in pixels of the screen also at another scaling than 100 percent. The call is younger than
+/// the oldest Windows.
+void SeeRealPixels() {
+  using SetAwareness = BOOL(WINAPI*)(HANDLE);
+  const auto perMonitor = reinterpret_cast<HANDLE>(static_cast<intptr_t>(-4));
+  const auto address = GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetProcessDpiAwarenessContext");
+  if (address != nullptr) reinterpret_cast<SetAwareness>(reinterpret_cast<void*>(address))(perMonitor);
+}
+
 }  // namespace
 
 void AddCommand(const char* name, Command command) { Commands()[name] = std::move(command); }
@@ -174,6 +183,7 @@ std::string MillisecondsText(double milliseconds) {
 
 int main() {
   using namespace tarvik::lab;
+  SeeRealPixels();
   AddProcessCommands();
   AddWindowCommands();
   AddListCommands();

@@ -132,19 +132,32 @@ Fields Tabs(const Arguments& arguments) {
   return fields;
 }
 
-/// select_tab <window> <id> <index among the visible tabs>: clicks it
-Fields SelectTab(const Arguments& arguments) {
-  const HWND tabs = arguments.Control(0);
-  const auto index = static_cast<WPARAM>(arguments.Number(2));
+RECT RectOfTab(HWND tabs, WPARAM index) {
   const RemoteProcess process(ProcessOf(tabs));
   const RemoteMemory memory(process, sizeof(RECT));
   if (!Ask(tabs, TCM_GETITEMRECT, index, memory.Parameter())) throw CommandError("no such tab");
   RECT rect;
   process.Read(memory.Address(), &rect, sizeof rect);
+  return rect;
+}
+
+/// select_tab <window> <id> <index among the visible tabs>: clicks it
+Fields SelectTab(const Arguments& arguments) {
+  const HWND tabs = arguments.Control(0);
+  const auto index = static_cast<WPARAM>(arguments.Number(2));
+  const RECT rect = RectOfTab(tabs, index);
   PostClick(tabs, {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2});
   WaitFor(arguments.Number(3), "tab in front",
           [&] { return Ask(tabs, TCM_GETCURSEL) == static_cast<LRESULT>(index); });
   return {};
+}
+
+/// tab_rect <window> <id> <index among the visible tabs> -> left, top (in the strip), width, height
+Fields TabRect(const Arguments& arguments) {
+  const HWND tabs = arguments.Control(0);
+  const RECT rect = RectOfTab(tabs, static_cast<WPARAM>(arguments.Number(2)));
+  return {NumberText(rect.left), NumberText(rect.top), NumberText(rect.right - rect.left),
+          NumberText(rect.bottom - rect.top)};
 }
 
 /// dpi <window> <dpi> <left> <top> <width> <height>: the window has come to a monitor of another scaling
@@ -167,12 +180,17 @@ void AddListCommands() {
   AddCommand("line_count",
              [](const Arguments& a) { return Fields{NumberText(Ask(a.Control(0), LB_GETCOUNT))}; });
   AddCommand("list_state", ListState);
+  AddCommand("clear_list", [](const Arguments& a) {
+    Ask(a.Control(0), LB_RESETCONTENT);
+    return Fields{};
+  });
   AddCommand("wait_line", WaitLine);
   AddCommand("wait_last", WaitLast);
   AddCommand("wait_changed", WaitChanged);
   AddCommand("combo_items", [](const Arguments& a) { return ItemsOf(a.Control(0), kComboBox); });
   AddCommand("tabs", Tabs);
   AddCommand("select_tab", SelectTab);
+  AddCommand("tab_rect", TabRect);
   AddCommand("dpi", ChangeDpi);
 }
 

@@ -53,6 +53,29 @@ Fields Pointer(const Arguments& arguments) {
   return {"other"};
 }
 
+/// text_size <window> <id> -> width, height that the control's text needs in its font, on one line
+Fields TextSize(const Arguments& arguments) {
+  const HWND control = arguments.Control(0);
+  // A font belongs to its process; what it looks like can be asked there, and a twin be made here.
+  const RemoteProcess process(ProcessOf(control));
+  const RemoteMemory memory(process, sizeof(LOGFONTW));
+  const auto font = static_cast<uint32_t>(Ask(control, WM_GETFONT));
+  if (process.Call(L"gdi32.dll", "GetObjectW", {font, sizeof(LOGFONTW), memory.Address()}) == 0) {
+    throw CommandError("the control has no font");
+  }
+  LOGFONTW description;
+  process.Read(memory.Address(), &description, sizeof description);
+  const HFONT twin = CreateFontIndirectW(&description);
+  const HDC screen = GetDC(nullptr);
+  const HGDIOBJ before = SelectObject(screen, twin);
+  RECT rect{};
+  DrawTextW(screen, TextOf(control).c_str(), -1, &rect, DT_CALCRECT | DT_SINGLELINE);
+  SelectObject(screen, before);
+  ReleaseDC(nullptr, screen);
+  DeleteObject(twin);
+  return {NumberText(rect.right), NumberText(rect.bottom)};
+}
+
 struct BoxParts {
   HWND text = nullptr;
   HWND icon = nullptr;
@@ -121,6 +144,7 @@ void AddMenuCommands() {
   // menu <window> -> four fields an item: depth, id, caption, enabled
   AddCommand("menu", [](const Arguments& a) { return MenuReader(a.Window(0)).Items(); });
   AddCommand("pointer", Pointer);
+  AddCommand("text_size", TextSize);
   AddCommand("wait_box", WaitBox);
   AddCommand("answer_box", AnswerBox);
 }

@@ -14,12 +14,14 @@
 
 namespace tarvik::lab {
 
-/// The shipped program on the PC of a laboratory network, which every test finds as it was laid. A suite
-/// that wants another PC has Options() of its own.
+/// The shipped program on the PC of a laboratory network, which every test finds as it was laid. A suite that
+/// wants another PC has Options() of its own.
 template <typename Suite>
 class LabTest : public testing::Test {
  protected:
   static WindowsPc::Options Options() { return PcForTests(); }
+  /// Before the first program starts on it.
+  static void PreparePc(WindowsPc&) {}
 
   static void SetUpTestSuite() {
     whyNot_ = WhyNoWindows();
@@ -29,6 +31,7 @@ class LabTest : public testing::Test {
     net_ = std::make_unique<Laboratory>(options.cacheFolder);
     options.networkNamespace = net_->Namespace(Host::Pc);
     pc_ = std::make_unique<WindowsPc>(options);
+    Suite::PreparePc(*pc_);
   }
   static void TearDownTestSuite() {
     pc_.reset();
@@ -39,15 +42,36 @@ class LabTest : public testing::Test {
     if (whyNot_) GTEST_SKIP() << *whyNot_;
     net_->Reset();
   }
+  void TearDown() override { program_.reset(); }
 
   static const Laboratory& Net() { return *net_; }
   static WindowsPc& Pc() { return *pc_; }
+
+  ProgramUnderTest& Program() { return *program_; }
+
+  /// Starts a program and leaves what it shows to the caller.
+  void StartOnly(const std::string& commandLine, const std::string& program = ProgramPath()) {
+    program_.reset();
+    program_ = std::make_unique<ProgramUnderTest>(*pc_, program, commandLine);
+  }
+
+  /// Starts the program, which must show no message box, and returns its main window.
+  WindowUnderTest Start(const std::string& commandLine = {}) {
+    StartOnly(commandLine);
+    return WaitForMainWindow(*program_);
+  }
 
   /// Starts the program with the target on its command line and returns the lines of the run that it makes
   /// at once, with every measured time as "time=Nms". Message boxes are an error without `onBox`.
   std::vector<std::string> RunLadder(const std::string& target, int pings = 1,
                                      const std::function<void(const BoxUnderTest&)>& onBox = {}) {
-    ProgramUnderTest program(*pc_, ProgramPath(), "-PING_N " + std::to_string(pings) + " " + target);
+    return RunLadder({}, target, pings, onBox);
+  }
+  /// The same with further options before the target.
+  std::vector<std::string> RunLadder(const std::string& options, const std::string& target, int pings = 1,
+                                     const std::function<void(const BoxUnderTest&)>& onBox = {}) {
+    ProgramUnderTest program(*pc_, ProgramPath(),
+                             options + " -PING_N " + std::to_string(pings) + " " + target);
     Listener listener;
     listener.onBox = onBox;
     const WindowUnderTest window = WaitForMainWindow(program, listener);
@@ -58,6 +82,7 @@ class LabTest : public testing::Test {
   static inline std::optional<std::string> whyNot_;
   static inline std::unique_ptr<Laboratory> net_;
   static inline std::unique_ptr<WindowsPc> pc_;
+  std::unique_ptr<ProgramUnderTest> program_;
 };
 
 }  // namespace tarvik::lab

@@ -151,5 +151,88 @@ TEST_F(Reachability, A_target_that_drops_echoes_is_named) {
                                             "Please check Target's address, cable and power"}));
 }
 
+TEST_F(Reachability, Of_a_name_with_several_addresses_the_last_is_the_target) {
+  Net().SetHostNames(Host::Pc, {{"cnc-2", kFarAddress}, {"cnc-2", kNearAddress}});
+  EXPECT_EQ(RunLadder("cnc-2"), (Lines{"cnc-2 -> 192.168.1.100", "PING test...",
+                                       "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"}));
+}
+
+TEST_F(Reachability, The_all_ones_address_cannot_be_pinged) {
+  EXPECT_EQ(RunLadder("255.255.255.255"),
+            (Lines{"Bad IP address (Get Host Name) 255.255.255.255", "Cannot ping to the Target",
+                   "Please check Target's address, cable and power"}));
+}
+
+TEST_F(Reachability, An_address_without_a_mask_is_told) {
+  Net().SetAddresses(Host::Pc, {"192.168.1.10/0"});
+  EXPECT_EQ(RunLadder(kNearAddress), (Lines{"Subnet mask is not specified"}));
+}
+
+TEST_F(Reachability, A_PC_without_any_address_has_no_mask) {
+  Net().SetAddresses(Host::Pc, {});
+  EXPECT_EQ(RunLadder(kNearAddress), (Lines{"Subnet mask is not specified"}));
+}
+
+TEST_F(Reachability, Both_addresses_of_one_card_get_its_gateway) {
+  Net().SetAddresses(Host::Pc, {"192.168.1.10/24", "192.168.1.11/24"});
+  Net().SetDefaultRoute(Host::Pc, kGatewayAddress);
+  Net().PullCable(Host::Gateway);
+  EXPECT_EQ(RunLadder(kFarAddress),
+            Together({kOtherSubnet,
+                      {"GateWay (192.168.1.1) PING test ....", "ICMP_Error:11010",
+                       "GateWay (192.168.1.1) PING test ....", "ICMP_Error:11010",
+                       "Cannot ping to the Gateway", "Please check Gateway's address, cable and power"}}));
+}
+
+TEST_F(Reachability, The_own_cable_pulled_looks_like_a_dead_target) {
+  Net().PullCable(Host::Pc);
+  EXPECT_EQ(RunLadder(kNearAddress), (Lines{"PING test...", "ICMP_Error:11010", "Cannot ping to the Target",
+                                            "Please check Target's address, cable and power"}));
+}
+
+TEST_F(Reachability, The_built_in_Japanese_texts_name_the_gateway) {
+  Net().PullCable(Host::Gateway);
+  EXPECT_EQ(RunLadder("-LANGID 0", kFarAddress),
+            Together({{"通信相手は同じﾈｯﾄﾜｰｸ上にありません", "ｹﾞｰﾄｳｪｲの設定を確認します"},
+                      Details({"192.168.1.1"}, kFarAddress),
+                      {"GateWay (192.168.1.1) PING test ....", "ICMP_Error:11010", "ｹﾞｰﾄｳｪｲにPingできません",
+                       "ｹﾞｰﾄｳｪｲのIPｱﾄﾞﾚｽ/電源/ｹｰﾌﾞﾙを確認してください"}}));
+}
+
+TEST_F(Reachability, The_built_in_Japanese_texts_name_the_target) {
+  Net().PullCable(Host::Near);
+  EXPECT_EQ(RunLadder("-LANGID 0", kNearAddress),
+            (Lines{"PING test...", "ICMP_Error:11010", "通信先にPingできません",
+                   "通信先のIPｱﾄﾞﾚｽ/電源/ｹｰﾌﾞﾙを確認してください"}));
+}
+
+TEST_F(Reachability, The_built_in_Japanese_texts_name_a_missing_mask_and_a_missing_gateway) {
+  Net().SetDefaultRoute(Host::Pc, "");
+  EXPECT_EQ(RunLadder("-LANGID 0", kFarAddress).back(), "ｹﾞｰﾄｳｪｲが必要ですが設定されていません");
+  Net().SetAddresses(Host::Pc, {});
+  EXPECT_EQ(RunLadder("-LANGID 0", kNearAddress), (Lines{"ｻﾌﾞﾈｯﾄﾏｽｸが必要ですが設定されていません"}));
+}
+
+TEST_F(Reachability, A_name_that_nobody_knows_has_no_built_in_Japanese_text) {
+  EXPECT_EQ(RunLadder("-LANGID 0", "cnc-9", 1, [](const BoxUnderTest&) {}), (Lines{""}));
+}
+
+TEST_F(Reachability, The_Japanese_file_has_a_text_for_every_way_out) {
+  const std::string japanese = "-LOCALEID 1041 -LANGID -1";
+  EXPECT_EQ(RunLadder(japanese, "cnc-9", 1, [](const BoxUnderTest&) {}),
+            (Lines{"指定されたﾎｽﾄ名をIPｱﾄﾞﾚｽに変換できません", ""}));
+  Net().SetDefaultRoute(Host::Pc, "192.168.9.1");
+  const Lines lines = RunLadder(japanese, kFarAddress);
+  EXPECT_EQ(Lines(lines.end() - 2, lines.end()),
+            (Lines{"ｻﾌﾞﾈｯﾄﾏｽｸとｹﾞｰﾄｳｪｲの設定が合っていません", "このPCからｹﾞｰﾄｳｪｲにｱｸｾｽできません"}));
+}
+
+TEST_F(Reachability, Any_other_language_mode_has_the_built_in_English_texts) {
+  Net().PullCable(Host::Near);
+  EXPECT_EQ(RunLadder("-LOCALEID 1041 -LANGID 1", kNearAddress),
+            (Lines{"PING test...", "ICMP_Error:11010", "Cannot ping to the Target",
+                   "Please check Target's address, cable and power"}));
+}
+
 }  // namespace
 }  // namespace tarvik::lab

@@ -1,4 +1,3 @@
-#include "app/control_ids.h"
 #include "tests/windows/windows_fixture.h"
 
 namespace tarvik::lab {
@@ -14,12 +13,39 @@ class History : public WindowsTest<History> {
   }
 };
 
-TEST_F(History, Is_read_newest_first_from_the_registry) {
+TEST_F(History, Is_read_newest_first_and_what_is_missing_is_left_out) {
   Pc().SetRegistryText(kKey, "01", "192.168.1.1");
+  Pc().SetRegistryText(kKey, "02", "");
   Pc().SetRegistryText(kKey, "03", "cnc-3");
+  Pc().SetRegistryText(kKey, "11", "192.168.1.11");
   const WindowUnderTest window = Start();
   EXPECT_EQ(window.ComboItems(ID_cmbIPAddr), (std::vector<std::string>{"192.168.1.1", "cnc-3"}));
   EXPECT_EQ(window.Text(ID_cmbIPAddr), "192.168.1.1");
+}
+
+TEST_F(History, Is_saved_at_the_end) {
+  Pc().SetRegistryText(kKey, "01", "10.1.1.1");
+  Pc().SetRegistryText(kKey, "03", "10.1.1.3");
+  Start().Close();
+  Program().WaitForEnd();
+  EXPECT_EQ(Pc().RegistryText(kKey, "01"), "10.1.1.1");
+  EXPECT_EQ(Pc().RegistryText(kKey, "02"), "10.1.1.3");
+}
+
+TEST_F(History, An_empty_store_leaves_the_box_empty_and_nothing_is_saved) {
+  const WindowUnderTest window = Start();
+  EXPECT_EQ(window.Text(ID_cmbIPAddr), "");
+  EXPECT_TRUE(window.ComboItems(ID_cmbIPAddr).empty());
+  window.Close();
+  Program().WaitForEnd();
+  EXPECT_EQ(Pc().RegistryText(kKey, "01"), std::nullopt);
+}
+
+TEST_F(History, A_very_long_value_does_no_harm) {
+  Pc().SetRegistryText(kKey, "01", std::string(3000, 'a'));
+  Pc().SetRegistryText(kKey, "02", "10.1.1.2");
+  const WindowUnderTest window = Start();
+  EXPECT_EQ(window.ComboItems(ID_cmbIPAddr).back(), "10.1.1.2");
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-#include "app/control_ids.h"
+#include <map>
+
 #include "tests/windows/windows_fixture.h"
 
 namespace tarvik::lab {
@@ -29,13 +30,114 @@ TEST_F(Keyboard, Alt_with_a_digit_brings_the_page_to_front) {
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Visible(ID_cmdPing); }));
 }
 
-TEST_F(Keyboard, The_Tab_key_follows_the_eye) {
+TEST_F(Keyboard, The_address_box_takes_63_characters_and_then_only_backspace) {
   const WindowUnderTest window = Start();
+  window.Type(ID_cmbIPAddr, std::string(70, 'a'));
+  EXPECT_EQ(window.Text(ID_cmbIPAddr), std::string(63, 'a'));
+  window.Type(ID_cmbIPAddr, "\b");
+  EXPECT_EQ(window.Text(ID_cmbIPAddr), std::string(62, 'a'));
+}
+
+TEST_F(Keyboard, What_is_pasted_is_not_filtered) {
+  const WindowUnderTest window = Start();
+  Pc().SetClipboardText("a_b c");
   window.SetFocus(ID_cmbIPAddr);
-  for (const int id :
-       {ID_tabMode, ID_txtPingReqCount, ID_cmdPing, ID_cmdAllTest, ID_lstResult, ID_cmbIPAddr}) {
+  window.Press("Ctrl+V");
+  window.WaitForText(ID_cmbIPAddr, "a_b c");
+}
+
+TEST_F(Keyboard, A_full_field_refuses_typing_over_its_selection_but_takes_backspace) {
+  const WindowUnderTest window = Start();
+  window.SelectTab(ID_tabMode, 1);
+  window.Click(ID_chkAccessCode);
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Enabled(ID_txtAccessCode); }));
+  window.Type(ID_txtAccessCode, "12345678");
+  window.Press("Ctrl+A");
+  window.Type(ID_txtAccessCode, "9");
+  EXPECT_EQ(window.Text(ID_txtAccessCode), "12345678");
+  window.Press("Back");
+  window.WaitForText(ID_txtAccessCode, "");
+}
+
+TEST_F(Keyboard, The_Tab_key_follows_the_eye_on_every_page) {
+  const std::vector<int> pages[] = {
+      {ID_txtPingReqCount, ID_cmdPing, ID_cmdAllTest},
+      // The access code's box is disabled and skipped.
+      {ID_txtNxlibTimeOut, ID_txtTcpPortNo, ID_chkAccessCode, ID_cmdGetInfo},
+      {ID_txtFtpUsername, ID_txtFtpPasswd, ID_cmdFtpConnect, ID_cmdAllFtpTest},
+  };
+  const WindowUnderTest window = Start();
+  for (int page = 0; page < 3; ++page) {
+    window.SelectTab(ID_tabMode, page);
+    std::vector<int> stops = {ID_cmbIPAddr, ID_tabMode};
+    stops.insert(stops.end(), pages[page].begin(), pages[page].end());
+    stops.insert(stops.end(), {ID_lstResult, ID_cmbIPAddr});
+    window.SetFocus(stops.front());
+    for (size_t i = 1; i < stops.size(); ++i) {
+      window.Press("Tab");
+      window.WaitForFocus(stops[i]);
+    }
+    for (size_t i = stops.size() - 1; i-- > 0;) {
+      window.Press("Shift+Tab");
+      window.WaitForFocus(stops[i]);
+    }
+  }
+}
+
+TEST_F(Keyboard, A_ticked_access_code_box_is_a_stop_of_the_Tab_key) {
+  const WindowUnderTest window = Start();
+  window.SelectTab(ID_tabMode, 1);
+  window.Click(ID_chkAccessCode);
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Enabled(ID_txtAccessCode); }));
+  window.SetFocus(ID_chkAccessCode);
+  window.Press("Tab");
+  window.WaitForFocus(ID_txtAccessCode);
+}
+
+TEST_F(Keyboard, No_mnemonic_collides_on_a_page_in_either_language) {
+  for (const char* language : {"-LOCALEID 1033 -X 0", "-LOCALEID 1041 -X 0"}) {
+    const WindowUnderTest window = Start(language);
+    for (int page = 0; page < 3; ++page) {
+      window.SelectTab(ID_tabMode, page);
+      std::vector<std::string> captions = window.StateOfTabs(ID_tabMode).captions;
+      for (const auto& control : window.Controls()) {
+        // A page itself bears the caption of its tab for those who cannot see it.
+        const bool captioned = control.windowClass == "Static" || control.windowClass == "Button";
+        if (control.visible && captioned) captions.push_back(control.text);
+      }
+      for (const auto& item : window.Menu()) {
+        if (item.depth == 0) captions.push_back(item.caption);
+      }
+      std::map<char, std::string> taken;
+      for (const std::string& caption : captions) {
+        const size_t mark = caption.find('&');
+        if (mark == std::string::npos) continue;
+        const char letter = static_cast<char>(std::toupper(caption.at(mark + 1)));
+        EXPECT_TRUE(taken.emplace(letter, caption).second) << caption << " and " << taken[letter];
+      }
+      // At the least the menu, the pages, the address, the list and what the page itself has.
+      EXPECT_GE(taken.size(), 8u);
+    }
+  }
+}
+
+TEST_F(Keyboard, Only_a_whole_number_from_0_is_a_ping_count) {
+  const WindowUnderTest window = Start();
+  for (const char* count : {"0", "2147483647"}) {
+    window.SetFocus(ID_txtPingReqCount);
+    window.SetText(ID_txtPingReqCount, count);
     window.Press("Tab");
-    window.WaitForFocus(id);
+    window.WaitForFocus(ID_cmdPing);
+  }
+  for (const char* count : {"2147483648", "abc", ""}) {
+    window.SetFocus(ID_txtPingReqCount);
+    window.SetText(ID_txtPingReqCount, count);
+    window.Press("Tab");
+    const BoxUnderTest box = Program().WaitForBox();
+    EXPECT_EQ(box.text, "0 to 2147483647 is required");
+    Program().Answer(box, BoxButton::Ok);
+    window.WaitForFocus(ID_txtPingReqCount);
+    EXPECT_EQ(window.Text(ID_txtPingReqCount), count);
   }
 }
 

@@ -1,11 +1,7 @@
-#include <algorithm>
-
 #include "tests/windows/windows_fixture.h"
 
 namespace tarvik::lab {
 namespace {
-
-constexpr char kHistoryKey[] = "Software\\NORVAX_FN_PingUtil\\History";
 
 class MainWindow : public WindowsTest<MainWindow> {};
 
@@ -21,12 +17,6 @@ TEST_F(MainWindow, Start_without_a_command_line_runs_nothing_and_reports_the_soc
 TEST_F(MainWindow, The_list_scrolls_sideways_over_three_times_its_width) {
   const WindowUnderTest window = Start();
   EXPECT_EQ(window.StateOfList(ID_lstResult).horizontalExtent, 3 * window.ClientRect(ID_lstResult).width);
-}
-
-TEST_F(MainWindow, The_family_edition_hides_the_K7_pages) {
-  const WindowUnderTest window = Start();
-  const std::vector<std::string> captions = window.StateOfTabs(ID_tabMode).captions;
-  for (const std::string& caption : captions) EXPECT_EQ(caption.find("K7"), std::string::npos) << caption;
 }
 
 TEST_F(MainWindow, Option_1_keeps_the_window_above_the_others) {
@@ -63,24 +53,6 @@ TEST_F(MainWindow, A_larger_window_grows_only_the_list) {
   EXPECT_EQ(after.left - window.Rect(0).left, button.left - outer.left);
 }
 
-TEST_F(MainWindow, A_double_click_copies_the_list) {
-  const WindowUnderTest window = Start();
-  Pc().SetClipboardText("before");
-  std::string expected;
-  for (const std::string& line : window.Lines(ID_lstResult)) expected += line + "\r\n";
-  window.DoubleClick(ID_lstResult);
-  EXPECT_TRUE(WaitUntil(kSoon, [&] { return Pc().ClipboardText() == expected; }))
-      << Pc().ClipboardText().value_or("(none)");
-}
-
-TEST_F(MainWindow, In_paste_mode_a_double_click_shows_the_copied_text) {
-  const WindowUnderTest window = Start("-X 16");
-  Pc().SetClipboardText("x\r\n日本語\r\n");
-  window.DoubleClick(ID_lstResult);
-  window.WaitForLine(ID_lstResult, "日本語", kSoon);
-  EXPECT_EQ(window.Lines(ID_lstResult), (std::vector<std::string>{"x", "日本語", ""}));
-}
-
 TEST_F(MainWindow, The_address_box_takes_only_the_characters_of_a_host_name) {
   const WindowUnderTest window = Start();
   window.SetText(ID_cmbIPAddr, "");
@@ -98,52 +70,6 @@ TEST_F(MainWindow, A_negative_ping_count_keeps_the_focus_and_says_the_range) {
   EXPECT_EQ(box.text, "0 to 2147483647 is required");
   Program().Answer(box, BoxButton::Ok);
   window.WaitForFocus(ID_txtPingReqCount);
-}
-
-TEST_F(MainWindow, The_history_is_loaded_at_the_start_and_saved_at_the_end) {
-  Pc().DeleteRegistryKey(kHistoryKey);
-  Pc().SetRegistryText(kHistoryKey, "01", "10.1.1.1");
-  Pc().SetRegistryText(kHistoryKey, "03", "10.1.1.3");
-  const WindowUnderTest window = Start();
-  EXPECT_EQ(window.ComboItems(ID_cmbIPAddr), (std::vector<std::string>{"10.1.1.1", "10.1.1.3"}));
-  EXPECT_EQ(window.Text(ID_cmbIPAddr), "10.1.1.1");
-  window.Close();
-  Program().WaitForEnd();
-  EXPECT_EQ(Pc().RegistryText(kHistoryKey, "02"), "10.1.1.3");
-}
-
-TEST_F(MainWindow, An_active_run_refuses_to_close_and_a_second_click_stops_it) {
-  const WindowUnderTest window = Start("-PING_N 60 127.0.0.1");
-  ASSERT_TRUE(WaitUntil(kSoon, [&] { return RunIsActive(window); }));
-  window.Close();
-  window.Settle();
-  EXPECT_TRUE(Program().HasWindow("Form1"));
-  EXPECT_LE(window.MillisecondsFromClickTo(ID_cmdPing, "&Ping", kSoon), 350);
-  window.Close();
-  EXPECT_EQ(Program().WaitForEnd(), 0u);
-}
-
-TEST_F(MainWindow, Esc_stops_a_run) {
-  const WindowUnderTest window = Start("-PING_N 60 127.0.0.1");
-  ASSERT_TRUE(WaitUntil(kSoon, [&] { return RunIsActive(window); }));
-  window.Press("Esc");
-  window.WaitForText(ID_cmdPing, "&Ping");
-}
-
-class JapaneseMainWindow : public WindowsTest<JapaneseMainWindow> {
- public:
-  static WindowsPc::Options Options() {
-    WindowsPc::Options options = PcForTests();
-    options.language = WindowsLanguage::Japanese;
-    options.environment["TARVIK_BENCH_LANGUAGE"] = "1041";
-    return options;
-  }
-};
-
-TEST_F(JapaneseMainWindow, The_captions_come_from_the_Japanese_language_file) {
-  const WindowUnderTest window = Start();
-  EXPECT_NE(window.Text(0).find("診断"), std::string::npos) << window.Text(0);
-  EXPECT_EQ(window.Text(ID_cmdAllTest), "全ﾃｽﾄ(&A)");
 }
 
 }  // namespace

@@ -13,15 +13,20 @@
 namespace tarvik::lab {
 
 /// The shipped program in front of a test: one PC a suite, the program started anew for each test. A suite
-/// that wants another PC has Options() of its own.
+/// that wants another PC has Options() of its own. The PC stands in the machine's own network: what sends an
+/// echo belongs into the laboratory.
 template <typename Suite>
 class WindowsTest : public testing::Test {
  protected:
   static WindowsPc::Options Options() { return PcForTests(); }
+  /// Before the first program starts on it.
+  static void PreparePc(WindowsPc&) {}
 
   static void SetUpTestSuite() {
     whyNot_ = WhyNoWindows();
-    if (!whyNot_) pc_ = std::make_unique<WindowsPc>(Suite::Options());
+    if (whyNot_) return;
+    pc_ = std::make_unique<WindowsPc>(Suite::Options());
+    Suite::PreparePc(*pc_);
   }
   static void TearDownTestSuite() { pc_.reset(); }
 
@@ -39,9 +44,9 @@ class WindowsTest : public testing::Test {
     return WaitForMainWindow(*program_);
   }
 
-  void StartOnly(const std::string& commandLine = {}) {
+  void StartOnly(const std::string& commandLine = {}, const std::string& program = ProgramPath()) {
     program_.reset();
-    program_ = std::make_unique<ProgramUnderTest>(*pc_, ProgramPath(), commandLine);
+    program_ = std::make_unique<ProgramUnderTest>(*pc_, program, commandLine);
   }
 
  private:

@@ -1,0 +1,113 @@
+#include <filesystem>
+
+#include "tests/windows/windows_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+using Captions = std::vector<std::string>;
+
+constexpr char kJapaneseTitle[] = "Tarvik - Obry Ethernet診断";
+constexpr char kJapaneseGetInfo[] = "NC情報取得(&G)";
+
+WindowsPc::Options JapanesePc() {
+  WindowsPc::Options options = PcForTests();
+  options.language = WindowsLanguage::Japanese;
+  options.environment["TARVIK_BENCH_LANGUAGE"] = "1041";
+  return options;
+}
+
+class EnglishCaptions : public WindowsTest<EnglishCaptions> {};
+
+TEST_F(EnglishCaptions, The_family_edition_shows_three_pages_and_the_first_is_in_front) {
+  const WindowUnderTest window = Start();
+  const WindowUnderTest::Tabs tabs = window.StateOfTabs(ID_tabMode);
+  EXPECT_EQ(tabs.captions, (Captions{"Ping(&1)", "NEXAL2(&2)", "Ftp(&5)"}));
+  EXPECT_EQ(tabs.front, 0);
+  EXPECT_TRUE(window.Visible(ID_cmdPing));
+  EXPECT_FALSE(window.Visible(ID_cmdGetInfo));
+}
+
+TEST_F(EnglishCaptions, Each_page_shows_its_own_controls_only) {
+  const WindowUnderTest window = Start();
+  constexpr int kOfPage[] = {ID_cmdPing, ID_cmdGetInfo, ID_cmdFtpConnect};
+  for (int page = 0; page < 3; ++page) {
+    window.SelectTab(ID_tabMode, page);
+    for (int other = 0; other < 3; ++other) EXPECT_EQ(window.Visible(kOfPage[other]), other == page);
+    EXPECT_TRUE(window.Visible(ID_lstResult));
+  }
+}
+
+TEST_F(EnglishCaptions, The_Japanese_file_is_read_in_its_own_code_page) {
+  const WindowUnderTest window = Start("-LOCALEID 1041 -X 0");
+  EXPECT_EQ(window.Text(0), kJapaneseTitle);
+  EXPECT_EQ(window.Text(ID_cmdGetInfo), kJapaneseGetInfo);
+}
+
+TEST_F(EnglishCaptions, A_locale_without_a_file_falls_back_to_English) {
+  EXPECT_EQ(Start("-LOCALEID 1031 -X 0").Text(ID_lblIPAddr), "IP address or host &name:");
+}
+
+class JapaneseCaptions : public WindowsTest<JapaneseCaptions> {
+ public:
+  static WindowsPc::Options Options() { return JapanesePc(); }
+};
+
+TEST_F(JapaneseCaptions, Come_from_the_Japanese_language_file) {
+  const WindowUnderTest window = Start();
+  EXPECT_EQ(window.Text(0), kJapaneseTitle);
+  EXPECT_EQ(window.Text(ID_cmdGetInfo), kJapaneseGetInfo);
+  EXPECT_EQ(window.Text(ID_cmdAllTest), "全ﾃｽﾄ(&A)");
+}
+
+TEST_F(JapaneseCaptions, A_locale_id_asks_for_English) {
+  const WindowUnderTest window = Start("-LOCALEID 1033 -X 0");
+  EXPECT_EQ(window.Text(0), "Tarvik - Ethernet diagnosis for Obry");
+  EXPECT_EQ(window.Text(ID_cmdGetInfo), "&Get CNC Info.");
+}
+
+/// The general edition on a PC without the family's configuration library.
+template <typename Suite>
+class GeneralEditionTest : public WindowsTest<Suite> {
+ public:
+  static WindowsPc::Options Without(WindowsPc::Options options) {
+    options.programPath.clear();
+    return options;
+  }
+
+ protected:
+  void SetUp() override {
+    if (!std::filesystem::exists(GeneralProgramPath()))
+      GTEST_SKIP() << "there is no " << GeneralProgramPath();
+    WindowsTest<Suite>::SetUp();
+  }
+
+  WindowUnderTest StartGeneral() {
+    this->StartOnly({}, GeneralProgramPath());
+    return WaitForMainWindow(this->Program());
+  }
+};
+
+class GeneralEdition : public GeneralEditionTest<GeneralEdition> {
+ public:
+  static WindowsPc::Options Options() { return Without(PcForTests()); }
+};
+
+TEST_F(GeneralEdition, Shows_five_pages_and_asks_no_configuration_library) {
+  const WindowUnderTest window = StartGeneral();
+  EXPECT_EQ(window.StateOfTabs(ID_tabMode).captions,
+            (Captions{"Ping(&1)", "NEXAL2(&2)", "K7 Api(&3)", "K7 Svc(&4)", "Ftp(&5)"}));
+  EXPECT_EQ(window.Text(0), "Tarvik - Ethernet diagnosis for Obry");
+}
+
+class JapaneseGeneralEdition : public GeneralEditionTest<JapaneseGeneralEdition> {
+ public:
+  static WindowsPc::Options Options() { return Without(JapanesePc()); }
+};
+
+TEST_F(JapaneseGeneralEdition, Takes_its_language_from_Windows) {
+  EXPECT_EQ(StartGeneral().Text(0), kJapaneseTitle);
+}
+
+}  // namespace
+}  // namespace tarvik::lab

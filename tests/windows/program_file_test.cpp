@@ -1,0 +1,163 @@
+// The shipped program's file, as the loader of Windows reads it.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <fstream>
+#include <iterator>
+#include <set>
+
+#include "lab/test_ground.h"
+#include "resources/version.h"
+
+namespace tarvik::lab {
+namespace {
+
+constexpr int kIcon = 14;
+constexpr int kVersion = 16;
+constexpr int kManifest = 24;
+
+/// What the tests ask of a portable executable. Reading outside the file throws std::out_of_range.
+class ProgramFile {
+ public:
+  explicit ProgramFile(const std::string& path) {
+    std::ifstream stream(path, std::ios::binary);
+    bytes_.assign(std::istreambuf_iterator<char>(stream), {});
+    header_ = Number32(0x3C);
+    optional_ = header_ + 24;
+    is64Bit_ = Number16(optional_) == 0x20B;
+  }
+
+  size_t Size() const { return bytes_.size(); }
+  bool Is64Bit() const { return is64Bit_; }
+  bool IsExecutable() const { return bytes_.substr(header_, 4) == std::string("PE\0\0", 4); }
+  uint32_t Timestamp() const { return Number32(header_ + 8); }
+  uint32_t Characteristics() const { return Number16(optional_ + 70); }
+  /// Major version in the upper half.
+  uint32_t SubsystemVersion() const { return Number16(optional_ + 48) << 16 | Number16(optional_ + 50); }
+  uint32_t Subsystem() const { return Number16(optional_ + 68); }
+  bool HasDelayedImports() const { return Directory(13) != 0; }
+
+  /// In lower case.
+  std::set<std::string> ImportedLibraries() const {
+    std::set<std::string> names;
+    for (uint32_t entry = OffsetOf(Directory(1)); Number32(entry + 12) != 0; entry += 20) {
+      std::string name = Text(OffsetOf(Number32(entry + 12)));
+      std::transform(name.begin(), name.end(), name.begin(),
+                     [](char letter) { return letter >= 'A' && letter <= 'Z' ? char(letter + 32) : letter; });
+      names.insert(name);
+    }
+    return names;
+  }
+
+  /// The first resource of a type; empty when there is none.
+  std::string Resource(uint32_t type) const {
+    if (Directory(2) == 0) return {};
+    const uint32_t root = OffsetOf(Directory(2));
+    for (uint32_t i = 0; i < EntriesIn(root); ++i) {
+      if (Number32(root + 16 + 8 * i) != type) continue;
+      uint32_t entry = Number32(root + 20 + 8 * i);
+      // Type, name, language: the upper bit says that another directory follows.
+      for (int level = 0; level < 2; ++level) entry = Number32(root + (entry & 0x7FFFFFFF) + 20);
+      return bytes_.substr(OffsetOf(Number32(root + entry)), Number32(root + entry + 4));
+    }
+    return {};
+  }
+
+ private:
+  uint32_t Byte(size_t offset) const { return static_cast<unsigned char>(bytes_.at(offset)); }
+  uint32_t Number16(size_t offset) const { return Byte(offset) | Byte(offset + 1) << 8; }
+  uint32_t Number32(size_t offset) const { return Number16(offset) | Number16(offset + 2) << 16; }
+  std::string Text(size_t offset) const { return bytes_.substr(offset, bytes_.find('\0', offset) - offset); }
+  uint32_t EntriesIn(uint32_t directory) const { return Number16(directory + 12) + Number16(directory + 14); }
+  uint32_t Directory(uint32_t index) const { return Number32(optional_ + (is64Bit_ ? 112 : 96) + 8 * index); }
+
+  /// Where in the file the loader finds an address.
+  uint32_t OffsetOf(uint32_t address) const {
+    const uint32_t table = optional_ + Number16(header_ + 20);
+    for (uint32_t i = 0; i < Number16(header_ + 6); ++i) {
+      const uint32_t section = table + 40 * i;
+      const uint32_t begin = Number32(section + 12);
+      if (address >= begin && address < begin + Number32(section + 16)) {
+        return address - begin + Number32(section + 20);
+      }
+    }
+    throw std::out_of_range("an address outside the file");
+  }
+
+  std::string bytes_;
+  uint32_t header_ = 0;
+  uint32_t optional_ = 0;
+  bool is64Bit_ = false;
+};
+
+class ShippedFile : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (const auto reason = WhyNoWindows()) GTEST_SKIP() << *reason;
+    file_ = std::make_unique<ProgramFile>(ProgramPath());
+    ASSERT_TRUE(file_->IsExecutable());
+  }
+  const ProgramFile& File() const { return *file_; }
+
+ private:
+  std::unique_ptr<ProgramFile> file_;
+};
+
+TEST_F(ShippedFile, Is_not_larger_than_600_KB) { EXPECT_LE(File().Size(), 600u * 1024); }
+
+TEST_F(ShippedFile, Is_loaded_at_random_places_and_runs_no_data) {
+  constexpr uint32_t kHighEntropy = 0x20;
+  constexpr uint32_t kDynamicBase = 0x40;
+  constexpr uint32_t kNoExecutableData = 0x100;
+  EXPECT_TRUE(File().Characteristics() & kDynamicBase);
+  EXPECT_TRUE(File().Characteristics() & kNoExecutableData);
+  EXPECT_EQ((File().Characteristics() & kHighEntropy) != 0, File().Is64Bit());
+}
+
+TEST_F(ShippedFile, Is_a_program_with_windows_for_Windows_7_and_later) {
+  EXPECT_EQ(File().Subsystem(), 2u);
+  EXPECT_LE(File().SubsystemVersion(), 0x00060001u);
+}
+
+TEST_F(ShippedFile, Does_not_tell_when_it_was_linked) { EXPECT_EQ(File().Timestamp(), 0u); }
+
+TEST_F(ShippedFile, Needs_no_library_that_could_be_planted_beside_it) {
+  // Windows takes these from its own folder, wherever the program lies.
+  const std::set<std::string> known = {"advapi32.dll", "gdi32.dll",   "kernel32.dll", "msvcrt.dll",
+                                       "ole32.dll",    "shell32.dll", "user32.dll",   "ws2_32.dll"};
+  for (const std::string& name : File().ImportedLibraries()) EXPECT_TRUE(known.count(name)) << name;
+  EXPECT_TRUE(File().ImportedLibraries().count("kernel32.dll"));
+  EXPECT_FALSE(File().HasDelayedImports());
+}
+
+TEST_F(ShippedFile, Carries_its_icon_and_its_manifest) {
+  EXPECT_FALSE(File().Resource(kIcon).empty());
+  const std::string manifest = File().Resource(kManifest);
+  for (const char* part : {"asInvoker", "Microsoft.Windows.Common-Controls", "PerMonitorV2", "supportedOS"}) {
+    EXPECT_NE(manifest.find(part), std::string::npos) << part;
+  }
+}
+
+TEST_F(ShippedFile, Carries_the_one_version_number) {
+  const std::string version = File().Resource(kVersion);
+  const auto number = [&version](size_t offset) {
+    return static_cast<unsigned char>(version.at(offset)) | static_cast<unsigned char>(version.at(offset + 1))
+                                                                << 8;
+  };
+  const size_t fixed = version.find("\xBD\x04\xEF\xFE");
+  ASSERT_NE(fixed, std::string::npos);
+  for (const size_t first : {fixed + 8, fixed + 16}) {  // of the file, of the product
+    EXPECT_EQ(number(first + 2), TARVIK_VERSION_MAJOR);
+    EXPECT_EQ(number(first), TARVIK_VERSION_MINOR);
+    EXPECT_EQ(number(first + 6), TARVIK_VERSION_PATCH);
+    EXPECT_EQ(number(first + 4), TARVIK_VERSION_BUILD);
+  }
+  std::string text;
+  for (const char character : std::string(TARVIK_VERSION_TEXT)) text += {character, '\0'};
+  EXPECT_NE(version.find(text), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tarvik::lab

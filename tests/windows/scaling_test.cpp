@@ -1,0 +1,134 @@
+#include <algorithm>
+
+#include "tests/windows/windows_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+using Control = WindowUnderTest::ControlInfo;
+
+constexpr int kPages = 3;
+constexpr ScreenRect kScreen = {0, 0, 1280, 1024};
+
+bool Inside(const ScreenRect& inner, const ScreenRect& outer) {
+  return inner.left >= outer.left && inner.top >= outer.top &&
+         inner.left + inner.width <= outer.left + outer.width &&
+         inner.top + inner.height <= outer.top + outer.height;
+}
+
+bool Overlap(const ScreenRect& a, const ScreenRect& b) {
+  return a.left < b.left + b.width && b.left < a.left + a.width && a.top < b.top + b.height &&
+         b.top < a.top + a.height;
+}
+
+bool OnEveryPage(int id) {
+  return id == ID_lblIPAddr || id == ID_cmbIPAddr || id == ID_tabMode || id == ID_lblResult ||
+         id == ID_lstResult;
+}
+
+/// The visible controls that a user sees as such, in the order of the Tab key.
+std::vector<Control> VisibleControls(const WindowUnderTest& window) {
+  std::vector<Control> controls;
+  for (const Control& control : window.Controls()) {
+    const bool known = control.windowClass == "Static" || control.windowClass == "Edit" ||
+                       control.windowClass == "Button" || control.windowClass == "ComboBox" ||
+                       control.windowClass == "ListBox" || control.windowClass == "SysTabControl32";
+    if (control.visible && known && control.id > 0) controls.push_back(control);
+  }
+  return controls;
+}
+
+/// The least width in which a control shows its caption whole.
+int LeastWidth(const WindowUnderTest& window, const Control& control, int dpi) {
+  constexpr uint32_t kButtonType = 0xF;
+  constexpr uint32_t kAutoCheckBox = 3;
+  if (control.windowClass != "Static" && control.windowClass != "Button") return 0;
+  const int text = window.NeededFor(control.id).width;
+  if (control.windowClass == "Static") return text;
+  const int besideText = (window.Style(control.id) & kButtonType) == kAutoCheckBox ? 16 : 8;
+  return text + besideText * dpi / 96;
+}
+
+void ExpectWholePage(const WindowUnderTest& window, int dpi) {
+  const ScreenRect client = window.ClientRect(0);
+  const ScreenRect strip = window.Rect(ID_tabMode);
+  const std::vector<Control> controls = VisibleControls(window);
+  EXPECT_GE(controls.size(), 8u);
+  for (const Control& control : controls) {
+    SCOPED_TRACE(control.text + " (" + std::to_string(control.id) + ")");
+    EXPECT_TRUE(Inside(control.rect, OnEveryPage(control.id) ? client : strip));
+    EXPECT_GE(control.rect.width, LeastWidth(window, control, dpi));
+    EXPECT_GE(control.rect.height, window.NeededFor(control.id).height);
+    for (const Control& other : controls) {
+      const bool onStrip = (control.id == ID_tabMode && !OnEveryPage(other.id)) ||
+                           (other.id == ID_tabMode && !OnEveryPage(control.id));
+      if (other.id == control.id || onStrip) continue;
+      EXPECT_FALSE(Overlap(control.rect, other.rect)) << other.text << " (" << other.id << ")";
+    }
+  }
+}
+
+void ExpectWholeWindow(const WindowUnderTest& window, int dpi) {
+  EXPECT_TRUE(Inside(window.Rect(0), kScreen));
+  const ScreenRect last = window.RectOfTab(ID_tabMode, kPages - 1);
+  EXPECT_LE(last.left + last.width, window.Rect(ID_tabMode).width);
+  for (int page = 0; page < kPages; ++page) {
+    SCOPED_TRACE("page " + std::to_string(page));
+    window.SelectTab(ID_tabMode, page);
+    ExpectWholePage(window, dpi);
+  }
+}
+
+/// Both languages, on an English and on a Japanese PC, at one scaling.
+void ExpectWholeAt(int dpi) {
+  if (const auto reason = WhyNoWindows()) GTEST_SKIP() << *reason;
+  for (const WindowsLanguage language : {WindowsLanguage::English, WindowsLanguage::Japanese}) {
+    WindowsPc::Options options = PcForTests();
+    options.language = language;
+    options.dpi = dpi;
+    WindowsPc pc(options);
+    for (const char* locale : {"1033", "1041"}) {
+      SCOPED_TRACE(locale);
+      ProgramUnderTest program(pc, ProgramPath(), std::string("-X 0 -LOCALEID ") + locale + " -X");
+      ExpectWholeWindow(WaitForMainWindow(program), dpi);
+    }
+  }
+}
+
+TEST(ScalingOf100Percent, Everything_is_shown_whole_in_both_languages) { ExpectWholeAt(96); }
+TEST(ScalingOf125Percent, Everything_is_shown_whole_in_both_languages) { ExpectWholeAt(120); }
+TEST(ScalingOf150Percent, Everything_is_shown_whole_in_both_languages) { ExpectWholeAt(144); }
+TEST(ScalingOf200Percent, Everything_is_shown_whole_in_both_languages) { ExpectWholeAt(192); }
+
+class AnotherMonitor : public WindowsTest<AnotherMonitor> {
+ protected:
+  static std::vector<ScreenRect> Places(const WindowUnderTest& window) {
+    const ScreenRect outer = window.Rect(0);
+    std::vector<ScreenRect> places = {{0, 0, outer.width, outer.height}};
+    for (const Control& control : window.Controls()) {
+      const ScreenRect& rect = control.rect;
+      places.push_back({rect.left - outer.left, rect.top - outer.top, rect.width, rect.height});
+    }
+    return places;
+  }
+  static bool Same(const std::vector<ScreenRect>& a, const std::vector<ScreenRect>& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const ScreenRect& x, const ScreenRect& y) {
+      return x.left == y.left && x.top == y.top && x.width == y.width && x.height == y.height;
+    });
+  }
+};
+
+TEST_F(AnotherMonitor, Of_another_scaling_and_back_again_restores_the_layout) {
+  const WindowUnderTest window = Start();
+  const ScreenRect first = window.Rect(0);
+  const std::vector<ScreenRect> places = Places(window);
+  window.ChangeDpi(144, {first.left, first.top, first.width * 3 / 2, first.height * 3 / 2});
+  EXPECT_GT(window.Rect(0).width, first.width * 5 / 4);
+  ExpectWholeWindow(window, 144);
+  window.SelectTab(ID_tabMode, 0);
+  window.ChangeDpi(96, first);
+  EXPECT_TRUE(Same(Places(window), places));
+}
+
+}  // namespace
+}  // namespace tarvik::lab
