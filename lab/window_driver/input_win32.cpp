@@ -161,8 +161,22 @@ Fields Type(const Arguments& arguments) {
 
 /// keys <window> <combination>...
 Fields Keys(const Arguments& arguments) {
-  Settle(arguments.Window(0), kInputTimeOut);
-  const HeldKeys pressed(KeysOf(arguments.Text(1)));
+  const HWND window = arguments.Window(0);
+  std::vector<WORD> keys = KeysOf(arguments.Text(1));
+  Settle(window, kInputTimeOut);
+  const bool withAlt = std::find(keys.begin(), keys.end(), VK_MENU) != keys.end();
+  if (keys.size() == 1 || withAlt) {
+    // The message itself tells of the Alt key.
+    const HeldKeys pressed(keys);
+    return {};
+  }
+  // Of the others the program asks when it takes the key, and they must be held until then.
+  const std::vector<WORD> key = {keys.back()};
+  keys.pop_back();
+  const SharedInput shared(window);
+  const std::unique_ptr<HeldKeys> held = Hold(shared, keys);
+  { const HeldKeys pressed(key); }
+  SettleShared(shared, kInputTimeOut);
   return {};
 }
 

@@ -56,10 +56,11 @@ Fields Pointer(const Arguments& arguments) {
 /// text_size <window> <id> -> width, height that the control's text needs in its font, on one line
 Fields TextSize(const Arguments& arguments) {
   const HWND control = arguments.Control(0);
-  // A font belongs to its process; what it looks like can be asked there, and a twin be made here.
+  // A font belongs to its process, which alone can tell what it is like; a twin of it is made here.
   const RemoteProcess process(ProcessOf(control));
   const RemoteMemory memory(process, sizeof(LOGFONTW));
-  const auto font = static_cast<uint32_t>(Ask(control, WM_GETFONT));
+  const uint64_t font =
+      process.Call(kUser32, "SendMessageW", {reinterpret_cast<uintptr_t>(control), WM_GETFONT, 0, 0});
   if (process.Call(L"gdi32.dll", "GetObjectW", {font, sizeof(LOGFONTW), memory.Address()}) == 0) {
     throw CommandError("the control has no font");
   }

@@ -56,6 +56,8 @@ Fields Start(const Arguments& arguments) {
   const std::wstring folder = arguments.Text(2);
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
+  // Nothing that a program or its own children print may come between the driver's answers.
+  startup.dwFlags = STARTF_USESTDHANDLES;
   PROCESS_INFORMATION information{};
   const double startedAt = PreciseMilliseconds();
   if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,

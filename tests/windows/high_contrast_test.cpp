@@ -31,8 +31,8 @@ class HighContrast : public WindowsTest<HighContrast> {
     const std::string picture = folder.Path() + "/part.png";
     Pc().Screen().Screenshot(picture, part);
     const Finished counted =
-        lab::Run({"sh", "-c", "convert \"$1\" -depth 8 -alpha off -format %c histogram:info: | sort -rn", "sh",
-             picture});
+        lab::Run({"sh", "-c", "convert \"$1\" -depth 8 -alpha off -format %c histogram:info: | sort -rn",
+                  "sh", picture});
     std::vector<std::string> colours;
     for (size_t at = 0; (at = counted.output.find("#", at)) != std::string::npos; ++at) {
       colours.push_back(counted.output.substr(at, 7));

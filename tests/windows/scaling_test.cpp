@@ -39,11 +39,10 @@ std::vector<Control> VisibleControls(const WindowUnderTest& window) {
 }
 
 /// The least width in which a control shows its caption whole.
-int LeastWidth(const WindowUnderTest& window, const Control& control, int dpi) {
+int LeastWidth(const WindowUnderTest& window, const Control& control, int text, int dpi) {
   constexpr uint32_t kButtonType = 0xF;
   constexpr uint32_t kAutoCheckBox = 3;
   if (control.windowClass != "Static" && control.windowClass != "Button") return 0;
-  const int text = window.NeededFor(control.id).width;
   if (control.windowClass == "Static") return text;
   const int besideText = (window.Style(control.id) & kButtonType) == kAutoCheckBox ? 16 : 8;
   return text + besideText * dpi / 96;
@@ -57,8 +56,9 @@ void ExpectWholePage(const WindowUnderTest& window, int dpi) {
   for (const Control& control : controls) {
     SCOPED_TRACE(control.text + " (" + std::to_string(control.id) + ")");
     EXPECT_TRUE(Inside(control.rect, OnEveryPage(control.id) ? client : strip));
-    EXPECT_GE(control.rect.width, LeastWidth(window, control, dpi));
-    EXPECT_GE(control.rect.height, window.NeededFor(control.id).height);
+    const WindowUnderTest::TextSize text = window.NeededFor(control.id);
+    EXPECT_GE(control.rect.width, LeastWidth(window, control, text.width, dpi));
+    EXPECT_GE(control.rect.height, text.height);
     for (const Control& other : controls) {
       const bool onStrip = (control.id == ID_tabMode && !OnEveryPage(other.id)) ||
                            (other.id == ID_tabMode && !OnEveryPage(control.id));
