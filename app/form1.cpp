@@ -48,6 +48,14 @@ void Form1::WireEvents() {
   controls_.cmdFtpConnect.onClick = on(&Form1::cmdFtpConnect_Click);
   controls_.cmdAllFtpTest.onClick = on(&Form1::cmdAllFtpTest_Click);
   controls_.cmdK7Api.onClick = on(&Form1::cmdK7Api_Click);
+  controls_.lblK7ServerStatus.onClick = on(&Form1::lblK7ServerStatus_Click);
+  controls_.cmdStartK7Server.onClick = [this] { Guarded([&] { cmdStartStopK7Server_Click(1); }); };
+  controls_.cmdStopK7Server.onClick = [this] { Guarded([&] { cmdStartStopK7Server_Click(0); }); };
+  controls_.cmdK7ServerDebug.onClick = on(&Form1::cmdK7ServerDebug_Click);
+  controls_.tabMode.onPageFront = [this](int page) { Guarded([&] { tabMode_PageFront(page); }); };
+  controls_.lblK7UdpPortNo.onMouseDown = controls_.txtTcpPortNo.onMouseDown = [this](int16_t button, int16_t shift) {
+    Guarded([&] { lblK7UdpPortNo_MouseDown(button, shift); });
+  };
   controls_.mnuHelpSub.onClick = on(&Form1::mnuHelpSub_Click);
   controls_.chkAccessCode.onClick = on(&Form1::chkAccessCode_Click);
   controls_.cmdGetInfo.onClick = on(&Form1::cmdGetInfo_Click);

@@ -23,6 +23,9 @@
 #include "cnclib/pmc_test_window.h"
 #include "ftp/wininet.h"
 #include "k7/k7_api.h"
+#include "k7/service_control.h"
+#include "k7/svc_kit.h"
+#include "k7/svc_utl.h"
 #include "net/icmp.h"
 #include "net/reachability_check.h"
 #include "net/winsock.h"
@@ -67,11 +70,13 @@ struct Form1Ground {
   VersionLibrary& version;
   MachineRegistry& registry;
   K7Api& k7Api;
+  SvcKit& svcKit;
   CncLibrary& cncLibrary;
   WallClock& wallClock;
   /// Makes the window of a further form; its class is the form's name.
   std::function<std::unique_ptr<ui::Form>(const wchar_t* windowClass)> newForm;
   std::wstring programFolder;       ///< without a backslash at its end
+  std::wstring windowsFolder;       ///< value of the environment variable WinDir
   std::wstring commandLine;         ///< the text behind the program's name
   int32_t windowsLanguage = 1033;   ///< the user's Windows language as a locale id
   bool familyEdition = true;        ///< value of the product-family switch
@@ -116,6 +121,13 @@ class Form1 {
   void mnuHelpSub_Click();
   void cmdGetInfo_Click();
   void mnuPMC_Click();
+  void lblK7ServerStatus_Click();
+  /// `index`: 1 starts the service, 0 stops it.
+  void cmdStartStopK7Server_Click(int16_t index);
+  void cmdK7ServerDebug_Click();
+  /// That of txtTcpPortNo too.
+  void lblK7UdpPortNo_MouseDown(int16_t button, int16_t shift);
+  void tabMode_PageFront(int page);
   void chkAccessCode_Click();
   void lstResult_DblClick();
   bool txtPingReqCount_Validate();
@@ -133,6 +145,10 @@ class Form1 {
   };
   /// The K7 API test that a click began: closing is refused and the next click is the stop.
   class K7ApiRun;
+  /// A command to the K7 service.
+  class ServiceCommand;
+  /// Carries the command out, unless a run or another command to the service is active.
+  void CommandService(const std::function<void(const K7ServiceTools&)>& command);
   /// Begins a run and calls `routine` in it; while one is active it raises the stop request instead.
   bool RunOutermost(const std::function<bool()>& routine);
 
@@ -159,6 +175,7 @@ class Form1 {
   void LoadCaptions();
   void CheckModules();
   void SwitchPages();
+  void StartServiceControl();
   void PrefillNumbers();
   void TakeTargetFromCommandLine();
   void PrefillAccessCode();
@@ -166,6 +183,12 @@ class Form1 {
   /// The about box, made anew when there is none or the user has closed it.
   frmAbout& About();
   void UnloadAbout();
+  /// Takes a state of the K7 service to its label. A pending state has no words of its own.
+  void ShowK7ServiceState(int32_t status);
+  /// Takes the K7 Server's port from the services file to its label, on a PC whose K7 Svc page is on.
+  void CheckK7ServicesEntry();
+  void OpenServicesFileInEditor();
+  void EndServiceControl();
   std::wstring Decoded(const std::wstring& encoded, Message failure);
 
   /// Keeps the list's size as laid out and the window's, from which the resize rule measures.
@@ -192,6 +215,8 @@ class Form1 {
   std::wstring versionReport_;
   std::unique_ptr<frmAbout> about_;
   Boolean16 k7ApiBusy_;
+  Boolean16 serviceBusy_;
+  std::unique_ptr<SvcUtl> svcUtl_;  ///< null in the family's edition
   bool loading_ = false;
   uint32_t nxlibOptions_ = 0;   ///< the option word that the library last returned
   std::unique_ptr<frmPmcTest> pmcTest_;  ///< null until the window is first shown

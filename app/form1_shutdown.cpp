@@ -7,7 +7,7 @@ namespace tarvik {
 
 bool Form1::Form_QueryUnload() {
   const bool reading = pmcTest_ != nullptr && pmcTest_->Running();
-  return !ground_.flags.busy && !k7ApiBusy_ && !loading_ && !reading;
+  return !ground_.flags.busy && !k7ApiBusy_ && !serviceBusy_ && !loading_ && !reading;
 }
 
 void Form1::Form_Unload() {
@@ -15,6 +15,7 @@ void Form1::Form_Unload() {
   icmpHandle_ = 0;
   ground_.winsock.WSACleanup();
   SaveHistory(controls_.cmbIPAddr, ground_.settings);
+  EndServiceControl();
   UnloadAbout();
   // At the end of the Windows session nobody is asked, and a run may still stand below on the stack.
   if (pmcTest_ != nullptr && !pmcTest_->Running()) pmcTest_.reset();

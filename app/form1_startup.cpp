@@ -49,11 +49,13 @@ void Form1::Form_Load() {
   LayOutAgain();
   CheckModules();
   SwitchPages();
+  StartServiceControl();
   LoadHistory(controls_.cmbIPAddr, ground_.settings);
   PrefillNumbers();
   if (TestOptionMask(kTopmost)) ground_.form.MakeTopmost();
   if (!commandLine_.targetHost.empty()) TakeTargetFromCommandLine();
   SetListExtent(controls_.lstResult, kListExtentFactor);
+  CheckK7ServicesEntry();
 }
 
 void Form1::TakeProgramFolderAndLanguage() {

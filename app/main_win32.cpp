@@ -11,6 +11,7 @@
 #include "cnclib/cnc_library_win32.h"
 #include "ftp/wininet_win32.h"
 #include "k7/k7_api_win32.h"
+#include "k7/svc_kit_win32.h"
 #include "net/icmp_win32.h"
 #include "net/ip_helper_win32.h"
 #include "net/winsock_win32.h"
@@ -43,6 +44,12 @@ std::wstring ProgramFolder() {
   return path.substr(0, path.rfind(L'\\'));
 }
 
+std::wstring WindowsFolder() {
+  wchar_t folder[MAX_PATH] = {};
+  const DWORD length = ::GetEnvironmentVariableW(L"WinDir", folder, MAX_PATH);
+  return length < MAX_PATH ? folder : std::wstring();
+}
+
 int Run() {
   RunFlags flags;
   ui::MessageFilter filter;
@@ -67,13 +74,14 @@ int Run() {
   Win32VersionLibrary version;
   Win32MachineRegistry registry;
   Win32K7Api k7Api;
+  Win32SvcKit svcKit;
   Win32CncLibrary cncLibrary;
   Win32WallClock wallClock;
   const auto newForm = [&form](const wchar_t* windowClass) -> std::unique_ptr<ui::Form> {
     return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary, &form);
   };
   Form1 form1({form, boxes, pump, flags, configuration, txCodec, winsock, icmp, ipHelper, wininet, osVersion, files, processes,
-               codePage, textOrder, profile, settings, clipboard, kernel, version, registry, k7Api, cncLibrary, wallClock, newForm, ProgramFolder(),
+               codePage, textOrder, profile, settings, clipboard, kernel, version, registry, k7Api, svcKit, cncLibrary, wallClock, newForm, ProgramFolder(), WindowsFolder(),
                std::wstring(BehindProgramName(::GetCommandLineW())), ::GetUserDefaultLangID(),
                TARVIK_FAMILY_EDITION != 0});
   try {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,6 +10,9 @@ namespace tarvik {
 /// The few things that are asked of single files. Paths are full paths.
 class Files {
  public:
+  /// FILE_ATTRIBUTE_READONLY
+  static constexpr uint32_t kReadOnly = 1;
+
   virtual ~Files() = default;
 
   /// True when a directory query finds an ordinary file at the path.
@@ -22,6 +26,22 @@ class Files {
 
   /// Deletes the file. False when it cannot be deleted.
   virtual bool Delete(const std::wstring& path) = 0;
+
+  /// Copies the file with its attributes. False when it cannot be copied, or `to` exists.
+  virtual bool Copy(const std::wstring& from, const std::wstring& to) = 0;
+
+  /// Adds the bytes at the end of an existing file. False when they cannot be written.
+  virtual bool Append(const std::wstring& path, std::string_view bytes) = 0;
+
+  /// GetFileAttributes; nothing when they cannot be read.
+  virtual std::optional<uint32_t> Attributes(const std::wstring& path) = 0;
+
+  /// SetFileAttributes. False when they cannot be set.
+  virtual bool SetAttributes(const std::wstring& path, uint32_t attributes) = 0;
+
+  /// Windows' code for the failure of the latest Read, Copy, Append, Attributes or SetAttributes; 0 when it
+  /// succeeded.
+  virtual uint32_t LastError() const = 0;
 };
 
 }  // namespace tarvik

@@ -25,6 +25,7 @@
 #include "tests/recorded/recorded_processes.h"
 #include "tests/recorded/recorded_profile_strings.h"
 #include "tests/recorded/recorded_settings.h"
+#include "tests/recorded/recorded_svc_kit.h"
 #include "tests/recorded/recorded_wininet.h"
 #include "tests/recorded/recorded_winsock.h"
 #include "ui/memory/memory_form.h"
@@ -88,6 +89,8 @@ class Form1Test : public testing::Test {
     winsock.data.iMaxUdpDg = 65467;
     winsock.AddInterface("192.168.1.10", "255.255.255.0");
     icmp.AddHost("192.168.1.100");
+    kernel.paths["SvcKit.DLL"] = "C:\\System\\SvcKit.dll";
+    files.contents[kServicesFile] = "";
     for (const char* const module : {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "SvcKit.dll", "Wininet.dll"})
       kernel.paths[module] = std::string("C:\\System\\") + module;
   }
@@ -112,11 +115,13 @@ class Form1Test : public testing::Test {
     };
     form1 = std::make_unique<Form1>(Form1Ground{form, boxes, pump, flags, configuration, txCodec, winsock, icmp,
                                                 ipHelper, wininet, osVersion, files, processes, codePage, textOrder, profile, settings,
-                                                clipboard, kernel, versions, registry, k7Api, cncLibrary, wallClock,
+                                                clipboard, kernel, versions, registry, k7Api, svcKit, cncLibrary, wallClock,
                                                 [this](const wchar_t* windowClass) { return NewForm(windowClass); },
-                                                L"C:\\Program", commandLine, windowsLanguage,
+                                                L"C:\\Program", L"C:\\Windows", commandLine, windowsLanguage,
                                                 familyEdition});
   }
+
+  static constexpr wchar_t kServicesFile[] = L"C:\\Windows\\System32\\Drivers\\Etc\\Services";
 
   ui::MemoryTextBox& Box(int id) { return form.Get<ui::MemoryTextBox>(id); }
   ui::MemoryButton& Button(int id) { return form.Get<ui::MemoryButton>(id); }
@@ -156,6 +161,7 @@ class Form1Test : public testing::Test {
   RecordedVersions versions;
   RecordedRegistry registry;
   RecordedK7Api k7Api;
+  RecordedSvcKit svcKit;
   std::vector<std::wstring> newForms;  ///< classes of the further windows, in their order
   bool refuseNewForms = false;
   ui::MemoryForm* lastForm = nullptr;  ///< the latest of them

@@ -1,0 +1,90 @@
+// The K7 Svc page, and the hidden way to the services file.
+
+#include "about/fmt_err_msg.h"
+#include "app/form1.h"
+#include "k7/debug_launch.h"
+#include "k7/services_file.h"
+#include "k7/start_program.h"
+#include "platform/text.h"
+
+namespace tarvik {
+
+class Form1::ServiceCommand {
+ public:
+  explicit ServiceCommand(Form1& form) : form_(form) { form_.serviceBusy_ = true; }
+  ~ServiceCommand() { form_.serviceBusy_ = false; }
+  ServiceCommand(const ServiceCommand&) = delete;
+  ServiceCommand& operator=(const ServiceCommand&) = delete;
+
+ private:
+  Form1& form_;
+};
+
+void Form1::StartServiceControl() {
+  if (productFamily_) return;
+  svcUtl_ = std::make_unique<SvcUtl>(ground_.svcKit, FileUtil(ground_.kernel, ground_.version, ground_.codePage),
+                                     ground_.boxes, ground_.pump, ground_.codePage);
+  if (svcUtl_->mInitialize(languageMode_))
+    Guarded([this] { lblK7ServerStatus_Click(); });
+  else
+    missing_.serviceSetup = true;
+}
+
+void Form1::EndServiceControl() {
+  if (svcUtl_ == nullptr) return;
+  svcUtl_->mTerminate();
+  // At the end of the Windows session nobody is asked, and a command may still stand below on the stack.
+  if (!serviceBusy_) svcUtl_.reset();
+}
+
+void Form1::CommandService(const std::function<void(const K7ServiceTools&)>& command) {
+  if (svcUtl_ == nullptr || serviceBusy_ || ground_.flags.busy || k7ApiBusy_) return;
+  const ServiceCommand active(*this);
+  command({*svcUtl_, ground_.boxes, texts_, ground_.pump, [this](int32_t status) { ShowK7ServiceState(status); }});
+}
+
+void Form1::ShowK7ServiceState(int32_t status) {
+  if (status == SvcUtl::pSvcCondRunning)
+    controls_.lblK7ServerStatus.SetCaption(L"Running");
+  else if (status == SvcUtl::pSvcCondStopped)
+    controls_.lblK7ServerStatus.SetCaption(L"Stopped");
+  ground_.pump.LetEventsRun();
+}
+
+void Form1::lblK7ServerStatus_Click() { CommandService(RefreshK7ServiceState); }
+
+void Form1::cmdStartStopK7Server_Click(int16_t index) {
+  CommandService(index == 1 ? StartK7Service : StopK7Service);
+}
+
+void Form1::cmdK7ServerDebug_Click() {
+  CommandService([this](const K7ServiceTools& tools) {
+    LaunchK7ServerDebug({tools.service, ground_.processes, tools.boxes, tools.texts, tools.pump,
+                         [this] { controls_.cmdStopK7Server.SetFocus(); }});
+  });
+}
+
+void Form1::lblK7UdpPortNo_MouseDown(int16_t button, int16_t shift) {
+  if (button == ui::kLeftButton && shift == (ui::kCtrlHeld | ui::kAltHeld)) OpenServicesFileInEditor();
+}
+
+void Form1::OpenServicesFileInEditor() {
+  StartProgram(ground_.processes, ground_.boxes,
+               L"notepad.exe " + ground_.windowsFolder + L"\\system32\\drivers\\etc\\services");
+}
+
+void Form1::tabMode_PageFront(int page) {
+  if (page == kK7SvcPage) CheckK7ServicesEntry();
+}
+
+void Form1::CheckK7ServicesEntry() {
+  if (!controls_.tabMode.PageOn(kK7SvcPage)) return;
+  ServiceEntry entries[] = {{L"NORVAX_K7_SERVER", 0, L"udp", false, false}};
+  FmtErrMsg errors(ground_.kernel, ground_.codePage, ground_.boxes);
+  CheckServicesFile({ground_.files, ground_.codePage, errors, ground_.boxes},
+                    ground_.windowsFolder + L"\\System32\\Drivers\\Etc\\Services", entries);
+  if (entries[0].NameExist && entries[0].PortNoExist)
+    controls_.lblK7UdpPortNo.SetCaption(Decimal(entries[0].PortNo));
+}
+
+}  // namespace tarvik

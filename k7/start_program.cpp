@@ -1,0 +1,10 @@
+#include "k7/start_program.h"
+
+namespace tarvik {
+
+void StartProgram(Processes& processes, ui::MessageBoxes& boxes, const std::wstring& commandLine) {
+  if (processes.Shell(commandLine, StartWindow::NormalFocused) == 0)
+    boxes.Show(L"Error in Shell(" + commandLine + L")");
+}
+
+}  // namespace tarvik

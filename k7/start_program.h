@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "platform/processes.h"
+#include "ui/message_boxes.h"
+
+namespace tarvik {
+
+/// Starts the command line with a normal, focused window. A failure has its message box.
+void StartProgram(Processes& processes, ui::MessageBoxes& boxes, const std::wstring& commandLine);
+
+}  // namespace tarvik

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "about/file_util.h"
+#include "k7/svc_kit.h"
+#include "platform/boolean16.h"
+#include "platform/code_page.h"
+#include "ui/message_boxes.h"
+#include "ui/pump.h"
+
+namespace tarvik {
+
+struct ServiceWording;
+struct ServiceFailure;
+
+/// Services of Windows through the service-setup library: state, start, stop, setup and removal. Methods
+/// return true for success; a failure keeps its text and its class until the next one, and is shown in a
+/// message box while pDispErrMsgBox is set. Everything but mInitialize throws RuntimeError when the library
+/// cannot be used.
+class SvcUtl {
+ public:
+  // The two languages of its messages. Every other language id speaks English.
+  static constexpr int32_t pLangJapanese = 0;
+  static constexpr int32_t pLangEnglish = 1;
+
+  // States and start types of the Windows service control manager.
+  static constexpr int32_t pSvcCondStopped = 1;
+  static constexpr int32_t pSvcCondStartPending = 2;
+  static constexpr int32_t pSvcCondStopPending = 3;
+  static constexpr int32_t pSvcCondRunning = 4;
+  static constexpr int32_t pSvcStartTypeAutoStart = 2;
+  static constexpr int32_t pSvcStartTypeDemandStart = 3;
+
+  SvcUtl(SvcKit& library, const FileUtil& files, ui::MessageBoxes& boxes, ui::Pump& pump, CodePage& codePage)
+      : library_(library), files_(files), boxes_(boxes), pump_(pump), codePage_(codePage) {}
+  SvcUtl(const SvcUtl&) = delete;
+  SvcUtl& operator=(const SvcUtl&) = delete;
+  /// Tells an owner that forgot mTerminate.
+  ~SvcUtl();
+
+  /// True between a successful mInitialize and mTerminate.
+  Boolean16 pInitialized() const { return initialized_; }
+  /// False at first.
+  void pDispErrMsgBox(Boolean16 show) { dispErrMsgBox_ = show; }
+  const std::wstring& pErrMsg() const { return errMsg_; }
+  /// 1 = the library is missing, or a query, a start or a registration failed; 2 = a stop or a removal
+  /// failed, or the start behind a registration.
+  int16_t pErrCode() const { return errCode_; }
+  /// Milliseconds between registering or stopping and the next call; 1000 at first.
+  void pSleepRegistToStart(int32_t milliseconds) { sleepRegistToStart_ = milliseconds; }
+
+  /// Looks for the library on the search path.
+  Boolean16 mInitialize(int32_t langId);
+  Boolean16 mTerminate();
+
+  /// `status` stays as it is when the library does not tell the state.
+  Boolean16 mGetServiceStatus(const std::wstring& serviceName, int32_t& status);
+  Boolean16 mStartStopService(const std::wstring& serviceName, Boolean16 start);
+
+  /// Registers the program at `path` as a service and starts it.
+  Boolean16 mSetupService(const std::wstring& serviceName, const std::wstring& displayName,
+                          const std::wstring& path, int32_t startType);
+  /// Removes the service. One that is running is stopped before, if the user agrees; a refusal is no failure
+  /// of its own and leaves pErrMsg as it was.
+  Boolean16 mRemoveService(const std::wstring& serviceName);
+
+ private:
+  const wchar_t* In(const ServiceWording& wording) const;
+  Boolean16 Fail(const ServiceFailure& failure, const std::wstring& serviceName, int32_t result);
+  Boolean16 Fail(const ServiceWording& title, std::wstring text, int16_t code);
+  Boolean16 Query(const ServiceFailure& failure, const std::wstring& serviceName, int32_t& status);
+  bool AgreesToRemoval(const std::wstring& serviceName);
+  void PauseAfterChange();
+
+  SvcKit& library_;
+  FileUtil files_;
+  ui::MessageBoxes& boxes_;
+  ui::Pump& pump_;
+  CodePage& codePage_;
+
+  Boolean16 initialized_;
+  Boolean16 dispErrMsgBox_;
+  std::wstring errMsg_;
+  int16_t errCode_ = 0;
+  int32_t sleepRegistToStart_ = 1000;
+  int32_t langId_ = pLangJapanese;
+};
+
+}  // namespace tarvik
