@@ -22,8 +22,9 @@ class Form1::ServiceCommand {
 
 void Form1::StartServiceControl() {
   if (productFamily_) return;
-  svcUtl_ = std::make_unique<SvcUtl>(ground_.svcKit, FileUtil(ground_.kernel, ground_.version, ground_.codePage),
-                                     ground_.boxes, ground_.pump, ground_.codePage);
+  svcUtl_ =
+      std::make_unique<SvcUtl>(ground_.svcKit, FileUtil(ground_.kernel, ground_.version, ground_.codePage),
+                               ground_.boxes, ground_.pump, ground_.codePage);
   if (svcUtl_->mInitialize(languageMode_))
     Guarded([this] { lblK7ServerStatus_Click(); });
   else
@@ -40,7 +41,8 @@ void Form1::EndServiceControl() {
 void Form1::CommandService(const std::function<void(const K7ServiceTools&)>& command) {
   if (svcUtl_ == nullptr || serviceBusy_ || ground_.flags.busy || k7ApiBusy_) return;
   const ServiceCommand active(*this);
-  command({*svcUtl_, ground_.boxes, texts_, ground_.pump, [this](int32_t status) { ShowK7ServiceState(status); }});
+  command({*svcUtl_, ground_.boxes, texts_, ground_.pump,
+           [this](int32_t status) { ShowK7ServiceState(status); }});
 }
 
 void Form1::ShowK7ServiceState(int32_t status) {

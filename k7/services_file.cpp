@@ -92,7 +92,8 @@ class WriteAccess {
 
  private:
   bool Set(uint32_t attributes) {
-    return tools_.files.SetAttributes(path_, attributes) || Fail(tools_, L"Can't Set Attribute [" + path_ + L"]");
+    return tools_.files.SetAttributes(path_, attributes) ||
+           Fail(tools_, L"Can't Set Attribute [" + path_ + L"]");
   }
 
   const ServicesFileTools& tools_;

@@ -17,10 +17,10 @@ namespace tarvik {
 /// One service that is looked for in the services file.
 struct ServiceEntry {
   std::wstring Name;
-  int32_t PortNo = 0;         ///< in: the port, 0 = none; out: that of the line that bears the name
+  int32_t PortNo = 0;  ///< in: the port, 0 = none; out: that of the line that bears the name
   std::wstring Protocol;
-  Boolean16 NameExist;        ///< out: a line has this name and protocol
-  Boolean16 PortNoExist;      ///< out: a line has this port, with any protocol
+  Boolean16 NameExist;    ///< out: a line has this name and protocol
+  Boolean16 PortNoExist;  ///< out: a line has this port, with any protocol
 };
 
 /// What the work on the services file takes.

@@ -36,9 +36,8 @@ constexpr ServiceWording kNoStatus{L"Can't get status information of ", L" の�
 constexpr ServiceWording kCannotStop{L"Can't stop ", L" の停止に失敗しました"};
 
 constexpr ServiceFailure kStatusFailure{kConfirming, kNoStatus, 1};
-constexpr ServiceFailure kStartFailure{{L"Starting System Service", L"サービスの開始"},
-                                       {L"Can't Start ", L" の開始に失敗しました"},
-                                       1};
+constexpr ServiceFailure kStartFailure{
+    {L"Starting System Service", L"サービスの開始"}, {L"Can't Start ", L" の開始に失敗しました"}, 1};
 constexpr ServiceFailure kStopFailure{{L"Stopping System Service", L"サービスの終了"}, kCannotStop, 2};
 constexpr ServiceFailure kInstallFailure{kAdding, {L"Can't install ", L" の登録に失敗しました"}, 1};
 constexpr ServiceFailure kFirstStartFailure{kAdding, {L"Can't start ", L" の開始に失敗しました"}, 2};
@@ -66,8 +65,9 @@ Boolean16 SvcUtl::Fail(const ServiceWording& title, std::wstring text, int16_t c
 }
 
 Boolean16 SvcUtl::Fail(const ServiceFailure& failure, const std::wstring& serviceName, int32_t result) {
-  const std::wstring what = langId_ == pLangJapanese ? serviceName + failure.text.japanese + L" Err=0x"
-                                                     : failure.text.english + Quoted(serviceName) + L". Err=0x";
+  const std::wstring what = langId_ == pLangJapanese
+                                ? serviceName + failure.text.japanese + L" Err=0x"
+                                : failure.text.english + Quoted(serviceName) + L". Err=0x";
   return Fail(failure.title, what + Hexadecimal(static_cast<uint32_t>(result)), failure.code);
 }
 
@@ -121,12 +121,11 @@ Boolean16 SvcUtl::mSetupService(const std::wstring& serviceName, const std::wstr
 bool SvcUtl::AgreesToRemoval(const std::wstring& serviceName) {
   const std::wstring quoted = Quoted(serviceName);
   const std::wstring question =
-      langId_ == pLangJapanese
-          ? serviceName + L" が動作中です。\r" + serviceName +
-                L" を削除して インストールを続行してもいいですか？\r\r"
-                L"（ <いいえ>ボタンを選択すると インストールは中止されます ）"
-          : quoted + L" is now running.\rCan you remove " + quoted +
-                L" ?\r\r( If you select <No> button, the installation is aborted. )";
+      langId_ == pLangJapanese ? serviceName + L" が動作中です。\r" + serviceName +
+                                     L" を削除して インストールを続行してもいいですか？\r\r"
+                                     L"（ <いいえ>ボタンを選択すると インストールは中止されます ）"
+                               : quoted + L" is now running.\rCan you remove " + quoted +
+                                     L" ?\r\r( If you select <No> button, the installation is aborted. )";
   return boxes_.AskYesNo(question, false, In({L"Remove System Service", L"サービスの削除確認"}));
 }
 

@@ -44,7 +44,8 @@ class RecordedSvcKit final : public SvcKit {
 
   /// How many of the calls begin with the word.
   long Count(const std::string& word) const {
-    return std::count_if(calls.begin(), calls.end(), [&](const std::string& call) { return call.starts_with(word); });
+    return std::count_if(calls.begin(), calls.end(),
+                         [&](const std::string& call) { return call.starts_with(word); });
   }
 
   bool missing = false;  ///< every call says that the library cannot be loaded

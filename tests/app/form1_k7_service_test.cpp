@@ -1,0 +1,344 @@
+#include "tests/app/form1_fixture.h"
+
+namespace tarvik::test {
+namespace {
+
+constexpr bool kGeneral = false;
+
+class Form1K7ServiceTest : public Form1Test {
+ protected:
+  Form1K7ServiceTest() { kernel.messages[2] = "Not there."; }
+
+  ui::MemoryLabel& Label(int id) { return form.Get<ui::MemoryLabel>(id); }
+  std::wstring Status() { return Label(ID_lblK7ServerStatus).Caption(); }
+  std::wstring Port() { return Label(ID_lblK7UdpPortNo).Caption(); }
+  void ClickStatus() { Label(ID_lblK7ServerStatus).onClick(); }
+
+  void StartGeneral(const std::wstring& commandLine = L"") { Start(commandLine, kGeneral); }
+};
+
+// Start-up and shut-down
+
+TEST_F(Form1K7ServiceTest, The_general_edition_shows_the_state_of_the_service_from_the_start) {
+  StartGeneral();
+  EXPECT_EQ(Status(), L"Running");
+  EXPECT_EQ(svcKit.calls, std::vector<std::string>{"Query K7Server -1"});
+  EXPECT_TRUE(Tabs().PageOn(kK7SvcPage));
+}
+
+TEST_F(Form1K7ServiceTest, The_familys_edition_never_asks_the_library) {
+  Start();
+  ClickStatus();
+  Click(ID_cmdStartStopK7Server_1);
+  Click(ID_cmdStartStopK7Server_0);
+  Click(ID_cmdK7ServerDebug);
+  EXPECT_TRUE(svcKit.calls.empty());
+  EXPECT_TRUE(boxes.boxes.empty());
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1K7ServiceTest, Without_the_library_the_page_is_off_and_nothing_is_asked) {
+  kernel.paths.erase("SvcKit.dll");
+  kernel.paths.erase("SvcKit.DLL");
+  StartGeneral();
+  EXPECT_FALSE(Tabs().PageOn(kK7SvcPage));
+  EXPECT_TRUE(svcKit.calls.empty());
+  EXPECT_TRUE(boxes.boxes.empty());
+  EXPECT_TRUE(form.Close());
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Form1K7ServiceTest, A_failed_first_query_is_told_and_start_up_goes_on) {
+  svcKit.queryResult = 5;
+  StartGeneral(L"-PING_N 7 -X 0");
+  EXPECT_EQ(boxes.Texts(),
+            std::vector<std::wstring>{L"Can't get status information of \"K7Server\". Err=0x5"});
+  EXPECT_EQ(Status(), L"---");
+  EXPECT_EQ(List().horizontalExtent, 1500);
+}
+
+TEST_F(Form1K7ServiceTest, A_library_that_cannot_be_used_is_told_and_start_up_goes_on) {
+  svcKit.missing = true;
+  StartGeneral();
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].text, L"SvcKit.dll cannot be loaded.");
+  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_EQ(List().horizontalExtent, 1500);
+}
+
+TEST_F(Form1K7ServiceTest, Closing_terminates_the_service_utility) {
+  StartGeneral();
+  EXPECT_TRUE(form.Close());
+  form1.reset();
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Form1K7ServiceTest, A_window_that_was_never_closed_has_forgotten_it) {
+  StartGeneral();
+  form1.reset();
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"SvcUtl is not Terminated"});
+}
+
+TEST_F(Form1K7ServiceTest, The_end_of_the_session_in_the_middle_of_a_command_is_survived) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  svcKit.slowness = 5;
+  bool unloaded = false;
+  onEvents = [&] {
+    if (!unloaded) form.onUnload();
+    unloaded = true;
+  };
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_TRUE(unloaded);
+  form1.reset();
+  EXPECT_EQ(std::count(boxes.Texts().begin(), boxes.Texts().end(), L"SvcUtl is not Terminated"), 0);
+}
+
+TEST_F(Form1K7ServiceTest, The_language_mode_is_the_utilitys_language) {
+  svcKit.queryResult = 5;
+  StartGeneral(L"-LANGID 0 -X 0");
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"K7Server の動作状態の確認に失敗しました Err=0x5"});
+}
+
+// The label
+
+TEST_F(Form1K7ServiceTest, A_click_on_the_label_refreshes_it) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  const int before = pump.eventRounds;
+  ClickStatus();
+  EXPECT_EQ(Status(), L"Stopped");
+  EXPECT_EQ(pump.eventRounds, before + 1);
+  svcKit.status = SvcUtl::pSvcCondRunning;
+  ClickStatus();
+  EXPECT_EQ(Status(), L"Running");
+}
+
+TEST_F(Form1K7ServiceTest, A_pending_or_unknown_state_leaves_the_label_as_it_is) {
+  StartGeneral();
+  for (const int32_t state : {SvcUtl::pSvcCondStartPending, SvcUtl::pSvcCondStopPending, 0, 7}) {
+    svcKit.status = state;
+    ClickStatus();
+    EXPECT_EQ(Status(), L"Running");
+  }
+  svcKit.queryResult = 5;
+  ClickStatus();
+  EXPECT_EQ(Status(), L"Running");
+}
+
+TEST_F(Form1K7ServiceTest, A_failed_query_behind_the_label_has_its_box) {
+  StartGeneral();
+  svcKit.queryResult = 5;
+  ClickStatus();
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+}
+
+// Start, stop, debug
+
+TEST_F(Form1K7ServiceTest, Index_1_starts_and_the_label_follows) {
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  StartGeneral();
+  EXPECT_EQ(Status(), L"Stopped");
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_EQ(Status(), L"Running");
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(162)"}));
+}
+
+TEST_F(Form1K7ServiceTest, Index_0_stops_and_the_label_follows) {
+  StartGeneral();
+  boxes.answerYes = true;
+  Click(ID_cmdStartStopK7Server_0);
+  EXPECT_EQ(Status(), L"Stopped");
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(165)", L"(166)"}));
+}
+
+TEST_F(Form1K7ServiceTest, The_texts_follow_the_language_of_the_command_line) {
+  StartGeneral(L"-LANGID 1 -X 0");
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"Already running"});
+}
+
+TEST_F(Form1K7ServiceTest, Debug_starts_the_server_by_hand_while_its_service_is_stopped) {
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  StartGeneral();
+  Click(ID_cmdK7ServerDebug);
+  EXPECT_EQ(processes.commandLines, std::vector<std::wstring>{L"K7Server -debug"});
+}
+
+TEST_F(Form1K7ServiceTest, Debug_leads_to_the_stop_button_while_the_service_runs) {
+  StartGeneral();
+  Click(ID_cmdK7ServerDebug);
+  EXPECT_EQ(form.Focus(), &Button(ID_cmdStartStopK7Server_0));
+  EXPECT_TRUE(processes.commandLines.empty());
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(116)"});
+}
+
+TEST_F(Form1K7ServiceTest, Debug_shows_no_box_of_a_failed_query) {
+  StartGeneral();
+  svcKit.queryResult = 5;
+  Click(ID_cmdK7ServerDebug);
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(116)"});
+}
+
+TEST_F(Form1K7ServiceTest, While_a_command_is_active_no_other_begins_and_the_window_stays) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  svcKit.slowness = 4;
+  int pauses = 0;
+  const auto meddle = [&] {
+    EXPECT_FALSE(form.Close());
+    Click(ID_cmdStartStopK7Server_1);
+    Click(ID_cmdStartStopK7Server_0);
+    Click(ID_cmdK7ServerDebug);
+    ClickStatus();
+    ++pauses;
+  };
+  onEvents = meddle;
+  boxes.onShow = meddle;
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_GT(pauses, 3);
+  EXPECT_EQ(svcKit.Count("Start"), 1);
+  EXPECT_EQ(svcKit.Count("Stop"), 0);
+  EXPECT_EQ(svcKit.Count("Query"), 6);  // at the start-up, before the start, and four behind it
+  EXPECT_TRUE(processes.commandLines.empty());
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(162)"}));
+  onEvents = nullptr;
+  boxes.onShow = nullptr;
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1K7ServiceTest, A_command_is_free_again_behind_one_that_broke) {
+  StartGeneral();
+  svcKit.missing = true;
+  Click(ID_cmdStartStopK7Server_1);
+  svcKit.missing = false;
+  boxes.boxes.clear();
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(160)"});
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1K7ServiceTest, While_a_run_is_active_no_command_begins) {
+  StartGeneral();
+  svcKit.calls.clear();
+  Address().SetText(L"192.168.1.100");
+  Box(ID_txtPingReqCount).SetText(L"1");
+  int pauses = 0;
+  onEvents = [&] {
+    ++pauses;
+    Click(ID_cmdStartStopK7Server_1);
+    Click(ID_cmdK7ServerDebug);
+    ClickStatus();
+  };
+  Click(ID_cmdPing);
+  EXPECT_GT(pauses, 0);
+  EXPECT_TRUE(svcKit.calls.empty());
+  onEvents = nullptr;
+  ClickStatus();
+  EXPECT_EQ(svcKit.calls.size(), 1U);
+}
+
+TEST_F(Form1K7ServiceTest, A_stop_request_to_a_run_does_not_shorten_the_wait_for_the_service) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  svcKit.slowness = 0;
+  Address().SetText(L"192.168.1.100");
+  bool begun = false;
+  const uint64_t start = pump.now;
+  onEvents = [&] {
+    if (begun) {
+      form.onEscape();
+      return;
+    }
+    begun = true;
+    Click(ID_cmdPing);
+  };
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_TRUE(begun);
+  EXPECT_GE(pump.now - start, 40U * 250);
+}
+
+// The services file
+
+TEST_F(Form1K7ServiceTest, The_registered_port_is_shown_from_the_start) {
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  8193/udp\r\n";
+  StartGeneral();
+  EXPECT_EQ(Port(), L"8193");
+}
+
+TEST_F(Form1K7ServiceTest, Without_the_entry_the_label_keeps_its_caption) {
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  8193/tcp\r\nzero 0/udp\r\n";
+  StartGeneral();
+  EXPECT_EQ(Port(), L"---");
+}
+
+TEST_F(Form1K7ServiceTest, The_port_is_read_anew_each_time_the_page_comes_to_front) {
+  StartGeneral();
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  8193/udp\r\n";
+  Tabs().BringToFront(kNexalPage);
+  EXPECT_EQ(Port(), L"---");
+  Tabs().BringToFront(kK7SvcPage);
+  EXPECT_EQ(Port(), L"8193");
+  files.contents[kServicesFile] = "";
+  Tabs().BringToFront(kPingPage);
+  Tabs().BringToFront(kK7SvcPage);
+  EXPECT_EQ(Port(), L"8193");
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  9000/udp\r\n";
+  Tabs().BringToFront(kPingPage);
+  Tabs().BringToFront(kK7SvcPage);
+  EXPECT_EQ(Port(), L"9000");
+}
+
+TEST_F(Form1K7ServiceTest, A_services_file_that_is_not_there_is_told) {
+  files.contents.erase(kServicesFile);
+  StartGeneral();
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].text,
+            std::wstring(L"Can't Open [") + kServicesFile + L"] for Read\n\rERROR: 2 - Not there.");
+  EXPECT_TRUE(boxes.boxes[0].systemModal);
+  EXPECT_EQ(Port(), L"---");
+}
+
+TEST_F(Form1K7ServiceTest, Where_the_page_is_off_the_services_file_is_not_read) {
+  files.contents.erase(kServicesFile);
+  Start();
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Form1K7ServiceTest, Left_button_with_Ctrl_and_Alt_alone_opens_the_services_file) {
+  StartGeneral();
+  for (const ui::MouseDown& onMouseDown :
+       {Label(ID_lblK7UdpPortNo).onMouseDown, Box(ID_txtTcpPortNo).onMouseDown}) {
+    for (int16_t button = 0; button <= 4; ++button) {
+      for (int16_t shift = 0; shift <= 7; ++shift) {
+        processes.commandLines.clear();
+        onMouseDown(button, shift);
+        EXPECT_EQ(processes.commandLines.size(), button == 1 && shift == 6 ? 1U : 0U)
+            << button << "|" << shift;
+      }
+    }
+  }
+  Label(ID_lblK7UdpPortNo).onMouseDown(1, 6);
+  EXPECT_EQ(processes.commandLines.back(), L"notepad.exe C:\\Windows\\system32\\drivers\\etc\\services");
+  EXPECT_EQ(processes.windows.back(), StartWindow::NormalFocused);
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Form1K7ServiceTest, The_familys_edition_has_the_gesture_on_the_TCP_port) {
+  Start();
+  Box(ID_txtTcpPortNo).onMouseDown(1, 6);
+  EXPECT_EQ(processes.commandLines.size(), 1U);
+}
+
+TEST_F(Form1K7ServiceTest, An_editor_that_cannot_be_started_is_told) {
+  Start();
+  processes.processId = 0;
+  Box(ID_txtTcpPortNo).onMouseDown(1, 6);
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].text,
+            L"Error in Shell(notepad.exe C:\\Windows\\system32\\drivers\\etc\\services)");
+  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::None);
+}
+
+}  // namespace
+}  // namespace tarvik::test
