@@ -5,6 +5,7 @@
 #include "app/form1.h"
 #include "k7/k7_api_test.h"
 #include "platform/runtime_error.h"
+#include "ui/hourglass.h"
 
 namespace tarvik {
 namespace {
