@@ -33,11 +33,12 @@ const char* OrNoValue(const std::string& text) { return text.empty() ? nullptr :
 template <typename Call>
 std::string ReadText(Wininet& wininet, Call call) {
   for (uint32_t size = kFirstLength;;) {
-    // One byte more than the library knows of: it may leave out the NUL, and then look for it itself.
-    std::string buffer(size + size_t{1}, '\0');
+    // The string's own NUL lies behind the bytes that the library knows of: it may leave out one and look for
+    // it.
+    std::string buffer(size, '\0');
     uint32_t length = size;
     if (call(buffer.data(), &length) != 0)
-      return std::string(TrimNull(std::string_view(buffer).substr(0, std::min(length, size))));
+      return std::string(TrimNull(std::string_view(buffer).substr(0, length)));
     if (wininet.GetLastError() != kInsufficientBuffer || size == kGreatestLength) return {};
     size = std::min(std::max(length, 2 * size), kGreatestLength);
   }
