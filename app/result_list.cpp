@@ -1,23 +1,12 @@
 #include "app/result_list.h"
 
 #include "platform/text.h"
+#include "ui/redraw_pause.h"
 
 namespace tarvik {
 namespace {
 
 constexpr int kMostLines = 1000;
-
-/// Nothing of the list is painted for as long as it lives.
-class Unpainted {
- public:
-  explicit Unpainted(ui::ListBox& box) : box_(box) { box_.SetRedraw(false); }
-  ~Unpainted() { box_.SetRedraw(true); }
-  Unpainted(const Unpainted&) = delete;
-  Unpainted& operator=(const Unpainted&) = delete;
-
- private:
-  ui::ListBox& box_;
-};
 
 }  // namespace
 
@@ -33,7 +22,7 @@ void ResultList::AddLinesToList(const std::wstring& text) {
 }
 
 void ResultList::AddBatch(const std::vector<std::wstring>& lines) {
-  const Unpainted unpainted(box_);
+  const ui::RedrawPause pause(box_);
   for (const std::wstring& line : lines) AddToList(line);
 }
 
@@ -47,7 +36,7 @@ std::wstring ResultList::AllLines() const {
 
 void ResultList::ShowPasted(const std::wstring& text) {
   box_.Clear();
-  const Unpainted unpainted(box_);
+  const ui::RedrawPause pause(box_);
   for (const std::wstring& piece : Split(text, L"\r")) box_.AddItem(piece.starts_with(L'\n') ? piece.substr(1) : piece);
 }
 

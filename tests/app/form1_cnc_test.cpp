@@ -117,6 +117,15 @@ TEST_F(Form1CncTest, A_stop_after_the_last_echo_starts_no_further_rung) {
   ExpectIdle();
 }
 
+TEST_F(Form1CncTest, A_stop_during_a_rung_that_passes_starts_no_further_rung) {
+  Address().SetText(L"192.168.1.100");
+  form1->SetOptionMask(kLibraryTest | kK7ApiTest);
+  cncLibrary.onCall = [&] { flags.stopRequested = true; };
+  EXPECT_FALSE(form1->RunAllTests());
+  EXPECT_EQ(cncLibrary.Count("nx_sysinfo"), 1);
+  ExpectIdle();
+}
+
 TEST_F(Form1CncTest, A_library_that_lacks_a_call_ends_the_ladder_and_restores_everything) {
   Address().SetText(L"192.168.1.100");
   cncLibrary.missing = {"nx_getoptions1"};

@@ -90,6 +90,7 @@ class RecordedCncLibrary final : public CncLibrary {
   CncPmcDetailError detail{3, 12};
   std::set<std::string> missing;  ///< calls that the library does not have
   std::function<void()> onRead;
+  std::function<void()> onCall;
 
   std::vector<std::string> calls;  ///< "name(argument, argument)"
   std::vector<int16_t> header;     ///< the four fields of the latest request
@@ -103,6 +104,7 @@ class RecordedCncLibrary final : public CncLibrary {
     std::string call = name + "(";
     for (const std::string& argument : arguments) call += (call.back() == '(' ? "" : ", ") + argument;
     calls.push_back(call + ")");
+    if (onCall) onCall();
     if (missing.contains(name))
       throw RuntimeError(L"NxLib32.dll has no call " + std::wstring(name.begin(), name.end()) + L".");
   }
