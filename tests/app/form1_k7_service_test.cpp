@@ -7,7 +7,11 @@ constexpr bool kGeneral = false;
 
 class Form1K7ServiceTest : public Form1Test {
  protected:
-  Form1K7ServiceTest() { kernel.messages[2] = "Not there."; }
+  Form1K7ServiceTest() {
+    kernel.messages[2] = "Not there.";
+    // The general edition asks no configuration library for its folder.
+    files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
+  }
 
   ui::MemoryLabel& Label(int id) { return form.Get<ui::MemoryLabel>(id); }
   std::wstring Status() { return Label(ID_lblK7ServerStatus).Caption(); }
@@ -91,7 +95,7 @@ TEST_F(Form1K7ServiceTest, The_end_of_the_session_in_the_middle_of_a_command_is_
   Click(ID_cmdStartStopK7Server_1);
   EXPECT_TRUE(unloaded);
   form1.reset();
-  EXPECT_EQ(std::count(boxes.Texts().begin(), boxes.Texts().end(), L"SvcUtl is not Terminated"), 0);
+  for (const std::wstring& text : boxes.Texts()) EXPECT_NE(text, L"SvcUtl is not Terminated");
 }
 
 TEST_F(Form1K7ServiceTest, The_language_mode_is_the_utilitys_language) {
