@@ -1,117 +1,113 @@
-// Shows the shipped program at work: three ladders on the laboratory's network, or one against an address of
-// the user's own.
+// Shows the shipped program at work on the laboratory's network, or against an address of the user's own, or
+// leaves it open for the user to play with.
 //
-//   run_ladders PROGRAM DRIVER BENCH OUTPUT [ADDRESS]
+//   run_ladders PROGRAM DRIVER BENCH OUTPUT [ADDRESS | desk]
 
-#include <functional>
 #include <iostream>
 #include <string>
-#include <vector>
 
 #include "app/control_ids.h"
+#include "lab/controller.h"
+#include "lab/ftp_server.h"
 #include "lab/laboratory.h"
 #include "lab/main_window.h"
 #include "lab/program.h"
-#include "lab/windows_pc.h"
+#include "lab/shown_program.h"
 
 namespace tarvik::lab {
 namespace {
 
-constexpr milliseconds kLadderTimeOut = std::chrono::seconds(90);
+constexpr std::chrono::hours kLongestPlay(12);
 
-struct Paths {
-  std::string program;
-  std::string driver;
-  std::string bench;
-  std::string output;
-};
+/// The codes as the practice bench's code-conversion library decodes them.
+constexpr char kAllRungs[] = "-PING_N 2 -X 10 -FTP_USER cnc -FTP_PASSWD terces ";
+constexpr char kAllRungsWrongPassword[] = "-PING_N 2 -X 10 -FTP_USER cnc -FTP_PASSWD drowssap ";
 
-using Lines = std::vector<std::string>;
-
-bool Holds(const Lines& lines, const std::string& part) {
-  for (const std::string& line : lines)
-    if (line.find(part) != std::string::npos) return true;
-  return false;
+bool ShowAddress(const ShownProgram& shown, const std::string& address) {
+  WindowsPc pc(shown.PcOptions());
+  return Show(pc, shown,
+              {"The ladder to " + address, "-PING_N 4 " + address, "address", Expecting({"Reply From " + address})});
 }
 
-/// One start of the program: its lines, its screenshot, its verdict.
-bool Show(WindowsPc& pc, const Paths& paths, const std::string& title, const std::string& commandLine,
-          const std::string& picture, const std::function<std::string(const Lines&)>& fault) {
-  std::cout << "\n== " << title << std::endl;
-  ProgramUnderTest program(pc, paths.program, commandLine);
-  Listener listener;
-  listener.onLine = [](const std::string& line) { std::cout << "    " << line << std::endl; };
-  listener.onBox = [](const BoxUnderTest& box) { std::cout << "    [" << box.text << "]" << std::endl; };
-  const WindowUnderTest window = WaitForMainWindow(program, listener);
-  Lines lines;
-  if (commandLine.empty()) {
-    lines = window.Lines(ID_lstResult);
-    for (const std::string& line : lines) listener.onLine(line);
-  } else {
-    lines = FollowRun(program, window, kLadderTimeOut, listener);
+void FillDirectory(const FtpServer& server) {
+  server.AddDirectory("PROGRAMS");
+  server.AddFile("O1000.NC", 12'345);
+  server.AddFile("o0002.nc", 678);
+}
+
+bool ShowNetwork(WindowsPc& pc, const ShownProgram& shown, const Laboratory& laboratory) {
+  bool passed = Show(pc, shown, {"Start-up", "", "start-up", Expecting({"szDescription:", "iMaxUdpDg:", "-----"})});
+  passed &= Show(pc, shown,
+                 {"A controller on the PC's own subnet", std::string("-PING_N 2 ") + kNearAddress, "same-subnet",
+                  Expecting({"PING test...", "0002 Reply From 192.168.1.100: bytes=32 time="})});
+  passed &= Show(pc, shown,
+                 {"A controller behind the gateway", std::string("-PING_N 2 ") + kFarAddress, "through-gateway",
+                  Expecting({"Target is not exist on the same network", "GateWay (192.168.1.1) PING test ....",
+                             "0002 Reply From 192.168.2.100: bytes=32 time="})});
+  laboratory.PullCable(Host::Gateway);
+  passed &= Show(pc, shown,
+                 {"The gateway's cable pulled", std::string("-PING_N 2 ") + kFarAddress, "gateway-cable-pulled",
+                  Expecting({"ICMP_Error:11010", "Cannot ping to the Gateway",
+                             "Please check Gateway's address, cable and power"})});
+  laboratory.Reset();
+  return passed;
+}
+
+bool ShowWholeLadder(WindowsPc& pc, const ShownProgram& shown, const Laboratory& laboratory) {
+  const FtpServer files(laboratory, Host::Near, FtpServer::Product::Vsftpd, shown.CacheFolder());
+  FillDirectory(files);
+  const std::string target = kNearAddress;
+  bool passed = true;
+  {
+    const Controller controller(laboratory, Host::Near, BenchScenario("all_well"));
+    passed &= Show(pc, shown,
+                   {"The whole ladder: everything is well", kAllRungs + target, "whole-ladder",
+                    Expecting({"0002 Reply From", "CNC Type\t31iB", "230 ", "/PROGRAMS", "O1000.NC"})});
+    passed &= Show(pc, shown,
+                   {"The whole ladder: FTP password refused", kAllRungsWrongPassword + target, "ftp-refused",
+                    Expecting({"CNC Type\t31iB", "FTP Connect test...", "530 "})});
   }
-  const std::string file = paths.output + "/" + picture + ".png";
-  pc.Screen().Screenshot(file, window.Rect(0));
-  window.Close();
-  program.WaitForEnd();
-  const std::string what = fault(lines);
-  std::cout << (what.empty() ? "PASS  " : "FAIL  ") << title << (what.empty() ? "" : ": " + what) << "  ("
-            << file << ")" << std::endl;
-  return what.empty();
+  {
+    const Controller controller(laboratory, Host::Near, BenchScenario("access_code"));
+    passed &= Show(pc, shown,
+                   {"The whole ladder: wrong access code", kAllRungs + target + ";1111", "wrong-access-code",
+                    Expecting({"Allocate Handle error=7", "The CNC did not accept the access code."})});
+  }
+  const Controller controller(laboratory, Host::Near, BenchScenario("option_missing"));
+  passed &= Show(pc, shown,
+                 {"The whole ladder: option missing", kAllRungs + target, "option-missing",
+                  Expecting({"No option (Extended drivers and libraries function)"})});
+  return passed;
 }
 
-std::string Expect(const Lines& lines, const std::vector<std::string>& wanted) {
-  for (const std::string& part : wanted)
-    if (!Holds(lines, part)) return "no line says \"" + part + "\"";
-  return {};
-}
-
-WindowsPc::Options OptionsFor(const Paths& paths) {
-  WindowsPc::Options options;
-  options.driver = paths.driver;
-  options.cacheFolder = paths.output + "/../cache";
-  options.programPath = paths.bench;
-  options.onUsersScreen = true;
-  return options;
-}
-
-bool ShowAddress(const Paths& paths, const std::string& address) {
-  WindowsPc pc(OptionsFor(paths));
-  return Show(pc, paths, "The ladder to " + address, "-PING_N 4 " + address, "address",
-              [](const Lines& lines) {
-                return Holds(lines, "Cannot") || !Holds(lines, "Reply From")
-                           ? std::string("the target was not reached")
-                           : std::string();
-              });
-}
-
-bool ShowLaboratory(const Paths& paths) {
-  if (const auto reason = Laboratory::WhyNot()) throw LabError("no laboratory on this machine: " + *reason);
-  const Laboratory laboratory(paths.output + "/../cache");
-  WindowsPc::Options options = OptionsFor(paths);
+bool ShowLaboratory(const ShownProgram& shown) {
+  const Laboratory laboratory(shown.CacheFolder());
+  WindowsPc::Options options = shown.PcOptions();
   options.networkNamespace = laboratory.Namespace(Host::Pc);
   WindowsPc pc(options);
+  const bool network = ShowNetwork(pc, shown, laboratory);
+  return ShowWholeLadder(pc, shown, laboratory) && network;
+}
 
-  bool passed = Show(pc, paths, "Start-up", "", "start-up", [](const Lines& lines) {
-    return Expect(lines, {"szDescription:", "iMaxUdpDg:", "-----"});
-  });
-  passed &= Show(pc, paths, "A controller on the PC's own subnet", std::string("-PING_N 4 ") + kNearAddress,
-                 "same-subnet", [](const Lines& lines) {
-                   return Expect(lines, {"PING test...", "0004 Reply From 192.168.1.100: bytes=32 time="});
-                 });
-  passed &= Show(pc, paths, "A controller behind the gateway", std::string("-PING_N 4 ") + kFarAddress,
-                 "through-gateway", [](const Lines& lines) {
-                   return Expect(lines, {"Target is not exist on the same network",
-                                         "GateWay (192.168.1.1) PING test ....",
-                                         "0004 Reply From 192.168.2.100: bytes=32 time="});
-                 });
-  laboratory.PullCable(Host::Gateway);
-  passed &= Show(pc, paths, "The gateway's cable pulled", std::string("-PING_N 4 ") + kFarAddress,
-                 "gateway-cable-pulled", [](const Lines& lines) {
-                   return Expect(lines, {"ICMP_Error:11010", "Cannot ping to the Gateway",
-                                         "Please check Gateway's address, cable and power"});
-                 });
-  return passed;
+bool LeaveOpen(const ShownProgram& shown) {
+  const Laboratory laboratory(shown.CacheFolder());
+  const FtpServer files(laboratory, Host::Near, FtpServer::Product::Vsftpd, shown.CacheFolder());
+  FillDirectory(files);
+  const Controller nearOne(laboratory, Host::Near, BenchScenario("all_well"));
+  const Controller farOne(laboratory, Host::Far, BenchScenario("access_code"));
+  WindowsPc::Options options = shown.PcOptions();
+  options.networkNamespace = laboratory.Namespace(Host::Pc);
+  WindowsPc pc(options);
+  ProgramUnderTest program(pc, shown.program);
+  const WindowUnderTest window = WaitForMainWindow(program, {{}, [](const BoxUnderTest&) {}});
+  window.SetText(ID_cmbIPAddr, kNearAddress);
+  std::cout << "\nTarvik is open on screen " << pc.Screen().Display() << ". Play until you close its window.\n\n"
+            << "  " << kNearAddress << "   a controller on the PC's own subnet; FTP user " << kFtpUser << ", password "
+            << kFtpPassword << "\n"
+            << "  " << kFarAddress << "   one behind the gateway, which asks for the access code 12345678\n"
+            << std::endl;
+  program.WaitForEnd(kLongestPlay);
+  return true;
 }
 
 }  // namespace
@@ -120,15 +116,21 @@ bool ShowLaboratory(const Paths& paths) {
 int main(int count, char** arguments) {
   using namespace tarvik::lab;
   if (count < 5) {
-    std::cerr << "run_ladders PROGRAM DRIVER BENCH OUTPUT [ADDRESS]\n";
+    std::cerr << "run_ladders PROGRAM DRIVER BENCH OUTPUT [ADDRESS | desk]\n";
     return 2;
   }
-  const Paths paths{arguments[1], arguments[2], arguments[3], arguments[4]};
+  const ShownProgram shown{arguments[1], arguments[2], arguments[3], arguments[4]};
+  const std::string wish = count > 5 ? arguments[5] : "";
   try {
-    RunOrThrow({"mkdir", "-p", paths.output});
-    const bool passed = count > 5 ? ShowAddress(paths, arguments[5]) : ShowLaboratory(paths);
-    std::cout << (passed ? "\nEverything is as it should be." : "\nNot everything is as it should be.")
-              << std::endl;
+    RunOrThrow({"mkdir", "-p", shown.output});
+    const bool ofItsOwn = wish.empty() || wish == "desk";
+    if (const auto reason = Laboratory::WhyNot(); ofItsOwn && reason)
+      throw LabError("no laboratory on this machine: " + *reason);
+    const bool passed = wish.empty()     ? ShowLaboratory(shown)
+                        : wish == "desk" ? LeaveOpen(shown)
+                                         : ShowAddress(shown, wish);
+    if (wish != "desk")
+      std::cout << (passed ? "\nEverything is as it should be." : "\nNot everything is as it should be.") << std::endl;
     return passed ? 0 : 1;
   } catch (const LabError& error) {
     std::cout << "\nFAIL  " << error.what() << std::endl;

@@ -11,7 +11,7 @@
 #include "tests/recorded/recorded_boxes.h"
 #include "tests/recorded/recorded_cnc_library.h"
 #include "tests/recorded/recorded_files.h"
-#include "tests/recorded/recorded_settings.h"
+#include "tests/recorded/recorded_profile_strings.h"
 #include "ui/memory/memory_form.h"
 
 namespace tarvik::test {
@@ -57,7 +57,7 @@ class LibraryTest : public testing::Test {
   FakePump pump;
   FakeCodePage codePage;
   RecordedFiles files;
-  RecordedProfile profile;
+  RecordedProfileStrings profile;
   Resource resource{files, profile, codePage, boxes};
   LanguageMode mode = kEnglish;
   Texts texts{mode, resource};

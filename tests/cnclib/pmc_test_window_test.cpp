@@ -13,7 +13,7 @@
 #include "tests/recorded/recorded_boxes.h"
 #include "tests/recorded/recorded_cnc_library.h"
 #include "tests/recorded/recorded_files.h"
-#include "tests/recorded/recorded_settings.h"
+#include "tests/recorded/recorded_profile_strings.h"
 #include "ui/memory/memory_form.h"
 
 namespace tarvik::test {
@@ -82,7 +82,7 @@ class PmcTest : public testing::Test {
   FakeCodePage codePage;
   FakeWallClock clock;
   RecordedFiles files;
-  RecordedProfile profile;
+  RecordedProfileStrings profile;
   Resource resource{files, profile, codePage, boxes};
   LanguageMode mode = kEnglish;
   Texts texts{mode, resource};

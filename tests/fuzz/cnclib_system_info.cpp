@@ -12,7 +12,7 @@
 #include "tests/recorded/recorded_boxes.h"
 #include "tests/recorded/recorded_cnc_library.h"
 #include "tests/recorded/recorded_files.h"
-#include "tests/recorded/recorded_settings.h"
+#include "tests/recorded/recorded_profile_strings.h"
 #include "ui/memory/memory_form.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   test::FakePump pump;
   test::FakeCodePage codePage;
   test::RecordedFiles files;
-  test::RecordedProfile profile;
+  test::RecordedProfileStrings profile;
   Resource resource(files, profile, codePage, boxes);
   const LanguageMode mode = input.flags % 3 - 1;
   const Texts texts(mode, resource);
