@@ -1,5 +1,6 @@
 #include "lab/window_driver/remote_win32.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -121,12 +122,19 @@ uint64_t RemoteProcess::FindFunction(const wchar_t* library, const char* functio
     Read(base + table.AddressOfNames, names.data(), names.size() * sizeof(uint32_t));
     Read(base + table.AddressOfNameOrdinals, ordinals.data(), ordinals.size() * sizeof(uint16_t));
     const size_t length = std::strlen(function) + 1;
-    for (size_t k = 0; k < names.size(); ++k) {
+    // The names are sorted, and each look at one is a question to the system.
+    const auto readName = [&](uint32_t place) {
       std::string candidate(length, '\0');
-      Read(base + names[k], candidate.data(), length);
-      if (std::memcmp(candidate.data(), function, length) != 0) continue;
-      return base + ReadValue<uint32_t>(*this, base + table.AddressOfFunctions + 4ull * ordinals[k]);
-    }
+      Read(base + place, candidate.data(), length);
+      return candidate;
+    };
+    const std::string wanted(function, length);
+    const auto found =
+        std::lower_bound(names.begin(), names.end(), wanted,
+                         [&](uint32_t place, const std::string& text) { return readName(place) < text; });
+    if (found == names.end() || readName(*found) != wanted) continue;
+    const uint64_t ordinal = ordinals[static_cast<size_t>(found - names.begin())];
+    return base + ReadValue<uint32_t>(*this, base + table.AddressOfFunctions + 4 * ordinal);
   }
   throw CommandError(std::string("the process has no function ") + function);
 }
