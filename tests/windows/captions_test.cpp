@@ -66,22 +66,17 @@ TEST_F(JapaneseCaptions, A_locale_id_asks_for_English) {
   EXPECT_EQ(window.Text(ID_cmdGetInfo), "&Get CNC Info.");
 }
 
-/// The general edition on a PC without the family's configuration library.
 template <typename Suite>
 class GeneralEditionTest : public WindowsTest<Suite> {
- public:
-  static WindowsPc::Options Without(WindowsPc::Options options) {
-    options.programPath.clear();
-    return options;
-  }
-
  protected:
   void SetUp() override {
-    if (!std::filesystem::exists(GeneralProgramPath()))
+    if (!std::filesystem::exists(GeneralProgramPath())) {
       GTEST_SKIP() << "there is no " << GeneralProgramPath();
+    }
     WindowsTest<Suite>::SetUp();
   }
 
+  /// It must show no message box.
   WindowUnderTest StartGeneral() {
     this->StartOnly({}, GeneralProgramPath());
     return WaitForMainWindow(this->Program());
@@ -90,7 +85,15 @@ class GeneralEditionTest : public WindowsTest<Suite> {
 
 class GeneralEdition : public GeneralEditionTest<GeneralEdition> {
  public:
-  static WindowsPc::Options Options() { return Without(PcForTests()); }
+  /// A configuration library that would make itself felt if it were asked.
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = PcForTests();
+    options.environment["TARVIK_BENCH_LANGUAGE"] = "1041";
+    options.environment["TARVIK_BENCH_FOLDER_RESULT"] = "-1";
+    // The edition is a 32-bit one, whichever machine's program the other tests look at.
+    options.programPath = std::filesystem::path(PcForTests().programPath).parent_path() / "x86";
+    return options;
+  }
 };
 
 TEST_F(GeneralEdition, Shows_five_pages_and_asks_no_configuration_library) {
@@ -100,9 +103,28 @@ TEST_F(GeneralEdition, Shows_five_pages_and_asks_no_configuration_library) {
   EXPECT_EQ(window.Text(0), "Tarvik - Ethernet diagnosis for Obry");
 }
 
+class GeneralEditionAlone : public GeneralEditionTest<GeneralEditionAlone> {
+ public:
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = PcForTests();
+    options.programPath.clear();
+    return options;
+  }
+};
+
+TEST_F(GeneralEditionAlone, Shows_the_pages_that_need_no_closed_library) {
+  const WindowUnderTest window = StartGeneral();
+  EXPECT_EQ(window.StateOfTabs(ID_tabMode).captions, (Captions{"Ping(&1)", "Ftp(&5)"}));
+  EXPECT_EQ(window.Text(0), "Tarvik - Ethernet diagnosis for Obry");
+}
+
 class JapaneseGeneralEdition : public GeneralEditionTest<JapaneseGeneralEdition> {
  public:
-  static WindowsPc::Options Options() { return Without(JapanesePc()); }
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = JapanesePc();
+    options.programPath.clear();
+    return options;
+  }
 };
 
 TEST_F(JapaneseGeneralEdition, Takes_its_language_from_Windows) {
