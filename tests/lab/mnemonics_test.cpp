@@ -75,8 +75,8 @@ TEST_F(Mnemonics, Of_the_Ftp_page_work_in_both_languages) {
     const WindowUnderTest window = StartOnPage(language, 2);
     ExpectFocus(window, "Alt+U", ID_txtFtpUsername);
     ExpectFocus(window, "Alt+W", ID_txtFtpPasswd);
-    ExpectFocus(window, "Alt+C", ID_cmdFtpConnect);
     ExpectRun(window, "Alt+A");
+    ExpectFocus(window, "Alt+C", ID_cmdFtpConnect);
   }
 }
 
