@@ -6,24 +6,33 @@
 namespace tarvik {
 namespace {
 
-constexpr int kMostLines = 1000;
+constexpr size_t kMostLines = 1000;
 
 }  // namespace
 
 void ResultList::AddToList(const std::wstring& text) {
   // Emptied whole, not rolled: a long series of tests starts over with an empty list.
-  if (box_.Count() > kMostLines) ClearList();
+  if (static_cast<size_t>(box_.Count()) > kMostLines) ClearList();
   box_.AddItem(text);
   box_.Select(box_.Count() - 1);
 }
 
-void ResultList::AddLinesToList(const std::wstring& text) {
-  AddBatch(Split(text, L"\r\n"));
-}
+void ResultList::AddLinesToList(const std::wstring& text) { AddBatch(Split(text, L"\r\n")); }
 
 void ResultList::AddBatch(const std::vector<std::wstring>& lines) {
+  if (lines.empty()) return;
   const ui::RedrawPause pause(box_);
-  for (const std::wstring& line : lines) AddToList(line);
+  // Lines that would be cleared again before anybody sees them are not added at all.
+  size_t first = 0;
+  for (size_t held = static_cast<size_t>(box_.Count()), i = 0; i < lines.size(); ++i, ++held) {
+    if (held <= kMostLines) continue;
+    held = 0;
+    first = i;
+    ClearList();
+  }
+  for (size_t i = first; i < lines.size(); ++i) box_.AddItem(lines[i]);
+  // The last one only: each selection scrolls, which takes milliseconds though nothing is painted.
+  box_.Select(box_.Count() - 1);
 }
 
 void ResultList::ClearList() { box_.Clear(); }

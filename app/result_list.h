@@ -19,7 +19,7 @@ class ResultList {
   /// Appends each piece between line breaks ("\r\n") as a line; an empty text is one empty line.
   void AddLinesToList(const std::wstring& text);
 
-  /// Appends each of the lines as AddToList does, and paints once.
+  /// Appends the lines as if AddToList did it one by one, but scrolls and paints once.
   void AddBatch(const std::vector<std::wstring>& lines);
 
   void ClearList();

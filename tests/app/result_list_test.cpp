@@ -40,6 +40,25 @@ TEST_F(ResultListTest, With_1001_lines_the_next_is_the_only_one) {
   EXPECT_EQ(box.SelectedIndex(), 0);
 }
 
+TEST_F(ResultListTest, A_batch_leaves_what_its_lines_would_leave_one_by_one) {
+  for (const int held : {0, 1, 999, 1000, 1001, 1002}) {
+    for (const int added : {0, 1, 2, 1000, 1001, 1002, 2003, 5000}) {
+      Lines lines;
+      for (int i = 0; i < added; ++i) lines.push_back(std::to_wstring(i));
+      box.Clear();
+      Fill(held);
+      for (const std::wstring& line : lines) list.AddToList(line);
+      const Lines oneByOne = box.lines;
+      const int selected = box.SelectedIndex();
+      box.Clear();
+      Fill(held);
+      list.AddBatch(lines);
+      EXPECT_EQ(box.lines, oneByOne) << held << " + " << added;
+      EXPECT_EQ(box.SelectedIndex(), selected);
+    }
+  }
+}
+
 TEST_F(ResultListTest, A_text_that_ends_in_a_line_break_adds_an_empty_last_line) {
   list.AddLinesToList(L"a\r\n");
   EXPECT_EQ(box.lines, (Lines{L"a", L""}));
