@@ -1,7 +1,7 @@
 #include "net/interface_list.h"
 
 #include <algorithm>
-#include <array>
+#include <optional>
 
 #include "net/addresses.h"
 
@@ -13,6 +13,8 @@ constexpr size_t kEntrySize = 76;
 constexpr size_t kAddressOffset = 4 + 4;
 constexpr size_t kNetmaskOffset = 4 + 2 * 24 + 4;
 constexpr size_t kMostEntries = 10;
+/// Room for the whole list of any PC.
+constexpr size_t kRoomForAll = 1024;
 
 constexpr const wchar_t* kLoopback = L"127.0.0.1";
 
@@ -45,6 +47,17 @@ class OpenSocket {
   Winsock::Socket socket_;
 };
 
+/// The library's list into a buffer for so many entries; nothing when it fails.
+std::optional<std::vector<std::byte>> AskForList(Winsock& winsock, Winsock::Socket socket, size_t entries) {
+  std::vector<std::byte> buffer(entries * kEntrySize);
+  uint32_t returned = 0;
+  if (winsock.WSAIoctl(socket, Winsock::kGetInterfaceList, nullptr, 0, buffer.data(),
+                       static_cast<uint32_t>(buffer.size()), &returned, nullptr, nullptr) != 0)
+    return std::nullopt;
+  buffer.resize(std::min<size_t>(returned, buffer.size()));
+  return buffer;
+}
+
 }  // namespace
 
 std::vector<LocalAddressRecord> ParseInterfaceList(std::span<const std::byte> entries) {
@@ -60,13 +73,12 @@ bool GetInterfaceList(Winsock& winsock, std::vector<LocalAddressRecord>& list) {
   list.assign(1, {});
   OpenSocket socket(winsock);
   if (!socket.IsOpen()) return false;
-  std::array<std::byte, kMostEntries * kEntrySize> buffer{};
-  uint32_t returned = 0;
-  if (winsock.WSAIoctl(socket.Get(), Winsock::kGetInterfaceList, nullptr, 0, buffer.data(), buffer.size(),
-                       &returned, nullptr, nullptr) != 0)
-    return false;
-  if (!socket.Close()) return false;
-  list = ParseInterfaceList(std::span(buffer).first(std::min<size_t>(returned, buffer.size())));
+  std::optional<std::vector<std::byte>> bytes = AskForList(winsock, socket.Get(), kMostEntries);
+  // Some versions of the library give the first entries where there are more, others refuse.
+  if (!bytes && winsock.WSAGetLastError() == Winsock::kBufferTooSmall)
+    bytes = AskForList(winsock, socket.Get(), kRoomForAll);
+  if (!bytes || !socket.Close()) return false;
+  list = ParseInterfaceList(std::span(*bytes).first(std::min(bytes->size(), kMostEntries * kEntrySize)));
   return true;
 }
 

@@ -14,6 +14,7 @@ static_assert(sizeof(HostEntry) == sizeof(hostent));
 static_assert(offsetof(HostEntry, h_length) == offsetof(hostent, h_length));
 static_assert(offsetof(HostEntry, h_addr_list) == offsetof(hostent, h_addr_list));
 static_assert(Winsock::kInvalidSocket == INVALID_SOCKET && Winsock::kSocketError == SOCKET_ERROR);
+static_assert(Winsock::kBufferTooSmall == WSAEFAULT);
 static_assert(Winsock::kAddressFamilyInternet == AF_INET && Winsock::kTypeDatagram == SOCK_DGRAM &&
               Winsock::kProtocolUdp == IPPROTO_UDP);
 

@@ -130,6 +130,14 @@ TEST_F(Reachability, A_second_card_on_the_targets_subnet_is_enough) {
             (Lines{"PING test...", "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"}));
 }
 
+TEST_F(Reachability, A_PC_with_more_than_ten_addresses_is_judged_by_the_first_ten) {
+  Lines addresses = {"192.168.1.10/24"};
+  for (int i = 1; i <= 12; ++i) addresses.push_back("10.0." + std::to_string(i) + ".1/24");
+  Net().SetAddresses(Host::Pc, addresses);
+  EXPECT_EQ(RunLadder(kNearAddress),
+            (Lines{"PING test...", "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"}));
+}
+
 TEST_F(Reachability, With_several_addresses_the_details_are_left_out) {
   Net().SetAddresses(Host::Pc, {"192.168.1.10/24"});
   Net().AddCardToPc("10.0.0.10/24");

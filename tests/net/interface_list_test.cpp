@@ -62,6 +62,14 @@ TEST_F(InterfaceListTest, Of_more_than_ten_interfaces_the_first_ten_are_reported
   EXPECT_EQ(list[9].IpAddress, L"10.0.0.10");
 }
 
+TEST_F(InterfaceListTest, A_library_that_refuses_the_small_buffer_gives_the_first_ten_all_the_same) {
+  for (int i = 1; i <= 12; ++i) winsock.AddInterface("10.0.0." + std::to_string(i), "255.0.0.0");
+  winsock.refusesSmallBuffer = true;
+  ASSERT_TRUE(GetInterfaceList(winsock, list));
+  ASSERT_EQ(list.size(), 10u);
+  EXPECT_EQ(list[9].IpAddress, L"10.0.0.10");
+}
+
 TEST_F(InterfaceListTest, A_byte_count_beyond_the_buffer_is_not_believed) {
   for (int i = 1; i <= 12; ++i) winsock.AddInterface("10.0.0." + std::to_string(i), "255.0.0.0");
   winsock.ioctlReturned = 0xFFFFFFFF;

@@ -141,6 +141,10 @@ class RecordedWinsock final : public Winsock {
     const bool asExpected = openSockets.contains(socket) && in == nullptr && inSize == 0 &&
                             overlapped == nullptr && completionRoutine == nullptr;
     if (!asExpected || !ioctlSucceeds) return kSocketError;
+    if (refusesSmallBuffer && outSize < interfaceBytes.size()) {
+      lastError = kBufferTooSmall;
+      return kSocketError;
+    }
     const size_t filled = std::min<size_t>(interfaceBytes.size(), outSize);
     if (filled > 0) std::memcpy(out, interfaceBytes.data(), filled);
     *bytesReturned = ioctlReturned.value_or(static_cast<uint32_t>(filled));
@@ -163,6 +167,7 @@ class RecordedWinsock final : public Winsock {
   bool noText = false;              ///< inet_ntoa gives null
   bool socketOpens = true;
   bool ioctlSucceeds = true;
+  bool refusesSmallBuffer = false;  ///< instead of giving what fits
   std::vector<std::byte> interfaceBytes;
   std::optional<uint32_t> ioctlReturned;  ///< the byte count that WSAIoctl tells, if not the true one
   int closeResult = 0;
