@@ -1,7 +1,5 @@
 # The Windows program, the practice bench and the laboratory's window driver.
 
-option(TARVIK_FAMILY_EDITION "Value of the product-family switch that main hands to the main window" ON)
-
 cmake_path(GET CMAKE_BINARY_DIR FILENAME edition)
 set(output ${PROJECT_SOURCE_DIR}/out/${edition})
 
@@ -13,36 +11,45 @@ target_link_options(tarvik_settings INTERFACE -static -s -Wl,--gc-sections -Wl,-
 enable_language(RC)
 file(GLOB windows_sources CONFIGURE_DEPENDS about/*_win32.cpp app/*_win32.cpp cnclib/*_win32.cpp ftp/*_win32.cpp
      k7/*_win32.cpp net/*_win32.cpp platform/*_win32.cpp ui/win32/*_win32.cpp)
-add_executable(Tarvik WIN32 ${windows_sources} resources/tarvik.rc)
-set_target_properties(Tarvik PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${output})
-target_include_directories(Tarvik PRIVATE resources)
-target_link_libraries(Tarvik PRIVATE tarvik_core ws2_32)
-target_link_options(Tarvik PRIVATE -municode)
-set_source_files_properties(app/main_win32.cpp PROPERTIES COMPILE_DEFINITIONS
-                            TARVIK_FAMILY_EDITION=$<BOOL:${TARVIK_FAMILY_EDITION}>)
+list(REMOVE_ITEM windows_sources ${PROJECT_SOURCE_DIR}/app/main_win32.cpp)
+add_library(tarvik_windows STATIC ${windows_sources})
+target_link_libraries(tarvik_windows PUBLIC tarvik_core ws2_32)
 # windres does not tell what a resource script includes.
 set_source_files_properties(resources/tarvik.rc PROPERTIES OBJECT_DEPENDS
   "${PROJECT_SOURCE_DIR}/resources/tarvik.manifest;${PROJECT_SOURCE_DIR}/resources/version.h;${PROJECT_SOURCE_DIR}/resources/icon/tarvik.ico")
 
 # A language file stands in the code page of its own language.
-function(add_language_file id code_page)
+function(add_language_file folder id code_page)
   set(source ${PROJECT_SOURCE_DIR}/resources/language/Tarvik.exe_${id}.ini)
-  set(target ${output}/Language/Tarvik.exe_${id}.ini)
+  set(target ${folder}/Language/Tarvik.exe_${id}.ini)
   add_custom_command(OUTPUT ${target} DEPENDS ${source}
-    COMMAND ${CMAKE_COMMAND} -E make_directory ${output}/Language
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}/Language
     COMMAND sh -c "sed 's/$/\\r/' '${source}' | iconv -f UTF-8 -t ${code_page} > '${target}'" VERBATIM)
   set(language_files ${language_files} ${target} PARENT_SCOPE)
 endfunction()
-add_language_file(1033 CP1252)
-add_language_file(1041 CP932)
-add_custom_target(language_files ALL DEPENDS ${language_files})
 
-if(TARVIK_FAMILY_EDITION)
-  add_subdirectory(bench)
-  add_subdirectory(lab/bench_caller)
-  add_subdirectory(lab/window_driver)
-  add_subdirectory(lab/bare_window)
-  set_target_properties(window_driver bare_window PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${output})
-  add_subdirectory(lab/old_ipconfig)
-  add_subdirectory(lab/start_recorder)
+# One edition of the program in its folder. `family`: value of the product-family switch that main hands to the
+# main window, the one difference between the editions.
+function(add_edition target family folder)
+  add_language_file(${folder} 1033 CP1252)
+  add_language_file(${folder} 1041 CP932)
+  add_executable(${target} WIN32 app/main_win32.cpp resources/tarvik.rc ${language_files})
+  set_target_properties(${target} PROPERTIES OUTPUT_NAME Tarvik RUNTIME_OUTPUT_DIRECTORY ${folder})
+  target_compile_definitions(${target} PRIVATE TARVIK_FAMILY_EDITION=${family})
+  target_include_directories(${target} PRIVATE resources)
+  target_link_libraries(${target} PRIVATE tarvik_windows)
+  target_link_options(${target} PRIVATE -municode)
+endfunction()
+
+add_edition(Tarvik 1 ${output})
+if(TARVIK_MACHINE STREQUAL i686)
+  add_edition(TarvikGeneral 0 ${output}-general)
 endif()
+
+add_subdirectory(bench)
+add_subdirectory(lab/bench_caller)
+add_subdirectory(lab/window_driver)
+add_subdirectory(lab/bare_window)
+set_target_properties(window_driver bare_window PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${output})
+add_subdirectory(lab/old_ipconfig)
+add_subdirectory(lab/start_recorder)
