@@ -1,0 +1,95 @@
+// A CNC library that does not keep to what was agreed.
+
+#include "tests/lab/cnc_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+template <typename Suite>
+class LyingLibraryTest : public CncTest<Suite> {
+ public:
+  static WindowsPc::Options Options() {
+    return CncTest<Suite>::OptionsWith({{"TARVIK_BENCH_NXLIB_LIE", Suite::kLie}});
+  }
+};
+
+class UnendedTexts : public LyingLibraryTest<UnendedTexts> {
+ public:
+  static constexpr char kLie[] = "unended";
+};
+
+TEST_F(UnendedTexts, End_with_their_fields) {
+  const Controller controller = Serve(BenchScenario("all_well"));
+  EXPECT_EQ(TestLibrary(), (Lines{"CNC Type\tWWiB", "M/T     \tWW", "Serise  \tWWWW", "Version \tWWWW",
+                                  "Max Axes\t32", "Axes    \tWW"}));
+}
+
+class HandleZero : public LyingLibraryTest<HandleZero> {
+ public:
+  static constexpr char kLie[] = "handle0";
+};
+
+TEST_F(HandleZero, Is_used_as_it_came_and_not_given_back) {
+  const Controller controller = Serve(BenchScenario("all_well"));
+  EXPECT_EQ(TestLibrary("-LANGID 1"), (Lines{"Option check error=-8", ""}));
+  EXPECT_EQ(Calls(), (Lines{R"(nx_allochandle3("192.168.1.100", 8193, 5) = 0 handle=0 open=0)",
+                            "nx_getoptions1(0, 0) = -8 open=0"}));
+}
+
+class HandleOnFailure : public LyingLibraryTest<HandleOnFailure> {
+ public:
+  static constexpr char kLie[] = "handle_on_failure";
+};
+
+TEST_F(HandleOnFailure, Is_given_back) {
+  const Controller controller = Serve(BenchScenario("all_well"));
+  EXPECT_EQ(TestLibrary(), Lines{"Allocate Handle error=-1"});
+  EXPECT_EQ(Calls(), (Lines{R"(nx_allochandle3("192.168.1.100", 8193, 5) = -1 handle=1 open=1)",
+                            "nx_freehandle(1) = 0 open=0"}));
+}
+
+class HalfFilledRecord : public LyingLibraryTest<HalfFilledRecord> {
+ public:
+  static constexpr char kLie[] = "half";
+};
+
+TEST_F(HalfFilledRecord, Is_empty_in_its_other_half) {
+  const Controller controller = Serve(BenchScenario("all_well"));
+  const Lines half = {"CNC Type\t31iB", "M/T     \t M", "Serise  \tG", "Version \t", "Max Axes\t32",
+                      "Axes    \t"};
+  const WindowUnderTest window = StartOnPage();
+  EXPECT_EQ(TestLibrary(window), half);
+  EXPECT_EQ(TestLibrary(window), half);
+}
+
+class WholeTimeOut : public LyingLibraryTest<WholeTimeOut> {
+ public:
+  static constexpr char kLie[] = "whole_time_out";
+};
+
+TEST_F(WholeTimeOut, Is_all_that_the_window_is_held_for) {
+  const Controller controller = Serve(BenchScenario("all_well"));
+  const WindowUnderTest window = StartOnPage();
+  EXPECT_EQ(TestLibrary(window), Lines{"Allocate Handle error=-103"});
+  EXPECT_EQ(Calls(), Lines{R"(nx_allochandle3("192.168.1.100", 8193, 5) = -103 handle=0 open=0)"});
+  window.Close();
+  EXPECT_EQ(Program().WaitForEnd(), 0U);
+}
+
+TEST_F(WholeTimeOut, Keeps_the_hourglass_up_and_what_was_typed_meanwhile) {
+  const WindowUnderTest window = StartOnPage();
+  window.SetText(ID_txtPingReqCount, "1");
+  const Lines known = window.Lines(ID_lstResult);
+  window.Click(ID_cmdGetInfo);
+  window.Close();
+  EXPECT_TRUE(WaitUntil(kLongestTest, [&] {
+    try {
+      return !RunIsActive(window) && window.Lines(ID_lstResult) != known;
+    } catch (const LabError&) {
+      return !Program().Runs();
+    }
+  }));
+}
+
+}  // namespace
+}  // namespace tarvik::lab

@@ -1,0 +1,213 @@
+// The ladder over all its rungs: echoes, the library test, the directory of the FTP server.
+
+#include "lab/ftp_server.h"
+#include "tests/lab/cnc_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+constexpr char kAllRungs[] = "-PING_N 1 -X 10 -FTP_USER cnc -FTP_PASSWD terces -NXLIB_TMOUT 5 192.168.1.100";
+
+const Lines kPing = {"PING test...", "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"};
+const Lines kLibraryTest = {
+    "",               "Get System Information test....",
+    "CNC Type\t31iB", "M/T     \t M",
+    "Serise  \tG301", "Version \t10.0",
+    "Max Axes\t32",   "Axes    \t03"};
+const Lines kListing = {"",
+                        "FTP Connect test...",
+                        "230 Login successful.",
+                        "257 \"/mnt\" is the current directory",
+                        "",
+                        "Name" + std::string(37, ' ') + "Size",
+                        std::string(45, '-'),
+                        "/b" + std::string(43, ' '),
+                        "A.txt" + std::string(35, ' ') + "12345",
+                        "226 Directory send OK."};
+
+Lines Joined(const std::vector<Lines>& sections) {
+  Lines lines;
+  for (const Lines& section : sections) lines.insert(lines.end(), section.begin(), section.end());
+  return lines;
+}
+
+bool Has(const Lines& lines, const std::string& line) {
+  return std::find(lines.begin(), lines.end(), line) != lines.end();
+}
+
+template <typename Suite>
+class LadderTest : public CncTest<Suite> {
+ protected:
+  void SetUp() override {
+    CncTest<Suite>::SetUp();
+    if (const auto whyNot = FtpServer::WhyNot(FtpServer::Product::Vsftpd); !whyNot.empty())
+      GTEST_SKIP() << whyNot;
+  }
+
+  static FtpServer ServeFiles() {
+    FtpServer server(LabTest<Suite>::Net(), Host::Near, FtpServer::Product::Vsftpd, PcForTests().cacheFolder);
+    server.AddDirectory("b");
+    server.AddFile("A.txt", 12345);
+    return server;
+  }
+};
+
+class WholeLadder : public LadderTest<WholeLadder> {};
+
+TEST_F(WholeLadder, Goes_up_every_rung_in_order) {
+  const FtpServer files = ServeFiles();
+  const Controller controller = Serve(BenchScenario("all_well"));
+  EXPECT_EQ(RunAtStart(kAllRungs), Joined({kPing, kLibraryTest, kListing}));
+  EXPECT_TRUE(boxes_.empty());
+}
+
+TEST_F(WholeLadder, A_target_that_does_not_answer_is_not_tested_further) {
+  const FtpServer files = ServeFiles();
+  const Controller controller = Serve(BenchScenario("all_well"));
+  Net().SetFilter(Host::Near,
+                  "table ip silent {\nchain in {\n"
+                  "type filter hook input priority 0;\n"
+                  "icmp type echo-request drop\n"
+                  "}\n}");
+  EXPECT_EQ(RunAtStart(kAllRungs),
+            (Lines{"PING test...", "ICMP_Error:11010", "Cannot ping to the Target",
+                   "Please check Target's address, cable and power"}));
+  EXPECT_TRUE(Calls().empty());
+}
+
+TEST_F(WholeLadder, A_library_test_that_fails_is_the_last_rung) {
+  const FtpServer files = ServeFiles();
+  for (const auto& [scenario, lines] :
+       {std::pair("options 0\n", Lines{"No option (Extended drivers and libraries function)", ""}),
+        std::pair("result options -1\n", Lines{"Option check error", ""}),
+        std::pair("result sysinfo -1\n", Lines{"Get System Information error", ""}),
+        std::pair("connections 0\n", Lines{"Allocate Handle error=-102"})}) {
+    const Controller controller = Serve(scenario);
+    EXPECT_EQ(RunAtStart(kAllRungs), Joined({kPing, {"", kTestLine}, lines})) << scenario;
+  }
+}
+
+TEST_F(WholeLadder, A_refused_access_code_is_the_last_rung) {
+  const FtpServer files = ServeFiles();
+  const Controller controller = Serve(BenchScenario("access_code"));
+  EXPECT_EQ(RunAtStart(kAllRungs), Joined({kPing, {"", kTestLine, "Allocate Handle error=7"}}));
+  EXPECT_EQ(boxes_.size(), 1U);
+}
+
+TEST_F(WholeLadder, An_FTP_server_that_is_off_is_told_on_the_last_rung) {
+  const Controller controller = Serve(BenchScenario("all_well"));
+  EXPECT_EQ(RunAtStart(kAllRungs),
+            Joined({kPing, kLibraryTest, {"", "FTP Connect test...", "Cannot connect ..."}}));
+}
+
+TEST_F(WholeLadder, Without_option_2_the_library_test_is_left_out) {
+  const FtpServer files = ServeFiles();
+  EXPECT_EQ(RunAtStart("-PING_N 1 -X 8 -FTP_USER cnc -FTP_PASSWD terces 192.168.1.100"),
+            Joined({kPing, kListing}));
+  EXPECT_TRUE(Calls().empty());
+}
+
+TEST_F(WholeLadder, Option_4_is_no_rung_where_the_K7_page_is_not) {
+  const Controller controller = Serve(BenchScenario("all_well"));
+  const Lines lines = RunAtStart("-PING_N 1 -X 2 192.168.1.100");
+  EXPECT_EQ(lines, Joined({kPing, kLibraryTest}));
+  EXPECT_FALSE(HasCall("K7_"));
+}
+
+TEST_F(WholeLadder, All_Test_adds_the_library_test_to_the_echoes) {
+  const FtpServer files = ServeFiles();
+  const Controller controller = Serve(BenchScenario("all_well"));
+  const WindowUnderTest window = StartOnPage();
+  window.SelectTab(ID_tabMode, 0);
+  for (int i = 0; i < 2; ++i)
+    EXPECT_EQ(ClickAndFollow(window, ID_cmdAllTest), Joined({kPing, kLibraryTest})) << i;
+  EXPECT_FALSE(HasCall("K7_"));
+}
+
+TEST_F(WholeLadder, All_Test_keeps_the_rungs_of_the_command_line) {
+  const FtpServer files = ServeFiles();
+  const Controller controller = Serve(BenchScenario("all_well"));
+  const WindowUnderTest window = StartOnPage("-X 8 -FTP_USER cnc -FTP_PASSWD terces");
+  window.SelectTab(ID_tabMode, 0);
+  window.SetText(ID_txtFtpUsername, kFtpUser);
+  window.SetText(ID_txtFtpPasswd, kFtpPassword);
+  EXPECT_EQ(ClickAndFollow(window, ID_cmdAllTest), Joined({kPing, kLibraryTest, kListing}));
+}
+
+TEST_F(WholeLadder, A_stop_among_the_echoes_leaves_the_other_rungs_out) {
+  const FtpServer files = ServeFiles();
+  const Controller controller = Serve(BenchScenario("all_well"));
+  const WindowUnderTest window = Start("-PING_N 60 -X 10 192.168.1.100");
+  ASSERT_TRUE(WaitUntil(kSoon, [&] { return RunIsActive(window) && window.LineCount(ID_lstResult) >= 2; }));
+  window.Click(ID_cmdPing);
+  const Lines lines = FollowRunAtStart(window);
+  EXPECT_LT(lines.size(), 60U);
+  EXPECT_FALSE(Has(lines, kTestLine));
+  EXPECT_FALSE(Has(lines, "FTP Connect test..."));
+  EXPECT_TRUE(Calls().empty());
+}
+
+TEST_F(WholeLadder, A_stop_while_the_library_holds_the_window_leaves_the_listing_out) {
+  const FtpServer files = ServeFiles();
+  const Controller controller = Serve(BenchScenario("all_well") + "delay sysinfo 4000\n");
+  const WindowUnderTest window = Start(kAllRungs);
+  ASSERT_TRUE(WaitUntil(kSoon, [&] { return HasCall("nx_getoptions1"); }));
+  window.Click(ID_cmdPing);
+  const Lines lines = FollowRunAtStart(window);
+  EXPECT_TRUE(Has(lines, "Axes    \t03"));
+  EXPECT_FALSE(Has(lines, "230 Login successful."));
+}
+
+TEST_F(WholeLadder, It_refuses_to_be_closed_while_it_goes_on) {
+  const FtpServer files = ServeFiles();
+  const Controller controller = Serve(BenchScenario("all_well") + "delay sysinfo 4000\n");
+  const WindowUnderTest window = Start(kAllRungs);
+  ASSERT_TRUE(WaitUntil(kSoon, [&] { return HasCall("nx_getoptions1"); }));
+  window.Close();
+  EXPECT_EQ(FollowRunAtStart(window), Joined({kPing, kLibraryTest, kListing}));
+  window.Settle();
+  EXPECT_TRUE(Program().HasWindow("Form1"));
+  window.Close();
+  EXPECT_EQ(Program().WaitForEnd(), 0U);
+}
+
+TEST_F(WholeLadder, Its_address_is_remembered_and_it_can_be_run_again) {
+  const FtpServer files = ServeFiles();
+  const Controller controller = Serve(BenchScenario("all_well"));
+  const WindowUnderTest window = StartOnPage("-X 10 -FTP_USER cnc -FTP_PASSWD terces");
+  window.SelectTab(ID_tabMode, 0);
+  ClickAndFollow(window, ID_cmdAllTest);
+  ClickAndFollow(window, ID_cmdAllTest);
+  const Lines addresses = window.ComboItems(ID_cmbIPAddr);
+  EXPECT_EQ(std::count(addresses.begin(), addresses.end(), kNearAddress), 1);
+}
+
+/// A PC without the CNC library; the others are there.
+class LadderWithoutLibrary : public LadderTest<LadderWithoutLibrary> {
+ public:
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = LadderTest::Options();
+    libraries_ = std::make_unique<WorkFolder>(options.cacheFolder);
+    for (const char* name : {"ObryConfIO.dll", "txcodec.dll", "SvcKit.dll", "k7api.dll"})
+      std::filesystem::copy_file(options.programPath + "/" + name, libraries_->Path() + "/" + name);
+    options.programPath = libraries_->Path();
+    return options;
+  }
+  static void TearDownTestSuite() {
+    LadderTest::TearDownTestSuite();
+    libraries_.reset();
+  }
+
+ private:
+  static inline std::unique_ptr<WorkFolder> libraries_;
+};
+
+TEST_F(LadderWithoutLibrary, Its_rung_counts_as_passed) {
+  const FtpServer files = ServeFiles();
+  EXPECT_EQ(RunAtStart(kAllRungs), Joined({kPing, kListing}));
+}
+
+}  // namespace
+}  // namespace tarvik::lab
