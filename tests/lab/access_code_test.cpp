@@ -72,10 +72,11 @@ TEST_F(AccessCode, The_right_one_opens_the_controller) {
   const Controller controller = Serve(BenchScenario("access_code"));
   EXPECT_EQ(TestLibrary(StartWithCode("12345678")).size(), 6U);
   EXPECT_TRUE(boxes_.empty());
-  EXPECT_EQ(Calls(), (Lines{R"(nx_allochandle3("192.168.1.100", 8193, 5) = 7 handle=0 open=0)",
-                            R"(nx_allochandle_code("192.168.1.100", 8193, "12345678", 5) = 0 handle=1 open=1)",
-                            "nx_getoptions1(1, 0) = 0 open=1", "nx_sysinfo(1) = 0 open=1",
-                            "nx_freehandle(1) = 0 open=0"}));
+  EXPECT_EQ(
+      Calls(),
+      (Lines{R"(nx_allochandle3("192.168.1.100", 8193, 5) = 7 handle=0 open=0)",
+             R"(nx_allochandle_code("192.168.1.100", 8193, "12345678", 5) = 0 handle=1 open=1)",
+             "nx_getoptions1(1, 0) = 0 open=1", "nx_sysinfo(1) = 0 open=1", "nx_freehandle(1) = 0 open=0"}));
 }
 
 TEST_F(AccessCode, A_wrong_one_is_refused) {

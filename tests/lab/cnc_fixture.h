@@ -10,7 +10,8 @@
 
 namespace tarvik::lab {
 
-/// The shipped program with the bench's CNC library, and the bench's controller at the other end of the cable.
+/// The shipped program with the bench's CNC library, and the bench's controller at the other end of the
+/// cable.
 template <typename Suite>
 class CncTest : public LabTest<Suite> {
  public:
@@ -38,7 +39,7 @@ class CncTest : public LabTest<Suite> {
 
   void SetUp() override {
     LabTest<Suite>::SetUp();
-    if (!this->IsSkipped()) std::filesystem::remove(NotesPath());
+    if (!this->IsSkipped()) ForgetCalls();
   }
 
   static Controller Serve(const std::string& scenario, Host host = Host::Near) {
@@ -52,6 +53,7 @@ class CncTest : public LabTest<Suite> {
     for (std::string line; std::getline(file, line);) lines.push_back(line);
     return lines;
   }
+  static void ForgetCalls() { std::filesystem::remove(NotesPath()); }
   static bool HasCall(const std::string& beginning) {
     const Lines calls = Calls();
     return std::any_of(calls.begin(), calls.end(),
@@ -84,14 +86,16 @@ class CncTest : public LabTest<Suite> {
   }
   Lines TestLibrary(const std::string& commandLine = {}) { return TestLibrary(StartOnPage(commandLine)); }
 
-  /// The lines of the run that the program begins by its command line, with every measured time as "time=Nms".
+  /// The lines of the run that the program begins by its command line, with every measured time as
+  /// "time=Nms".
   Lines RunAtStart(const std::string& commandLine, const std::string& program = ProgramPath()) {
     this->StartOnly(commandLine, program);
     return FollowRunAtStart(WaitForMainWindow(this->Program(), Listening()));
   }
   Lines FollowRunAtStart(const WindowUnderTest& window) {
-    return FollowToEnd(
-        window, [](const Lines& lines) { return lines.empty() || !lines.front().starts_with("szDescription:"); });
+    return FollowToEnd(window, [](const Lines& lines) {
+      return lines.empty() || !lines.front().starts_with("szDescription:");
+    });
   }
 
   Listener Listening() {

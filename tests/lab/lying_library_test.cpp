@@ -55,8 +55,8 @@ class HalfFilledRecord : public LyingLibraryTest<HalfFilledRecord> {
 
 TEST_F(HalfFilledRecord, Is_empty_in_its_other_half) {
   const Controller controller = Serve(BenchScenario("all_well"));
-  const Lines half = {"CNC Type\t31iB", "M/T     \t M", "Serise  \tG", "Version \t", "Max Axes\t32",
-                      "Axes    \t"};
+  const Lines half = {"CNC Type\t31iB", "M/T     \t M", "Serise  \tG",
+                      "Version \t",     "Max Axes\t32", "Axes    \t"};
   const WindowUnderTest window = StartOnPage();
   EXPECT_EQ(TestLibrary(window), half);
   EXPECT_EQ(TestLibrary(window), half);

@@ -11,11 +11,14 @@ using Lines = std::vector<std::string>;
 constexpr char kAllRungs[] = "-PING_N 1 -X 10 -FTP_USER cnc -FTP_PASSWD terces -NXLIB_TMOUT 5 192.168.1.100";
 
 const Lines kPing = {"PING test...", "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"};
-const Lines kLibraryTest = {
-    "",               "Get System Information test....",
-    "CNC Type\t31iB", "M/T     \t M",
-    "Serise  \tG301", "Version \t10.0",
-    "Max Axes\t32",   "Axes    \t03"};
+const Lines kLibraryTest = {"",
+                            "Get System Information test....",
+                            "CNC Type\t31iB",
+                            "M/T     \t M",
+                            "Serise  \tG301",
+                            "Version \t10.0",
+                            "Max Axes\t32",
+                            "Axes    \t03"};
 const Lines kListing = {"",
                         "FTP Connect test...",
                         "230 Login successful.",
@@ -46,10 +49,11 @@ class LadderTest : public CncTest<Suite> {
       GTEST_SKIP() << whyNot;
   }
 
-  static FtpServer ServeFiles() {
-    FtpServer server(LabTest<Suite>::Net(), Host::Near, FtpServer::Product::Vsftpd, PcForTests().cacheFolder);
-    server.AddDirectory("b");
-    server.AddFile("A.txt", 12345);
+  static std::unique_ptr<FtpServer> ServeFiles() {
+    auto server = std::make_unique<FtpServer>(LabTest<Suite>::Net(), Host::Near, FtpServer::Product::Vsftpd,
+                                              PcForTests().cacheFolder);
+    server->AddDirectory("b");
+    server->AddFile("A.txt", 12345);
     return server;
   }
 };
@@ -57,28 +61,27 @@ class LadderTest : public CncTest<Suite> {
 class WholeLadder : public LadderTest<WholeLadder> {};
 
 TEST_F(WholeLadder, Goes_up_every_rung_in_order) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well"));
   EXPECT_EQ(RunAtStart(kAllRungs), Joined({kPing, kLibraryTest, kListing}));
   EXPECT_TRUE(boxes_.empty());
 }
 
 TEST_F(WholeLadder, A_target_that_does_not_answer_is_not_tested_further) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well"));
   Net().SetFilter(Host::Near,
                   "table ip silent {\nchain in {\n"
                   "type filter hook input priority 0;\n"
                   "icmp type echo-request drop\n"
                   "}\n}");
-  EXPECT_EQ(RunAtStart(kAllRungs),
-            (Lines{"PING test...", "ICMP_Error:11010", "Cannot ping to the Target",
-                   "Please check Target's address, cable and power"}));
+  EXPECT_EQ(RunAtStart(kAllRungs), (Lines{"PING test...", "ICMP_Error:11010", "Cannot ping to the Target",
+                                          "Please check Target's address, cable and power"}));
   EXPECT_TRUE(Calls().empty());
 }
 
 TEST_F(WholeLadder, A_library_test_that_fails_is_the_last_rung) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   for (const auto& [scenario, lines] :
        {std::pair("options 0\n", Lines{"No option (Extended drivers and libraries function)", ""}),
         std::pair("result options -1\n", Lines{"Option check error", ""}),
@@ -90,7 +93,7 @@ TEST_F(WholeLadder, A_library_test_that_fails_is_the_last_rung) {
 }
 
 TEST_F(WholeLadder, A_refused_access_code_is_the_last_rung) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("access_code"));
   EXPECT_EQ(RunAtStart(kAllRungs), Joined({kPing, {"", kTestLine, "Allocate Handle error=7"}}));
   EXPECT_EQ(boxes_.size(), 1U);
@@ -103,7 +106,7 @@ TEST_F(WholeLadder, An_FTP_server_that_is_off_is_told_on_the_last_rung) {
 }
 
 TEST_F(WholeLadder, Without_option_2_the_library_test_is_left_out) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   EXPECT_EQ(RunAtStart("-PING_N 1 -X 8 -FTP_USER cnc -FTP_PASSWD terces 192.168.1.100"),
             Joined({kPing, kListing}));
   EXPECT_TRUE(Calls().empty());
@@ -117,7 +120,7 @@ TEST_F(WholeLadder, Option_4_is_no_rung_where_the_K7_page_is_not) {
 }
 
 TEST_F(WholeLadder, All_Test_adds_the_library_test_to_the_echoes) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well"));
   const WindowUnderTest window = StartOnPage();
   window.SelectTab(ID_tabMode, 0);
@@ -127,7 +130,7 @@ TEST_F(WholeLadder, All_Test_adds_the_library_test_to_the_echoes) {
 }
 
 TEST_F(WholeLadder, All_Test_keeps_the_rungs_of_the_command_line) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well"));
   const WindowUnderTest window = StartOnPage("-X 8 -FTP_USER cnc -FTP_PASSWD terces");
   window.SelectTab(ID_tabMode, 0);
@@ -137,7 +140,7 @@ TEST_F(WholeLadder, All_Test_keeps_the_rungs_of_the_command_line) {
 }
 
 TEST_F(WholeLadder, A_stop_among_the_echoes_leaves_the_other_rungs_out) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well"));
   const WindowUnderTest window = Start("-PING_N 60 -X 10 192.168.1.100");
   ASSERT_TRUE(WaitUntil(kSoon, [&] { return RunIsActive(window) && window.LineCount(ID_lstResult) >= 2; }));
@@ -150,7 +153,7 @@ TEST_F(WholeLadder, A_stop_among_the_echoes_leaves_the_other_rungs_out) {
 }
 
 TEST_F(WholeLadder, A_stop_while_the_library_holds_the_window_leaves_the_listing_out) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well") + "delay sysinfo 4000\n");
   const WindowUnderTest window = Start(kAllRungs);
   ASSERT_TRUE(WaitUntil(kSoon, [&] { return HasCall("nx_getoptions1"); }));
@@ -161,7 +164,7 @@ TEST_F(WholeLadder, A_stop_while_the_library_holds_the_window_leaves_the_listing
 }
 
 TEST_F(WholeLadder, It_refuses_to_be_closed_while_it_goes_on) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well") + "delay sysinfo 4000\n");
   const WindowUnderTest window = Start(kAllRungs);
   ASSERT_TRUE(WaitUntil(kSoon, [&] { return HasCall("nx_getoptions1"); }));
@@ -174,7 +177,7 @@ TEST_F(WholeLadder, It_refuses_to_be_closed_while_it_goes_on) {
 }
 
 TEST_F(WholeLadder, Its_address_is_remembered_and_it_can_be_run_again) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well"));
   const WindowUnderTest window = StartOnPage("-X 10 -FTP_USER cnc -FTP_PASSWD terces");
   window.SelectTab(ID_tabMode, 0);
@@ -205,7 +208,7 @@ class LadderWithoutLibrary : public LadderTest<LadderWithoutLibrary> {
 };
 
 TEST_F(LadderWithoutLibrary, Its_rung_counts_as_passed) {
-  const FtpServer files = ServeFiles();
+  const auto files = ServeFiles();
   EXPECT_EQ(RunAtStart(kAllRungs), Joined({kPing, kListing}));
 }
 
