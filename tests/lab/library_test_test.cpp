@@ -77,7 +77,7 @@ TEST_F(LibraryTest, The_generation_is_a_letter_or_the_whole_number_in_brackets) 
   EXPECT_EQ(TypeOf("model_type 16\naddinfo 256\n"), "CNC Type\t16iA");
   EXPECT_EQ(TypeOf("model_type 16\naddinfo 6911\n"), "CNC Type\t16iZ");
   EXPECT_EQ(TypeOf("model_type 16\naddinfo 6912\n"), "CNC Type\t16i(6912)");
-  EXPECT_EQ(TypeOf("model_type 16\naddinfo 0xFF00\n"), "CNC Type\t16");
+  EXPECT_EQ(TypeOf("model_type 16\naddinfo -256\n"), "CNC Type\t16");
 }
 
 TEST_F(LibraryTest, Only_the_type_is_trimmed) {
@@ -162,7 +162,9 @@ TEST_F(LibraryTest, A_controller_that_falls_silent_is_a_time_out_at_every_call) 
        {std::pair("connect", "Allocate Handle error=-103"), std::pair("options", "Option check error=-103"),
         std::pair("sysinfo", "Get System Information error=-103")}) {
     const Controller controller = Serve(std::string("silent ") + call + "\n");
-    const Lines lines = TestLibrary("-LANGID 1");
+    const WindowUnderTest window = StartOnPage("-LANGID 1");
+    window.SetText(ID_txtNxlibTimeOut, "2");
+    const Lines lines = TestLibrary(window);
     ASSERT_FALSE(lines.empty()) << call;
     EXPECT_EQ(lines.front(), line);
   }
