@@ -28,11 +28,14 @@ class K7Ladder : public CncTest<K7Ladder> {
     const std::string path = folder_->Path() + "/K7Server.exe";
     fs::copy_file(PcForTests().programPath + "/K7Server.exe", path);
     std::ofstream(folder_->Path() + "/K7Server.scenario") << scenario;
-    server_.emplace(Pc(), path, "-debug");
-    ASSERT_TRUE(WaitUntil(kSoon, [] {
-      return lab::Run({"ip", "netns", "exec", Net().Namespace(Host::Pc), "ss", "-lun"})
-                 .output.find(":8300") != std::string::npos;
-    }));
+    Process::Options options;
+    options.environment = Pc().Prefix().Variables();
+    options.environment["DISPLAY"] = std::nullopt;
+    server_ =
+        std::make_unique<Process>(std::vector<std::string>{"ip", "netns", "exec", Net().Namespace(Host::Pc),
+                                                           "wine", WindowsPath(path), "-debug"},
+                                  options);
+    ASSERT_EQ(server_->ReadLine(std::chrono::seconds(60)), "listening on UDP port 8300");
   }
 
   static std::unique_ptr<FtpServer> ServeFiles() {
@@ -52,7 +55,7 @@ class K7Ladder : public CncTest<K7Ladder> {
 
  private:
   std::optional<WorkFolder> folder_;
-  std::optional<ProgramUnderTest> server_;
+  std::unique_ptr<Process> server_;
 };
 
 const std::vector<std::string> kLowerRungs = {

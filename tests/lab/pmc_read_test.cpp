@@ -246,12 +246,5 @@ TEST_F(PmcRead, A_cable_that_is_pulled_under_a_run_fails_every_further_pass) {
   EXPECT_TRUE(Calls().back().ends_with(" open=0"));
 }
 
-TEST_F(PmcRead, A_full_log_begins_anew_with_the_next_good_line) {
-  const Controller controller = Serve("");
-  const WindowUnderTest window = Open();
-  Want(window, "0", "1", "32769");
-  EXPECT_EQ(Read(window), (Lines{"32768 OK", "32769 OK", "(time)"}));
-}
-
 }  // namespace
 }  // namespace tarvik::lab
