@@ -34,6 +34,7 @@ class frmAbout {
 
   /// Shows the box beside the main window, or brings it to front.
   void Show() { form_->Show(); }
+  void MakeTopmost() { form_->MakeTopmost(); }
 
   /// True once the user has closed it; a closed box cannot be shown again.
   bool Closed() const { return closed_; }

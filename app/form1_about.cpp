@@ -29,6 +29,8 @@ frmAbout& Form1::About() {
         ground_.newForm(L"frmAbout"),
         AboutTools{ground_.boxes, texts_, ground_.osVersion, ground_.registry, ground_.processes},
         versionReport_);
+    // Else a main window that is kept above the others would cover it.
+    if (TestOptionMask(kTopmost)) about_->MakeTopmost();
   }
   return *about_;
 }

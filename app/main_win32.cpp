@@ -77,8 +77,8 @@ int Run() {
   Win32SvcKit svcKit;
   Win32CncLibrary cncLibrary;
   Win32WallClock wallClock;
-  const auto newForm = [&form](const wchar_t* windowClass) -> std::unique_ptr<ui::Form> {
-    return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary, &form);
+  const auto newForm = [](const wchar_t* windowClass) -> std::unique_ptr<ui::Form> {
+    return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary);
   };
   Form1 form1({form, boxes, pump, flags, configuration, txCodec, winsock, icmp, ipHelper, wininet, osVersion, files, processes,
                codePage, textOrder, profile, settings, clipboard, kernel, version, registry, k7Api, svcKit, cncLibrary, wallClock, newForm, ProgramFolder(), WindowsFolder(),

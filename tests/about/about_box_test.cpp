@@ -31,6 +31,12 @@ TEST_F(AboutBoxTest, Shows_title_and_version_beside_the_main_window) {
   EXPECT_TRUE(lastForm->fixedSize);
 }
 
+TEST_F(AboutBoxTest, Stands_above_the_others_with_a_main_window_that_does) {
+  Start(L"-X 1 -LANGID 1");
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  EXPECT_TRUE(lastForm->topmost);
+}
+
 TEST_F(AboutBoxTest, Shows_the_modules_that_were_found_at_the_start) {
   kernel.paths.erase("SvcKit.dll");
   versions.blocks["C:\\System\\NxLib32.dll"] = RecordedVersions::Block(7, 1, 0, 2);

@@ -25,7 +25,7 @@ void InitialiseCommonControls(const SystemLibrary& library) {
 
 }  // namespace
 
-Win32Form::Win32Form(const wchar_t* className, FormRole role, const Win32Form* owner)
+Win32Form::Win32Form(const wchar_t* className, FormRole role)
     : className_(className), role_(role) {
   commonControls_.LoadByManifest(L"comctl32.dll");
   InitialiseCommonControls(commonControls_);
@@ -42,9 +42,8 @@ Win32Form::Win32Form(const wchar_t* className, FormRole role, const Win32Form* o
 
   // The window procedure keeps window_, which WM_NCCREATE sets before anything else arrives.
   if (CreateWindowExW(WS_EX_CONTROLPARENT, className, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                      owner == nullptr ? nullptr : owner->Window(), nullptr, description.hInstance,
-                      this) == nullptr) {
+                      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
+                      description.hInstance, this) == nullptr) {
     UnregisterClassW(className, description.hInstance);
     ThrowRefusal(L"The window cannot be created.");
   }

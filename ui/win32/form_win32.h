@@ -31,9 +31,8 @@ enum class FormRole { Main, Secondary };
 
 class Win32Form final : public Form {
  public:
-  /// Creates the window, hidden. A window with an owner stays above it. Throws RuntimeError when the system
-  /// refuses.
-  Win32Form(const wchar_t* className, FormRole role, const Win32Form* owner = nullptr);
+  /// Creates the window, hidden. Throws RuntimeError when the system refuses.
+  Win32Form(const wchar_t* className, FormRole role);
   ~Win32Form() override;
   Win32Form(const Win32Form&) = delete;
   Win32Form& operator=(const Win32Form&) = delete;
