@@ -1,6 +1,7 @@
 #include "lab/shown_program.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iostream>
 
 #include "app/control_ids.h"
@@ -18,6 +19,11 @@ std::string Indented(std::string text) {
 }
 
 }  // namespace
+
+// Absolute: a server with a view of its own of the files looks from another folder.
+std::string ShownProgram::CacheFolder() const {
+  return (std::filesystem::absolute(output).parent_path() / "cache").string();
+}
 
 WindowsPc::Options ShownProgram::PcOptions() const {
   WindowsPc::Options options;

@@ -17,7 +17,7 @@ struct ShownProgram {
   std::string bench;   ///< folder of the stand-in libraries
   std::string output;  ///< folder of the pictures
 
-  std::string CacheFolder() const { return output + "/../cache"; }
+  std::string CacheFolder() const;
   /// A PC for it, on the user's screen where there is one.
   WindowsPc::Options PcOptions() const;
 };
