@@ -1,8 +1,10 @@
 // The K7 pages.
 
+#include <limits>
 #include <optional>
 
 #include "app/form1.h"
+#include "app/number_box.h"
 #include "k7/k7_api_test.h"
 #include "platform/runtime_error.h"
 #include "ui/hourglass.h"
@@ -70,9 +72,12 @@ bool Form1::RunK7ApiTest() {
       hourglass.emplace(ground_.form);
       caption.emplace(controls_.cmdK7Api);
     }
+    const std::wstring count = controls_.txtK7ApiTestCount.Text();
     passed = tarvik::RunK7ApiTest(
         {results_, ground_.boxes, ground_.pump, ground_.codePage, ground_.k7Api, languageMode_}, address,
-        commandLine_.k7ServerHost, controls_.txtK7ApiTestCount.Text());
+        commandLine_.k7ServerHost, count,
+        NumberRequiredText(count, controls_.lblTestCount.Caption(), std::numeric_limits<int32_t>::min(),
+                           std::numeric_limits<int32_t>::max(), texts_));
   });
   return passed;
 }

@@ -34,14 +34,24 @@ void TextBoxSellAll(ui::TextBox& box) { box.SetSelection(0, static_cast<int>(box
 
 bool IsPingCount(const std::wstring& text) { return ParseInt32(text).value_or(-1) >= 0; }
 
+std::wstring BoxName(const std::wstring& labelCaption) {
+  std::wstring name = labelCaption;
+  if (name.ends_with(L':')) name.pop_back();
+  // Where the language's own letters cannot be mnemonics, one stands in brackets behind the text.
+  const size_t brackets = name.rfind(L"(&");
+  if (brackets != std::wstring::npos && brackets + 4 == name.size()) name.resize(brackets);
+  for (size_t at = name.find(L'&'); at != std::wstring::npos; at = name.find(L'&', at + 1)) name.erase(at, 1);
+  return name;
+}
+
 int32_t ToInt32(const std::wstring& text, const std::wstring& boxName) {
   if (const auto number = ParseInt32(text)) return *number;
-  throw RuntimeError(L"\"" + boxName + L"\" holds no whole number: \"" + text + L"\"");
+  throw RuntimeError(L"\"" + BoxName(boxName) + L"\" holds no whole number: \"" + text + L"\"");
 }
 
 int16_t ToInt16(const std::wstring& text, const std::wstring& boxName) {
   if (const auto number = ParseInt16(text)) return *number;
-  throw RuntimeError(L"\"" + boxName + L"\" holds no whole number from -32768 to 32767: \"" + text + L"\"");
+  throw RuntimeError(L"\"" + BoxName(boxName) + L"\" holds no whole number from -32768 to 32767: \"" + text + L"\"");
 }
 
 }  // namespace tarvik

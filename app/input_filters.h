@@ -22,6 +22,9 @@ void TextBoxSellAll(ui::TextBox& box);
 /// True when the text is a whole number from 0 to 2147483647.
 bool IsPingCount(const std::wstring& text);
 
+/// What a message calls the box whose label has that caption: without its mnemonic and the colon behind it.
+std::wstring BoxName(const std::wstring& labelCaption);
+
 /// The text as a whole number of 32 bits. Throws RuntimeError naming the box when it is none.
 int32_t ToInt32(const std::wstring& text, const std::wstring& boxName);
 

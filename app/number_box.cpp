@@ -1,5 +1,6 @@
 #include "app/number_box.h"
 
+#include "app/input_filters.h"
 #include "platform/text.h"
 
 namespace tarvik {
@@ -14,11 +15,16 @@ std::optional<int32_t> NumberInBox(const std::wstring& typed, const std::wstring
                                    int32_t most, const Texts& texts, ui::MessageBoxes& boxes) {
   const std::optional<int32_t> number = ParseInt32(typed);
   if (number && *number >= least && *number <= most) return number;
-  const std::wstring shown = typed.size() > kMostShown ? typed.substr(0, kMostShown) + L"..." : typed;
-  boxes.Show(texts.Get(Message::NumberRequired).value_or(std::wstring()) + L"\r\n" + boxName + L": " +
-             Decimal(least) + L" ... " + Decimal(most) + L"\r\n" +
-             texts.Get(Message::NumberTyped).value_or(std::wstring()) + L"\"" + shown + L"\"");
+  boxes.Show(NumberRequiredText(typed, boxName, least, most, texts));
   return std::nullopt;
+}
+
+std::wstring NumberRequiredText(const std::wstring& typed, const std::wstring& boxName, int32_t least, int32_t most,
+                                const Texts& texts) {
+  const std::wstring shown = typed.size() > kMostShown ? typed.substr(0, kMostShown) + L"..." : typed;
+  return texts.Get(Message::NumberRequired).value_or(std::wstring()) + L"\r\n" + BoxName(boxName) + L": " + Decimal(least) +
+         L" ... " + Decimal(most) + L"\r\n" + texts.Get(Message::NumberTyped).value_or(std::wstring()) + L"\"" +
+         shown + L"\"";
 }
 
 }  // namespace tarvik

@@ -57,7 +57,7 @@ class Test {
       : tools_(tools), address_(address), host_(host), session_(tools.k7Api) {}
 
   /// The message of the failure; nothing when there was none.
-  std::optional<std::wstring> Run(const std::wstring& count);
+  std::optional<std::wstring> Run(const std::wstring& count, const std::wstring& countMessage);
 
  private:
   bool Connect();
@@ -117,7 +117,7 @@ std::optional<std::wstring> Test::RunCycles(int32_t count) {
   return std::nullopt;
 }
 
-std::optional<std::wstring> Test::Run(const std::wstring& count) {
+std::optional<std::wstring> Test::Run(const std::wstring& count, const std::wstring& countMessage) {
   if (address_.empty()) return L"";
   tools_.results.AddToList(L"");
   tools_.results.AddToList(L"K7Api test....");
@@ -125,16 +125,16 @@ std::optional<std::wstring> Test::Run(const std::wstring& count) {
   if (tools_.k7Api.K7_AllocHandle(session_.handle) != 0) return Failed(L"K7_AllocHandle");
   if (!Connect()) return Failed(L"K7_ConnectServer") + L" [" + host_ + L"]";
   const std::optional<int32_t> cycles = ParseInt32(count);
-  if (!cycles) return L"0 to 2147483647 is required";
+  if (!cycles) return countMessage;
   return RunCycles(*cycles);
 }
 
 }  // namespace
 
-bool RunK7ApiTest(const K7ApiTools& tools, std::wstring address, std::wstring& host,
-                  const std::wstring& count) {
+bool RunK7ApiTest(const K7ApiTools& tools, std::wstring address, std::wstring& host, const std::wstring& count,
+                  const std::wstring& countMessage) {
   Test test(tools, address, host);
-  const std::optional<std::wstring> failure = test.Run(count);
+  const std::optional<std::wstring> failure = test.Run(count, countMessage);
   if (failure) tools.boxes.Show(*failure);
   return !failure;
 }

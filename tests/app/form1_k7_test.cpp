@@ -41,6 +41,18 @@ TEST_F(Form1K7Test, The_button_runs_the_test_and_offers_the_stop_under_an_hourgl
   ExpectIdle();
 }
 
+TEST_F(Form1K7Test, A_count_that_is_no_number_gets_a_box_that_names_box_range_and_text) {
+  StartGeneral(L"-LANGID 1");
+  form.Get<ui::MemoryLabel>(ID_lblTestCount).SetCaption(L"Test &count:");
+  Box(ID_txtK7ApiTestCount).SetText(L"ten");
+  Click(ID_cmdK7Api);
+  ASSERT_EQ(boxes.Texts().size(), 1U);
+  const std::wstring text = boxes.Texts()[0];
+  EXPECT_NE(text.find(L"\r\nTest count: -2147483648 ... 2147483647\r\n"), std::wstring::npos);
+  EXPECT_NE(text.find(L"\"ten\""), std::wstring::npos);
+  ExpectIdle();
+}
+
 TEST_F(Form1K7Test, The_host_comes_from_the_command_line_and_is_this_PC_otherwise) {
   StartGeneral();
   form1->RunK7ApiTest();

@@ -25,8 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   k7Api.addressAfter = written;
   k7Api.goodChecks = 3;
   std::wstring host = typed;
-  tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, typed, host, L"3");
-  tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, L"cnc", host, typed);
+  tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, typed, host, L"3", L"");
+  tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, L"cnc", host, typed, L"");
   if (!k7Api.openHandles.empty() || k7Api.wrongFrees != 0 || k7Api.Count("K7_WSACleanup") != 2) std::abort();
   return 0;
 }
