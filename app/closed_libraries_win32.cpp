@@ -4,7 +4,9 @@ namespace tarvik {
 
 int32_t Win32ConfigurationLibrary::Initialize() { return library_.Call<int32_t(WINAPI*)()>("Initialize")(); }
 
-int32_t Win32ConfigurationLibrary::GetLanguage() { return library_.Call<int32_t(WINAPI*)()>("GetLanguage")(); }
+int32_t Win32ConfigurationLibrary::GetLanguage() {
+  return library_.Call<int32_t(WINAPI*)()>("GetLanguage")();
+}
 
 int32_t Win32ConfigurationLibrary::Terminate() { return library_.Call<int32_t(WINAPI*)()>("Terminate")(); }
 

@@ -21,7 +21,8 @@ std::vector<std::wstring_view> Tokens(std::wstring_view text) {
 void StorePositional(std::wstring_view token, CommandLineValues& values) {
   const size_t semicolon = token.find(L';');
   values.targetHost = token.substr(0, semicolon);
-  values.accessCode = semicolon == std::wstring_view::npos ? std::wstring_view() : token.substr(semicolon + 1);
+  values.accessCode =
+      semicolon == std::wstring_view::npos ? std::wstring_view() : token.substr(semicolon + 1);
 }
 
 bool IsKey(std::wstring_view key) {

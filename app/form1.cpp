@@ -37,7 +37,9 @@ void Form1::Guarded(const std::function<void()>& handler) {
 }
 
 void Form1::WireEvents() {
-  const auto on = [this](void (Form1::*handler)()) { return [this, handler] { Guarded([&] { (this->*handler)(); }); }; };
+  const auto on = [this](void (Form1::*handler)()) {
+    return [this, handler] { Guarded([&] { (this->*handler)(); }); };
+  };
   ground_.form.onResize = on(&Form1::Form_Resize);
   ground_.form.onScalingChanged = on(&Form1::LayOutAgain);
   ground_.form.onQueryClose = [this] { return Form_QueryUnload(); };
@@ -53,9 +55,8 @@ void Form1::WireEvents() {
   controls_.cmdStopK7Server.onClick = [this] { Guarded([&] { cmdStartStopK7Server_Click(0); }); };
   controls_.cmdK7ServerDebug.onClick = on(&Form1::cmdK7ServerDebug_Click);
   controls_.tabMode.onPageFront = [this](int page) { Guarded([&] { tabMode_PageFront(page); }); };
-  controls_.lblK7UdpPortNo.onMouseDown = controls_.txtTcpPortNo.onMouseDown = [this](int16_t button, int16_t shift) {
-    Guarded([&] { lblK7UdpPortNo_MouseDown(button, shift); });
-  };
+  controls_.lblK7UdpPortNo.onMouseDown = controls_.txtTcpPortNo.onMouseDown =
+      [this](int16_t button, int16_t shift) { Guarded([&] { lblK7UdpPortNo_MouseDown(button, shift); }); };
   controls_.mnuHelpSub.onClick = on(&Form1::mnuHelpSub_Click);
   controls_.chkAccessCode.onClick = on(&Form1::chkAccessCode_Click);
   controls_.cmdGetInfo.onClick = on(&Form1::cmdGetInfo_Click);
@@ -72,8 +73,8 @@ void Form1::WireEvents() {
     KeyPress_NumRange(key, controls_.txtAccessCode, kAccessCodeDigits, ground_.codePage);
   };
   controls_.txtPingReqCount.onValidate = [this] { return txtPingReqCount_Validate(); };
-  for (ui::TextBox* const box : {&controls_.txtTcpPortNo, &controls_.txtPingReqCount, &controls_.txtNxlibTimeOut,
-                                 &controls_.txtK7ApiTestCount})
+  for (ui::TextBox* const box : {&controls_.txtTcpPortNo, &controls_.txtPingReqCount,
+                                 &controls_.txtNxlibTimeOut, &controls_.txtK7ApiTestCount})
     box->onGotFocus = [this, box] { Guarded([&] { TextBoxSellAll(*box); }); };
 }
 
@@ -102,8 +103,9 @@ void Form1::LayOutAgain() {
   RecordInitialSizes(design);
   ground_.form.SetMinimumWindowSize(design);
   // A dimension that stood at its least follows the design; one that the user has made larger stays.
-  ground_.form.SetWindowSize({window.width > least.width ? std::max(window.width, design.width) : design.width,
-                              window.height > least.height ? std::max(window.height, design.height) : design.height});
+  ground_.form.SetWindowSize(
+      {window.width > least.width ? std::max(window.width, design.width) : design.width,
+       window.height > least.height ? std::max(window.height, design.height) : design.height});
   Form_Resize();
 }
 

@@ -75,11 +75,11 @@ struct Form1Ground {
   WallClock& wallClock;
   /// Makes the window of a further form; its class is the form's name.
   std::function<std::unique_ptr<ui::Form>(const wchar_t* windowClass)> newForm;
-  std::wstring programFolder;       ///< without a backslash at its end
-  std::wstring windowsFolder;       ///< value of the environment variable WinDir
-  std::wstring commandLine;         ///< the text behind the program's name
-  int32_t windowsLanguage = 1033;   ///< the user's Windows language as a locale id
-  bool familyEdition = true;        ///< value of the product-family switch
+  std::wstring programFolder;      ///< without a backslash at its end
+  std::wstring windowsFolder;      ///< value of the environment variable WinDir
+  std::wstring commandLine;        ///< the text behind the program's name
+  int32_t windowsLanguage = 1033;  ///< the user's Windows language as a locale id
+  bool familyEdition = true;       ///< value of the product-family switch
 };
 
 /// The main window: every control, flag and event handler of the program.
@@ -218,7 +218,7 @@ class Form1 {
   Boolean16 serviceBusy_;
   std::unique_ptr<SvcUtl> svcUtl_;  ///< null in the family's edition
   bool loading_ = false;
-  uint32_t nxlibOptions_ = 0;   ///< the option word that the library last returned
+  uint32_t nxlibOptions_ = 0;            ///< the option word that the library last returned
   std::unique_ptr<frmPmcTest> pmcTest_;  ///< null until the window is first shown
 
   float initialListHeight_ = 0;

@@ -42,7 +42,8 @@ Form1Controls::Form1Controls(ui::Form& form)
       lblPcUdpSetting(form.AddLabel(ID_lblPcUdpSetting, kK7SvcPage, English(Message::UdpPortLabel))),
       lblK7UdpPortNo(form.AddLabel(ID_lblK7UdpPortNo, kK7SvcPage, L"---")),
       cmdStartK7Server(form.AddButton(ID_cmdStartStopK7Server_1, kK7SvcPage, English(Message::StartButton))),
-      cmdStopK7Server(form.AddButton(ID_cmdStartStopK7Server_0, kK7SvcPage, English(Message::StopServiceButton))),
+      cmdStopK7Server(
+          form.AddButton(ID_cmdStartStopK7Server_0, kK7SvcPage, English(Message::StopServiceButton))),
       cmdK7ServerDebug(form.AddButton(ID_cmdK7ServerDebug, kK7SvcPage, English(Message::DebugButton))),
 
       lblFtpUsername(form.AddLabel(ID_lblFtpUsername, kFtpPage, English(Message::UserLabel))),

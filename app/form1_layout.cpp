@@ -39,7 +39,8 @@ struct Grid {
 };
 
 BoxPtr Page(const Grid& grid, BoxPtr fields, std::vector<BoxPtr> buttons) {
-  return ui::Row(2 * grid.far(), Boxed(std::move(fields), ui::Filler(), ui::Row(grid.near(), std::move(buttons))));
+  return ui::Row(2 * grid.far(),
+                 Boxed(std::move(fields), ui::Filler(), ui::Row(grid.near(), std::move(buttons))));
 }
 
 std::array<BoxPtr, kPageCount> Pages(const Grid& grid, Form1Controls& c) {
@@ -75,16 +76,18 @@ std::array<BoxPtr, kPageCount> Pages(const Grid& grid, Form1Controls& c) {
   pages[kK7SvcPage] = Page(
       grid,
       fields(rows(Boxed(Captioned(c.lblStatus, Message::StatusLabel), Sized(c.lblK7ServerStatus, L"Stopped")),
-                  Boxed(Captioned(c.lblPcUdpSetting, Message::UdpPortLabel), Sized(c.lblK7UdpPortNo, L"2147483647")))),
+                  Boxed(Captioned(c.lblPcUdpSetting, Message::UdpPortLabel),
+                        Sized(c.lblK7UdpPortNo, L"2147483647")))),
       Boxed(Captioned(c.cmdStartK7Server, Message::StartButton),
             Captioned(c.cmdStopK7Server, Message::StopServiceButton),
             Captioned(c.cmdK7ServerDebug, Message::DebugButton)));
-  pages[kFtpPage] = Page(
-      grid,
-      fields(rows(Boxed(Captioned(c.lblFtpUsername, Message::UserLabel), Sized(c.txtFtpUsername, L"000000000000000")),
-                  Boxed(Captioned(c.lblFtpPasswd, Message::PasswordLabel), Sized(c.txtFtpPasswd, L"000000000000000")))),
-      Boxed(Captioned(c.cmdFtpConnect, Message::FtpConnectButton),
-            Captioned(c.cmdAllFtpTest, Message::AllFtpTestButton)));
+  pages[kFtpPage] = Page(grid,
+                         fields(rows(Boxed(Captioned(c.lblFtpUsername, Message::UserLabel),
+                                           Sized(c.txtFtpUsername, L"000000000000000")),
+                                     Boxed(Captioned(c.lblFtpPasswd, Message::PasswordLabel),
+                                           Sized(c.txtFtpPasswd, L"000000000000000")))),
+                         Boxed(Captioned(c.cmdFtpConnect, Message::FtpConnectButton),
+                               Captioned(c.cmdAllFtpTest, Message::AllFtpTestButton)));
   return pages;
 }
 
@@ -95,8 +98,8 @@ ui::Size LayOutForm1(ui::Form& form, Form1Controls& c) {
   const Grid grid{std::max(1, (line + 1) / 3)};
   const int margin = grid.far();
 
-  const BoxPtr address = ui::Row(
-      grid.near(), Boxed(Captioned(c.lblIPAddr, Message::AddressLabel), ui::Stretch(c.cmbIPAddr, L"255.255.255.255")));
+  const BoxPtr address = ui::Row(grid.near(), Boxed(Captioned(c.lblIPAddr, Message::AddressLabel),
+                                                    ui::Stretch(c.cmbIPAddr, L"255.255.255.255")));
   const std::array<BoxPtr, kPageCount> pages = Pages(grid, c);
 
   int width = std::max({address->Measure().width, kLeastWidthInLines * line, c.tabMode.SizeFor(L"").width});
@@ -121,8 +124,9 @@ ui::Size LayOutForm1(ui::Form& form, Form1Controls& c) {
   for (const BoxPtr& page : pages)
     page->Place({margin, margin, width - frame.width - 2 * margin, page->Measure().height});
   const ui::Size result = c.lblResult.SizeFor(c.lblResult.Caption());
-  const int resultWidth = std::max({result.width, c.lblResult.SizeFor(RowOf(Message::ResultLabel).japanese).width,
-                                    c.lblResult.SizeFor(RowOf(Message::ResultLabel).english).width});
+  const int resultWidth =
+      std::max({result.width, c.lblResult.SizeFor(RowOf(Message::ResultLabel).japanese).width,
+                c.lblResult.SizeFor(RowOf(Message::ResultLabel).english).width});
   c.lblResult.SetBounds({margin, next(result.height, grid.near()), resultWidth, result.height});
   const int listHeight = kResultLines * line;
   c.lstResult.SetBounds({margin, next(listHeight, margin), width, listHeight});

@@ -36,10 +36,11 @@ bool Form1::RunOutermost(const std::function<bool()>& routine) {
 bool Form1::RunReachabilityCheck() {
   const ui::Hourglass hourglass(ground_.form);
   const int32_t count = ToInt32(controls_.txtPingReqCount.Text(), controls_.lblPingReqCount.Caption());
-  return CheckReachability(
-      {results_, ground_.boxes, texts_, ground_.pump, ground_.winsock, ground_.icmp, icmpHandle_, ground_.ipHelper,
-       ground_.osVersion, ground_.files, ground_.processes, ground_.codePage, ground_.programFolder},
-      controls_.cmbIPAddr.Text(), count, [this] { AddHistoryIfNew(controls_.cmbIPAddr); });
+  return CheckReachability({results_, ground_.boxes, texts_, ground_.pump, ground_.winsock, ground_.icmp,
+                            icmpHandle_, ground_.ipHelper, ground_.osVersion, ground_.files,
+                            ground_.processes, ground_.codePage, ground_.programFolder},
+                           controls_.cmbIPAddr.Text(), count,
+                           [this] { AddHistoryIfNew(controls_.cmbIPAddr); });
 }
 
 void Form1::SetBusy(bool busy) {

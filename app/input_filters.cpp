@@ -12,7 +12,8 @@ constexpr size_t kLongestHost = 63;
 bool IsDigit(int16_t key) { return key >= L'0' && key <= L'9'; }
 
 bool IsHostCharacter(int16_t key) {
-  return IsDigit(key) || (key >= L'A' && key <= L'Z') || (key >= L'a' && key <= L'z') || key == L'.' || key == L'-';
+  return IsDigit(key) || (key >= L'A' && key <= L'Z') || (key >= L'a' && key <= L'z') || key == L'.' ||
+         key == L'-';
 }
 
 void Filter(int16_t& keyAscii, bool full, bool allowed) {
@@ -51,7 +52,8 @@ int32_t ToInt32(const std::wstring& text, const std::wstring& boxName) {
 
 int16_t ToInt16(const std::wstring& text, const std::wstring& boxName) {
   if (const auto number = ParseInt16(text)) return *number;
-  throw RuntimeError(L"\"" + BoxName(boxName) + L"\" holds no whole number from -32768 to 32767: \"" + text + L"\"");
+  throw RuntimeError(L"\"" + BoxName(boxName) + L"\" holds no whole number from -32768 to 32767: \"" + text +
+                     L"\"");
 }
 
 }  // namespace tarvik

@@ -38,7 +38,8 @@ using namespace tarvik;
 std::wstring ProgramFolder() {
   std::wstring path(MAX_PATH, L'\0');
   DWORD length = 0;
-  while ((length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) == path.size())
+  while ((length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) ==
+         path.size())
     path.resize(2 * path.size());
   path.resize(length);
   return path.substr(0, path.rfind(L'\\'));
@@ -80,9 +81,36 @@ int Run() {
   const auto newForm = [](const wchar_t* windowClass) -> std::unique_ptr<ui::Form> {
     return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary);
   };
-  Form1 form1({form, boxes, pump, flags, configuration, txCodec, winsock, icmp, ipHelper, wininet, osVersion, files, processes,
-               codePage, textOrder, profile, settings, clipboard, kernel, version, registry, k7Api, svcKit, cncLibrary, wallClock, newForm, ProgramFolder(), WindowsFolder(),
-               std::wstring(BehindProgramName(::GetCommandLineW())), ::GetUserDefaultLangID(),
+  Form1 form1({form,
+               boxes,
+               pump,
+               flags,
+               configuration,
+               txCodec,
+               winsock,
+               icmp,
+               ipHelper,
+               wininet,
+               osVersion,
+               files,
+               processes,
+               codePage,
+               textOrder,
+               profile,
+               settings,
+               clipboard,
+               kernel,
+               version,
+               registry,
+               k7Api,
+               svcKit,
+               cncLibrary,
+               wallClock,
+               newForm,
+               ProgramFolder(),
+               WindowsFolder(),
+               std::wstring(BehindProgramName(::GetCommandLineW())),
+               ::GetUserDefaultLangID(),
                TARVIK_FAMILY_EDITION != 0});
   try {
     form1.Form_Load();

@@ -19,12 +19,12 @@ std::optional<int32_t> NumberInBox(const std::wstring& typed, const std::wstring
   return std::nullopt;
 }
 
-std::wstring NumberRequiredText(const std::wstring& typed, const std::wstring& boxName, int32_t least, int32_t most,
-                                const Texts& texts) {
+std::wstring NumberRequiredText(const std::wstring& typed, const std::wstring& boxName, int32_t least,
+                                int32_t most, const Texts& texts) {
   const std::wstring shown = typed.size() > kMostShown ? typed.substr(0, kMostShown) + L"..." : typed;
-  return texts.Get(Message::NumberRequired).value_or(std::wstring()) + L"\r\n" + BoxName(boxName) + L": " + Decimal(least) +
-         L" ... " + Decimal(most) + L"\r\n" + texts.Get(Message::NumberTyped).value_or(std::wstring()) + L"\"" +
-         shown + L"\"";
+  return texts.Get(Message::NumberRequired).value_or(std::wstring()) + L"\r\n" + BoxName(boxName) + L": " +
+         Decimal(least) + L" ... " + Decimal(most) + L"\r\n" +
+         texts.Get(Message::NumberTyped).value_or(std::wstring()) + L"\"" + shown + L"\"";
 }
 
 }  // namespace tarvik

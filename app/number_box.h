@@ -15,7 +15,7 @@ std::optional<int32_t> NumberInBox(const std::wstring& typed, const std::wstring
                                    int32_t most, const Texts& texts, ui::MessageBoxes& boxes);
 
 /// The message of that box.
-std::wstring NumberRequiredText(const std::wstring& typed, const std::wstring& boxName, int32_t least, int32_t most,
-                                const Texts& texts);
+std::wstring NumberRequiredText(const std::wstring& typed, const std::wstring& boxName, int32_t least,
+                                int32_t most, const Texts& texts);
 
 }  // namespace tarvik

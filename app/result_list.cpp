@@ -46,7 +46,8 @@ std::wstring ResultList::AllLines() const {
 void ResultList::ShowPasted(const std::wstring& text) {
   box_.Clear();
   const ui::RedrawPause pause(box_);
-  for (const std::wstring& piece : Split(text, L"\r")) box_.AddItem(piece.starts_with(L'\n') ? piece.substr(1) : piece);
+  for (const std::wstring& piece : Split(text, L"\r"))
+    box_.AddItem(piece.starts_with(L'\n') ? piece.substr(1) : piece);
 }
 
 void SetListExtent(ui::ListBox& box, int16_t factor) { box.SetHorizontalExtent(factor * box.ClientWidth()); }

@@ -2,6 +2,15 @@
 
 enable_testing()
 
+find_program(TARVIK_CLANG_FORMAT clang-format)
+if(TARVIK_CLANG_FORMAT)
+  file(GLOB_RECURSE formatted CONFIGURE_DEPENDS about/*.cpp about/*.h app/*.cpp app/*.h bench/*.cpp bench/*.h
+       cnclib/*.cpp cnclib/*.h ftp/*.cpp ftp/*.h k7/*.cpp k7/*.h lab/*.cpp lab/*.h net/*.cpp net/*.h platform/*.cpp
+       platform/*.h resources/*.cpp resources/*.h tests/*.cpp tests/*.h ui/*.cpp ui/*.h)
+  add_test(NAME Sources.Are_formatted COMMAND ${TARVIK_CLANG_FORMAT} --dry-run -Werror ${formatted})
+  set_tests_properties(Sources.Are_formatted PROPERTIES LABELS native)
+endif()
+
 # Where the linter is installed it reads each file that the compiler reads.
 find_program(TARVIK_CLANG_TIDY clang-tidy)
 function(lint)

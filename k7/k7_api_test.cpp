@@ -131,8 +131,8 @@ std::optional<std::wstring> Test::Run(const std::wstring& count, const std::wstr
 
 }  // namespace
 
-bool RunK7ApiTest(const K7ApiTools& tools, std::wstring address, std::wstring& host, const std::wstring& count,
-                  const std::wstring& countMessage) {
+bool RunK7ApiTest(const K7ApiTools& tools, std::wstring address, std::wstring& host,
+                  const std::wstring& count, const std::wstring& countMessage) {
   Test test(tools, address, host);
   const std::optional<std::wstring> failure = test.Run(count, countMessage);
   if (failure) tools.boxes.Show(*failure);

@@ -56,7 +56,8 @@ void MeasureStart(WindowsPc& pc, const std::string& program, const std::string& 
     second.Kill();
   }
   constexpr double kMegabyte = 1 << 20;
-  Row("start-up beside a bare window", Median(own) / Median(bare), "times", Beside(Median(own), Median(bare), "ms"));
+  Row("start-up beside a bare window", Median(own) / Median(bare), "times",
+      Beside(Median(own), Median(bare), "ms"));
   Row("memory beside a bare window", Median(ownMemory) / Median(bareMemory), "times",
       Beside(Median(ownMemory) / kMegabyte, Median(bareMemory) / kMegabyte, "MB"));
 }

@@ -157,7 +157,8 @@ void Laboratory::AddCardToPc(const std::string& address) const {
 void Laboratory::SetHostNames(
     Host host, const std::vector<std::pair<std::string, std::string>>& namesAndAddresses) const {
   std::string text = "127.0.0.1 localhost\n";
-  for (const auto& [name, address] : namesAndAddresses) text.append(address).append(" ").append(name).append("\n");
+  for (const auto& [name, address] : namesAndAddresses)
+    text.append(address).append(" ").append(name).append("\n");
   WriteFile(ConfigurationFolder(Namespace(host)) + "/hosts", text);
 }
 

@@ -25,8 +25,9 @@ constexpr char kAllRungsWrongPassword[] = "-PING_N 2 -X 10 -FTP_USER cnc -FTP_PA
 
 bool ShowAddress(const ShownProgram& shown, const std::string& address) {
   WindowsPc pc(shown.PcOptions());
-  return Show(pc, shown,
-              {"The ladder to " + address, "-PING_N 4 " + address, "address", Expecting({"Reply From " + address})});
+  return Show(
+      pc, shown,
+      {"The ladder to " + address, "-PING_N 4 " + address, "address", Expecting({"Reply From " + address})});
 }
 
 void FillDirectory(const FtpServer& server) {
@@ -36,19 +37,23 @@ void FillDirectory(const FtpServer& server) {
 }
 
 bool ShowNetwork(WindowsPc& pc, const ShownProgram& shown, const Laboratory& laboratory) {
-  bool passed = Show(pc, shown, {"Start-up", "", "start-up", Expecting({"szDescription:", "iMaxUdpDg:", "-----"})});
-  passed &= Show(pc, shown,
-                 {"A controller on the PC's own subnet", std::string("-PING_N 2 ") + kNearAddress, "same-subnet",
-                  Expecting({"PING test...", "0002 Reply From 192.168.1.100: bytes=32 time="})});
-  passed &= Show(pc, shown,
-                 {"A controller behind the gateway", std::string("-PING_N 2 ") + kFarAddress, "through-gateway",
-                  Expecting({"Target is not exist on the same network", "GateWay (192.168.1.1) PING test ....",
-                             "0002 Reply From 192.168.2.100: bytes=32 time="})});
+  bool passed =
+      Show(pc, shown, {"Start-up", "", "start-up", Expecting({"szDescription:", "iMaxUdpDg:", "-----"})});
+  passed &=
+      Show(pc, shown,
+           {"A controller on the PC's own subnet", std::string("-PING_N 2 ") + kNearAddress, "same-subnet",
+            Expecting({"PING test...", "0002 Reply From 192.168.1.100: bytes=32 time="})});
+  passed &=
+      Show(pc, shown,
+           {"A controller behind the gateway", std::string("-PING_N 2 ") + kFarAddress, "through-gateway",
+            Expecting({"Target is not exist on the same network", "GateWay (192.168.1.1) PING test ....",
+                       "0002 Reply From 192.168.2.100: bytes=32 time="})});
   laboratory.PullCable(Host::Gateway);
-  passed &= Show(pc, shown,
-                 {"The gateway's cable pulled", std::string("-PING_N 2 ") + kFarAddress, "gateway-cable-pulled",
-                  Expecting({"ICMP_Error:11010", "Cannot ping to the Gateway",
-                             "Please check Gateway's address, cable and power"})});
+  passed &=
+      Show(pc, shown,
+           {"The gateway's cable pulled", std::string("-PING_N 2 ") + kFarAddress, "gateway-cable-pulled",
+            Expecting({"ICMP_Error:11010", "Cannot ping to the Gateway",
+                       "Please check Gateway's address, cable and power"})});
   laboratory.Reset();
   return passed;
 }
@@ -101,9 +106,10 @@ bool LeaveOpen(const ShownProgram& shown) {
   ProgramUnderTest program(pc, shown.program);
   const WindowUnderTest window = WaitForMainWindow(program, {{}, [](const BoxUnderTest&) {}});
   window.SetText(ID_cmbIPAddr, kNearAddress);
-  std::cout << "\nTarvik is open on screen " << pc.Screen().Display() << ". Play until you close its window.\n\n"
-            << "  " << kNearAddress << "   a controller on the PC's own subnet; FTP user " << kFtpUser << ", password "
-            << kFtpPassword << "\n"
+  std::cout << "\nTarvik is open on screen " << pc.Screen().Display()
+            << ". Play until you close its window.\n\n"
+            << "  " << kNearAddress << "   a controller on the PC's own subnet; FTP user " << kFtpUser
+            << ", password " << kFtpPassword << "\n"
             << "  " << kFarAddress << "   one behind the gateway, which asks for the access code 12345678\n"
             << std::endl;
   program.WaitForEnd(kLongestPlay);
@@ -130,7 +136,8 @@ int main(int count, char** arguments) {
                         : wish == "desk" ? LeaveOpen(shown)
                                          : ShowAddress(shown, wish);
     if (wish != "desk")
-      std::cout << (passed ? "\nEverything is as it should be." : "\nNot everything is as it should be.") << std::endl;
+      std::cout << (passed ? "\nEverything is as it should be." : "\nNot everything is as it should be.")
+                << std::endl;
     return passed ? 0 : 1;
   } catch (const LabError& error) {
     std::cout << "\nFAIL  " << error.what() << std::endl;

@@ -58,8 +58,8 @@ bool Show(WindowsPc& pc, const ShownProgram& shown, const ShownRun& run) {
   program.WaitForEnd();
   lines.insert(lines.end(), boxes.begin(), boxes.end());
   const std::string fault = run.fault(lines);
-  std::cout << (fault.empty() ? "PASS  " : "FAIL  ") << run.title << (fault.empty() ? "" : ": " + fault) << "  ("
-            << file << ")" << std::endl;
+  std::cout << (fault.empty() ? "PASS  " : "FAIL  ") << run.title << (fault.empty() ? "" : ": " + fault)
+            << "  (" << file << ")" << std::endl;
   return fault.empty();
 }
 

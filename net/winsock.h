@@ -42,7 +42,7 @@ class Winsock {
   static constexpr int kAddressFamilyInternet = 2;
   static constexpr int kTypeDatagram = 2;
   static constexpr int kProtocolUdp = 17;
-  static constexpr int kBufferTooSmall = 10014;                  ///< WSAEFAULT
+  static constexpr int kBufferTooSmall = 10014;              ///< WSAEFAULT
   static constexpr uint32_t kGetInterfaceList = 0x4004747F;  ///< SIO_GET_INTERFACE_LIST
 
   virtual ~Winsock() = default;

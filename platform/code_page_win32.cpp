@@ -22,8 +22,9 @@ std::wstring Widen(std::string_view bytes, UINT codePage) {
 
 UINT CodePageOf(int32_t language) {
   DWORD codePage = 0;
-  const int got = ::GetLocaleInfoW(static_cast<LCID>(language), LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
-                                   reinterpret_cast<wchar_t*>(&codePage), sizeof codePage / sizeof(wchar_t));
+  const int got =
+      ::GetLocaleInfoW(static_cast<LCID>(language), LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
+                       reinterpret_cast<wchar_t*>(&codePage), sizeof codePage / sizeof(wchar_t));
   return got > 0 && codePage != 0 ? codePage : CP_ACP;
 }
 

@@ -10,8 +10,8 @@ bool Win32Files::Exists(const std::wstring& path) {
 }
 
 std::optional<std::string> Win32Files::Read(const std::wstring& path) {
-  const OwnedHandle file(::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  const OwnedHandle file(::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!Noted(static_cast<bool>(file))) return std::nullopt;
   std::string bytes;
   char block[4096];
@@ -39,10 +39,11 @@ bool Win32Files::Copy(const std::wstring& from, const std::wstring& to) {
 }
 
 bool Win32Files::Append(const std::wstring& path, std::string_view bytes) {
-  const OwnedHandle file(::CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                       FILE_ATTRIBUTE_NORMAL, nullptr));
+  const OwnedHandle file(::CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr,
+                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   DWORD written = 0;
-  return Noted(file && ::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+  return Noted(file &&
+               ::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
                written == bytes.size());
 }
 

@@ -12,7 +12,8 @@ uint32_t Win32Processes::Shell(const std::wstring& commandLine, StartWindow wind
   PROCESS_INFORMATION process{};
   // CreateProcess may write into the command line.
   std::wstring writable = commandLine;
-  if (!::CreateProcessW(nullptr, writable.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+  if (!::CreateProcessW(nullptr, writable.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                        &process))
     return 0;
   ::CloseHandle(process.hThread);
   ::CloseHandle(process.hProcess);
@@ -30,6 +31,8 @@ bool Win32Processes::GetExitCodeProcess(Handle process, uint32_t& code) {
   return true;
 }
 
-bool Win32Processes::CloseHandle(Handle handle) { return ::CloseHandle(reinterpret_cast<HANDLE>(handle)) != 0; }
+bool Win32Processes::CloseHandle(Handle handle) {
+  return ::CloseHandle(reinterpret_cast<HANDLE>(handle)) != 0;
+}
 
 }  // namespace tarvik

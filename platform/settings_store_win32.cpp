@@ -13,7 +13,8 @@ std::optional<std::wstring> Win32SettingsStore::Read(const std::wstring& section
   return ReadRegistryText(HKEY_CURRENT_USER, PathOf(section), key);
 }
 
-bool Win32SettingsStore::Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) {
+bool Win32SettingsStore::Write(const std::wstring& section, const std::wstring& key,
+                               const std::wstring& value) {
   RegistryKey opened;
   if (::RegCreateKeyExW(HKEY_CURRENT_USER, PathOf(section).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr,
                         opened.Out(), nullptr) != ERROR_SUCCESS)

@@ -31,14 +31,16 @@ std::optional<Number> ParseWhole(std::wstring_view text) {
 std::wstring WidenAscii(std::string_view text) {
   std::wstring wide;
   wide.reserve(text.size());
-  for (const char byte : text) wide.push_back(static_cast<unsigned char>(byte) < 0x80 ? static_cast<wchar_t>(byte) : L'?');
+  for (const char byte : text)
+    wide.push_back(static_cast<unsigned char>(byte) < 0x80 ? static_cast<wchar_t>(byte) : L'?');
   return wide;
 }
 
 std::string NarrowAscii(std::wstring_view text) {
   std::string narrow;
   narrow.reserve(text.size());
-  for (const wchar_t character : text) narrow.push_back(character > 0 && character < 0x80 ? static_cast<char>(character) : '?');
+  for (const wchar_t character : text)
+    narrow.push_back(character > 0 && character < 0x80 ? static_cast<char>(character) : '?');
   return narrow;
 }
 
@@ -79,7 +81,8 @@ std::optional<int16_t> ParseInt16(std::wstring_view text) { return ParseWhole<in
 
 std::vector<std::wstring> Split(std::wstring_view text, std::wstring_view separator) {
   std::vector<std::wstring> pieces;
-  for (size_t at; (at = text.find(separator)) != std::wstring_view::npos; text.remove_prefix(at + separator.size()))
+  for (size_t at; (at = text.find(separator)) != std::wstring_view::npos;
+       text.remove_prefix(at + separator.size()))
     pieces.emplace_back(text.substr(0, at));
   pieces.emplace_back(text);
   return pieces;

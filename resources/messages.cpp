@@ -56,7 +56,8 @@ constexpr std::array<MessageRow, static_cast<size_t>(Message::Count)> kRows{{
     {107, L"ｻﾌﾞﾈｯﾄﾏｽｸとｹﾞｰﾄｳｪｲの設定が合っていません", L"Subnetmask Mismatch"},
     {108, L"このPCからｹﾞｰﾄｳｪｲにｱｸｾｽできません", L"Cannot access to the Gateway from this PC."},
     {109, L"ｹﾞｰﾄｳｪｲにPingできません", L"Cannot ping to the Gateway"},
-    {110, L"ｹﾞｰﾄｳｪｲのIPｱﾄﾞﾚｽ/電源/ｹｰﾌﾞﾙを確認してください", L"Please check Gateway's address, cable and power"},
+    {110, L"ｹﾞｰﾄｳｪｲのIPｱﾄﾞﾚｽ/電源/ｹｰﾌﾞﾙを確認してください",
+     L"Please check Gateway's address, cable and power"},
     {111, L"通信先にPingできません", L"Cannot ping to the Target"},
     {115, L"通信先のIPｱﾄﾞﾚｽ/電源/ｹｰﾌﾞﾙを確認してください", L"Please check Target's address, cable and power"},
     // CNC library
@@ -92,18 +93,22 @@ constexpr std::array<MessageRow, static_cast<size_t>(Message::Count)> kRows{{
     {152, L"ｱｸｾｽｺｰﾄﾞを入力してください (0以外、数字8桁まで)。",
      L"Type the access code (up to 8 digits, not 0)."},
     {153, L"ｺﾏﾝﾄﾞﾗｲﾝのｱｸｾｽｺｰﾄﾞを復号できません。", L"The access code on the command line cannot be decoded."},
-    {154, L"ｺﾏﾝﾄﾞﾗｲﾝのFTPﾊﾟｽﾜｰﾄﾞを復号できません。", L"The FTP password on the command line cannot be decoded."},
+    {154, L"ｺﾏﾝﾄﾞﾗｲﾝのFTPﾊﾟｽﾜｰﾄﾞを復号できません。",
+     L"The FTP password on the command line cannot be decoded."},
     // K7 service
     {160, L"すでに起動しています", L"Already running"},
     {161, L"K7サービスを再起動中です...", L"Starting K7 Service ..."},
     {162, L"K7サービスを起動しました。", L"The K7 Service Started."},
     {163, L"K7サービスを起動できませんでした。", L"Cannot start K7 Service."},
     {164, L"すでに停止しています", L"Already stopped"},
-    {165, L"このコマンドを実行すると、NEXAL2/Ethernetで接続しているすべてのNCは、電源OFFと認識されます。\r\n"
-          L"実行しますか？",
+    {165,
+     L"このコマンドを実行すると、NEXAL2/Ethernetで接続しているすべてのNCは、電源OFFと認識されます。\r\n"
+     L"実行しますか？",
      L"When this command is executed, all of CNC which connected by NEXAL2/Ethernet are recognized as power "
      L"OFF.\r\nContinue ?"},
-    {166, L"K7サービスを停止しました。この画面を終了する前に、必ず 'Start' ボタンでK7サービスを再起動してください。",
+    {166,
+     L"K7サービスを停止しました。この画面を終了する前に、必ず 'Start' "
+     L"ボタンでK7サービスを再起動してください。",
      L"The K7 Service stopped. You have to re-start the K7 Service by 'Start' button before close this "
      L"screen."},
     {167, L"K7サービスを停止できませんでした。", L"Cannot stop K7 Service"},

@@ -111,9 +111,9 @@ enum class Message {
 
 /// One row of the table.
 struct MessageRow {
-  int32_t id;                ///< number in the language files
-  const wchar_t* japanese;   ///< built-in Japanese; null when the message has none and is left out
-  const wchar_t* english;    ///< built-in English
+  int32_t id;               ///< number in the language files
+  const wchar_t* japanese;  ///< built-in Japanese; null when the message has none and is left out
+  const wchar_t* english;   ///< built-in English
 };
 
 /// The row of a message.

@@ -25,7 +25,8 @@ std::wstring Resource::PathFor(int32_t language) const {
   return path + L"Language\\" + resName_ + L"_" + Decimal(language) + L".ini";
 }
 
-bool Resource::Initialize(int32_t language, const std::wstring& commonDataFolder, const std::wstring& resName) {
+bool Resource::Initialize(int32_t language, const std::wstring& commonDataFolder,
+                          const std::wstring& resName) {
   cache_.clear();
   errorText_.clear();
   commonDataFolder_ = commonDataFolder;
@@ -41,7 +42,8 @@ bool Resource::Initialize(int32_t language, const std::wstring& commonDataFolder
     return true;
   }
   errorText_ += L"No such file (" + path_ + L")" + kLineBreak;
-  errorText_ = std::wstring(L"Resource:Initialize") + kLineBreak + errorText_ + L"Cannot open message file" + kLineBreak;
+  errorText_ = std::wstring(L"Resource:Initialize") + kLineBreak + errorText_ + L"Cannot open message file" +
+               kLineBreak;
   return false;
 }
 
@@ -67,8 +69,8 @@ std::wstring Resource::LoadString(int32_t id) {
 
 std::wstring Resource::ReadString(int32_t id) {
   char buffer[512] = {};
-  const uint32_t length = profile_.GetPrivateProfileStringA(NarrowAscii(Decimal(language_)), NarrowAscii(Decimal(id)),
-                                                            buffer, sizeof buffer, path_);
+  const uint32_t length = profile_.GetPrivateProfileStringA(
+      NarrowAscii(Decimal(language_)), NarrowAscii(Decimal(id)), buffer, sizeof buffer, path_);
   const std::string_view bytes(buffer, length < sizeof buffer ? length : sizeof buffer);
   return codePage_.FromLanguage(TrimNull(bytes), language_);
 }

@@ -15,7 +15,8 @@ int Centred(int start, int room, int needed) { return start + (room - needed) / 
 
 class FitBox final : public Box {
  public:
-  FitBox(Control& control, std::vector<std::wstring> captions) : control_(control), captions_(std::move(captions)) {}
+  FitBox(Control& control, std::vector<std::wstring> captions)
+      : control_(control), captions_(std::move(captions)) {}
   Size Measure() const override {
     Size largest = control_.SizeFor(control_.Caption());
     for (const std::wstring& caption : captions_) {
@@ -171,7 +172,9 @@ BoxPtr Filler() { return std::make_unique<FillerBox>(); }
 
 BoxPtr Row(int gap, std::vector<BoxPtr> boxes) { return std::make_unique<RowBox>(gap, std::move(boxes)); }
 
-BoxPtr Column(int gap, std::vector<BoxPtr> boxes) { return std::make_unique<ColumnBox>(gap, std::move(boxes)); }
+BoxPtr Column(int gap, std::vector<BoxPtr> boxes) {
+  return std::make_unique<ColumnBox>(gap, std::move(boxes));
+}
 
 BoxPtr Grid(int gapAcross, int gapDown, std::vector<std::vector<BoxPtr>> rows) {
   return std::make_unique<GridBox>(gapAcross, gapDown, std::move(rows));

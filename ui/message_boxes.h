@@ -15,7 +15,8 @@ class MessageBoxes {
   virtual ~MessageBoxes() = default;
 
   /// A box with an OK button; returns when the user has closed it.
-  virtual void Show(const std::wstring& text, BoxIcon icon = BoxIcon::None, const std::wstring& title = {}) = 0;
+  virtual void Show(const std::wstring& text, BoxIcon icon = BoxIcon::None,
+                    const std::wstring& title = {}) = 0;
 
   /// A system-modal box with an OK button and the critical icon.
   virtual void ShowSystemModal(const std::wstring& text) = 0;

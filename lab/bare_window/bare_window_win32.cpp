@@ -1,4 +1,5 @@
-// A window of the main window's size with nothing in it. What the program costs beyond it is the program's own.
+// A window of the main window's size with nothing in it. What the program costs beyond it is the program's
+// own.
 #include <windows.h>
 
 namespace {

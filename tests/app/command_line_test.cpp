@@ -49,7 +49,9 @@ TEST_F(CommandLineTest, Host_and_access_code_may_be_empty) {
 }
 
 TEST_F(CommandLineTest, Options_of_both_marks_come_before_the_host) {
-  Parse(L"-PING_N 8 /X 3  -TCP_PORT 8193 -NXLIB_TMOUT 20 -K7SERVER_HOST k7 -FTP_USER u -FTP_PASSWD p 192.168.1.1");
+  Parse(
+      L"-PING_N 8 /X 3  -TCP_PORT 8193 -NXLIB_TMOUT 20 -K7SERVER_HOST k7 -FTP_USER u -FTP_PASSWD p "
+      L"192.168.1.1");
   EXPECT_EQ(values.pingCount, 8);
   EXPECT_EQ(values.tcpPort, 8193);
   EXPECT_EQ(values.libraryTimeOut, 20);
@@ -102,7 +104,9 @@ TEST_F(CommandLineTest, The_UDP_port_is_taken_and_ignored) {
 }
 
 TEST_F(CommandLineTest, A_number_that_is_none_or_does_not_fit_is_ignored_with_its_option) {
-  Parse(L"-PING_N 32768 -TCP_PORT 80x -NXLIB_TMOUT 99999999999999999999 -X 2147483648 -LANGID a -LOCALEID - host");
+  Parse(
+      L"-PING_N 32768 -TCP_PORT 80x -NXLIB_TMOUT 99999999999999999999 -X 2147483648 -LANGID a -LOCALEID - "
+      L"host");
   EXPECT_EQ(values.pingCount, 0);
   EXPECT_EQ(values.tcpPort, 0);
   EXPECT_EQ(values.libraryTimeOut, 0);

@@ -113,12 +113,23 @@ class Form1Test : public testing::Test {
       if (onEvents) onEvents();
       pump.stop = flags.stopRequested;
     };
-    form1 = std::make_unique<Form1>(Form1Ground{form, boxes, pump, flags, configuration, txCodec, winsock, icmp,
-                                                ipHelper, wininet, osVersion, files, processes, codePage, textOrder, profile, settings,
-                                                clipboard, kernel, versions, registry, k7Api, svcKit, cncLibrary, wallClock,
-                                                [this](const wchar_t* windowClass) { return NewForm(windowClass); },
-                                                L"C:\\Program", L"C:\\Windows", commandLine, windowsLanguage,
-                                                familyEdition});
+    form1 = std::make_unique<Form1>(
+        Form1Ground{form,           boxes,
+                    pump,           flags,
+                    configuration,  txCodec,
+                    winsock,        icmp,
+                    ipHelper,       wininet,
+                    osVersion,      files,
+                    processes,      codePage,
+                    textOrder,      profile,
+                    settings,       clipboard,
+                    kernel,         versions,
+                    registry,       k7Api,
+                    svcKit,         cncLibrary,
+                    wallClock,      [this](const wchar_t* windowClass) { return NewForm(windowClass); },
+                    L"C:\\Program", L"C:\\Windows",
+                    commandLine,    windowsLanguage,
+                    familyEdition});
   }
 
   static constexpr wchar_t kServicesFile[] = L"C:\\Windows\\System32\\Drivers\\Etc\\Services";
@@ -129,7 +140,9 @@ class Form1Test : public testing::Test {
   ui::MemoryTabStrip& Tabs() { return form.Get<ui::MemoryTabStrip>(ID_tabMode); }
   ui::MemoryListBox& List() { return form.Get<ui::MemoryListBox>(ID_lstResult); }
   void Click(int id) { Button(id).onClick(); }
-  bool Listed(const std::wstring& line) { return std::count(List().lines.begin(), List().lines.end(), line) > 0; }
+  bool Listed(const std::wstring& line) {
+    return std::count(List().lines.begin(), List().lines.end(), line) > 0;
+  }
 
   std::unique_ptr<ui::Form> NewForm(const wchar_t* windowClass) {
     if (refuseNewForms) throw RuntimeError(L"The window cannot be created.");

@@ -93,8 +93,8 @@ TEST_F(Form1Test, The_socket_layer_is_described_in_five_lines_and_a_separator) {
   winsock.data.lpVendorInfo = -7;
   Start();
   EXPECT_EQ(winsock.requestedVersion, 0x0101);
-  EXPECT_EQ(List().lines, (Lines{L"szDescription:Description", L"szSystemStatus:Running", L"iMaxSockets:32767",
-                                 L"iMaxUdpDg:8192", L"lpVendorInfo:-7", L"-----"}));
+  EXPECT_EQ(List().lines, (Lines{L"szDescription:Description", L"szSystemStatus:Running",
+                                 L"iMaxSockets:32767", L"iMaxUdpDg:8192", L"lpVendorInfo:-7", L"-----"}));
 }
 
 TEST_F(Form1Test, A_maximum_datagram_of_0_is_listed_as_65536) {

@@ -132,12 +132,15 @@ TEST_F(Form1WindowTest, The_access_code_box_follows_its_check_box) {
 
 TEST_F(Form1WindowTest, Every_field_follows_its_label_in_the_order_of_the_Tab_key) {
   const std::vector<int>& order = form.Order();
-  const std::vector<std::pair<int, int>> labelled = {
-      {ID_lblIPAddr, ID_cmbIPAddr},           {ID_lblPingReqCount, ID_txtPingReqCount},
-      {ID_lblNxlibTimeOut, ID_txtNxlibTimeOut}, {ID_lblTcpPortNo, ID_txtTcpPortNo},
-      {ID_lblAccessCode, ID_txtAccessCode},   {ID_lblTestCount, ID_txtK7ApiTestCount},
-      {ID_lblFtpUsername, ID_txtFtpUsername}, {ID_lblFtpPasswd, ID_txtFtpPasswd},
-      {ID_lblResult, ID_lstResult}};
+  const std::vector<std::pair<int, int>> labelled = {{ID_lblIPAddr, ID_cmbIPAddr},
+                                                     {ID_lblPingReqCount, ID_txtPingReqCount},
+                                                     {ID_lblNxlibTimeOut, ID_txtNxlibTimeOut},
+                                                     {ID_lblTcpPortNo, ID_txtTcpPortNo},
+                                                     {ID_lblAccessCode, ID_txtAccessCode},
+                                                     {ID_lblTestCount, ID_txtK7ApiTestCount},
+                                                     {ID_lblFtpUsername, ID_txtFtpUsername},
+                                                     {ID_lblFtpPasswd, ID_txtFtpPasswd},
+                                                     {ID_lblResult, ID_lstResult}};
   for (const auto& [label, field] : labelled) {
     const auto at = std::find(order.begin(), order.end(), field);
     ASSERT_NE(at, order.begin());
@@ -150,7 +153,9 @@ TEST_F(Form1WindowTest, No_control_overlaps_another_on_its_page) {
   for (const int a : order) {
     for (const int b : order) {
       if (a >= b || form.PageOf(a) != form.PageOf(b) || a < ID_lblIPAddr || b < ID_lblIPAddr) continue;
-      const auto bounds = [this](int id) { return dynamic_cast<ui::Control&>(form.Get<ui::Element>(id)).Bounds(); };
+      const auto bounds = [this](int id) {
+        return dynamic_cast<ui::Control&>(form.Get<ui::Element>(id)).Bounds();
+      };
       const ui::Rect one = bounds(a);
       const ui::Rect other = bounds(b);
       const bool apart = one.x + one.width <= other.x || other.x + other.width <= one.x ||

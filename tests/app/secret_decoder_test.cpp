@@ -7,7 +7,9 @@ namespace {
 
 class SecretDecoderTest : public testing::Test {
  protected:
-  std::optional<std::wstring> Decode(const std::wstring& encoded) { return DecodeSecret(encoded, codec, codePage); }
+  std::optional<std::wstring> Decode(const std::wstring& encoded) {
+    return DecodeSecret(encoded, codec, codePage);
+  }
 
   RecordedTxCodec codec;
   FakeCodePage codePage;

@@ -17,7 +17,8 @@ using Calls = std::vector<std::string>;
 class K7ApiTestTest : public testing::Test {
  protected:
   bool Run(const std::wstring& count = L"1", const std::wstring& address = L"192.168.1.1") {
-    return RunK7ApiTest({results, boxes, pump, codePage, k7Api, mode}, address, host, count, L"a number is required");
+    return RunK7ApiTest({results, boxes, pump, codePage, k7Api, mode}, address, host, count,
+                        L"a number is required");
   }
   /// What every test leaves behind, however it ended.
   void ExpectEverythingGivenBack() {

@@ -42,7 +42,8 @@ class RecordedFiles final : public Files {
   }
   bool Append(const std::wstring& path, std::string_view bytes) override {
     const bool readOnly = (AttributesOf(path) & kReadOnly) != 0;
-    if (!Noted(contents.contains(path) && !unwritable.contains(path) && !readOnly && appendsLeft != 0)) return false;
+    if (!Noted(contents.contains(path) && !unwritable.contains(path) && !readOnly && appendsLeft != 0))
+      return false;
     --appendsLeft;
     contents[path] += bytes;
     return true;
@@ -68,7 +69,7 @@ class RecordedFiles final : public Files {
   int appendsLeft = -1;     ///< so many succeed; -1 = all
   int attributesLeft = -1;  ///< the same for setting attributes
   uint32_t failure = 2;     ///< Windows' code of the calls that fail
-  int hiddenQueries = 0;  ///< so many queries do not see a file yet
+  int hiddenQueries = 0;    ///< so many queries do not see a file yet
   int existsQueries = 0;
 
  private:

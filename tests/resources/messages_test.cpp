@@ -7,11 +7,11 @@
 #include <set>
 #include <string>
 
+#include "resources/resource.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/recorded_boxes.h"
 #include "tests/recorded/recorded_files.h"
 #include "tests/recorded/recorded_profile_strings.h"
-#include "resources/resource.h"
 
 namespace tarvik::test {
 namespace {
@@ -20,8 +20,8 @@ const int kMessages = static_cast<int>(Message::Count);
 
 /// The ids and texts of a language file of the program, in UTF-8.
 std::map<int, std::string> LanguageFile(int language) {
-  std::ifstream file(std::string(TARVIK_SOURCE_FOLDER "/resources/language/Tarvik.exe_") + std::to_string(language) +
-                     ".ini");
+  std::ifstream file(std::string(TARVIK_SOURCE_FOLDER "/resources/language/Tarvik.exe_") +
+                     std::to_string(language) + ".ini");
   std::string line;
   std::getline(file, line);
   EXPECT_EQ(line, "[" + std::to_string(language) + "]");

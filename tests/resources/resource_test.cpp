@@ -17,7 +17,9 @@ class ResourceTest : public testing::Test {
   void Add(int id, const std::string& text) {
     profile.values["C:\\Data\\Language\\Tarvik.exe_1041.ini|1041|" + std::to_string(id)] = text;
   }
-  bool Initialize(int32_t language = 1041) { return resource.Initialize(language, L"C:\\Data", L"Tarvik.exe"); }
+  bool Initialize(int32_t language = 1041) {
+    return resource.Initialize(language, L"C:\\Data", L"Tarvik.exe");
+  }
 
   RecordedFiles files;
   RecordedProfileStrings profile;

@@ -64,7 +64,8 @@ class MemoryControl : public MemoryElement<Base> {
   /// A font whose letters are 7 wide and 15 high; full-width ones are 14 wide.
   Size SizeFor(const std::wstring& caption) const override {
     int width = 0;
-    for (const wchar_t letter : caption) width += letter == L'&' ? 0 : letter < 0x2E80 || letter >= 0xFF61 ? 7 : 14;
+    for (const wchar_t letter : caption)
+      width += letter == L'&' ? 0 : letter < 0x2E80 || letter >= 0xFF61 ? 7 : 14;
     return {width + 12, 23};
   }
 
@@ -198,7 +199,9 @@ class MemoryListBox final : public MemoryControl<ListBox> {
 class MemoryTabStrip final : public MemoryControl<TabStrip> {
  public:
   MemoryTabStrip(MemoryFocus& focus, int pageCount)
-      : MemoryControl(focus), captions_(static_cast<size_t>(pageCount)), on_(static_cast<size_t>(pageCount), true) {}
+      : MemoryControl(focus),
+        captions_(static_cast<size_t>(pageCount)),
+        on_(static_cast<size_t>(pageCount), true) {}
   int PageCount() const override { return static_cast<int>(captions_.size()); }
   void SetPageCaption(int page, const std::wstring& caption) override {
     ThrowIfRefusing();

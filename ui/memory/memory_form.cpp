@@ -8,7 +8,8 @@ template <typename MemoryType, typename... Arguments>
 MemoryType& MemoryForm::Add(int id, int page, Arguments&&... arguments) {
   auto element = std::make_unique<MemoryType>(std::forward<Arguments>(arguments)...);
   MemoryType& added = *element;
-  if (!elements_.emplace(id, std::move(element)).second) throw RuntimeError(L"Two controls have the same id.");
+  if (!elements_.emplace(id, std::move(element)).second)
+    throw RuntimeError(L"Two controls have the same id.");
   pages_[id] = page;
   order_.push_back(id);
   return added;
@@ -47,7 +48,9 @@ ListBox& MemoryForm::AddListBox(int id, int page, const std::wstring& toolTip) {
   return Add<MemoryListBox>(id, page, focus_);
 }
 
-TabStrip& MemoryForm::AddTabStrip(int id, int pageCount) { return Add<MemoryTabStrip>(id, kNoPage, focus_, pageCount); }
+TabStrip& MemoryForm::AddTabStrip(int id, int pageCount) {
+  return Add<MemoryTabStrip>(id, kNoPage, focus_, pageCount);
+}
 
 MenuItem& MemoryForm::AddMenu(int id, const std::wstring& caption) {
   MenuItem& menu = Add<MemoryMenuItem>(id, kNoPage);
@@ -55,7 +58,9 @@ MenuItem& MemoryForm::AddMenu(int id, const std::wstring& caption) {
   return menu;
 }
 
-MenuItem& MemoryForm::AddMenuCommand(int id, MenuItem&, const std::wstring& caption) { return AddMenu(id, caption); }
+MenuItem& MemoryForm::AddMenuCommand(int id, MenuItem&, const std::wstring& caption) {
+  return AddMenu(id, caption);
+}
 
 void MemoryForm::SetWindowSize(Size size) {
   windowSize_ = size;

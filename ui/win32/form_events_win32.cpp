@@ -40,7 +40,8 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
     case WM_SIZE:
       if (onResize) RunGuarded(window_, onResize);
       // A minimised window has no focus, and gets none back when it is activated before it is restored.
-      if (wParam != SIZE_MINIMIZED && GetActiveWindow() == window_ && !IsChild(window_, GetFocus())) RestoreFocus();
+      if (wParam != SIZE_MINIMIZED && GetActiveWindow() == window_ && !IsChild(window_, GetFocus()))
+        RestoreFocus();
       return 0;
     case WM_GETMINMAXINFO:
       SetMinimumTrack(*reinterpret_cast<MINMAXINFO*>(lParam));
@@ -86,8 +87,7 @@ void Win32Form::OnCommand(WPARAM wParam, LPARAM lParam) noexcept {
   }
   const Win32MenuItem* item = menuBar_ == nullptr ? nullptr : menuBar_->Find(id);
   // A hidden command is dormant, not dead: it works for whoever sends it.
-  if (item != nullptr && item->Enabled() && item->onClick)
-    RunGuarded(window_, item->onClick);
+  if (item != nullptr && item->Enabled() && item->onClick) RunGuarded(window_, item->onClick);
 }
 
 void Win32Form::SetMinimumTrack(MINMAXINFO& info) const {

@@ -19,14 +19,14 @@ HICON ProgramIcon(int width, int height) {
 
 void InitialiseCommonControls(const SystemLibrary& library) {
   INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
-  if (const auto initialise = library.Find<BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*)>("InitCommonControlsEx"))
+  if (const auto initialise =
+          library.Find<BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*)>("InitCommonControlsEx"))
     initialise(&wanted);
 }
 
 }  // namespace
 
-Win32Form::Win32Form(const wchar_t* className, FormRole role)
-    : className_(className), role_(role) {
+Win32Form::Win32Form(const wchar_t* className, FormRole role) : className_(className), role_(role) {
   commonControls_.LoadByManifest(L"comctl32.dll");
   InitialiseCommonControls(commonControls_);
   WNDCLASSEXW description{};

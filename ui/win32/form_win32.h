@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "platform/system_library_win32.h"
 #include "platform/windows_win32.h"
 #include "ui/form.h"
 #include "ui/win32/control_window_win32.h"
 #include "ui/win32/menu_win32.h"
 #include "ui/win32/message_font_win32.h"
-#include "platform/system_library_win32.h"
 #include "ui/win32/tab_strip_win32.h"
 
 // How main makes the program's window:

@@ -26,8 +26,7 @@ HWND Win32MessageBoxes::Owner() const {
 }
 
 int Win32MessageBoxes::Box(const std::wstring& text, const std::wstring& title, UINT style) {
-  return MessageBoxW(Owner(), text.c_str(),
-                     title.empty() ? kProgramTitle : title.c_str(), style);
+  return MessageBoxW(Owner(), text.c_str(), title.empty() ? kProgramTitle : title.c_str(), style);
 }
 
 void Win32MessageBoxes::Show(const std::wstring& text, BoxIcon icon, const std::wstring& title) {

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "ui/win32/control_window_win32.h"
 #include "platform/system_library_win32.h"
+#include "ui/win32/control_window_win32.h"
 
 namespace tarvik::ui {
 

@@ -98,10 +98,11 @@ LRESULT Win32TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 Win32ComboBox::Win32ComboBox(Win32Form& form, HWND parent, int id, ComboBoxStyle style)
-    : UncaptionedControl(form, parent, id,
-                         {L"ComboBox", (style == ComboBoxStyle::Editable ? DWORD{CBS_DROPDOWN | CBS_AUTOHSCROLL}
-                                                                         : DWORD{CBS_DROPDOWNLIST}) |
-                                           WS_VSCROLL | WS_TABSTOP | WS_GROUP}) {
+    : UncaptionedControl(
+          form, parent, id,
+          {L"ComboBox", (style == ComboBoxStyle::Editable ? DWORD{CBS_DROPDOWN | CBS_AUTOHSCROLL}
+                                                          : DWORD{CBS_DROPDOWNLIST}) |
+                            WS_VSCROLL | WS_TABSTOP | WS_GROUP}) {
   Send(CB_SETMINVISIBLE, kItemsShown);
   if (style == ComboBoxStyle::DropDownList) return;
   Send(CB_LIMITTEXT, 0);
