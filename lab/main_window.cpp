@@ -52,7 +52,10 @@ WindowUnderTest WaitForMainWindow(ProgramUnderTest& program, const Listener& lis
     return program.HasWindow("Form1");
   });
   if (!visible) throw LabError("The main window does not come");
-  return program.WaitForWindow("Form1");
+  WindowUnderTest window = program.WaitForWindow("Form1");
+  // The pages behind the one in front come a moment after the window; this is the last control of the last.
+  window.Enabled(ID_cmdAllFtpTest);
+  return window;
 }
 
 bool RunIsActive(const WindowUnderTest& mainWindow) {

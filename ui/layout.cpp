@@ -15,32 +15,32 @@ int Centred(int start, int room, int needed) { return start + (room - needed) / 
 
 class FitBox final : public Box {
  public:
-  FitBox(Control& control, std::vector<std::wstring> captions)
-      : control_(control), captions_(std::move(captions)) {}
-  Size Measure() const override {
-    Size largest = control_.SizeFor(control_.Caption());
-    for (const std::wstring& caption : captions_) {
-      const Size size = control_.SizeFor(caption);
-      largest = {std::max(largest.width, size.width), std::max(largest.height, size.height)};
+  // Measured once: the boxes around it ask more than once.
+  FitBox(Control& control, const std::vector<std::wstring>& captions)
+      : control_(control), size_(control.SizeFor(control.Caption())) {
+    for (const std::wstring& caption : captions) {
+      const Size size = control.SizeFor(caption);
+      size_ = {std::max(size_.width, size.width), std::max(size_.height, size.height)};
     }
-    return largest;
   }
+  Size Measure() const override { return size_; }
   void Place(const Rect& place) override { control_.SetBounds(place); }
 
  private:
   Control& control_;
-  std::vector<std::wstring> captions_;
+  Size size_;
 };
 
 class StretchBox final : public Greedy {
  public:
-  StretchBox(Control& control, std::wstring sample) : control_(control), sample_(std::move(sample)) {}
-  Size Measure() const override { return control_.SizeFor(sample_); }
+  StretchBox(Control& control, const std::wstring& sample)
+      : control_(control), size_(control.SizeFor(sample)) {}
+  Size Measure() const override { return size_; }
   void Place(const Rect& place) override { control_.SetBounds(place); }
 
  private:
   Control& control_;
-  std::wstring sample_;
+  Size size_;
 };
 
 class FillerBox final : public Greedy {
@@ -160,12 +160,12 @@ class GridBox final : public Box {
 
 }  // namespace
 
-BoxPtr Fit(Control& control, std::vector<std::wstring> captions) {
-  return std::make_unique<FitBox>(control, std::move(captions));
+BoxPtr Fit(Control& control, const std::vector<std::wstring>& captions) {
+  return std::make_unique<FitBox>(control, captions);
 }
 
-BoxPtr Stretch(Control& control, std::wstring sample) {
-  return std::make_unique<StretchBox>(control, std::move(sample));
+BoxPtr Stretch(Control& control, const std::wstring& sample) {
+  return std::make_unique<StretchBox>(control, sample);
 }
 
 BoxPtr Filler() { return std::make_unique<FillerBox>(); }

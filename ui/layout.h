@@ -23,10 +23,10 @@ class Box {
 using BoxPtr = std::unique_ptr<Box>;
 
 /// One control, wide enough for its present caption and for every one of `captions`.
-BoxPtr Fit(Control& control, std::vector<std::wstring> captions);
+BoxPtr Fit(Control& control, const std::vector<std::wstring>& captions);
 
 /// One control that takes all the width that its row has left, at least as much as `sample` needs.
-BoxPtr Stretch(Control& control, std::wstring sample);
+BoxPtr Stretch(Control& control, const std::wstring& sample);
 
 /// Empty room that takes all the width that its row has left.
 BoxPtr Filler();

@@ -10,6 +10,7 @@ namespace tarvik::lab {
 namespace {
 
 constexpr UINT kAnswerTimeOut = 15000;
+constexpr int64_t kControlTimeOut = 15000;
 
 std::map<std::string, Command>& Commands() {
   static std::map<std::string, Command> commands;
@@ -119,8 +120,11 @@ HWND Arguments::Control(size_t index) const {
   ControlSearch search;
   search.id = static_cast<int>(Number(index + 1));
   if (search.id == 0) return window;
-  EnumChildWindows(window, CompareId, reinterpret_cast<LPARAM>(&search));
-  if (search.found == nullptr) throw CommandError("no such control: " + NumberText(search.id));
+  // The pages behind the one in front get their controls a moment after the window has come.
+  WaitFor(kControlTimeOut, "control " + NumberText(search.id), [&] {
+    EnumChildWindows(window, CompareId, reinterpret_cast<LPARAM>(&search));
+    return search.found != nullptr;
+  });
   return search.found;
 }
 

@@ -4,19 +4,23 @@
 
 namespace tarvik::ui {
 
-ControlWindow::ControlWindow(Win32Form& form, HWND parent, int id, const WindowKind& kind)
-    : form_(form),
-      window_(CreateWindowExW(kind.extendedStyle, kind.windowClass, L"",
-                              WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | kind.style, 0, 0, 0, 0, parent,
-                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),
-                              nullptr)),
-      id_(id) {
+void ControlWindow::Make(HWND parent) {
+  const Rect at = place_.value_or(Rect{});
+  window_ = CreateWindowExW(kind_.extendedStyle, kind_.windowClass, text_.c_str(), kind_.style, at.x, at.y,
+                            at.width, at.height, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id_)),
+                            GetModuleHandleW(nullptr), nullptr);
   if (window_ == nullptr) ThrowRefusal(L"A control of the window cannot be created.");
+  place_.reset();
+  text_.clear();
+  OnMade();
+  ApplyFont();
 }
 
 HWND ControlWindow::OwnerWindow() const { return form_.Window(); }
 
-void ControlWindow::ApplyFont() { Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.Font().Handle()), FALSE); }
+void ControlWindow::ApplyFont() {
+  if (IsMade()) Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.Font().Handle()), FALSE);
+}
 
 void ControlWindow::Subclass(HWND window) {
   subclassed_ = window;
@@ -36,6 +40,7 @@ LRESULT CALLBACK ControlWindow::SubclassProcedure(HWND window, UINT message, WPA
 }
 
 std::wstring ControlWindow::WindowText() const {
+  if (!IsMade()) return text_;
   std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window_)), L'\0');
   // The length is an upper bound, and a window's text may change between the two calls.
   const int copied = GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1);
@@ -45,16 +50,26 @@ std::wstring ControlWindow::WindowText() const {
 
 void ControlWindow::SetWindowCaption(const std::wstring& text) {
   if (text == WindowText()) return;
-  if (!SetWindowTextW(window_, text.c_str()))
+  if (!IsMade())
+    text_ = text;
+  else if (!SetWindowTextW(window_, text.c_str()))
     ThrowRefusal(L"A control of the window does not take its text.");
 }
 
 void ControlWindow::ShowOrHide(bool show) {
+  if (!IsMade()) {
+    kind_.style = show ? kind_.style | WS_VISIBLE : kind_.style & ~DWORD{WS_VISIBLE};
+    return;
+  }
   if (!show) form_.MoveFocusFrom(window_);
   ShowWindow(window_, show ? SW_SHOWNA : SW_HIDE);
 }
 
 void ControlWindow::EnableOrDisable(bool enable) {
+  if (!IsMade()) {
+    kind_.style = enable ? kind_.style & ~DWORD{WS_DISABLED} : kind_.style | WS_DISABLED;
+    return;
+  }
   if (!enable) form_.MoveFocusFrom(window_);
   EnableWindow(window_, enable);
 }
@@ -69,7 +84,7 @@ void ControlWindow::PutAt(const Rect& bounds) {
 }
 
 void ControlWindow::ApplyPlace() {
-  if (!place_) return;
+  if (!place_ || !IsMade()) return;
   Move(*place_);
   place_.reset();
 }

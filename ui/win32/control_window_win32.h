@@ -15,19 +15,32 @@ class Win32Form;
 struct WindowKind {
   const wchar_t* windowClass;
   DWORD style;
-  DWORD extendedStyle = 0;
+  DWORD extendedStyle;
+
+  WindowKind(const wchar_t* name, DWORD ownStyle, DWORD extended = 0)
+      : windowClass(name),
+        style(WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | ownStyle),
+        extendedStyle(extended) {}
 };
 
-/// The window of a control: what all kinds share, and what the form asks of each. The form's window owns it
-/// and destroys it; the object outlives it.
+/// The window of a control: what all kinds share, and what the form asks of each. The window is made some
+/// time after the object; until then the object remembers what it is told. The form's window owns it and
+/// destroys it; the object outlives it.
 class ControlWindow {
  public:
-  ControlWindow(Win32Form& form, HWND parent, int id, const WindowKind& kind);
+  /// `page`: where the control stands, or kNoPage.
+  ControlWindow(Win32Form& form, int page, int id, const WindowKind& kind)
+      : form_(form), kind_(kind), page_(page), id_(id) {}
   virtual ~ControlWindow() = default;
   ControlWindow(const ControlWindow&) = delete;
   ControlWindow& operator=(const ControlWindow&) = delete;
 
+  /// Makes the window as it is to be. Throws RuntimeError when the system refuses.
+  void Make(HWND parent);
+
+  /// Null before it is made.
   HWND Window() const { return window_; }
+  int Page() const { return page_; }
   int Id() const { return id_; }
 
   /// Takes the form's present font and scaling.
@@ -51,6 +64,8 @@ class ControlWindow {
   virtual void OnMnemonic(wchar_t) {}
 
  protected:
+  /// The window is there; its font is not yet set.
+  virtual void OnMade() {}
   /// From now on the messages of that window, the control's own or a child of it, come to OnMessage.
   void Subclass(HWND window);
   /// A message of the subclassed window. No exception may leave it.
@@ -68,13 +83,16 @@ class ControlWindow {
   bool IsShown() const { return (Style() & WS_VISIBLE) != 0; }
   void EnableOrDisable(bool enable);
   bool IsOperable() const { return (Style() & WS_DISABLED) == 0; }
+  bool IsMade() const { return window_ != nullptr; }
   void TakeFocus();
   bool OwnsFocus() const;
   /// Places the window now, or when the form is first shown.
   void PutAt(const Rect& bounds);
   void Move(const Rect& bounds);
   Rect Place() const;
-  DWORD Style() const { return static_cast<DWORD>(GetWindowLongW(window_, GWL_STYLE)); }
+  DWORD Style() const {
+    return IsMade() ? static_cast<DWORD>(GetWindowLongW(window_, GWL_STYLE)) : kind_.style;
+  }
 
   /// Raises an event of the program, if it listens.
   template <typename Handler, typename... Arguments>
@@ -88,8 +106,11 @@ class ControlWindow {
   static LRESULT CALLBACK SubclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   HWND OwnerWindow() const;
 
-  HWND window_ = nullptr;
+  WindowKind kind_;  ///< what the window is, or will be, made from
+  int page_;
   int id_;
+  HWND window_ = nullptr;
+  std::wstring text_;          ///< until the window has it
   std::optional<Rect> place_;  ///< not yet applied
   HWND subclassed_ = nullptr;
   WNDPROC original_ = nullptr;

@@ -17,10 +17,8 @@ constexpr int kCheckGap = 6;  ///< between the mark and the caption
 
 }  // namespace
 
-Win32Label::Win32Label(Win32Form& form, HWND parent, int id)
-    : CaptionedControl(form, parent, id, {L"Static", SS_LEFTNOWORDWRAP | SS_NOTIFY | WS_GROUP}) {
-  Subclass(Window());
-}
+Win32Label::Win32Label(Win32Form& form, int page, int id)
+    : CaptionedControl(form, page, id, {L"Static", SS_LEFTNOWORDWRAP | SS_NOTIFY | WS_GROUP}) {}
 
 Size Win32Label::SizeFor(const std::wstring& caption) const {
   const Size text = form_.Font().MeasureCaption(caption);
@@ -41,9 +39,9 @@ LRESULT Win32Label::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   return result;
 }
 
-Win32Button::Win32Button(Win32Form& form, HWND parent, int id, bool startsGroup)
+Win32Button::Win32Button(Win32Form& form, int page, int id, bool startsGroup)
     : CaptionedControl(
-          form, parent, id,
+          form, page, id,
           {L"Button", BS_PUSHBUTTON | BS_NOTIFY | WS_TABSTOP | (startsGroup ? DWORD{WS_GROUP} : 0)}) {}
 
 Size Win32Button::SizeFor(const std::wstring& caption) const {
@@ -73,8 +71,8 @@ void Win32Button::OnMnemonic(wchar_t) {
   OnCommand(BN_CLICKED);
 }
 
-Win32CheckBox::Win32CheckBox(Win32Form& form, HWND parent, int id)
-    : CaptionedControl(form, parent, id, {L"Button", BS_AUTOCHECKBOX | WS_TABSTOP | WS_GROUP}) {}
+Win32CheckBox::Win32CheckBox(Win32Form& form, int page, int id)
+    : CaptionedControl(form, page, id, {L"Button", BS_AUTOCHECKBOX | WS_TABSTOP | WS_GROUP}) {}
 
 Size Win32CheckBox::SizeFor(const std::wstring& caption) const {
   const Size text = form_.Font().MeasureCaption(caption);
@@ -82,11 +80,16 @@ Size Win32CheckBox::SizeFor(const std::wstring& caption) const {
           std::max(form_.Scaled(kCheckMark) + form_.Scaled(4), text.height + form_.Scaled(2))};
 }
 
-bool Win32CheckBox::Checked() const { return Send(BM_GETCHECK) == BST_CHECKED; }
+void Win32CheckBox::OnMade() {
+  if (checked_) Send(BM_SETCHECK, BST_CHECKED);
+}
+
+bool Win32CheckBox::Checked() const { return IsMade() ? Send(BM_GETCHECK) == BST_CHECKED : checked_; }
 
 void Win32CheckBox::SetChecked(bool checked) {
   if (checked == Checked()) return;
-  Send(BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED);
+  checked_ = checked;
+  if (IsMade()) Send(BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED);
   if (onClick) onClick();
 }
 

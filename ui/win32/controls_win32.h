@@ -12,7 +12,7 @@ inline constexpr int16_t kRightButton = 2;
 
 class Win32Label final : public CaptionedControl<Label> {
  public:
-  Win32Label(Win32Form& form, HWND parent, int id);
+  Win32Label(Win32Form& form, int page, int id);
 
   Size SizeFor(const std::wstring& caption) const override;
   bool TakesFocusAt(POINT) const override { return false; }
@@ -20,12 +20,13 @@ class Win32Label final : public CaptionedControl<Label> {
   void OnMnemonic(wchar_t letter) override;
 
  protected:
+  void OnMade() override { Subclass(Window()); }
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 };
 
 class Win32Button final : public CaptionedControl<Button> {
  public:
-  Win32Button(Win32Form& form, HWND parent, int id, bool startsGroup);
+  Win32Button(Win32Form& form, int page, int id, bool startsGroup);
 
   Size SizeFor(const std::wstring& caption) const override;
   void OnCommand(WORD notification) override;
@@ -34,18 +35,24 @@ class Win32Button final : public CaptionedControl<Button> {
 
 class Win32CheckBox final : public CaptionedControl<CheckBox> {
  public:
-  Win32CheckBox(Win32Form& form, HWND parent, int id);
+  Win32CheckBox(Win32Form& form, int page, int id);
 
   Size SizeFor(const std::wstring& caption) const override;
   bool Checked() const override;
   void SetChecked(bool checked) override;
   void OnCommand(WORD notification) override;
   void OnMnemonic(wchar_t letter) override;
+
+ protected:
+  void OnMade() override;
+
+ private:
+  bool checked_ = false;  ///< until the window has it
 };
 
 class Win32TextBox final : public UncaptionedControl<TextBox> {
  public:
-  Win32TextBox(Win32Form& form, HWND parent, int id, bool masked);
+  Win32TextBox(Win32Form& form, int page, int id, bool masked);
 
   Size SizeFor(const std::wstring& caption) const override;
   std::wstring Text() const override { return WindowText(); }
@@ -57,15 +64,18 @@ class Win32TextBox final : public UncaptionedControl<TextBox> {
   bool AgreesToLeave() override;
 
  protected:
+  void OnMade() override;
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
   void OnButtonDown(int16_t button, UINT message, WPARAM wParam, LPARAM lParam);
+
+  bool masked_;
 };
 
 class Win32ComboBox final : public UncaptionedControl<ComboBox> {
  public:
-  Win32ComboBox(Win32Form& form, HWND parent, int id, ComboBoxStyle style);
+  Win32ComboBox(Win32Form& form, int page, int id, ComboBoxStyle style);
 
   Size SizeFor(const std::wstring& caption) const override;
   void SetBounds(const Rect& bounds) override;
@@ -79,12 +89,13 @@ class Win32ComboBox final : public UncaptionedControl<ComboBox> {
   int SelectedIndex() const override { return static_cast<int>(Send(CB_GETCURSEL)); }
 
  protected:
+  void OnMade() override;
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 };
 
 class Win32ListBox final : public UncaptionedControl<ListBox> {
  public:
-  Win32ListBox(Win32Form& form, HWND parent, int id, const std::wstring& toolTip);
+  Win32ListBox(Win32Form& form, int page, int id, const std::wstring& toolTip);
   ~Win32ListBox() override;
 
   void ApplyFont() override;

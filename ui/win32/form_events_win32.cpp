@@ -37,6 +37,9 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
         control->OnNotify(notification);
       return 0;
     }
+    case WM_TIMER:
+      MakeOtherPages();
+      return 0;
     case WM_SIZE:
       if (onResize) RunGuarded(window_, onResize);
       // A minimised window has no focus, and gets none back when it is activated before it is restored.
@@ -152,7 +155,8 @@ void Win32Form::OnScaling(int dpi, const RECT& suggested) noexcept {
 void Win32Form::OnColoursOrFont(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
   if (message == WM_SYSCOLORCHANGE) {
     // Only top-level windows are told; the common controls rely on being told by them.
-    for (const auto& control : controls_) SendMessageW(control->Window(), message, wParam, lParam);
+    for (const auto& control : controls_)
+      if (control->Window() != nullptr) SendMessageW(control->Window(), message, wParam, lParam);
   }
   const bool newFont = message == WM_SETTINGCHANGE && TakeMessageFont();
   if (newFont || message != WM_SETTINGCHANGE) LayOutAnew();

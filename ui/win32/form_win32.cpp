@@ -11,6 +11,7 @@ namespace tarvik::ui {
 namespace {
 
 constexpr int kIconId = 1;  ///< in the program's resources
+constexpr UINT_PTR kOtherPagesTimer = 1;
 
 HICON ProgramIcon(int width, int height) {
   return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kIconId), IMAGE_ICON,
@@ -67,19 +68,30 @@ Win32Form* Win32Form::Of(HWND window) {
 
 // Controls
 
-HWND Win32Form::ParentFor(int page) const {
-  if (page == kNoPage) return window_;
-  if (tabStrip_ == nullptr) throw RuntimeError(L"The window has no pages.");
-  return tabStrip_->Panel(page);
-}
-
 template <typename Type, typename... Arguments>
 Type& Win32Form::Add(int id, int page, Arguments&&... arguments) {
-  auto control = std::make_unique<Type>(*this, ParentFor(page), id, std::forward<Arguments>(arguments)...);
+  auto control = std::make_unique<Type>(*this, page, id, std::forward<Arguments>(arguments)...);
   Type& added = *control;
+  // What stands on a page is made with the page.
+  if (page == kNoPage) added.Make(window_);
   controls_.push_back(std::move(control));
-  added.ApplyFont();
   return added;
+}
+
+void Win32Form::MakePage(int page) {
+  if (!everShown_ || page == kNoPage || tabStrip_->Panel(page) != nullptr) return;
+  tabStrip_->MakePanel(page);
+  for (const auto& control : controls_)
+    if (control->Page() == page) control->Make(tabStrip_->Panel(page));
+  tabStrip_->ShowFrontPanel();
+}
+
+void Win32Form::MakeOtherPages() noexcept {
+  KillTimer(window_, kOtherPagesTimer);
+  if (tabStrip_ == nullptr) return;
+  RunGuarded(window_, [this] {
+    for (int page = 0; page < tabStrip_->PageCount(); ++page) MakePage(page);
+  });
 }
 
 Label& Win32Form::AddLabel(int id, int page, const std::wstring& caption) {
@@ -92,7 +104,7 @@ Button& Win32Form::AddButton(int id, int page, const std::wstring& caption) {
   // The arrow keys walk along buttons that stand side by side, and nowhere else.
   const bool follows = !controls_.empty() &&
                        dynamic_cast<const Win32Button*>(controls_.back().get()) != nullptr &&
-                       GetParent(controls_.back()->Window()) == ParentFor(page);
+                       controls_.back()->Page() == page;
   Button& button = Add<Win32Button>(id, page, !follows);
   button.SetCaption(caption);
   return button;
@@ -167,6 +179,11 @@ void Win32Form::Show() {
   if (!std::exchange(everShown_, true)) {
     KeepOnScreen();
     for (const auto& control : controls_) control->ApplyPlace();
+    if (tabStrip_ != nullptr) {
+      MakePage(tabStrip_->FrontPage());
+      // The others come as soon as nothing else waits: what the user sees is there sooner.
+      SetTimer(window_, kOtherPagesTimer, USER_TIMER_MINIMUM, nullptr);
+    }
   }
   // The main window obeys whoever started the program, a shortcut that wants it maximised, say.
   ShowWindow(window_, role_ == FormRole::Main ? SW_SHOWDEFAULT : SW_SHOW);

@@ -93,6 +93,9 @@ class Win32Form final : public Form {
   /// The window, or what holds it, is about to be hidden or disabled: a focus in it moves on.
   void MoveFocusFrom(HWND window);
 
+  /// Makes the page's panel and controls, which wait for the form to be shown.
+  void MakePage(int page);
+
   /// Does with an input message what a dialog would do; true when that was all.
   bool FilterMessage(MSG& message);
 
@@ -111,6 +114,7 @@ class Win32Form final : public Form {
   bool ShowHourglass() const;
   void SetMinimumTrack(MINMAXINFO& info) const;
   void KeepOnScreen();
+  void MakeOtherPages() noexcept;
   void RestoreFocus();
 
   bool FilterKeyDown(MSG& message);
@@ -122,7 +126,6 @@ class Win32Form final : public Form {
 
   template <typename Type, typename... Arguments>
   Type& Add(int id, int page, Arguments&&... arguments);
-  HWND ParentFor(int page) const;
   /// The control that the window is, or is a part of; null when it is none.
   ControlWindow* ControlOf(HWND window) const;
   ControlWindow* ControlWithId(int id) const;

@@ -8,8 +8,8 @@
 
 namespace tarvik::ui {
 
-Win32ListBox::Win32ListBox(Win32Form& form, HWND parent, int id, const std::wstring& toolTip)
-    : UncaptionedControl(form, parent, id,
+Win32ListBox::Win32ListBox(Win32Form& form, int page, int id, const std::wstring& toolTip)
+    : UncaptionedControl(form, page, id,
                          {L"ListBox",
                           LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | LBS_USETABSTOPS | WS_VSCROLL | WS_HSCROLL |
                               WS_TABSTOP | WS_GROUP,

@@ -11,6 +11,7 @@ namespace {
 
 /// What EnableThemeDialogTexture takes to let the themed page of the tab control show through a panel.
 constexpr DWORD kEnableTabTexture = 6;
+constexpr int kAmpleWidth = 4000;
 using EnableThemeDialogTextureFunction = HRESULT(WINAPI*)(HWND, DWORD);
 
 /// A panel's only task is to hand on what its controls have to say.
@@ -22,19 +23,20 @@ INT_PTR CALLBACK PanelProcedure(HWND panel, UINT message, WPARAM wParam, LPARAM 
 
 }  // namespace
 
-Win32TabStrip::Win32TabStrip(Win32Form& form, HWND parent, int id, int pageCount)
-    : UncaptionedControl(form, parent, id, {WC_TABCONTROLW, WS_TABSTOP | WS_GROUP}),
+Win32TabStrip::Win32TabStrip(Win32Form& form, int page, int id, int pageCount)
+    : UncaptionedControl(form, page, id, {WC_TABCONTROLW, WS_TABSTOP | WS_GROUP}),
       pages_(static_cast<size_t>(pageCount)) {
   themes_.Load(L"uxtheme.dll");
-  HWND behind = Window();
-  for (int page = 0; page < pageCount; ++page) {
-    behind = At(page).panel = CreatePanel(parent, behind);
-    InsertTab(page);
-  }
-  Show(0);
+  // A row too narrow for its tabs would begin with a pair of scroll buttons.
+  PutAt({0, 0, kAmpleWidth, kAmpleWidth});
 }
 
-HWND Win32TabStrip::CreatePanel(HWND parent, HWND behind) {
+void Win32TabStrip::OnMade() {
+  for (int page = 0; page < PageCount(); ++page) InsertTab(page);
+  Send(TCM_SETCURSEL, static_cast<WPARAM>(TabOf(front_)));
+}
+
+void Win32TabStrip::MakePanel(int page) {
   // An empty dialog template is followed by three empty names: of the menu, the class and the title.
   struct {
     DLGTEMPLATE header;
@@ -42,13 +44,24 @@ HWND Win32TabStrip::CreatePanel(HWND parent, HWND behind) {
   } dialog{};
   dialog.header.style = WS_CHILD | WS_CLIPSIBLINGS | DS_CONTROL;
   dialog.header.dwExtendedStyle = WS_EX_CONTROLPARENT;
-  HWND panel =
-      CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &dialog.header, parent, PanelProcedure, 0);
+  HWND panel = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &dialog.header, form_.Window(),
+                                          PanelProcedure, 0);
   if (panel == nullptr) ThrowRefusal(L"A page of the window cannot be created.");
-  SetWindowPos(panel, behind, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  At(page).panel = panel;
+  SetWindowTextW(panel, At(page).caption.c_str());
+  EnableWindow(panel, IsOperable());
+  PlacePanel(panel);
   if (const auto enableTexture = themes_.Find<EnableThemeDialogTextureFunction>("EnableThemeDialogTexture"))
     enableTexture(panel, kEnableTabTexture);
-  return panel;
+}
+
+void Win32TabStrip::PlacePanel(HWND panel) const {
+  if (panel == nullptr) return;
+  const Rect bounds = Place();
+  const RECT area = PageArea(bounds.width, bounds.height);
+  SetWindowPos(panel, Window(), bounds.x + static_cast<int>(area.left), bounds.y + static_cast<int>(area.top),
+               static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top),
+               SWP_NOACTIVATE);
 }
 
 const Win32TabStrip::Page& Win32TabStrip::At(int page) const {
@@ -87,7 +100,8 @@ void Win32TabStrip::InsertTab(int page) {
 
 void Win32TabStrip::SetPageCaption(int page, const std::wstring& caption) {
   At(page).caption = caption;
-  SetWindowTextW(At(page).panel, caption.c_str());  // seen by screen readers alone
+  if (At(page).panel != nullptr)
+    SetWindowTextW(At(page).panel, caption.c_str());  // seen by screen readers alone
   if (!At(page).on) return;
   TCITEMW tab{};
   tab.mask = TCIF_TEXT;
@@ -130,10 +144,15 @@ void Win32TabStrip::Show(int page) {
   front_ = page;
   if (page != kNone) {
     Send(TCM_SETCURSEL, static_cast<WPARAM>(TabOf(page)));
-    if (IsShown()) ShowWindow(At(page).panel, SW_SHOWNA);
+    form_.MakePage(page);
+    ShowFrontPanel();
     if (takesFocus) form_.FocusOnFirstOf(At(page).panel);
   }
   if (old != nullptr && (page == kNone || old != At(page).panel)) ShowWindow(old, SW_HIDE);
+}
+
+void Win32TabStrip::ShowFrontPanel() {
+  if (front_ != kNone && At(front_).panel != nullptr && IsShown()) ShowWindow(At(front_).panel, SW_SHOWNA);
 }
 
 void Win32TabStrip::GoTo(int page) noexcept {
@@ -167,13 +186,17 @@ bool Win32TabStrip::TakesFocusAt(POINT place) const {
 void Win32TabStrip::SetVisible(bool visible) {
   if (!visible && front_ != kNone) form_.MoveFocusFrom(At(front_).panel);
   ShowOrHide(visible);
-  if (front_ != kNone) ShowWindow(At(front_).panel, visible ? SW_SHOWNA : SW_HIDE);
+  if (visible)
+    ShowFrontPanel();
+  else if (front_ != kNone && At(front_).panel != nullptr)
+    ShowWindow(At(front_).panel, SW_HIDE);
 }
 
 void Win32TabStrip::SetEnabled(bool enabled) {
   if (!enabled && front_ != kNone) form_.MoveFocusFrom(At(front_).panel);
   EnableOrDisable(enabled);
-  for (const Page& page : pages_) EnableWindow(page.panel, enabled);
+  for (const Page& page : pages_)
+    if (page.panel != nullptr) EnableWindow(page.panel, enabled);
 }
 
 RECT Win32TabStrip::PageArea(int width, int height) const {
@@ -194,10 +217,7 @@ void Win32TabStrip::ApplyPlace() {
   CombineRgn(frame, frame, hole, RGN_DIFF);
   DeleteObject(hole);
   if (!SetWindowRgn(Window(), frame, TRUE)) DeleteObject(frame);
-  for (const Page& page : pages_)
-    SetWindowPos(page.panel, nullptr, bounds.x + static_cast<int>(area.left),
-                 bounds.y + static_cast<int>(area.top), static_cast<int>(area.right - area.left),
-                 static_cast<int>(area.bottom - area.top), SWP_NOZORDER | SWP_NOACTIVATE);
+  for (const Page& page : pages_) PlacePanel(page.panel);
 }
 
 Size Win32TabStrip::FrameSize() const {

@@ -12,7 +12,7 @@ namespace tarvik::ui {
 /// right behind it, so that the order of the Tab key follows the eye.
 class Win32TabStrip final : public UncaptionedControl<TabStrip> {
  public:
-  Win32TabStrip(Win32Form& form, HWND parent, int id, int pageCount);
+  Win32TabStrip(Win32Form& form, int page, int id, int pageCount);
 
   void SetVisible(bool visible) override;
   void SetEnabled(bool enabled) override;
@@ -28,8 +28,12 @@ class Win32TabStrip final : public UncaptionedControl<TabStrip> {
   int FrontPage() const override { return front_; }
   Size FrameSize() const override;
 
-  /// The parent of the page's controls.
+  /// The parent of the page's controls; null until it is made.
   HWND Panel(int page) const { return At(page).panel; }
+  /// Makes it where it belongs, hidden.
+  void MakePanel(int page);
+  /// Shows the panel of the page in front, if it is made.
+  void ShowFrontPanel();
   /// Brings the next page that is switched on to front, or the one before, and moves the focus there.
   void Walk(bool backwards) noexcept;
 
@@ -39,6 +43,9 @@ class Win32TabStrip final : public UncaptionedControl<TabStrip> {
   bool TakesFocusAt(POINT place) const override;
   bool HasMnemonic(wchar_t letter) const override { return PageOfMnemonic(letter) != kNone; }
   void OnMnemonic(wchar_t letter) override;
+
+ protected:
+  void OnMade() override;
 
  private:
   static constexpr int kNone = -1;
@@ -52,7 +59,6 @@ class Win32TabStrip final : public UncaptionedControl<TabStrip> {
 
   const Page& At(int page) const;
   Page& At(int page);
-  HWND CreatePanel(HWND parent, HWND behind);
   /// The place in the row of a page's tab, which moves when a page before it is switched off.
   int TabOf(int page) const;
   int PageOfTab(int tab) const;
@@ -64,6 +70,7 @@ class Win32TabStrip final : public UncaptionedControl<TabStrip> {
   void GoTo(int page) noexcept;
   /// The area of the pages inside a strip of that size.
   RECT PageArea(int width, int height) const;
+  void PlacePanel(HWND panel) const;
 
   std::vector<Page> pages_;
   SystemLibrary themes_;

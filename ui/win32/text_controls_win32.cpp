@@ -35,11 +35,15 @@ bool PassesFilter(HWND owner, const KeyPress& filter, WPARAM& letter) noexcept {
 
 }  // namespace
 
-Win32TextBox::Win32TextBox(Win32Form& form, HWND parent, int id, bool masked)
-    : UncaptionedControl(form, parent, id,
+Win32TextBox::Win32TextBox(Win32Form& form, int page, int id, bool masked)
+    : UncaptionedControl(form, page, id,
                          {L"Edit", ES_AUTOHSCROLL | WS_TABSTOP | WS_GROUP | (masked ? DWORD{ES_PASSWORD} : 0),
-                          WS_EX_CLIENTEDGE}) {
+                          WS_EX_CLIENTEDGE}),
+      masked_(masked) {}
+
+void Win32TextBox::OnMade() {
   Send(EM_SETLIMITTEXT, 0);
+  if (masked_ != PasswordMask()) SetPasswordMask(masked_);
   Subclass(Window());
 }
 
@@ -49,14 +53,16 @@ Size Win32TextBox::SizeFor(const std::wstring& caption) const {
 }
 
 void Win32TextBox::SetPasswordMask(bool masked) {
+  masked_ = masked;
+  if (!IsMade()) return;
   Send(EM_SETPASSWORDCHAR, masked ? kBlackCircle : 0);
   InvalidateRect(Window(), nullptr, TRUE);
 }
 
-bool Win32TextBox::PasswordMask() const { return Send(EM_GETPASSWORDCHAR) != 0; }
+bool Win32TextBox::PasswordMask() const { return IsMade() ? Send(EM_GETPASSWORDCHAR) != 0 : masked_; }
 
 void Win32TextBox::SetSelection(int start, int length) {
-  Send(EM_SETSEL, static_cast<WPARAM>(start), static_cast<LPARAM>(start) + length);
+  if (IsMade()) Send(EM_SETSEL, static_cast<WPARAM>(start), static_cast<LPARAM>(start) + length);
 }
 
 void Win32TextBox::OnCommand(WORD notification) {
@@ -97,14 +103,16 @@ LRESULT Win32TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   return CallOriginal(message, wParam, lParam);
 }
 
-Win32ComboBox::Win32ComboBox(Win32Form& form, HWND parent, int id, ComboBoxStyle style)
+Win32ComboBox::Win32ComboBox(Win32Form& form, int page, int id, ComboBoxStyle style)
     : UncaptionedControl(
-          form, parent, id,
+          form, page, id,
           {L"ComboBox", (style == ComboBoxStyle::Editable ? DWORD{CBS_DROPDOWN | CBS_AUTOHSCROLL}
                                                           : DWORD{CBS_DROPDOWNLIST}) |
-                            WS_VSCROLL | WS_TABSTOP | WS_GROUP}) {
+                            WS_VSCROLL | WS_TABSTOP | WS_GROUP}) {}
+
+void Win32ComboBox::OnMade() {
   Send(CB_SETMINVISIBLE, kItemsShown);
-  if (style == ComboBoxStyle::DropDownList) return;
+  if ((Style() & CBS_DROPDOWNLIST) == CBS_DROPDOWNLIST) return;
   Send(CB_LIMITTEXT, 0);
   COMBOBOXINFO parts{};
   parts.cbSize = sizeof parts;
