@@ -225,9 +225,12 @@ void BringToForeground(HWND window) {
   const HWND root = GetAncestor(window, GA_ROOT);
   // A message box in front of its window keeps the foreground.
   const HWND active = GetLastActivePopup(root);
-  if (GetForegroundWindow() == active) return;
-  SetForegroundWindow(active);
-  WaitFor(5000, "foreground", [active] { return GetForegroundWindow() == active; });
+  // A screen that has just shown another window may hand that one the foreground a moment later.
+  WaitFor(kInputTimeOut, "foreground", [active] {
+    if (GetForegroundWindow() == active) return true;
+    SetForegroundWindow(active);
+    return SoonTrue([active] { return GetForegroundWindow() == active; });
+  });
 }
 
 POINT CentreOf(HWND control) {

@@ -13,8 +13,7 @@
 namespace tarvik::lab {
 
 /// The shipped program in front of a test: one PC a suite, the program started anew for each test. A suite
-/// that wants another PC has Options() of its own. The PC stands in the machine's own network: what sends an
-/// echo belongs into the laboratory.
+/// that wants another PC has Options() of its own. The PC has a network with nothing in it but loopback.
 template <typename Suite>
 class WindowsTest : public testing::Test {
  protected:
