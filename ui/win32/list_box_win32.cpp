@@ -68,15 +68,16 @@ void Win32ListBox::AddItem(const std::wstring& text) {
 void Win32ListBox::Clear() { Send(LB_RESETCONTENT); }
 
 void Win32ListBox::Select(int index) {
-  // -1 takes the selection away, and is answered as if it were an error.
-  if (Send(LB_SETCURSEL, static_cast<WPARAM>(index)) < 0 && index != -1)
-    throw RuntimeError(L"The list has no such line.");
-  // Selecting scrolls a line into view, but is content with a part of it.
+  // Selecting scrolls a line into view, but is content with a part of it; so the list is scrolled before,
+  // once.
   const LRESULT lineHeight = std::max<LRESULT>(1, Send(LB_GETITEMHEIGHT));
   RECT client{};
   GetClientRect(Window(), &client);
   const LRESULT whole = std::max<LRESULT>(1, client.bottom / lineHeight);
   if (index >= Send(LB_GETTOPINDEX) + whole) Send(LB_SETTOPINDEX, static_cast<WPARAM>(index - whole + 1));
+  // -1 takes the selection away, and is answered as if it were an error.
+  if (Send(LB_SETCURSEL, static_cast<WPARAM>(index)) < 0 && index != -1)
+    throw RuntimeError(L"The list has no such line.");
 }
 
 int Win32ListBox::SelectedIndex() const { return static_cast<int>(Send(LB_GETCURSEL)); }

@@ -1,7 +1,7 @@
 // Measures the shipped program on the laboratory's network and prints one table. Where a figure depends on
 // the machine, it stands beside a measure taken in the same run.
 //
-//   bench_speed PROGRAM BARE_WINDOW DRIVER BENCH CACHE
+//   bench_speed PROGRAM BARE_WINDOW SPEED_PROBE DRIVER BENCH CACHE
 
 #include <algorithm>
 #include <chrono>
@@ -15,6 +15,8 @@
 #include "lab/laboratory.h"
 #include "lab/main_window.h"
 #include "lab/program.h"
+#include "lab/speed/probe_measures.h"
+#include "lab/speed/table.h"
 #include "lab/windows_pc.h"
 
 namespace tarvik::lab {
@@ -23,22 +25,6 @@ namespace {
 constexpr int kStarts = 15;
 constexpr int kStops = 20;
 constexpr int kEchoes = 20;
-
-double Median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
-void Row(const std::string& what, double figure, const std::string& unit, const std::string& beside) {
-  std::printf("  %-44s %10.2f %-8s %s\n", what.c_str(), figure, unit.c_str(), beside.c_str());
-  std::fflush(stdout);
-}
-
-std::string Beside(double own, double measure, const std::string& unit) {
-  char text[80];
-  std::snprintf(text, sizeof text, "(%.1f / %.1f %s)", own, measure, unit.c_str());
-  return text;
-}
 
 /// The two programs start in turns, so that both meet the machine in the same mood.
 void MeasureStart(WindowsPc& pc, const std::string& program, const std::string& bareWindow) {
@@ -87,23 +73,29 @@ void MeasureRhythm(WindowsPc& pc, const std::string& program) {
   const auto begun = Clock::now();
   window.WaitForText(ID_cmdPing, "&Ping", std::chrono::seconds(2 * kEchoes));
   const double seconds = std::chrono::duration<double>(Clock::now() - begun).count();
-  Row("rhythm: " + std::to_string(kEchoes) + " echoes, deviation", 100 * (seconds - kEchoes) / kEchoes, "%",
-      Beside(seconds, kEchoes, "s"));
+  Row("ladder's overhead beside its " + std::to_string(kEchoes) + " pauses",
+      100 * (seconds - kEchoes) / kEchoes, "%", Beside(seconds, kEchoes, "s"));
 }
 
 void MeasureAll(char** arguments) {
   const std::string program = arguments[1];
-  const Laboratory laboratory(arguments[5]);
+  const std::string probe = arguments[3];
+  const Laboratory laboratory(arguments[6]);
   WindowsPc::Options options;
-  options.driver = arguments[3];
-  options.programPath = arguments[4];
-  options.cacheFolder = arguments[5];
+  options.driver = arguments[4];
+  options.programPath = arguments[5];
+  options.cacheFolder = arguments[6];
   options.networkNamespace = laboratory.Namespace(Host::Pc);
   WindowsPc pc(options);
   Row("program size", static_cast<double>(std::filesystem::file_size(program)) / 1024, "KB", "");
   MeasureStart(pc, program, arguments[2]);
   MeasureStop(pc, program);
   MeasureRhythm(pc, program);
+  const ProbeGround ground{pc, laboratory, program, probe, options.cacheFolder};
+  MeasureLines(ground);
+  MeasureSort(ground);
+  MeasurePmc(ground);
+  MeasureListing(ground);
 }
 
 }  // namespace
@@ -111,8 +103,8 @@ void MeasureAll(char** arguments) {
 
 int main(int count, char** arguments) {
   using namespace tarvik::lab;
-  if (count != 6) {
-    std::cerr << "bench_speed PROGRAM BARE_WINDOW DRIVER BENCH CACHE\n";
+  if (count != 7) {
+    std::cerr << "bench_speed PROGRAM BARE_WINDOW SPEED_PROBE DRIVER BENCH CACHE\n";
     return 2;
   }
   try {
