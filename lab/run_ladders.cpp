@@ -3,6 +3,8 @@
 //
 //   run_ladders PROGRAM DRIVER BENCH OUTPUT [ADDRESS | desk]
 
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <string>
 
@@ -10,12 +12,15 @@
 #include "lab/controller.h"
 #include "lab/ftp_server.h"
 #include "lab/laboratory.h"
+#include "lab/leavings.h"
 #include "lab/main_window.h"
 #include "lab/program.h"
 #include "lab/shown_program.h"
 
 namespace tarvik::lab {
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::chrono::hours kLongestPlay(12);
 
@@ -94,7 +99,27 @@ bool ShowLaboratory(const ShownProgram& shown) {
   return ShowWholeLadder(pc, shown, laboratory) && network;
 }
 
+/// Runs a command of the PC's own Windows.
+void RunOnPc(WindowsPc& pc, const std::string& command, const std::string& arguments) {
+  ProgramUnderTest program(pc, pc.Prefix().Folder() + "/drive_c/windows/system32/" + command, arguments);
+  if (program.WaitForEnd(kSoon) != 0) throw LabError(command + " " + arguments + ": failed");
+}
+
+/// A started K7 server, as a service of the PC that the program can stop and start.
+void InstallK7Server(WindowsPc& pc, const ShownProgram& shown, const WorkFolder& folder) {
+  const std::string server = folder.Path() + "/K7Server.exe";
+  fs::copy_file(shown.bench + "/K7Server.exe", server);
+  std::ofstream(folder.Path() + "/K7Server.scenario") << "start_takes 2000\nstop_takes 2000\n";
+  const std::string services = pc.Prefix().Folder() + "/drive_c/windows/system32/drivers/etc/services";
+  fs::remove(services);  // shared with other prefixes, so not to be written to
+  std::ofstream(services) << "NORVAX_K7_SERVER  8300/udp\r\n";
+  RunOnPc(pc, "sc.exe", "create K7Server binPath= " + WindowsPath(server));
+  RunOnPc(pc, "sc.exe", "start K7Server");
+}
+
 bool LeaveOpen(const ShownProgram& shown) {
+  const bool general = fs::path(shown.program).parent_path().filename() == "x86-general";
+  const WorkFolder k7(shown.CacheFolder());
   const Laboratory laboratory(shown.CacheFolder());
   const FtpServer files(laboratory, Host::Near, FtpServer::Product::Vsftpd, shown.CacheFolder());
   FillDirectory(files);
@@ -103,6 +128,7 @@ bool LeaveOpen(const ShownProgram& shown) {
   WindowsPc::Options options = shown.PcOptions();
   options.networkNamespace = laboratory.Namespace(Host::Pc);
   WindowsPc pc(options);
+  if (general) InstallK7Server(pc, shown, k7);
   ProgramUnderTest program(pc, shown.program);
   const WindowUnderTest window = WaitForMainWindow(program, {{}, [](const BoxUnderTest&) {}});
   window.SetText(ID_cmbIPAddr, kNearAddress);
@@ -111,6 +137,7 @@ bool LeaveOpen(const ShownProgram& shown) {
             << "  " << kNearAddress << "   a controller on the PC's own subnet; FTP user " << kFtpUser
             << ", password " << kFtpPassword << "\n"
             << "  " << kFarAddress << "   one behind the gateway, which asks for the access code 12345678\n"
+            << (general ? "  The K7 server runs as a service of the PC, on UDP port 8300.\n" : "")
             << std::endl;
   program.WaitForEnd(kLongestPlay);
   return true;
