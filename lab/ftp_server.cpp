@@ -24,6 +24,8 @@ listen=YES
 background=NO
 anonymous_enable=YES
 local_enable=YES
+write_enable=YES
+local_umask=022
 anon_root=/mnt
 local_root=/mnt
 pasv_enable=NO
@@ -36,6 +38,7 @@ isolate=NO
 isolate_network=NO
 END
 mkdir empty
+chown 65532:65532 files
 mount --bind passwd /etc/passwd
 mount --bind shadow /etc/shadow
 mount --bind pam /etc/pam.d/vsftpd
@@ -64,7 +67,7 @@ class Handler(FTPHandler):
     authorizer = DummyAuthorizer()
     proto_cmds = {verb: what for verb, what in FTPHandler.proto_cmds.items() if verb not in ("PASV", "EPSV")}
 
-Handler.authorizer.add_user(sys.argv[2], sys.argv[3], sys.argv[1])
+Handler.authorizer.add_user(sys.argv[2], sys.argv[3], sys.argv[1], perm="elradfmw")
 Handler.authorizer.add_anonymous(sys.argv[1])
 FTPServer(("0.0.0.0", 21), Handler).serve_forever()
 )";

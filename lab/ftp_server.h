@@ -13,7 +13,8 @@ inline constexpr char kFtpUser[] = "cnc";
 inline constexpr char kFtpPassword[] = "secret";
 
 /// A real FTP server on port 21 of a host, in active mode only. It lets in anonymous users and the one
-/// above, and serves one folder. Its end ends it. Everything throws LabError when the system refuses.
+/// above, who may write, and serves one folder. Its end ends it. Everything throws LabError when the system
+/// refuses.
 class FtpServer {
  public:
   enum class Product { Vsftpd, Pyftpdlib };
@@ -26,6 +27,9 @@ class FtpServer {
   /// Puts an empty directory, or a file of that many bytes, into the folder. Names are raw bytes.
   void AddDirectory(const std::string& name) const;
   void AddFile(const std::string& name, size_t bytes = 0) const;
+
+  /// The folder as this machine sees it.
+  const std::string& Folder() const { return files_; }
 
  private:
   WorkFolder work_;

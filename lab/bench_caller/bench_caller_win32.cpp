@@ -7,10 +7,6 @@
 
 #include "lab/bench_caller/bench_caller_win32.h"
 
-#include <iostream>
-
-#include "lab/driver_protocol.h"
-
 namespace tarvik::lab {
 namespace {
 
@@ -42,28 +38,12 @@ Fields Set(const Fields& arguments) {
   return {};
 }
 
-Fields Answer(const std::map<std::string, Command>& commands, Fields fields) {
-  try {
-    const auto found = commands.find(fields.front());
-    if (found == commands.end()) throw std::runtime_error("no such command");
-    fields.erase(fields.begin());
-    Fields answer = found->second(fields);
-    answer.insert(answer.begin(), "ok");
-    return answer;
-  } catch (const std::exception& error) {
-    return {"error", error.what()};
-  }
-}
-
 void Run() {
   std::map<std::string, Command> commands = LibraryCommands();
   commands["version"] = Version;
   commands["exports"] = Exports;
   commands["set"] = Set;
-  for (std::string line; std::getline(std::cin, line);) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    std::cout << JoinFields(Answer(commands, SplitFields(line))) << std::endl;
-  }
+  AnswerCommands(commands);
 }
 
 }  // namespace

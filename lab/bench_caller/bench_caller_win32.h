@@ -2,18 +2,14 @@
 
 #include <bit>
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
+#include "lab/bench_caller/command_loop_win32.h"
 #include "platform/windows_win32.h"
 
 namespace tarvik::lab {
-
-using Fields = std::vector<std::string>;
-using Command = std::function<Fields(const Fields&)>;
 
 /// The calls of the bench's libraries, by name. The first field of an answer is the result.
 std::map<std::string, Command> LibraryCommands();

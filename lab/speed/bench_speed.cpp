@@ -84,7 +84,8 @@ void MeasureAll(char** arguments) {
   WindowsPc::Options options;
   options.driver = arguments[4];
   options.programPath = arguments[5];
-  options.cacheFolder = arguments[6];
+  options.cacheFolder =
+      std::filesystem::absolute(arguments[6]);  // a server with files of its own looks from elsewhere
   options.networkNamespace = laboratory.Namespace(Host::Pc);
   WindowsPc pc(options);
   Row("program size", static_cast<double>(std::filesystem::file_size(program)) / 1024, "KB", "");

@@ -45,9 +45,10 @@ class PmcRead : public CncTest<PmcRead> {
   }
 
   static void ExpectIdle(const WindowUnderTest& window) {
-    EXPECT_TRUE(window.Enabled(ID_cmdRead));
-    EXPECT_TRUE(window.Enabled(ID_cmdClose));
-    EXPECT_FALSE(window.Enabled(ID_cmdStop));
+    // The buttons change one after the other.
+    EXPECT_TRUE(WaitUntil(kSoon, [&] {
+      return window.Enabled(ID_cmdRead) && window.Enabled(ID_cmdClose) && !window.Enabled(ID_cmdStop);
+    }));
   }
 
  private:

@@ -29,8 +29,7 @@ class BenchTest : public testing::Test {
 
   void SetUp() override {
     if (whyNot_) GTEST_SKIP() << *whyNot_;
-    folder_.emplace(Cache());
-    caller_ = StartInWindows({Bench() + "/bench_caller.exe"});
+    StartCaller(Bench() + "/bench_caller.exe");
     Set("TARVIK_BENCH_CALLS", WindowsPath(folder_->Path() + "/calls"));
   }
   void TearDown() override {
@@ -50,6 +49,7 @@ class BenchTest : public testing::Test {
   static void SetNetworkNamespace(const std::string& name) { namespace_ = name; }
   static void SkipSuite(const std::optional<std::string>& whyNot) { whyNot_ = whyNot; }
   std::string Folder() const { return folder_->Path(); }
+  static const std::optional<std::string>& WhyNot() { return whyNot_; }
 
   static std::unique_ptr<Process> StartInWindows(Fields command) {
     Process::Options options;
@@ -69,6 +69,11 @@ class BenchTest : public testing::Test {
     answer.erase(answer.begin());
     if (!done) throw LabError(command.front() + ": " + answer.at(0));
     return answer;
+  }
+
+  void StartCaller(const std::string& program) {
+    folder_.emplace(Cache());
+    caller_ = StartInWindows({program});
   }
 
   void Set(const std::string& variable, const std::string& value) { Call({"set", variable, value}); }

@@ -1,0 +1,120 @@
+// One command a line, one answer a line. Texts are UTF-8. Ends with its input.
+//
+//   add_services <path> <name> <port> <protocol>  -> 1 or 0, the port, then the texts of message boxes
+//   ftp_connect <host> <user> <password>          -> 1 or 0
+//   ftp_response                                  -> the server's latest reply
+//   ftp_get <remote file> <local file> <fail if it exists: 1 or 0>, ftp_put <local file> <remote file>,
+//   ftp_delete <file>, ftp_rename <file> <new name>, ftp_make_dir <directory>, ftp_remove_dir <directory>,
+//   ftp_set_dir <directory>                       -> 1 or 0
+//   ftp_dir                                       -> the remote current directory
+//   ftp_information <name>                        -> 1, name, size, and whether it is a directory; or 0
+
+#include <array>
+
+#include "about/fmt_err_msg.h"
+#include "about/kernel_calls_win32.h"
+#include "ftp/ftp_client.h"
+#include "ftp/wininet_win32.h"
+#include "k7/services_file.h"
+#include "lab/bench_caller/command_loop_win32.h"
+#include "platform/code_page_win32.h"
+#include "platform/files_win32.h"
+#include "platform/text.h"
+#include "platform/windows_win32.h"
+
+namespace tarvik::lab {
+namespace {
+
+std::wstring Wide(const std::string& text) {
+  std::wstring wide(text.size(), L'\0');
+  wide.resize(static_cast<size_t>(::MultiByteToWideChar(
+      CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide.data(), static_cast<int>(wide.size()))));
+  return wide;
+}
+
+std::string Utf8(const std::wstring& text) {
+  std::string bytes(3 * text.size(), '\0');
+  bytes.resize(static_cast<size_t>(::WideCharToMultiByte(CP_UTF8, 0, text.data(),
+                                                         static_cast<int>(text.size()), bytes.data(),
+                                                         static_cast<int>(bytes.size()), nullptr, nullptr)));
+  return bytes;
+}
+
+Fields Verdict(bool passed) { return {passed ? "1" : "0"}; }
+
+/// Boxes that nobody has to answer.
+class NotedBoxes final : public ui::MessageBoxes {
+ public:
+  void Show(const std::wstring& text, ui::BoxIcon, const std::wstring&) override {
+    texts.push_back(Utf8(text));
+  }
+  void ShowSystemModal(const std::wstring& text) override { texts.push_back(Utf8(text)); }
+  bool AskYesNo(const std::wstring& text, bool, const std::wstring&) override {
+    texts.push_back(Utf8(text));
+    return false;
+  }
+
+  Fields texts;
+};
+
+Fields AddServices(const Fields& arguments) {
+  Win32Files files;
+  Win32CodePage codePage;
+  Win32KernelCalls kernel;
+  NotedBoxes boxes;
+  FmtErrMsg errors(kernel, codePage, boxes);
+  std::array<ServiceEntry, 1> entries;
+  entries[0].Name = Wide(arguments.at(1));
+  entries[0].PortNo = ParseInt32(Wide(arguments.at(2))).value_or(0);
+  entries[0].Protocol = Wide(arguments.at(3));
+  const bool done = AddMissingServices({files, codePage, errors, boxes}, Wide(arguments.at(0)), entries,
+                                       {2026, 11, 21, 9, 5});
+  Fields answer = Verdict(done);
+  answer.push_back(std::to_string(entries[0].PortNo));
+  answer.insert(answer.end(), boxes.texts.begin(), boxes.texts.end());
+  return answer;
+}
+
+void AddFtpCommands(std::map<std::string, Command>& commands, clsFtpClient& client) {
+  commands["ftp_connect"] = [&client](const Fields& a) {
+    return Verdict(client.Connect(Wide(a.at(0)), Wide(a.at(1)), Wide(a.at(2))));
+  };
+  commands["ftp_response"] = [&client](const Fields&) { return Fields{Utf8(client.Response())}; };
+  commands["ftp_get"] = [&client](const Fields& a) {
+    return Verdict(client.Get(Wide(a.at(0)), Wide(a.at(1)), a.at(2) == "1"));
+  };
+  commands["ftp_put"] = [&client](const Fields& a) {
+    return Verdict(client.Put(Wide(a.at(0)), Wide(a.at(1))));
+  };
+  commands["ftp_delete"] = [&client](const Fields& a) { return Verdict(client.Delete(Wide(a.at(0)))); };
+  commands["ftp_rename"] = [&client](const Fields& a) {
+    return Verdict(client.Rename(Wide(a.at(0)), Wide(a.at(1))));
+  };
+  commands["ftp_make_dir"] = [&client](const Fields& a) { return Verdict(client.MakeDir(Wide(a.at(0)))); };
+  commands["ftp_remove_dir"] = [&client](const Fields& a) {
+    return Verdict(client.RemoveDir(Wide(a.at(0))));
+  };
+  commands["ftp_set_dir"] = [&client](const Fields& a) {
+    return Verdict(client.SetCurrentDir(Wide(a.at(0))));
+  };
+  commands["ftp_dir"] = [&client](const Fields&) { return Fields{Utf8(client.CurrentDir())}; };
+  commands["ftp_information"] = [&client](const Fields& a) {
+    const std::optional<FtpFile> file = client.FileInformation(Wide(a.at(0)));
+    if (!file) return Verdict(false);
+    return Fields{"1", Utf8(file->FileName), std::to_string(file->Size),
+                  (file->Attr & FtpFile::kDirectory) != 0 ? "1" : "0"};
+  };
+}
+
+}  // namespace
+}  // namespace tarvik::lab
+
+int main() {
+  using namespace tarvik;
+  Win32Wininet wininet;
+  Win32CodePage codePage;
+  clsFtpClient client(wininet, codePage);
+  std::map<std::string, lab::Command> commands{{"add_services", lab::AddServices}};
+  lab::AddFtpCommands(commands, client);
+  lab::AnswerCommands(commands);
+}
