@@ -1,0 +1,172 @@
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string_view>
+
+#include "lab/driver_protocol.h"
+#include "tests/windows/windows_fixture.h"
+
+namespace tarvik::lab {
+
+namespace fs = std::filesystem;
+
+inline constexpr int kK7SvcTab = 3;
+inline constexpr char kService[] = "K7Server";
+inline constexpr char kServicesLine[] = "NORVAX_K7_SERVER  8193/udp\r\n";
+
+/// The polling takes ten seconds, on a machine under load a little more.
+inline constexpr std::chrono::seconds kPolling(60);
+
+/// The service-setup library, called from another program than the one under test.
+class ServiceManager {
+ public:
+  ServiceManager(WindowsPc& pc, const std::string& bench) {
+    Process::Options options;
+    options.environment = pc.Prefix().Variables();
+    options.environment["DISPLAY"] = std::nullopt;
+    caller_ = std::make_unique<Process>(
+        std::vector<std::string>{"wine", WindowsPath(bench + "/bench_caller.exe")}, options);
+  }
+  ServiceManager(const ServiceManager&) = delete;
+  ServiceManager& operator=(const ServiceManager&) = delete;
+  ~ServiceManager() {
+    caller_->CloseInput();
+    caller_->Wait(std::chrono::seconds(10));
+  }
+
+  std::vector<std::string> Call(const std::vector<std::string>& command) {
+    caller_->Write(JoinFields(command) + "\n");
+    std::vector<std::string> answer = SplitFields(caller_->ReadLine(std::chrono::seconds(120)));
+    if (answer.front() != "ok") throw LabError(command.front() + ": " + answer.at(1));
+    answer.erase(answer.begin());
+    return answer;
+  }
+
+  void Install(const std::string& program) {
+    constexpr char kOnDemand[] = "3";
+    if (Call({"QSetup_InstallService", kService, "K7 server", WindowsPath(program), kOnDemand}).at(0) != "0")
+      throw LabError("the service cannot be installed");
+  }
+  void Remove() { Call({"QSetup_RemoveService", kService}); }
+  void Start() { Call({"QSetup_StartService", kService, "60000"}); }
+
+ private:
+  std::unique_ptr<Process> caller_;
+};
+
+/// The general edition with its libraries in a folder of its own, on a PC with a real K7 service.
+template <typename Suite>
+class K7ServicePc : public WindowsTest<Suite> {
+  using Base = WindowsTest<Suite>;
+
+ public:
+  static WindowsPc::Options Options() { return GeneralPc({}); }
+
+  static void TearDownTestSuite() {
+    Base::TearDownTestSuite();
+    folder_.reset();
+  }
+
+ protected:
+  static WindowsPc::Options GeneralPc(const Environment& more) {
+    WindowsPc::Options options = PcForTests();
+    options.programPath.clear();
+    folder_ = std::make_unique<WorkFolder>(options.cacheFolder);
+    options.environment["TARVIK_BENCH_CALLS"] = WindowsPath(folder_->Path() + "/calls");
+    options.environment["TARVIK_LAB_STARTS"] = WindowsPath(folder_->Path() + "/starts");
+    for (const auto& [name, value] : more) options.environment[name] = value;
+    return options;
+  }
+
+  static std::string Bench() {
+    return fs::path(GeneralProgramPath()).parent_path().parent_path() / "bench" / "x86";
+  }
+  static std::string Recorder() { return fs::path(ProgramPath()).parent_path() / "start_recorder.exe"; }
+  static std::string InFolder(const std::string& name) { return folder_->Path() + "/" + name; }
+
+  void SetUp() override {
+    Base::SetUp();
+    if (this->IsSkipped()) return;
+    if (fs::path(ProgramPath()).parent_path().filename() != "x86")
+      GTEST_SKIP() << "the general edition is 32-bit";
+    if (!fs::exists(GeneralProgramPath())) GTEST_SKIP() << "there is no " << GeneralProgramPath();
+    for (const auto& entry : fs::directory_iterator(folder_->Path())) fs::remove_all(entry.path());
+    fs::copy_file(GeneralProgramPath(), InFolder("Tarvik.exe"));
+    fs::copy(fs::path(GeneralProgramPath()).parent_path() / "Language", InFolder("Language"),
+             fs::copy_options::recursive);
+    for (const char* const library : {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "SvcKit.dll"})
+      fs::copy_file(Bench() + "/" + library, InFolder(library));
+    fs::copy_file(Recorder(), InFolder("notepad.exe"));
+    WriteServicesFile(kServicesLine);
+  }
+
+  /// A service that does not obey ends with its Windows.
+  void TearDown() override {
+    Base::TearDown();
+    if (!installed_) return;
+    this->Pc().Restart();
+    ServiceManager(this->Pc(), Bench()).Remove();
+  }
+
+  /// The system's own file is shared with other prefixes, so it is replaced and not written to.
+  void WriteServicesFile(const std::string& bytes) {
+    fs::remove(ServicesFile());
+    std::ofstream(ServicesFile(), std::ios::binary) << bytes;
+  }
+  std::string ServicesFile() {
+    return this->Pc().Prefix().Folder() + "/drive_c/windows/system32/drivers/etc/services";
+  }
+
+  /// Installs the K7 server as a service that follows the scenario, and starts it if that is wanted.
+  void Install(const std::string& scenario, bool started = false) {
+    fs::create_directory(InFolder("service"));
+    fs::copy_file(Bench() + "/K7Server.exe", InFolder("service/K7Server.exe"));
+    std::ofstream(InFolder("service/K7Server.scenario")) << "port 0\n" << scenario;
+    this->Pc().Ask({"clipboard_get"});  // its Windows starts with the screen and the variables of the test
+    ServiceManager manager(this->Pc(), Bench());
+    manager.Install(InFolder("service/K7Server.exe"));
+    installed_ = true;
+    if (started) manager.Start();
+  }
+
+  WindowUnderTest StartOnPage() {
+    this->StartOnly({}, InFolder("Tarvik.exe"));
+    const WindowUnderTest window = WaitForMainWindow(this->Program());
+    window.SelectTab(ID_tabMode, kK7SvcTab);
+    return window;
+  }
+
+  /// Waits for the next message box and answers it.
+  BoxUnderTest Answer(const std::string& text, BoxButton button = BoxButton::Ok) {
+    BoxUnderTest box = this->Program().WaitForBox(kPolling);
+    EXPECT_EQ(box.text, text);
+    this->Program().Answer(box, button);
+    return box;
+  }
+
+  static std::vector<std::string> LinesOf(const std::string& name) {
+    std::vector<std::string> lines;
+    std::ifstream file(InFolder(name));
+    for (std::string line; std::getline(file, line);) lines.push_back(line);
+    return lines;
+  }
+
+  /// How many calls of the stand-in library, made by the program, begin so.
+  static int Calls(std::string_view begin) {
+    const std::vector<std::string> calls = LinesOf("calls");
+    return static_cast<int>(std::count_if(calls.begin(), calls.end(),
+                                          [&](const std::string& call) { return call.starts_with(begin); }));
+  }
+
+  static bool WaitForLines(const std::string& name, size_t count) {
+    return WaitUntil(kPolling, [&] { return LinesOf(name).size() >= count; });
+  }
+
+ private:
+  static inline std::unique_ptr<WorkFolder> folder_;
+  bool installed_ = false;
+};
+
+}  // namespace tarvik::lab
