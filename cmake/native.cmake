@@ -46,7 +46,7 @@ list(FILTER native_tests EXCLUDE REGEX "/tests/(fuzz|lab|windows)/")
 if(native_tests)
   add_executable(native_tests ${native_tests})
   target_compile_definitions(native_tests PRIVATE TARVIK_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
-  target_link_libraries(native_tests PRIVATE tarvik_memory bench_core gtest_main)
+  target_link_libraries(native_tests PRIVATE tarvik_memory bench_core lab_scenario gtest_main)
   gtest_discover_tests(native_tests PROPERTIES LABELS native DISCOVERY_TIMEOUT 60)
 endif()
 

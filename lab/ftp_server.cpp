@@ -89,6 +89,10 @@ while True:
             pass
         client.close()
         continue
+    if kind == "says":
+        client.sendall(value.encode() + b"\r\n")
+        client.close()
+        continue
     client.sendall(b"220 ready\r\n")
     for line in client.makefile("r", encoding="latin-1"):
         verb = line.split()[0].upper()

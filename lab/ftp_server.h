@@ -42,7 +42,7 @@ class FaultyFtpServer {
  public:
   /// `fault`: "silent" = says nothing at all; "drop VERB" = hangs up at that command, "drop LIST" in the
   /// middle of the listing's second line; "greeting N" = a greeting of N bytes without a line end, then hangs
-  /// up.
+  /// up; "says TEXT" = says that in the place of a greeting, then hangs up.
   FaultyFtpServer(const Laboratory& net, Host host, const std::string& fault);
 
  private:

@@ -88,8 +88,6 @@ Laboratory::Laboratory(const std::string& cacheFolder) {
     }
     PlugIn("gateway2", names_[Host::Gateway], "eth1", kFarSide);
     IpIn(names_[Host::Gateway], {"address", "add", "192.168.2.1/24", "dev", "eth1"});
-    RunOrThrow(
-        {"ip", "netns", "exec", names_[Host::Gateway], "sh", "-c", "echo 1 >/proc/sys/net/ipv4/ip_forward"});
     Reset();
   } catch (...) {
     Remove();
@@ -149,6 +147,18 @@ void Laboratory::SetDefaultRoute(Host host, const std::string& gateway) const {
   if (!gateway.empty()) Ip(host, {"route", "add", "default", "via", gateway, "dev", "eth0", "onlink"});
 }
 
+std::string Laboratory::LaidGateway(Host host) { return PlanOf(host).gateway; }
+
+void Laboratory::SetForwarding(Host host, bool forwards) const {
+  RunOrThrow({"ip", "netns", "exec", Namespace(host), "sh", "-c",
+              std::string("echo ") + (forwards ? "1" : "0") + " >/proc/sys/net/ipv4/ip_forward"});
+}
+
+void Laboratory::SetLineSpeed(Host host, const std::string& rate, size_t bytesAtOnce) const {
+  RunOrThrow({"tc", "-n", Namespace(host), "qdisc", "replace", "dev", "eth0", "root", "tbf", "rate", rate,
+              "burst", std::to_string(bytesAtOnce), "latency", "60s"});
+}
+
 void Laboratory::AddCardToPc(const std::string& address) const {
   PlugIn(kSecondPcPort, Namespace(Host::Pc), "eth1", kPcSide);
   Ip(Host::Pc, {"address", "add", address, "dev", "eth1"});
@@ -177,6 +187,9 @@ void Laboratory::Reset() const {
     SetDefaultRoute(host, plan.gateway);
     SetHostNames(host, {});
     SetFilter(host, "");
+    SetForwarding(host, host == Host::Gateway);
+    // A card without a speed of its own has nothing to delete.
+    Run({"tc", "-n", Namespace(host), "qdisc", "del", "dev", "eth0", "root"});
     // What a host remembers of a neighbour that was away would outlive the fault.
     Ip(host, {"neighbour", "flush", "all"});
   }

@@ -53,6 +53,16 @@ class Laboratory {
   /// the host's subnets.
   void SetDefaultRoute(Host host, const std::string& gateway) const;
 
+  /// The default gateway that the host was laid with; empty when it has none.
+  static std::string LaidGateway(Host host);
+
+  /// Whether the host passes on what is not for itself, as a router does. The gateway does.
+  void SetForwarding(Host host, bool forwards) const;
+
+  /// Makes the host's card "eth0" send no faster than this, such as "400bit" a second. So many bytes pass at
+  /// once when it has been silent for long.
+  void SetLineSpeed(Host host, const std::string& rate, size_t bytesAtOnce) const;
+
   /// Puts a second card "eth1" with the address (such as "10.0.0.10/24") into the PC; its cable ends in the
   /// same switch as the first one's.
   void AddCardToPc(const std::string& address) const;

@@ -1,0 +1,88 @@
+#include "lab/fault_page.h"
+
+#include <string_view>
+
+#include "lab/scenario_words.h"
+
+namespace tarvik::lab {
+namespace {
+
+constexpr std::string_view kIntroduction =
+    R"(<!-- Made from lab/scenarios by build/native/lab/fault_page; a change is made there. -->
+
+# Faults, and what Tarvik says of them
+
+Every fault on this page has really been made in the laboratory, on a network of its own with real servers, and
+Tarvik was tested on it: the lines are what it says, to the letter. `N` stands for a measured time.
+
+The laboratory's PC has the address 192.168.1.10/24, its gateway is 192.168.1.1. One controller is on the PC's own
+subnet, 192.168.1.100; another behind the gateway, 192.168.2.100. Your addresses are others, the lines are the same.
+The numbers behind "Allocate Handle error=" and the like are the CNC library's own; those below zero are those of
+the practice bench's library, that of your PC may have others.
+
+Where the ladder stops is where to look first: what lies below has passed.
+)";
+
+std::string Anchor(const Scenario& scenario) { return "fault-" + Replaced(scenario.name, "_", "-"); }
+
+void AppendContents(std::string& page, const std::vector<Scenario>& scenarios) {
+  for (const FaultGroup group : kFaultGroups) {
+    page.append("\n**").append(NameOf(group)).append("**\n\n");
+    for (const Scenario& scenario : scenarios)
+      if (scenario.group == group)
+        page.append("- [").append(scenario.title).append("](#").append(Anchor(scenario)).append(")\n");
+  }
+}
+
+std::string DoneBy(const Scenario& scenario) {
+  std::string text = scenario.general ? "Tarvik (general edition)" : "Tarvik";
+  if (!scenario.CommandLine().empty()) text += " " + scenario.CommandLine();
+  text = "`" + text + "`";
+  for (size_t i = 1; i < scenario.steps.size(); ++i) {
+    const Step& step = scenario.steps[i];
+    text += i == 1 ? ", then " : ", ";
+    if (step.verb == "types")
+      text += "type " + (step.text.empty() ? "nothing" : "`" + step.text + "`") + " as " + step.what;
+    else if (step.verb == "ticks")
+      text += "tick " + step.what;
+    else
+      text += "click " + step.what;
+  }
+  return text;
+}
+
+void AppendShown(std::string& page, const Scenario& scenario) {
+  page += "\n```text\n";
+  for (const Shown& shown : scenario.shown) {
+    if (shown.kind == Shown::Kind::Line) page += shown.text + "\n";
+    if (shown.kind == Shown::Kind::Box)
+      page += "[ Message box: " + Replaced(shown.text, "\r\n", "\n                ") + " ]\n";
+    if (shown.kind == Shown::Kind::Field) page += "[ " + shown.field + ": " + shown.text + " ]\n";
+  }
+  page += "```\n\n";
+  if (scenario.verdict.kind == Verdict::Kind::Passes) page += "The ladder goes on and passes.\n\n";
+  if (scenario.verdict.kind == Verdict::Kind::StopsAt)
+    page.append("The ladder stops at **").append(NameOf(scenario.verdict.rung)).append("**.\n\n");
+}
+
+void AppendFault(std::string& page, const Scenario& scenario) {
+  page += "\n<a id=\"" + Anchor(scenario) + "\"></a>\n\n### " + scenario.title + "\n\n";
+  page += scenario.wrong + "\n\n" + DoneBy(scenario) + ":\n";
+  AppendShown(page, scenario);
+  page += "*What to do:* " + scenario.advice + "\n";
+}
+
+}  // namespace
+
+std::string FaultPage(const std::vector<Scenario>& scenarios) {
+  std::string page(kIntroduction);
+  AppendContents(page, scenarios);
+  for (const FaultGroup group : kFaultGroups) {
+    page.append("\n## ").append(NameOf(group)).append("\n");
+    for (const Scenario& scenario : scenarios)
+      if (scenario.group == group) AppendFault(page, scenario);
+  }
+  return page;
+}
+
+}  // namespace tarvik::lab

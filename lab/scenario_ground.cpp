@@ -1,0 +1,172 @@
+#include "lab/scenario_ground.h"
+
+#include <algorithm>
+#include <charconv>
+#include <map>
+#include <optional>
+
+#include "lab/controller.h"
+#include "lab/ftp_server.h"
+#include "lab/k7_server.h"
+
+namespace tarvik::lab {
+namespace {
+
+constexpr size_t kMostFiles = 20'000;
+
+Host HostOf(const Change& change) {
+  if (change.host == "pc") return Host::Pc;
+  if (change.host == "gateway") return Host::Gateway;
+  return change.host == "near" ? Host::Near : Host::Far;
+}
+
+std::string Joined(const std::vector<std::string>& words, const char* between) {
+  std::string text;
+  for (const std::string& word : words) text.append(text.empty() ? "" : between).append(word);
+  return text;
+}
+
+size_t NumberOf(const std::string& word) {
+  size_t number = 0;
+  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+  if (error != std::errc() || end != word.data() + word.size())
+    throw LabError("\"" + word + "\" is no number");
+  return number;
+}
+
+/// directory NAME, file NAME BYTES, files COUNT
+void Serve(const FtpServer& server, const std::string& line) {
+  std::vector<std::string> words;
+  for (size_t at = 0; at < line.size();) {
+    const size_t end = std::min(line.find(' ', at), line.size());
+    if (end != at) words.push_back(line.substr(at, end - at));
+    at = end + 1;
+  }
+  if (words.size() == 2 && words[0] == "directory") {
+    server.AddDirectory(words[1]);
+  } else if (words.size() == 3 && words[0] == "file") {
+    server.AddFile(words[1], NumberOf(words[2]));
+  } else if (words.size() == 2 && words[0] == "files" && NumberOf(words[1]) <= kMostFiles) {
+    // So many digits that the order of the names is that of the numbers.
+    for (size_t i = 1; i <= NumberOf(words[1]); ++i) server.AddFile("file" + std::to_string(10'000 + i));
+  } else {
+    throw LabError("an FTP server has \"directory NAME\", \"file NAME BYTES\" and \"files COUNT\", not \"" +
+                   line + "\"");
+  }
+}
+
+}  // namespace
+
+class ScenarioGround::Servers {
+ public:
+  std::vector<std::unique_ptr<Controller>> controllers;
+  std::vector<std::unique_ptr<FtpServer>> files;
+  std::vector<std::unique_ptr<FaultyFtpServer>> faultyFiles;
+  std::optional<K7ServerProgram> k7Program;
+  std::optional<K7ServerService> k7Service;
+  std::optional<ServicesFile> services;
+};
+
+ScenarioGround::ScenarioGround(const ScenarioPlace& place, const Scenario& scenario)
+    : place_(place), servers_(std::make_unique<Servers>()) {
+  for (const Change& change : scenario.changes) {
+    try {
+      Make(change);
+    } catch (const LabError& error) {
+      throw ScenarioError(scenario.name + ".scenario:" + std::to_string(change.line) + ": " + error.what());
+    }
+  }
+  try {
+    SetNames(scenario);
+    SetFilters(scenario);
+  } catch (const LabError& error) {
+    throw ScenarioError(scenario.name + ".scenario: " + error.what());
+  }
+}
+
+ScenarioGround::~ScenarioGround() = default;
+
+void ScenarioGround::Make(const Change& change) {
+  MakeNetwork(change);
+  MakeServer(change);
+}
+
+void ScenarioGround::MakeNetwork(const Change& change) {
+  const Laboratory& net = place_.net;
+  const Host host = HostOf(change);
+  if (change.verb == "cable out") {
+    net.PullCable(host);
+  } else if (change.verb == "address") {
+    net.SetAddresses(host, change.words);
+    // It went with the addresses, and another address is no other gateway.
+    net.SetDefaultRoute(host, Laboratory::LaidGateway(host));
+  } else if (change.verb == "gateway") {
+    net.SetDefaultRoute(host, change.words[0] == "none" ? "" : change.words[0]);
+  } else if (change.verb == "second card") {
+    net.AddCardToPc(change.words[0]);
+  } else if (change.verb == "route") {
+    std::vector<std::string> arguments = {"route", "add"};
+    arguments.insert(arguments.end(), change.words.begin(), change.words.end());
+    net.Ip(host, arguments);
+  } else if (change.verb == "forwards") {
+    net.SetForwarding(host, true);
+  } else if (change.verb == "line speed") {
+    net.SetLineSpeed(host, change.words[0], NumberOf(change.words[1]));
+  }
+}
+
+void ScenarioGround::MakeServer(const Change& change) {
+  const Host host = HostOf(change);
+  const auto& [pc, net, program, generalProgram, bench, cache] = place_;
+  const std::string text = Joined(change.lines, "\n") + "\n";
+  if (change.verb == "controller") {
+    servers_->controllers.push_back(std::make_unique<Controller>(net, host, text));
+  } else if (change.verb == "ftp server") {
+    const bool known = change.words[0] == "vsftpd" || change.words[0] == "pyftpdlib";
+    if (!known) throw LabError("the FTP servers are \"vsftpd\" and \"pyftpdlib\"");
+    const auto product =
+        change.words[0] == "vsftpd" ? FtpServer::Product::Vsftpd : FtpServer::Product::Pyftpdlib;
+    servers_->files.push_back(std::make_unique<FtpServer>(net, host, product, cache));
+    for (const std::string& line : change.lines) Serve(*servers_->files.back(), line);
+  } else if (change.verb == "faulty ftp server") {
+    servers_->faultyFiles.push_back(std::make_unique<FaultyFtpServer>(net, host, Joined(change.words, " ")));
+  } else if (change.verb == "k7 server") {
+    servers_->k7Program.emplace(pc, net, bench, cache, text);
+  } else if (change.verb == "k7 service") {
+    const bool runs = change.words[0] == "running";
+    if (!runs && change.words[0] != "stopped") throw LabError("a K7 service is \"running\" or \"stopped\"");
+    servers_->k7Service.emplace(pc, net, bench, cache, text,
+                                runs ? K7ServerService::State::Running : K7ServerService::State::Stopped);
+  } else if (change.verb == "services file") {
+    servers_->services.emplace(pc, change.lines);
+  }
+}
+
+void ScenarioGround::SetNames(const Scenario& scenario) const {
+  std::vector<std::pair<std::string, std::string>> names;
+  for (const Change& change : scenario.changes)
+    if (change.verb == "name") names.emplace_back(change.words[0], change.words[1]);
+  if (!names.empty()) place_.net.SetHostNames(Host::Pc, names);
+}
+
+void ScenarioGround::SetFilters(const Scenario& scenario) const {
+  // A chain's name is that of the place in the system where it looks.
+  std::map<Host, std::map<std::string, std::string>> chains;
+  for (const Change& change : scenario.changes) {
+    if (change.verb != "filter") continue;
+    const std::vector<std::string> rule(change.words.begin() + 1, change.words.end());
+    chains[HostOf(change)][change.words[0]].append(Joined(rule, " ")).append("\n");
+  }
+  for (const auto& [host, rules] : chains) {
+    std::string ruleset;
+    for (const auto& [chain, text] : rules) {
+      const bool arp = chain == "arp";
+      const std::string hook = arp ? "input" : chain;
+      ruleset += std::string("table ") + (arp ? "arp" : "ip") + " scenario_" + chain +
+                 " {\nchain rules {\ntype filter hook " + hook + " priority 0;\n" + text + "}\n}\n";
+    }
+    place_.net.SetFilter(host, ruleset);
+  }
+}
+
+}  // namespace tarvik::lab

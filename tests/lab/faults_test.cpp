@@ -1,0 +1,87 @@
+// Every scenario of the fault laboratory, each a test of its own under the name of its file. A new file is
+// found when the tests run; nothing has to be built or registered for it.
+
+#include <algorithm>
+#include <cstdio>
+
+#include "lab/scenario_run.h"
+#include "tests/lab/lab_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+constexpr char kScenarios[] = TARVIK_SOURCE_FOLDER "/lab/scenarios";
+
+std::vector<Scenario> ScenariosOf(FaultGroup group) {
+  std::vector<Scenario> scenarios = ReadScenarios(kScenarios);
+  std::erase_if(scenarios, [group](const Scenario& each) { return each.group != group; });
+  return scenarios;
+}
+
+template <typename Suite>
+class FaultTest : public LabTest<Suite> {
+ protected:
+  void SetUp() override {
+    LabTest<Suite>::SetUp();
+    if (this->IsSkipped()) return;
+    // A host that does not answer is given up after seconds, as Windows does, not after minutes.
+    RunOrThrow({"ip", "netns", "exec", this->Net().Namespace(Host::Pc), "sh", "-c",
+                "echo 2 >/proc/sys/net/ipv4/tcp_syn_retries"});
+  }
+
+  void Expect(const Scenario& scenario) {
+    const WindowsPc::Options options = Suite::Options();
+    const ScenarioPlace place{this->Pc(),           this->Net(),         ProgramPath(),
+                              GeneralProgramPath(), options.programPath, options.cacheFolder};
+    const std::string difference = Difference(scenario, RunScenario(place, scenario));
+    if (!difference.empty()) ADD_FAILURE() << difference;
+  }
+};
+
+class NetworkFaults : public FaultTest<NetworkFaults> {};
+class NameFaults : public FaultTest<NameFaults> {};
+class LibraryFaults : public FaultTest<LibraryFaults> {};
+class K7Faults : public FaultTest<K7Faults> {};
+class FtpFaults : public FaultTest<FtpFaults> {};
+
+TEST_F(NetworkFaults, Have_scenarios) { EXPECT_FALSE(ScenariosOf(FaultGroup::Network).empty()); }
+TEST_F(NameFaults, Have_scenarios) { EXPECT_FALSE(ScenariosOf(FaultGroup::Names).empty()); }
+TEST_F(LibraryFaults, Have_scenarios) { EXPECT_FALSE(ScenariosOf(FaultGroup::CncLibrary).empty()); }
+TEST_F(K7Faults, Have_scenarios) { EXPECT_FALSE(ScenariosOf(FaultGroup::K7).empty()); }
+TEST_F(FtpFaults, Have_scenarios) { EXPECT_FALSE(ScenariosOf(FaultGroup::Ftp).empty()); }
+
+template <typename Suite>
+void Register(const char* suite, FaultGroup group) {
+  for (const Scenario& scenario : ScenariosOf(group)) {
+    class Test : public Suite {
+     public:
+      explicit Test(Scenario each) : scenario_(std::move(each)) {}
+      void TestBody() override { this->Expect(scenario_); }
+
+     private:
+      Scenario scenario_;
+    };
+    testing::RegisterTest(suite, scenario.name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
+                          [scenario]() -> Suite* { return new Test(scenario); });
+  }
+}
+
+bool RegisterAll() {
+  try {
+    Register<NetworkFaults>("NetworkFaults", FaultGroup::Network);
+    Register<NameFaults>("NameFaults", FaultGroup::Names);
+    Register<LibraryFaults>("LibraryFaults", FaultGroup::CncLibrary);
+    Register<K7Faults>("K7Faults", FaultGroup::K7);
+    Register<FtpFaults>("FtpFaults", FaultGroup::Ftp);
+    return true;
+  } catch (const ScenarioError& error) {
+    // The tests that look for their scenarios say the same, and fail.
+    std::fprintf(stderr, "%s\n", error.what());
+    return false;
+  }
+}
+
+[[maybe_unused]] const bool kRegistered = RegisterAll();
+
+}  // namespace
+}  // namespace tarvik::lab
