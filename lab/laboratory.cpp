@@ -150,8 +150,10 @@ void Laboratory::SetDefaultRoute(Host host, const std::string& gateway) const {
 std::string Laboratory::LaidGateway(Host host) { return PlanOf(host).gateway; }
 
 void Laboratory::SetForwarding(Host host, bool forwards) const {
+  // A router that also tells its neighbours of shorter ways would have Wine take the word for the answer.
   RunOrThrow({"ip", "netns", "exec", Namespace(host), "sh", "-c",
-              std::string("echo ") + (forwards ? "1" : "0") + " >/proc/sys/net/ipv4/ip_forward"});
+              std::string("cd /proc/sys/net/ipv4 && echo ") + (forwards ? "1" : "0") +
+                  " >ip_forward && for card in conf/*/send_redirects; do echo 0 >$card; done"});
 }
 
 void Laboratory::SetLineSpeed(Host host, const std::string& rate, size_t bytesAtOnce) const {

@@ -24,7 +24,7 @@ constexpr VerbRule kVerbs[] = {
     {"name", false, 2, 2, false},         {"route", true, 3, 3, false},
     {"forwards", true, 0, 0, false},      {"filter", true, 2, 64, false},
     {"line speed", true, 2, 2, false},    {"controller", true, 0, 0, true},
-    {"ftp server", true, 1, 1, true},     {"faulty ftp server", true, 1, 4, false},
+    {"ftp server", true, 1, 1, true},     {"faulty ftp server", true, 1, 16, false},
     {"k7 server", false, 0, 0, true},     {"k7 service", false, 1, 1, true},
     {"services file", false, 0, 0, true},
 };
