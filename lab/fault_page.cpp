@@ -55,6 +55,7 @@ void AppendShown(std::string& page, const Scenario& scenario) {
   page += "\n```text\n";
   for (const Shown& shown : scenario.shown) {
     if (shown.kind == Shown::Kind::Line) page += shown.text + "\n";
+    if (shown.kind == Shown::Kind::AnyLine) page += "[ a line of Windows' own ]\n";
     if (shown.kind == Shown::Kind::Box)
       page += "[ Message box: " + Replaced(shown.text, "\r\n", "\n                ") + " ]\n";
     if (shown.kind == Shown::Kind::Field) page += "[ " + shown.field + ": " + shown.text + " ]\n";

@@ -65,6 +65,8 @@ std::string InScenarioFile(const Shown& shown) {
   switch (shown.kind) {
     case Shown::Kind::Line:
       return quoted;
+    case Shown::Kind::AnyLine:
+      return kAnyLine;
     case Shown::Kind::Box:
       return "box " + quoted + " answered " + shown.answer;
     case Shown::Kind::Field:

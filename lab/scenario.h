@@ -47,9 +47,10 @@ struct Step {
 /// What the tool shows, in its order.
 struct Shown {
   enum class Kind {
-    Line,   ///< a line of the result list
-    Box,    ///< a message box
-    Field,  ///< what a field of the window says at the end
+    Line,     ///< a line of the result list
+    AnyLine,  ///< a line whose words are Windows' own and may be any
+    Box,      ///< a message box
+    Field,    ///< what a field of the window says at the end
   };
   Kind kind = Kind::Line;
   std::string text;

@@ -80,9 +80,13 @@ std::optional<Rung> HighestBegun(const std::vector<std::string>& lines) {
 
 std::string Difference(const Scenario& scenario, const Outcome& outcome) {
   std::string text;
-  if (scenario.shown != outcome.shown) {
+  std::vector<Shown> shown = outcome.shown;
+  for (size_t i = 0; i < std::min(shown.size(), scenario.shown.size()); ++i)
+    if (scenario.shown[i].kind == Shown::Kind::AnyLine && shown[i].kind == Shown::Kind::Line)
+      shown[i] = scenario.shown[i];
+  if (scenario.shown != shown) {
     text += "The tool says other things (- missing, + not expected):\n";
-    text += LineByLine(Written(scenario.shown), Written(outcome.shown));
+    text += LineByLine(Written(scenario.shown), Written(shown));
   }
   const std::string expected = InScenarioFile(scenario.verdict);
   const std::string seen = InScenarioFile(VerdictOf(scenario, outcome));

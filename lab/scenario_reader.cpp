@@ -227,6 +227,10 @@ void Reader::ReadShown(const Section& section) {
   constexpr std::string_view kField = "shows ";
   constexpr std::string_view kAnswered = " answered ";
   for (const Section::Line& line : section.lines) {
+    if (line.text == kAnyLine) {
+      scenario_.shown.push_back({Shown::Kind::AnyLine, {}, {}, {}});
+      continue;
+    }
     std::string_view behind;
     Shown shown;
     shown.text = Quoted(line, behind);

@@ -11,6 +11,9 @@ namespace tarvik::lab {
 inline constexpr std::string_view kTab = "<tab>";
 inline constexpr std::string_view kNewLine = "<new line>";
 
+// What stands in the place of a line whose words are Windows' own.
+inline constexpr char kAnyLine[] = "any line";
+
 inline std::string Replaced(std::string text, std::string_view what, std::string_view with) {
   for (size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += with.size())
     text.replace(at, what.size(), with);
