@@ -8,6 +8,7 @@
 #include "lab/controller.h"
 #include "lab/ftp_server.h"
 #include "lab/k7_server.h"
+#include "lab/scenario_words.h"
 
 namespace tarvik::lab {
 namespace {
@@ -36,12 +37,7 @@ size_t NumberOf(const std::string& word) {
 
 /// directory NAME, file NAME BYTES, files COUNT
 void Serve(const FtpServer& server, const std::string& line) {
-  std::vector<std::string> words;
-  for (size_t at = 0; at < line.size();) {
-    const size_t end = std::min(line.find(' ', at), line.size());
-    if (end != at) words.push_back(line.substr(at, end - at));
-    at = end + 1;
-  }
+  const std::vector<std::string> words = WordsOf(line);
   if (words.size() == 2 && words[0] == "directory") {
     server.AddDirectory(words[1]);
   } else if (words.size() == 3 && words[0] == "file") {
@@ -97,7 +93,8 @@ void ScenarioGround::MakeNetwork(const Change& change) {
   if (change.verb == "cable out") {
     net.PullCable(host);
   } else if (change.verb == "address") {
-    net.SetAddresses(host, change.words);
+    const bool none = change.words == std::vector<std::string>{"none"};
+    net.SetAddresses(host, none ? std::vector<std::string>{} : change.words);
     // It went with the addresses, and another address is no other gateway.
     net.SetDefaultRoute(host, Laboratory::LaidGateway(host));
   } else if (change.verb == "gateway") {

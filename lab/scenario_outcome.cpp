@@ -54,8 +54,8 @@ std::string LineByLine(const std::vector<std::string>& expected, const std::vect
 }
 
 Verdict VerdictOf(const Scenario& scenario, const Outcome& outcome) {
-  if (scenario.verdict.kind == Verdict::Kind::NotRun && !outcome.highestBegun) return scenario.verdict;
-  const Rung begun = outcome.highestBegun.value_or(Rung::Ping);
+  if (!outcome.highestBegun) return {Verdict::Kind::NotRun, {}};
+  const Rung begun = *outcome.highestBegun;
   // Above FTP there is no rung that could tell whether it passed; what it says tells it.
   const bool stoppedByItself = scenario.verdict.kind == Verdict::Kind::StopsAt &&
                                scenario.verdict.rung >= begun &&

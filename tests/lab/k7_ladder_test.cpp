@@ -1,6 +1,7 @@
 // The ladder with the K7 API test between the library test and the FTP listing.
 
 #include "lab/ftp_server.h"
+#include "lab/k7_server.h"
 #include "tests/lab/cnc_fixture.h"
 
 namespace tarvik::lab {
@@ -19,23 +20,12 @@ class K7Ladder : public CncTest<K7Ladder> {
   void TearDown() override {
     CncTest::TearDown();
     server_.reset();
-    folder_.reset();
   }
 
   /// A K7 server on the PC, an ordinary program.
   void ServeK7(const std::string& scenario) {
-    folder_.emplace(PcForTests().cacheFolder);
-    const std::string path = folder_->Path() + "/K7Server.exe";
-    fs::copy_file(PcForTests().programPath + "/K7Server.exe", path);
-    std::ofstream(folder_->Path() + "/K7Server.scenario") << scenario;
-    Process::Options options;
-    options.environment = Pc().Prefix().Variables();
-    options.environment["DISPLAY"] = std::nullopt;
-    server_ =
-        std::make_unique<Process>(std::vector<std::string>{"ip", "netns", "exec", Net().Namespace(Host::Pc),
-                                                           "wine", WindowsPath(path), "-debug"},
-                                  options);
-    ASSERT_EQ(server_->ReadLine(std::chrono::seconds(60)), "listening on UDP port 8300");
+    const WindowsPc::Options options = PcForTests();
+    server_.emplace(Pc(), Net(), options.programPath, options.cacheFolder, scenario);
   }
 
   static std::unique_ptr<FtpServer> ServeFiles() {
@@ -54,8 +44,7 @@ class K7Ladder : public CncTest<K7Ladder> {
   }
 
  private:
-  std::optional<WorkFolder> folder_;
-  std::unique_ptr<Process> server_;
+  std::optional<K7ServerProgram> server_;
 };
 
 const std::vector<std::string> kLowerRungs = {

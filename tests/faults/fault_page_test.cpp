@@ -1,0 +1,68 @@
+#include "lab/fault_page.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <set>
+
+namespace tarvik::lab {
+namespace {
+
+constexpr char kScenarios[] = TARVIK_SOURCE_FOLDER "/lab/scenarios";
+constexpr char kPage[] = TARVIK_SOURCE_FOLDER "/docs/faults.md";
+
+TEST(FaultPage, Is_what_the_scenarios_give) {
+  std::ifstream file(kPage, std::ios::binary);
+  const std::string page(std::istreambuf_iterator<char>(file), {});
+  const std::string made = FaultPage(ReadScenarios(kScenarios));
+  const size_t same = static_cast<size_t>(
+      std::mismatch(page.begin(), page.end(), made.begin(), made.end()).first - page.begin());
+  EXPECT_TRUE(page == made) << "docs/faults.md is another from its line "
+                            << std::count(page.begin(), page.begin() + static_cast<std::ptrdiff_t>(same),
+                                          '\n') +
+                                   1
+                            << " on. Make it anew: build/native/lab/fault_page lab/scenarios >docs/faults.md";
+}
+
+TEST(FaultPage, Has_a_chapter_for_each_group_and_at_least_40_faults) {
+  const std::vector<Scenario> scenarios = ReadScenarios(kScenarios);
+  EXPECT_GE(scenarios.size(), 40U);
+  std::set<std::string> titles;
+  std::set<FaultGroup> groups;
+  for (const Scenario& scenario : scenarios) {
+    EXPECT_TRUE(titles.insert(scenario.title).second) << scenario.title;
+    groups.insert(scenario.group);
+  }
+  EXPECT_EQ(groups.size(), std::size(kFaultGroups));
+}
+
+TEST(FaultPage, Shows_the_fault_the_lines_and_what_to_do) {
+  Scenario scenario;
+  scenario.name = "k7_mine";
+  scenario.title = "My fault";
+  scenario.group = FaultGroup::K7;
+  scenario.general = true;
+  scenario.wrong = "It is wrong.";
+  scenario.advice = "Do this.";
+  scenario.steps = {
+      {"starts", "-X 12 host", {}, 1}, {"types", "address", "1.2.3.4", 2}, {"clicks", "Ping", {}, 3}};
+  scenario.shown = {{Shown::Kind::Line, "PING test...", {}, {}},
+                    {Shown::Kind::AnyLine, {}, {}, {}},
+                    {Shown::Kind::Box, "One.\r\nTwo.", {}, "OK"},
+                    {Shown::Kind::Field, "---", "K7 Server status", {}}};
+  scenario.verdict = {Verdict::Kind::StopsAt, Rung::K7};
+  const std::string page = FaultPage({scenario});
+  EXPECT_NE(page.find("**K7**\n\n- [My fault](#fault-k7-mine)\n"), std::string::npos);
+  EXPECT_NE(
+      page.find(
+          "\n## K7\n\n<a id=\"fault-k7-mine\"></a>\n\n### My fault\n\nIt is wrong.\n\n"
+          "`Tarvik (general edition) -X 12 host`, then type `1.2.3.4` as address, click Ping:\n\n"
+          "```text\nPING test...\n[ a line of Windows' own ]\n[ Message box: One.\n                Two. ]\n"
+          "[ K7 Server status: --- ]\n```\n\nThe ladder stops at **K7**.\n\n*What to do:* Do this.\n"),
+      std::string::npos)
+      << page;
+}
+
+}  // namespace
+}  // namespace tarvik::lab
