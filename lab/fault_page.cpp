@@ -1,5 +1,6 @@
 #include "lab/fault_page.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "lab/scenario_words.h"
@@ -17,20 +18,56 @@ Tarvik was tested on it: the lines are what it says, to the letter. `N` stands f
 
 The laboratory's PC has the address 192.168.1.10/24, its gateway is 192.168.1.1. One controller is on the PC's own
 subnet, 192.168.1.100; another behind the gateway, 192.168.2.100. Your addresses are others, the lines are the same.
-The numbers behind "Allocate Handle error=" and the like are the CNC library's own; those below zero are those of
-the practice bench's library, that of your PC may have others.
+The numbers behind "Allocate Handle error=" and "SystemError=" come from the library: those below zero are the
+practice bench's, the library of your PC may have others.
+
+The laboratory runs Tarvik under Wine. Of an address on its own subnet that nobody has, Windows may say "Destination
+Host Unreachable" where this page says "ICMP_Error:11010".
 
 Where the ladder stops is where to look first: what lies below has passed.
+
+1. [By what one sees last](#by-what-one-sees-last)
+2. [By fault](#by-fault)
 )";
 
 std::string Anchor(const Scenario& scenario) { return "fault-" + Replaced(scenario.name, "_", "-"); }
 
+std::string Link(const Scenario& scenario) { return "[" + scenario.title + "](#" + Anchor(scenario) + ")"; }
+
+/// What the technician sees last, which is what the search for the fault begins with.
+std::string LastShown(const Scenario& scenario) {
+  if (scenario.verdict.kind == Verdict::Kind::Passes) return "The ladder passes";
+  for (auto shown = scenario.shown.rbegin(); shown != scenario.shown.rend(); ++shown) {
+    if (shown->kind == Shown::Kind::Field && scenario.verdict.kind == Verdict::Kind::NotRun)
+      return shown->field + ": " + shown->text;
+    if (shown->kind == Shown::Kind::Line || shown->kind == Shown::Kind::Box)
+      if (!shown->text.empty()) return "`" + Replaced(shown->text, "\r\n", " ") + "`";
+  }
+  return "Nothing";
+}
+
+void AppendByWhatIsSeen(std::string& page, const std::vector<Scenario>& scenarios) {
+  page += "\n## By what one sees last\n\n| one sees | it may be |\n|---|---|\n";
+  std::vector<std::string> done;
+  for (const FaultGroup group : kFaultGroups) {
+    for (const Scenario& scenario : scenarios) {
+      const std::string last = LastShown(scenario);
+      if (scenario.group != group || std::find(done.begin(), done.end(), last) != done.end()) continue;
+      done.push_back(last);
+      std::string faults;
+      for (const Scenario& other : scenarios)
+        if (LastShown(other) == last) faults += (faults.empty() ? "" : "<br>") + Link(other);
+      page.append("| ").append(last).append(" | ").append(faults).append(" |\n");
+    }
+  }
+}
+
 void AppendContents(std::string& page, const std::vector<Scenario>& scenarios) {
+  page += "\n## By fault\n";
   for (const FaultGroup group : kFaultGroups) {
     page.append("\n**").append(NameOf(group)).append("**\n\n");
     for (const Scenario& scenario : scenarios)
-      if (scenario.group == group)
-        page.append("- [").append(scenario.title).append("](#").append(Anchor(scenario)).append(")\n");
+      if (scenario.group == group) page.append("- ").append(Link(scenario)).append("\n");
   }
 }
 
@@ -77,6 +114,7 @@ void AppendFault(std::string& page, const Scenario& scenario) {
 
 std::string FaultPage(const std::vector<Scenario>& scenarios) {
   std::string page(kIntroduction);
+  AppendByWhatIsSeen(page, scenarios);
   AppendContents(page, scenarios);
   for (const FaultGroup group : kFaultGroups) {
     page.append("\n## ").append(NameOf(group)).append("\n");

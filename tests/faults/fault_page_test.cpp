@@ -37,6 +37,33 @@ TEST(FaultPage, Has_a_chapter_for_each_group_and_at_least_40_faults) {
   EXPECT_EQ(groups.size(), std::size(kFaultGroups));
 }
 
+TEST(FaultPage, Begins_with_what_one_sees_last_and_what_it_may_be) {
+  const auto fault = [](const char* name, const std::vector<Shown>& shown, Verdict verdict) {
+    Scenario scenario;
+    scenario.name = name;
+    scenario.title = std::string("Fault ") + name;
+    scenario.steps = {{"starts", "host", {}, 1}};
+    scenario.shown = shown;
+    scenario.verdict = verdict;
+    return scenario;
+  };
+  const Shown line{Shown::Kind::Line, "dead", {}, {}};
+  const Shown empty{Shown::Kind::Line, "", {}, {}};
+  const Shown box{Shown::Kind::Box, "one\r\ntwo", {}, "OK"};
+  const Shown field{Shown::Kind::Field, "---", "status", {}};
+  const Verdict stops{Verdict::Kind::StopsAt, Rung::Ping};
+  const std::string page = FaultPage({fault("a", {line, empty}, stops), fault("b", {line, box, field}, stops),
+                                      fault("c", {box, line}, stops), fault("d", {line}, {}),
+                                      fault("e", {line, field}, {Verdict::Kind::NotRun, {}})});
+  EXPECT_NE(page.find("| one sees | it may be |\n|---|---|\n"
+                      "| `dead` | [Fault a](#fault-a)<br>[Fault c](#fault-c) |\n"
+                      "| `one two` | [Fault b](#fault-b) |\n"
+                      "| The ladder passes | [Fault d](#fault-d) |\n"
+                      "| status: --- | [Fault e](#fault-e) |\n"),
+            std::string::npos)
+      << page;
+}
+
 TEST(FaultPage, Shows_the_fault_the_lines_and_what_to_do) {
   Scenario scenario;
   scenario.name = "k7_mine";
