@@ -18,8 +18,9 @@ Tarvik was tested on it: the lines are what it says, to the letter. `N` stands f
 
 The laboratory's PC has the address 192.168.1.10/24, its gateway is 192.168.1.1. One controller is on the PC's own
 subnet, 192.168.1.100; another behind the gateway, 192.168.2.100. Your addresses are others, the lines are the same.
-The numbers behind "Allocate Handle error=" and "SystemError=" come from the library: those below zero are the
-practice bench's, the library of your PC may have others.
+The numbers behind "Allocate Handle error=" and "SystemError=" come from the library. Those below zero are the practice
+bench's: -102 no connection, -103 time-out, -104 connection lost, -105 an answer that makes no sense. The library of your
+PC may have others.
 
 The laboratory runs Tarvik under Wine. Of an address on its own subnet that nobody has, Windows may say "Destination
 Host Unreachable" where this page says "ICMP_Error:11010".

@@ -61,7 +61,7 @@ std::vector<Scenario> ReadScenarios(const std::string& folder) {
 }
 
 std::string InScenarioFile(const Shown& shown) {
-  const std::string quoted = "\"" + Replaced(Replaced(shown.text, "\t", kTab), "\r\n", kNewLine) + "\"";
+  std::string quoted = "\"" + Replaced(Replaced(shown.text, "\t", kTab), "\r\n", kNewLine) + "\"";
   switch (shown.kind) {
     case Shown::Kind::Line:
       return quoted;

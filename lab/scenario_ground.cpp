@@ -159,8 +159,9 @@ void ScenarioGround::SetFilters(const Scenario& scenario) const {
     for (const auto& [chain, text] : rules) {
       const bool arp = chain == "arp";
       const std::string hook = arp ? "input" : chain;
-      ruleset += std::string("table ") + (arp ? "arp" : "ip") + " scenario_" + chain +
-                 " {\nchain rules {\ntype filter hook " + hook + " priority 0;\n" + text + "}\n}\n";
+      ruleset.append("table ").append(arp ? "arp" : "ip").append(" scenario_").append(chain);
+      ruleset.append(" {\nchain rules {\ntype filter hook ").append(hook).append(" priority 0;\n");
+      ruleset.append(text).append("}\n}\n");
     }
     place_.net.SetFilter(host, ruleset);
   }

@@ -22,6 +22,7 @@ constexpr FirstLine kFirstLines[] = {
 
 std::vector<std::string> Written(const std::vector<Shown>& shown) {
   std::vector<std::string> lines;
+  lines.reserve(shown.size());
   for (const Shown& each : shown) lines.push_back(InScenarioFile(each));
   lines.resize(std::min(lines.size(), kMostCompared));
   return lines;

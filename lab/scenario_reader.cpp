@@ -12,21 +12,21 @@ namespace {
 
 struct VerbRule {
   const char* verb;
-  bool hasHost;
   size_t least;  ///< words behind it
   size_t most;
+  bool hasHost;
   bool hasLines;  ///< deeper lines below it
 };
 
 constexpr VerbRule kVerbs[] = {
-    {"cable out", true, 0, 0, false},     {"address", true, 1, 16, false},
-    {"gateway", true, 1, 1, false},       {"second card", false, 1, 1, false},
-    {"name", false, 2, 2, false},         {"route", true, 3, 3, false},
-    {"forwards", true, 0, 0, false},      {"filter", true, 2, 64, false},
-    {"line speed", true, 2, 2, false},    {"controller", true, 0, 0, true},
-    {"ftp server", true, 1, 1, true},     {"faulty ftp server", true, 1, 16, false},
-    {"k7 server", false, 0, 0, true},     {"k7 service", false, 1, 1, true},
-    {"services file", false, 0, 0, true},
+    {"cable out", 0, 0, true, false},     {"address", 1, 16, true, false},
+    {"gateway", 1, 1, true, false},       {"second card", 1, 1, false, false},
+    {"name", 2, 2, false, false},         {"route", 3, 3, true, false},
+    {"forwards", 0, 0, true, false},      {"filter", 2, 64, true, false},
+    {"line speed", 2, 2, true, false},    {"controller", 0, 0, true, true},
+    {"ftp server", 1, 1, true, true},     {"faulty ftp server", 1, 16, true, false},
+    {"k7 server", 0, 0, false, true},     {"k7 service", 1, 1, false, true},
+    {"services file", 0, 0, false, true},
 };
 
 constexpr Rung kRungs[] = {Rung::Ping, Rung::CncLibrary, Rung::K7, Rung::Ftp};
