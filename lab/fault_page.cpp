@@ -20,7 +20,7 @@ The laboratory's PC has the address 192.168.1.10/24, its gateway is 192.168.1.1.
 subnet, 192.168.1.100; another behind the gateway, 192.168.2.100. Your addresses are others, the lines are the same.
 The numbers behind "Allocate Handle error=" and "SystemError=" come from the library. Those below zero are the practice
 bench's: -102 no connection, -103 time-out, -104 connection lost, -105 an answer that makes no sense. The library of your
-PC may have others.
+PC may have others. Access codes and passwords in a command line are encoded; here they are written backwards.
 
 The laboratory runs Tarvik under Wine. Of an address on its own subnet that nobody has, Windows may say "Destination
 Host Unreachable" where this page says "ICMP_Error:11010".
