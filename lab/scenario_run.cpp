@@ -157,8 +157,10 @@ void Visit::Click(const WindowPart& button) {
   BringToFront(button.page);
   const Lines before = window_.Lines(ID_lstResult);
   const bool ofLadder = button.id == ID_cmdAllTest || button.id == ID_cmdAllFtpTest;
+  // A ping empties the list first; what looks like the lines of the run before are then its own.
+  const bool empties = ofLadder || button.id == ID_cmdPing;
   window_.Click(button.id);
-  Follow(before, ofLadder, [&before](const Lines& lines) { return lines != before; });
+  Follow(empties ? Lines{} : before, ofLadder, [&before](const Lines& lines) { return lines != before; });
 }
 
 Outcome Visit::Make() {
