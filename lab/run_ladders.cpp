@@ -4,15 +4,15 @@
 //   run_ladders PROGRAM DRIVER BENCH OUTPUT [ADDRESS | desk]
 
 #include <filesystem>
-#include <fstream>
 #include <iostream>
+#include <optional>
 #include <string>
 
 #include "app/control_ids.h"
 #include "lab/controller.h"
 #include "lab/ftp_server.h"
+#include "lab/k7_server.h"
 #include "lab/laboratory.h"
-#include "lab/leavings.h"
 #include "lab/main_window.h"
 #include "lab/program.h"
 #include "lab/shown_program.h"
@@ -99,27 +99,8 @@ bool ShowLaboratory(const ShownProgram& shown) {
   return ShowWholeLadder(pc, shown, laboratory) && network;
 }
 
-/// Runs a command of the PC's own Windows.
-void RunOnPc(WindowsPc& pc, const std::string& command, const std::string& arguments) {
-  ProgramUnderTest program(pc, pc.Prefix().Folder() + "/drive_c/windows/system32/" + command, arguments);
-  if (program.WaitForEnd(kSoon) != 0) throw LabError(command + " " + arguments + ": failed");
-}
-
-/// A started K7 server, as a service of the PC that the program can stop and start.
-void InstallK7Server(WindowsPc& pc, const ShownProgram& shown, const WorkFolder& folder) {
-  const std::string server = folder.Path() + "/K7Server.exe";
-  fs::copy_file(shown.bench + "/K7Server.exe", server);
-  std::ofstream(folder.Path() + "/K7Server.scenario") << "start_takes 2000\nstop_takes 2000\n";
-  const std::string services = pc.Prefix().Folder() + "/drive_c/windows/system32/drivers/etc/services";
-  fs::remove(services);  // shared with other prefixes, so not to be written to
-  std::ofstream(services) << "NORVAX_K7_SERVER  8300/udp\r\n";
-  RunOnPc(pc, "sc.exe", "create K7Server binPath= " + WindowsPath(server));
-  RunOnPc(pc, "sc.exe", "start K7Server");
-}
-
 bool LeaveOpen(const ShownProgram& shown) {
   const bool general = fs::path(shown.program).parent_path().filename() == "x86-general";
-  const WorkFolder k7(shown.CacheFolder());
   const Laboratory laboratory(shown.CacheFolder());
   const FtpServer files(laboratory, Host::Near, FtpServer::Product::Vsftpd, shown.CacheFolder());
   FillDirectory(files);
@@ -128,7 +109,14 @@ bool LeaveOpen(const ShownProgram& shown) {
   WindowsPc::Options options = shown.PcOptions();
   options.networkNamespace = laboratory.Namespace(Host::Pc);
   WindowsPc pc(options);
-  if (general) InstallK7Server(pc, shown, k7);
+  std::optional<ServicesFile> services;
+  std::optional<K7ServerService> server;
+  if (general) {
+    pc.ClipboardText();  // its Windows begins with the screen, which a service has not
+    services.emplace(pc, Lines{"NORVAX_K7_SERVER  8300/udp"});
+    server.emplace(pc, laboratory, shown.bench, shown.CacheFolder(), "start_takes 2000\nstop_takes 2000\n",
+                   K7ServerService::State::Running);
+  }
   ProgramUnderTest program(pc, shown.program);
   const WindowUnderTest window = WaitForMainWindow(program, {{}, [](const BoxUnderTest&) {}});
   window.SetText(ID_cmbIPAddr, kNearAddress);
