@@ -39,6 +39,14 @@ foreach(library gtest gtest_main gmock gmock_main)
 endforeach()
 include(GoogleTest)
 
+# What every test includes is read once, and what a test itself does is no concern of the sanitizer that most slows
+# a compilation down.
+function(quickly_compiled_tests target)
+  target_precompile_headers(${target} PRIVATE <gtest/gtest.h> <algorithm> <filesystem> <functional> <map> <memory>
+                            <optional> <string> <vector>)
+  target_compile_options(${target} PRIVATE -fno-sanitize=undefined)
+endfunction()
+
 add_subdirectory(bench)
 
 file(GLOB native_tests CONFIGURE_DEPENDS tests/*/*.cpp)
