@@ -42,6 +42,12 @@ class RecordedSvcKit final : public SvcKit {
     return queryResult;
   }
 
+  /// The service is in this state, and no start or stop is on its way.
+  void Settle(int32_t state) {
+    status = state;
+    queriesLeft = 0;
+  }
+
   /// How many of the calls begin with the word.
   long Count(const std::string& word) const {
     return std::count_if(calls.begin(), calls.end(),

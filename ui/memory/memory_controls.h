@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,12 +17,16 @@ struct MemoryFocus {
   Control* owner = nullptr;
 };
 
+/// Raised before a control takes a text, which Windows may refuse for want of memory: a caption, what stands
+/// in a box, a line of a list. A test throws what the refusal would.
+using BeforeText = std::function<void(const Element&)>;
+
 /// What every memory control shares. Base is one of the control interfaces.
 template <typename Base>
 class MemoryElement : public Base {
  public:
   void SetCaption(const std::wstring& caption) override {
-    ThrowIfRefusing();
+    ThrowIfTextRefused();
     caption_ = caption;
   }
   std::wstring Caption() const override { return caption_; }
@@ -38,10 +43,15 @@ class MemoryElement : public Base {
 
   /// From now on the platform refuses every operation of this control.
   bool refusing = false;
+  const BeforeText* beforeText = nullptr;
 
  protected:
   void ThrowIfRefusing() const {
     if (refusing) throw RuntimeError(L"The control refuses the operation.");
+  }
+  void ThrowIfTextRefused() const {
+    ThrowIfRefusing();
+    if (beforeText != nullptr && *beforeText) (*beforeText)(*this);
   }
 
  private:
@@ -106,7 +116,7 @@ class MemoryTextBox final : public MemoryControl<TextBox> {
   using MemoryControl::MemoryControl;
   std::wstring Text() const override { return text_; }
   void SetText(const std::wstring& text) override {
-    ThrowIfRefusing();
+    ThrowIfTextRefused();
     text_ = text;
   }
   void SetPasswordMask(bool masked) override { masked_ = masked; }
@@ -130,7 +140,7 @@ class MemoryComboBox final : public MemoryControl<ComboBox> {
       : MemoryControl<ComboBox>(focus), style_(style) {}
   std::wstring Text() const override { return text_; }
   void SetText(const std::wstring& text) override {
-    ThrowIfRefusing();
+    ThrowIfTextRefused();
     if (style_ == ComboBoxStyle::DropDownList) throw RuntimeError(L"The list takes no typed text.");
     text_ = text;
     selected_ = -1;
@@ -140,7 +150,7 @@ class MemoryComboBox final : public MemoryControl<ComboBox> {
     return index >= 0 && index < Count() ? items_[static_cast<size_t>(index)] : std::wstring();
   }
   void InsertItem(int index, const std::wstring& text) override {
-    ThrowIfRefusing();
+    ThrowIfTextRefused();
     if (index < 0 || index > Count()) throw RuntimeError(L"There is no such place in the list.");
     items_.insert(items_.begin() + index, text);
   }
@@ -171,7 +181,7 @@ class MemoryListBox final : public MemoryControl<ListBox> {
     return index >= 0 && index < Count() ? lines[static_cast<size_t>(index)] : std::wstring();
   }
   void AddItem(const std::wstring& text) override {
-    ThrowIfRefusing();
+    ThrowIfTextRefused();
     lines.push_back(text);
     if (redrawing) ++painted;
   }
@@ -204,7 +214,7 @@ class MemoryTabStrip final : public MemoryControl<TabStrip> {
         on_(static_cast<size_t>(pageCount), true) {}
   int PageCount() const override { return static_cast<int>(captions_.size()); }
   void SetPageCaption(int page, const std::wstring& caption) override {
-    ThrowIfRefusing();
+    ThrowIfTextRefused();
     captions_.at(static_cast<size_t>(page)) = caption;
   }
   std::wstring PageCaption(int page) const override { return captions_.at(static_cast<size_t>(page)); }

@@ -8,6 +8,7 @@ template <typename MemoryType, typename... Arguments>
 MemoryType& MemoryForm::Add(int id, int page, Arguments&&... arguments) {
   auto element = std::make_unique<MemoryType>(std::forward<Arguments>(arguments)...);
   MemoryType& added = *element;
+  added.beforeText = &beforeText;
   if (!elements_.emplace(id, std::move(element)).second)
     throw RuntimeError(L"Two controls have the same id.");
   pages_[id] = page;

@@ -69,6 +69,7 @@ class MemoryForm final : public Form {
     return keyAscii != 0;
   }
 
+  BeforeText beforeText;  ///< of each of its controls
   bool topmost = false;
   bool minimised = false;
   bool fixedSize = false;

@@ -1,0 +1,173 @@
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+#include "about/kernel_calls.h"
+#include "about/machine_registry.h"
+#include "about/version_library.h"
+#include "app/configuration_library.h"
+#include "app/secret_decoder.h"
+#include "tests/failures/failure_plan.h"
+
+namespace tarvik::test {
+
+class FailingKernel final : public Failing<KernelCalls> {
+ public:
+  using Failing::Failing;
+
+  uint32_t SearchPathA(const char* fileName, char* buffer, uint32_t size) override {
+    switch (plan_.Strike("SearchPathA", 4)) {
+      case 1:
+        return 0;
+      case 2:
+        return std::numeric_limits<uint32_t>::max();
+      case 3:
+        return size + 1;
+      case 4:  // and nothing written
+        return size - 1;
+      default:
+        return library_.SearchPathA(fileName, buffer, size);
+    }
+  }
+  Module LoadLibraryExA(const char* fileName, uint32_t flags) override {
+    return plan_.Strike("LoadLibraryExA", 1) == 1 ? 0 : modules.Give(library_.LoadLibraryExA(fileName, flags));
+  }
+  int32_t FreeLibrary(Module module) override {
+    modules.TakeBack(module);
+    const int way = plan_.Strike("FreeLibrary", 1);
+    const int32_t result = library_.FreeLibrary(module);
+    return way == 1 ? 0 : result;
+  }
+  uint32_t FormatMessageA(uint32_t flags, Module module, uint32_t messageId, uint32_t languageId,
+                          char* buffer, uint32_t size) override {
+    const int way = plan_.Strike("FormatMessageA", 2);
+    if (way == 1) return 0;
+    if (way == 2) {
+      std::fill_n(buffer, size, 'x');
+      return std::numeric_limits<uint32_t>::max();
+    }
+    return library_.FormatMessageA(flags, module, messageId, languageId, buffer, size);
+  }
+  uint32_t GetLastError() override {
+    return plan_.Strike("GetLastError", 1) == 1 ? 0 : library_.GetLastError();
+  }
+
+  HandleLedger<Module> modules;
+};
+
+class FailingVersions final : public Failing<VersionLibrary> {
+ public:
+  using Failing::Failing;
+
+  uint32_t GetFileVersionInfoSizeA(const char* fileName, uint32_t& handle) override {
+    switch (plan_.Strike("GetFileVersionInfoSizeA", 3)) {
+      case 1:
+        return 0;
+      case 2:
+        return 1;
+      case 3:
+        return std::numeric_limits<uint32_t>::max();
+      default:
+        return library_.GetFileVersionInfoSizeA(fileName, handle);
+    }
+  }
+  int32_t GetFileVersionInfoA(const char* fileName, uint32_t handle, uint32_t length, void* data) override {
+    const int way = plan_.Strike("GetFileVersionInfoA", 2);
+    if (way == 1) return 0;
+    if (way == 2) return 1;  // and nothing written
+    return library_.GetFileVersionInfoA(fileName, handle, length, data);
+  }
+  int32_t VerQueryValueA(const void* block, const char* subBlock, const void*& value,
+                         uint32_t& length) override {
+    const int way = plan_.Strike("VerQueryValueA", 4);
+    if (way == 1) return 0;
+    const int32_t result = library_.VerQueryValueA(block, subBlock, value, length);
+    if (way == 2) value = nullptr;
+    if (way == 3) value = static_cast<const char*>(block) - 1;
+    if (way == 4) length = 4;
+    return result;
+  }
+};
+
+class FailingRegistry final : public Failing<MachineRegistry> {
+ public:
+  using Failing::Failing;
+
+  std::optional<std::wstring> Read(const std::wstring& key, const std::wstring& name) override {
+    const int way = plan_.Strike("Read of the registry", 2);
+    if (way == 1) return std::nullopt;
+    if (way == 2) return std::wstring();
+    return library_.Read(key, name);
+  }
+};
+
+class FailingConfiguration final : public Failing<ConfigurationLibrary> {
+ public:
+  using Failing::Failing;
+
+  bool Available() override {
+    return plan_.Strike("LoadLibrary of ObryConfIO", 1) != 1 && library_.Available();
+  }
+  int32_t Initialize() override {
+    const int way = plan_.Strike("Initialize", 2);
+    if (way == 2) Lack("Initialize");
+    ++sessions;
+    const int32_t result = library_.Initialize();
+    return way == 1 ? -1 : result;
+  }
+  int32_t GetLanguage() override {
+    const int way = plan_.Strike("GetLanguage", 3);
+    if (way == 3) Lack("GetLanguage");
+    const int32_t language = library_.GetLanguage();
+    return way == 0 ? language : way == 1 ? 0 : -1;
+  }
+  int32_t Terminate() override {
+    const int way = plan_.Strike("Terminate", 2);
+    --sessions;
+    if (way == 2) Lack("Terminate");
+    const int32_t result = library_.Terminate();
+    return way == 1 ? -1 : result;
+  }
+  int32_t GetCommonDataFolder2(char* buffer, int32_t length) override {
+    switch (plan_.Strike("GetCommonDataFolder2", 4)) {
+      case 1:
+        return 5;
+      case 2:  // and nothing written
+        return 0;
+      case 3:
+        std::fill_n(buffer, length, 'x');
+        return 0;
+      case 4:
+        Lack("GetCommonDataFolder2");
+      default:
+        return library_.GetCommonDataFolder2(buffer, length);
+    }
+  }
+
+  int sessions = 0;  ///< initialised and not terminated
+};
+
+class FailingTxCodec final : public Failing<TxCodec> {
+ public:
+  using Failing::Failing;
+
+  int32_t TxDecd(TxCodecRecord& record) override {
+    switch (plan_.Strike("TxDecd", 4)) {
+      case 1:
+        return 1;
+      case 2:  // and nothing written
+        return 0;
+      case 3:
+        std::fill_n(record.output, sizeof record.output, 'x');
+        return 0;
+      case 4:
+        Lack("TxDecd");
+      default:
+        return library_.TxDecd(record);
+    }
+  }
+};
+
+}  // namespace tarvik::test

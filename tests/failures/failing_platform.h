@@ -1,0 +1,222 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/clipboard.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/os_version.h"
+#include "platform/processes.h"
+#include "platform/profile_strings.h"
+#include "platform/settings_store.h"
+#include "platform/text_order.h"
+#include "platform/wall_clock.h"
+#include "tests/failures/failure_plan.h"
+
+namespace tarvik::test {
+
+class FailingOsVersion final : public Failing<OsVersion> {
+ public:
+  using Failing::Failing;
+
+  bool GetVersionExA(OsVersionRecord& record) override {
+    const int way = plan_.Strike("GetVersionExA", 2);
+    if (way == 1) return false;
+    const bool known = library_.GetVersionExA(record);
+    if (way == 2) record.platformId = 0;
+    return known;
+  }
+};
+
+class FailingFiles final : public Failing<Files> {
+ public:
+  using Failing::Failing;
+
+  bool Exists(const std::wstring& path) override {
+    return plan_.Strike("Exists", 1) != 1 && library_.Exists(path);
+  }
+  std::optional<std::string> Read(const std::wstring& path) override {
+    const int way = plan_.Strike("Read of a file", 3);
+    if (way == 1) {
+      Refuse();
+      return std::nullopt;
+    }
+    std::optional<std::string> bytes = Forward(library_.Read(path));
+    if (way == 2 && bytes) bytes->clear();
+    if (way == 3 && bytes) bytes->resize(bytes->size() / 2);
+    return bytes;
+  }
+  bool Write(const std::wstring& path, std::string_view bytes) override {
+    return plan_.Strike("Write of a file", 1) != 1 && library_.Write(path, bytes);
+  }
+  bool Delete(const std::wstring& path) override {
+    return plan_.Strike("Delete", 1) != 1 && library_.Delete(path);
+  }
+  bool Copy(const std::wstring& from, const std::wstring& to) override {
+    return plan_.Strike("Copy", 1) == 1 ? Refuse() : Forward(library_.Copy(from, to));
+  }
+  bool Append(const std::wstring& path, std::string_view bytes) override {
+    return plan_.Strike("Append", 1) == 1 ? Refuse() : Forward(library_.Append(path, bytes));
+  }
+  std::optional<uint32_t> Attributes(const std::wstring& path) override {
+    if (plan_.Strike("Attributes", 1) == 1) {
+      Refuse();
+      return std::nullopt;
+    }
+    return Forward(library_.Attributes(path));
+  }
+  bool SetAttributes(const std::wstring& path, uint32_t attributes) override {
+    return plan_.Strike("SetAttributes", 1) == 1 ? Refuse()
+                                                 : Forward(library_.SetAttributes(path, attributes));
+  }
+  uint32_t LastError() const override {
+    if (plan_.Strike("LastError of a file", 1) == 1) return 0;
+    return refused_ ? kAccessDenied : library_.LastError();
+  }
+
+ private:
+  static constexpr uint32_t kAccessDenied = 5;
+
+  bool Refuse() {
+    refused_ = true;
+    return false;
+  }
+  template <typename Result>
+  Result Forward(Result result) {
+    refused_ = false;
+    return result;
+  }
+
+  bool refused_ = false;
+};
+
+class FailingProcesses final : public Failing<Processes> {
+ public:
+  using Failing::Failing;
+
+  uint32_t Shell(const std::wstring& commandLine, StartWindow window) override {
+    return plan_.Strike("Shell", 1) == 1 ? 0 : library_.Shell(commandLine, window);
+  }
+  Handle OpenProcess(uint32_t access, uint32_t processId) override {
+    return plan_.Strike("OpenProcess", 1) == 1 ? 0 : handles.Give(library_.OpenProcess(access, processId));
+  }
+  bool GetExitCodeProcess(Handle process, uint32_t& code) override {
+    constexpr uint32_t kStillActive = 259;
+    const int way = plan_.Strike("GetExitCodeProcess", 3);
+    if (way == 1) return false;
+    const bool read = library_.GetExitCodeProcess(process, code);
+    if (way == 2) code = kStillActive;
+    if (way == 3) code = 1;
+    return read;
+  }
+  bool CloseHandle(Handle handle) override {
+    handles.TakeBack(handle);
+    const int way = plan_.Strike("CloseHandle", 1);
+    return library_.CloseHandle(handle) && way != 1;
+  }
+
+  HandleLedger<Handle> handles;
+};
+
+/// A conversion that fails gives nothing, or as many zeros as the text would have had.
+class FailingCodePage final : public Failing<CodePage> {
+ public:
+  using Failing::Failing;
+
+  std::string ToAnsi(std::wstring_view text) override {
+    return Spoilt(plan_.Strike("WideCharToMultiByte", 2), library_.ToAnsi(text));
+  }
+  std::wstring FromAnsi(std::string_view bytes) override {
+    return Spoilt(plan_.Strike("MultiByteToWideChar", 2), library_.FromAnsi(bytes));
+  }
+  std::wstring FromLanguage(std::string_view bytes, int32_t language) override {
+    return Spoilt(plan_.Strike("MultiByteToWideChar of a language file", 2),
+                  library_.FromLanguage(bytes, language));
+  }
+
+ private:
+  template <typename Text>
+  static Text Spoilt(int way, Text text) {
+    if (way == 1) return {};
+    if (way == 2) text.assign(text.size(), 0);
+    return text;
+  }
+};
+
+class FailingTextOrder final : public Failing<TextOrder> {
+ public:
+  using Failing::Failing;
+
+  std::string SortKey(std::wstring_view text) override {
+    return plan_.Strike("LCMapString", 1) == 1 ? std::string() : library_.SortKey(text);
+  }
+};
+
+class FailingProfileStrings final : public Failing<ProfileStrings> {
+ public:
+  using Failing::Failing;
+
+  uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
+                                    uint32_t bufferSize, const std::wstring& path) override {
+    switch (plan_.Strike("GetPrivateProfileStringA", 3)) {
+      case 1:
+        return 0;
+      case 2:  // and nothing written
+        return bufferSize - 1;
+      case 3:
+        for (uint32_t i = 0; i < bufferSize; ++i) buffer[i] = 'x';
+        return bufferSize + 100;
+      default:
+        return library_.GetPrivateProfileStringA(section, key, buffer, bufferSize, path);
+    }
+  }
+};
+
+class FailingSettings final : public Failing<SettingsStore> {
+ public:
+  using Failing::Failing;
+
+  std::optional<std::wstring> Read(const std::wstring& section, const std::wstring& key) override {
+    if (plan_.Strike("Read of a setting", 1) == 1) return std::nullopt;
+    return library_.Read(section, key);
+  }
+  bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) override {
+    return plan_.Strike("Write of a setting", 1) != 1 && library_.Write(section, key, value);
+  }
+};
+
+class FailingClipboard final : public Failing<Clipboard> {
+ public:
+  using Failing::Failing;
+
+  void Clear() override {
+    Strike("EmptyClipboard");
+    library_.Clear();
+  }
+  void SetText(const std::wstring& text) override {
+    Strike("SetClipboardData");
+    library_.SetText(text);
+  }
+  std::wstring GetText() override {
+    Strike("GetClipboardData");
+    return library_.GetText();
+  }
+
+ private:
+  void Strike(const char* call) {
+    if (plan_.Strike(call, 1) == 1) throw RuntimeError(L"The clipboard is in use by another program.");
+  }
+};
+
+class FailingWallClock final : public Failing<WallClock> {
+ public:
+  using Failing::Failing;
+
+  std::wstring GeneralDateTime() override {
+    return plan_.Strike("GetDateFormat", 1) == 1 ? L" " : library_.GeneralDateTime();
+  }
+};
+
+}  // namespace tarvik::test

@@ -1,0 +1,122 @@
+#include "tests/failures/failing_program.h"
+
+#include <array>
+#include <stdexcept>
+
+#include "platform/runtime_error.h"
+
+namespace tarvik::test {
+namespace {
+
+/// More than the longest wait of the program takes.
+constexpr int kMostPauses = 5000;
+
+/// The name under which the plan knows a control's taking of a text.
+const char* NameOf(const ui::Element& element) {
+  const std::wstring_view type = element.TypeName();
+  if (type == L"ListBox") return "LB_ADDSTRING";
+  if (type == L"ComboBox") return "CB_INSERTSTRING";
+  if (type == L"SSTab") return "TCM_SETITEM";
+  if (type == L"Menu") return "SetMenuItemInfo";
+  return "SetWindowText";
+}
+
+}  // namespace
+
+FailingProgram::FailingProgram(FailurePlan& failurePlan) : plan(failurePlan) {
+  for (const char* const folder : {"C:\\Data", "C:\\Program"}) {
+    const std::string path = std::string(folder) + "\\Language\\Tarvik.exe_1033.ini";
+    files.contents[WidenAscii(path)] = "";
+    for (int id = 0; id < 170; ++id)
+      profile.values[path + "|1033|" + std::to_string(id)] = "text " + std::to_string(id);
+    profile.values[path + "|1033|10"] = "&Ping";
+  }
+  files.contents[kServicesFile] = "http 80/tcp\r\nNORVAX_K7_SERVER 8193/udp\r\n";
+  kernel.paths["SvcKit.DLL"] = "C:\\System\\SvcKit.dll";
+  for (const std::string module : {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "SvcKit.dll", "Wininet.dll"}) {
+    kernel.paths[module] = "C:\\System\\" + module;
+    versions.blocks["C:\\System\\" + module] = RecordedVersions::Block(1, 2, 3, 4);
+  }
+  kernel.messages[5] = "Access is denied.";
+  settings.values[L"History\\01"] = L"192.168.1.100";
+  settings.values[L"History\\02"] = L"10.0.0.5";
+  registry.values[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"] = L"C:\\msinfo.exe";
+  winsock.AddInterface("192.168.1.10", "255.255.255.0");
+  winsock.AddHost("cnc", {"10.0.0.5"});
+  ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
+  for (const char* const host : {"192.168.1.100", "192.168.1.1", "10.0.0.5"}) icmp.AddHost(host);
+  form.beforeText = TakingTexts();
+  pump.onEvents = [this] { OnEvents(); };
+}
+
+ui::BeforeText FailingProgram::TakingTexts() {
+  return [this](const ui::Element& element) {
+    if (plan.Strike(NameOf(element), 1) == 1) throw RuntimeError(L"A control does not take its text.");
+  };
+}
+
+void FailingProgram::OnEvents() {
+  pump.stop = flags.stopRequested;
+  if (++pauses_ < kMostPauses) return;
+  endless = true;
+  throw std::runtime_error("a run without an end");
+}
+
+std::unique_ptr<ui::Form> FailingProgram::NewForm() {
+  if (plan.Strike("CreateWindow", 1) == 1) throw RuntimeError(L"The window cannot be created.");
+  auto made = std::make_unique<ui::MemoryForm>();
+  const auto life = std::make_shared<int>();
+  // The form keeps what stands for its life.
+  made->beforeText = [life, take = TakingTexts()](const ui::Element& element) { take(element); };
+  furtherLife_ = life;
+  further_ = made.get();
+  return made;
+}
+
+void FailingProgram::Start(const std::wstring& commandLine, bool familyEdition) {
+  form1 = std::make_unique<Form1>(Form1Ground{form,
+                                              boxes,
+                                              pump,
+                                              flags,
+                                              failingConfiguration,
+                                              failingTxCodec,
+                                              failingWinsock,
+                                              failingIcmp,
+                                              failingIpHelper,
+                                              failingWininet,
+                                              failingOsVersion,
+                                              failingFiles,
+                                              failingProcesses,
+                                              failingCodePage,
+                                              failingTextOrder,
+                                              failingProfile,
+                                              failingSettings,
+                                              failingClipboard,
+                                              failingKernel,
+                                              failingVersions,
+                                              failingRegistry,
+                                              failingK7Api,
+                                              failingSvcKit,
+                                              failingCncLibrary,
+                                              failingWallClock,
+                                              [this](const wchar_t*) { return NewForm(); },
+                                              L"C:\\Program",
+                                              L"C:\\Windows",
+                                              commandLine,
+                                              1033,
+                                              familyEdition});
+  try {
+    form1->Form_Load();
+  } catch (const RuntimeError& error) {
+    static_cast<ui::MessageBoxes&>(boxes).Show(error.Text(), ui::BoxIcon::Critical);
+  }
+  form.Show();
+}
+
+bool FailingProgram::Close() {
+  if (!form.unloaded && !form.Close()) return false;
+  form1.reset();
+  return true;
+}
+
+}  // namespace tarvik::test

@@ -1,0 +1,108 @@
+#pragma once
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/app/form1_fixture.h"
+#include "tests/failures/failing_cnc_library.h"
+#include "tests/failures/failing_k7.h"
+#include "tests/failures/failing_modules.h"
+#include "tests/failures/failing_net.h"
+#include "tests/failures/failing_platform.h"
+#include "tests/failures/failing_wininet.h"
+
+namespace tarvik::test {
+
+/// The whole program on recorded libraries, each behind one that fails as the plan says.
+class FailingProgram {
+ public:
+  explicit FailingProgram(FailurePlan& plan);
+  FailingProgram(const FailingProgram&) = delete;
+  FailingProgram& operator=(const FailingProgram&) = delete;
+
+  /// As the process does it: the main window, its start-up, an error that leaves it in a box.
+  void Start(const std::wstring& commandLine = L"-LANGID 1 -X 0", bool familyEdition = false);
+  /// A run begins; what has no end is told by the length of one run.
+  void BeginRun() { pauses_ = 0; }
+  /// The user closes the main window, and the process ends. False when the window stays.
+  bool Close();
+
+  ui::MemoryTextBox& Box(int id) { return form.Get<ui::MemoryTextBox>(id); }
+  ui::MemoryButton& Button(int id) { return form.Get<ui::MemoryButton>(id); }
+  ui::MemoryLabel& Label(int id) { return form.Get<ui::MemoryLabel>(id); }
+  ui::MemoryComboBox& Address() { return form.Get<ui::MemoryComboBox>(ID_cmbIPAddr); }
+  ui::MemoryTabStrip& Tabs() { return form.Get<ui::MemoryTabStrip>(ID_tabMode); }
+  ui::MemoryListBox& List() { return form.Get<ui::MemoryListBox>(ID_lstResult); }
+  void Click(int id) { Button(id).onClick(); }
+
+  static constexpr wchar_t kServicesFile[] = L"C:\\Windows\\System32\\Drivers\\Etc\\Services";
+
+  FailurePlan& plan;
+  ui::MemoryForm form;
+  RecordedBoxes boxes;
+  FakePump pump;
+  RunFlags flags;
+  RecordedConfiguration configuration;
+  RecordedTxCodec txCodec;
+  RecordedWinsock winsock;
+  RecordedIcmp icmp;
+  RecordedIpHelper ipHelper;
+  RecordedWininet wininet;
+  RecordedOsVersion osVersion;
+  RecordedFiles files;
+  RecordedProcesses processes;
+  FakeCodePage codePage;
+  FakeTextOrder textOrder;
+  RecordedProfileStrings profile;
+  RecordedSettings settings;
+  RecordedClipboard clipboard;
+  RecordedKernel kernel;
+  RecordedVersions versions;
+  RecordedRegistry registry;
+  RecordedK7Api k7Api;
+  RecordedSvcKit svcKit;
+  RecordedCncLibrary cncLibrary;
+  FakeWallClock wallClock;
+
+  FailingConfiguration failingConfiguration{plan, configuration};
+  FailingTxCodec failingTxCodec{plan, txCodec};
+  FailingWinsock failingWinsock{plan, winsock};
+  FailingIcmp failingIcmp{plan, icmp};
+  FailingIpHelper failingIpHelper{plan, ipHelper};
+  FailingWininet failingWininet{plan, wininet};
+  FailingOsVersion failingOsVersion{plan, osVersion};
+  FailingFiles failingFiles{plan, files};
+  FailingProcesses failingProcesses{plan, processes};
+  FailingCodePage failingCodePage{plan, codePage};
+  FailingTextOrder failingTextOrder{plan, textOrder};
+  FailingProfileStrings failingProfile{plan, profile};
+  FailingSettings failingSettings{plan, settings};
+  FailingClipboard failingClipboard{plan, clipboard};
+  FailingKernel failingKernel{plan, kernel};
+  FailingVersions failingVersions{plan, versions};
+  FailingRegistry failingRegistry{plan, registry};
+  FailingK7Api failingK7Api{plan, k7Api};
+  FailingSvcKit failingSvcKit{plan, svcKit};
+  FailingCncLibrary failingCncLibrary{plan, cncLibrary};
+  FailingWallClock failingWallClock{plan, wallClock};
+
+  /// The latest window beside the main one; null when there is none.
+  ui::MemoryForm* Further() const { return furtherLife_.expired() ? nullptr : further_; }
+
+  bool endless = false;  ///< something came to no end and had to be stopped
+  std::unique_ptr<Form1> form1;
+
+ private:
+  std::unique_ptr<ui::Form> NewForm();
+  /// How the controls of a form take their texts.
+  ui::BeforeText TakingTexts();
+  void OnEvents();
+
+  int pauses_ = 0;
+  ui::MemoryForm* further_ = nullptr;
+  std::weak_ptr<int> furtherLife_;
+};
+
+}  // namespace tarvik::test

@@ -1,0 +1,140 @@
+#include "k7/services_file.h"
+#include "k7/svc_utl.h"
+#include "tests/failures/strike_every_call.h"
+
+namespace tarvik::test {
+namespace {
+
+class K7Failures : public FailureTest {
+ protected:
+  /// A command of the K7 Svc page to a service in this state.
+  static Routine Command(const char* name, int32_t state, std::function<void(FailingProgram&)> command) {
+    Routine routine{name};
+    routine.prepare = [state](FailingProgram& program) {
+      program.boxes.answerYes = true;
+      program.svcKit.Settle(state);
+      program.svcKit.slowness = 2;
+      program.Label(ID_lblK7ServerStatus).SetCaption(L"---");
+    };
+    routine.run = std::move(command);
+    return routine;
+  }
+
+  /// A method of the service utility; the list tells when it has succeeded.
+  static Routine Method(const char* name, int32_t state, std::function<bool(SvcUtl&)> method) {
+    return Command(name, state, [method](FailingProgram& program) {
+      SvcUtl utility(program.failingSvcKit,
+                     FileUtil(program.failingKernel, program.failingVersions, program.failingCodePage),
+                     program.boxes, program.pump, program.failingCodePage);
+      utility.pDispErrMsgBox(true);
+      try {
+        if (utility.mInitialize(1) && method(utility)) program.List().lines.emplace_back(L"done");
+      } catch (const RuntimeError& error) {
+        static_cast<ui::MessageBoxes&>(program.boxes).Show(error.Text(), ui::BoxIcon::Critical);
+      }
+      utility.mTerminate();
+    });
+  }
+};
+
+TEST_F(K7Failures, The_API_test_survives_every_failure) {
+  Routine routine{"K7 API test"};
+  routine.prepare = [](FailingProgram& program) {
+    program.Address().SetText(L"192.168.1.100");
+    program.Box(ID_txtK7ApiTestCount).SetText(L"2");
+    program.failingK7Api.cleanups = 0;
+    program.k7Api.calls.clear();
+  };
+  routine.run = [](FailingProgram& program) { program.Click(ID_cmdK7Api); };
+  routine.check = [](FailingProgram& program) -> std::string {
+    // A button that does not take its caption ends the test before it has begun.
+    const auto& struck = program.plan.Struck();
+    const int wanted = !struck.empty() && struck.front().name == std::string_view("SetWindowText") &&
+                               program.k7Api.calls.empty()
+                           ? 0
+                           : 1;
+    return program.failingK7Api.cleanups == wanted ? "" : "the library is not cleaned up once";
+  };
+  StrikeEveryCall(routine);
+}
+
+TEST_F(K7Failures, The_state_of_the_service_survives_every_failure) {
+  StrikeEveryCall(Command("K7 service, state", SvcUtl::pSvcCondRunning, [](FailingProgram& program) {
+    program.Label(ID_lblK7ServerStatus).onClick();
+  }));
+}
+
+TEST_F(K7Failures, The_start_of_the_service_survives_every_failure) {
+  StrikeEveryCall(Command("K7 service, start", SvcUtl::pSvcCondStopped,
+                          [](FailingProgram& program) { program.Click(ID_cmdStartStopK7Server_1); }));
+}
+
+TEST_F(K7Failures, The_stop_of_the_service_survives_every_failure) {
+  StrikeEveryCall(Command("K7 service, stop", SvcUtl::pSvcCondRunning,
+                          [](FailingProgram& program) { program.Click(ID_cmdStartStopK7Server_0); }));
+}
+
+TEST_F(K7Failures, The_debug_launch_survives_every_failure) {
+  StrikeEveryCall(Command("K7 debug launch", SvcUtl::pSvcCondStopped,
+                          [](FailingProgram& program) { program.Click(ID_cmdK7ServerDebug); }));
+}
+
+TEST_F(K7Failures, The_setup_of_a_service_survives_every_failure) {
+  StrikeEveryCall(Method("K7 service, setup", SvcUtl::pSvcCondStopped, [](SvcUtl& utility) -> bool {
+    return utility.mSetupService(L"K7Server", L"K7 Server", L"C:\\K7Server.exe",
+                                 SvcUtl::pSvcStartTypeAutoStart);
+  }));
+}
+
+TEST_F(K7Failures, The_removal_of_a_service_survives_every_failure) {
+  StrikeEveryCall(Method("K7 service, removal", SvcUtl::pSvcCondRunning,
+                         [](SvcUtl& utility) -> bool { return utility.mRemoveService(L"K7Server"); }));
+}
+
+TEST_F(K7Failures, The_check_of_the_services_file_survives_every_failure) {
+  Routine routine{"Services file, check"};
+  routine.prepare = [](FailingProgram& program) {
+    program.Tabs().BringToFront(kPingPage);
+    program.Label(ID_lblK7UdpPortNo).SetCaption(L"---");
+  };
+  routine.run = [](FailingProgram& program) { program.Tabs().BringToFront(kK7SvcPage); };
+  StrikeEveryCall(routine);
+}
+
+TEST_F(K7Failures, Adding_to_the_services_file_survives_every_failure) {
+  static const std::string kBefore = "http 80/tcp\r\nlast 90/udp";
+  Routine routine{"Services file, adding"};
+  routine.prepare = [](FailingProgram& program) {
+    program.files.contents = {{FailingProgram::kServicesFile, kBefore}};
+    program.files.attributes = {{FailingProgram::kServicesFile, 0x21}};
+  };
+  routine.run = [](FailingProgram& program) {
+    ServiceEntry entries[] = {{L"NORVAX_K7_SERVER", 0, L"udp", false, false},
+                              {L"http", 0, L"tcp", false, false},
+                              {L"other", 95, L"tcp", false, false}};
+    FmtErrMsg errors(program.failingKernel, program.failingCodePage, program.boxes);
+    if (AddMissingServices({program.failingFiles, program.failingCodePage, errors, program.boxes},
+                           FailingProgram::kServicesFile, entries, {2024, 2, 3, 4, 5}))
+      program.List().lines.emplace_back(L"done");
+  };
+  routine.check = [](FailingProgram& program) -> std::string {
+    if (!program.files.contents[FailingProgram::kServicesFile].starts_with(kBefore))
+      return "what the file held is gone";
+    if (program.files.attributes[FailingProgram::kServicesFile] != 0x21 &&
+        !program.plan.HasStruck("SetAttributes"))
+      return "the file's attributes are not restored";
+    return "";
+  };
+  StrikeEveryCall(routine);
+}
+
+TEST_F(K7Failures, The_editor_for_the_services_file_survives_every_failure) {
+  Routine routine{"Services file, editor"};
+  routine.run = [](FailingProgram& program) {
+    program.Label(ID_lblK7UdpPortNo).onMouseDown(ui::kLeftButton, ui::kCtrlHeld | ui::kAltHeld);
+  };
+  StrikeEveryCall(routine);
+}
+
+}  // namespace
+}  // namespace tarvik::test

@@ -1,0 +1,96 @@
+#include "tests/failures/strike_every_call.h"
+
+namespace tarvik::test {
+namespace {
+
+constexpr wchar_t kWholeCommandLine[] =
+    L"-X 15 -LOCALEID 1033 -LANGID 1 -PING_N 1 -FTP_USER anna -FTP_PASSWD code 192.168.1.100;code";
+
+class ShellFailures : public FailureTest {
+ protected:
+  /// The start-up of the program, and behind each failure a ping with what came up.
+  static Routine StartUp(const char* name, const wchar_t* commandLine, bool familyEdition) {
+    Routine routine{name};
+    routine.start = nullptr;
+    routine.again = false;
+    routine.run = [=](FailingProgram& program) { program.Start(commandLine, familyEdition); };
+    routine.check = [](FailingProgram& program) -> std::string {
+      if (!program.plan.HasStruck("WSAStartup") && program.List().horizontalExtent == 0)
+        return "start-up has not come to its end";
+      program.List().lines.clear();
+      program.Address().SetText(L"192.168.1.100");
+      program.Box(ID_txtPingReqCount).SetText(L"1");
+      program.Click(ID_cmdPing);
+      const auto& lines = program.List().lines;
+      return lines.size() == 2 && lines[1].starts_with(L"0001 Reply From 192.168.1.100")
+                 ? ""
+                 : "the program does not ping behind its start-up";
+    };
+    routine.silences = {{"Read of a setting", "an address of the history that cannot be read is left out"}};
+    return routine;
+  }
+
+  /// The end of a program in which every window was open.
+  static Routine ShutDown(const char* name, bool familyEdition, bool withWindows) {
+    Routine routine{name};
+    routine.again = false;
+    routine.start = [=](FailingProgram& program) {
+      program.Start(L"-LANGID 1 -X 0", familyEdition);
+      if (!withWindows) return;
+      program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+      program.form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+    };
+    routine.run = [](FailingProgram& program) { program.form.Close(); };
+    routine.check = [](FailingProgram& program) -> std::string {
+      return program.form.unloaded ? "" : "the window stays";
+    };
+    return routine;
+  }
+};
+
+TEST_F(ShellFailures, The_familys_start_up_survives_every_failure) {
+  StrikeEveryCall(StartUp("Start-up of the family's edition", kWholeCommandLine, true));
+}
+
+TEST_F(ShellFailures, The_general_start_up_survives_every_failure) {
+  StrikeEveryCall(StartUp("Start-up of the general edition", kWholeCommandLine, false));
+}
+
+TEST_F(ShellFailures, A_start_up_without_a_command_line_survives_every_failure) {
+  StrikeEveryCall(StartUp("Start-up without a command line", L"", true));
+}
+
+TEST_F(ShellFailures, Shut_down_survives_every_failure) {
+  StrikeEveryCall(ShutDown("Shut-down of the family's edition", true, false));
+  StrikeEveryCall(ShutDown("Shut-down of the general edition", false, false));
+  StrikeEveryCall(ShutDown("Shut-down with further windows", false, true));
+}
+
+TEST_F(ShellFailures, The_about_box_survives_every_failure) {
+  Routine routine{"About box"};
+  routine.run = [](FailingProgram& program) {
+    program.form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+    ui::MemoryForm* const box = program.Further();
+    if (box == nullptr) return;
+    box->Get<ui::MemoryButton>(ID_cmdSysInfo).onClick();
+    box->Get<ui::MemoryButton>(ID_cmdOK).onClick();
+  };
+  routine.silences = {{"GetVersionExA", "a Windows that does not tell its version has no name in the box"}};
+  StrikeEveryCall(routine);
+}
+
+TEST_F(ShellFailures, Copying_and_pasting_survive_every_failure) {
+  for (const bool paste : {false, true}) {
+    Routine routine{paste ? "Pasting into the list" : "Copying the list"};
+    routine.start = [paste](FailingProgram& program) { program.Start(paste ? L"-X 16 -X" : L"-X 0 -X"); };
+    routine.prepare = [](FailingProgram& program) {
+      program.List().lines = {L"one", L"two"};
+      program.clipboard.text = L"three\r\nfour\r\n";
+    };
+    routine.run = [](FailingProgram& program) { program.List().onDoubleClick(); };
+    StrikeEveryCall(routine);
+  }
+}
+
+}  // namespace
+}  // namespace tarvik::test

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tests/failures/failing_program.h"
+
+namespace tarvik::test {
+
+/// A call whose failure takes lines away and tells nothing, and why that is right.
+struct Silence {
+  const char* call;
+  const char* reason;
+};
+
+/// What is run with every call on its way failing once.
+struct Routine {
+  const char* name;
+  /// Starts the program; by default the general edition in English. Null when the run does it itself.
+  std::function<void(FailingProgram&)> start = [](FailingProgram& program) { program.Start(); };
+  /// Brings the libraries and boxes into the state that each run begins with.
+  std::function<void(FailingProgram&)> prepare = [](FailingProgram&) {};
+  std::function<void(FailingProgram&)> run = nullptr;
+  std::vector<Silence> silences = {};
+  /// What is wrong with the program behind a run, beyond what is always looked at; empty = nothing.
+  std::function<std::string(FailingProgram&)> check = [](FailingProgram&) { return std::string(); };
+  bool again = true;  ///< behind every failure the run is made once more, with nothing failing
+  bool pairs = true;  ///< every pair of failures too, and not the single ones alone
+};
+
+/// Counts the failures of a routine, and prints them.
+class FailureTest : public testing::Test {
+ protected:
+  /// Runs the routine with nothing failing, then once for each way in which each of its calls can fail, then
+  /// for every pair of these. Looks behind each run whether the program stands as before, has given back all
+  /// that it took and said what failed.
+  void StrikeEveryCall(const Routine& routine);
+
+  static void TearDownTestSuite();
+};
+
+}  // namespace tarvik::test
