@@ -167,6 +167,8 @@ class Form1 {
 
   // Start-up, in the order in which Form_Load runs them
   void ReadConfiguration();
+  /// Takes language and folder from the configuration library. The library's answer about the folder.
+  int32_t AskConfiguration();
   void TakeProgramFolderAndLanguage();
   void LoadLanguage();
   bool StartSockets();

@@ -5,6 +5,7 @@
 #include "app/address_history.h"
 #include "app/form1.h"
 #include "platform/fixed_buffer.h"
+#include "platform/runtime_error.h"
 #include "platform/text.h"
 
 namespace tarvik {
@@ -28,34 +29,54 @@ class Loading {
   bool& loading_;
 };
 
+/// The configuration library between its Initialize and its Terminate.
+class ConfigurationSession {
+ public:
+  explicit ConfigurationSession(ConfigurationLibrary& library) : library_(library) { library_.Initialize(); }
+  ~ConfigurationSession() {
+    try {
+      library_.Terminate();
+    } catch (const RuntimeError&) {
+      // A library that lacks the call has nothing to end.
+    }
+  }
+  ConfigurationSession(const ConfigurationSession&) = delete;
+  ConfigurationSession& operator=(const ConfigurationSession&) = delete;
+
+ private:
+  ConfigurationLibrary& library_;
+};
+
 }  // namespace
 
 void Form1::Form_Load() {
   const Loading loading(loading_);
+  // A step that breaks is told, and the next ones are made all the same.
+  const auto step = [this](void (Form1::*make)()) { Guarded([&] { (this->*make)(); }); };
   productFamily_ = ground_.familyEdition;
   controls_.mnuPMC.SetVisible(false);
   RecordInitialSizes(ground_.form.WindowSize());
-  ReadConfiguration();
-  LoadLanguage();
+  step(&Form1::ReadConfiguration);
+  step(&Form1::LoadLanguage);
   if (!StartSockets()) return;
-  OpenIcmp();
+  step(&Form1::OpenIcmp);
   if (productFamily_) SetOptionMask(kFamilyMode);
-  ReadCommandLine();
+  step(&Form1::ReadCommandLine);
   if (TestOptionMask(kClearPasswords)) {
     controls_.txtAccessCode.SetPasswordMask(false);
     controls_.txtFtpPasswd.SetPasswordMask(false);
   }
-  LoadCaptions();
-  LayOutAgain();
-  CheckModules();
-  SwitchPages();
-  StartServiceControl();
-  LoadHistory(controls_.cmbIPAddr, ground_.settings);
-  PrefillNumbers();
-  if (TestOptionMask(kTopmost)) ground_.form.MakeTopmost();
-  if (!commandLine_.targetHost.empty()) TakeTargetFromCommandLine();
+  step(&Form1::LoadCaptions);
+  step(&Form1::LayOutAgain);
+  step(&Form1::CheckModules);
+  step(&Form1::SwitchPages);
+  step(&Form1::StartServiceControl);
+  Guarded([this] { LoadHistory(controls_.cmbIPAddr, ground_.settings); });
+  step(&Form1::PrefillNumbers);
+  if (TestOptionMask(kTopmost)) Guarded([this] { ground_.form.MakeTopmost(); });
+  if (!commandLine_.targetHost.empty()) step(&Form1::TakeTargetFromCommandLine);
   SetListExtent(controls_.lstResult, kListExtentFactor);
-  CheckK7ServicesEntry();
+  step(&Form1::CheckK7ServicesEntry);
 }
 
 void Form1::TakeProgramFolderAndLanguage() {
@@ -69,18 +90,24 @@ void Form1::ReadConfiguration() {
     return;
   }
   languageMode_ = kLanguageFile;
-  char folder[512] = {};
+  // What the library does not tell, because it is absent or lacks a call, is the program's own.
+  TakeProgramFolderAndLanguage();
   int32_t result = -1;
-  if (ground_.configuration.Available()) {
-    ground_.configuration.Initialize();
-    languageId_ = ground_.configuration.GetLanguage();
-    ground_.configuration.Terminate();
-    result = ground_.configuration.GetCommonDataFolder2(folder, sizeof folder - 1);
-    commonDataFolder_ = ground_.codePage.FromAnsi(TrimNull(std::string_view(folder, sizeof folder)));
-  } else {
-    TakeProgramFolderAndLanguage();
-  }
+  Guarded([&] {
+    if (ground_.configuration.Available()) result = AskConfiguration();
+  });
   if (result != 0) ground_.boxes.Show(L"GetCommonDataFolder2 Error");
+}
+
+int32_t Form1::AskConfiguration() {
+  {
+    const ConfigurationSession session(ground_.configuration);
+    languageId_ = ground_.configuration.GetLanguage();
+  }
+  char folder[512] = {};
+  const int32_t result = ground_.configuration.GetCommonDataFolder2(folder, sizeof folder - 1);
+  commonDataFolder_ = ground_.codePage.FromAnsi(TrimNull(std::string_view(folder, sizeof folder)));
+  return result;
 }
 
 void Form1::LoadLanguage() {
@@ -97,12 +124,14 @@ bool Form1::StartSockets() {
   // Read as a signed 16-bit number, as version 1.1 of the interface declares it; what is not greater than
   // zero is shown as its unsigned reading, so that "no limit" reads 65536.
   const auto datagram = static_cast<int16_t>(data.iMaxUdpDg);
-  results_.AddToList(L"szDescription:" + text(data.szDescription, sizeof data.szDescription));
-  results_.AddToList(L"szSystemStatus:" + text(data.szSystemStatus, sizeof data.szSystemStatus));
-  results_.AddToList(L"iMaxSockets:" + Decimal(data.iMaxSockets));
-  results_.AddToList(L"iMaxUdpDg:" + Decimal(datagram > 0 ? datagram : datagram + 65536));
-  results_.AddToList(L"lpVendorInfo:" + Decimal(data.lpVendorInfo));
-  results_.AddToList(kSeparator);
+  Guarded([&] {
+    results_.AddToList(L"szDescription:" + text(data.szDescription, sizeof data.szDescription));
+    results_.AddToList(L"szSystemStatus:" + text(data.szSystemStatus, sizeof data.szSystemStatus));
+    results_.AddToList(L"iMaxSockets:" + Decimal(data.iMaxSockets));
+    results_.AddToList(L"iMaxUdpDg:" + Decimal(datagram > 0 ? datagram : datagram + 65536));
+    results_.AddToList(L"lpVendorInfo:" + Decimal(data.lpVendorInfo));
+    results_.AddToList(kSeparator);
+  });
   return result != -1;
 }
 

@@ -123,4 +123,12 @@ int Run() {
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) { return Run(); }
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+  try {
+    return Run();
+  } catch (...) {
+    // A main window that cannot be made is told too.
+    ui::ReportException(nullptr);
+    return 1;
+  }
+}

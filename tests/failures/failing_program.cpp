@@ -74,6 +74,23 @@ std::unique_ptr<ui::Form> FailingProgram::NewForm() {
 }
 
 void FailingProgram::Start(const std::wstring& commandLine, bool familyEdition) {
+  const auto showError = [this](const RuntimeError& error) {
+    static_cast<ui::MessageBoxes&>(boxes).Show(error.Text(), ui::BoxIcon::Critical);
+  };
+  try {
+    Construct(commandLine, familyEdition);
+  } catch (const RuntimeError& error) {
+    return showError(error);
+  }
+  try {
+    form1->Form_Load();
+  } catch (const RuntimeError& error) {
+    showError(error);
+  }
+  form.Show();
+}
+
+void FailingProgram::Construct(const std::wstring& commandLine, bool familyEdition) {
   form1 = std::make_unique<Form1>(Form1Ground{form,
                                               boxes,
                                               pump,
@@ -105,16 +122,10 @@ void FailingProgram::Start(const std::wstring& commandLine, bool familyEdition) 
                                               commandLine,
                                               1033,
                                               familyEdition});
-  try {
-    form1->Form_Load();
-  } catch (const RuntimeError& error) {
-    static_cast<ui::MessageBoxes&>(boxes).Show(error.Text(), ui::BoxIcon::Critical);
-  }
-  form.Show();
 }
 
 bool FailingProgram::Close() {
-  if (!form.unloaded && !form.Close()) return false;
+  if (form1 && !form.unloaded && !form.Close()) return false;
   form1.reset();
   return true;
 }

@@ -22,7 +22,8 @@ class FailingProgram {
   FailingProgram(const FailingProgram&) = delete;
   FailingProgram& operator=(const FailingProgram&) = delete;
 
-  /// As the process does it: the main window, its start-up, an error that leaves it in a box.
+  /// As the process does it: the main window, then its start-up. An error that leaves either is shown; without
+  /// a main window the process ends.
   void Start(const std::wstring& commandLine = L"-LANGID 1 -X 0", bool familyEdition = false);
   /// A run begins; what has no end is told by the length of one run.
   void BeginRun() { pauses_ = 0; }
@@ -95,6 +96,7 @@ class FailingProgram {
   std::unique_ptr<Form1> form1;
 
  private:
+  void Construct(const std::wstring& commandLine, bool familyEdition);
   std::unique_ptr<ui::Form> NewForm();
   /// How the controls of a form take their texts.
   ui::BeforeText TakingTexts();

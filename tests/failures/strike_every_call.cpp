@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <iterator>
 #include <set>
+#include <tuple>
 
 namespace tarvik::test {
 namespace {
@@ -24,10 +25,11 @@ Texts Seen(FailingProgram& program) {
   const auto addLines = [&add](const ui::MemoryListBox& list) {
     for (const std::wstring& line : list.lines) add(L"line ", line);
   };
-  addLines(program.List());
   // A question tells nothing; what comes of its answer does.
   for (const RecordedBoxes::Box& box : program.boxes.boxes)
     if (!box.asksYesNo) add(L"box ", box.text);
+  if (!program.form1) return seen;
+  addLines(program.List());
   for (const std::wstring& started : program.processes.commandLines) add(L"started ", started);
   add(L"copied ", program.clipboard.text.value_or(std::wstring()));
   for (const int id : program.form.Order()) {
@@ -113,6 +115,7 @@ void LookAtReleases(FailingProgram& program, Faults& faults) {
 }
 
 void LookAtWindow(FailingProgram& program, Faults& faults) {
+  if (!program.form1) return;
   const bool captionRefused = program.plan.HasStruck("SetWindowText");
   faults.Unless(!program.endless, "a run comes to no end");
   faults.Unless(!program.flags.busy, "the busy flag is set");
@@ -282,6 +285,20 @@ class Striker {
   int shown_ = 0;
 };
 
+/// Knows which pairs of failures were struck.
+class KindsOfPairs {
+ public:
+  using Kind = std::tuple<std::string, int, std::string, int>;
+
+  explicit KindsOfPairs(Pairs pairs) : pairs_(pairs) {}
+  /// True when the pair is one to strike.
+  bool IsNew(Kind kind) { return pairs_ == Pairs::All || struck_.insert(std::move(kind)).second; }
+
+ private:
+  Pairs pairs_;
+  std::set<Kind> struck_;
+};
+
 }  // namespace
 
 void FailureTest::StrikeEveryCall(const Routine& routine) {
@@ -289,12 +306,15 @@ void FailureTest::StrikeEveryCall(const Routine& routine) {
   const auto calls = striker.Observe();
   ASSERT_FALSE(calls.empty()) << routine.name;
   ASSERT_FALSE(HasFailure());
+  KindsOfPairs kinds(routine.pairs);
   for (size_t first = 0; first < calls.size(); ++first) {
     for (int way = 1; way <= calls[first].ways; ++way) {
       const auto later = striker.Strike({{first, way}});
-      for (size_t second = first + 1; routine.pairs && second < later.size(); ++second)
+      if (routine.pairs == Pairs::None) continue;
+      for (size_t second = first + 1; second < later.size(); ++second)
         for (int secondWay = 1; secondWay <= later[second].ways && !striker.Enough(); ++secondWay)
-          striker.Strike({{first, way}, {second, secondWay}});
+          if (kinds.IsNew({calls[first].name, way, later[second].name, secondWay}))
+            striker.Strike({{first, way}, {second, secondWay}});
       striker.EndProgram();
     }
   }

@@ -16,6 +16,13 @@ struct Silence {
   const char* reason;
 };
 
+/// Which pairs of failures are struck beside the single ones.
+enum class Pairs {
+  All,
+  OfEachKind,  ///< of those that strike calls of the same names in the same ways only the first
+  None
+};
+
 /// What is run with every call on its way failing once.
 struct Routine {
   const char* name;
@@ -28,14 +35,14 @@ struct Routine {
   /// What is wrong with the program behind a run, beyond what is always looked at; empty = nothing.
   std::function<std::string(FailingProgram&)> check = [](FailingProgram&) { return std::string(); };
   bool again = true;  ///< behind every failure the run is made once more, with nothing failing
-  bool pairs = true;  ///< every pair of failures too, and not the single ones alone
+  Pairs pairs = Pairs::All;
 };
 
 /// Counts the failures of a routine, and prints them.
 class FailureTest : public testing::Test {
  protected:
   /// Runs the routine with nothing failing, then once for each way in which each of its calls can fail, then
-  /// for every pair of these. Looks behind each run whether the program stands as before, has given back all
+  /// for the pairs of these. Looks behind each run whether the program stands as before, has given back all
   /// that it took and said what failed.
   void StrikeEveryCall(const Routine& routine);
 
