@@ -20,9 +20,8 @@ class FailingCncLibrary final : public Failing<CncLibrary> {
   int16_t nx_allochandle_code(const char* address, int16_t port, const char* accessCode, int32_t timeOut,
                               Handle& handle) override {
     const int way = plan_.Strike("nx_allochandle_code", kConnectWays);
-    return Connect(way, handle, "nx_allochandle_code", [&] {
-      return library_.nx_allochandle_code(address, port, accessCode, timeOut, handle);
-    });
+    return Connect(way, handle, "nx_allochandle_code",
+                   [&] { return library_.nx_allochandle_code(address, port, accessCode, timeOut, handle); });
   }
   int16_t nx_getoptions1(Handle handle, int32_t& reserved, uint32_t& options) override {
     const int way = plan_.Strike("nx_getoptions1", 4);
@@ -51,8 +50,7 @@ class FailingCncLibrary final : public Failing<CncLibrary> {
                          int16_t length, CncPmcRange& range) override {
     const int way = plan_.Strike("nx_pmc_rdrange", 5);
     if (way == 4) Lack("nx_pmc_rdrange");
-    const int16_t result =
-        library_.nx_pmc_rdrange(handle, addressType, dataType, first, last, length, range);
+    const int16_t result = library_.nx_pmc_rdrange(handle, addressType, dataType, first, last, length, range);
     if (way == 1) return kPmcError;
     if (way == 2) return kSocketError;
     if (way == 3) return 32767;

@@ -36,8 +36,7 @@ class FailingK7Api final : public Failing<K7Api> {
     const int way = plan_.Strike("K7_CheckReboot2", 3);
     if (way == 1) return 0;
     if (way == 2) return 1;  // and nothing written
-    const int16_t result =
-        library_.K7_CheckReboot2(handle, address, stateA, stateB, newA, newB, extra, live);
+    const int16_t result = library_.K7_CheckReboot2(handle, address, stateA, stateB, newA, newB, extra, live);
     if (way == 3) std::memset(address, 'x', kTextSize);
     return result;
   }

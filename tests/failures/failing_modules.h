@@ -32,7 +32,8 @@ class FailingKernel final : public Failing<KernelCalls> {
     }
   }
   Module LoadLibraryExA(const char* fileName, uint32_t flags) override {
-    return plan_.Strike("LoadLibraryExA", 1) == 1 ? 0 : modules.Give(library_.LoadLibraryExA(fileName, flags));
+    return plan_.Strike("LoadLibraryExA", 1) == 1 ? 0
+                                                  : modules.Give(library_.LoadLibraryExA(fileName, flags));
   }
   int32_t FreeLibrary(Module module) override {
     modules.TakeBack(module);

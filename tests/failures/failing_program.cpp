@@ -24,13 +24,8 @@ const char* NameOf(const ui::Element& element) {
 }  // namespace
 
 FailingProgram::FailingProgram(FailurePlan& failurePlan) : plan(failurePlan) {
-  for (const char* const folder : {"C:\\Data", "C:\\Program"}) {
-    const std::string path = std::string(folder) + "\\Language\\Tarvik.exe_1033.ini";
-    files.contents[WidenAscii(path)] = "";
-    for (int id = 0; id < 170; ++id)
-      profile.values[path + "|1033|" + std::to_string(id)] = "text " + std::to_string(id);
-    profile.values[path + "|1033|10"] = "&Ping";
-  }
+  for (const wchar_t* const folder : {L"C:\\Data", L"C:\\Program"})
+    files.contents[folder + std::wstring(L"\\Language\\Tarvik.exe_1033.ini")] = "";
   files.contents[kServicesFile] = "http 80/tcp\r\nNORVAX_K7_SERVER 8193/udp\r\n";
   kernel.paths["SvcKit.DLL"] = "C:\\System\\SvcKit.dll";
   for (const std::string module : {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "SvcKit.dll", "Wininet.dll"}) {

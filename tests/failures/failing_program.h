@@ -15,6 +15,18 @@
 
 namespace tarvik::test {
 
+/// A language file that has every text.
+class NumberedTexts final : public ProfileStrings {
+ public:
+  uint32_t GetPrivateProfileStringA(const std::string&, const std::string& key, char* buffer,
+                                    uint32_t bufferSize, const std::wstring&) override {
+    const std::string text = key == "10" ? "&Ping" : "text " + key;
+    text.copy(buffer, bufferSize - 1);
+    buffer[text.size()] = '\0';
+    return static_cast<uint32_t>(text.size());
+  }
+};
+
 /// The whole program on recorded libraries, each behind one that fails as the plan says.
 class FailingProgram {
  public:
@@ -22,8 +34,8 @@ class FailingProgram {
   FailingProgram(const FailingProgram&) = delete;
   FailingProgram& operator=(const FailingProgram&) = delete;
 
-  /// As the process does it: the main window, then its start-up. An error that leaves either is shown; without
-  /// a main window the process ends.
+  /// As the process does it: the main window, then its start-up. An error that leaves either is shown;
+  /// without a main window the process ends.
   void Start(const std::wstring& commandLine = L"-LANGID 1 -X 0", bool familyEdition = false);
   /// A run begins; what has no end is told by the length of one run.
   void BeginRun() { pauses_ = 0; }
@@ -56,7 +68,7 @@ class FailingProgram {
   RecordedProcesses processes;
   FakeCodePage codePage;
   FakeTextOrder textOrder;
-  RecordedProfileStrings profile;
+  NumberedTexts profile;
   RecordedSettings settings;
   RecordedClipboard clipboard;
   RecordedKernel kernel;

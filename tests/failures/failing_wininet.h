@@ -16,8 +16,7 @@ class FailingWininet final : public Failing<Wininet> {
   Handle InternetOpenA(const char* agent, uint32_t accessType, const char* proxy, const char* proxyBypass,
                        uint32_t flags) override {
     reply_ = "";
-    return Strike("InternetOpenA") ? 0
-                                   : library_.InternetOpenA(agent, accessType, proxy, proxyBypass, flags);
+    return Strike("InternetOpenA") ? 0 : library_.InternetOpenA(agent, accessType, proxy, proxyBypass, flags);
   }
   Handle InternetConnectA(Handle session, const char* host, uint16_t port, const char* user,
                           const char* password, uint32_t service, uint32_t flags,
@@ -34,9 +33,8 @@ class FailingWininet final : public Failing<Wininet> {
                                                : library_.InternetSetStatusCallback(handle, callback);
   }
   int32_t FtpGetCurrentDirectoryA(Handle connection, char* buffer, uint32_t* length) override {
-    return GiveText("FtpGetCurrentDirectoryA", buffer, length, [&] {
-      return library_.FtpGetCurrentDirectoryA(connection, buffer, length);
-    });
+    return GiveText("FtpGetCurrentDirectoryA", buffer, length,
+                    [&] { return library_.FtpGetCurrentDirectoryA(connection, buffer, length); });
   }
   int32_t FtpSetCurrentDirectoryA(Handle connection, const char* directory) override {
     return Strike("FtpSetCurrentDirectoryA") ? 0 : library_.FtpSetCurrentDirectoryA(connection, directory);

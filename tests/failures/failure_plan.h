@@ -62,7 +62,8 @@ class FailurePlan {
   std::string InWords() const {
     std::string words;
     for (const Call& call : struck_)
-      words += (words.empty() ? "" : ", ") + std::string(call.name) + " (way " + std::to_string(call.ways) + ")";
+      words +=
+          (words.empty() ? "" : ", ") + std::string(call.name) + " (way " + std::to_string(call.ways) + ")";
     return words;
   }
 

@@ -59,9 +59,8 @@ TEST_F(K7Failures, The_API_test_survives_every_failure) {
 }
 
 TEST_F(K7Failures, The_state_of_the_service_survives_every_failure) {
-  StrikeEveryCall(Command("K7 service, state", SvcUtl::pSvcCondRunning, [](FailingProgram& program) {
-    program.Label(ID_lblK7ServerStatus).onClick();
-  }));
+  StrikeEveryCall(Command("K7 service, state", SvcUtl::pSvcCondRunning,
+                          [](FailingProgram& program) { program.Label(ID_lblK7ServerStatus).onClick(); }));
 }
 
 TEST_F(K7Failures, The_start_of_the_service_survives_every_failure) {

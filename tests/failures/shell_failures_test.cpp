@@ -3,8 +3,9 @@
 namespace tarvik::test {
 namespace {
 
+/// With every kind of option; the K7 API test is not among the rungs, because it would take long.
 constexpr wchar_t kWholeCommandLine[] =
-    L"-X 15 -LOCALEID 1033 -LANGID 1 -PING_N 1 -FTP_USER anna -FTP_PASSWD code 192.168.1.100;code";
+    L"-X 11 -LOCALEID 1033 -LANGID 1 -PING_N 1 -FTP_USER anna -FTP_PASSWD code 192.168.1.100;code";
 
 class ShellFailures : public FailureTest {
  protected:
@@ -65,6 +66,7 @@ TEST_F(ShellFailures, The_general_start_up_survives_every_failure) {
 TEST_F(ShellFailures, A_start_up_without_a_command_line_survives_every_failure) {
   Routine routine = StartUp("Start-up without a command line", L"", true);
   routine.pairs = Pairs::None;
+  routine.silences.resize(1);
   StrikeEveryCall(routine);
 }
 

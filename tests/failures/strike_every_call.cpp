@@ -42,7 +42,9 @@ Texts Seen(FailingProgram& program) {
     if (!program.Tabs().PageOn(page)) add(L"page off ", Decimal(page));
   }
   add(L"address ", program.Address().Text());
-  for (const int id : {ID_txtAccessCode, ID_txtFtpUsername, ID_txtFtpPasswd}) add(L"field ", program.Box(id).Text());
+  for (int i = 0; i < program.Address().Count(); ++i) add(L"history ", program.Address().Item(i));
+  for (const int id : {ID_txtAccessCode, ID_txtFtpUsername, ID_txtFtpPasswd})
+    add(L"field ", program.Box(id).Text());
   if (const ui::MemoryForm* const further = program.Further()) {
     for (const int id : further->Order()) {
       const auto& element = further->Get<ui::Element>(id);
@@ -111,7 +113,8 @@ void LookAtReleases(FailingProgram& program, Faults& faults) {
   faults.Unless(program.failingProcesses.handles.Strays() == 0, "a process handle was closed twice");
   faults.Unless(program.failingKernel.modules.Out() == 0, "a library is loaded");
   faults.Unless(program.failingKernel.modules.Strays() == 0, "a library was freed twice");
-  faults.Unless(program.failingConfiguration.sessions == 0, "the configuration library is not terminated once");
+  faults.Unless(program.failingConfiguration.sessions == 0,
+                "the configuration library is not terminated once");
 }
 
 void LookAtWindow(FailingProgram& program, Faults& faults) {
@@ -123,7 +126,8 @@ void LookAtWindow(FailingProgram& program, Faults& faults) {
   faults.Unless(program.form.Enabled(), "the window is disabled");
   faults.Unless(program.form.CurrentPointer() == ui::Pointer::Default, "the pointer is an hourglass");
   faults.Unless(program.List().redrawing, "the list is not painted");
-  faults.Unless(captionRefused || program.Button(ID_cmdK7Api).Caption() != L"&Stop", "the K7 button offers a stop");
+  faults.Unless(captionRefused || program.Button(ID_cmdK7Api).Caption() != L"&Stop",
+                "the K7 button offers a stop");
   if (const ui::MemoryForm* const further = program.Further()) {
     faults.Unless(further->Enabled(), "the further window is disabled");
     for (const int id : further->Order()) {

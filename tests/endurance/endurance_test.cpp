@@ -1,0 +1,171 @@
+#include <sanitizer/allocator_interface.h>
+
+#include <cstdio>
+#include <vector>
+
+#include "tests/app/form1_fixture.h"
+
+namespace tarvik::test {
+namespace {
+
+/// A test is looked at behind each part; behind the first the program's own warming up is over.
+constexpr int kParts = 10;
+
+/// So much may a part end above the first: a number with one more digit, and not a thing that was kept.
+constexpr size_t kSlack = 512;
+
+/// Long series of tests by the tests' clock. What a user's list shows is his, and the recorded libraries'
+/// notes are the tests': both are emptied before each look at the memory.
+class Endurance : public Form1Test {
+ protected:
+  struct Measure {
+    size_t heap = 0;     ///< bytes in use
+    size_t handles = 0;  ///< of every kind that a library gave, and sessions with them
+  };
+
+  Endurance() {
+    Start(L"-LANGID 1 -X 8", false);
+    Address().SetText(L"192.168.1.100");
+    Box(ID_txtPingReqCount).SetText(L"1");
+    Box(ID_txtK7ApiTestCount).SetText(L"1");
+    wininet.entries = {RecordedWininet::Directory("b"), RecordedWininet::File("A.txt", 7)};
+    Forget();
+  }
+
+  /// The recorded libraries forget what they have noted.
+  void Forget() {
+    List().lines = {};
+    boxes.boxes = {};
+    pump.sleeps = {};
+    winsock.lookups = {};
+    icmp.requests = {};
+    wininet.calls = {};
+    wininet.bufferSizes = {};
+    wininet.replies = {};
+    k7Api.calls = {};
+    k7Api.checks = {};
+    cncLibrary.calls = {};
+    cncLibrary.header = {};
+    svcKit.calls = {};
+    kernel.searched = {};
+    kernel.searchSizes = {};
+  }
+
+  Measure Look() {
+    Forget();
+    Measure measure;
+    measure.handles = winsock.openSockets.size() + wininet.open.size() + k7Api.openHandles.size() +
+                      cncLibrary.out.size() + processes.openHandles.size() +
+                      static_cast<size_t>(kernel.openModules) +
+                      static_cast<size_t>(winsock.startups - winsock.cleanups);
+    measure.heap = __sanitizer_get_current_allocated_bytes();
+    return measure;
+  }
+
+  /// Runs `part` ten times and looks behind each.
+  void ExpectFlat(const char* name, const std::function<void()>& part) {
+    std::vector<Measure> measures(kParts);
+    for (Measure& measure : measures) {
+      part();
+      measure = Look();
+    }
+    const Measure& first = measures.front();
+    const Measure& last = measures.back();
+    std::printf("%s: heap %zu bytes behind the first tenth, %zu at the end; handles %zu and %zu\n", name,
+                first.heap, last.heap, first.handles, last.handles);
+    RecordProperty("heap_first_tenth", std::to_string(first.heap));
+    RecordProperty("heap_end", std::to_string(last.heap));
+    for (const Measure& measure : measures) {
+      EXPECT_LE(measure.heap, first.heap + kSlack);
+      EXPECT_EQ(measure.handles, first.handles);
+    }
+    EXPECT_EQ(wininet.misuses, 0);
+    EXPECT_EQ(cncLibrary.strayFrees, 0);
+    EXPECT_EQ(k7Api.wrongFrees, 0);
+    EXPECT_FALSE(flags.busy);
+    EXPECT_FALSE(flags.stopRequested);
+    EXPECT_TRUE(form.Close());
+    form1.reset();
+    EXPECT_EQ(winsock.startups, winsock.cleanups);
+    EXPECT_EQ(icmp.closed.size(), 1U);
+  }
+};
+
+TEST_F(Endurance, A_hundred_thousand_PMC_passes_leave_memory_and_handles_flat) {
+  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+  ui::MemoryForm& window = *lastForm;
+  window.Get<ui::MemoryTextBox>(ID_txtCount).SetText(L"10000");
+  window.Get<ui::MemoryTextBox>(ID_txtSleep).SetText(L"0");
+  auto& log = window.Get<ui::MemoryListBox>(ID_pmc_lstResult);
+  int passes = 0;
+  cncLibrary.onRead = [&] {
+    // Now and then the PMC refuses.
+    cncLibrary.readResult = ++passes % 1000 == 0 ? CncLibrary::kPmcError : int16_t{0};
+    if (passes % 1000 == 0) cncLibrary.calls.clear();
+  };
+  ExpectFlat("100,000 PMC passes", [&] {
+    window.Get<ui::MemoryButton>(ID_cmdRead).onClick();
+    EXPECT_EQ(log.lines.size(), 10001U);
+    log.lines = {};
+  });
+  EXPECT_EQ(passes, 100000);
+}
+
+TEST_F(Endurance, One_read_of_a_hundred_thousand_passes_keeps_its_log_within_its_bounds) {
+  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+  ui::MemoryForm& window = *lastForm;
+  window.Get<ui::MemoryTextBox>(ID_txtCount).SetText(L"100000");
+  window.Get<ui::MemoryTextBox>(ID_txtSleep).SetText(L"0");
+  const auto& log = window.Get<ui::MemoryListBox>(ID_pmc_lstResult);
+  size_t longest = 0;
+  cncLibrary.onRead = [&] {
+    longest = std::max(longest, log.lines.size());
+    cncLibrary.calls.clear();
+  };
+  window.Get<ui::MemoryButton>(ID_cmdRead).onClick();
+  EXPECT_EQ(longest, 32767U);
+  EXPECT_EQ(log.lines.size(), 100000U - 3 * 32767U + 1);
+}
+
+TEST_F(Endurance, Ten_thousand_ladders_leave_memory_and_handles_flat) {
+  size_t listings = 0;
+  ExpectFlat("10,000 ladders", [&] {
+    for (int i = 0; i < 1000; ++i) {
+      wininet.replies = {"230 logged in", "257 \"/\"", "226 done"};
+      Click(ID_cmdAllTest);
+      listings += static_cast<size_t>(List().lines.back() == L"226 done");
+      Forget();
+    }
+  });
+  EXPECT_EQ(listings, 10000U);
+}
+
+TEST_F(Endurance, A_thousand_FTP_tests_leave_memory_and_handles_flat) {
+  for (int i = 0; i < 100; ++i) wininet.entries.push_back(RecordedWininet::File("file" + std::to_string(i)));
+  int longest = 0;
+  ExpectFlat("1,000 FTP tests", [&] {
+    for (int i = 0; i < 100; ++i) {
+      wininet.replies = {"230 logged in", "257 \"/\"", "226 done"};
+      Click(ID_cmdFtpConnect);
+      longest = std::max(longest, List().Count());
+    }
+  });
+  // The list keeps what was listed before, up to its own bound.
+  EXPECT_GT(longest, 1000);
+  EXPECT_LT(longest, 1200);
+}
+
+TEST_F(Endurance, A_thousand_further_windows_leave_memory_flat) {
+  ExpectFlat("1,000 about boxes and PMC windows", [&] {
+    for (int i = 0; i < 100; ++i) {
+      for (const int command : {ID_mnuHelpSub, ID_mnuPMC}) {
+        form.Get<ui::MemoryMenuItem>(command).onClick();
+        lastForm->Close();
+      }
+    }
+    newForms = {};
+  });
+}
+
+}  // namespace
+}  // namespace tarvik::test
