@@ -40,11 +40,12 @@ class RecordedConfiguration final : public ConfigurationLibrary {
   int32_t GetLanguage() override { return Call("GetLanguage", language); }
   int32_t Terminate() override { return Call("Terminate", 0); }
   int32_t GetCommonDataFolder2(char* buffer, int32_t length) override {
+    const int32_t result = Call("GetCommonDataFolder2", folderResult);
     askedLength = length;
     std::fill_n(buffer, length, '#');
     folder.copy(buffer, static_cast<size_t>(length));
     if (terminated) buffer[folder.size()] = '\0';
-    return Call("GetCommonDataFolder2", folderResult);
+    return result;
   }
 
   bool available = true;
@@ -52,11 +53,13 @@ class RecordedConfiguration final : public ConfigurationLibrary {
   std::string folder = "C:\\Data";
   bool terminated = true;
   int32_t folderResult = 0;
+  std::string lacking;  ///< the call that the library does not have
   int32_t askedLength = 0;
   std::vector<std::string> calls;
 
  private:
   int32_t Call(const char* name, int32_t result) {
+    if (lacking == name) throw RuntimeError(L"The library lacks a call.");
     calls.emplace_back(name);
     return result;
   }

@@ -48,6 +48,34 @@ TEST_F(Form1Test, An_absent_configuration_library_leaves_the_program_its_own_fol
   EXPECT_EQ(Button(ID_cmdPing).Caption(), L"jp");
 }
 
+TEST_F(Form1Test, What_a_configuration_library_lacks_a_call_for_is_told_and_is_the_programs_own) {
+  windowsLanguage = 1041;
+  files.contents[L"C:\\Program\\Language\\Tarvik.exe_1041.ini"] = "";
+  configuration.lacking = "GetLanguage";
+  Start();
+  EXPECT_EQ(boxes.Texts(), (Lines{L"The library lacks a call.", L"GetCommonDataFolder2 Error"}));
+  EXPECT_EQ(configuration.calls, (Strings{"Initialize", "Terminate"}));
+  EXPECT_FALSE(Tabs().PageOn(kK7ApiPage));
+  EXPECT_EQ(winsock.startups, 1);
+}
+
+TEST_F(Form1Test, A_configuration_library_without_a_folder_still_tells_the_language) {
+  configuration.lacking = "GetCommonDataFolder2";
+  configuration.language = 1041;
+  files.contents[L"C:\\Program\\Language\\Tarvik.exe_1041.ini"] = "";
+  profile.values["C:\\Program\\Language\\Tarvik.exe_1041.ini|1041|10"] = "jp";
+  Start();
+  EXPECT_EQ(boxes.boxes.size(), 2U);
+  EXPECT_EQ(Button(ID_cmdPing).Caption(), L"jp");
+}
+
+TEST_F(Form1Test, A_configuration_library_without_its_Terminate_is_used_all_the_same) {
+  configuration.lacking = "Terminate";
+  Start();
+  EXPECT_TRUE(boxes.boxes.empty());
+  EXPECT_EQ(Button(ID_cmdPing).Caption(), L"&Ping");
+}
+
 TEST_F(Form1Test, The_general_edition_never_asks_the_configuration_library) {
   windowsLanguage = 1036;
   files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
@@ -223,6 +251,27 @@ TEST_F(Form1Test, A_control_that_refuses_its_caption_does_not_stop_the_caption_l
   form.Get<ui::MemoryLabel>(ID_lblIPAddr).refusing = true;
   form1->Form_Load();
   EXPECT_EQ(Button(ID_cmdAllFtpTest).Caption(), L"last");
+}
+
+TEST_F(Form1Test, A_start_up_step_that_breaks_is_told_and_the_next_ones_are_made) {
+  Construct(L"-X 1 -PING_N 7");
+  Address().refusing = true;
+  settings.values[L"History\\01"] = L"cnc";
+  List().refusing = true;
+  form1->Form_Load();
+  EXPECT_EQ(boxes.boxes.size(), 2U);
+  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_EQ(Box(ID_txtPingReqCount).Text(), L"7");
+  EXPECT_TRUE(form.topmost);
+  EXPECT_EQ(List().horizontalExtent, 3 * List().clientWidth);
+}
+
+TEST_F(Form1Test, An_auto_run_that_breaks_is_told_and_start_up_comes_to_its_end) {
+  cncLibrary.missing = {"nx_sysinfo"};
+  Start(L"-X 2 192.168.1.100");
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_FALSE(flags.busy);
+  EXPECT_EQ(List().horizontalExtent, 3 * List().clientWidth);
 }
 
 TEST_F(Form1Test, Closing_is_refused_while_start_up_runs) {
