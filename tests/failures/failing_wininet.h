@@ -59,7 +59,7 @@ class FailingWininet final : public Failing<Wininet> {
     return GiveText("InternetGetLastResponseInfoA", buffer, length, [&] {
       if (reply_ == nullptr) return library_.InternetGetLastResponseInfoA(error, buffer, length);
       *length = static_cast<uint32_t>(std::strlen(reply_));
-      std::strcpy(buffer, reply_);
+      std::memcpy(buffer, reply_, *length + 1);
       return 1;
     });
   }

@@ -6,7 +6,7 @@ namespace {
 class NetworkFailures : public FailureTest {
  protected:
   /// A ping of the address, so many echoes to each host.
-  static Routine Ping(const char* name, std::wstring address, std::wstring count) {
+  static Routine Ping(const char* name, const std::wstring& address, const std::wstring& count) {
     Routine routine{name};
     routine.prepare = [address, count](FailingProgram& program) {
       program.Address().SetText(address);

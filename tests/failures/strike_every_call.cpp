@@ -218,7 +218,7 @@ class Striker {
     Attempt(faults);
     plan_.End();
     seen_ = Seen(*program_);
-    const auto calls = plan_.Calls();
+    auto calls = plan_.Calls();
     if (routine_.start && !program_->form.unloaded)
       LookBehindRun(*program_, before, faults);
     else
