@@ -13,6 +13,7 @@ class ShellFailures : public FailureTest {
   static Routine StartUp(const char* name, const wchar_t* commandLine, bool familyEdition) {
     Routine routine{name};
     routine.start = nullptr;
+    routine.captionsTell = true;
     routine.again = false;
     routine.pairs = Pairs::OfEachKind;
     routine.run = [=](FailingProgram& program) { program.Start(commandLine, familyEdition); };

@@ -14,6 +14,7 @@ namespace tarvik::test {
 struct Silence {
   const char* call;
   const char* reason;
+  int way = 0;  ///< in which it fails; 0 = in any
 };
 
 /// Which pairs of failures are struck beside the single ones.
@@ -34,7 +35,8 @@ struct Routine {
   std::vector<Silence> silences = {};
   /// What is wrong with the program behind a run, beyond what is always looked at; empty = nothing.
   std::function<std::string(FailingProgram&)> check = [](FailingProgram&) { return std::string(); };
-  bool again = true;  ///< behind every failure the run is made once more, with nothing failing
+  bool captionsTell = false;  ///< a caption that is another than usual tells of a failure, as a line does
+  bool again = true;          ///< behind every failure the run is made once more, with nothing failing
   Pairs pairs = Pairs::All;
 };
 
