@@ -72,9 +72,14 @@ foreach(source ${fuzzers})
   if(NOT EXISTS ${kept})
     set(kept)
   endif()
-  add_test(NAME fuzz_${name} COMMAND fuzz_${name} -max_total_time=8 -max_len=8192 -timeout=5 ${corpus} ${kept})
+  add_test(NAME fuzz_${name} COMMAND fuzz_${name} -max_total_time=5 -max_len=8192 -timeout=5 ${corpus} ${kept})
   set_tests_properties(fuzz_${name} PROPERTIES LABELS native)
 endforeach()
+
+# The whole program comes from the tests' own fixture.
+target_link_libraries(fuzz_app_events PRIVATE gtest)
+target_link_libraries(fuzz_app_start_up PRIVATE gtest)
+target_sources(fuzz_lab_driver_protocol PRIVATE lab/driver_protocol.cpp)
 
 foreach(folder lab tests/windows tests/lab)
   if(EXISTS ${PROJECT_SOURCE_DIR}/${folder}/CMakeLists.txt)

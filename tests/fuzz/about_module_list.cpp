@@ -1,0 +1,76 @@
+// Whatever the search path, the version resources and the registry say: the about box shows it in lines.
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+#include "about/about_box.h"
+#include "about/module_check.h"
+#include "app/control_ids.h"
+#include "tests/fuzz/program_ground.h"
+#include "tests/recorded/recorded_modules.h"
+#include "tests/recorded/recorded_os_version.h"
+#include "tests/recorded/recorded_processes.h"
+
+using tarvik::test::Demand;
+
+namespace {
+
+constexpr const char* kModules[] = {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "SvcKit.dll", "Wininet.dll"};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace tarvik;
+  FuzzedDataProvider input(data, size);
+  test::ProgramGround ground;
+  test::RecordedKernel kernel;
+  test::RecordedVersions versions;
+  for (const char* const module : kModules) {
+    if (input.ConsumeBool()) continue;
+    const std::string path = input.ConsumeRandomLengthString(600);
+    kernel.paths[module] = path;
+    if (input.ConsumeBool()) {
+      versions.blocks[path] = test::RecordedVersions::Block(input.ConsumeIntegral<uint16_t>(),
+                                                            input.ConsumeIntegral<uint16_t>(), 0, 1);
+    }
+  }
+  if (input.ConsumeBool()) versions.rootLength = input.ConsumeIntegral<uint32_t>();
+  if (input.ConsumeBool()) kernel.searchLie = input.ConsumeIntegral<uint32_t>();
+  FileUtil files(kernel, versions, ground.codePage);
+  const ModuleCheckResult found = CheckModules(files, input.ConsumeBool());
+  Demand(found.versionReport.empty() || found.versionReport.ends_with(L"\r\n"));
+
+  test::RecordedOsVersion osVersion;
+  osVersion.succeeds = input.ConsumeBool();
+  osVersion.platformId = input.ConsumeIntegralInRange(0U, 3U);
+  osVersion.majorVersion = input.ConsumeIntegral<uint32_t>();
+  test::RecordedRegistry registry;
+  test::RecordedProcesses processes;
+  const std::string tool = input.ConsumeRandomLengthString(300);
+  if (input.ConsumeBool())
+    registry.values[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"].assign(tool.begin(), tool.end());
+  if (input.ConsumeBool())
+    registry.values[L"SOFTWARE\\Microsoft\\Shared Tools Location|MSINFO"].assign(tool.begin(), tool.end());
+  auto made = std::make_unique<ui::MemoryForm>();
+  ui::MemoryForm& form = *made;
+  frmAbout about(std::move(made), {ground.boxes, ground.texts, osVersion, registry, processes},
+                 found.versionReport);
+  about.Show();
+  const std::wstring shown = form.Get<ui::MemoryLabel>(ID_lblModules).Caption();
+  size_t column = 0;
+  for (const wchar_t letter : shown) {
+    column = letter == L'\n' ? 0 : column + 1;
+    // An "&" is written twice.
+    Demand(column <= 2 * 120 + 1);
+  }
+  form.Get<ui::MemoryButton>(ID_cmdSysInfo).onClick();
+  Demand(processes.commandLines.empty() != ground.boxes.boxes.empty());
+  for (const std::wstring& line : processes.commandLines) Demand(line.starts_with(L'"'));
+  Demand(form.Enabled());
+  form.Get<ui::MemoryButton>(ID_cmdOK).onClick();
+  Demand(about.Closed());
+  return 0;
+}

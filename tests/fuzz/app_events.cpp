@@ -1,0 +1,221 @@
+// A user who does anything at any time: each byte is an event, also in the middle of a run whenever the
+// program lets events run. What a user cannot do, because a window or a button is disabled, does not happen.
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <cstddef>
+#include <cstdint>
+
+#include "tests/fuzz/program_ground.h"
+#include "tests/fuzz/whole_program.h"
+
+namespace {
+
+using namespace tarvik;
+using test::Demand;
+
+constexpr int kTexts[] = {ID_txtPingReqCount,   ID_txtNxlibTimeOut, ID_txtTcpPortNo, ID_txtAccessCode,
+                          ID_txtK7ApiTestCount, ID_txtFtpUsername,  ID_txtFtpPasswd};
+constexpr int kButtons[] = {ID_cmdPing,
+                            ID_cmdAllTest,
+                            ID_cmdGetInfo,
+                            ID_cmdK7Api,
+                            ID_cmdFtpConnect,
+                            ID_cmdAllFtpTest,
+                            ID_cmdStartStopK7Server_0,
+                            ID_cmdStartStopK7Server_1,
+                            ID_cmdK7ServerDebug};
+constexpr int kPmcTexts[] = {ID_txtPmcStart, ID_txtPmcLen, ID_txtCount, ID_txtSleep};
+constexpr int kDeepest = 6;
+
+class User {
+ public:
+  User(FuzzedDataProvider& input, test::WholeProgram& program) : input_(input), program_(program) {
+    program_.onEvents = [this] { MaybeAct(); };
+    program_.boxes.onShow = [this] { Meanwhile(); };
+  }
+
+  void Act() {
+    switch (input_.ConsumeIntegralInRange(0, 15)) {
+      case 0:
+      case 1:
+      case 2:
+        return Press(input_.PickValueInArray(kButtons));
+      case 3:
+        return TypeAddress();
+      case 4:
+        return Type(program_.form, input_.PickValueInArray(kTexts));
+      case 5:
+        return program_.form.onEscape();
+      case 6:
+        return CloseWhileRunning();
+      case 7:
+        return ChangeTab();
+      case 8:
+        return program_.form.SetWindowSize({input_.ConsumeIntegralInRange(0, 2000), 300});
+      case 9:
+        return Open(ID_mnuPMC, pmc_);
+      case 10:
+        return Open(ID_mnuHelpSub, about_);
+      case 11:
+        return program_.List().onDoubleClick();
+      case 12:
+        return ChangeAnswers();
+      case 13:
+        return program_.form.Get<ui::MemoryCheckBox>(ID_chkAccessCode).SetChecked(input_.ConsumeBool());
+      default:
+        return ActOnFurtherWindow();
+    }
+  }
+
+ private:
+  bool Spent() const { return input_.remaining_bytes() == 0; }
+
+  /// At each pause: mostly the user waits. One who has nothing more to do stops everything.
+  void MaybeAct() {
+    if (Spent() || depth_ == kDeepest || !program_.form.Enabled()) return StopAll();
+    if (input_.ConsumeIntegralInRange(0, 3) != 0) return;
+    ++depth_;
+    Act();
+    --depth_;
+  }
+
+  /// Under a message box its own window takes nothing; the other one does.
+  void Meanwhile() {
+    if (++boxes_ > 200 || depth_ == kDeepest || Spent() || input_.ConsumeBool()) return;
+    ++depth_;
+    const bool enabled = program_.form.Enabled();
+    program_.form.SetEnabled(false);
+    ActOnFurtherWindow();
+    program_.form.SetEnabled(enabled);
+    --depth_;
+  }
+
+  void StopAll() {
+    if (program_.form.Enabled()) program_.form.onEscape();
+    if (IsOpen(pmc_)) pmc_->onEscape();
+  }
+
+  void Press(int id) {
+    ui::MemoryButton& button = program_.Button(id);
+    if (program_.form.Enabled() && button.Enabled() && button.Visible()) button.onClick();
+  }
+
+  void TypeAddress() {
+    program_.Address().SetText(input_.PickValueInArray<std::wstring>(
+        {L"192.168.1.100", L"192.168.2.100", L"nobody", L"", L"host", L"1.2.3"}));
+    if (input_.ConsumeBool() && program_.form.Enabled()) program_.Address().onKeyDown(13, 0);
+  }
+
+  void Type(ui::MemoryForm& form, int id) {
+    form.Get<ui::MemoryTextBox>(id).SetText(input_.PickValueInArray<std::wstring>(
+        {L"1", L"0", L"3", L"8193", L"", L"x", L"-1", L"99999999999", L"8000", L"32767"}));
+  }
+
+  void CloseWhileRunning() {
+    if (!program_.flags.busy) return;
+    Demand(!program_.form.Close());
+  }
+
+  void ChangeTab() {
+    const int page = input_.ConsumeIntegralInRange(0, 4);
+    if (program_.Tabs().PageOn(page)) program_.Tabs().BringToFront(page);
+  }
+
+  void ChangeAnswers() {
+    switch (input_.ConsumeIntegralInRange(0, 9)) {
+      case 0:
+        program_.icmp.hosts.clear();
+        break;
+      case 1:
+        program_.icmp.AddHost("192.168.1.100");
+        break;
+      case 2:
+        program_.cncLibrary.openResult = input_.PickValueInArray<int16_t>({0, 7, -103});
+        break;
+      case 3:
+        program_.cncLibrary.readResult = input_.PickValueInArray<int16_t>({0, -16, -104});
+        break;
+      case 4:
+        program_.k7Api.missing = input_.ConsumeBool();
+        break;
+      case 5:
+        program_.svcKit.missing = input_.ConsumeBool();
+        break;
+      case 6:
+        program_.wininet.failing.insert(
+            input_.PickValueInArray<std::string>({"InternetConnectA", "FtpFindFirstFileA"}));
+        break;
+      case 7:
+        program_.clipboard.taken = input_.ConsumeBool();
+        break;
+      case 8:
+        program_.boxes.answerYes = input_.ConsumeBool();
+        break;
+      default:
+        program_.k7Api.goodChecks = input_.ConsumeIntegralInRange(0, 3);
+        break;
+    }
+  }
+
+  void Open(int menu, ui::MemoryForm*& window) {
+    const size_t before = program_.newForms.size();
+    program_.form.Get<ui::MemoryMenuItem>(menu).onClick();
+    if (program_.newForms.size() != before) window = program_.lastForm;
+  }
+
+  static bool IsOpen(const ui::MemoryForm* window) {
+    return window != nullptr && !window->unloaded && window->Enabled();
+  }
+
+  void ActOnFurtherWindow() {
+    if (IsOpen(about_) && input_.ConsumeBool()) {
+      about_->Get<ui::MemoryButton>(input_.ConsumeBool() ? ID_cmdOK : ID_cmdSysInfo).onClick();
+      return;
+    }
+    if (!IsOpen(pmc_)) return;
+    ui::MemoryForm* const pmc = pmc_;
+    const auto press = [pmc](int id) {
+      auto& button = pmc->Get<ui::MemoryButton>(id);
+      if (button.Enabled()) button.onClick();
+    };
+    switch (input_.ConsumeIntegralInRange(0, 5)) {
+      case 0:
+        return Type(*pmc, input_.PickValueInArray(kPmcTexts));
+      case 1:
+        return press(ID_cmdStop);
+      case 2:
+        return press(ID_cmdClose);
+      case 3:
+        return pmc->onEscape();
+      default:
+        return press(ID_cmdRead);
+    }
+  }
+
+  FuzzedDataProvider& input_;
+  test::WholeProgram& program_;
+  ui::MemoryForm* pmc_ = nullptr;
+  ui::MemoryForm* about_ = nullptr;
+  int depth_ = 0;
+  int boxes_ = 0;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  FuzzedDataProvider input(data, size);
+  test::WholeProgram program;
+  program.wininet.entries = {test::RecordedWininet::File("a.txt", 5),
+                             test::RecordedWininet::Directory("sub")};
+  program.winsock.AddHost("host", {"192.168.1.100"});
+  program.ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
+  program.Start(L"", input.ConsumeBool());
+  {
+    User user(input, program);
+    while (input.remaining_bytes() > 0) user.Act();
+    program.boxes.onShow = nullptr;
+    program.End();
+  }
+  return 0;
+}

@@ -1,0 +1,69 @@
+// Every way through the library test: access codes, option words, numbers that are none, a stop at any pause.
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <cstddef>
+#include <cstdint>
+
+#include "cnclib/library_test.h"
+#include "platform/runtime_error.h"
+#include "tests/fuzz/program_ground.h"
+#include "tests/recorded/recorded_cnc_library.h"
+
+using tarvik::test::Demand;
+
+namespace {
+
+int16_t Result(FuzzedDataProvider& input) {
+  return input.PickValueInArray<int16_t>({0, 0, 7, -16, -8, 1, input.ConsumeIntegral<int16_t>()});
+}
+
+std::wstring Text(FuzzedDataProvider& input) {
+  const std::string bytes = input.ConsumeRandomLengthString(300);
+  std::wstring text(bytes.begin(), bytes.end());
+  // Bytes beyond ASCII stand for characters that the code page writes with two.
+  for (wchar_t& character : text)
+    if (character < 0 || character > 0x7F) character = L'漢';
+  return text;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace tarvik;
+  FuzzedDataProvider input(data, size);
+  test::ProgramGround ground;
+  ground.mode = input.ConsumeIntegralInRange(-1, 1);
+  if (input.ConsumeBool()) ground.pump.stopAt = input.ConsumeIntegralInRange(0, 2000);
+  test::RecordedCncLibrary library;
+  library.openResult = Result(input);
+  library.codeResult = Result(input);
+  library.optionsResult = Result(input);
+  library.infoResult = Result(input);
+  library.options = input.ConsumeIntegral<uint32_t>();
+  library.nextHandle = input.ConsumeIntegral<uint16_t>();
+  library.givesHandleOnFailure = input.ConsumeBool();
+  library.fillsRecords = input.ConsumeBool();
+  if (input.ConsumeBool()) library.missing.insert("nx_allochandle_code");
+  if (input.ConsumeBool()) library.missing.insert("nx_sysinfo");
+  std::optional<std::wstring> code;
+  if (input.ConsumeBool()) code = Text(input);
+  const CncTarget target{Text(input), {Text(input), L"&Port:"}, {Text(input), L"&Time:"}};
+
+  uint32_t options = 0xFFFFFFFF;
+  bool passed = false;
+  try {
+    passed = RunLibraryTest(
+        {ground.results, ground.boxes, ground.texts, ground.pump, ground.form, library, ground.codePage},
+        target, code, false, options);
+  } catch (const RuntimeError&) {
+  }
+  Demand(library.AllGivenBack() && ground.form.CurrentPointer() == ui::Pointer::Default);
+  // Nothing passes that the controller has refused anywhere.
+  if (passed) Demand((options & 1) != 0 && library.Count("nx_sysinfo") == 1 && library.infoResult == 0);
+  if (library.Count("nx_allochandle_code") != 0) Demand(library.openResult == 7);
+  ground.list.lines.clear();
+  DisplayNexal1Options(ground.results, ground.texts, false, library.options);
+  Demand(ground.list.lines.size() <= 7);
+  return 0;
+}

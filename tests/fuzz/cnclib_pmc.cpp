@@ -1,0 +1,91 @@
+// The PMC read test window: whatever stands in its boxes, whatever the library answers, and a user who types
+// and clicks between the passes.
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <cstddef>
+#include <cstdint>
+
+#include "app/control_ids.h"
+#include "cnclib/pmc_test_window.h"
+#include "tests/fuzz/program_ground.h"
+#include "tests/recorded/fake_wall_clock.h"
+#include "tests/recorded/recorded_cnc_library.h"
+
+using tarvik::test::Demand;
+
+namespace {
+
+constexpr int kMostRounds = 60;
+constexpr int kBoxes[] = {tarvik::ID_txtPmcStart, tarvik::ID_txtPmcLen, tarvik::ID_txtCount,
+                          tarvik::ID_txtSleep};
+
+std::wstring Number(FuzzedDataProvider& input) {
+  if (input.ConsumeBool()) return std::to_wstring(input.ConsumeIntegralInRange(-2, 40000));
+  const std::string bytes = input.ConsumeRandomLengthString(70);
+  return std::wstring(bytes.begin(), bytes.end());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace tarvik;
+  FuzzedDataProvider input(data, size);
+  test::ProgramGround ground;
+  ground.mode = input.ConsumeIntegralInRange(-1, 1);
+  test::RecordedCncLibrary library;
+  library.openResult = input.ConsumeBool() ? input.ConsumeIntegral<int16_t>() : int16_t{0};
+  library.nextHandle = input.ConsumeIntegral<uint16_t>();
+  library.spoilsHeader = input.ConsumeBool();
+  library.fillsRecords = input.ConsumeBool();
+  library.data = input.ConsumeBytes<uint8_t>(input.ConsumeIntegralInRange<size_t>(0, 64));
+  if (input.ConsumeBool()) library.missing.insert("nx_pmc_detailerr");
+  test::FakeWallClock clock;
+  CncTarget target{L"cnc", {L"8193", L"port"}, {Number(input), L"time"}};
+  auto made = std::make_unique<ui::MemoryForm>();
+  ui::MemoryForm& form = *made;
+  frmPmcTest window({ground.boxes, ground.pump, ground.texts, library, ground.codePage, clock},
+                    std::move(made), [&target] { return target; });
+  window.Show();
+  const auto box = [&form](int id) -> ui::MemoryTextBox& { return form.Get<ui::MemoryTextBox>(id); };
+  const auto button = [&form](int id) -> ui::MemoryButton& { return form.Get<ui::MemoryButton>(id); };
+  for (const int id : kBoxes)
+    if (input.ConsumeBool()) box(id).SetText(Number(input));
+
+  int rounds = 0;
+  ground.pump.onEvents = [&] {
+    switch (input.ConsumeIntegralInRange(0, 9)) {
+      case 1:
+        box(input.PickValueInArray(kBoxes)).SetText(Number(input));
+        break;
+      case 2:
+        form.Get<ui::MemoryComboBox>(ID_cmbPmcAddr).Select(input.ConsumeIntegralInRange(0, 12));
+        break;
+      case 3:
+        Demand(!window.Running() || !form.Close());
+        break;
+      case 4:
+        button(ID_cmdRead).onClick();
+        break;
+      case 5:
+        form.onEscape();
+        break;
+      case 6:
+        library.readResult = input.PickValueInArray<int16_t>({0, -16, 1, -103});
+        break;
+      default:
+        break;
+    }
+    if (++rounds > kMostRounds) button(ID_cmdStop).onClick();
+  };
+  button(ID_cmdRead).onClick();
+  Demand(library.AllGivenBack() && !window.Running());
+  Demand(button(ID_cmdRead).Enabled() && button(ID_cmdClose).Enabled() && !button(ID_cmdStop).Enabled());
+  Demand(form.Get<ui::MemoryListBox>(ID_lstData).redrawing);
+  Demand(form.Get<ui::MemoryListBox>(ID_lstData).Count() <= 8000);
+  for (const std::string& call : library.calls) {
+    // A range never reaches beyond the 16 bits that the call has for its last address.
+    if (call.starts_with("nx_pmc_rdrange")) Demand(call.find("-") == std::string::npos);
+  }
+  return 0;
+}

@@ -1,0 +1,50 @@
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "app/str_sort.h"
+#include "ftp/directory_listing.h"
+#include "platform/text.h"
+#include "tests/fuzz/program_ground.h"
+#include "tests/recorded/fake_text_order.h"
+
+using tarvik::test::Demand;
+
+/// Names between line feeds. They are sorted as the plain sort does it, and listed with none lost: the first
+/// letter of a name tells whether it is a directory.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  std::vector<std::wstring> names = tarvik::Split(std::wstring(data, data + size), L"\n");
+  tarvik::test::FakeTextOrder order;
+  std::vector<std::wstring> plain = names;
+  const auto before = [&order](const std::wstring& a, const std::wstring& b) {
+    return order.SortKey(a) < order.SortKey(b);
+  };
+  tarvik::StrSort(plain, 0, static_cast<int32_t>(plain.size()) - 1, before);
+  Demand(tarvik::Sorted(names, order) == plain);
+  Demand(std::is_sorted(plain.begin(), plain.end(), before));
+
+  tarvik::test::ProgramGround ground;
+  tarvik::DirectoryListing listing(ground.results, order);
+  listing.BeginEnumFiles();
+  size_t shown = 0;
+  size_t directories = 0;
+  for (const std::wstring& name : names) {
+    tarvik::FtpFile file;
+    file.FileName = name;
+    file.Size = name.size() % 3 == 0 ? ~uint64_t{0} - name.size() : name.size();
+    file.Attr = !name.empty() && name.front() % 2 == 0 ? 0x10U : 0x80U;
+    listing.EnumFile(file);
+    if (name == L"." || name == L"..") continue;
+    ++shown;
+    directories += file.Attr == 0x10U;
+  }
+  listing.EndEnumFile();
+  Demand(ground.list.redrawing);
+  if (shown + 3 > 1000) return 0;
+  const std::vector<std::wstring>& lines = ground.list.lines;
+  Demand(lines.size() == shown + 3);
+  for (size_t i = 3; i < 3 + directories; ++i) Demand(lines[i].starts_with(L'/') && lines[i].size() >= 45);
+  return 0;
+}

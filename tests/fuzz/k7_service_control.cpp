@@ -1,0 +1,100 @@
+// Whatever the service-setup library answers, call by call: a command ends, and says how it went.
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <cstddef>
+#include <cstdint>
+
+#include "k7/service_control.h"
+#include "platform/runtime_error.h"
+#include "tests/fuzz/program_ground.h"
+#include "tests/recorded/recorded_modules.h"
+
+using tarvik::test::Demand;
+
+namespace {
+
+class HostileSvcKit final : public tarvik::SvcKit {
+ public:
+  explicit HostileSvcKit(FuzzedDataProvider& input) : input_(input) {}
+  int32_t QSetup_InstallService(const char*, const char*, const char*, int32_t) override { return Result(); }
+  int32_t QSetup_RemoveService(const char*) override { return Result(); }
+  int32_t QSetup_StartService(const char*, int32_t) override { return Result(); }
+  int32_t QSetup_StopService(const char*, int32_t) override { return Result(); }
+  int32_t QSetup_GetServiceStatus(const char*, int32_t& status, int32_t) override {
+    if (input_.ConsumeBool()) status = input_.ConsumeIntegralInRange(-1, 8);
+    return Result();
+  }
+
+ private:
+  int32_t Result() {
+    constexpr auto kNoService = static_cast<int32_t>(0x80000124);
+    switch (input_.ConsumeIntegralInRange(0, 7)) {
+      case 1:
+        return kNoService;
+      case 2:
+        return input_.ConsumeIntegral<int32_t>();
+      case 3:
+        throw tarvik::RuntimeError(L"The library lacks the call.");
+      default:
+        return 0;
+    }
+  }
+
+  FuzzedDataProvider& input_;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace tarvik;
+  FuzzedDataProvider input(data, size);
+  test::ProgramGround ground;
+  ground.mode = input.ConsumeIntegralInRange(-1, 1);
+  ground.boxes.answerYes = input.ConsumeBool();
+  test::RecordedKernel kernel;
+  test::RecordedVersions versions;
+  kernel.paths["SvcKit.DLL"] = "C:\\SvcKit.dll";
+  HostileSvcKit library(input);
+  SvcUtl service(library, FileUtil(kernel, versions, ground.codePage), ground.boxes, ground.pump,
+                 ground.codePage);
+  Demand(service.mInitialize(input.ConsumeIntegralInRange(-1, 2)));
+  const K7ServiceTools tools{service, ground.boxes, ground.texts, ground.pump, [](int32_t) {}};
+  for (int round = 0; round < 8 && input.remaining_bytes() > 0; ++round) {
+    const size_t boxesBefore = ground.boxes.boxes.size();
+    const size_t sleepsBefore = ground.pump.sleeps.size();
+    try {
+      switch (input.ConsumeIntegralInRange(0, 4)) {
+        case 0:
+          RefreshK7ServiceState(tools);
+          break;
+        case 1:
+          StartK7Service(tools);
+          Demand(ground.boxes.boxes.size() > boxesBefore);
+          break;
+        case 2:
+          StopK7Service(tools);
+          Demand(ground.boxes.boxes.size() > boxesBefore);
+          break;
+        case 3:
+          service.mSetupService(L"a", L"b", L"c", 2);
+          break;
+        default:
+          service.mRemoveService(L"a");
+          break;
+      }
+    } catch (const RuntimeError&) {
+    }
+    Demand(ground.pump.sleeps.size() - sleepsBefore <= 40);
+    const size_t boxesBetween = ground.boxes.boxes.size();
+    // The boxes of the utility's own failures were this command's alone.
+    try {
+      int32_t status = 0;
+      service.mGetServiceStatus(L"a", status);
+    } catch (const RuntimeError&) {
+    }
+    Demand(ground.boxes.boxes.size() == boxesBetween);
+  }
+  service.mTerminate();
+  return 0;
+}

@@ -1,0 +1,72 @@
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+#include "net/ping_host.h"
+#include "tests/fuzz/program_ground.h"
+#include "tests/recorded/recorded_winsock.h"
+
+using tarvik::test::Demand;
+
+namespace {
+
+constexpr size_t kAnswerSize = 64;
+
+/// Answers each echo with the next bytes: the first four are the count that it tells, the others the record.
+class HostileIcmp final : public tarvik::IcmpLibrary {
+ public:
+  HostileIcmp(const uint8_t* data, size_t size) : data_(data), size_(size) {}
+
+  Handle IcmpCreateFile() override { return 1; }
+  uint32_t IcmpSendEcho(Handle, uint32_t, const void* request, uint16_t requestSize,
+                        const tarvik::IpOptionInformation* options, void* reply, uint32_t replySize,
+                        uint32_t) override {
+    Demand(requestSize == 32 && options == nullptr);
+    Demand(std::string(static_cast<const char*>(request), requestSize) == std::string(32, ' '));
+    uint32_t replies = 0;
+    const size_t told = std::min(size_, sizeof replies);
+    std::memcpy(&replies, data_, told);
+    Skip(told);
+    const size_t written = std::min({size_, kAnswerSize - sizeof replies, size_t{replySize}});
+    std::memcpy(reply, data_, written);
+    Skip(written);
+    anyReply = anyReply || replies != 0;
+    return replies;
+  }
+  int32_t IcmpCloseHandle(Handle) override { return 1; }
+  uint32_t GetLastError() override { return static_cast<uint32_t>(size_); }
+
+  bool anyReply = false;
+
+ private:
+  void Skip(size_t bytes) {
+    data_ += bytes;
+    size_ -= bytes;
+  }
+
+  const uint8_t* data_;
+  size_t size_;
+};
+
+}  // namespace
+
+/// An echo's reply: any bytes in the record and any count of records.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  if (size == 0) return 0;
+  HostileIcmp icmp(data, size);
+  tarvik::test::ProgramGround ground;
+  tarvik::test::RecordedWinsock winsock;
+  winsock.noText = data[0] == 0xFF;
+  const auto count = static_cast<int32_t>(std::min<size_t>(size / kAnswerSize + 1, 20));
+  const bool answered = tarvik::PingHost(
+      {ground.results, ground.boxes, ground.pump, winsock, ground.codePage, icmp, 1}, L"192.168.1.1", count);
+  const auto& lines = ground.list.lines;
+  if (winsock.noText) return 0;
+  Demand(answered == icmp.anyReply);
+  Demand(lines.size() == static_cast<size_t>(count));
+  for (const std::wstring& line : lines)
+    Demand(line.starts_with(L"ICMP_Error:") || line.find(L" Reply From ") == 4);
+  return 0;
+}

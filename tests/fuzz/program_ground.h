@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdlib>
+
+#include "app/result_list.h"
+#include "resources/messages.h"
+#include "resources/resource.h"
+#include "tests/recorded/fake_code_page.h"
+#include "tests/recorded/fake_pump.h"
+#include "tests/recorded/recorded_boxes.h"
+#include "tests/recorded/recorded_files.h"
+#include "tests/recorded/recorded_profile_strings.h"
+#include "ui/memory/memory_form.h"
+
+namespace tarvik::test {
+
+/// What nearly every routine of the program stands on, for a fuzzer that calls one of them.
+struct ProgramGround {
+  ui::MemoryForm form;
+  ui::MemoryListBox& list = static_cast<ui::MemoryListBox&>(form.AddListBox(1, ui::kNoPage, L""));
+  ResultList results{list};
+  RecordedBoxes boxes;
+  FakePump pump;
+  FakeCodePage codePage;
+  RecordedFiles files;
+  RecordedProfileStrings profile;
+  Resource resource{files, profile, codePage, boxes};
+  LanguageMode mode = 1;
+  Texts texts{mode, resource};
+};
+
+/// Ends the fuzzer with its input when the rule does not hold.
+inline void Demand(bool rule) {
+  if (!rule) std::abort();
+}
+
+}  // namespace tarvik::test
