@@ -241,6 +241,8 @@ uint32_t ProgramUnderTest::WaitForEnd(milliseconds timeOut) {
 
 int64_t ProgramUnderTest::Memory() { return std::stoll(pc_.Ask({"memory", id_}).at(0)); }
 
+int64_t ProgramUnderTest::Handles() { return std::stoll(pc_.Ask({"handles", id_}).at(0)); }
+
 void ProgramUnderTest::Kill() { pc_.Ask({"kill", id_}); }
 
 }  // namespace tarvik::lab

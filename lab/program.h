@@ -171,6 +171,8 @@ class ProgramUnderTest {
   uint32_t WaitForEnd(milliseconds timeOut = kSoon);
   /// Bytes in memory.
   int64_t Memory();
+  /// The kernel's objects that it holds; windows, menus and brushes are none.
+  int64_t Handles();
   void Kill();
 
  private:

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 
 #include "lab/window_driver/driver_win32.h"
@@ -112,6 +113,42 @@ Fields Memory(const Arguments& arguments) {
           NumberText(static_cast<int64_t>(counters.PagefileUsage))};
 }
 
+/// SYSTEM_HANDLE_TABLE_ENTRY_INFO_EX, of which only the owner counts.
+struct HandleEntry {
+  void* object;
+  ULONG_PTR process;
+  ULONG_PTR handle;
+  ULONG rest[4];
+};
+
+/// The system's table of all handles: their number, one word, and the entries.
+std::vector<ULONG_PTR> HandleTable() {
+  using Query = LONG(WINAPI*)(int, void*, ULONG, ULONG*);
+  constexpr int kExtendedHandleInformation = 64;
+  constexpr auto kTooSmall = static_cast<LONG>(0xC0000004);
+  const auto address = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation");
+  const auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(address));
+  std::vector<ULONG_PTR> table(0x10000);
+  LONG result = kTooSmall;
+  while (result == kTooSmall && table.size() < 0x1000000) {
+    table.resize(2 * table.size());
+    const auto size = static_cast<ULONG>(table.size() * sizeof(ULONG_PTR));
+    result = query(kExtendedHandleInformation, table.data(), size, nullptr);
+  }
+  if (result < 0) throw CommandError("no table of handles: status " + NumberText(result));
+  return table;
+}
+
+/// handles <process> -> kernel objects that it holds. Wine answers GetProcessHandleCount with 0.
+Fields Handles(const Arguments& arguments) {
+  const ULONG_PTR process = Find(arguments).Id();
+  const std::vector<ULONG_PTR> table = HandleTable();
+  const auto* const entries = reinterpret_cast<const HandleEntry*>(table.data() + 2);
+  const auto count = std::count_if(entries, entries + table[0],
+                                   [process](const HandleEntry& entry) { return entry.process == process; });
+  return {NumberText(count)};
+}
+
 }  // namespace
 
 void AddProcessCommands() {
@@ -121,6 +158,7 @@ void AddProcessCommands() {
   AddCommand("runs", [](const Arguments& a) { return Fields{Find(a).Runs() ? "1" : "0"}; });
   AddCommand("kill", Kill);
   AddCommand("memory", Memory);
+  AddCommand("handles", Handles);
 }
 
 }  // namespace tarvik::lab

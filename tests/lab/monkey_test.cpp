@@ -1,0 +1,108 @@
+// Anything at any time, on the real window. TARVIK_MONKEY_SEED repeats what was done before,
+// TARVIK_MONKEY_SECONDS tells how long (60).
+
+#include "lab/monkey.h"
+
+#include <ctime>
+#include <iostream>
+
+#include "lab/ftp_server.h"
+#include "tests/lab/cnc_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+namespace fs = std::filesystem;
+
+uint64_t NumberFrom(const char* variable, uint64_t otherwise) {
+  const std::string text = EnvironmentValue(variable);
+  return text.empty() ? otherwise : std::stoull(text);
+}
+
+uint64_t Seed() {
+  static const uint64_t seed = NumberFrom("TARVIK_MONKEY_SEED", static_cast<uint64_t>(std::time(nullptr)));
+  return seed;
+}
+
+/// Controllers and an FTP server at both ends of the network, a K7 server on the PC, and in a folder of its
+/// own the program, whose editor is one that leaves again.
+class MonkeyAtWork : public CncTest<MonkeyAtWork> {
+ public:
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = OptionsWith({});
+    folder_ = std::make_unique<WorkFolder>(options.cacheFolder);
+    options.environment["TARVIK_LAB_STARTS"] = WindowsPath(folder_->Path() + "/starts");
+    return options;
+  }
+  static void TearDownTestSuite() {
+    CncTest::TearDownTestSuite();
+    folder_.reset();
+  }
+
+ protected:
+  void SetUp() override {
+    CncTest::SetUp();
+    if (IsSkipped()) return;
+    if (const auto whyNot = FtpServer::WhyNot(FtpServer::Product::Vsftpd); !whyNot.empty())
+      GTEST_SKIP() << whyNot;
+    // A host that does not answer is given up after seconds, as Windows does, not after minutes.
+    RunOrThrow({"ip", "netns", "exec", Net().Namespace(Host::Pc), "sh", "-c",
+                "echo 2 >/proc/sys/net/ipv4/tcp_syn_retries"});
+  }
+
+  /// Half of the time each for the two editions.
+  void Play(const std::string& program) {
+    if (!fs::exists(program)) GTEST_SKIP() << "there is no " << program;
+    const Controller nearOne(Net(), Host::Near, BenchScenario("all_well"));
+    const Controller farOne(Net(), Host::Far, BenchScenario("access_code"));
+    const FtpServer files(Net(), Host::Near, FtpServer::Product::Vsftpd, PcForTests().cacheFolder);
+    files.AddFile("O1000.NC", 100);
+    const std::unique_ptr<Process> k7Server = ServeK7();
+    Monkey monkey({Net(), Pc(), CopyOf(program)}, Seed());
+    std::cout << "TARVIK_MONKEY_SEED=" << Seed() << std::endl;
+    try {
+      monkey.Play(std::chrono::seconds(NumberFrom("TARVIK_MONKEY_SECONDS", 60) / 2));
+      monkey.Finish();
+    } catch (const LabError& error) {
+      ADD_FAILURE() << error.what();
+      for (const std::string& line : monkey.Log()) std::cout << line << '\n';
+    }
+    std::cout << monkey.Summary() << std::endl;
+  }
+
+ private:
+  /// A K7 server on the PC, an ordinary program.
+  static std::unique_ptr<Process> ServeK7() {
+    Pc().Ask({"clipboard_get"});  // its Windows starts with the screen and the variables of the test
+    const fs::path path = fs::path(folder_->Path()) / "K7Server.exe";
+    fs::copy_file(PcForTests().programPath + "/K7Server.exe", path, fs::copy_options::skip_existing);
+    Process::Options options;
+    options.environment = Pc().Prefix().Variables();
+    options.environment["DISPLAY"] = std::nullopt;
+    auto server =
+        std::make_unique<Process>(std::vector<std::string>{"ip", "netns", "exec", Net().Namespace(Host::Pc),
+                                                           "wine", WindowsPath(path), "-debug"},
+                                  options);
+    server->ReadLine(std::chrono::seconds(60));
+    return server;
+  }
+
+  static std::string CopyOf(const std::string& program) {
+    const fs::path from = fs::path(program).parent_path();
+    const fs::path to = fs::path(folder_->Path()) / from.filename();
+    fs::create_directory(to);
+    fs::copy_file(program, to / "Tarvik.exe");
+    fs::copy(from / "Language", to / "Language", fs::copy_options::recursive);
+    fs::copy_file(fs::path(ProgramPath()).parent_path() / "start_recorder.exe", to / "notepad.exe");
+    return to / "Tarvik.exe";
+  }
+
+  static inline std::unique_ptr<WorkFolder> folder_;
+};
+
+TEST_F(MonkeyAtWork, The_program_survives_it) { Play(ProgramPath()); }
+
+TEST_F(MonkeyAtWork, The_general_edition_survives_it) { Play(GeneralProgramPath()); }
+
+}  // namespace
+}  // namespace tarvik::lab
