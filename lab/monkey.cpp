@@ -187,7 +187,7 @@ void Monkey::TakeOneAction() {
 
 void Monkey::SeeThatItLives() {
   if (!program_->Runs()) {
-    throw LabError("The program has ended with " + std::to_string(program_->WaitForEnd()));
+    throw Misbehaviour("The program has ended with " + std::to_string(program_->WaitForEnd()));
   }
   WaitForAnswer();
 }
@@ -202,12 +202,12 @@ void Monkey::WaitForAnswer() {
       return false;
     }
   });
-  if (!answers) throw LabError("The window hangs");
+  if (!answers) throw Misbehaviour("The window hangs");
 }
 
 void Monkey::AnswerBoxes(bool yes) {
   for (int i = 0; program_->HasBox(); ++i) {
-    if (i == kMostBoxesInARow) throw LabError("The boxes do not end");
+    if (i == kMostBoxesInARow) throw Misbehaviour("The boxes do not end");
     AnswerBox(yes);
     SeeThatItLives();
   }
@@ -221,7 +221,7 @@ void Monkey::AnswerBox(bool yes) {
   bool owned = !Enabled();
   for (const char* const further : {kPmcClass, kAboutClass})
     owned = owned || (program_->HasWindow(further) && !program_->WaitForWindow(further).Enabled(0));
-  if (!owned) throw LabError("The box belongs to no window");
+  if (!owned) throw Misbehaviour("The box belongs to no window");
   const bool asks = std::any_of(box.buttons.begin(), box.buttons.end(), [](const auto& button) {
     return button.first == static_cast<int>(BoxButton::Yes);
   });
@@ -230,7 +230,7 @@ void Monkey::AnswerBox(bool yes) {
 
 void Monkey::SeeThatItEnded() {
   const uint32_t code = program_->WaitForEnd();
-  if (code != 0) throw LabError("The program has ended with " + std::to_string(code));
+  if (code != 0) throw Misbehaviour("The program has ended with " + std::to_string(code));
 }
 
 bool Monkey::Enabled() const { return window_->Enabled(0); }
@@ -278,7 +278,7 @@ Monkey::Outcome Monkey::TestFtp(const Draws& draws) {
     SeeThatItLives();
     return !IsActive();
   });
-  if (!ended) throw LabError("The FTP test does not end");
+  if (!ended) throw Misbehaviour("The FTP test does not end");
   return Outcome::Done;
 }
 
@@ -344,9 +344,11 @@ Monkey::Outcome Monkey::Resize(const Draws& draws) {
 Monkey::Outcome Monkey::Minimise(const Draws&) {
   if (!Enabled()) return Outcome::NotPossible;
   window_->Minimise();
-  if (!WaitUntil(kSoon, [this] { return window_->Minimised(); })) throw LabError("does not minimise");
+  if (!WaitUntil(kSoon, [this] { return window_->Minimised(); }))
+    throw Misbehaviour("The window does not minimise");
   window_->Restore();
-  if (!WaitUntil(kSoon, [this] { return !window_->Minimised(); })) throw LabError("does not come back");
+  if (!WaitUntil(kSoon, [this] { return !window_->Minimised(); }))
+    throw Misbehaviour("The window does not come back");
   return Outcome::Done;
 }
 
@@ -362,15 +364,20 @@ Monkey::Outcome Monkey::Close(const Draws&) {
   ++closings_;
   window_->Close();
   // A run refuses it, and so does a window under a box.
-  const bool decided = WaitUntil(kLongestCall, [this] {
+  bool refused = false;
+  const bool ended = WaitUntil(kLongestCall, [this, &refused] {
+    if (!program_->Runs()) return true;
     try {
-      return !program_->Runs() || program_->HasBox() || !AtRest();
+      refused = program_->HasBox() || !AtRest();
+      // The end of a run that has refused may have come right behind.
+      if (!refused) window_->Close();
+      return refused;
     } catch (const LabError&) {
       return false;  // it blocks, or falls apart
     }
   });
-  if (!decided) throw LabError("The program is at rest and does not close");
-  if (program_->Runs()) {
+  if (!ended) throw Misbehaviour("The program is at rest and does not close");
+  if (refused) {
     Note("refused");
     return Outcome::Done;
   }
@@ -472,7 +479,7 @@ void Monkey::StopEverything() {
       return false;  // blocked by a call, or a box has come up
     }
   });
-  if (!stopped) throw LabError("The program does not come to rest");
+  if (!stopped) throw Misbehaviour("The program does not come to rest");
 }
 
 void Monkey::CloseFurtherWindows() {
@@ -493,11 +500,11 @@ void Monkey::TestOneMoreAddress() {
   const std::vector<std::string> known = window_->Lines(ID_lstResult);
   window_->Click(ID_cmdPing);
   Listener listener;
-  listener.onBox = [](const BoxUnderTest& box) { throw LabError("At the end: " + box.text); };
+  listener.onBox = [](const BoxUnderTest& box) { throw Misbehaviour("At the end: " + box.text); };
   window_->WaitForLine(ID_lstResult, address + " -> " + kNearAddress, kSoon);
   const std::vector<std::string> lines = FollowRun(*program_, *window_, kLongestCall, listener);
   if (lines.empty() || lines.back().find("Reply From") == std::string::npos)
-    throw LabError("The last test does not reach the controller: " + (lines.empty() ? "" : lines.back()));
+    throw Misbehaviour("The last test does not reach the controller: " + (lines.empty() ? "" : lines.back()));
 }
 
 void Monkey::Finish() {
@@ -506,14 +513,16 @@ void Monkey::Finish() {
   StopEverything();
   CloseFurtherWindows();
   window_->Settle();
-  if (!AtRest()) throw LabError("The program does not stay at rest");
+  if (!AtRest()) throw Misbehaviour("The program does not stay at rest");
   handlesAtEnd_ = program_->Handles();
   TestOneMoreAddress();
   window_->Close();
   SeeThatItEnded();
   const auto kept = ground_.pc.RegistryText(kHistory, "01");
-  if (kept != LastAddress(starts_)) throw LabError("The last address is not kept: " + kept.value_or("none"));
-  if (handlesAtEnd_ > handlesAtStart_ + kMostFurtherHandles) throw LabError("Handles are lost: " + Summary());
+  if (kept != LastAddress(starts_))
+    throw Misbehaviour("The last address is not kept: " + kept.value_or("none"));
+  if (handlesAtEnd_ > handlesAtStart_ + kMostFurtherHandles)
+    throw Misbehaviour("Handles are lost: " + Summary());
 }
 
 std::string Monkey::Summary() const {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -13,10 +14,16 @@
 
 namespace tarvik::lab {
 
+/// The program does what it must not: ends, hangs, shows a box that belongs to no window of its own, does not
+/// close when it is at rest. What a single action cannot do is no such thing.
+class Misbehaviour : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 /// A user who does anything at any time on the real window, while somebody pulls cables and plugs them in
 /// again. What it does follows from its seed alone, one action after the other; only what comes of an action
-/// depends on the moment. Every method throws LabError when the program does something that it must not:
-/// ends, hangs, shows a box that belongs to no window of its own, does not close when it is at rest.
+/// depends on the moment. Play and Finish throw Misbehaviour, and LabError when the laboratory itself fails.
 class Monkey {
  public:
   struct Ground {

@@ -63,7 +63,7 @@ class MonkeyAtWork : public CncTest<MonkeyAtWork> {
     try {
       monkey.Play(std::chrono::seconds(NumberFrom("TARVIK_MONKEY_SECONDS", 60) / 2));
       monkey.Finish();
-    } catch (const LabError& error) {
+    } catch (const std::exception& error) {
       ADD_FAILURE() << error.what();
       for (const std::string& line : monkey.Log()) std::cout << line << '\n';
     }
