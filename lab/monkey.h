@@ -90,8 +90,8 @@ class Monkey {
   void SeeThatItLives();
   void AnswerBoxes(bool yes);
   void AnswerBox(bool yes);
+  void LetItTake();
   void WaitForAnswer();
-  void SeeThatItEnded();
 
   bool Enabled() const;
   bool IsActive() const;
@@ -100,6 +100,7 @@ class Monkey {
   void PlugEverything() const;
   void StopEverything();
   void CloseFurtherWindows();
+  void CloseProgram();
   void TestOneMoreAddress();
 
   Ground ground_;

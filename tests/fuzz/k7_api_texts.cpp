@@ -1,6 +1,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 #include "k7/k7_api_test.h"
 #include "tests/recorded/fake_code_page.h"
@@ -10,7 +11,7 @@
 #include "ui/memory/memory_controls.h"
 
 /// Whatever the library writes over its texts, and whatever stands in the address and count boxes: the test
-/// ends and gives its handle back.
+/// ends and gives its handle back. The first four bytes are also the code of its errors.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string written(reinterpret_cast<const char*>(data), size < 256 ? size : 256);
   const std::wstring typed(data, data + (size < 400 ? size : 400));
@@ -24,6 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   k7Api.hostAfter = written;
   k7Api.addressAfter = written;
   k7Api.goodChecks = 3;
+  std::memcpy(&k7Api.errorCode, data, size < sizeof k7Api.errorCode ? size : sizeof k7Api.errorCode);
   std::wstring host = typed;
   tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, typed, host, L"3", L"");
   tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, L"cnc", host, typed, L"");
