@@ -246,8 +246,9 @@ bool Monkey::PmcReads() {
 }
 
 bool Monkey::AtRest() {
+  // Over a box the pointer at rest is another than the arrow.
   return !program_->HasBox() && Enabled() && !IsActive() && !PmcReads() &&
-         window_->CurrentPointer() == WindowUnderTest::Pointer::Arrow;
+         window_->CurrentPointer() != WindowUnderTest::Pointer::Hourglass;
 }
 
 // The actions

@@ -49,7 +49,9 @@ class WholeProgram final : public Form1Test {
     Demand(!flags.busy && !flags.stopRequested);
     Demand(form.Enabled() && form.CurrentPointer() == ui::Pointer::Default);
     Demand(Button(ID_cmdPing).Caption() != L"&Stop");
-    Demand(cncLibrary.AllGivenBack() && k7Api.openHandles.empty() && k7Api.wrongFrees == 0);
+    Demand(cncLibrary.AllGivenBack());
+    // Tests may stand inside each other, and the recorded library knows but one handle.
+    Demand(k7Api.Count("K7_AllocHandle") == k7Api.Count("K7_FreeHandle"));
     Demand(wininet.open.empty() && wininet.misuses == 0);
     Demand(winsock.openSockets.empty() && processes.openHandles.empty());
     Demand(form.Close() && form.unloaded);
