@@ -32,7 +32,7 @@ std::wstring ForLabel(const std::wstring& report) {
   std::wstring text;
   size_t column = 0;
   for (const wchar_t letter : report) {
-    if (letter != L'\r' && letter != L'\n' && column == kLongestLine) {
+    if (letter != L'\r' && letter != L'\n' && column >= kLongestLine) {
       text += L"\r\n";
       column = 0;
     }
