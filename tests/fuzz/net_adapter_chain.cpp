@@ -6,23 +6,39 @@
 
 #include "net/gateways.h"
 
+namespace {
+
+/// Where a link leads, by its two bytes: from the start of the answer, or, with 255 or 254 as the second one,
+/// a little before or behind the last place where a whole adapter or a whole address fits.
+std::uintptr_t TargetOf(const uint8_t* bytes, const std::vector<std::byte>& buffer) {
+  const auto begin = reinterpret_cast<std::uintptr_t>(buffer.data());
+  const auto end = begin + buffer.size();
+  const auto step = static_cast<std::uintptr_t>(static_cast<int8_t>(bytes[0]));
+  if (bytes[1] == 0xFF) return end - sizeof(tarvik::IpAdapterInfo) + step;
+  if (bytes[1] == 0xFE) return end - sizeof(tarvik::IpAddrString) + step;
+  return begin + (bytes[0] | static_cast<size_t>(bytes[1]) << 8U);
+}
+
+}  // namespace
+
 // A chain of adapters: any bytes, with links that mostly lead somewhere into them. The first byte is the
-// number of links; three bytes each tell where a link stands and where, from the start, it leads.
+// number of links; three bytes each tell where a link stands and where it leads.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size == 0) return 0;
   const size_t links = data[0];
   if (size < 1 + links * 3) return 0;
   const auto bytes = std::as_bytes(std::span(data, size)).subspan(1 + links * 3);
   // Repeated, so that small inputs already make several records.
-  std::vector<std::byte> buffer;
+  std::vector<std::byte> repeated;
   if (!bytes.empty())
-    while (buffer.size() < 4 * sizeof(tarvik::IpAdapterInfo))
-      buffer.insert(buffer.end(), bytes.begin(), bytes.end());
+    while (repeated.size() < 4 * sizeof(tarvik::IpAdapterInfo))
+      repeated.insert(repeated.end(), bytes.begin(), bytes.end());
+  // Without room behind its end, so that the sanitizer sees every byte too far.
+  std::vector<std::byte> buffer = repeated;
   for (size_t i = 0; i < links && buffer.size() > sizeof(void*); ++i) {
     const uint8_t* const link = data + 1 + i * 3;
     const size_t place = link[0] * sizeof(void*) % (buffer.size() - sizeof(void*));
-    const std::uintptr_t target =
-        reinterpret_cast<std::uintptr_t>(buffer.data()) + (link[1] | static_cast<size_t>(link[2]) << 8U);
+    const std::uintptr_t target = TargetOf(link + 1, buffer);
     std::memcpy(buffer.data() + place, &target, sizeof target);
   }
   std::vector<tarvik::LocalAddressRecord> list{{L"", L"", {}}, {L"1", L"", {}}};
