@@ -15,6 +15,8 @@ using std::chrono::seconds;
 constexpr seconds kLongestCall(90);
 /// A command to the service polls for ten seconds, a run ends with the call that it is in.
 constexpr seconds kLongestStop(150);
+/// A number box that holds none keeps the focus, and its page stays in front.
+constexpr seconds kPatience(2);
 constexpr int kMostBoxesInARow = 30;
 /// What the program takes in time and keeps: its libraries, the event of each of their threads. A handle that
 /// is forgotten with every action is many more.
@@ -168,6 +170,7 @@ void Monkey::TakeOneAction() {
   ++actions_;
   done_ = std::to_string(actions_) + " " + kind.name;
   std::string outcome;
+  const auto begun = std::chrono::steady_clock::now();
   try {
     if ((this->*kind.act)(draws) == Outcome::NotPossible) {
       outcome = " - not possible now";
@@ -181,6 +184,8 @@ void Monkey::TakeOneAction() {
   log_.push_back(done_ + outcome);
   LetItTake();
   SeeThatItLives();
+  const auto taken = std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - begun);
+  log_.back() += " (" + std::to_string(taken.count()) + " ms)";
   if (!leavesBox || kind.act == &Monkey::Close) AnswerBoxes(yes);
 }
 
@@ -197,8 +202,9 @@ void Monkey::LetItTake() {
   try {
     // A click that was posted under no box must not be taken under the next: no mouse could do that.
     if (program_->Runs()) window_->Settle(kLongestCall);
-  } catch (const LabError&) {
+  } catch (const LabError& error) {
     // A box has gone or come meanwhile.
+    log_.back() += std::string(" - unsettled: ") + error.what();
   }
 }
 
@@ -261,7 +267,7 @@ Monkey::Outcome Monkey::PressButton(const Draws& draws) {
   window_->BringToForeground();
   if (!window_->Visible(button.id)) {
     const auto tab = std::find(tabs_.begin(), tabs_.end(), button.page) - tabs_.begin();
-    window_->SelectTab(ID_tabMode, static_cast<int>(tab));
+    window_->SelectTab(ID_tabMode, static_cast<int>(tab), kPatience);
   }
   if (!window_->Visible(button.id) || !window_->Enabled(button.id)) return Outcome::NotPossible;
   window_->Click(button.id);
@@ -274,7 +280,7 @@ Monkey::Outcome Monkey::TestFtp(const Draws& draws) {
   Note(button == ID_cmdFtpConnect ? "connect" : "all");
   PlugEverything();
   if (!Enabled() || IsActive() || PmcReads()) return Outcome::NotPossible;
-  window_->SelectTab(ID_tabMode, static_cast<int>(tabs_.size()) - 1);
+  window_->SelectTab(ID_tabMode, static_cast<int>(tabs_.size()) - 1, kPatience);
   window_->SetText(ID_txtPingReqCount, "1");
   window_->SetText(ID_cmbIPAddr, draws[1] % 3 == 0 ? kFarAddress : kNearAddress);
   window_->Click(button);
@@ -323,7 +329,7 @@ Monkey::Outcome Monkey::SelectTab(const Draws& draws) {
   const auto tab = static_cast<int>(draws[0] % tabs_.size());
   Note(std::to_string(tab));
   if (!Enabled()) return Outcome::NotPossible;
-  window_->SelectTab(ID_tabMode, tab);
+  window_->SelectTab(ID_tabMode, tab, kPatience);
   return Outcome::Done;
 }
 
@@ -441,7 +447,7 @@ Monkey::Outcome Monkey::ClickLabel(const Draws& draws) {
   Note(services ? "lblK7UdpPortNo" : "lblK7ServerStatus");
   const auto tab = std::find(tabs_.begin(), tabs_.end(), kServicePage);
   if (tab == tabs_.end() || !Enabled()) return Outcome::NotPossible;
-  window_->SelectTab(ID_tabMode, static_cast<int>(tab - tabs_.begin()));
+  window_->SelectTab(ID_tabMode, static_cast<int>(tab - tabs_.begin()), kPatience);
   if (services)
     window_->Click(ID_lblK7UdpPortNo, "Ctrl+Alt");
   else

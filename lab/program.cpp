@@ -151,8 +151,8 @@ ScreenRect WindowUnderTest::RectOfTab(int id, int index) const {
   return RectOf(Ask("tab_rect", id, {std::to_string(index)}), 0);
 }
 
-void WindowUnderTest::SelectTab(int id, int index) const {
-  Ask("select_tab", id, {std::to_string(index), lab::Text(kSoon)});
+void WindowUnderTest::SelectTab(int id, int index, milliseconds timeOut) const {
+  Ask("select_tab", id, {std::to_string(index), lab::Text(timeOut)}, Longer(timeOut));
 }
 
 std::vector<WindowUnderTest::MenuItem> WindowUnderTest::Menu() const {

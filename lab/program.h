@@ -108,7 +108,7 @@ class WindowUnderTest {
   /// In the strip's client area. `index`: among the visible tabs.
   ScreenRect RectOfTab(int id, int index) const;
   /// `index`: among the visible tabs.
-  void SelectTab(int id, int index) const;
+  void SelectTab(int id, int index, milliseconds timeOut = kSoon) const;
 
   std::vector<MenuItem> Menu() const;
   /// What choosing the menu command does.
