@@ -377,7 +377,14 @@ Monkey::Outcome Monkey::Close(const Draws&) {
   window_->Close();
   LetItTake();
   // A run refuses it, and so does a window under a box.
-  if (program_->Runs() && (program_->HasBox() || !AtRest())) {
+  bool refused = false;
+  try {
+    refused = program_->Runs() && (program_->HasBox() || !AtRest());
+  } catch (const LabError&) {
+    // It blocks, or falls apart.
+    refused = !WaitUntil(kSoon, [this] { return !program_->Runs(); });
+  }
+  if (refused) {
     Note("refused");
     return Outcome::Done;
   }
@@ -493,6 +500,16 @@ void Monkey::CloseFurtherWindows() {
   }
 }
 
+void Monkey::StopARun() {
+  // First: a count that is none would keep the focus.
+  window_->SetText(ID_txtPingReqCount, "60");
+  window_->SelectTab(ID_tabMode, 0);
+  window_->SetText(ID_cmbIPAddr, kNearAddress);
+  window_->Click(ID_cmdPing);
+  if (!WaitUntil(kSoon, [this] { return RunIsActive(*window_); })) throw Misbehaviour("No run begins");
+  StopEverything();
+}
+
 void Monkey::CloseProgram() {
   // More than once: the run that has refused it may end right behind, and a command to the service, which
   // nothing shows, refuses it for as long as it polls.
@@ -514,9 +531,7 @@ void Monkey::CloseProgram() {
 void Monkey::TestOneMoreAddress() {
   const std::string address = LastAddress(starts_);
   ground_.net.SetHostNames(Host::Pc, {{"cnc-near", kNearAddress}, {address, kNearAddress}});
-  // First: a count that is none would keep the focus.
   window_->SetText(ID_txtPingReqCount, "1");
-  window_->SelectTab(ID_tabMode, 0);
   window_->SetText(ID_cmbIPAddr, address);
   window_->Click(ID_cmdPing);
   Listener listener;
@@ -536,6 +551,7 @@ void Monkey::Finish() {
   window_->Settle();
   if (!AtRest()) throw Misbehaviour("The program does not stay at rest");
   handlesAtEnd_ = program_->Handles();
+  StopARun();
   TestOneMoreAddress();
   CloseProgram();
   const auto kept = ground_.pc.RegistryText(kHistory, "01");
