@@ -58,25 +58,22 @@ if(native_tests)
   gtest_discover_tests(native_tests PROPERTIES LABELS native DISCOVERY_TIMEOUT 60)
 endif()
 
-# Each fuzzer starts from the corpus that is kept and from what it found before, and runs for a bounded time.
-# Weighing its inputs by how rare their features are would take it longer than running them.
+# Each fuzzer starts from the corpus that is kept and runs for a bounded time. What it finds meanwhile goes into a
+# folder that is new each time, or every run would take longer than the one before. Weighing its inputs by how rare
+# their features are would take it longer than running them.
 file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*.cpp)
 foreach(source ${fuzzers})
   cmake_path(GET source STEM name)
   add_executable(fuzz_${name} ${source})
-  target_compile_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+  target_compile_options(fuzz_${name} PRIVATE -fsanitize=fuzzer -O1)
   target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
   target_link_libraries(fuzz_${name} PRIVATE tarvik_memory bench_core)
-  set(corpus ${CMAKE_BINARY_DIR}/corpus/${name})
-  file(MAKE_DIRECTORY ${corpus})
-  set(kept ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name})
-  if(NOT EXISTS ${kept})
-    set(kept)
-  endif()
-  add_test(NAME fuzz_${name} COMMAND fuzz_${name} -max_total_time=5 -entropic=0 -max_len=8192 -timeout=5 ${corpus} ${kept})
+  set(found ${CMAKE_BINARY_DIR}/found/${name})
+  add_test(NAME fuzz_${name} COMMAND sh -c "rm -rf ${found} && mkdir -p ${found} && exec \"$0\" \"$@\""
+    $<TARGET_FILE:fuzz_${name}> -max_total_time=5 -entropic=0 -max_len=8192 -timeout=5 ${found}
+    ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name})
   set_tests_properties(fuzz_${name} PROPERTIES LABELS native)
 endforeach()
-
 # The whole program comes from the tests' own fixture.
 target_link_libraries(fuzz_app_events PRIVATE gtest)
 target_link_libraries(fuzz_app_start_up PRIVATE gtest)

@@ -16,7 +16,7 @@ using tarvik::test::Demand;
 
 namespace {
 
-constexpr int kMostRounds = 60;
+constexpr int kMostRounds = 30;
 constexpr int kBoxes[] = {tarvik::ID_txtPmcStart, tarvik::ID_txtPmcLen, tarvik::ID_txtCount,
                           tarvik::ID_txtSleep};
 
