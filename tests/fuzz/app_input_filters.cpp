@@ -24,13 +24,13 @@ bool Throws(Convert convert) {
 
 }  // namespace
 
-/// A key in a box that holds any text: the first two bytes are the key, the third the length that the box
-/// may have, the rest its text and its label.
+/// A key in a box that holds any text: the first two bytes are the key, the third, less 128, the length
+/// that the box may have, the rest its text and its label.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size < 3) return 0;
   int16_t key = 0;
   std::memcpy(&key, data, sizeof key);
-  const auto room = static_cast<int16_t>(static_cast<int8_t>(data[2]));
+  const auto room = static_cast<int16_t>(data[2] - 128);
   const std::wstring text(data + 3, data + size);
   tarvik::test::ProgramGround ground;
   const size_t length = ground.codePage.AnsiLength(text);

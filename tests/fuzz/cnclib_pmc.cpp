@@ -85,7 +85,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Demand(form.Get<ui::MemoryListBox>(ID_lstData).Count() <= 8000);
   for (const std::string& call : library.calls) {
     // A range never reaches beyond the 16 bits that the call has for its last address.
-    if (call.starts_with("nx_pmc_rdrange")) Demand(call.find("-") == std::string::npos);
+    if (call.starts_with("nx_pmc_rdrange")) Demand(call.find('-') == std::string::npos);
   }
   return 0;
 }

@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                                                entries, {2024, 2, 3, 4, 5});
   const std::string& after = ground.files.contents[path];
   Demand(after.starts_with(before));
-  Demand(done || ground.boxes.boxes.size() >= 1);
+  Demand(done || !ground.boxes.boxes.empty());
   if ((manner % 8 == 2) && (manner & 1) != 0) Demand(ground.files.attributes[path] == manner);
   if (!done) return 0;
   if (after != before) Demand(ground.files.contents[backup] == before);

@@ -13,7 +13,7 @@ namespace {
 std::uintptr_t TargetOf(const uint8_t* bytes, const std::vector<std::byte>& buffer) {
   const auto begin = reinterpret_cast<std::uintptr_t>(buffer.data());
   const auto end = begin + buffer.size();
-  const auto step = static_cast<std::uintptr_t>(static_cast<int8_t>(bytes[0]));
+  const std::uintptr_t step = std::uintptr_t{bytes[0]} - 128;
   if (bytes[1] == 0xFF) return end - sizeof(tarvik::IpAdapterInfo) + step;
   if (bytes[1] == 0xFE) return end - sizeof(tarvik::IpAddrString) + step;
   return begin + (bytes[0] | static_cast<size_t>(bytes[1]) << 8U);
