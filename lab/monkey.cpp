@@ -224,6 +224,8 @@ void Monkey::AnswerBoxes(bool yes) {
   for (int i = 0; program_->HasBox(); ++i) {
     if (i == kMostBoxesInARow) throw Misbehaviour("The boxes do not end");
     AnswerBox(yes);
+    // The next one may come right behind.
+    LetItTake();
   }
 }
 
@@ -232,9 +234,10 @@ void Monkey::AnswerBox(bool yes) {
   ++boxes_;
   log_.push_back("  box: " + box.title + ": " + box.text);
   // A box without an owner leaves every window of the program free, and may come up behind them.
-  bool owned = !Enabled();
+  const std::string owner = WindowUnderTest(ground_.pc, box.handle).Owner();
+  bool owned = owner == window_->Handle();
   for (const char* const further : {kPmcClass, kAboutClass})
-    owned = owned || (program_->HasWindow(further) && !program_->WaitForWindow(further).Enabled(0));
+    owned = owned || (program_->HasWindow(further) && program_->WaitForWindow(further).Handle() == owner);
   if (!owned) throw Misbehaviour("The box belongs to no window");
   const bool asks = std::any_of(box.buttons.begin(), box.buttons.end(), [](const auto& button) {
     return button.first == static_cast<int>(BoxButton::Yes);

@@ -40,8 +40,8 @@ class Monkey {
   /// Starts the program, and acts for so long.
   void Play(std::chrono::seconds length);
 
-  /// Stops whatever still runs, and one more run, sees that the program is at rest as if nothing had been, lets
-  /// it test one more address, closes it and sees that the address was kept. Call behind Play.
+  /// Stops whatever still runs, and one more run, sees that the program is at rest as if nothing had been,
+  /// lets it test one more address, closes it and sees that the address was kept. Call behind Play.
   void Finish();
 
   /// What was done, and what came of it.

@@ -47,6 +47,7 @@ void WindowUnderTest::WaitForText(int id, const std::string& text, milliseconds 
 }
 
 std::string WindowUnderTest::ClassName(int id) const { return Ask("class", id).at(0); }
+std::string WindowUnderTest::Owner() const { return AskWindow("owner").at(0); }
 bool WindowUnderTest::Enabled(int id) const { return Flag(Ask("state", id), 0); }
 bool WindowUnderTest::Visible(int id) const { return Flag(Ask("state", id), 1); }
 bool WindowUnderTest::Checked(int id) const { return Flag(Ask("checked", id), 0); }

@@ -49,6 +49,8 @@ class WindowUnderTest {
   void SetText(int id, const std::string& text) const;
   void WaitForText(int id, const std::string& text, milliseconds timeOut = kSoon) const;
   std::string ClassName(int id) const;
+  /// The handle of the window to which this one belongs, as a box to its window; "0" = none.
+  std::string Owner() const;
   bool Enabled(int id) const;
   bool Visible(int id) const;
   bool Checked(int id) const;

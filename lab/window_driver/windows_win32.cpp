@@ -178,6 +178,8 @@ void AddWindowCommands() {
              [](const Arguments& a) { return Fields{NumberText(Ask(a.Control(0), WM_GETTEXTLENGTH))}; });
   AddCommand("set_text", SetText);
   AddCommand("wait_text", WaitText);
+  AddCommand("owner",
+             [](const Arguments& a) { return Fields{HandleText(GetWindow(a.Window(0), GW_OWNER))}; });
   AddCommand("class", [](const Arguments& a) { return Fields{ToUtf8(ClassOf(a.Control(0)))}; });
   AddCommand("state", State);
   AddCommand("styles", Styles);
