@@ -21,6 +21,7 @@ constexpr int kMostBoxesInARow = 30;
 /// What the program takes in time and keeps: its libraries, the event of each of their threads. A handle that
 /// is forgotten with every action is many more.
 constexpr int64_t kMostFurtherHandles = 40;
+constexpr int kLastEchoes = 2;
 constexpr char kHistory[] = "Software\\NORVAX_FN_PingUtil\\History";
 
 constexpr char kPmcClass[] = "frmPmcTest";
@@ -535,7 +536,7 @@ void Monkey::CloseProgram() {
 void Monkey::TestOneMoreAddress() {
   const std::string address = LastAddress(starts_);
   ground_.net.SetHostNames(Host::Pc, {{"cnc-near", kNearAddress}, {address, kNearAddress}});
-  window_->SetText(ID_txtPingReqCount, "1");
+  window_->SetText(ID_txtPingReqCount, std::to_string(kLastEchoes));
   window_->SetText(ID_cmbIPAddr, address);
   window_->Click(ID_cmdPing);
   Listener listener;
@@ -543,8 +544,12 @@ void Monkey::TestOneMoreAddress() {
   listener.onBox = [this](const BoxUnderTest& box) { log_.push_back("  box: " + box.text); };
   window_->WaitForLine(ID_lstResult, address + " -> " + kNearAddress, kSoon);
   const std::vector<std::string> lines = FollowRun(*program_, *window_, kLongestCall, listener);
-  if (lines.empty() || lines.back().find("Reply From") == std::string::npos)
-    throw Misbehaviour("The last test does not reach the controller: " + (lines.empty() ? "" : lines.back()));
+  // On a machine under load an answer may come too late; a stop that was left behind sends none at all.
+  const auto echoes = std::count_if(lines.begin(), lines.end(), [](const std::string& line) {
+    return line.find(" Reply From ") != std::string::npos || line.starts_with("ICMP_Error:");
+  });
+  if (echoes != kLastEchoes)
+    throw Misbehaviour("The last test sends " + std::to_string(echoes) + " echoes: " + lines.back());
 }
 
 void Monkey::Finish() {
