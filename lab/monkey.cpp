@@ -549,7 +549,8 @@ void Monkey::TestOneMoreAddress() {
     return line.find(" Reply From ") != std::string::npos || line.starts_with("ICMP_Error:");
   });
   if (echoes != kLastEchoes)
-    throw Misbehaviour("The last test sends " + std::to_string(echoes) + " echoes: " + lines.back());
+    throw Misbehaviour("The last test sends " + std::to_string(echoes) +
+                       " echoes: " + (lines.empty() ? std::string() : lines.back()));
 }
 
 void Monkey::Finish() {
