@@ -78,6 +78,7 @@ endforeach()
 target_link_libraries(fuzz_app_events PRIVATE gtest)
 target_link_libraries(fuzz_app_start_up PRIVATE gtest)
 target_sources(fuzz_lab_driver_protocol PRIVATE lab/driver_protocol.cpp)
+target_sources(fuzz_lab_scenario PRIVATE lab/scenario.cpp lab/scenario_reader.cpp)
 
 foreach(folder lab tests/windows tests/lab)
   if(EXISTS ${PROJECT_SOURCE_DIR}/${folder}/CMakeLists.txt)

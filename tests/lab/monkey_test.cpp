@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "lab/ftp_server.h"
+#include "lab/k7_server.h"
 #include "tests/lab/cnc_fixture.h"
 
 namespace tarvik::lab {
@@ -57,7 +58,8 @@ class MonkeyAtWork : public CncTest<MonkeyAtWork> {
     const Controller farOne(Net(), Host::Far, BenchScenario("access_code"));
     const FtpServer files(Net(), Host::Near, FtpServer::Product::Vsftpd, PcForTests().cacheFolder);
     files.AddFile("O1000.NC", 100);
-    const std::unique_ptr<Process> k7Server = ServeK7();
+    const std::string cache = PcForTests().cacheFolder;
+    const K7ServerProgram k7Server(Pc(), Net(), PcForTests().programPath, cache, "");
     Monkey monkey({Net(), Pc(), CopyOf(program)}, Seed());
     std::cout << "TARVIK_MONKEY_SEED=" << Seed() << std::endl;
     try {
@@ -71,22 +73,6 @@ class MonkeyAtWork : public CncTest<MonkeyAtWork> {
   }
 
  private:
-  /// A K7 server on the PC, an ordinary program.
-  static std::unique_ptr<Process> ServeK7() {
-    Pc().Ask({"clipboard_get"});  // its Windows starts with the screen and the variables of the test
-    const fs::path path = fs::path(folder_->Path()) / "K7Server.exe";
-    fs::copy_file(PcForTests().programPath + "/K7Server.exe", path, fs::copy_options::skip_existing);
-    Process::Options options;
-    options.environment = Pc().Prefix().Variables();
-    options.environment["DISPLAY"] = std::nullopt;
-    auto server =
-        std::make_unique<Process>(std::vector<std::string>{"ip", "netns", "exec", Net().Namespace(Host::Pc),
-                                                           "wine", WindowsPath(path), "-debug"},
-                                  options);
-    server->ReadLine(std::chrono::seconds(60));
-    return server;
-  }
-
   static std::string CopyOf(const std::string& program) {
     const fs::path from = fs::path(program).parent_path();
     const fs::path to = fs::path(folder_->Path()) / from.filename();
