@@ -47,7 +47,8 @@ std::string ConfigurationFolder(const std::string& name) { return "/etc/netns/" 
 
 void IpIn(const std::string& name, std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), {"ip", "-n", name});
-  RunOrThrow(arguments);
+  // The kernel changes one network at a time, and others may be taking theirs down.
+  RunOrThrow(arguments, {}, {}, std::chrono::seconds(120));
 }
 
 }  // namespace
