@@ -99,7 +99,8 @@ TEST_F(Runs, A_message_box_under_a_run_neither_lets_the_window_close_nor_starts_
 TEST_F(Runs, The_button_offers_the_stop_under_an_hourglass) {
   const WindowUnderTest window = StartLongRun();
   EXPECT_EQ(window.Text(ID_cmdPing), "&Stop");
-  EXPECT_EQ(window.CurrentPointer(), WindowUnderTest::Pointer::Hourglass);
+  EXPECT_TRUE(
+      WaitUntil(kSoon, [&] { return window.CurrentPointer() == WindowUnderTest::Pointer::Hourglass; }));
   window.Click(ID_cmdPing);
   window.WaitForText(ID_cmdPing, "&Ping");
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.CurrentPointer() == WindowUnderTest::Pointer::Arrow; }));
