@@ -102,7 +102,7 @@ Lines Behind(const Lines& before, Lines lines) {
 
 bool Visit::IsAtRest() const {
   return !RunIsActive(window_) && window_.Enabled(0) &&
-         window_.CurrentPointer() == WindowUnderTest::Pointer::Arrow;
+         window_.CurrentPointer() != WindowUnderTest::Pointer::Hourglass;
 }
 
 void Visit::Follow(const Lines& before, bool ofLadder, const std::function<bool(const Lines&)>& hasBegun) {

@@ -1,6 +1,9 @@
 // A window of the main window's size with nothing in it. What the program costs beyond it is the program's
-// own.
+// own, or that of its controls: with any argument the window has as many of the same kinds as the main window
+// shows first, made by nothing but the system's calls.
 #include <windows.h>
+
+#include <commctrl.h>
 
 namespace {
 
@@ -9,9 +12,32 @@ LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM 
   return DefWindowProcW(window, message, wide, large);
 }
 
+void Add(HWND parent, const wchar_t* windowClass, DWORD style, int x, int y, int width, int height) {
+  CreateWindowExW(0, windowClass, L"Caption", WS_CHILD | WS_VISIBLE | style, x, y, width, height, parent,
+                  nullptr, GetModuleHandleW(nullptr), nullptr);
+}
+
+void AddControls(HWND window) {
+  const HMODULE library = LoadLibraryW(L"comctl32.dll");
+  const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
+  using Initialise = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
+  const auto initialise =
+      reinterpret_cast<Initialise>(reinterpret_cast<void*>(GetProcAddress(library, "InitCommonControlsEx")));
+  if (initialise != nullptr) initialise(&wanted);
+  Add(window, L"Static", 0, 10, 10, 140, 16);
+  Add(window, L"ComboBox", CBS_DROPDOWN | WS_TABSTOP, 160, 8, 340, 200);
+  Add(window, WC_TABCONTROLW, WS_TABSTOP, 10, 40, 490, 80);
+  Add(window, L"Static", 0, 20, 80, 60, 16);
+  Add(window, L"Edit", WS_BORDER | WS_TABSTOP, 90, 76, 80, 22);
+  Add(window, L"Button", WS_TABSTOP, 330, 76, 75, 23);
+  Add(window, L"Button", WS_TABSTOP, 410, 76, 75, 23);
+  Add(window, L"Static", 0, 10, 130, 60, 16);
+  Add(window, L"ListBox", WS_VSCROLL | WS_BORDER | WS_TABSTOP, 10, 150, 490, 200);
+}
+
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR commandLine, int show) {
   WNDCLASSW description{};
   description.lpfnWndProc = WindowProcedure;
   description.hInstance = instance;
@@ -21,6 +47,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
   RegisterClassW(&description);
   HWND window = CreateWindowExW(0, L"BareWindow", L"Bare window", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
                                 CW_USEDEFAULT, 520, 480, nullptr, nullptr, instance, nullptr);
+  if (*commandLine != L'\0') AddControls(window);
   ShowWindow(window, show);
   UpdateWindow(window);
   MSG message;

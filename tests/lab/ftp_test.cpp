@@ -72,7 +72,8 @@ class FtpTest : public LabTest<Suite> {
     if (!ended) throw LabError("The test does not end");
     EXPECT_FALSE(program.HasBox());
     EXPECT_TRUE(window.Enabled(0));
-    EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.CurrentPointer() == WindowUnderTest::Pointer::Arrow; }));
+    EXPECT_TRUE(
+        WaitUntil(kSoon, [&] { return window.CurrentPointer() != WindowUnderTest::Pointer::Hourglass; }));
     const auto begin = std::find(lines.begin(), lines.end(), "FTP Connect test...");
     return {begin == lines.end() || button != ID_cmdFtpConnect ? lines.begin() : begin + 1, lines.end()};
   }
