@@ -71,8 +71,14 @@ std::string Master(const std::string& cacheFolder, WindowsLanguage language) {
   return name;
 }
 
+/// The file in which Debian's Wine keeps the name of its servers' folder in /tmp.
+constexpr char kServersName[] = "/wineserver";
+
 void Copy(const std::string& from, const std::string& to) {
   RunOrThrow({"cp", "-al", from, to});
+  // In a folder that prefixes share, Wine tells their servers apart by the number that the file system has
+  // given the prefix, and a new prefix soon has the number of one that has gone.
+  fs::remove(to + kServersName);
   // These are written to in place, which would change the master too.
   for (const char* name : {"system.reg", "user.reg", "userdef.reg", ".update-timestamp",
                            "drive_c/windows/win.ini", "drive_c/windows/system.ini"}) {
@@ -81,6 +87,13 @@ void Copy(const std::string& from, const std::string& to) {
     fs::remove(file);
     fs::copy_file(fs::path(from) / name, file);
   }
+}
+
+void RemoveServersFolder(const std::string& prefix) {
+  std::string name;
+  std::ifstream(prefix + kServersName) >> name;
+  std::error_code ignored;
+  if (name.starts_with("wine-")) fs::remove_all(fs::path("/tmp") / name, ignored);
 }
 
 }  // namespace
@@ -96,6 +109,7 @@ WinePrefix::WinePrefix(const std::string& cacheFolder, WindowsLanguage language,
 WinePrefix::~WinePrefix() {
   try {
     EndPrograms();
+    RemoveServersFolder(folder_);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
   }
