@@ -1,41 +1,16 @@
 #include "lab/controller.h"
-#include "lab/laboratory.h"
+#include "tests/lab/on_cables.h"
 #include "tests/windows/bench_fixture.h"
 
 namespace tarvik::lab {
 namespace {
 
 /// The stand-in CNC library on the laboratory's PC, with controllers on real cables.
-class BenchOnCables : public BenchTest {
+class BenchOnCables : public OnCables<BenchTest> {
  protected:
-  static void SetUpTestSuite() {
-    if (const auto whyNot = Laboratory::WhyNot()) {
-      SkipSuite(whyNot);
-      return;
-    }
-    net_ = std::make_unique<Laboratory>(Cache());
-    SetNetworkNamespace(net_->Namespace(Host::Pc));
-    BenchTest::SetUpTestSuite();
-  }
-  static void TearDownTestSuite() {
-    BenchTest::TearDownTestSuite();
-    SetNetworkNamespace({});
-    net_.reset();
-  }
-
-  void TearDown() override {
-    BenchTest::TearDown();
-    if (net_) net_->Reset();
-  }
-
-  static const Laboratory& Net() { return *net_; }
-
   Fields Allocate(const std::string& address, const std::string& timeOut) {
     return Call({"nx_allochandle3", address, std::to_string(kLibraryPort), timeOut});
   }
-
- private:
-  static inline std::unique_ptr<Laboratory> net_;
 };
 
 TEST_F(BenchOnCables, A_controller_answers_on_the_subnet_and_behind_the_gateway) {

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "lab/ftp_server.h"
-#include "lab/laboratory.h"
+#include "tests/lab/on_cables.h"
 #include "tests/windows/product_fixture.h"
 
 namespace tarvik::lab {
@@ -15,29 +15,15 @@ using Product = FtpServer::Product;
 
 constexpr Product kProducts[] = {Product::Vsftpd, Product::Pyftpdlib};
 
-class FtpOperations : public ProductTest {
+class FtpOperations : public OnCables<ProductTest> {
  protected:
-  static void SetUpTestSuite() {
-    if (const auto whyNot = Laboratory::WhyNot()) {
-      SkipSuite(whyNot);
-      return;
-    }
-    net_ = std::make_unique<Laboratory>(Cache());
-    SetNetworkNamespace(net_->Namespace(Host::Pc));
-    BenchTest::SetUpTestSuite();
-  }
-  static void TearDownTestSuite() {
-    BenchTest::TearDownTestSuite();
-    SetNetworkNamespace({});
-    net_.reset();
-  }
   void SetUp() override {
     for (const Product product : kProducts)
       if (const std::string whyNot = FtpServer::WhyNot(product); !whyNot.empty()) GTEST_SKIP() << whyNot;
     ProductTest::SetUp();
   }
 
-  static FtpServer Serve(Product product) { return FtpServer(*net_, Host::Near, product, Cache()); }
+  static FtpServer Serve(Product product) { return FtpServer(Net(), Host::Near, product, Cache()); }
   std::string Ask(const Fields& command) { return Call(command).at(0); }
   void Connect() { ASSERT_EQ(Ask({"ftp_connect", kNearAddress, kFtpUser, kFtpPassword}), "1"); }
 
@@ -49,9 +35,6 @@ class FtpOperations : public ProductTest {
   static void Write(const std::string& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
   }
-
- private:
-  static inline std::unique_ptr<Laboratory> net_;
 };
 
 const std::string kBytes = std::string("O1000\r\n\n\0\xFF%", 10);
