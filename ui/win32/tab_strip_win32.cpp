@@ -11,7 +11,7 @@ namespace {
 
 /// What EnableThemeDialogTexture takes to let the themed page of the tab control show through a panel.
 constexpr DWORD kEnableTabTexture = 6;
-constexpr int kAmpleWidth = 4000;
+constexpr int kAmple = 4000;  ///< wider than any row of tabs, in pixels
 using EnableThemeDialogTextureFunction = HRESULT(WINAPI*)(HWND, DWORD);
 
 /// A panel's only task is to hand on what its controls have to say.
@@ -28,7 +28,7 @@ Win32TabStrip::Win32TabStrip(Win32Form& form, int page, int id, int pageCount)
       pages_(static_cast<size_t>(pageCount)) {
   themes_.Load(L"uxtheme.dll");
   // A row too narrow for its tabs would begin with a pair of scroll buttons.
-  PutAt({0, 0, kAmpleWidth, kAmpleWidth});
+  PutAt({0, 0, kAmple, kAmple});
 }
 
 void Win32TabStrip::OnMade() {
