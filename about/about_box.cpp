@@ -31,8 +31,10 @@ std::wstring VersionText() {
 std::wstring ForLabel(const std::wstring& report) {
   std::wstring text;
   size_t column = 0;
-  for (const wchar_t letter : report) {
-    if (letter != L'\r' && letter != L'\n' && column >= kLongestLine) {
+  for (size_t i = 0; i < report.size(); ++i) {
+    const wchar_t letter = report[i];
+    const bool lineEnds = letter == L'\n' || report.compare(i, 2, L"\r\n") == 0;
+    if (!lineEnds && column >= kLongestLine) {
       text += L"\r\n";
       column = 0;
     }

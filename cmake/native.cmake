@@ -58,9 +58,10 @@ if(native_tests)
   gtest_discover_tests(native_tests PROPERTIES LABELS native DISCOVERY_TIMEOUT 60)
 endif()
 
-# Each fuzzer starts from the corpus that is kept and runs for a bounded time. What it finds meanwhile goes into a
-# folder that is new each time, or every run would take longer than the one before. Weighing its inputs by how rare
-# their features are would take it longer than running them.
+# Each fuzzer starts from the corpus that is kept and runs for a bounded time, in the same order with every run: what
+# it finds is new only when the code is. What it finds meanwhile goes into a folder that is new each time, or every
+# run would take longer than the one before. Weighing its inputs by how rare their features are would take it longer
+# than running them.
 file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*.cpp)
 foreach(source ${fuzzers})
   cmake_path(GET source STEM name)
@@ -69,8 +70,9 @@ foreach(source ${fuzzers})
   target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
   target_link_libraries(fuzz_${name} PRIVATE tarvik_memory bench_core)
   set(found ${CMAKE_BINARY_DIR}/found/${name})
-  add_test(NAME fuzz_${name} COMMAND sh -c "rm -rf ${found} && mkdir -p ${found} && exec \"$0\" \"$@\""
-    $<TARGET_FILE:fuzz_${name}> -max_total_time=5 -entropic=0 -max_len=8192 -timeout=5 ${found}
+  add_test(NAME fuzz_${name} COMMAND sh -c "rm -rf ${found} && mkdir -p ${found} && exec \"$0\" \"$@\" \
+    -seed=\${TARVIK_FUZZ_SEED:-90210} -max_total_time=\${TARVIK_FUZZ_SECONDS:-5}"
+    $<TARGET_FILE:fuzz_${name}> -entropic=0 -max_len=8192 -timeout=5 ${found}
     ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name})
   set_tests_properties(fuzz_${name} PROPERTIES LABELS native)
 endforeach()

@@ -59,11 +59,11 @@ TEST_F(AboutBoxTest, Breaks_a_line_that_is_too_long_for_a_window_and_shows_amper
                                      std::wstring(95, L'x') + L"\\a&&b.dll)");
 }
 
-TEST_F(AboutBoxTest, Breaks_a_long_line_also_behind_a_lone_return_at_its_end) {
-  kernel.paths = {{"SvcKit.dll", "C:\\" + std::string(105, 'x') + "\r" + std::string(200, 'y')}};
+TEST_F(AboutBoxTest, Breaks_a_long_line_also_where_returns_stand_alone_in_it) {
+  kernel.paths = {{"SvcKit.dll", "C:\\" + std::string(105, 'x') + std::string(200, '\r') + "y"}};
   Open();
-  EXPECT_EQ(Text(ID_lblModules), L"SvcKit.dll (C:\\" + std::wstring(105, L'x') + L"\r\r\n" +
-                                     std::wstring(120, L'y') + L"\r\n" + std::wstring(80, L'y') + L")");
+  EXPECT_EQ(Text(ID_lblModules), L"SvcKit.dll (C:\\" + std::wstring(105, L'x') + L"\r\n" +
+                                     std::wstring(120, L'\r') + L"\r\n" + std::wstring(80, L'\r') + L"y)");
 }
 
 TEST_F(AboutBoxTest, A_description_of_the_edition_would_stand_in_brackets_behind_the_title) {
