@@ -43,6 +43,7 @@ void WindowsPc::StartDriver() {
   if (!options_.networkNamespace.empty()) arguments = {"ip", "netns", "exec", options_.networkNamespace};
   arguments.insert(arguments.end(), {"wine", WindowsPath(options_.driver)});
   driver_ = std::make_unique<Process>(arguments, options);
+  unanswered_ = 0;
 }
 
 std::vector<std::string> WindowsPc::Ask(const std::vector<std::string>& command, milliseconds timeOut) {
@@ -52,11 +53,16 @@ std::vector<std::string> WindowsPc::Ask(const std::vector<std::string>& command,
     timeOut += std::chrono::seconds(120);
   }
   driver_->Write(JoinFields(command) + "\n");
-  std::vector<std::string> answer = SplitFields(driver_->ReadLine(timeOut));
-  const bool done = answer.front() == "ok";
+  // What was asked before and not answered in time is answered first.
+  std::vector<std::string> answer;
+  for (++unanswered_; unanswered_ > 0; --unanswered_) answer = SplitFields(driver_->ReadLine(timeOut));
+  const std::string status = answer.front();
   answer.erase(answer.begin());
-  if (!done) throw LabError(command.front() + ": " + (answer.empty() ? "no answer" : answer.front()));
-  return answer;
+  if (status == "ok") return answer;
+  if (status == "error" && !answer.empty()) throw LabError(command.front() + ": " + answer.front());
+  // It is not the driver that speaks but the Windows that could not run it; the next question finds another.
+  driver_.reset();
+  throw LabError(command.front() + ": " + status);
 }
 
 std::optional<std::string> WindowsPc::ClipboardText() {

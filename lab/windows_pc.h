@@ -60,6 +60,7 @@ class WindowsPc {
   Desktop desktop_;
   std::unique_ptr<WinePrefix> prefix_;
   std::unique_ptr<Process> driver_;
+  int unanswered_ = 0;  ///< what the driver was asked and has not answered yet
 };
 
 }  // namespace tarvik::lab
