@@ -5,14 +5,11 @@
 #include <fstream>
 #include <iterator>
 
-#include "lab/driver_protocol.h"
-
 namespace tarvik::lab {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kService[] = "K7Server";
 constexpr std::chrono::seconds kSlowStart(120);
 
 /// Copies the server into the folder, its scenario beside it.
@@ -23,58 +20,31 @@ std::string LayServer(const WorkFolder& folder, const std::string& bench, const 
   return path;
 }
 
-std::unique_ptr<Process> StartOn(WindowsPc& pc, const Laboratory& net,
-                                 const std::vector<std::string>& program) {
-  // A Windows starts with its first program, and takes screen and variables from it: the driver's.
-  pc.Ask({"clipboard_get"});
-  Process::Options options;
-  options.environment = pc.Prefix().Variables();
-  options.environment["DISPLAY"] = std::nullopt;
-  std::vector<std::string> arguments = {"ip", "netns", "exec", net.Namespace(Host::Pc), "wine"};
-  arguments.insert(arguments.end(), program.begin(), program.end());
-  return std::make_unique<Process>(arguments, options);
-}
-
 }  // namespace
 
 K7ServerProgram::K7ServerProgram(WindowsPc& pc, const Laboratory& net, const std::string& bench,
                                  const std::string& cacheFolder, const std::string& scenario)
     : folder_(cacheFolder),
-      process_(StartOn(pc, net, {WindowsPath(LayServer(folder_, bench, scenario)), "-debug"})) {
+      process_(StartBeside(pc, {WindowsPath(LayServer(folder_, bench, scenario)), "-debug"},
+                           net.Namespace(Host::Pc))) {
   const std::string line = process_->ReadLine(kSlowStart);
   if (!line.starts_with("listening on UDP port ")) throw LabError("The K7 server: " + line);
 }
 
 K7ServerService::K7ServerService(WindowsPc& pc, const Laboratory& net, const std::string& bench,
                                  const std::string& cacheFolder, const std::string& scenario, State state)
-    : folder_(cacheFolder), state_(state) {
-  const std::string program = LayServer(folder_, bench, scenario);
-  caller_ = StartOn(pc, net, {WindowsPath(bench + "/bench_caller.exe")});
-  constexpr char kOnDemand[] = "3";
-  const std::string result =
-      Call({"QSetup_InstallService", kService, "K7 server", WindowsPath(program), kOnDemand});
-  if (result != "0") throw LabError("The K7 service cannot be installed: " + result);
-  if (state_ == State::Running) Call({"QSetup_StartService", kService, "60000"});
+    : folder_(cacheFolder), manager_(pc, bench, net.Namespace(Host::Pc)), state_(state) {
+  manager_.Install(LayServer(folder_, bench, scenario));
+  if (state_ == State::Running) manager_.Start();
 }
 
 K7ServerService::~K7ServerService() {
   try {
-    if (state_ == State::Running) Call({"QSetup_StopService", kService, "60000"});
-    Call({"QSetup_RemoveService", kService});
-    caller_->CloseInput();
-    caller_->Wait(std::chrono::seconds(10));
+    if (state_ == State::Running) manager_.Stop();
+    manager_.Remove();
   } catch (const LabError& error) {
     std::fprintf(stderr, "%s\n", error.what());
   }
-}
-
-std::string K7ServerService::Call(const std::vector<std::string>& command) {
-  caller_->Write(JoinFields(command) + "\n");
-  const std::vector<std::string> answer = SplitFields(caller_->ReadLine(kSlowStart));
-  if (answer.size() < 2 || answer[0] != "ok") {
-    throw LabError(command.front() + ": " + (answer.size() < 2 ? "no answer" : answer[1]));
-  }
-  return answer[1];
 }
 
 ServicesFile::ServicesFile(WindowsPc& pc, const std::vector<std::string>& lines)

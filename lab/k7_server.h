@@ -7,6 +7,7 @@
 #include "lab/laboratory.h"
 #include "lab/leavings.h"
 #include "lab/process.h"
+#include "lab/service_manager.h"
 #include "lab/windows_pc.h"
 
 namespace tarvik::lab {
@@ -35,11 +36,8 @@ class K7ServerService {
   ~K7ServerService();
 
  private:
-  /// Calls the service-setup library. Its result as a number's text.
-  std::string Call(const std::vector<std::string>& command);
-
   WorkFolder folder_;
-  std::unique_ptr<Process> caller_;
+  ServiceManager manager_;
   State state_;
 };
 

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "lab/driver_protocol.h"
+#include "lab/service_manager.h"
 #include "tests/windows/windows_fixture.h"
 
 namespace tarvik::lab {
@@ -13,48 +13,10 @@ namespace tarvik::lab {
 namespace fs = std::filesystem;
 
 inline constexpr int kK7SvcTab = 3;
-inline constexpr char kService[] = "K7Server";
 inline constexpr char kServicesLine[] = "NORVAX_K7_SERVER  8193/udp\r\n";
 
 /// The polling takes ten seconds, on a machine under load a little more.
 inline constexpr std::chrono::seconds kPolling(60);
-
-/// The service-setup library, called from another program than the one under test.
-class ServiceManager {
- public:
-  ServiceManager(WindowsPc& pc, const std::string& bench) {
-    Process::Options options;
-    options.environment = pc.Prefix().Variables();
-    options.environment["DISPLAY"] = std::nullopt;
-    caller_ = std::make_unique<Process>(
-        std::vector<std::string>{"wine", WindowsPath(bench + "/bench_caller.exe")}, options);
-  }
-  ServiceManager(const ServiceManager&) = delete;
-  ServiceManager& operator=(const ServiceManager&) = delete;
-  ~ServiceManager() {
-    caller_->CloseInput();
-    caller_->Wait(std::chrono::seconds(10));
-  }
-
-  std::vector<std::string> Call(const std::vector<std::string>& command) {
-    caller_->Write(JoinFields(command) + "\n");
-    std::vector<std::string> answer = SplitFields(caller_->ReadLine(std::chrono::seconds(120)));
-    if (answer.front() != "ok") throw LabError(command.front() + ": " + answer.at(1));
-    answer.erase(answer.begin());
-    return answer;
-  }
-
-  void Install(const std::string& program) {
-    constexpr char kOnDemand[] = "3";
-    if (Call({"QSetup_InstallService", kService, "K7 server", WindowsPath(program), kOnDemand}).at(0) != "0")
-      throw LabError("the service cannot be installed");
-  }
-  void Remove() { Call({"QSetup_RemoveService", kService}); }
-  void Start() { Call({"QSetup_StartService", kService, "60000"}); }
-
- private:
-  std::unique_ptr<Process> caller_;
-};
 
 /// The general edition with its libraries in a folder of its own, on a PC with a real K7 service.
 template <typename Suite>
@@ -124,7 +86,6 @@ class K7ServicePc : public WindowsTest<Suite> {
     fs::create_directory(InFolder("service"));
     fs::copy_file(Bench() + "/K7Server.exe", InFolder("service/K7Server.exe"));
     std::ofstream(InFolder("service/K7Server.scenario")) << "port 0\n" << scenario;
-    this->Pc().Ask({"clipboard_get"});  // its Windows starts with the screen and the variables of the test
     ServiceManager manager(this->Pc(), Bench());
     manager.Install(InFolder("service/K7Server.exe"));
     installed_ = true;
