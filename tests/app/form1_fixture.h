@@ -8,82 +8,13 @@
 #include <string>
 #include <vector>
 
-#include "app/control_ids.h"
 #include "app/form1.h"
-#include "tests/recorded/fake_code_page.h"
-#include "tests/recorded/fake_pump.h"
-#include "tests/recorded/fake_text_order.h"
-#include "tests/recorded/fake_wall_clock.h"
-#include "tests/recorded/recorded_boxes.h"
-#include "tests/recorded/recorded_cnc_library.h"
-#include "tests/recorded/recorded_files.h"
-#include "tests/recorded/recorded_icmp.h"
-#include "tests/recorded/recorded_ip_helper.h"
-#include "tests/recorded/recorded_k7_api.h"
-#include "tests/recorded/recorded_modules.h"
-#include "tests/recorded/recorded_os_version.h"
-#include "tests/recorded/recorded_processes.h"
-#include "tests/recorded/recorded_profile_strings.h"
-#include "tests/recorded/recorded_settings.h"
-#include "tests/recorded/recorded_svc_kit.h"
-#include "tests/recorded/recorded_wininet.h"
-#include "tests/recorded/recorded_winsock.h"
-#include "ui/memory/memory_form.h"
+#include "tests/recorded/recorded_program.h"
 
 namespace tarvik::test {
 
-/// The family's configuration library in memory; it writes down in which order it is called.
-class RecordedConfiguration final : public ConfigurationLibrary {
- public:
-  bool Available() override { return available; }
-  int32_t Initialize() override { return Call("Initialize", 0); }
-  int32_t GetLanguage() override { return Call("GetLanguage", language); }
-  int32_t Terminate() override { return Call("Terminate", 0); }
-  int32_t GetCommonDataFolder2(char* buffer, int32_t length) override {
-    const int32_t result = Call("GetCommonDataFolder2", folderResult);
-    askedLength = length;
-    std::fill_n(buffer, length, '#');
-    folder.copy(buffer, static_cast<size_t>(length));
-    if (terminated) buffer[folder.size()] = '\0';
-    return result;
-  }
-
-  bool available = true;
-  int32_t language = 1033;
-  std::string folder = "C:\\Data";
-  bool terminated = true;
-  int32_t folderResult = 0;
-  std::string lacking;  ///< the call that the library does not have
-  int32_t askedLength = 0;
-  std::vector<std::string> calls;
-
- private:
-  int32_t Call(const char* name, int32_t result) {
-    if (lacking == name) throw RuntimeError(L"The library lacks a call.");
-    calls.emplace_back(name);
-    return result;
-  }
-};
-
-/// Decodes by putting "plain " in front; refuses what begins with "!".
-class RecordedTxCodec final : public TxCodec {
- public:
-  int32_t TxDecd(TxCodecRecord& record) override {
-    if (missing) throw RuntimeError(L"txcodec.dll cannot be loaded.");
-    input.assign(record.input, sizeof record.input);
-    std::fill_n(record.output, sizeof record.output, ' ');
-    output.copy(record.output, sizeof record.output);
-    return result;
-  }
-
-  bool missing = false;
-  int32_t result = 0;
-  std::string output = "4711";
-  std::string input;
-};
-
 /// The whole program without a window.
-class Form1Test : public testing::Test {
+class Form1Test : public testing::Test, protected RecordedProgram {
  protected:
   Form1Test() {
     files.contents[L"C:\\Data\\Language\\Tarvik.exe_1033.ini"] = "";
@@ -135,14 +66,6 @@ class Form1Test : public testing::Test {
                     familyEdition});
   }
 
-  static constexpr wchar_t kServicesFile[] = L"C:\\Windows\\System32\\Drivers\\Etc\\Services";
-
-  ui::MemoryTextBox& Box(int id) { return form.Get<ui::MemoryTextBox>(id); }
-  ui::MemoryButton& Button(int id) { return form.Get<ui::MemoryButton>(id); }
-  ui::MemoryComboBox& Address() { return form.Get<ui::MemoryComboBox>(ID_cmbIPAddr); }
-  ui::MemoryTabStrip& Tabs() { return form.Get<ui::MemoryTabStrip>(ID_tabMode); }
-  ui::MemoryListBox& List() { return form.Get<ui::MemoryListBox>(ID_lstResult); }
-  void Click(int id) { Button(id).onClick(); }
   bool Listed(const std::wstring& line) {
     return std::count(List().lines.begin(), List().lines.end(), line) > 0;
   }
@@ -155,34 +78,9 @@ class Form1Test : public testing::Test {
     return made;
   }
 
-  ui::MemoryForm form;
-  RecordedBoxes boxes;
-  FakePump pump;
-  RunFlags flags;
-  RecordedConfiguration configuration;
-  RecordedTxCodec txCodec;
-  RecordedWinsock winsock;
-  RecordedIcmp icmp;
-  RecordedIpHelper ipHelper;
-  RecordedWininet wininet;
-  RecordedOsVersion osVersion;
-  RecordedFiles files;
-  RecordedProcesses processes;
-  FakeCodePage codePage;
-  FakeTextOrder textOrder;
-  RecordedProfileStrings profile;
-  RecordedSettings settings;
-  RecordedClipboard clipboard;
-  RecordedKernel kernel;
-  RecordedVersions versions;
-  RecordedRegistry registry;
-  RecordedK7Api k7Api;
-  RecordedSvcKit svcKit;
   std::vector<std::wstring> newForms;  ///< classes of the further windows, in their order
   bool refuseNewForms = false;
   ui::MemoryForm* lastForm = nullptr;  ///< the latest of them
-  RecordedCncLibrary cncLibrary;
-  FakeWallClock wallClock;
   int32_t windowsLanguage = 1033;
   std::function<void()> onEvents;  ///< what the user does while a test pauses
   std::unique_ptr<Form1> form1;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "tests/app/form1_fixture.h"
+#include "tests/recorded/fake_code_page.h"
+#include "tests/recorded/recorded_closed_libraries.h"
 
 namespace tarvik::test {
 namespace {

@@ -5,13 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "tests/app/form1_fixture.h"
+#include "app/form1.h"
 #include "tests/failures/failing_cnc_library.h"
 #include "tests/failures/failing_k7.h"
 #include "tests/failures/failing_modules.h"
 #include "tests/failures/failing_net.h"
 #include "tests/failures/failing_platform.h"
 #include "tests/failures/failing_wininet.h"
+#include "tests/recorded/recorded_program.h"
 
 namespace tarvik::test {
 
@@ -28,7 +29,7 @@ class NumberedTexts final : public ProfileStrings {
 };
 
 /// The whole program on recorded libraries, each behind one that fails as the plan says.
-class FailingProgram {
+class FailingProgram : public RecordedProgram {
  public:
   explicit FailingProgram(FailurePlan& plan);
   FailingProgram(const FailingProgram&) = delete;
@@ -42,42 +43,8 @@ class FailingProgram {
   /// The user closes the main window, and the process ends. False when the window stays.
   bool Close();
 
-  ui::MemoryTextBox& Box(int id) { return form.Get<ui::MemoryTextBox>(id); }
-  ui::MemoryButton& Button(int id) { return form.Get<ui::MemoryButton>(id); }
-  ui::MemoryLabel& Label(int id) { return form.Get<ui::MemoryLabel>(id); }
-  ui::MemoryComboBox& Address() { return form.Get<ui::MemoryComboBox>(ID_cmbIPAddr); }
-  ui::MemoryTabStrip& Tabs() { return form.Get<ui::MemoryTabStrip>(ID_tabMode); }
-  ui::MemoryListBox& List() { return form.Get<ui::MemoryListBox>(ID_lstResult); }
-  void Click(int id) { Button(id).onClick(); }
-
-  static constexpr wchar_t kServicesFile[] = L"C:\\Windows\\System32\\Drivers\\Etc\\Services";
-
   FailurePlan& plan;
-  ui::MemoryForm form;
-  RecordedBoxes boxes;
-  FakePump pump;
-  RunFlags flags;
-  RecordedConfiguration configuration;
-  RecordedTxCodec txCodec;
-  RecordedWinsock winsock;
-  RecordedIcmp icmp;
-  RecordedIpHelper ipHelper;
-  RecordedWininet wininet;
-  RecordedOsVersion osVersion;
-  RecordedFiles files;
-  RecordedProcesses processes;
-  FakeCodePage codePage;
-  FakeTextOrder textOrder;
-  NumberedTexts profile;
-  RecordedSettings settings;
-  RecordedClipboard clipboard;
-  RecordedKernel kernel;
-  RecordedVersions versions;
-  RecordedRegistry registry;
-  RecordedK7Api k7Api;
-  RecordedSvcKit svcKit;
-  RecordedCncLibrary cncLibrary;
-  FakeWallClock wallClock;
+  NumberedTexts texts;
 
   FailingConfiguration failingConfiguration{plan, configuration};
   FailingTxCodec failingTxCodec{plan, txCodec};
@@ -90,7 +57,7 @@ class FailingProgram {
   FailingProcesses failingProcesses{plan, processes};
   FailingCodePage failingCodePage{plan, codePage};
   FailingTextOrder failingTextOrder{plan, textOrder};
-  FailingProfileStrings failingProfile{plan, profile};
+  FailingProfileStrings failingProfile{plan, texts};
   FailingSettings failingSettings{plan, settings};
   FailingClipboard failingClipboard{plan, clipboard};
   FailingKernel failingKernel{plan, kernel};
