@@ -17,7 +17,9 @@ Form1Controls::Form1Controls(ui::Form& form)
 
       lblIPAddr(form.AddLabel(ID_lblIPAddr, ui::kNoPage, English(Message::AddressLabel))),
       cmbIPAddr(form.AddComboBox(ID_cmbIPAddr, ui::kNoPage, ui::ComboBoxStyle::Editable)),
-      tabMode(form.AddTabStrip(ID_tabMode, kPageCount)),
+      tabMode(form.AddTabStrip(
+          ID_tabMode, {English(Message::PingPage), English(Message::NexalPage), English(Message::K7ApiPage),
+                       English(Message::K7SvcPage), English(Message::FtpPage)})),
 
       lblPingReqCount(form.AddLabel(ID_lblPingReqCount, kPingPage, English(Message::PingCountLabel))),
       txtPingReqCount(form.AddTextBox(ID_txtPingReqCount, kPingPage, ui::TextBoxStyle::Plain)),
@@ -56,10 +58,6 @@ Form1Controls::Form1Controls(ui::Form& form)
       lblResult(form.AddLabel(ID_lblResult, ui::kNoPage, English(Message::ResultLabel))),
       lstResult(form.AddListBox(ID_lstResult, ui::kNoPage, L"Double click for copy to clipboard")) {
   form.SetCaption(English(Message::WindowCaption));
-  for (int page = 0; page < kPageCount; ++page) {
-    const auto caption = static_cast<Message>(static_cast<int>(Message::PingPage) + page);
-    tabMode.SetPageCaption(page, English(caption));
-  }
   txtPingReqCount.SetText(L"4");
   txtTcpPortNo.SetText(L"8193");
   txtNxlibTimeOut.SetText(L"10");

@@ -11,6 +11,7 @@ namespace tarvik::ui {
 struct Size {
   int width = 0;
   int height = 0;
+  bool operator==(const Size&) const = default;
 };
 
 /// Pixels of the window's present scaling, measured from the client area of the control's parent.
@@ -19,6 +20,7 @@ struct Rect {
   int y = 0;
   int width = 0;
   int height = 0;
+  bool operator==(const Rect&) const = default;
 };
 
 /// Mouse buttons and shift states as events report them.

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "ui/control.h"
 
@@ -31,7 +32,7 @@ class Form {
   virtual ComboBox& AddComboBox(int id, int page, ComboBoxStyle style) = 0;
   virtual ListBox& AddListBox(int id, int page, const std::wstring& toolTip) = 0;
   /// One strip a form; its pages are the parents of the controls with that page number.
-  virtual TabStrip& AddTabStrip(int id, int pageCount) = 0;
+  virtual TabStrip& AddTabStrip(int id, const std::vector<std::wstring>& captions) = 0;
   /// A menu in the menu bar.
   virtual MenuItem& AddMenu(int id, const std::wstring& caption) = 0;
   /// A command in a menu that AddMenu made.

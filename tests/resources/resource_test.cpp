@@ -110,7 +110,7 @@ TEST_F(ResourceTest, A_string_is_put_onto_a_control_by_its_type) {
     resource.LoadRes(*element, 1);
     EXPECT_EQ(element->Caption(), L"text") << std::wstring(element->TypeName()).size();
   }
-  ui::MemoryTabStrip tabs(focus, 3);
+  ui::MemoryTabStrip tabs(focus, std::vector<std::wstring>(3));
   resource.LoadRes(tabs, 1, 2);
   EXPECT_EQ(tabs.PageCaption(2), L"text");
   ui::MemoryComboBox combo(focus);

@@ -208,10 +208,8 @@ class MemoryListBox final : public MemoryControl<ListBox> {
 
 class MemoryTabStrip final : public MemoryControl<TabStrip> {
  public:
-  MemoryTabStrip(MemoryFocus& focus, int pageCount)
-      : MemoryControl(focus),
-        captions_(static_cast<size_t>(pageCount)),
-        on_(static_cast<size_t>(pageCount), true) {}
+  MemoryTabStrip(MemoryFocus& focus, const std::vector<std::wstring>& captions)
+      : MemoryControl(focus), captions_(captions), on_(captions.size(), true) {}
   int PageCount() const override { return static_cast<int>(captions_.size()); }
   void SetPageCaption(int page, const std::wstring& caption) override {
     ThrowIfTextRefused();

@@ -49,8 +49,8 @@ ListBox& MemoryForm::AddListBox(int id, int page, const std::wstring& toolTip) {
   return Add<MemoryListBox>(id, page, focus_);
 }
 
-TabStrip& MemoryForm::AddTabStrip(int id, int pageCount) {
-  return Add<MemoryTabStrip>(id, kNoPage, focus_, pageCount);
+TabStrip& MemoryForm::AddTabStrip(int id, const std::vector<std::wstring>& captions) {
+  return Add<MemoryTabStrip>(id, kNoPage, focus_, captions);
 }
 
 MenuItem& MemoryForm::AddMenu(int id, const std::wstring& caption) {

@@ -18,7 +18,7 @@ class MemoryForm final : public Form {
   TextBox& AddTextBox(int id, int page, TextBoxStyle style) override;
   ComboBox& AddComboBox(int id, int page, ComboBoxStyle style) override;
   ListBox& AddListBox(int id, int page, const std::wstring& toolTip) override;
-  TabStrip& AddTabStrip(int id, int pageCount) override;
+  TabStrip& AddTabStrip(int id, const std::vector<std::wstring>& captions) override;
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
   MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
 

@@ -19,6 +19,7 @@ void ControlWindow::Make(HWND parent) {
 HWND ControlWindow::OwnerWindow() const { return form_.Window(); }
 
 void ControlWindow::ApplyFont() {
+  moved_.reset();  // some kinds change their size with their font
   if (IsMade()) Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.Font().Handle()), FALSE);
 }
 
@@ -90,9 +91,11 @@ void ControlWindow::ApplyPlace() {
 }
 
 void ControlWindow::Move(const Rect& bounds) {
+  if (moved_ == bounds) return;
   if (!SetWindowPos(window_, nullptr, bounds.x, bounds.y, bounds.width, bounds.height,
                     SWP_NOZORDER | SWP_NOACTIVATE))
     ThrowRefusal(L"A control of the window cannot be moved.");
+  moved_ = bounds;
 }
 
 Rect ControlWindow::Place() const {

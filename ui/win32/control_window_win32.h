@@ -112,6 +112,7 @@ class ControlWindow {
   HWND window_ = nullptr;
   std::wstring text_;          ///< until the window has it
   std::optional<Rect> place_;  ///< not yet applied
+  std::optional<Rect> moved_;  ///< where the window was put, if it has stayed there
   HWND subclassed_ = nullptr;
   WNDPROC original_ = nullptr;
 };

@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kIconId = 1;  ///< in the program's resources
 constexpr UINT_PTR kOtherPagesTimer = 1;
+constexpr UINT kOtherPagesDelay = 30;  ///< in milliseconds; time for what showing the window brings along
 
 HICON ProgramIcon(int width, int height) {
   return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kIconId), IMAGE_ICON,
@@ -79,10 +80,11 @@ Type& Win32Form::Add(int id, int page, Arguments&&... arguments) {
 }
 
 void Win32Form::MakePage(int page) {
-  if (!everShown_ || page == kNoPage || tabStrip_->Panel(page) != nullptr) return;
-  tabStrip_->MakePanel(page);
+  if (!everShown_ || page == kNoPage) return;
+  if (tabStrip_->Panel(page) == nullptr) tabStrip_->MakePanel(page);
+  // What the system refused before is tried again.
   for (const auto& control : controls_)
-    if (control->Page() == page) control->Make(tabStrip_->Panel(page));
+    if (control->Page() == page && control->Window() == nullptr) control->Make(tabStrip_->Panel(page));
   tabStrip_->ShowFrontPanel();
 }
 
@@ -128,16 +130,13 @@ ListBox& Win32Form::AddListBox(int id, int page, const std::wstring& toolTip) {
   return Add<Win32ListBox>(id, page, toolTip);
 }
 
-TabStrip& Win32Form::AddTabStrip(int id, int pageCount) {
-  tabStrip_ = &Add<Win32TabStrip>(id, kNoPage, pageCount);
+TabStrip& Win32Form::AddTabStrip(int id, const std::vector<std::wstring>& captions) {
+  tabStrip_ = &Add<Win32TabStrip>(id, kNoPage, captions);
   return *tabStrip_;
 }
 
 MenuItem& Win32Form::AddMenu(int id, const std::wstring& caption) {
-  if (menuBar_ == nullptr) {
-    menuBar_ = std::make_unique<Win32Menu>(CreateMenu(), window_);
-    SetMenu(window_, menuBar_->Handle());
-  }
+  if (menuBar_ == nullptr) menuBar_ = std::make_unique<Win32Menu>(CreateMenu(), window_);
   return menuBar_->Add(id, caption);
 }
 
@@ -161,6 +160,7 @@ ControlWindow* Win32Form::ControlWithId(int id) const {
 // The window
 
 void Win32Form::SetCaption(const std::wstring& caption) {
+  if (caption == Caption()) return;
   if (!SetWindowTextW(window_, caption.c_str())) ThrowRefusal(L"The window does not take its caption.");
 }
 
@@ -176,18 +176,18 @@ void Win32Form::Show() {
     SetActiveWindow(window_);
     return;
   }
-  if (!std::exchange(everShown_, true)) {
+  const bool first = !std::exchange(everShown_, true);
+  if (first) {
+    if (menuBar_ != nullptr) menuBar_->TakeItsRoom();
     KeepOnScreen();
     for (const auto& control : controls_) control->ApplyPlace();
-    if (tabStrip_ != nullptr) {
-      MakePage(tabStrip_->FrontPage());
-      // The others come as soon as nothing else waits: what the user sees is there sooner.
-      SetTimer(window_, kOtherPagesTimer, USER_TIMER_MINIMUM, nullptr);
-    }
+    if (tabStrip_ != nullptr) MakePage(tabStrip_->FrontPage());
   }
   // The main window obeys whoever started the program, a shortcut that wants it maximised, say.
   ShowWindow(window_, role_ == FormRole::Main ? SW_SHOWDEFAULT : SW_SHOW);
   UpdateWindow(window_);
+  // The other pages come once the window stands and takes input: what the user sees is there sooner.
+  if (first && tabStrip_ != nullptr) SetTimer(window_, kOtherPagesTimer, kOtherPagesDelay, nullptr);
 }
 
 void Win32Form::KeepOnScreen() {
@@ -200,6 +200,7 @@ void Win32Form::KeepOnScreen() {
   const RECT& screen = monitor.rcWork;
   const LONG x = std::max(screen.left, std::min(box.left, screen.right - (box.right - box.left)));
   const LONG y = std::max(screen.top, std::min(box.top, screen.bottom - (box.bottom - box.top)));
+  if (x == box.left && y == box.top) return;
   SetWindowPos(window_, nullptr, static_cast<int>(x), static_cast<int>(y), 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
@@ -233,12 +234,14 @@ Size Win32Form::WindowSize() const {
 }
 
 void Win32Form::SetWindowSize(Size size) {
+  if (size == WindowSize()) return;
   if (!SetWindowPos(window_, nullptr, 0, 0, size.width, size.height,
                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE))
     ThrowRefusal(L"The window's size cannot be changed.");
 }
 
 Size Win32Form::ClientSize() const {
+  if (menuBar_ != nullptr) menuBar_->TakeItsRoom();
   RECT client{};
   GetClientRect(window_, &client);
   return {static_cast<int>(client.right), static_cast<int>(client.bottom)};

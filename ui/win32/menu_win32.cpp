@@ -1,5 +1,7 @@
 #include "ui/win32/menu_win32.h"
 
+#include <utility>
+
 #include "ui/win32/event_boundary_win32.h"
 
 namespace tarvik::ui {
@@ -18,6 +20,7 @@ Win32Menu& Win32MenuItem::SubMenu() {
 }
 
 void Win32MenuItem::SetCaption(const std::wstring& caption) {
+  if (caption == caption_) return;
   caption_ = caption;
   container_.Refresh();
 }
@@ -78,7 +81,16 @@ void Win32Menu::Refresh() {
     if (!InsertMenuItemW(menu_, static_cast<UINT>(GetMenuItemCount(menu_)), TRUE, &info))
       ThrowRefusal(L"A menu does not take a further item.");
   }
-  DrawMenuBar(window_);
+  barIsOld_ = true;
+  if (IsWindowVisible(window_)) TakeItsRoom();
+}
+
+void Win32Menu::TakeItsRoom() {
+  if (!std::exchange(barIsOld_, false)) return;
+  if (GetMenu(window_) == menu_)
+    DrawMenuBar(window_);
+  else
+    SetMenu(window_, menu_);
 }
 
 }  // namespace tarvik::ui

@@ -51,8 +51,10 @@ class Win32Menu {
   Win32MenuItem& Add(int id, const std::wstring& caption);
   /// The item with the id, here or in a menu below; null when there is none.
   Win32MenuItem* Find(int id) const;
-  /// Shows the visible items as they are now.
+  /// Shows the visible items as they are now; those in the bar of a hidden window once it takes its room.
   void Refresh();
+  /// The menu bar's: the window's client area becomes what the items leave of it.
+  void TakeItsRoom();
 
  private:
   void Empty();
@@ -60,6 +62,7 @@ class Win32Menu {
   HMENU menu_;
   HWND window_;
   std::vector<std::unique_ptr<Win32MenuItem>> items_;
+  bool barIsOld_ = false;  ///< the window was not told yet that items have changed
 };
 
 }  // namespace tarvik::ui

@@ -23,9 +23,9 @@ INT_PTR CALLBACK PanelProcedure(HWND panel, UINT message, WPARAM wParam, LPARAM 
 
 }  // namespace
 
-Win32TabStrip::Win32TabStrip(Win32Form& form, int page, int id, int pageCount)
-    : UncaptionedControl(form, page, id, {WC_TABCONTROLW, WS_TABSTOP | WS_GROUP}),
-      pages_(static_cast<size_t>(pageCount)) {
+Win32TabStrip::Win32TabStrip(Win32Form& form, int page, int id, const std::vector<std::wstring>& captions)
+    : UncaptionedControl(form, page, id, {WC_TABCONTROLW, WS_TABSTOP | WS_GROUP}) {
+  for (const std::wstring& caption : captions) pages_.push_back({nullptr, caption});
   themes_.Load(L"uxtheme.dll");
   // A row too narrow for its tabs would begin with a pair of scroll buttons.
   PutAt({0, 0, kAmple, kAmple});
@@ -99,6 +99,7 @@ void Win32TabStrip::InsertTab(int page) {
 }
 
 void Win32TabStrip::SetPageCaption(int page, const std::wstring& caption) {
+  if (caption == PageCaption(page)) return;
   At(page).caption = caption;
   if (At(page).panel != nullptr)
     SetWindowTextW(At(page).panel, caption.c_str());  // seen by screen readers alone

@@ -12,7 +12,7 @@ namespace tarvik::ui {
 /// right behind it, so that the order of the Tab key follows the eye.
 class Win32TabStrip final : public UncaptionedControl<TabStrip> {
  public:
-  Win32TabStrip(Win32Form& form, int page, int id, int pageCount);
+  Win32TabStrip(Win32Form& form, int page, int id, const std::vector<std::wstring>& captions);
 
   void SetVisible(bool visible) override;
   void SetEnabled(bool enabled) override;
