@@ -48,7 +48,7 @@ class LineReader {
 WindowUnderTest WaitForMainWindow(ProgramUnderTest& program, const Listener& listener) {
   const bool visible = WaitUntil(kStart, [&] {
     AnswerBoxes(program, listener);
-    if (!program.Runs()) throw LabError("The program has ended");
+    program.DemandRunning();
     return program.HasWindow("Form1");
   });
   if (!visible) throw LabError("The main window does not come");

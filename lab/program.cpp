@@ -1,6 +1,7 @@
 #include "lab/program.h"
 
 #include <cstdio>
+#include <sstream>
 
 namespace tarvik::lab {
 namespace {
@@ -235,6 +236,13 @@ void ProgramUnderTest::Answer(const BoxUnderTest& box, BoxButton button) {
 }
 
 bool ProgramUnderTest::Runs() { return pc_.Ask({"runs", id_}).at(0) == "1"; }
+
+void ProgramUnderTest::DemandRunning() {
+  if (Runs()) return;
+  std::ostringstream code;
+  code << std::hex << WaitForEnd();
+  throw LabError("The program has ended with exit code 0x" + code.str());
+}
 
 uint32_t ProgramUnderTest::WaitForEnd(milliseconds timeOut) {
   return static_cast<uint32_t>(std::stoul(pc_.Ask({"wait_end", id_, Text(timeOut)}, Longer(timeOut)).at(0)));

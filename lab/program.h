@@ -169,6 +169,8 @@ class ProgramUnderTest {
   bool HasBox();
   void Answer(const BoxUnderTest& box, BoxButton button);
   bool Runs();
+  /// Throws LabError with the exit code when it has ended.
+  void DemandRunning();
   /// The exit code.
   uint32_t WaitForEnd(milliseconds timeOut = kSoon);
   /// Bytes in memory.

@@ -72,7 +72,7 @@ class Visit {
 WindowUnderTest Visit::WaitForWindow() {
   const bool visible = WaitUntil(std::chrono::seconds(60), [this] {
     AnswerBox([] { return size_t{0}; });
-    if (!program_.Runs()) throw LabError("The program has ended");
+    program_.DemandRunning();
     return program_.HasWindow("Form1");
   });
   if (!visible) throw LabError("The main window does not come");
