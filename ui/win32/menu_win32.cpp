@@ -13,7 +13,7 @@ Win32MenuItem::~Win32MenuItem() = default;
 
 Win32Menu& Win32MenuItem::SubMenu() {
   if (subMenu_ == nullptr) {
-    subMenu_ = std::make_unique<Win32Menu>(CreatePopupMenu(), container_.Window());
+    subMenu_ = std::make_unique<Win32Menu>(CreatePopupMenu(), nullptr);
     container_.Refresh();
   }
   return *subMenu_;
@@ -35,7 +35,7 @@ void Win32MenuItem::SetEnabled(bool enabled) {
   container_.Refresh();
 }
 
-Win32Menu::Win32Menu(HMENU menu, HWND window) : menu_(menu), window_(window) {
+Win32Menu::Win32Menu(HMENU menu, HWND bar) : menu_(menu), bar_(bar) {
   if (menu_ == nullptr) ThrowRefusal(L"A menu cannot be created.");
 }
 
@@ -81,16 +81,16 @@ void Win32Menu::Refresh() {
     if (!InsertMenuItemW(menu_, static_cast<UINT>(GetMenuItemCount(menu_)), TRUE, &info))
       ThrowRefusal(L"A menu does not take a further item.");
   }
-  barIsOld_ = true;
-  if (IsWindowVisible(window_)) TakeItsRoom();
+  barIsOld_ = bar_ != nullptr;
+  if (IsWindowVisible(bar_)) TakeItsRoom();
 }
 
 void Win32Menu::TakeItsRoom() {
   if (!std::exchange(barIsOld_, false)) return;
-  if (GetMenu(window_) == menu_)
-    DrawMenuBar(window_);
+  if (GetMenu(bar_) == menu_)
+    DrawMenuBar(bar_);
   else
-    SetMenu(window_, menu_);
+    SetMenu(bar_, menu_);
 }
 
 }  // namespace tarvik::ui

@@ -40,14 +40,13 @@ class Win32MenuItem final : public MenuItem {
 /// The menu bar of a window, or one menu of it.
 class Win32Menu {
  public:
-  /// `window` is the one whose menu bar the menu is, or is a part of.
-  Win32Menu(HMENU menu, HWND window);
+  /// `bar`: the window whose menu bar the menu is; null for a menu that opens, which the system reads then.
+  Win32Menu(HMENU menu, HWND bar);
   ~Win32Menu();
   Win32Menu(const Win32Menu&) = delete;
   Win32Menu& operator=(const Win32Menu&) = delete;
 
   HMENU Handle() const { return menu_; }
-  HWND Window() const { return window_; }
   Win32MenuItem& Add(int id, const std::wstring& caption);
   /// The item with the id, here or in a menu below; null when there is none.
   Win32MenuItem* Find(int id) const;
@@ -60,7 +59,7 @@ class Win32Menu {
   void Empty();
 
   HMENU menu_;
-  HWND window_;
+  HWND bar_;
   std::vector<std::unique_ptr<Win32MenuItem>> items_;
   bool barIsOld_ = false;  ///< the window was not told yet that items have changed
 };

@@ -1,6 +1,7 @@
 #include "ui/win32/tab_strip_win32.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/runtime_error.h"
 #include "ui/win32/common_controls_win32.h"
@@ -100,15 +101,15 @@ void Win32TabStrip::InsertTab(int page) {
 
 void Win32TabStrip::SetPageCaption(int page, const std::wstring& caption) {
   if (caption == PageCaption(page)) return;
-  At(page).caption = caption;
-  if (At(page).panel != nullptr)
-    SetWindowTextW(At(page).panel, caption.c_str());  // seen by screen readers alone
-  if (!At(page).on) return;
+  std::wstring text = caption;
   TCITEMW tab{};
   tab.mask = TCIF_TEXT;
-  tab.pszText = At(page).caption.data();
-  if (!Send(TCM_SETITEMW, static_cast<WPARAM>(TabOf(page)), reinterpret_cast<LPARAM>(&tab)))
+  tab.pszText = text.data();
+  if (At(page).on && !Send(TCM_SETITEMW, static_cast<WPARAM>(TabOf(page)), reinterpret_cast<LPARAM>(&tab)))
     ThrowRefusal(L"The row of tabs does not take a caption.");
+  if (At(page).panel != nullptr)
+    SetWindowTextW(At(page).panel, text.c_str());  // seen by screen readers alone
+  At(page).caption = std::move(text);
 }
 
 void Win32TabStrip::SetPageOn(int page, bool on) {
