@@ -1,0 +1,20 @@
+// The driver that all tests of a Windows speak through.
+
+#include "tests/windows/windows_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+class WindowDriver : public WindowsTest<WindowDriver> {};
+
+TEST_F(WindowDriver, An_answer_that_comes_too_late_is_not_taken_for_the_next_one) {
+  const std::string process = Pc().Ask({"start", WindowsPath(ProgramPath()), "", ""}).at(0);
+  Pc().Ask({"wait_window", process, "Form1", "60000"}, std::chrono::seconds(70));
+  EXPECT_THROW(Pc().Ask({"wait_window", process, "NoSuchClass", "1000"}, std::chrono::milliseconds(1)),
+               LabError);
+  EXPECT_EQ(Pc().Ask({"runs", process}), std::vector<std::string>{"1"});
+  Pc().Ask({"kill", process});
+}
+
+}  // namespace
+}  // namespace tarvik::lab
