@@ -14,12 +14,17 @@ bool WindowManagerRuns(const std::string& display) {
 
 Desktop Desktop::Unseen() {
   Desktop desktop;
-  // Xvfb itself picks a free number and writes it to its output; only programs of this machine may connect.
-  desktop.server_ =
-      std::make_unique<Process>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0",
-                                                         "1280x1024x24", "-nolisten", "tcp", "-noreset"},
-                                Process::Options());
-  desktop.display_ = ":" + desktop.server_->ReadLine(std::chrono::seconds(60));
+  // Left to itself, Xvfb picks a number that is free in its own network namespace and takes the socket's file
+  // from the screen that has it in another one: that one's programs would come here, and end with this
+  // screen. Only programs of this machine may connect.
+  static int count = 0;
+  const int number = 10 * OwnProcessId() + count++ % 10;
+  desktop.display_ = ":" + std::to_string(number);
+  desktop.server_ = std::make_unique<Process>(
+      std::vector<std::string>{"Xvfb", desktop.display_, "-displayfd", "1", "-screen", "0", "1280x1024x24",
+                               "-nolisten", "tcp", "-noreset"},
+      Process::Options());
+  desktop.server_->ReadLine(std::chrono::seconds(60));  // it is ready
   Process::Options options;
   options.environment["DISPLAY"] = desktop.display_;
   desktop.windowManager_ =
