@@ -18,6 +18,18 @@ TEST_F(AddressesTest, HostToAddress_takes_a_dotted_text_without_a_look_up) {
   EXPECT_TRUE(winsock.lookups.empty());
 }
 
+TEST_F(AddressesTest, HostToAddress_reads_octal_hexadecimal_and_short_forms_as_Windows_does) {
+  const auto address = [this](const wchar_t* text) { return HostToAddress(winsock, codePage, text); };
+  EXPECT_EQ(address(L"192.168.1.020"), AddressNumber("192.168.1.16"));
+  EXPECT_EQ(address(L"0xC0.0250.1.0x0a"), AddressNumber("192.168.1.10"));
+  EXPECT_EQ(address(L"192.168.266"), AddressNumber("192.168.1.10"));
+  EXPECT_EQ(address(L"10.258"), AddressNumber("10.0.1.2"));
+  EXPECT_EQ(address(L"1"), AddressNumber("0.0.0.1"));
+  EXPECT_TRUE(winsock.lookups.empty());
+  for (const wchar_t* const text : {L"192.168.1.099", L"1.2.3.4.5", L"1.2.3.", L"1..2", L"0x", L"4294967296"})
+    EXPECT_EQ(address(text), kNoAddress);
+}
+
 TEST_F(AddressesTest, HostToAddress_gives_the_first_of_several_addresses) {
   winsock.AddHost("cnc1", {"192.168.1.100", "10.0.0.7"});
   EXPECT_EQ(HostToAddress(winsock, codePage, L"cnc1"), AddressNumber("192.168.1.100"));

@@ -62,6 +62,37 @@ TEST_F(ReachabilityCheckTest, The_session_ends_when_an_error_passes) {
   EXPECT_EQ(winsock.startups, winsock.cleanups);
 }
 
+TEST_F(ReachabilityCheckTest, An_empty_target_cannot_be_resolved_and_is_not_looked_up) {
+  AddCard("192.168.1.10", "255.255.255.0", {});
+  winsock.AddHost("", {"192.168.1.10"});
+  winsock.AddHost("  ", {"192.168.1.10"});
+  icmp.AddHost("192.168.1.10");
+  for (const wchar_t* const target : {L"", L"  "}) {
+    EXPECT_FALSE(Check(target));
+    EXPECT_EQ(box.lines, (Lines{L"Cannot resolve specified host name to IP address", L""}));
+  }
+  EXPECT_TRUE(winsock.lookups.empty());
+  EXPECT_TRUE(Pinged().empty());
+  EXPECT_EQ(historyCalls, 0);
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(ReachabilityCheckTest, A_number_with_a_leading_zero_is_read_in_base_8) {
+  AddCard("192.168.1.10", "255.255.255.0", {});
+  icmp.AddHost("192.168.1.16");
+  EXPECT_TRUE(Check(L"192.168.1.020"));
+  EXPECT_EQ(Pinged(), Lines{L"192.168.1.16"});
+}
+
+TEST_F(ReachabilityCheckTest, A_number_that_base_8_does_not_have_makes_the_address_unusable) {
+  AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
+  icmp.AddHost("192.168.1.1");
+  EXPECT_FALSE(Check(L"192.168.1.099"));
+  EXPECT_EQ(Pinged(), Lines{L"192.168.1.1"});
+  EXPECT_EQ(box.lines, (Lines{L"Bad IP address (Get Host Name) 192.168.1.099", L"Cannot ping to the Target",
+                              L"Please check Target's address, cable and power"}));
+}
+
 TEST_F(ReachabilityCheckTest, A_resolved_name_is_shown_with_its_address) {
   winsock.AddHost("cnc1", {"192.168.1.100"});
   AddCard("192.168.1.10", "255.255.255.0", {});

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstddef>
 #include <cstring>
 #include <initializer_list>
@@ -36,6 +37,46 @@ inline std::optional<std::array<unsigned char, 4>> OctetsOfText(const std::strin
   return part == 4 ? std::optional(octets) : std::nullopt;
 }
 
+/// What inet_addr makes of a text, as the socket library documents it: one to four parts joined by ".", each
+/// decimal, octal after "0" or hexadecimal after "0x", the last filling the bytes that are left. All-ones for
+/// any other text.
+inline uint32_t InetAddr(const std::string& text) {
+  constexpr uint32_t kNone = 0xFFFFFFFF;
+  std::vector<uint64_t> parts;
+  size_t at = 0;
+  do {
+    int base = 10;
+    const size_t start = at;
+    if (text.compare(at, 2, "0x") == 0 || text.compare(at, 2, "0X") == 0) {
+      base = 16;
+      at += 2;
+    } else if (text.compare(at, 1, "0") == 0) {
+      base = 8;
+    }
+    uint64_t value = 0;
+    const size_t digits = at;
+    for (; at < text.size() && text[at] != '.'; ++at) {
+      const size_t digit = std::string("0123456789abcdef").find(static_cast<char>(std::tolower(text[at])));
+      if (digit >= static_cast<size_t>(base) || value > kNone) return kNone;
+      value = value * static_cast<uint64_t>(base) + digit;
+    }
+    if (at == start || at == digits || parts.size() == 4) return kNone;
+    parts.push_back(value);
+  } while (at < text.size() && ++at > 0);
+  const size_t last = parts.size() - 1;
+  if (text.back() == '.' || parts[last] >= uint64_t{1} << 8 * (4 - last)) return kNone;
+  uint64_t number = parts[last];
+  for (size_t i = 0; i < last; ++i) {
+    if (parts[i] > 255) return kNone;
+    number |= parts[i] << 8 * (3 - i);
+  }
+  std::array<unsigned char, 4> octets{};
+  for (size_t i = 0; i < 4; ++i) octets[i] = static_cast<unsigned char>(number >> 8 * (3 - i));
+  uint32_t address = 0;
+  std::memcpy(&address, octets.data(), sizeof address);
+  return address;
+}
+
 /// A dotted address as the socket library's 32-bit number.
 inline uint32_t AddressNumber(const std::string& dotted) {
   const auto octets = OctetsOfText(dotted);
@@ -45,7 +86,8 @@ inline uint32_t AddressNumber(const std::string& dotted) {
   return number;
 }
 
-/// A socket library that knows the hosts and interfaces it was told of and sends nothing.
+/// A socket library that knows the hosts and interfaces it was told of and sends nothing. As on Windows the
+/// empty name is this PC's.
 class RecordedWinsock final : public Winsock {
  public:
   /// Lets gethostbyname resolve the name to these dotted addresses, in this order.
@@ -99,6 +141,7 @@ class RecordedWinsock final : public Winsock {
   }
   const HostEntry* gethostbyname(const char* name) override {
     lookups.emplace_back(name);
+    if (*name == '\0' && !hosts_.contains("")) AddHost("", {"127.0.0.1"});
     const auto found = hosts_.find(name);
     if (found == hosts_.end()) {
       lastError = lookupError;
@@ -113,10 +156,7 @@ class RecordedWinsock final : public Winsock {
     host.entry.h_addr_list = withoutAddressList ? nullptr : host.list.data();
     return &host.entry;
   }
-  uint32_t inet_addr(const char* text) override {
-    const auto octets = OctetsOfText(text);
-    return octets ? AddressNumber(text) : 0xFFFFFFFF;
-  }
+  uint32_t inet_addr(const char* text) override { return InetAddr(text); }
   const char* inet_ntoa(uint32_t address) override {
     if (noText) return nullptr;
     std::array<unsigned char, 4> octets{};
