@@ -40,10 +40,14 @@ void StoreNumber(std::optional<Number> number, Number& target) {
 }  // namespace
 
 std::wstring_view BehindProgramName(std::wstring_view commandLine) {
-  const bool quoted = commandLine.starts_with(L'"');
-  const size_t end = quoted ? commandLine.find(L'"', 1) : commandLine.find_first_of(L" \t");
-  if (end == std::wstring_view::npos) return {};
-  return commandLine.substr(quoted ? end + 1 : end);
+  bool quoted = false;
+  size_t end = 0;
+  for (; end < commandLine.size(); ++end) {
+    const wchar_t character = commandLine[end];
+    if (character == L'"') quoted = !quoted;
+    if (!quoted && (character == L' ' || character == L'\t')) break;
+  }
+  return commandLine.substr(end);
 }
 
 void ParseCommandLine(std::wstring_view text, CommandLineValues& values, OptionMask& optionMask,

@@ -22,8 +22,9 @@ struct CommandLineValues {
   std::wstring ftpPassword;  ///< in the encoded form
 };
 
-/// The command-line text behind the program's name: what GetCommandLine returned, less its first word,
-/// which may stand in double quotes.
+/// The command-line text after the program's name: what GetCommandLine returned, without its first word. As
+/// in Windows' own C runtime, each double quote switches quoting on or off and the word ends at the first
+/// space outside quotes.
 std::wstring_view BehindProgramName(std::wstring_view commandLine);
 
 /// Reads the command line into the values, the option mask and the language mode. Tokens are cut at blanks
