@@ -14,6 +14,12 @@ namespace {
 // An adapter takes less than a kilobyte. A size beyond this is no size of an honest answer.
 constexpr uint32_t kLargestAnswer = 1024 * 1024;
 
+/// The list can grow between asking for its size and reading it, for example while a card is plugged in.
+constexpr int kTries = 3;
+
+/// Bounds what a library that lies can make of a few bytes; no PC has as many adapters, or addresses on one.
+constexpr int kMaxLinks = 64;
+
 /// Reads records at native pointers into the answer, each place once.
 class AdapterAnswer {
  public:
@@ -35,7 +41,8 @@ class AdapterAnswer {
   std::vector<std::wstring> ReadAddresses(const void* first) {
     std::vector<std::wstring> addresses;
     IpAddrString link;
-    for (const void* place = first; Read(place, link); place = link.Next)
+    const void* place = first;
+    for (int i = 0; i < kMaxLinks && Read(place, link); ++i, place = link.Next)
       addresses.push_back(WidenAscii(TrimNull(std::string_view(link.IpAddress, sizeof link.IpAddress))));
     return addresses;
   }
@@ -50,7 +57,8 @@ class AdapterAnswer {
 void AddGateways(std::span<const std::byte> adapters, std::vector<LocalAddressRecord>& list) {
   AdapterAnswer answer(adapters);
   IpAdapterInfo adapter;
-  for (const void* place = adapters.data(); answer.Read(place, adapter); place = adapter.Next) {
+  const void* place = adapters.data();
+  for (int i = 0; i < kMaxLinks && answer.Read(place, adapter); ++i, place = adapter.Next) {
     const auto* const bytes = static_cast<const std::byte*>(place);
     const auto addresses = answer.ReadAddresses(bytes + offsetof(IpAdapterInfo, IpAddressList));
     const auto gateways = answer.ReadAddresses(bytes + offsetof(IpAdapterInfo, GatewayList));
@@ -64,9 +72,14 @@ void AddGateways(std::span<const std::byte> adapters, std::vector<LocalAddressRe
 bool FillGateways(IpHelper& ipHelper, std::vector<LocalAddressRecord>& list) {
   uint32_t size = 0;
   if (ipHelper.GetAdaptersInfo(nullptr, &size) != IpHelper::kBufferOverflow) return true;
-  if (size > kLargestAnswer) return false;
-  std::vector<std::byte> buffer(size);
-  if (ipHelper.GetAdaptersInfo(buffer.data(), &size) != IpHelper::kSuccess) return false;
+  std::vector<std::byte> buffer;
+  uint32_t result = IpHelper::kBufferOverflow;
+  for (int i = 0; i < kTries && result == IpHelper::kBufferOverflow; ++i) {
+    if (size > kLargestAnswer) return false;
+    buffer.assign(size, std::byte{0});
+    result = ipHelper.GetAdaptersInfo(buffer.data(), &size);
+  }
+  if (result != IpHelper::kSuccess) return false;
   AddGateways(buffer, list);
   return true;
 }

@@ -119,6 +119,28 @@ TEST_F(GatewaysTest, An_announced_size_of_nothing_is_survived) {
   EXPECT_FALSE(FillGateways(ipHelper, list));
 }
 
+TEST_F(GatewaysTest, A_list_that_grows_before_it_is_read_is_asked_for_three_times) {
+  ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
+  ipHelper.growths = 2;
+  EXPECT_TRUE(FillGateways(ipHelper, list));
+  EXPECT_EQ(list[0].Gateways, Texts{L"192.168.1.1"});
+  ipHelper.growths = 3;
+  ipHelper.calls = 0;
+  EXPECT_FALSE(FillGateways(ipHelper, list));
+  EXPECT_EQ(ipHelper.calls, 4);
+}
+
+TEST_F(GatewaysTest, A_list_is_read_up_to_its_64th_link) {
+  const std::vector<std::string> addresses(70, "192.168.1.10");
+  const std::vector<std::string> gateways(70, "192.168.1.1");
+  AddGateways(Lay({{addresses, gateways}}), list);
+  EXPECT_EQ(list[0].Gateways.size(), 64U * 64U);
+
+  std::vector<AdapterChain::Adapter> adapters(70, {{"10.1.2.3"}, {"10.0.0.1"}});
+  AddGateways(Lay(adapters), list);
+  EXPECT_EQ(list[1].Gateways.size(), 64U);
+}
+
 TEST_F(GatewaysTest, A_text_that_fills_its_field_ends_with_the_field) {
   list[0].IpAddress = L"1234567890123456";
   const auto buffer = Lay({{{"1234567890123456"}, {"6543210987654321"}}});

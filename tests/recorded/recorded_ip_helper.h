@@ -84,6 +84,12 @@ class RecordedIpHelper final : public IpHelper {
       return sizeResult.value_or(adapters.empty() ? kNoData : kBufferOverflow);
     }
     if (fillResult != kSuccess) return fillResult;
+    if (growths > 0) {
+      --growths;
+      AddAdapter({"10.9.9.9"}, {});
+      *size = static_cast<uint32_t>(AdapterChain::SizeOf(adapters));
+      return kBufferOverflow;
+    }
     if (*size < needed) {
       *size = needed;
       return kBufferOverflow;
@@ -98,6 +104,7 @@ class RecordedIpHelper final : public IpHelper {
   std::optional<uint32_t> sizeResult;     ///< the answer to the query of the size, if not the true one
   std::optional<uint32_t> announcedSize;  ///< the size told, if not the true one
   uint32_t fillResult = kSuccess;
+  int growths = 0;  ///< how many more times an adapter is added just before the list is read
   int calls = 0;
 };
 
