@@ -37,7 +37,11 @@ class IcmpLibrary {
 
   virtual ~IcmpLibrary() = default;
 
-  /// 0 when there is no such library on this PC.
+  /// What IcmpCreateFile answers for a handle of the library's own, whose failure is -1
+  /// (INVALID_HANDLE_VALUE) and not 0.
+  static constexpr Handle CreatedHandle(Handle librarys) { return librarys == -1 ? 0 : librarys; }
+
+  /// 0 on failure; GetLastError tells why. See CreatedHandle.
   virtual Handle IcmpCreateFile() = 0;
 
   /// Sends one echo and waits for the replies, `timeout` milliseconds at most. The number of reply records

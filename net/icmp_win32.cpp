@@ -17,7 +17,7 @@ bool Win32IcmpLibrary::IsLoaded() const {
 IcmpLibrary::Handle Win32IcmpLibrary::IcmpCreateFile() {
   // ICMP.DLL is gone from the newest Windows, where iphlpapi has the same three calls.
   if (!IsLoaded() && !LoadFrom(L"ICMP.DLL") && !LoadFrom(L"iphlpapi.dll")) return 0;
-  return std::bit_cast<Handle>(createFile_());
+  return CreatedHandle(std::bit_cast<Handle>(createFile_()));
 }
 
 uint32_t Win32IcmpLibrary::IcmpSendEcho(Handle handle, uint32_t address, const void* requestData,

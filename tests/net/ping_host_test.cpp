@@ -57,6 +57,12 @@ TEST(EvaluatePingResponse, A_status_outside_the_table_is_an_unknown_response) {
     EXPECT_EQ(EvaluatePingResponse(status), L"Unknown Response") << status;
 }
 
+TEST(IcmpLibraryTest, The_librarys_failure_is_no_handle) {
+  EXPECT_EQ(IcmpLibrary::CreatedHandle(-1), 0);
+  EXPECT_EQ(IcmpLibrary::CreatedHandle(0), 0);
+  EXPECT_EQ(IcmpLibrary::CreatedHandle(0x1CEB00DA), 0x1CEB00DA);
+}
+
 struct PingHostTest : testing::Test {
   bool Ping(const std::wstring& host, int32_t count) {
     return PingHost({results, boxes, pump, winsock, codePage, icmp, 0x1CEB00DA}, host, count);
