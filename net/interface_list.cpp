@@ -16,8 +16,6 @@ constexpr size_t kMostEntries = 10;
 /// Room for the whole list of any PC.
 constexpr size_t kRoomForAll = 1024;
 
-constexpr const wchar_t* kLoopback = L"127.0.0.1";
-
 std::wstring AddressAt(std::span<const std::byte> entry, size_t offset) {
   return DottedText({reinterpret_cast<const unsigned char*>(entry.data()) + offset, 4});
 }

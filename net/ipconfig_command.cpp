@@ -55,8 +55,15 @@ bool Wait(ui::Pump& pump) {
   return !pump.StopRequested();
 }
 
+/// The command interpreter reads a batch file in the OEM code page and takes a single "%" for a variable's.
+std::string InBatchFile(CodePage& codePage, const std::wstring& path) {
+  std::wstring doubled;
+  for (const wchar_t character : path) doubled.append(character == L'%' ? 2 : 1, character);
+  return codePage.ToOem(doubled);
+}
+
 bool WriteBatchFile(const IpconfigTools& tools, const std::wstring& path, const std::wstring& outputPath) {
-  const std::string lines = "cd\\\r\nipconfig > \"" + tools.codePage.ToAnsi(outputPath) + "\"\r\n";
+  const std::string lines = "cd\\\r\nipconfig > \"" + InBatchFile(tools.codePage, outputPath) + "\"\r\n";
   if (!tools.files.Write(path, lines)) return false;
   while (!tools.files.Exists(path))
     if (!Wait(tools.pump)) return false;

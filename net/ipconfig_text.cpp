@@ -11,9 +11,10 @@ namespace {
 class Records {
  public:
   void StartRecord(const std::wstring& address) {
+    const bool counts = !address.empty() && address != kLoopback;
     // A record counts from its mask on: one that is still without makes room for the next.
-    if (maskExpected_ && !address.empty()) list_.pop_back();
-    maskExpected_ = !address.empty();
+    if (maskExpected_ && counts) list_.pop_back();
+    maskExpected_ = counts;
     if (!maskExpected_) return;
     list_.push_back({address, {}, {}});
     blockStart_ = std::min(blockStart_, list_.size() - 1);

@@ -13,7 +13,7 @@ namespace tarvik {
 bool GetValueAfterColon(std::wstring_view line, std::wstring_view key, std::wstring& value);
 
 /// The addresses, masks and gateways in what the old system's ipconfig prints in English. An empty value
-/// adds nothing.
+/// adds nothing, nor does the loopback address.
 std::vector<LocalAddressRecord> ParseIpconfigText(std::string_view text);
 
 }  // namespace tarvik

@@ -15,6 +15,9 @@ class CodePage {
   /// WideCharToMultiByte(CP_ACP): the text as the single-byte calls take it.
   virtual std::string ToAnsi(std::wstring_view text) = 0;
 
+  /// WideCharToMultiByte(CP_OEMCP): the text as the command interpreter reads it in a batch file.
+  virtual std::string ToOem(std::wstring_view text) = 0;
+
   /// MultiByteToWideChar(CP_ACP): bytes that a single-byte call returned.
   virtual std::wstring FromAnsi(std::string_view bytes) = 0;
 

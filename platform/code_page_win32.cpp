@@ -20,6 +20,16 @@ std::wstring Widen(std::string_view bytes, UINT codePage) {
   return text;
 }
 
+std::string Narrow(std::wstring_view text, UINT codePage) {
+  const int length = static_cast<int>(std::min(text.size(), kLongest));
+  if (length == 0) return {};
+  const int needed = ::WideCharToMultiByte(codePage, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+  if (needed <= 0) return {};
+  std::string bytes(static_cast<size_t>(needed), '\0');
+  ::WideCharToMultiByte(codePage, 0, text.data(), length, bytes.data(), needed, nullptr, nullptr);
+  return bytes;
+}
+
 UINT CodePageOf(int32_t language) {
   DWORD codePage = 0;
   const int got =
@@ -30,15 +40,9 @@ UINT CodePageOf(int32_t language) {
 
 }  // namespace
 
-std::string Win32CodePage::ToAnsi(std::wstring_view text) {
-  const int length = static_cast<int>(std::min(text.size(), kLongest));
-  if (length == 0) return {};
-  const int needed = ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-  if (needed <= 0) return {};
-  std::string bytes(static_cast<size_t>(needed), '\0');
-  ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, bytes.data(), needed, nullptr, nullptr);
-  return bytes;
-}
+std::string Win32CodePage::ToAnsi(std::wstring_view text) { return Narrow(text, CP_ACP); }
+
+std::string Win32CodePage::ToOem(std::wstring_view text) { return Narrow(text, CP_OEMCP); }
 
 std::wstring Win32CodePage::FromAnsi(std::string_view bytes) { return Widen(bytes, CP_ACP); }
 

@@ -8,6 +8,7 @@ namespace tarvik {
 class Win32CodePage final : public CodePage {
  public:
   std::string ToAnsi(std::wstring_view text) override;
+  std::string ToOem(std::wstring_view text) override;
   std::wstring FromAnsi(std::string_view bytes) override;
   std::wstring FromLanguage(std::string_view bytes, int32_t language) override;
 };

@@ -128,6 +128,9 @@ class FailingCodePage final : public Failing<CodePage> {
   std::string ToAnsi(std::wstring_view text) override {
     return Spoilt(plan_.Strike("WideCharToMultiByte", 2), library_.ToAnsi(text));
   }
+  std::string ToOem(std::wstring_view text) override {
+    return Spoilt(plan_.Strike("WideCharToMultiByte", 2), library_.ToOem(text));
+  }
   std::wstring FromAnsi(std::string_view bytes) override {
     return Spoilt(plan_.Strike("MultiByteToWideChar", 2), library_.FromAnsi(bytes));
   }

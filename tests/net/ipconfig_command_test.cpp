@@ -42,7 +42,7 @@ struct IpconfigCommandTest : testing::Test {
 
 TEST_F(IpconfigCommandTest, Runs_a_hidden_batch_file_in_the_programs_folder_and_reads_its_output) {
   ASSERT_TRUE(Run());
-  EXPECT_EQ(files.written[kBatch], "cd\\\r\nipconfig > \"C:\\Tarvik\\ipconfig.txt\"\r\n");
+  EXPECT_EQ(files.written[kBatch], "cd\\\r\nipconfig > \"oem C:\\Tarvik\\ipconfig.txt\"\r\n");
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\Tarvik\\ipconfig.bat\""});
   EXPECT_EQ(processes.windows, std::vector{StartWindow::Hidden});
   EXPECT_EQ(processes.openedAccess, 0x0400u);
@@ -59,11 +59,19 @@ TEST_F(IpconfigCommandTest, A_folder_that_ends_in_a_backslash_gets_no_second_one
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\Tarvik\\ipconfig.bat\""});
 }
 
-TEST_F(IpconfigCommandTest, The_folders_name_is_written_in_the_code_page) {
+TEST_F(IpconfigCommandTest, The_folders_name_is_written_as_the_command_interpreter_reads_it) {
   folder = L"C:\\診断";
   EXPECT_FALSE(Run());
   EXPECT_EQ(files.written[L"C:\\診断\\ipconfig.bat"],
-            "cd\\\r\nipconfig > \"" + codePage.ToAnsi(L"C:\\診断\\ipconfig.txt") + "\"\r\n");
+            "cd\\\r\nipconfig > \"" + codePage.ToOem(L"C:\\診断\\ipconfig.txt") + "\"\r\n");
+}
+
+TEST_F(IpconfigCommandTest, A_percent_sign_in_the_folders_name_is_doubled_in_the_batch_file) {
+  folder = L"C:\\100%";
+  Run();
+  EXPECT_EQ(files.written[L"C:\\100%\\ipconfig.bat"],
+            "cd\\\r\nipconfig > \"oem C:\\100%%\\ipconfig.txt\"\r\n");
+  EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\100%\\ipconfig.bat\""});
 }
 
 TEST_F(IpconfigCommandTest, Waits_without_limit_until_the_batch_file_is_seen) {

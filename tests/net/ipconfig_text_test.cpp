@@ -150,6 +150,16 @@ TEST(ParseIpconfigText, The_mask_of_an_empty_address_is_not_that_of_the_address_
   EXPECT_EQ(list[0].SubnetMask, L"");
 }
 
+TEST(ParseIpconfigText, The_loopback_address_is_not_part_of_the_list) {
+  const auto list = ParseIpconfigText(
+      "IP Address: 127.0.0.1\nSubnet Mask: 255.0.0.0\nIP Address: 10.0.0.1\nIP Address: 127.0.0.1\n"
+      "Subnet Mask: 255.0.0.0\nDefault Gateway: 10.0.0.254\n");
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].IpAddress, L"10.0.0.1");
+  EXPECT_EQ(list[0].SubnetMask, L"");
+  EXPECT_EQ(list[0].Gateways, Texts{L"10.0.0.254"});
+}
+
 TEST(ParseIpconfigText, A_localised_output_gives_no_records) {
   EXPECT_TRUE(ParseIpconfigText("IP-Adresse. . . : 10.0.0.1\nSubnetzmaske . . : 255.0.0.0\n").empty());
   EXPECT_TRUE(ParseIpconfigText("IP \x83\x41\x83\x68\x83\x8C\x83\x58 : 10.0.0.1\n").empty());

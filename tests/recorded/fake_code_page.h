@@ -30,6 +30,9 @@ class FakeCodePage final : public CodePage {
     return bytes;
   }
 
+  /// Marked, so that a test sees which of the two code pages was asked for.
+  std::string ToOem(std::wstring_view text) override { return "oem " + ToAnsi(text); }
+
   std::wstring FromAnsi(std::string_view bytes) override {
     std::wstring text;
     for (size_t i = 0; i < bytes.size(); ++i) {
