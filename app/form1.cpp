@@ -136,7 +136,6 @@ void Form1::lstResult_DblClick() {
     results_.ShowPasted(ground_.clipboard.GetText());
     return;
   }
-  ground_.clipboard.Clear();
   ground_.clipboard.SetText(results_.AllLines());
 }
 

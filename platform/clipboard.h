@@ -4,12 +4,12 @@
 
 namespace tarvik {
 
-/// The system's clipboard, as plain text. Each call throws RuntimeError when the clipboard cannot be
-/// opened or written because another program holds it.
+/// The system's clipboard, as plain text. Each call opens it once, waits up to a second while another program
+/// has it open, and throws RuntimeError when it cannot be opened or written.
 class Clipboard {
  public:
   virtual ~Clipboard() = default;
-  virtual void Clear() = 0;
+  /// Replaces the clipboard's content. On failure the old content stays, unless only the text was refused.
   virtual void SetText(const std::wstring& text) = 0;
   /// The clipboard's text; empty when it holds none.
   virtual std::wstring GetText() = 0;

@@ -9,8 +9,8 @@
 namespace tarvik {
 namespace {
 
-constexpr int kTries = 10;
-constexpr DWORD kBetweenTries = 20;  // milliseconds
+constexpr DWORD kPauseMs = 20;
+constexpr int kTries = 1000 / kPauseMs;
 
 /// Holds the clipboard open. Another program's clipboard viewer often has it for a moment, hence the tries.
 class OpenedClipboard {
@@ -18,7 +18,7 @@ class OpenedClipboard {
   explicit OpenedClipboard(HWND owner) {
     for (int i = 0; i < kTries; ++i) {
       if (::OpenClipboard(owner)) return;
-      ::Sleep(kBetweenTries);
+      ::Sleep(kPauseMs);
     }
     throw RuntimeError(L"The clipboard is in use by another program. Try again.");
   }
@@ -27,25 +27,43 @@ class OpenedClipboard {
   OpenedClipboard& operator=(const OpenedClipboard&) = delete;
 };
 
+/// A text in memory as the clipboard takes it over. Throws RuntimeError without memory for it.
+class MovableText {
+ public:
+  explicit MovableText(const std::wstring& text)
+      : memory_(::GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t))) {
+    void* const target = memory_ == nullptr ? nullptr : ::GlobalLock(memory_);
+    if (target == nullptr) {
+      Free();
+      throw RuntimeError(L"There is not enough memory for the clipboard.");
+    }
+    std::memcpy(target, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
+    ::GlobalUnlock(memory_);
+  }
+  ~MovableText() { Free(); }
+  MovableText(const MovableText&) = delete;
+  MovableText& operator=(const MovableText&) = delete;
+
+  HGLOBAL Get() const { return memory_; }
+  /// The clipboard owns it from now on.
+  void Release() { memory_ = nullptr; }
+
+ private:
+  void Free() {
+    if (memory_ != nullptr) ::GlobalFree(memory_);
+  }
+
+  HGLOBAL memory_;
+};
+
 }  // namespace
 
-void Win32Clipboard::Clear() {
-  const OpenedClipboard opened(owner_);
-  ::EmptyClipboard();
-}
-
 void Win32Clipboard::SetText(const std::wstring& text) {
+  MovableText memory(text);
   const OpenedClipboard opened(owner_);
-  const size_t bytes = (text.size() + 1) * sizeof(wchar_t);
-  const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes);
-  void* const target = memory == nullptr ? nullptr : ::GlobalLock(memory);
-  if (target == nullptr) throw RuntimeError(L"There is not enough memory for the clipboard.");
-  std::memcpy(target, text.c_str(), bytes);
-  ::GlobalUnlock(memory);
-  if (::SetClipboardData(CF_UNICODETEXT, memory) == nullptr) {
-    ::GlobalFree(memory);
-    throw RuntimeError(L"The clipboard does not take the text.");
-  }
+  if (!::EmptyClipboard() || ::SetClipboardData(CF_UNICODETEXT, memory.Get()) == nullptr)
+    throw RuntimeError(L"The clipboard does not accept the text.");
+  memory.Release();
 }
 
 std::wstring Win32Clipboard::GetText() {

@@ -9,7 +9,6 @@ namespace tarvik {
 class Win32Clipboard final : public Clipboard {
  public:
   explicit Win32Clipboard(HWND owner) : owner_(owner) {}
-  void Clear() override;
   void SetText(const std::wstring& text) override;
   std::wstring GetText() override;
 

@@ -194,10 +194,6 @@ class FailingClipboard final : public Failing<Clipboard> {
  public:
   using Failing::Failing;
 
-  void Clear() override {
-    Strike("EmptyClipboard");
-    library_.Clear();
-  }
   void SetText(const std::wstring& text) override {
     Strike("SetClipboardData");
     library_.SetText(text);

@@ -31,16 +31,15 @@ class RecordedSettings final : public SettingsStore {
 /// A clipboard in memory.
 class RecordedClipboard final : public Clipboard {
  public:
-  void Clear() override {
+  void SetText(const std::wstring& newText) override {
+    ++sessions;
     if (taken) throw RuntimeError(L"The clipboard is in use by another program. Try again.");
-    text = std::nullopt;
-    ++clears;
+    text = newText;
   }
-  void SetText(const std::wstring& newText) override { text = newText; }
   std::wstring GetText() override { return text.value_or(std::wstring()); }
 
   std::optional<std::wstring> text = L"from before";
-  int clears = 0;
+  int sessions = 0;    ///< how often it was opened to write
   bool taken = false;  ///< another program holds it
 };
 
