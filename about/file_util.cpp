@@ -14,6 +14,8 @@ constexpr size_t kUsualPath = 260;
 constexpr size_t kLongestPath = 32768;
 /// A version resource counts its own length in 16 bits; what claims to be much larger is none.
 constexpr uint32_t kLargestVersionInfo = 0x100000;
+/// ERROR_INVALID_DATA: the code of a failure for which Windows sets none.
+constexpr uint32_t kInvalidData = 13;
 
 /// The sub-block as far as it really lies in the block; nothing when it does not.
 std::span<const std::byte> Inside(std::span<const std::byte> block, const void* value, uint32_t length) {
@@ -32,39 +34,40 @@ void FileUtil::Begin(const wchar_t* method, const std::wstring& argument) {
   errorCode_ = 0;
 }
 
-std::nullopt_t FileUtil::Fail(const wchar_t* step) {
-  errorCode_ = kernel_.GetLastError();
+std::nullopt_t FileUtil::Fail(const wchar_t* step, uint32_t code) {
+  errorCode_ = code;
   errorMessage_ = call_ + L"\r\n" + step;
   return std::nullopt;
 }
 
 std::optional<std::wstring> FileUtil::mSearchPath(const std::wstring& fileName) {
   Begin(L"mSearchPath", fileName);
-  const std::string name = codePage_.ToAnsi(fileName);
-  std::string path(kUsualPath, '\0');
-  uint32_t length = kernel_.SearchPathA(name.c_str(), path.data(), static_cast<uint32_t>(path.size()));
+  std::wstring path(kUsualPath, L'\0');
+  uint32_t length = kernel_.SearchPathW(fileName.c_str(), path.data(), static_cast<uint32_t>(path.size()));
   if (length > path.size() && length <= kLongestPath) {
-    path.assign(length, '\0');
-    length = kernel_.SearchPathA(name.c_str(), path.data(), static_cast<uint32_t>(path.size()));
+    path.assign(length, L'\0');
+    length = kernel_.SearchPathW(fileName.c_str(), path.data(), static_cast<uint32_t>(path.size()));
   }
-  if (length == 0 || length >= path.size()) return Fail(L"API SearchPath Cannot find");
-  return codePage_.FromAnsi(TrimNull(std::string_view(path).substr(0, length)));
+  constexpr wchar_t kStep[] = L"API SearchPath Cannot find";
+  if (length == 0) return Fail(kStep, kernel_.GetLastError());
+  if (length >= path.size()) return Fail(kStep, kInvalidData);
+  return std::wstring(TrimNull(std::wstring_view(path).substr(0, length)));
 }
 
 std::optional<std::wstring> FileUtil::mGetFileVersionInfoString(const std::wstring& path) {
   Begin(L"mGetFileVersionInfoString", path);
-  const std::string name = codePage_.ToAnsi(path);
   uint32_t handle = 0;
-  const uint32_t size = version_.GetFileVersionInfoSizeA(name.c_str(), handle);
-  if (size == 0 || size > kLargestVersionInfo) return Fail(L"API GetFileVersionInfoSize ");
+  const uint32_t size = version_.GetFileVersionInfoSizeW(path.c_str(), handle);
+  if (size == 0) return Fail(L"API GetFileVersionInfoSize ", kernel_.GetLastError());
+  if (size > kLargestVersionInfo) return Fail(L"API GetFileVersionInfoSize ", kInvalidData);
   std::vector<std::byte> block(size);
-  if (version_.GetFileVersionInfoA(name.c_str(), handle, size, block.data()) == 0)
-    return Fail(L"API GetFileVersionInfo ");
+  if (version_.GetFileVersionInfoW(path.c_str(), handle, size, block.data()) == 0)
+    return Fail(L"API GetFileVersionInfo ", kernel_.GetLastError());
   const void* value = nullptr;
   uint32_t length = 0;
-  if (version_.VerQueryValueA(block.data(), "\\", value, length) == 0) return Fail(L"API VerQueryValue ");
-  if (auto text = FixedFileVersion(Inside(block, value, length))) return text;
-  return Fail(L"API VerQueryValue ");
+  if (version_.VerQueryValueW(block.data(), L"\\", value, length) != 0)
+    if (auto text = FixedFileVersion(Inside(block, value, length))) return text;
+  return Fail(L"API VerQueryValue ", kInvalidData);
 }
 
 std::optional<std::wstring> FixedFileVersion(std::span<const std::byte> root) {

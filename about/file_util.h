@@ -8,15 +8,13 @@
 
 #include "about/kernel_calls.h"
 #include "about/version_library.h"
-#include "platform/code_page.h"
 
 namespace tarvik {
 
 /// Finds files on the search path and reads their versions. A call that fails keeps its error until the next.
 class FileUtil {
  public:
-  FileUtil(KernelCalls& kernel, VersionLibrary& version, CodePage& codePage)
-      : kernel_(kernel), version_(version), codePage_(codePage) {}
+  FileUtil(KernelCalls& kernel, VersionLibrary& version) : kernel_(kernel), version_(version) {}
 
   /// The full path of the file on the standard search path; nothing when there is none.
   std::optional<std::wstring> mSearchPath(const std::wstring& fileName);
@@ -27,16 +25,16 @@ class FileUtil {
   /// The method with its arguments, a line break, and the step that failed; empty after success.
   const std::wstring& pErrorMessage() const { return errorMessage_; }
 
-  /// The system's error code of that step; 0 after success.
+  /// Windows' error code of that step; ERROR_INVALID_DATA (13) when the answer made no sense, 0 after
+  /// success.
   uint32_t pErrorCode() const { return errorCode_; }
 
  private:
   void Begin(const wchar_t* method, const std::wstring& argument);
-  std::nullopt_t Fail(const wchar_t* step);
+  std::nullopt_t Fail(const wchar_t* step, uint32_t code);
 
   KernelCalls& kernel_;
   VersionLibrary& version_;
-  CodePage& codePage_;
   std::wstring call_;
   std::wstring errorMessage_;
   uint32_t errorCode_ = 0;

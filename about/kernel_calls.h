@@ -4,7 +4,8 @@
 
 namespace tarvik {
 
-/// The calls of kernel32 that find files and put errors into words. Strings are single-byte.
+/// The calls of kernel32 that find files and put errors into words. Paths are wide: the system code page
+/// cannot represent every folder's name. Other strings are in that code page.
 class KernelCalls {
  public:
   /// A loaded library; 0 = none.
@@ -18,7 +19,7 @@ class KernelCalls {
 
   /// Looks for the file on the standard search path and copies its full path, NUL-terminated, to `buffer`.
   /// The path's length; when `size` is too small the size that is needed; 0 when there is no such file.
-  virtual uint32_t SearchPathA(const char* fileName, char* buffer, uint32_t size) = 0;
+  virtual uint32_t SearchPathW(const wchar_t* fileName, wchar_t* buffer, uint32_t size) = 0;
 
   /// A library of Windows itself; 0 when it cannot be loaded.
   virtual Module LoadLibraryExA(const char* fileName, uint32_t flags) = 0;

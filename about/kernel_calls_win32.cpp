@@ -7,8 +7,8 @@
 
 namespace tarvik {
 
-uint32_t Win32KernelCalls::SearchPathA(const char* fileName, char* buffer, uint32_t size) {
-  return ::SearchPathA(nullptr, fileName, nullptr, size, buffer, nullptr);
+uint32_t Win32KernelCalls::SearchPathW(const wchar_t* fileName, wchar_t* buffer, uint32_t size) {
+  return ::SearchPathW(nullptr, fileName, nullptr, size, buffer, nullptr);
 }
 
 KernelCalls::Module Win32KernelCalls::LoadLibraryExA(const char* fileName, uint32_t flags) {

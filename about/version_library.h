@@ -33,19 +33,20 @@ static_assert(offsetof(FixedFileInfo, fileOs) == 32 && offsetof(FixedFileInfo, f
 static_assert(offsetof(FixedFileInfo, fileSubtype) == 40 && offsetof(FixedFileInfo, fileDateHigh) == 44);
 static_assert(offsetof(FixedFileInfo, fileDateLow) == 48);
 
-/// version.dll. Strings are single-byte, results 0 on failure.
+/// version.dll. Results are 0 on failure. Paths are wide: the system code page cannot represent every one.
 class VersionLibrary {
  public:
   virtual ~VersionLibrary() = default;
 
   /// The size in bytes of the file's version information; 0 when it has none.
-  virtual uint32_t GetFileVersionInfoSizeA(const char* fileName, uint32_t& handle) = 0;
+  virtual uint32_t GetFileVersionInfoSizeW(const wchar_t* fileName, uint32_t& handle) = 0;
 
   /// Copies the version information to `data`, at most `length` bytes.
-  virtual int32_t GetFileVersionInfoA(const char* fileName, uint32_t handle, uint32_t length, void* data) = 0;
+  virtual int32_t GetFileVersionInfoW(const wchar_t* fileName, uint32_t handle, uint32_t length,
+                                      void* data) = 0;
 
   /// Points `value` to the sub-block inside `block`, which is version information, and tells its length.
-  virtual int32_t VerQueryValueA(const void* block, const char* subBlock, const void*& value,
+  virtual int32_t VerQueryValueW(const void* block, const wchar_t* subBlock, const void*& value,
                                  uint32_t& length) = 0;
 };
 

@@ -9,9 +9,9 @@ static_assert(sizeof(FixedFileInfo) == sizeof(VS_FIXEDFILEINFO));
 bool Win32VersionLibrary::Load() {
   if (query_ != nullptr) return true;
   if (library_.Load(L"version.dll")) {
-    size_ = library_.Find<SizeFunction>("GetFileVersionInfoSizeA");
-    info_ = library_.Find<InfoFunction>("GetFileVersionInfoA");
-    query_ = library_.Find<QueryFunction>("VerQueryValueA");
+    size_ = library_.Find<SizeFunction>("GetFileVersionInfoSizeW");
+    info_ = library_.Find<InfoFunction>("GetFileVersionInfoW");
+    query_ = library_.Find<QueryFunction>("VerQueryValueW");
     if (size_ != nullptr && info_ != nullptr && query_ != nullptr) return true;
     query_ = nullptr;
   }
@@ -19,7 +19,7 @@ bool Win32VersionLibrary::Load() {
   return false;
 }
 
-uint32_t Win32VersionLibrary::GetFileVersionInfoSizeA(const char* fileName, uint32_t& handle) {
+uint32_t Win32VersionLibrary::GetFileVersionInfoSizeW(const wchar_t* fileName, uint32_t& handle) {
   if (!Load()) return 0;
   DWORD ignored = 0;
   const DWORD size = size_(fileName, &ignored);
@@ -27,12 +27,12 @@ uint32_t Win32VersionLibrary::GetFileVersionInfoSizeA(const char* fileName, uint
   return size;
 }
 
-int32_t Win32VersionLibrary::GetFileVersionInfoA(const char* fileName, uint32_t handle, uint32_t length,
+int32_t Win32VersionLibrary::GetFileVersionInfoW(const wchar_t* fileName, uint32_t handle, uint32_t length,
                                                  void* data) {
   return Load() ? info_(fileName, handle, length, data) : FALSE;
 }
 
-int32_t Win32VersionLibrary::VerQueryValueA(const void* block, const char* subBlock, const void*& value,
+int32_t Win32VersionLibrary::VerQueryValueW(const void* block, const wchar_t* subBlock, const void*& value,
                                             uint32_t& length) {
   if (!Load()) return FALSE;
   void* found = nullptr;

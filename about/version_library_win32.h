@@ -8,15 +8,15 @@ namespace tarvik {
 /// version.dll of this PC, loaded on first use.
 class Win32VersionLibrary final : public VersionLibrary {
  public:
-  uint32_t GetFileVersionInfoSizeA(const char* fileName, uint32_t& handle) override;
-  int32_t GetFileVersionInfoA(const char* fileName, uint32_t handle, uint32_t length, void* data) override;
-  int32_t VerQueryValueA(const void* block, const char* subBlock, const void*& value,
+  uint32_t GetFileVersionInfoSizeW(const wchar_t* fileName, uint32_t& handle) override;
+  int32_t GetFileVersionInfoW(const wchar_t* fileName, uint32_t handle, uint32_t length, void* data) override;
+  int32_t VerQueryValueW(const void* block, const wchar_t* subBlock, const void*& value,
                          uint32_t& length) override;
 
  private:
-  using SizeFunction = DWORD(WINAPI*)(LPCSTR, LPDWORD);
-  using InfoFunction = BOOL(WINAPI*)(LPCSTR, DWORD, DWORD, LPVOID);
-  using QueryFunction = BOOL(WINAPI*)(LPCVOID, LPCSTR, LPVOID*, PUINT);
+  using SizeFunction = DWORD(WINAPI*)(LPCWSTR, LPDWORD);
+  using InfoFunction = BOOL(WINAPI*)(LPCWSTR, DWORD, DWORD, LPVOID);
+  using QueryFunction = BOOL(WINAPI*)(LPCVOID, LPCWSTR, LPVOID*, PUINT);
 
   /// False, with the system's last error set, when this PC has no such library.
   bool Load();

@@ -6,7 +6,7 @@
 namespace tarvik {
 
 void Form1::CheckModules() {
-  FileUtil files(ground_.kernel, ground_.version, ground_.codePage);
+  FileUtil files(ground_.kernel, ground_.version);
   ModuleCheckResult found = tarvik::CheckModules(files, !IsOptionMask_HideK7Test());
   missing_ = found.missing;
   versionReport_ = std::move(found.versionReport);

@@ -22,9 +22,8 @@ class Form1::ServiceCommand {
 
 void Form1::StartServiceControl() {
   if (productFamily_) return;
-  svcUtl_ =
-      std::make_unique<SvcUtl>(ground_.svcKit, FileUtil(ground_.kernel, ground_.version, ground_.codePage),
-                               ground_.boxes, ground_.pump, ground_.codePage);
+  svcUtl_ = std::make_unique<SvcUtl>(ground_.svcKit, FileUtil(ground_.kernel, ground_.version), ground_.boxes,
+                                     ground_.pump, ground_.codePage);
   if (svcUtl_->mInitialize(languageMode_))
     Guarded([this] { lblK7ServerStatus_Click(); });
   else

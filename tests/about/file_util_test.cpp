@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/recorded_modules.h"
 
 namespace tarvik::test {
@@ -12,8 +11,7 @@ class FileUtilTest : public testing::Test {
  protected:
   RecordedKernel kernel;
   RecordedVersions versions;
-  FakeCodePage codePage;
-  FileUtil files{kernel, versions, codePage};
+  FileUtil files{kernel, versions};
 };
 
 TEST_F(FileUtilTest, A_file_on_the_search_path_is_given_with_its_full_path) {
@@ -54,9 +52,9 @@ TEST_F(FileUtilTest, A_length_beyond_the_text_gives_the_text) {
   EXPECT_EQ(files.mSearchPath(L"a.dll"), L"");
 }
 
-TEST_F(FileUtilTest, A_Japanese_path_goes_through_the_code_page) {
-  kernel.paths["a.dll"] = codePage.ToAnsi(L"C:\\日本\\a.dll");
-  versions.blocks[codePage.ToAnsi(L"C:\\日本\\a.dll")] = RecordedVersions::Block(1, 0, 0, 1);
+TEST_F(FileUtilTest, A_path_may_have_any_characters) {
+  kernel.paths["a.dll"] = std::wstring(L"C:\\日本 é\\a.dll");
+  versions.blocks[std::wstring(L"C:\\日本 é\\a.dll")] = RecordedVersions::Block(1, 0, 0, 1);
   EXPECT_EQ(files.mGetFileVersionInfoString(files.mSearchPath(L"a.dll").value()), L"1.0.0.1");
 }
 
@@ -134,6 +132,22 @@ TEST_F(FileUtilTest, A_root_shorter_than_its_record_or_without_its_signature_giv
   EXPECT_EQ(files.mGetFileVersionInfoString(L"a.dll"), L"1.2.3.4");
   versions.blocks["a.dll"][RecordedVersions::kRootOffset] = std::byte{0};
   EXPECT_EQ(files.mGetFileVersionInfoString(L"a.dll"), std::nullopt);
+}
+
+TEST_F(FileUtilTest, The_code_belongs_to_the_failure_and_not_to_an_earlier_call) {
+  kernel.lastError = 5;
+  kernel.searchLie = 5000;
+  files.mSearchPath(L"a.dll");
+  EXPECT_EQ(files.pErrorCode(), 13U);
+
+  versions.blocks["a.dll"] = RecordedVersions::Block(1, 2, 3, 4);
+  versions.queryable = false;
+  files.mGetFileVersionInfoString(L"a.dll");
+  EXPECT_EQ(files.pErrorCode(), 13U);
+
+  versions.sizeLie = 0xFFFFFFFF;
+  files.mGetFileVersionInfoString(L"a.dll");
+  EXPECT_EQ(files.pErrorCode(), 13U);
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ class ModuleCheckTest : public testing::Test {
   RecordedKernel kernel;
   RecordedVersions versions;
   FakeCodePage codePage;
-  FileUtil files{kernel, versions, codePage};
+  FileUtil files{kernel, versions};
 };
 
 TEST_F(ModuleCheckTest, With_all_modules_the_report_has_five_lines_in_their_order) {
@@ -51,7 +51,7 @@ TEST_F(ModuleCheckTest, Each_missing_module_sets_its_own_flag_and_is_left_out_of
       {"SvcKit.dll", &MissingModules::serviceSetup},
       {"Wininet.dll", &MissingModules::internet}};
   for (const auto& [name, flag] : kFlags) {
-    const std::string path = kernel.paths[name];
+    const RecordedPath path = kernel.paths[name];
     kernel.paths.erase(name);
     const ModuleCheckResult result = CheckModules(files, true);
     EXPECT_TRUE(result.missing.*flag) << name;

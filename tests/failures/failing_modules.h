@@ -17,8 +17,8 @@ class FailingKernel final : public Failing<KernelCalls> {
  public:
   using Failing::Failing;
 
-  uint32_t SearchPathA(const char* fileName, char* buffer, uint32_t size) override {
-    switch (plan_.Strike("SearchPathA", 4)) {
+  uint32_t SearchPathW(const wchar_t* fileName, wchar_t* buffer, uint32_t size) override {
+    switch (plan_.Strike("SearchPathW", 4)) {
       case 1:
         return 0;
       case 2:
@@ -28,7 +28,7 @@ class FailingKernel final : public Failing<KernelCalls> {
       case 4:  // and nothing written
         return size - 1;
       default:
-        return library_.SearchPathA(fileName, buffer, size);
+        return library_.SearchPathW(fileName, buffer, size);
     }
   }
   Module LoadLibraryExA(const char* fileName, uint32_t flags) override {
@@ -62,8 +62,8 @@ class FailingVersions final : public Failing<VersionLibrary> {
  public:
   using Failing::Failing;
 
-  uint32_t GetFileVersionInfoSizeA(const char* fileName, uint32_t& handle) override {
-    switch (plan_.Strike("GetFileVersionInfoSizeA", 3)) {
+  uint32_t GetFileVersionInfoSizeW(const wchar_t* fileName, uint32_t& handle) override {
+    switch (plan_.Strike("GetFileVersionInfoSizeW", 3)) {
       case 1:
         return 0;
       case 2:
@@ -71,20 +71,21 @@ class FailingVersions final : public Failing<VersionLibrary> {
       case 3:
         return std::numeric_limits<uint32_t>::max();
       default:
-        return library_.GetFileVersionInfoSizeA(fileName, handle);
+        return library_.GetFileVersionInfoSizeW(fileName, handle);
     }
   }
-  int32_t GetFileVersionInfoA(const char* fileName, uint32_t handle, uint32_t length, void* data) override {
-    const int way = plan_.Strike("GetFileVersionInfoA", 2);
+  int32_t GetFileVersionInfoW(const wchar_t* fileName, uint32_t handle, uint32_t length,
+                              void* data) override {
+    const int way = plan_.Strike("GetFileVersionInfoW", 2);
     if (way == 1) return 0;
     if (way == 2) return 1;  // and nothing written
-    return library_.GetFileVersionInfoA(fileName, handle, length, data);
+    return library_.GetFileVersionInfoW(fileName, handle, length, data);
   }
-  int32_t VerQueryValueA(const void* block, const char* subBlock, const void*& value,
+  int32_t VerQueryValueW(const void* block, const wchar_t* subBlock, const void*& value,
                          uint32_t& length) override {
-    const int way = plan_.Strike("VerQueryValueA", 4);
+    const int way = plan_.Strike("VerQueryValueW", 4);
     if (way == 1) return 0;
-    const int32_t result = library_.VerQueryValueA(block, subBlock, value, length);
+    const int32_t result = library_.VerQueryValueW(block, subBlock, value, length);
     if (way == 2) value = nullptr;
     if (way == 3) value = static_cast<const char*>(block) - 1;
     if (way == 4) length = 4;

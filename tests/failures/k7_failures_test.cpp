@@ -23,8 +23,7 @@ class K7Failures : public FailureTest {
   /// A method of the service utility; the list tells when it has succeeded.
   static Routine Method(const char* name, int32_t state, const std::function<bool(SvcUtl&)>& method) {
     return Command(name, state, [method](FailingProgram& program) {
-      SvcUtl utility(program.failingSvcKit,
-                     FileUtil(program.failingKernel, program.failingVersions, program.failingCodePage),
+      SvcUtl utility(program.failingSvcKit, FileUtil(program.failingKernel, program.failingVersions),
                      program.boxes, program.pump, program.failingCodePage);
       utility.pDispErrMsgBox(true);
       try {

@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   if (input.ConsumeBool()) versions.rootLength = input.ConsumeIntegral<uint32_t>();
   if (input.ConsumeBool()) kernel.searchLie = input.ConsumeIntegral<uint32_t>();
-  FileUtil files(kernel, versions, ground.codePage);
+  FileUtil files(kernel, versions);
   const ModuleCheckResult found = CheckModules(files, input.ConsumeBool());
   Demand(found.versionReport.empty() || found.versionReport.ends_with(L"\r\n"));
 

@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "about/file_util.h"
-#include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/recorded_modules.h"
 
 /// Any version information, and any claim about where its root lies and how long it is: the first twelve
@@ -19,14 +18,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   std::memcpy(&searched, data + 8, 4);
   tarvik::test::RecordedKernel kernel;
   tarvik::test::RecordedVersions versions;
-  tarvik::test::FakeCodePage codePage;
   const auto* bytes = reinterpret_cast<const std::byte*>(data);
   versions.blocks["a"].assign(bytes + 12, bytes + size);
   // Mostly near the block, where a mistake would read.
   versions.rootOffset = offset % 4096;
   versions.rootLength = length;
   kernel.searchLie = searched;
-  tarvik::FileUtil files(kernel, versions, codePage);
+  tarvik::FileUtil files(kernel, versions);
   files.mSearchPath(L"a");
   const auto text = files.mGetFileVersionInfoString(L"a");
   if (text && (text->size() > 23 || std::count(text->begin(), text->end(), L'.') != 3)) std::abort();

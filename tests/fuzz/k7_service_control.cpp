@@ -56,8 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   test::RecordedVersions versions;
   kernel.paths["SvcKit.DLL"] = "C:\\SvcKit.dll";
   HostileSvcKit library(input);
-  SvcUtl service(library, FileUtil(kernel, versions, ground.codePage), ground.boxes, ground.pump,
-                 ground.codePage);
+  SvcUtl service(library, FileUtil(kernel, versions), ground.boxes, ground.pump, ground.codePage);
   Demand(service.mInitialize(input.ConsumeIntegralInRange(-1, 2)));
   const K7ServiceTools tools{service, ground.boxes, ground.texts, ground.pump, [](int32_t) {}};
   for (int round = 0; round < 8 && input.remaining_bytes() > 0; ++round) {

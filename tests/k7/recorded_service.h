@@ -30,7 +30,7 @@ struct RecordedService {
   RecordedService& operator=(const RecordedService&) = delete;
 
   std::unique_ptr<SvcUtl> NewService() {
-    return std::make_unique<SvcUtl>(library, FileUtil(kernel, versions, codePage), boxes, pump, codePage);
+    return std::make_unique<SvcUtl>(library, FileUtil(kernel, versions), boxes, pump, codePage);
   }
 
   K7ServiceTools Tools() {

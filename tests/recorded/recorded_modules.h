@@ -11,8 +11,20 @@
 #include "about/kernel_calls.h"
 #include "about/machine_registry.h"
 #include "about/version_library.h"
+#include "platform/text.h"
 
 namespace tarvik::test {
+
+/// A full path, given wide or in ASCII.
+struct RecordedPath {
+  RecordedPath() = default;
+  RecordedPath(std::wstring wide) : text(std::move(wide)) {}
+  RecordedPath(const std::string& ascii) : text(WidenAscii(ascii)) {}
+  RecordedPath(const char* ascii) : text(WidenAscii(ascii)) {}
+  bool operator<(const RecordedPath& other) const { return text < other.text; }
+
+  std::wstring text;
+};
 
 /// A search path, message tables and last errors in memory.
 class RecordedKernel final : public KernelCalls {
@@ -25,20 +37,21 @@ class RecordedKernel final : public KernelCalls {
     uint32_t size;
   };
 
-  uint32_t SearchPathA(const char* fileName, char* buffer, uint32_t size) override {
-    searched.emplace_back(fileName);
+  uint32_t SearchPathW(const wchar_t* fileName, wchar_t* buffer, uint32_t size) override {
+    searched.push_back(NarrowAscii(fileName));
     if (onSearch) onSearch();
     searchSizes.push_back(size);
     if (searchLie) return *searchLie;
-    const auto found = paths.find(fileName);
+    const auto found = paths.find(searched.back());
     if (found == paths.end()) {
       lastError = 2;
       return 0;
     }
-    const auto length = static_cast<uint32_t>(found->second.size());
+    const std::wstring& path = found->second.text;
+    const auto length = static_cast<uint32_t>(path.size());
     if (length >= size) return length + 1;
-    std::fill_n(buffer, size, '#');
-    std::memcpy(buffer, found->second.c_str(), length + 1);
+    std::fill_n(buffer, size, L'#');
+    std::copy_n(path.c_str(), length + 1, buffer);
     return length;
   }
   Module LoadLibraryExA(const char* fileName, uint32_t flags) override {
@@ -66,11 +79,11 @@ class RecordedKernel final : public KernelCalls {
   }
   uint32_t GetLastError() override { return lastError; }
 
-  std::map<std::string, std::string> paths;  ///< full paths by name
-  std::optional<uint32_t> searchLie;         ///< what SearchPathA returns without writing anything
-  Module loadResult = 0x10000;               ///< 0 = the library cannot be loaded
-  std::map<uint32_t, std::string> messages;  ///< by message id
-  std::optional<uint32_t> formatLie;         ///< the length that FormatMessageA boasts of
+  std::map<std::string, RecordedPath> paths;  ///< full paths by name
+  std::optional<uint32_t> searchLie;          ///< what SearchPathA returns without writing anything
+  Module loadResult = 0x10000;                ///< 0 = the library cannot be loaded
+  std::map<uint32_t, std::string> messages;   ///< by message id
+  std::optional<uint32_t> formatLie;          ///< the length that FormatMessageA boasts of
   uint32_t lastError = 0;
   std::function<void()> onSearch;
 
@@ -97,22 +110,21 @@ class RecordedVersions final : public VersionLibrary {
     return block;
   }
 
-  uint32_t GetFileVersionInfoSizeA(const char* fileName, uint32_t& handle) override {
-    asked.emplace_back(fileName);
+  uint32_t GetFileVersionInfoSizeW(const wchar_t* fileName, uint32_t& handle) override {
     handle = 7;
     if (sizeLie) return *sizeLie;
-    const auto found = blocks.find(fileName);
+    const auto found = blocks.find(std::wstring(fileName));
     return found == blocks.end() ? 0 : static_cast<uint32_t>(found->second.size());
   }
-  int32_t GetFileVersionInfoA(const char* fileName, uint32_t, uint32_t length, void* data) override {
+  int32_t GetFileVersionInfoW(const wchar_t* fileName, uint32_t, uint32_t length, void* data) override {
     if (!readable) return 0;
-    const auto& block = blocks[fileName];
+    const auto& block = blocks[std::wstring(fileName)];
     if (!block.empty()) std::memcpy(data, block.data(), std::min<size_t>(block.size(), length));
     return 1;
   }
-  int32_t VerQueryValueA(const void* block, const char* subBlock, const void*& value,
+  int32_t VerQueryValueW(const void* block, const wchar_t* subBlock, const void*& value,
                          uint32_t& length) override {
-    if (!queryable || std::string(subBlock) != "\\") return 0;
+    if (!queryable || std::wstring(subBlock) != L"\\") return 0;
     value = valueLie ? *valueLie : static_cast<const std::byte*>(block) + rootOffset;
     length = rootLength;
     return 1;
@@ -120,15 +132,13 @@ class RecordedVersions final : public VersionLibrary {
 
   static constexpr size_t kRootOffset = 40;
 
-  std::map<std::string, std::vector<std::byte>> blocks;
+  std::map<RecordedPath, std::vector<std::byte>> blocks;
   std::optional<uint32_t> sizeLie;
   bool readable = true;
   bool queryable = true;
   std::ptrdiff_t rootOffset = kRootOffset;
   uint32_t rootLength = sizeof(FixedFileInfo);
   std::optional<const void*> valueLie;  ///< where the root is said to lie
-
-  std::vector<std::string> asked;
 };
 
 /// A registry in memory, under "key|name".
