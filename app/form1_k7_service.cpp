@@ -83,7 +83,7 @@ void Form1::CheckK7ServicesEntry() {
   ServiceEntry entries[] = {{L"NORVAX_K7_SERVER", 0, L"udp", false, false}};
   FmtErrMsg errors(ground_.kernel, ground_.codePage, ground_.boxes);
   CheckServicesFile({ground_.files, ground_.codePage, errors, ground_.boxes},
-                    ground_.windowsFolder + L"\\System32\\Drivers\\Etc\\Services", entries);
+                    ground_.windowsFolder + L"\\System32\\Drivers\\Etc\\Services", entries, true);
   if (entries[0].NameExist && entries[0].PortNoExist)
     controls_.lblK7UdpPortNo.SetCaption(Decimal(entries[0].PortNo));
 }

@@ -120,6 +120,40 @@ bool AppendLine(const ServicesFileTools& tools, const std::wstring& path, const 
   return tools.files.Append(path, tools.codePage.ToAnsi(line) + "\r\n") || FailToAppend(tools, line, path);
 }
 
+/// Gives the entry the next free port above `highestPort`, which follows. False when there is none.
+bool TakeNextPort(ServiceEntry& entry, std::span<const ServiceEntry> entries, int32_t& highestPort) {
+  const auto isTaken = [&](const ServiceEntry& other) { return other.PortNo == highestPort; };
+  do {
+    if (highestPort == std::numeric_limits<int32_t>::max()) return false;
+    ++highestPort;
+  } while (std::any_of(entries.begin(), entries.end(), isTaken));
+  entry.PortNo = highestPort;
+  return true;
+}
+
+bool AddMissing(const ServicesFileTools& tools, const std::wstring& path, std::string_view bytes,
+                std::span<ServiceEntry> entries, int32_t highestPort, const LocalTime& now) {
+  const auto exists = [](const ServiceEntry& entry) { return static_cast<bool>(entry.NameExist); };
+  if (std::all_of(entries.begin(), entries.end(), exists)) return true;
+
+  if (!BackUp(tools, path, now)) return false;
+  const WriteAccess access(tools, path);
+  if (!access.Granted()) return false;
+  // A last line without an end would swallow the first new one.
+  const bool openEnd = !bytes.empty() && kLineBreaks.find(bytes.back()) == std::string_view::npos;
+  if (!tools.files.Append(path, openEnd ? kLineBreaks : std::string_view()))
+    return Fail(tools, L"Can't Open [" + path + L"] for Append");
+  for (ServiceEntry& entry : entries) {
+    if (entry.NameExist) continue;
+    if (entry.PortNo == 0 && !TakeNextPort(entry, entries, highestPort))
+      return FailToAppend(tools, entry.Name, path);
+    if (!AppendLine(tools, path, entry, now)) return false;
+    entry.NameExist = true;
+    entry.PortNoExist = true;
+  }
+  return true;
+}
+
 }  // namespace
 
 int32_t ScanServices(std::string_view bytes, std::span<ServiceEntry> entries, CodePage& codePage) {
@@ -148,37 +182,12 @@ int32_t ScanServices(std::string_view bytes, std::span<ServiceEntry> entries, Co
   return highestPort;
 }
 
-void CheckServicesFile(const ServicesFileTools& tools, const std::wstring& path,
-                       std::span<ServiceEntry> entries) {
-  if (const auto bytes = ReadServices(tools, path)) ScanServices(*bytes, entries, tools.codePage);
-}
-
-bool AddMissingServices(const ServicesFileTools& tools, const std::wstring& path,
-                        std::span<ServiceEntry> entries, const LocalTime& now) {
+bool CheckServicesFile(const ServicesFileTools& tools, const std::wstring& path,
+                       std::span<ServiceEntry> entries, bool checkOnly, const LocalTime& now) {
   const std::optional<std::string> bytes = ReadServices(tools, path);
   if (!bytes) return false;
-  int32_t highestPort = ScanServices(*bytes, entries, tools.codePage);
-  const auto exists = [](const ServiceEntry& entry) { return static_cast<bool>(entry.NameExist); };
-  if (std::all_of(entries.begin(), entries.end(), exists)) return true;
-
-  if (!BackUp(tools, path, now)) return false;
-  const WriteAccess access(tools, path);
-  if (!access.Granted()) return false;
-  // A last line without an end would swallow the first new one.
-  const bool openEnd = !bytes->empty() && kLineBreaks.find(bytes->back()) == std::string_view::npos;
-  if (!tools.files.Append(path, openEnd ? kLineBreaks : std::string_view()))
-    return Fail(tools, L"Can't Open [" + path + L"] for Append");
-  for (ServiceEntry& entry : entries) {
-    if (entry.NameExist) continue;
-    if (entry.PortNo == 0) {
-      if (highestPort == std::numeric_limits<int32_t>::max()) return FailToAppend(tools, entry.Name, path);
-      entry.PortNo = ++highestPort;
-    }
-    if (!AppendLine(tools, path, entry, now)) return false;
-    entry.NameExist = true;
-    entry.PortNoExist = true;
-  }
-  return true;
+  const int32_t highestPort = ScanServices(*bytes, entries, tools.codePage);
+  return checkOnly || AddMissing(tools, path, *bytes, entries, highestPort, now);
 }
 
 }  // namespace tarvik

@@ -45,14 +45,12 @@ struct LocalTime {
 /// The highest port number of all data lines; 0 when there is none.
 int32_t ScanServices(std::string_view bytes, std::span<ServiceEntry> entries, CodePage& codePage);
 
-/// The same for the file at `path`, which stays as it is. A file that cannot be read has its message box.
-void CheckServicesFile(const ServicesFileTools& tools, const std::wstring& path,
-                       std::span<ServiceEntry> entries);
-
-/// Looks for the entries in the file, and adds a line at its end for each whose name it lacks; one without
-/// a port gets the next above all others. The file is copied before, to its own name with the time behind.
-/// The first failure has its message box and ends the work. True when nothing is missing any more.
-bool AddMissingServices(const ServicesFileTools& tools, const std::wstring& path,
-                        std::span<ServiceEntry> entries, const LocalTime& now);
+/// Looks for the entries in the file at `path`. Unless `checkOnly` is set, which leaves the file as it is,
+/// adds a line at its end for each entry whose name it lacks; an entry without a port gets the next above the
+/// file's highest that no other entry has. The file is first copied to its own name with `now` as a time
+/// stamp, which also dates the lines. The first failure shows a message box and ends the work. True when the
+/// file could be read and, unless `checkOnly` is set, every entry is in it.
+bool CheckServicesFile(const ServicesFileTools& tools, const std::wstring& path,
+                       std::span<ServiceEntry> entries, bool checkOnly, const LocalTime& now = {});
 
 }  // namespace tarvik

@@ -117,8 +117,8 @@ TEST_F(K7Failures, Adding_to_the_services_file_survives_every_failure) {
                               {L"http", 0, L"tcp", false, false},
                               {L"other", 95, L"tcp", false, false}};
     FmtErrMsg errors(program.failingKernel, program.failingCodePage, program.boxes);
-    if (AddMissingServices({program.failingFiles, program.failingCodePage, errors, program.boxes},
-                           FailingProgram::kServicesFile, entries, {2024, 2, 3, 4, 5}))
+    if (CheckServicesFile({program.failingFiles, program.failingCodePage, errors, program.boxes},
+                          FailingProgram::kServicesFile, entries, false, {2024, 2, 3, 4, 5}))
       program.List().lines.emplace_back(L"done");
   };
   routine.check = [](FailingProgram& program) -> std::string {

@@ -27,8 +27,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (manner % 8 == 4) ground.files.contents[backup] = "in the way";
   const std::wstring name = L"NORVAX_K7_SERVER";
   ServiceEntry entries[] = {{name, 0, L"udp", false, false}, {L"x", 7, L"tcp", false, false}};
-  const bool done = tarvik::AddMissingServices({ground.files, ground.codePage, errors, ground.boxes}, path,
-                                               entries, {2024, 2, 3, 4, 5});
+  const bool done = tarvik::CheckServicesFile({ground.files, ground.codePage, errors, ground.boxes}, path,
+                                              entries, false, {2024, 2, 3, 4, 5});
   const std::string& after = ground.files.contents[path];
   Demand(after.starts_with(before));
   Demand(done || !ground.boxes.boxes.empty());

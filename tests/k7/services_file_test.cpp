@@ -45,7 +45,9 @@ class ServicesFileTest : public testing::Test {
 
   ServicesFileTools Tools() { return {files, codePage, errors, boxes}; }
 
-  bool Add(std::vector<ServiceEntry>& entries) { return AddMissingServices(Tools(), kPath, entries, kNow); }
+  bool Add(std::vector<ServiceEntry>& entries) {
+    return CheckServicesFile(Tools(), kPath, entries, false, kNow);
+  }
 
   void ExpectFileError(const std::wstring& text) {
     ASSERT_EQ(boxes.boxes.size(), 1U);
@@ -161,7 +163,7 @@ TEST_F(ServicesFileTest, Any_bytes_and_any_length_are_read) {
 TEST_F(ServicesFileTest, Checking_reads_the_file_and_leaves_it_alone) {
   files.contents[kPath] = "NORVAX_K7_SERVER 8193/udp";
   ServiceEntry entries[] = {K7Entry()};
-  CheckServicesFile(Tools(), kPath, entries);
+  CheckServicesFile(Tools(), kPath, entries, true);
   EXPECT_EQ(entries[0].PortNo, 8193);
   EXPECT_TRUE(files.written.empty());
   EXPECT_EQ(files.contents.size(), 1U);
@@ -171,7 +173,7 @@ TEST_F(ServicesFileTest, Checking_reads_the_file_and_leaves_it_alone) {
 TEST_F(ServicesFileTest,
        A_file_that_cannot_be_read_is_told_with_number_and_description_on_a_line_of_their_own) {
   ServiceEntry entries[] = {K7Entry()};
-  CheckServicesFile(Tools(), kPath, entries);
+  CheckServicesFile(Tools(), kPath, entries, true);
   ExpectFileError(L"Can't Open [" + kPath + L"] for Read\n\rERROR: 2 - The file is not there.");
   EXPECT_FALSE(entries[0].NameExist);
 }
@@ -179,7 +181,7 @@ TEST_F(ServicesFileTest,
 TEST_F(ServicesFileTest, A_failure_without_a_number_is_told_alone) {
   files.failure = 0;
   ServiceEntry entries[] = {K7Entry()};
-  CheckServicesFile(Tools(), kPath, entries);
+  CheckServicesFile(Tools(), kPath, entries, true);
   ExpectFileError(L"Can't Open [" + kPath + L"] for Read\n\r");
 }
 
@@ -215,10 +217,23 @@ TEST_F(ServicesFileTest, What_was_added_is_found_again) {
   EXPECT_TRUE(files.contents[kPath].starts_with("echo 7/tcp\r\nNORVAX_K7_SERVER  8/udp"));
   std::vector<ServiceEntry> again{
       K7Entry(), {L"x", 0, L"tcp", false, false}, {L"y", 0, L"tcp", false, false}};
-  CheckServicesFile(Tools(), kPath, again);
+  CheckServicesFile(Tools(), kPath, again, true);
   EXPECT_EQ(again[0].PortNo, 8);
   EXPECT_EQ(again[1].PortNo, 9);
   EXPECT_EQ(again[2].PortNo, 500);
+}
+
+TEST_F(ServicesFileTest, No_two_new_entries_get_the_same_port) {
+  files.contents[kPath] = "echo 7/tcp\r\n";
+  std::vector<ServiceEntry> entries{K7Entry(),
+                                    {L"x", 8, L"tcp", false, false},
+                                    {L"y", 0, L"tcp", false, false},
+                                    {L"z", 10, L"tcp", false, false}};
+  EXPECT_TRUE(Add(entries));
+  EXPECT_EQ(entries[0].PortNo, 9);
+  EXPECT_EQ(entries[1].PortNo, 8);
+  EXPECT_EQ(entries[2].PortNo, 11);
+  EXPECT_EQ(entries[3].PortNo, 10);
 }
 
 TEST_F(ServicesFileTest, A_write_protected_file_is_protected_again_behind_the_work) {
