@@ -51,7 +51,7 @@ class QueriedProcess {
 /// False when the stop request is raised.
 bool Wait(ui::Pump& pump) {
   pump.LetEventsRun();
-  if (!pump.StopRequested()) pump.Sleep(kWaitMilliseconds);
+  pump.SleepUntil(kWaitMilliseconds, [&pump] { return pump.StopRequested(); });
   return !pump.StopRequested();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 namespace tarvik::ui {
 
@@ -12,11 +13,17 @@ class Pump {
   /// Lets every pending window event run.
   virtual void LetEventsRun() = 0;
 
-  /// Waits. Window events run meanwhile, so that the window never freezes; the wait is over early when the
-  /// stop request is raised.
-  virtual void Sleep(uint32_t milliseconds) = 0;
+  /// Waits until `over` returns true, at most this long. Window events run first and all the while, so that
+  /// the window never freezes; `over` is asked each time they have run. The end of the program ends every
+  /// wait at once.
+  virtual void SleepUntil(uint32_t milliseconds, const std::function<bool()>& over) = 0;
 
-  /// The user has asked the running test to stop.
+  /// Waits the whole time, whatever the user asks for. Otherwise as SleepUntil.
+  void Sleep(uint32_t milliseconds) {
+    SleepUntil(milliseconds, [] { return false; });
+  }
+
+  /// The user has asked the running test to stop, or the program is about to end.
   virtual bool StopRequested() const = 0;
 };
 

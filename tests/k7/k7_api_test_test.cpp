@@ -169,13 +169,22 @@ TEST_F(K7ApiTestTest, A_count_that_is_no_number_is_told_with_its_range) {
   }
 }
 
-TEST_F(K7ApiTestTest, A_stop_in_the_second_cycle_lets_its_pause_end_and_starts_no_third) {
+TEST_F(K7ApiTestTest, A_stop_in_the_second_cycle_takes_effect_at_the_end_of_its_second) {
   pump.stopAt = 1400;
   EXPECT_TRUE(Run(L"10"));
   EXPECT_EQ(box.lines.back(), L"00002 Live=True");
+  EXPECT_EQ(pump.now, 2000U);
   EXPECT_EQ(pump.sleeps.size(), 8U);
   EXPECT_EQ(pump.eventRounds, 8);
   EXPECT_TRUE(boxes.boxes.empty());
+  ExpectEverythingGivenBack();
+}
+
+TEST_F(K7ApiTestTest, The_end_of_the_program_ends_the_test_at_once) {
+  pump.onEvents = [this] { pump.ending = pump.now >= 250; };
+  EXPECT_TRUE(Run(L"10"));
+  EXPECT_EQ(pump.now, 250U);
+  EXPECT_EQ(box.lines.back(), L"00001 Live=True");
   ExpectEverythingGivenBack();
 }
 

@@ -140,6 +140,24 @@ TEST_P(K7ServiceTest, Start_that_would_be_seen_at_the_41st_try_does_not) {
   EXPECT_TRUE(pc.shown.empty());
 }
 
+TEST_P(K7ServiceTest, A_stop_request_of_a_run_does_not_shorten_the_polling) {
+  pc.boxes.answerYes = true;
+  pc.library.slowness = 40;
+  pc.pump.stop = true;
+  StopK7Service(pc.Tools());
+  StartK7Service(pc.Tools());
+  ExpectSaid({kConfirm, kStoppedNow, kStarting, kStarted});
+  EXPECT_EQ(pc.pump.now, 2 * 39U * 250);
+}
+
+TEST_P(K7ServiceTest, The_end_of_the_program_does_not_wait_for_the_polling) {
+  pc.library.status = kStopped;
+  pc.library.slowness = 41;
+  pc.pump.ending = true;
+  StartK7Service(pc.Tools());
+  EXPECT_EQ(pc.pump.now, 0U);
+}
+
 TEST_P(K7ServiceTest, Start_is_tried_in_a_pending_state) {
   for (const int32_t state : {kStartPending, kStopPending}) {
     pc.library.status = state;

@@ -201,6 +201,13 @@ TEST_F(SvcUtlTest, The_pause_behind_a_change_can_be_set_and_left_out) {
   EXPECT_EQ(pc.pump.sleeps, std::vector<uint32_t>{250});
 }
 
+TEST_F(SvcUtlTest, A_stop_request_of_a_run_does_not_shorten_the_pause) {
+  RecordedService pc;
+  pc.pump.stop = true;
+  SetUpSpooler(pc);
+  EXPECT_EQ(pc.pump.now, 1000U);
+}
+
 TEST_F(SvcUtlTest, A_failed_registration_starts_nothing_and_is_told_in_both_languages) {
   const auto setup = [](RecordedService& pc) {
     pc.library.installResult = 1073;

@@ -36,13 +36,13 @@ void Win32Pump::LetEventsRun() {
   }
 }
 
-void Win32Pump::Sleep(uint32_t milliseconds) {
+void Win32Pump::SleepUntil(uint32_t milliseconds, const std::function<bool()>& over) {
   const int64_t second = TicksPerSecond();
   const int64_t deadline = Now() + int64_t{milliseconds} * second / 1000;
   for (;;) {
     LetEventsRun();
     const int64_t left = deadline - Now();
-    if (left <= 0 || StopRequested()) return;
+    if (left <= 0 || quitting_ || over()) return;
     // Rounded up: woken a tick too early, it would turn round and round until the time is reached.
     const auto wait = static_cast<DWORD>((left * 1000 + second - 1) / second);
     MsgWaitForMultipleObjectsEx(0, nullptr, wait, QS_ALLINPUT, MWMO_INPUTAVAILABLE);

@@ -13,8 +13,7 @@ class Win32Pump final : public Pump {
   Win32Pump(const MessageFilter& filter, std::function<bool()> stopRequested);
 
   void LetEventsRun() override;
-  void Sleep(uint32_t milliseconds) override;
-  /// True as well once the program is about to end.
+  void SleepUntil(uint32_t milliseconds, const std::function<bool()>& over) override;
   bool StopRequested() const override { return quitting_ || stopRequested_(); }
 
  private:
