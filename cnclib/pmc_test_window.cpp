@@ -17,8 +17,13 @@ constexpr std::wstring_view kAddressLetters = L"GFYXARTKCDMNE";
 constexpr size_t kFirstLetter = kAddressLetters.find(L'D');
 constexpr int32_t kLastAddress = std::numeric_limits<int16_t>::max();
 constexpr int kFullLog = 32767;
-/// How long a stop request may go unseen, in milliseconds.
-constexpr int32_t kLongestPause = 250;
+
+/// The typed text as a number of the range; nothing when it is none.
+std::optional<int16_t> NumberIn(const std::wstring& typed, int32_t least, int32_t most) {
+  const std::optional<int32_t> number = ParseInt32(typed);
+  if (!number || *number < least || *number > most) return std::nullopt;
+  return static_cast<int16_t>(*number);
+}
 
 }  // namespace
 
@@ -164,7 +169,8 @@ void frmPmcTest::Read() {
     return;
   }
   constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
-  if (!ReadRange()) return;
+  const std::optional<Range> range = ReadRange();
+  if (!range) return;
   // No pass is made for a count below 1; it is a number all the same.
   const auto count =
       ReadNumber(controls_.txtCount, controls_.lblTest, std::numeric_limits<int32_t>::min(), kMost);
@@ -172,14 +178,17 @@ void frmPmcTest::Read() {
   const auto interval = ReadNumber(controls_.txtSleep, controls_.lblSleep, 0, kMost);
   if (!interval) return;
 
+  lastGood_ = *range;
   controls_.lstResult.Clear();
   controls_.cmdStop.SetEnabled(true);
   controls_.cmdStop.SetFocus();
   // Wide enough to count beyond the largest count.
   for (int64_t pass = 1; pass <= *count; ++pass) {
-    if (!ReadPmcOnce(connection.Handle(), static_cast<int32_t>(pass))) return;
+    ReadPmcOnce(connection.Handle(), static_cast<int32_t>(pass));
     controls_.lblCount.SetCaption(Decimal(pass));
-    Wait(*interval);
+    // One wait, not several: each would end at the next tick of the system's clock and so add to the
+    // interval.
+    tools_.pump.SleepUntil(static_cast<uint32_t>(*interval), [this] { return StopRequested(); });
     tools_.pump.LetEventsRun();
     if (StopRequested()) return;
   }
@@ -187,20 +196,19 @@ void frmPmcTest::Read() {
   controls_.lstResult.Select(controls_.lstResult.Count() - 1);
 }
 
-void frmPmcTest::Wait(int32_t milliseconds) {
-  // In slices, because the pump knows only the main window's stop request.
-  while (milliseconds > 0 && !StopRequested()) {
-    const int32_t slice = std::min(milliseconds, kLongestPause);
-    tools_.pump.Sleep(static_cast<uint32_t>(slice));
-    milliseconds -= slice;
-  }
+frmPmcTest::Range frmPmcTest::RangeOfPass() const {
+  const int16_t length =
+      NumberIn(controls_.txtPmcLen.Text(), 1, CncPmcRange::kMostData).value_or(lastGood_.length);
+  const int32_t lastStart = kLastAddress - (length - 1);
+  const int16_t start = NumberIn(controls_.txtPmcStart.Text(), 0, lastStart).value_or(lastGood_.start);
+  // A new length may leave the 16 bits from the last good start.
+  return start > lastStart ? lastGood_ : Range{start, length};
 }
 
-bool frmPmcTest::ReadPmcOnce(CncLibrary::Handle handle, int32_t pass) {
-  // Asked anew each time: the user may read on elsewhere without a new connection.
-  const std::optional<Range> wanted = ReadRange();
-  if (!wanted) return false;
-  const auto [start, length] = *wanted;
+void frmPmcTest::ReadPmcOnce(CncLibrary::Handle handle, int32_t pass) {
+  // Read again for each pass: the user may read on elsewhere without a new connection.
+  lastGood_ = RangeOfPass();
+  const auto [start, length] = lastGood_;
   CncPmcRange range;
   range.addr_type = static_cast<int16_t>(controls_.cmbPmcAddr.SelectedIndex());
   range.first_no = start;
@@ -223,7 +231,6 @@ bool frmPmcTest::ReadPmcOnce(CncLibrary::Handle handle, int32_t pass) {
   }
   controls_.lstResult.Select(controls_.lstResult.Count() - 1);
   tools_.pump.LetEventsRun();
-  return true;
 }
 
 void frmPmcTest::ShowData(const CncPmcRange& range, int16_t length) {

@@ -71,23 +71,25 @@ class frmPmcTest {
   void Guarded(const std::function<void()>& handler);
   void LoadCaptions();
   void Read();
-  /// Reads once, reports it and lets events run. False when a box was refused.
-  bool ReadPmcOnce(CncLibrary::Handle handle, int32_t pass);
+  /// Reads once, reports it and lets events run.
+  void ReadPmcOnce(CncLibrary::Handle handle, int32_t pass);
   void ShowData(const CncPmcRange& range, int16_t length);
   void AddVerdict(int32_t pass, const std::wstring& verdict);
-  /// Pauses between two reads; window events run meanwhile.
-  void Wait(int32_t milliseconds);
   bool StopRequested() const { return stopRequested_ || tools_.pump.StopRequested(); }
 
   // What the boxes hold. Nothing when it is refused; the user has been told then.
   std::optional<int16_t> ReadLength();
   std::optional<Range> ReadRange();
+  /// The range of the next pass. A box that holds no acceptable number, half typed perhaps, counts with its
+  /// last good value: a box refused in the middle of a long run would end it.
+  Range RangeOfPass() const;
   std::optional<int32_t> ReadNumber(ui::TextBox& box, const ui::Label& label, int32_t least, int32_t most);
 
   PmcTestTools tools_;
   std::unique_ptr<ui::Form> form_;
   PmcTestControls controls_;
   std::function<CncTarget()> target_;
+  Range lastGood_{};  ///< range of the latest pass of the run
   bool stopRequested_ = false;
   bool running_ = false;
   bool unloaded_ = false;

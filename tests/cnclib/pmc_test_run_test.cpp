@@ -21,6 +21,7 @@ TEST_F(PmcTest, Every_pass_is_a_line_a_number_and_a_pause) {
   EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK", L"0003 OK", clock.now}));
   EXPECT_EQ(Log().SelectedIndex(), 3);
   EXPECT_EQ(Caption(ID_lblCount), L"3");
+  EXPECT_EQ(pump.sleeps, std::vector<uint32_t>(3, 600));
   EXPECT_EQ(pump.now, 1800U);
   EXPECT_EQ(pump.eventRounds, 6);
   EXPECT_EQ(library.frees, 1);
@@ -29,7 +30,7 @@ TEST_F(PmcTest, Every_pass_is_a_line_a_number_and_a_pause) {
 TEST_F(PmcTest, An_interval_of_0_does_not_pause_and_lets_events_run) {
   Box(ID_txtSleep).SetText(L"0");
   Read(L"3");
-  EXPECT_TRUE(pump.sleeps.empty());
+  EXPECT_EQ(pump.now, 0U);
   EXPECT_EQ(pump.eventRounds, 6);
 }
 
@@ -173,13 +174,54 @@ TEST_F(PmcTest, Errors_never_clear_the_log) {
   EXPECT_EQ(Log().lines, (Lines{L"32770 OK", clock.now}));
 }
 
-TEST_F(PmcTest, A_length_that_grows_too_large_during_a_run_ends_it_before_the_next_read) {
-  library.onRead = [&] { Box(ID_txtPmcLen).SetText(L"30000"); };
-  Read(L"10");
-  EXPECT_EQ(library.reads, 1);
-  EXPECT_EQ(boxes.boxes.size(), 1U);
-  EXPECT_EQ(Log().lines, Lines{L"0001 OK"});
+TEST_F(PmcTest, A_box_without_an_acceptable_number_counts_with_its_last_good_value_between_two_passes) {
+  Box(ID_txtPmcLen).SetText(L"2");
+  for (const wchar_t* typed : {L"", L"-", L"x", L"0", L"8001", L"30000", L"99999999999"}) {
+    library.calls.clear();
+    library.onRead = [&] {
+      Box(ID_txtPmcStart).SetText(L"7");
+      Box(ID_txtPmcLen).SetText(library.reads % 3 == 1 ? L"5" : typed);
+    };
+    library.reads = 0;
+    Box(ID_txtPmcLen).SetText(L"2");
+    Read(L"3");
+    ASSERT_EQ(library.calls.size(), 5U) << typed;
+    EXPECT_TRUE(library.calls[2].ends_with(", 9, 0, 7, 11, 13)")) << library.calls[2];
+    EXPECT_TRUE(library.calls[3].ends_with(", 9, 0, 7, 11, 13)")) << library.calls[3];
+  }
+  EXPECT_TRUE(boxes.boxes.empty());
   ExpectIdle();
+}
+
+TEST_F(PmcTest, A_start_number_without_an_acceptable_number_counts_with_its_last_good_value_too) {
+  Box(ID_txtPmcStart).SetText(L"100");
+  for (const wchar_t* typed : {L"", L"-1", L"32768", L"1.5"}) {
+    library.calls.clear();
+    library.onRead = [&] { Box(ID_txtPmcStart).SetText(typed); };
+    Box(ID_txtPmcStart).SetText(L"100");
+    Read(L"2");
+    ASSERT_EQ(library.calls.size(), 4U) << typed;
+    EXPECT_TRUE(library.calls[2].ends_with(", 9, 0, 100, 100, 9)")) << library.calls[2];
+  }
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(PmcTest, A_length_that_leaves_16_bits_between_two_passes_leaves_the_range_as_it_was) {
+  Box(ID_txtPmcStart).SetText(L"32767");
+  library.onRead = [&] { Box(ID_txtPmcLen).SetText(L"2"); };
+  Read(L"2");
+  EXPECT_EQ(library.calls[2], "nx_pmc_rdrange(5, 9, 0, 32767, 32767, 9)");
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(PmcTest, Read_itself_refuses_what_the_last_run_read_over) {
+  library.onRead = [&] { Box(ID_txtPmcLen).SetText(L""); };
+  Read(L"2");
+  EXPECT_EQ(library.reads, 2);
+  EXPECT_TRUE(boxes.boxes.empty());
+  Read(L"2");
+  EXPECT_EQ(library.reads, 2);
+  EXPECT_EQ(boxes.boxes.size(), 1U);
 }
 
 TEST_F(PmcTest, Boxes_that_change_between_two_passes_are_read_anew) {
