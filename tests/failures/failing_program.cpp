@@ -68,6 +68,17 @@ std::unique_ptr<ui::Form> FailingProgram::NewForm() {
   return made;
 }
 
+std::unique_ptr<ui::Form> FailingProgram::NewForm(const std::wstring& windowClass) {
+  if (onCreate) onCreate(windowClass);
+  std::unique_ptr<ui::Form> made = NewForm();
+  const std::shared_ptr<int> end(new int(0), [this, windowClass](const int* token) {
+    delete token;
+    if (onDestroy) onDestroy(windowClass);
+  });
+  further_->beforeText = [end, take = further_->beforeText](const ui::Element& element) { take(element); };
+  return made;
+}
+
 void FailingProgram::Start(const std::wstring& commandLine, bool familyEdition) {
   const auto showError = [this](const RuntimeError& error) {
     static_cast<ui::MessageBoxes&>(boxes).Show(error.Text(), ui::BoxIcon::Critical);
@@ -111,7 +122,7 @@ void FailingProgram::Construct(const std::wstring& commandLine, bool familyEditi
                                               failingSvcKit,
                                               failingCncLibrary,
                                               failingWallClock,
-                                              [this](const wchar_t*) { return NewForm(); },
+                                              [this](const wchar_t* name) { return NewForm(name); },
                                               L"C:\\Program",
                                               L"C:\\Windows",
                                               commandLine,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -71,12 +72,16 @@ class FailingProgram : public RecordedProgram {
   /// The latest window beside the main one; null when there is none.
   ui::MemoryForm* Further() const { return furtherLife_.expired() ? nullptr : further_; }
 
+  /// Hear of the secondary windows by their classes: before one is created, and when one is destroyed.
+  std::function<void(const std::wstring&windowClass)> onCreate, onDestroy;
   bool endless = false;  ///< something came to no end and had to be stopped
   std::unique_ptr<Form1> form1;
 
  private:
   void Construct(const std::wstring& commandLine, bool familyEdition);
   std::unique_ptr<ui::Form> NewForm();
+  /// The same, reported by onCreate and onDestroy.
+  std::unique_ptr<ui::Form> NewForm(const std::wstring& windowClass);
   /// How the controls of a form take their texts.
   ui::BeforeText TakingTexts();
   void OnEvents();

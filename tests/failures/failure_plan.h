@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -38,6 +39,7 @@ class FailurePlan {
     if (!active_) return 0;
     const size_t place = calls_.size();
     calls_.push_back({name, ways});
+    if (onCall) onCall(name);
     for (const Failure& failure : failures_) {
       if (failure.call != place) continue;
       struck_.push_back({name, failure.way});
@@ -45,6 +47,8 @@ class FailurePlan {
     }
     return 0;
   }
+
+  std::function<void(const char* name)> onCall;  ///< hears of each call since Begin, before it is made
 
   /// The calls since Begin, in their order.
   const std::vector<Call>& Calls() const { return calls_; }
