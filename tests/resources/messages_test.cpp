@@ -56,6 +56,67 @@ TEST(Messages, No_text_of_a_language_file_is_longer_than_the_reading_buffer) {
     for (const auto& [id, text] : LanguageFile(language)) EXPECT_LT(text.size(), 511U) << id;
 }
 
+/// A built-in text as a language file writes it: in UTF-8, with the two characters "\\n" for a line break,
+/// and in quotes where a space at an end has to survive.
+std::string AsInTheFile(const std::wstring& text) {
+  std::string bytes;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const auto letter = static_cast<uint32_t>(text[i]);
+    if (letter == L'\r') continue;
+    if (letter == L'\n') {
+      bytes += "\\n";
+    } else if (letter < 0x80) {
+      bytes.push_back(static_cast<char>(letter));
+    } else if (letter < 0x800) {
+      bytes.push_back(static_cast<char>(0xC0 | letter >> 6));
+      bytes.push_back(static_cast<char>(0x80 | (letter & 0x3F)));
+    } else {
+      bytes.push_back(static_cast<char>(0xE0 | letter >> 12));
+      bytes.push_back(static_cast<char>(0x80 | (letter >> 6 & 0x3F)));
+      bytes.push_back(static_cast<char>(0x80 | (letter & 0x3F)));
+    }
+  }
+  return bytes.starts_with(' ') || bytes.ends_with(' ') ? "\"" + bytes + "\"" : bytes;
+}
+
+/// Texts that a language file words in another way than the program's own table.
+const std::map<Message, const char*> kWordedDifferently = {
+    {Message::OptionCheckError, "the table's text is followed by the code"},
+    {Message::SystemInfoError, "the table's text is followed by the code"},
+    {Message::PmcLengthError, "the table's text is followed by the length"},
+    {Message::K7MustBeStopped, "the table's wording is fixed, the file's is ours"},
+    {Message::StartingService, "the table's wording is fixed, the file's is ours"},
+    {Message::ConfirmStop, "the table's wording is fixed, the file's is ours"},
+    {Message::ServiceStopped, "the table's wording is fixed, the file's is ours"},
+};
+
+TEST(Messages, The_language_files_word_every_other_text_as_the_built_in_table_does) {
+  const std::map<int, std::string> english = LanguageFile(1033);
+  const std::map<int, std::string> japanese = LanguageFile(1041);
+  for (int i = 0; i < kMessages; ++i) {
+    const auto message = static_cast<Message>(i);
+    const MessageRow& row = RowOf(message);
+    if (kWordedDifferently.contains(message)) continue;
+    EXPECT_EQ(english.at(row.id), AsInTheFile(row.english)) << row.id;
+    if (row.japanese != nullptr) {
+      EXPECT_EQ(japanese.at(row.id), AsInTheFile(row.japanese)) << row.id;
+    }
+  }
+}
+
+TEST(Messages, A_text_whose_number_the_program_adds_has_its_sign_in_the_table_alone) {
+  const std::map<Message, const char*> endings = {{Message::OptionCheckError, "="},
+                                                  {Message::SystemInfoError, "="}};
+  for (const auto& [message, ending] : endings) {
+    const MessageRow& row = RowOf(message);
+    EXPECT_EQ(LanguageFile(1033).at(row.id) + ending, AsInTheFile(row.english)) << row.id;
+    EXPECT_EQ(LanguageFile(1041).at(row.id) + ending, AsInTheFile(row.japanese)) << row.id;
+  }
+  const MessageRow& length = RowOf(Message::PmcLengthError);
+  EXPECT_EQ(LanguageFile(1033).at(length.id), AsInTheFile(length.english) + "8000");
+  EXPECT_EQ(LanguageFile(1041).at(length.id), AsInTheFile(length.japanese) + "8000");
+}
+
 class TextsTest : public testing::Test {
  protected:
   TextsTest() {
