@@ -150,6 +150,7 @@ TEST_F(AboutBoxTest, Shut_down_makes_the_box_that_was_never_made_and_unloads_it)
   EXPECT_TRUE(newForms.empty());
   ASSERT_TRUE(form.Close());
   EXPECT_EQ(newForms, Lines{L"frmAbout"});
+  EXPECT_EQ(Existing(), 0);
 }
 
 TEST_F(AboutBoxTest, Shut_down_makes_no_second_box) {
@@ -157,6 +158,7 @@ TEST_F(AboutBoxTest, Shut_down_makes_no_second_box) {
   ClickInBox(ID_cmdOK);
   ASSERT_TRUE(form.Close());
   EXPECT_EQ(newForms.size(), 1U);
+  EXPECT_EQ(Existing(), 0);
 }
 
 TEST_F(AboutBoxTest, Shut_down_goes_on_when_no_window_can_be_made) {

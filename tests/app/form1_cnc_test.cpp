@@ -188,10 +188,19 @@ TEST_F(Form1CncTest, The_stop_of_a_run_ends_a_PMC_read_that_began_inside_it) {
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, Shut_down_unloads_the_PMC_window_whether_open_or_closed) {
+TEST_F(Form1CncTest, Shut_down_unloads_an_open_PMC_window) {
   OpenPmc();
-  EXPECT_TRUE(form.Close());
-  SUCCEED() << "the sanitizer finds a window that is left or used afterwards";
+  EXPECT_EQ(Existing(), 1);
+  ASSERT_TRUE(form.Close());
+  EXPECT_EQ(Existing(), 0);
+}
+
+TEST_F(Form1CncTest, Shut_down_unloads_a_PMC_window_that_the_user_has_closed) {
+  OpenPmc();
+  ClickPmc(ID_cmdClose);
+  EXPECT_EQ(Existing(), 1);
+  ASSERT_TRUE(form.Close());
+  EXPECT_EQ(Existing(), 0);
 }
 
 TEST_F(Form1CncTest, The_end_of_the_Windows_session_does_not_pull_the_PMC_window_from_under_its_run) {

@@ -75,7 +75,16 @@ class Form1Test : public testing::Test, protected RecordedProgram {
     newForms.emplace_back(windowClass);
     auto made = std::make_unique<ui::MemoryForm>();
     lastForm = made.get();
+    const auto life = std::make_shared<int>();
+    // The form keeps the function, and with it the token, until its own end.
+    lastForm->beforeText = [life](const ui::Element&) {};
+    lives_.push_back(life);
     return made;
+  }
+
+  /// How many of the secondary windows still exist, shown or not.
+  long Existing() const {
+    return std::count_if(lives_.begin(), lives_.end(), [](const auto& life) { return !life.expired(); });
   }
 
   std::vector<std::wstring> newForms;  ///< classes of the further windows, in their order
@@ -84,6 +93,9 @@ class Form1Test : public testing::Test, protected RecordedProgram {
   int32_t windowsLanguage = 1033;
   std::function<void()> onEvents;  ///< what the user does while a test pauses
   std::unique_ptr<Form1> form1;
+
+ private:
+  std::vector<std::weak_ptr<int>> lives_;
 };
 
 }  // namespace tarvik::test
