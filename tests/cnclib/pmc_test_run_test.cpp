@@ -15,7 +15,25 @@ TEST_F(PmcTest, A_count_below_1_reads_nothing_and_is_complete) {
 }
 
 TEST_F(PmcTest, Every_pass_is_a_line_a_number_and_a_pause) {
-  pump.onEvents = [&, shown = std::wstring()]() mutable { shown = Caption(ID_lblCount); };
+  // What the user sees each time that events run: the last line, the number, and how long it has taken.
+  using Sight = std::tuple<std::wstring, std::wstring, uint64_t>;
+  std::vector<Sight> sights;
+  pump.onEvents = [&] {
+    const Sight sight{Log().lines.back(), Caption(ID_lblCount), pump.now};
+    if (sights.empty() || sights.back() != sight) sights.push_back(sight);
+  };
+  // One slice of a pause, so that nothing is seen in the middle of it.
+  Box(ID_txtSleep).SetText(L"200");
+  Read(L"3");
+  EXPECT_EQ(sights, (std::vector<Sight>{{L"0001 OK", L"", 0},
+                                        {L"0001 OK", L"1", 200},
+                                        {L"0002 OK", L"1", 200},
+                                        {L"0002 OK", L"2", 400},
+                                        {L"0003 OK", L"2", 400},
+                                        {L"0003 OK", L"3", 600}}));
+}
+
+TEST_F(PmcTest, The_passes_end_with_the_date_and_time_and_the_last_line_is_in_view) {
   Box(ID_txtSleep).SetText(L"600");
   Read(L"3");
   EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK", L"0003 OK", clock.now}));

@@ -92,6 +92,7 @@ TEST_F(PmcTest, Length_8000_is_read_and_listed_as_one_batch) {
   EXPECT_EQ(library.calls[1], "nx_pmc_rdrange(5, 9, 0, 0, 7999, 8008)");
   EXPECT_EQ(Data().Count(), 8000);
   EXPECT_EQ(Data().lines.back(), L"7999\t3F");
+  EXPECT_EQ(Data().painted, 0);
   EXPECT_TRUE(Data().redrawing);
 }
 
