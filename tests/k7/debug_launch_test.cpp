@@ -11,10 +11,11 @@ namespace {
 class DebugLaunchTest : public testing::TestWithParam<LanguageMode> {
  protected:
   void Launch() {
-    LaunchK7ServerDebug({*pc.service, processes, pc.boxes, pc.texts, pc.pump, [this] {
-                           ++focused;
-                           roundsBeforeFocus = pc.pump.eventRounds;
-                         }});
+    journal.clear();
+    pc.pump.onEvents = [this] { journal.emplace_back("events"); };
+    pc.boxes.onShow = [this] { journal.emplace_back("box"); };
+    LaunchK7ServerDebug({*pc.service, processes, pc.boxes, pc.texts, pc.pump,
+                         [this] { journal.emplace_back("focus on Stop"); }});
   }
 
   void ExpectWarning() {
@@ -25,15 +26,13 @@ class DebugLaunchTest : public testing::TestWithParam<LanguageMode> {
                   : L"Before execute this command, you have to terminate the K7 Service by 'Stop' button.");
     EXPECT_EQ(pc.Box().icon, ui::BoxIcon::Exclamation);
     EXPECT_EQ(pc.Box().title, L"");
-    EXPECT_EQ(focused, 1);
-    EXPECT_EQ(pc.pump.eventRounds, roundsBeforeFocus + 1);
+    EXPECT_EQ(journal, (std::vector<std::string>{"focus on Stop", "events", "box"}));
     EXPECT_TRUE(processes.commandLines.empty());
   }
 
   RecordedService pc{GetParam()};
   RecordedProcesses processes;
-  int focused = 0;
-  int roundsBeforeFocus = -1;
+  std::vector<std::string> journal;  ///< of the latest launch
 };
 
 INSTANTIATE_TEST_SUITE_P(, DebugLaunchTest, testing::Values(-1, 0, 1), [](const auto& mode) -> std::string {
@@ -46,7 +45,7 @@ TEST_P(DebugLaunchTest, A_stopped_service_lets_the_server_be_started_by_hand) {
   EXPECT_EQ(processes.commandLines, std::vector<std::wstring>{L"K7Server -debug"});
   EXPECT_EQ(processes.windows, std::vector<StartWindow>{StartWindow::NormalFocused});
   EXPECT_TRUE(pc.boxes.boxes.empty());
-  EXPECT_EQ(focused, 0);
+  EXPECT_TRUE(journal.empty());
 }
 
 TEST_P(DebugLaunchTest, A_server_that_cannot_be_started_is_told_without_an_icon) {
@@ -62,7 +61,6 @@ TEST_P(DebugLaunchTest, A_service_that_is_not_stopped_is_in_the_way) {
        {SvcUtl::pSvcCondStartPending, SvcUtl::pSvcCondStopPending, SvcUtl::pSvcCondRunning, int32_t{7}}) {
     pc.library.status = state;
     pc.boxes.boxes.clear();
-    focused = 0;
     Launch();
     ExpectWarning();
   }

@@ -64,7 +64,38 @@ class K7ServiceTest : public testing::TestWithParam<LanguageMode> {
     EXPECT_EQ(pc.boxes.boxes.size(), before);
   }
 
+  /// From now on the journal gets the library's calls, the boxes, the pauses and the states shown, in their
+  /// order.
+  void KeepJournal() {
+    pc.boxes.onShow = [this] { Note("box"); };
+    pc.pump.onEvents = [this] {
+      Note(pc.pump.sleeps.size() == sleeps_ ? "events" : "sleep");
+      sleeps_ = pc.pump.sleeps.size();
+    };
+  }
+  /// The journal up to now.
+  const std::vector<std::string>& Journal() {
+    for (; calls_ < pc.library.calls.size(); ++calls_) {
+      const std::string& call = pc.library.calls[calls_];
+      journal_.push_back(call.substr(0, call.find(' ')));
+    }
+    for (; shown_ < pc.shown.size(); ++shown_)
+      journal_.push_back("state " + std::to_string(pc.shown[shown_]));
+    return journal_;
+  }
+
   RecordedService pc{GetParam()};
+
+ private:
+  void Note(const char* event) {
+    Journal();
+    journal_.emplace_back(event);
+  }
+
+  std::vector<std::string> journal_;
+  size_t calls_ = 0;
+  size_t shown_ = 0;
+  size_t sleeps_ = 0;
 };
 
 INSTANTIATE_TEST_SUITE_P(, K7ServiceTest, testing::Values(-1, 0, 1), [](const auto& mode) -> std::string {
@@ -113,12 +144,17 @@ TEST_P(K7ServiceTest, Start_waits_until_the_service_is_seen_running) {
   pc.library.status = kStopped;
   pc.library.slowness = 3;
   pc.library.pending = kStartPending;
+  KeepJournal();
   StartK7Service(pc.Tools());
   ExpectSaid({kStarting, kStarted});
   EXPECT_EQ(pc.library.Count("Start K7Server -1"), 1);
   EXPECT_EQ(pc.shown, std::vector<int32_t>{kRunning});
   EXPECT_EQ(pc.pump.sleeps, (std::vector<uint32_t>{250, 250}));
-  EXPECT_EQ(pc.pump.eventRounds, 3);
+  EXPECT_EQ(Journal(),
+            (std::vector<std::string>{"Query", "Start", "box", "events",  // the box is closed first
+                                      "Query", "events", "sleep",         //
+                                      "Query", "events", "sleep",         //
+                                      "Query", "state 4", "box"}));
   ExpectBoxesOff();
 }
 
@@ -237,12 +273,15 @@ TEST_P(K7ServiceTest, Stop_waits_until_the_service_is_seen_stopped) {
   pc.boxes.answerYes = true;
   pc.library.slowness = 2;
   pc.library.pending = kStopPending;
+  KeepJournal();
   StopK7Service(pc.Tools());
   ExpectSaid({kConfirm, kStoppedNow});
   EXPECT_EQ(pc.library.Count("Stop K7Server -1"), 1);
   EXPECT_EQ(pc.shown, std::vector<int32_t>{kStopped});
   EXPECT_EQ(pc.pump.sleeps, std::vector<uint32_t>{250});
-  EXPECT_EQ(pc.pump.eventRounds, 2);
+  EXPECT_EQ(Journal(), (std::vector<std::string>{"Query", "box", "Stop", "events",  // the box is the question
+                                                 "Query", "events", "sleep",        //
+                                                 "Query", "state 1", "box"}));
   ExpectBoxesOff();
 }
 
