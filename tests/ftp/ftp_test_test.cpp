@@ -174,11 +174,18 @@ TEST_F(FtpTest, A_reply_of_megabytes_without_a_line_end_is_one_line) {
   EXPECT_EQ(box.lines[2].size(), 3'000'000U);
 }
 
-TEST_F(FtpTest, Bytes_that_are_no_text_are_shown_somehow) {
+TEST_F(FtpTest, Bytes_that_are_no_text_are_shown_as_one_line_and_hide_no_text_after_them) {
   std::string reply;
   for (int byte = 255; byte > 0; --byte) reply.push_back(static_cast<char>(byte));
   wininet.replies = {reply};
   EXPECT_TRUE(Test());
+  // 16 pairs without a meaning, the half-width kana, 17 pairs more (the last takes the byte 0x7F), ASCII.
+  std::wstring expected(16, L'?');
+  for (wchar_t kana = 0xFF9F; kana >= 0xFF61; --kana) expected.push_back(kana);
+  expected.append(17, L'?');
+  for (wchar_t letter = 0x7E; letter > 0; --letter) expected.push_back(letter);
+  ASSERT_GE(box.lines.size(), 3U);
+  EXPECT_EQ(box.lines[2], expected);
 }
 
 TEST_F(FtpTest, Of_40000_entries_the_last_ones_are_in_the_list_and_the_verdict_stands) {

@@ -61,9 +61,16 @@ TEST_F(IpconfigCommandTest, A_folder_that_ends_in_a_backslash_gets_no_second_one
 
 TEST_F(IpconfigCommandTest, The_folders_name_is_written_as_the_command_interpreter_reads_it) {
   folder = L"C:\\診断";
-  EXPECT_FALSE(Run());
+  processes.onStart = [this] {
+    files.contents[L"C:\\診断\\ipconfig.txt"] = "IP Address: 10.0.0.1\r\nSubnet Mask: 255.0.0.0\r\n";
+  };
+  EXPECT_TRUE(Run());
   EXPECT_EQ(files.written[L"C:\\診断\\ipconfig.bat"],
             "cd\\\r\nipconfig > \"" + codePage.ToOem(L"C:\\診断\\ipconfig.txt") + "\"\r\n");
+  EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\診断\\ipconfig.bat\""});
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].IpAddress, L"10.0.0.1");
+  ExpectNothingLeftBehind();
 }
 
 TEST_F(IpconfigCommandTest, A_percent_sign_in_the_folders_name_is_doubled_in_the_batch_file) {

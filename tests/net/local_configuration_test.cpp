@@ -19,7 +19,8 @@ int16_t KindOf(uint32_t platformId, uint32_t major) {
   version.platformId = platformId;
   version.majorVersion = major;
   int16_t kind = 99;
-  EXPECT_EQ(GetOsKind(version, kind), kind != -1);
+  const bool supported = GetOsKind(version, kind);
+  EXPECT_EQ(supported, kind != -1);
   EXPECT_EQ(version.askedSize, 148u);
   return kind;
 }
