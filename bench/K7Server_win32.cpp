@@ -1,6 +1,5 @@
-// The K7 server of the bench. The service control manager starts it as the service "K7Server"; with -debug it
-// runs as an ordinary program until it is ended from outside. What it is to do stands in the scenario beside
-// it, K7Server.scenario; without one every unit is live.
+// The bench's K7 server. Runs as the Windows service "K7Server" or, with -debug, as an ordinary program until
+// it is killed. Reads K7Server.scenario in its own folder; without that file every unit is live.
 
 #include <cstdio>
 #include <fstream>
@@ -15,7 +14,7 @@
 namespace tarvik::bench {
 namespace {
 
-constexpr int64_t kSlice = 100;
+constexpr int64_t kPollIntervalMs = 100;
 char kServiceName[] = "K7Server";
 
 K7Scenario OwnScenario() {
@@ -26,7 +25,7 @@ K7Scenario OwnScenario() {
   return ReadK7Scenario(std::string(std::istreambuf_iterator<char>(file), {}));
 }
 
-/// The server and its socket. Throws ScenarioError when the scenario cannot be read or the port is taken.
+/// The server and its socket. Throws ScenarioError when the scenario is invalid or the port is in use.
 struct ListeningServer {
   K7Server server{OwnScenario()};
   Socket socket = Socket::BindUdp({0, server.Scenario().port});
@@ -38,20 +37,19 @@ struct ListeningServer {
   }
 };
 
-int RunByHand() {
+int RunAsProgram() {
   try {
     ListeningServer listening;
     std::printf("listening on UDP port %d\n", listening.socket.Port());
     std::fflush(stdout);
-    while (true) ServeK7(listening.server, listening.socket, kSlice);
+    while (true) ServeK7(listening.server, listening.socket, kPollIntervalMs);
   } catch (const ScenarioError& error) {
     std::printf("%s\n", error.what());
     return 1;
   }
 }
 
-/// What the service control manager is told, and what it asks for. The system calls the service and its
-/// handler by address alone, so there can be one.
+/// Reports the state to the service control manager and handles its requests.
 class Service {
  public:
   void Run() {
@@ -71,8 +69,8 @@ class Service {
 
   void Serve();
   void Report(DWORD state, DWORD exitCode = NO_ERROR);
-  /// Reports the state again and again for so many milliseconds, as the manager expects it.
-  void Pend(DWORD state, int32_t milliseconds);
+  /// Keeps reporting a pending state: without progress the manager assumes that the service hangs.
+  void StayPending(DWORD state, int32_t milliseconds);
   bool StopRequested() const { return ::WaitForSingleObject(stopRequest_, 0) == WAIT_OBJECT_0; }
 
   SERVICE_STATUS_HANDLE handle_ = nullptr;
@@ -95,12 +93,12 @@ void Service::Report(DWORD state, DWORD exitCode) {
   ::SetServiceStatus(handle_, &status);
 }
 
-void Service::Pend(DWORD state, int32_t milliseconds) {
-  const int64_t deadline = Milliseconds() + milliseconds;
+void Service::StayPending(DWORD state, int32_t milliseconds) {
+  const int64_t deadline = MonotonicMs() + milliseconds;
   do {
     Report(state);
-    ::Sleep(static_cast<DWORD>(kSlice));
-  } while (Milliseconds() < deadline);
+    ::Sleep(static_cast<DWORD>(kPollIntervalMs));
+  } while (MonotonicMs() < deadline);
 }
 
 void Service::Serve() {
@@ -108,13 +106,13 @@ void Service::Serve() {
   ListeningServer listening;
   const K7Scenario& scenario = listening.server.Scenario();
   acceptedControls_ = scenario.stop == K7Scenario::Stop::Refused ? 0 : SERVICE_ACCEPT_STOP;
-  while (scenario.startsNever) Pend(SERVICE_START_PENDING, 1000);
-  if (scenario.startTakes > 0) Pend(SERVICE_START_PENDING, scenario.startTakes);
+  while (scenario.neverStarts) StayPending(SERVICE_START_PENDING, 1000);
+  if (scenario.startPendingMs > 0) StayPending(SERVICE_START_PENDING, scenario.startPendingMs);
   Report(SERVICE_RUNNING);
   while (!StopRequested() || scenario.stop == K7Scenario::Stop::Ignored) {
-    ServeK7(listening.server, listening.socket, kSlice);
+    ServeK7(listening.server, listening.socket, kPollIntervalMs);
   }
-  if (scenario.stopTakes > 0) Pend(SERVICE_STOP_PENDING, scenario.stopTakes);
+  if (scenario.stopPendingMs > 0) StayPending(SERVICE_STOP_PENDING, scenario.stopPendingMs);
 }
 
 DWORD WINAPI Service::Handle(DWORD control, DWORD, void*, void* self) {
@@ -134,10 +132,10 @@ int Run(int count, char** arguments) {
   for (int i = 1; i < count; ++i) commandLine += std::string(" ") + arguments[i];
   LogCall(commandLine);
   StartNetwork();
-  if (count == 2 && std::string(arguments[1]) == "-debug") return RunByHand();
+  if (count == 2 && std::string(arguments[1]) == "-debug") return RunAsProgram();
   const SERVICE_TABLE_ENTRYA services[] = {{kServiceName, ServiceMain}, {nullptr, nullptr}};
   if (count == 1 && ::StartServiceCtrlDispatcherA(services)) return 0;
-  std::printf("K7Server -debug\nWithout -debug the service control manager starts it.\n");
+  std::printf("K7Server -debug\nWithout -debug it must be started by the service control manager.\n");
   return 2;
 }
 

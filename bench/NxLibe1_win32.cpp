@@ -1,4 +1,5 @@
-// Stand-in for the CNC library's Ethernet companion. It is only ever looked for, so it has no calls.
+// Stand-in for the CNC library's Ethernet companion. The product only looks for the file, so it exports
+// nothing.
 
 #include "platform/windows_win32.h"
 

@@ -1,6 +1,6 @@
-// Stand-in for the family's configuration library. Its settings are environment variables:
-//   TARVIK_BENCH_LANGUAGE  the locale id that GetLanguage reports (1033)
-//   TARVIK_BENCH_FOLDER    the common data folder (the folder of the running program)
+// Stand-in for the product family's configuration library. Environment variables, with their defaults:
+//   TARVIK_BENCH_LANGUAGE       the locale id that GetLanguage returns (1033)
+//   TARVIK_BENCH_FOLDER         the common data folder (the running program's folder)
 //   TARVIK_BENCH_FOLDER_RESULT  the result of GetCommonDataFolder2 (0)
 
 #include <algorithm>

@@ -1,9 +1,10 @@
-// Stand-in for the service-setup library, on the system's own service control manager. Settings:
-//   TARVIK_BENCH_CALLS        a file that gets a line for each call, with arguments and result
-//   TARVIK_BENCH_SVCKIT_DENY  calls to which the manager denies access, such as "QSetup_StartService";
-//                             "all" for every one
-//   TARVIK_BENCH_SVCKIT_FAIL  calls that return a code without doing anything; words "call=code" separated by
-//                             blanks, such as "QSetup_GetServiceStatus=0x80000124"
+// Stand-in for the service-setup library. It uses the system's own service control manager. Environment
+// variables:
+//   TARVIK_BENCH_CALLS        log file: a line per call with arguments and result
+//   TARVIK_BENCH_SVCKIT_DENY  space-separated calls that fail with "access denied", such as
+//                             "QSetup_StartService"; "all" for every call
+//   TARVIK_BENCH_SVCKIT_FAIL  calls that return a code without doing anything, as space-separated words
+//                             "call=code", such as "QSetup_GetServiceStatus=0x80000124"
 
 #include <algorithm>
 #include <string>
@@ -16,7 +17,7 @@ namespace {
 
 using namespace tarvik::bench;
 
-/// A handle of the service control manager, closed by its end.
+/// Owns a service control manager handle.
 class ServiceHandle {
  public:
   explicit ServiceHandle(SC_HANDLE handle) : handle_(handle) {}
@@ -46,7 +47,7 @@ std::string Hex(int32_t number) {
   return text;
 }
 
-/// Runs a call that is not to fail by command, and logs it.
+/// Makes a call, unless a variable demands that it fail, and logs it.
 template <typename Work>
 int32_t Call(const std::string& name, const std::string& arguments, Work work) {
   int32_t result = 0;
@@ -62,7 +63,7 @@ int32_t Call(const std::string& name, const std::string& arguments, Work work) {
   return result;
 }
 
-/// Opens the service for what is wanted of it and hands it over.
+/// Opens the service with this access and calls `work` with its handle.
 template <typename Work>
 int32_t WithService(const char* name, DWORD access, Work work) {
   const ServiceHandle manager(::OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CONNECT));
@@ -71,7 +72,7 @@ int32_t WithService(const char* name, DWORD access, Work work) {
   return service ? work(service.Get()) : LastError();
 }
 
-/// Waits until the service has that state, if it is to be waited for at all.
+/// Polls until the service reaches the state; returns at once when `wait` is negative.
 int32_t WaitForState(SC_HANDLE service, DWORD wanted, int32_t wait) {
   if (wait < 0) return 0;
   const ULONGLONG deadline = ::GetTickCount64() + static_cast<ULONGLONG>(wait);

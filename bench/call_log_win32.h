@@ -7,7 +7,8 @@
 
 namespace tarvik::bench {
 
-/// The text between quotes, as the log shows arguments. Unprintable bytes are shown as "?".
+/// The text in double quotes, "null" for a null pointer. Control characters and quotes become "?", so that an
+/// argument cannot break a log line.
 inline std::string Quoted(const char* text) {
   if (text == nullptr) return "null";
   std::string quoted = "\"";
@@ -18,8 +19,8 @@ inline std::string Quoted(const char* text) {
   return quoted + '"';
 }
 
-/// Adds a line to the file that TARVIK_BENCH_CALLS names, so that a test sees from outside what a stand-in
-/// was asked and what it answered.
+/// Appends a line to the file named by TARVIK_BENCH_CALLS, where a test reads what a stand-in was called with
+/// and what it returned. Does nothing when the variable is not set or the file cannot be opened.
 inline void LogCall(const std::string& line) {
   const std::string path = Setting("TARVIK_BENCH_CALLS", "");
   if (path.empty()) return;

@@ -5,7 +5,7 @@
 namespace tarvik::bench {
 namespace {
 
-// The detail errors of a controller that nobody told otherwise: what is wrong, and the argument it is in.
+// Detail errors of invalid PMC requests: the code, and the number of the wrong argument.
 constexpr int16_t kNoSuchAddress = 1;
 constexpr int16_t kNoSuchDataType = 2;
 constexpr int16_t kRangeWrong = 3;
@@ -18,11 +18,11 @@ bool Overlaps(const PmcRange& range, const Request& request) {
   return range.area == request.areaType && range.first <= request.last && range.last >= request.first;
 }
 
-/// The code that this request gets in the place of a good answer; `count`: how many of its kind there were,
-/// this one included.
+/// The result code that replaces the normal answer, if any. `count`: requests of this kind so far, including
+/// this one.
 std::optional<int16_t> ForcedResult(const CallRule& rule, int32_t count) {
-  if (rule.times != 0 && count > rule.times) return std::nullopt;
-  if (rule.every != 0 && count % rule.every != 0) return std::nullopt;
+  if (rule.onlyFirst != 0 && count > rule.onlyFirst) return std::nullopt;
+  if (rule.everyNth != 0 && count % rule.everyNth != 0) return std::nullopt;
   return rule.result;
 }
 
@@ -50,15 +50,15 @@ ControllerAction Controller::Answer(ControllerSession& session, std::string_view
     case CallRule::Answer::Silent:
       return {};
     case CallRule::Answer::Dropped:
-      return {rule.delay, {}, true};
+      return {rule.delayMs, {}, true};
     case CallRule::Answer::Rubbish:
-      return {rule.delay, "This is no answer.", false};
-    case CallRule::Answer::Given:
+      return {rule.delayMs, "This is no answer.", false};
+    case CallRule::Answer::Normal:
       break;
   }
   const std::optional<int16_t> forced = ForcedResult(rule, count);
   const Reply reply = forced && *forced != 0 ? Reply{*forced, {}} : Handle(session, *request, now);
-  return {rule.delay, ReplyMessage(reply), false};
+  return {rule.delayMs, ReplyMessage(reply), false};
 }
 
 Reply Controller::Handle(ControllerSession& session, const Request& request, int64_t now) {
@@ -87,7 +87,7 @@ std::optional<DetailError> Controller::PmcFaultOf(const Request& request) const 
   if (request.first < 0 || request.last < request.first || static_cast<size_t>(request.last) >= size) {
     return DetailError{kRangeWrong, kRangeArgument};
   }
-  if (request.last - request.first >= static_cast<int>(kMostPmcBytes)) {
+  if (request.last - request.first >= static_cast<int>(kMaxPmcBytes)) {
     return DetailError{kTooLong, kRangeArgument};
   }
   for (const PmcFault& fault : scenario_.faults) {
@@ -105,7 +105,7 @@ Reply Controller::ReadPmc(ControllerSession& session, const Request& request, in
   std::string bytes(area.begin() + request.first, area.begin() + request.last + 1);
   for (const PmcCounter& counter : scenario_.counters) {
     if (!Overlaps(counter.range, request)) continue;
-    const int64_t steps = counter.everyMilliseconds == 0 ? reads_ : now / counter.everyMilliseconds;
+    const int64_t steps = counter.periodMs == 0 ? reads_ : now / counter.periodMs;
     const int32_t last = std::min<int32_t>(counter.range.last, request.last);
     for (int32_t i = std::max<int32_t>(counter.range.first, request.first); i <= last; ++i) {
       char& byte = bytes[static_cast<size_t>(i - request.first)];

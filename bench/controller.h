@@ -11,26 +11,26 @@
 
 namespace tarvik::bench {
 
-/// What a controller does upon a request.
+/// What a controller does in response to a request.
 struct ControllerAction {
-  int32_t delay = 0;        ///< milliseconds to wait before it
-  std::string bytes;        ///< to be sent; may be empty
-  bool disconnect = false;  ///< the connection ends behind the bytes
+  int32_t delayMs = 0;      ///< wait before acting
+  std::string bytes;        ///< to send; may be empty
+  bool disconnect = false;  ///< close the connection after sending the bytes
 };
 
-/// What a controller remembers of one connection.
+/// The state of one connection.
 struct ControllerSession {
-  bool connected = false;  ///< the connect request has got result 0
+  bool connected = false;  ///< the connect request returned 0
   DetailError detail;      ///< of the latest PMC error
 };
 
-/// A controller without its network: requests in, answers out. Its memory begins as the scenario says.
+/// A controller without a network: requests in, answers out. The scenario sets its initial PMC memory.
 class Controller {
  public:
   explicit Controller(ControllerScenario scenario);
 
-  /// `now`: milliseconds since the controller was switched on. A payload that is no request ends the
-  /// connection, and so does every request but the first kind before a connection stands.
+  /// `now`: milliseconds since the controller was switched on. An invalid payload ends the connection, and so
+  /// does any other request before Connect has succeeded.
   ControllerAction Answer(ControllerSession& session, std::string_view payload, int64_t now);
 
   const ControllerScenario& Scenario() const { return scenario_; }

@@ -2,8 +2,8 @@
 //
 //   practice_controller [--port NUMBER] SCENARIO
 //
-// SCENARIO is a file, or "-" for the standard input. Says where it listens when it does, and runs until it is
-// ended from outside.
+// SCENARIO is a file, or "-" for standard input. Prints "listening on port N" once it accepts connections,
+// which callers wait for, and runs until it is killed.
 
 #include <cstdio>
 #include <string>

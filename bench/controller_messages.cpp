@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::string_view kMark = "TB";
 constexpr size_t kHeaderSize = 4;
-constexpr size_t kMostPayload = kMostPmcBytes + 64;
-constexpr size_t kMostAccessCode = 255;
+constexpr size_t kMaxPayloadBytes = kMaxPmcBytes + 64;
+constexpr size_t kMaxAccessCodeBytes = 255;
 
 std::string Message(const std::string& payload) {
   std::string message(kMark);
@@ -22,7 +22,7 @@ std::string Message(const std::string& payload) {
 std::string RequestMessage(const Request& request) {
   std::string payload;
   AppendNumber(payload, static_cast<uint8_t>(request.call));
-  if (request.call == Call::Connect) payload += request.accessCode.substr(0, kMostAccessCode);
+  if (request.call == Call::Connect) payload += request.accessCode.substr(0, kMaxAccessCodeBytes);
   if (request.call == Call::PmcRead) {
     for (const int16_t number : {request.areaType, request.dataType, request.first, request.last}) {
       AppendNumber(payload, number);
@@ -42,7 +42,7 @@ std::optional<std::string> TakePayload(std::string& received, bool& broken) {
   broken = begun != kMark.substr(0, begun.size());
   if (broken || received.size() < kHeaderSize) return std::nullopt;
   const auto length = ByteReader(std::string_view(received).substr(kMark.size())).Take<uint16_t>();
-  broken = length > kMostPayload;
+  broken = length > kMaxPayloadBytes;
   if (broken || received.size() < kHeaderSize + length) return std::nullopt;
   std::string payload = received.substr(kHeaderSize, length);
   received.erase(0, kHeaderSize + length);
@@ -61,7 +61,7 @@ std::optional<Request> ParseRequest(std::string_view payload) {
       *number = reader.Take<int16_t>();
     }
   }
-  if (!reader.ExactlyRead() || request.accessCode.size() > kMostAccessCode) return std::nullopt;
+  if (!reader.ExactlyRead() || request.accessCode.size() > kMaxAccessCodeBytes) return std::nullopt;
   return request;
 }
 

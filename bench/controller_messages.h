@@ -9,37 +9,37 @@
 
 namespace tarvik::bench {
 
-// What the stand-in of the CNC library and the simulated controller say to each other over TCP. A message
-// is "TB", the payload's length in two bytes and the payload; all numbers are little-endian. One connection
-// serves one handle, a request at a time.
+// The TCP protocol between the CNC library's stand-in and the simulated controller. A message is "TB", the
+// payload length in two bytes, and the payload; all numbers are little-endian. Each handle has a connection
+// of its own and sends one request at a time.
 
-/// What a request asks for.
+/// The kinds of request. The values are sent over the wire.
 enum class Call : uint8_t { Connect, Options, SystemInfo, PmcRead, PmcDetail };
 
 inline constexpr size_t kCallCount = 5;
 inline constexpr size_t kPmcAreaCount = 13;
-inline constexpr size_t kMostPmcBytes = 8001;
+inline constexpr size_t kMaxPmcBytes = 8001;
 
-/// The results that a controller gives beside 0.
+/// Result codes other than 0 that the controller produces by itself.
 inline constexpr int16_t kResultAccessCode = 7;
 inline constexpr int16_t kResultPmc = -16;
 
 struct Request {
   Call call = Call::Connect;
   std::string accessCode;  ///< Connect; empty = none given
-  int16_t areaType = 0;    ///< PmcRead, and the next three
+  int16_t areaType = 0;    ///< PmcRead only, like the next three
   int16_t dataType = 0;
   int16_t first = 0;
   int16_t last = 0;
 };
 
-/// The body is there with result 0 only: the option word, the system information, the bytes, the details.
+/// The body is empty unless the result is 0: the option word, system information, PMC bytes, or error detail.
 struct Reply {
   int16_t result = 0;
   std::string body;
 };
 
-/// Texts are padded with blanks to their width, or cut.
+/// Texts are padded with spaces to their width, or truncated.
 struct SystemInformation {
   int16_t addinfo = 0x0200;
   int16_t maxAxes = 32;
@@ -55,19 +55,19 @@ struct DetailError {
   int16_t item = 0;
 };
 
-/// Whole messages, ready to be sent. An access code is cut after 255 bytes.
+/// Complete messages, ready to send. Access codes are truncated to 255 bytes.
 std::string RequestMessage(const Request& request);
 std::string ReplyMessage(const Reply& reply);
 
-/// Takes the first message's payload out of what has been received; nothing while it is not complete. Sets
-/// `broken` when what came is no message and nothing sensible can follow.
+/// Removes the first message from the received bytes and returns its payload; nothing until the message is
+/// complete. Sets `broken` when the bytes are not a message, after which the stream is unusable.
 std::optional<std::string> TakePayload(std::string& received, bool& broken);
 
-/// Nothing when the payload is none of ours.
+/// Nothing when the payload is malformed.
 std::optional<Request> ParseRequest(std::string_view payload);
 std::optional<Reply> ParseReply(std::string_view payload);
 
-/// Bodies of replies. The system information is the library's own record of 18 bytes.
+/// Reply bodies. The system information has the layout of the library's 18-byte record.
 std::string OptionsBody(uint32_t options);
 std::string SystemInformationBody(const SystemInformation& information);
 std::string DetailBody(const DetailError& detail);

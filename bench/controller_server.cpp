@@ -7,44 +7,44 @@
 namespace tarvik::bench {
 namespace {
 
-// Below what the system can wait for at once.
-constexpr size_t kMostConnections = 60;
-// A client that sends on without reading its answers is not listened to any more.
-constexpr size_t kMostAnswers = 16;
+// With the listener below 64, which is all that Windows' select can wait for.
+constexpr size_t kMaxConnections = 60;
+// Stops reading from a client that sends requests without reading the answers.
+constexpr size_t kMaxQueuedAnswers = 16;
 
 }  // namespace
 
 ControllerServer::ControllerServer(ControllerScenario scenario, const Endpoint& own)
-    : controller_(std::move(scenario)), listener_(Socket::ListenTcp(own)), begun_(Milliseconds()) {
+    : controller_(std::move(scenario)), listener_(Socket::ListenTcp(own)), startedAt_(MonotonicMs()) {
   if (!listener_.IsOpen()) throw ScenarioError("cannot listen on port " + std::to_string(own.port));
   port_ = listener_.Port();
 }
 
 void ControllerServer::Step(int64_t milliseconds) {
-  std::vector<Waiting> waiting;
-  const int64_t begin = Milliseconds();
-  int64_t wakeUp = begin + milliseconds;
-  const bool accepting = listener_.IsOpen() && connections_.size() < kMostConnections;
-  if (accepting) waiting.push_back({&listener_, false});
+  std::vector<PollEntry> polled;
+  const int64_t begin = MonotonicMs();
+  int64_t wakeTime = begin + milliseconds;
+  const bool accepting = listener_.IsOpen() && connections_.size() < kMaxConnections;
+  if (accepting) polled.push_back({&listener_, false});
   for (Connection& connection : connections_) {
-    if (!connection.answers.empty()) wakeUp = std::min(wakeUp, connection.answers.front().due);
+    if (!connection.answers.empty()) wakeTime = std::min(wakeTime, connection.answers.front().due);
     if (!connection.toSend.empty()) {
-      waiting.push_back({&connection.socket, true});
-    } else if (connection.answers.size() < kMostAnswers) {
-      waiting.push_back({&connection.socket, false});
+      polled.push_back({&connection.socket, true});
+    } else if (connection.answers.size() < kMaxQueuedAnswers) {
+      polled.push_back({&connection.socket, false});
     }
   }
-  WaitForAny(waiting, wakeUp - begin);
-  const int64_t now = Milliseconds();
+  WaitForAny(polled, wakeTime - begin);
+  const int64_t now = MonotonicMs();
   for (Connection& connection : connections_) {
-    const bool readable = std::any_of(waiting.begin(), waiting.end(), [&connection](const Waiting& one) {
+    const bool readable = std::any_of(polled.begin(), polled.end(), [&connection](const PollEntry& one) {
       return one.socket == &connection.socket && one.ready && !one.forWriting;
     });
     if (readable) Receive(connection, now);
-    Proceed(connection, now);
+    SendDueAnswers(connection, now);
   }
-  connections_.remove_if([](const Connection& connection) { return connection.gone; });
-  if (accepting && waiting.front().ready) AcceptOne();
+  connections_.remove_if([](const Connection& connection) { return connection.closed; });
+  if (accepting && polled.front().ready) AcceptOne();
 }
 
 void ControllerServer::AcceptOne() {
@@ -52,37 +52,37 @@ void ControllerServer::AcceptOne() {
   if (!socket.IsOpen()) return;
   connections_.emplace_back().socket = std::move(socket);
   ++accepted_;
-  // Without a listener the system itself refuses.
-  const int32_t most = controller_.Scenario().connections;
-  if (most != 0 && accepted_ >= most) listener_.Close();
+  // Without a listener the system refuses further connections.
+  const int32_t max = controller_.Scenario().maxConnections;
+  if (max != 0 && accepted_ >= max) listener_.Close();
 }
 
 void ControllerServer::Receive(Connection& connection, int64_t now) {
   if (connection.socket.Receive(connection.received) == Transfer::Finished) {
-    connection.gone = true;
+    connection.closed = true;
     return;
   }
   bool broken = false;
-  while (connection.answers.size() < kMostAnswers) {
+  while (connection.answers.size() < kMaxQueuedAnswers) {
     const std::optional<std::string> payload = TakePayload(connection.received, broken);
     if (!payload) break;
-    ControllerAction action = controller_.Answer(connection.session, *payload, now - begun_);
-    connection.answers.push_back({now + action.delay, std::move(action.bytes), action.disconnect});
+    ControllerAction action = controller_.Answer(connection.session, *payload, now - startedAt_);
+    connection.answers.push_back({now + action.delayMs, std::move(action.bytes), action.disconnect});
   }
-  if (broken) connection.gone = true;
+  if (broken) connection.closed = true;
 }
 
-void ControllerServer::Proceed(Connection& connection, int64_t now) {
-  while (!connection.answers.empty() && connection.answers.front().due <= now && !connection.ending) {
+void ControllerServer::SendDueAnswers(Connection& connection, int64_t now) {
+  while (!connection.answers.empty() && connection.answers.front().due <= now && !connection.closeWhenSent) {
     Answer& answer = connection.answers.front();
     connection.toSend += answer.bytes;
-    connection.ending = answer.disconnect;
+    connection.closeWhenSent = answer.disconnect;
     connection.answers.pop_front();
   }
   if (!connection.toSend.empty() && connection.socket.Send(connection.toSend) == Transfer::Finished) {
-    connection.gone = true;
+    connection.closed = true;
   }
-  if (connection.ending && connection.toSend.empty()) connection.gone = true;
+  if (connection.closeWhenSent && connection.toSend.empty()) connection.closed = true;
 }
 
 }  // namespace tarvik::bench

@@ -10,15 +10,15 @@
 
 namespace tarvik::bench {
 
-/// A controller on the network. It serves all its connections side by side, on one thread.
+/// A controller on the network. Serves all connections concurrently on the thread that calls Step.
 class ControllerServer {
  public:
-  /// Listens at once. Throws ScenarioError when the endpoint cannot be had.
+  /// Starts listening. Throws ScenarioError when the endpoint is not available.
   ControllerServer(ControllerScenario scenario, const Endpoint& own);
 
   uint16_t Port() const { return port_; }
 
-  /// Waits for something to do, so many milliseconds at most, and does it.
+  /// Waits up to `milliseconds` for network activity or a due answer and handles it.
   void Step(int64_t milliseconds);
 
  private:
@@ -34,18 +34,18 @@ class ControllerServer {
     std::string received;
     std::deque<Answer> answers;
     std::string toSend;
-    bool ending = false;  ///< goes when everything is sent
-    bool gone = false;
+    bool closeWhenSent = false;  ///< close once everything is sent
+    bool closed = false;
   };
 
   void AcceptOne();
   void Receive(Connection& connection, int64_t now);
-  void Proceed(Connection& connection, int64_t now);
+  void SendDueAnswers(Connection& connection, int64_t now);
 
   Controller controller_;
   Socket listener_;
   uint16_t port_ = 0;
-  int64_t begun_ = 0;
+  int64_t startedAt_ = 0;
   int32_t accepted_ = 0;
   std::list<Connection> connections_;
 };

@@ -7,19 +7,19 @@
 
 namespace tarvik::bench {
 
-/// A setting of the bench, which is an environment variable; `fallback` when it is not set.
+/// The environment variable's value; `fallback` when it is not set, empty, or longer than 1,023 bytes.
 inline std::string Setting(const char* name, const std::string& fallback) {
   char value[1024];
   const DWORD length = ::GetEnvironmentVariableA(name, value, sizeof value);
   return length == 0 || length >= sizeof value ? fallback : std::string(value, length);
 }
 
-/// The setting's words, separated by blanks, contain that one.
+/// True when the space-separated words of the variable include `word`.
 inline bool SettingHas(const char* name, const std::string& word) {
   return (" " + Setting(name, "") + " ").find(" " + word + " ") != std::string::npos;
 }
 
-/// The value in the setting's words of the form "name=value"; nothing when the name is not among them.
+/// The value of the variable's word "name=value"; nothing when the name does not occur.
 inline std::optional<std::string> NamedSetting(const char* setting, const std::string& name) {
   const std::string words = " " + Setting(setting, "") + " ";
   const size_t found = words.find(" " + name + "=");

@@ -6,21 +6,21 @@
 namespace tarvik::bench {
 namespace {
 
-constexpr size_t kMostHandles = 32;
-constexpr int kTries = 3;
+constexpr size_t kMaxHandles = 32;
+constexpr int kMaxTries = 3;
 
-/// The reply to the request with the number; nothing when none has come by the deadline.
+/// The reply to the request with this number; nothing when the deadline passes first.
 std::optional<K7Reply> WaitForReply(const Socket& socket, uint32_t number, int64_t deadline) {
   while (true) {
-    const int64_t left = deadline - Milliseconds();
+    const int64_t left = deadline - MonotonicMs();
     if (left <= 0) return std::nullopt;
-    std::vector<Waiting> waiting = {{&socket, false}};
-    WaitForAny(waiting, left);
-    if (!waiting[0].ready) continue;
+    std::vector<PollEntry> polled = {{&socket, false}};
+    WaitForAny(polled, left);
+    if (!polled[0].ready) continue;
     Endpoint from;
     Transfer state = Transfer::Done;
     const std::optional<std::string> datagram = socket.ReceiveDatagram(from, state);
-    // Nobody listens there: the system has been told.
+    // The host answered "port unreachable": nothing listens there.
     if (state == Transfer::Finished) return std::nullopt;
     if (!datagram) continue;
     const std::optional<K7Reply> reply = ParseK7Reply(*datagram);
@@ -31,12 +31,12 @@ std::optional<K7Reply> WaitForReply(const Socket& socket, uint32_t number, int64
 }  // namespace
 
 K7Error K7Handles::Allocate(int32_t& handle) {
-  if (handles_.size() >= kMostHandles) return K7Error::NoEmptyHandle;
+  if (handles_.size() >= kMaxHandles) return K7Error::NoEmptyHandle;
   do {
-    latest_ = latest_ == INT32_MAX ? 1 : latest_ + 1;
-  } while (handles_.contains(latest_));
-  handles_[latest_];
-  handle = latest_;
+    lastHandle_ = lastHandle_ == INT32_MAX ? 1 : lastHandle_ + 1;
+  } while (handles_.contains(lastHandle_));
+  handles_[lastHandle_];
+  handle = lastHandle_;
   return K7Error::None;
 }
 
@@ -66,12 +66,12 @@ K7Error K7Handles::Free(int32_t handle) {
 }
 
 bool K7Handles::Exchange(const Socket& socket, K7Request request, K7Reply& reply) {
-  // A datagram may get lost.
-  for (int i = 0; i < kTries; ++i) {
-    request.number = ++number_;
+  // UDP datagrams can be lost.
+  for (int i = 0; i < kMaxTries; ++i) {
+    request.number = ++lastRequestNumber_;
     std::string datagram = K7Datagram(request);
     if (socket.Send(datagram) != Transfer::Done) continue;
-    if (const auto answer = WaitForReply(socket, request.number, Milliseconds() + waiting_)) {
+    if (const auto answer = WaitForReply(socket, request.number, MonotonicMs() + replyTimeOutMs_)) {
       reply = *answer;
       return true;
     }

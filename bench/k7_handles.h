@@ -20,15 +20,15 @@ enum class K7Error : uint32_t {
   CannotConnect = 0x1009F101,
 };
 
-/// The handles that the stand-in of the K7 API has given out, each able to reach one server.
+/// The open handles of the K7 API's stand-in. Each can be connected to one K7 server.
 class K7Handles {
  public:
-  /// `waiting`: milliseconds for one answer; each request is sent three times at most.
-  explicit K7Handles(int64_t waiting) : waiting_(waiting) {}
+  /// Waits `replyTimeOutMs` for each reply and sends each request at most three times.
+  explicit K7Handles(int64_t replyTimeOutMs) : replyTimeOutMs_(replyTimeOutMs) {}
 
   K7Error Allocate(int32_t& handle);
   K7Error Connect(int32_t handle, const std::string& host, uint16_t port);
-  /// `reply` is what the server says of the unit when the result is None.
+  /// Asks the connected server for a unit's state. `reply` is only set when the server answers.
   K7Error Check(int32_t handle, const std::string& address, int32_t stateA, int32_t stateB, K7Reply& reply);
   K7Error Free(int32_t handle);
 
@@ -37,10 +37,10 @@ class K7Handles {
  private:
   bool Exchange(const Socket& socket, K7Request request, K7Reply& reply);
 
-  int64_t waiting_;
-  std::map<int32_t, Socket> handles_;  ///< none in it = not connected
-  int32_t latest_ = 0;
-  uint32_t number_ = 0;
+  int64_t replyTimeOutMs_;
+  std::map<int32_t, Socket> handles_;  ///< a closed socket = not connected
+  int32_t lastHandle_ = 0;
+  uint32_t lastRequestNumber_ = 0;
 };
 
 }  // namespace tarvik::bench

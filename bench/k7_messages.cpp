@@ -16,7 +16,7 @@ std::string K7Datagram(const K7Request& request) {
   AppendNumber(bytes, static_cast<uint8_t>(request.kind));
   AppendNumber(bytes, request.stateA);
   AppendNumber(bytes, request.stateB);
-  return bytes + request.address.substr(0, kMostK7Address);
+  return bytes + request.address.substr(0, kMaxK7AddressBytes);
 }
 
 std::string K7Datagram(const K7Reply& reply) {
@@ -40,7 +40,7 @@ std::optional<K7Request> ParseK7Request(std::string_view datagram) {
   request.stateB = reader.Take<int32_t>();
   request.address = reader.TakeRest();
   if (!reader.ExactlyRead() || kind > static_cast<uint8_t>(K7Request::Kind::Check)) return std::nullopt;
-  if (request.address.size() > kMostK7Address) return std::nullopt;
+  if (request.address.size() > kMaxK7AddressBytes) return std::nullopt;
   return request;
 }
 

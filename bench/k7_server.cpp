@@ -7,13 +7,13 @@
 namespace tarvik::bench {
 namespace {
 
-constexpr int32_t kMostMilliseconds = 600000;
+constexpr int32_t kMaxDelayMs = 600000;
 
 K7Verdict VerdictOf(const ScenarioLine& line, const std::string& word) {
   if (word == "live") return K7Verdict::Live;
   if (word == "dead") return K7Verdict::Dead;
   if (word == "unknown") return K7Verdict::Unknown;
-  line.Fail("\"live\", \"dead\" or \"unknown\" is expected, not \"" + word + "\"");
+  line.Fail("expected \"live\", \"dead\" or \"unknown\", not \"" + word + "\"");
 }
 
 const std::string& OneWord(const ScenarioLine& line) {
@@ -30,7 +30,7 @@ void ReadUnit(K7Scenario& scenario, const ScenarioLine& line) {
 void ReadStop(K7Scenario& scenario, const ScenarioLine& line) {
   const std::string& word = OneWord(line);
   if (word != "ignored" && word != "refused") {
-    line.Fail("\"ignored\" or \"refused\" is expected, not \"" + word + "\"");
+    line.Fail("expected \"ignored\" or \"refused\", not \"" + word + "\"");
   }
   scenario.stop = word == "ignored" ? K7Scenario::Stop::Ignored : K7Scenario::Stop::Refused;
 }
@@ -48,15 +48,15 @@ void ReadLine(K7Scenario& scenario, const ScenarioLine& line) {
     line.Expect(0, 0);
     scenario.silent = true;
   } else if (name == "start_takes") {
-    scenario.startsNever = OneWord(line) == "forever";
-    if (!scenario.startsNever) scenario.startTakes = line.Number(0, 0, kMostMilliseconds);
+    scenario.neverStarts = OneWord(line) == "forever";
+    if (!scenario.neverStarts) scenario.startPendingMs = line.Number(0, 0, kMaxDelayMs);
   } else if (name == "stop_takes") {
     OneWord(line);
-    scenario.stopTakes = line.Number(0, 0, kMostMilliseconds);
+    scenario.stopPendingMs = line.Number(0, 0, kMaxDelayMs);
   } else if (name == "stop") {
     ReadStop(scenario, line);
   } else {
-    line.Fail("not known");
+    line.Fail("unknown keyword");
   }
 }
 
@@ -84,16 +84,16 @@ std::string K7Server::Answer(std::string_view datagram) {
     reply.verdict = found->second.verdict;
     reply.stateA = restarts;
   }
-  // Unsigned, because the caller may hand in any number.
+  // Unsigned: incrementing the caller's number must not overflow.
   reply.stateB = static_cast<int32_t>(static_cast<uint32_t>(request->stateB) + 1);
   reply.extra = request->stateA != 0 && request->stateA != reply.stateA ? 1 : 0;
   return K7Datagram(reply);
 }
 
 void ServeK7(K7Server& server, const Socket& socket, int64_t milliseconds) {
-  std::vector<Waiting> waiting = {{&socket, false}};
-  WaitForAny(waiting, milliseconds);
-  if (!waiting[0].ready) return;
+  std::vector<PollEntry> polled = {{&socket, false}};
+  WaitForAny(polled, milliseconds);
+  if (!polled[0].ready) return;
   Endpoint from;
   Transfer state = Transfer::Done;
   const std::optional<std::string> datagram = socket.ReceiveDatagram(from, state);

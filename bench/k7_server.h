@@ -10,43 +10,43 @@
 
 namespace tarvik::bench {
 
-/// Everything that the K7 server of the bench is told. As it stands: every unit is live, and the service
-/// starts and stops at once.
+/// The configuration of the bench's K7 server. By default every unit is live, and the service starts and
+/// stops immediately.
 struct K7Scenario {
-  /// How the service takes a request to stop.
+  /// How the service treats a stop request.
   enum class Stop {
     Obeyed,
-    Ignored,  ///< taken, and nothing follows
-    Refused   ///< not taken
+    Ignored,  ///< accepted, but the service keeps running
+    Refused   ///< rejected
   };
 
   struct Unit {
     K7Verdict verdict = K7Verdict::Live;
-    bool reboots = false;  ///< restarts before every check
+    bool reboots = false;  ///< restarts before each check
   };
 
-  uint16_t port = kK7Port;             ///< 0 = one that is free
-  std::map<std::string, Unit> units;   ///< by the address as the caller writes it
-  K7Verdict others = K7Verdict::Live;  ///< what every unit is that is not named
-  bool silent = false;                 ///< no datagram is answered
-  int32_t startTakes = 0;              ///< milliseconds
-  bool startsNever = false;            ///< stays in "start pending"
-  int32_t stopTakes = 0;               ///< milliseconds
+  uint16_t port = kK7Port;             ///< 0 = any free port
+  std::map<std::string, Unit> units;   ///< by address, as the caller spells it
+  K7Verdict others = K7Verdict::Live;  ///< state of all units not listed
+  bool silent = false;                 ///< never replies
+  int32_t startPendingMs = 0;          ///< time in "start pending"
+  bool neverStarts = false;            ///< stays in "start pending" forever
+  int32_t stopPendingMs = 0;           ///< time in "stop pending"
   Stop stop = Stop::Obeyed;
 };
 
-/// Reads a scenario's text; bench/README.md describes it. Throws ScenarioError.
+/// Parses a scenario file; bench/README.md describes the format. Throws ScenarioError.
 K7Scenario ReadK7Scenario(std::string_view text);
 
-/// The K7 server without its network and without the service around it.
+/// The K7 server without a network and without the Windows service.
 class K7Server {
  public:
   explicit K7Server(K7Scenario scenario) : scenario_(std::move(scenario)) {}
 
   const K7Scenario& Scenario() const { return scenario_; }
 
-  /// The answer to a datagram; empty = none. State A counts a unit's restarts from 1, state B the checks; the
-  /// further output is 1 when the unit has restarted since the check whose state A was handed in.
+  /// The reply datagram; empty = no reply. State A counts a unit's restarts from 1. State B is the caller's
+  /// state B plus 1. The extra output is 1 when the unit has restarted since the caller's state A.
   std::string Answer(std::string_view datagram);
 
  private:
@@ -54,7 +54,7 @@ class K7Server {
   std::map<std::string, int32_t> restarts_;
 };
 
-/// Answers what comes to the socket for so many milliseconds.
+/// Waits up to `milliseconds` for one datagram and answers it.
 void ServeK7(K7Server& server, const Socket& socket, int64_t milliseconds);
 
 }  // namespace tarvik::bench

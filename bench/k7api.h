@@ -1,8 +1,9 @@
 #ifndef TARVIK_BENCH_K7API_H
 #define TARVIK_BENCH_K7API_H
 
-/* The K7 API as its stand-in exports it, in plain C, independent of the product's own declarations. Strings
-   are buffers of 256 bytes that the library may rewrite. The 16-bit results are Booleans. */
+/* The K7 API's exports in plain C, declared independently of the product so that the two can be compared.
+   Strings are 256-byte buffers that the library may overwrite. 16-bit results are Booleans, true = -1; the
+   32-bit results are 0 on success. */
 
 #include <stdint.h>
 

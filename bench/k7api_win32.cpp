@@ -1,14 +1,12 @@
-// Stand-in for the K7 API: its calls go over UDP to the K7 server of the bench. Settings:
-//   TARVIK_BENCH_CALLS     a file that gets a line for each call, with arguments, result and, behind it, the
-//                          number of handles that are open
-//   TARVIK_BENCH_K7_PORT   the server's UDP port (8300)
-//   TARVIK_BENCH_K7_FAIL   calls that fail; words "call=code" or "call=code:systemerror", separated by
-//   blanks,
-//                          such as "K7_AllocHandle=0x1009F002:8"
-//   TARVIK_BENCH_K7_LIE    how it misbehaves; words separated by blanks:
-//     handle0    allocating succeeds, with handle 0
-//     unended    the strings that are passed come back full to their last byte
-//     rewritten  the strings that are passed come back as "rewritten"
+// Stand-in for the K7 API. Its calls go over UDP to the bench's K7 server. Environment variables:
+//   TARVIK_BENCH_CALLS    log file: a line per call with arguments, result and number of open handles
+//   TARVIK_BENCH_K7_PORT  the server's UDP port (default 8300)
+//   TARVIK_BENCH_K7_FAIL  calls to fail, as space-separated words "call=code" or "call=code:systemerror"; for
+//                         example "K7_AllocHandle=0x1009F002:8"
+//   TARVIK_BENCH_K7_LIE   space-separated kinds of misbehaviour:
+//     handle0    allocation succeeds with handle 0
+//     unended    string arguments are overwritten to the last byte, without a terminating null
+//     rewritten  string arguments are overwritten with "rewritten"
 
 #include "bench/k7api.h"
 
@@ -25,21 +23,21 @@ namespace {
 
 using namespace tarvik::bench;
 
-constexpr size_t kStringBuffer = 256;
-constexpr int64_t kWaitForAnswer = 1000;
+constexpr size_t kStringBufferBytes = 256;
+constexpr int64_t kReplyTimeOutMs = 1000;
 constexpr int16_t kTrue = -1;
 constexpr int32_t kFailure = -1;
 
 struct Library {
   Library() { StartNetwork(); }
 
-  K7Handles handles{kWaitForAnswer};
+  K7Handles handles{kReplyTimeOutMs};
   uint32_t errorCode = 0;
   uint32_t systemError = 0;
 };
 
 Library& TheLibrary() {
-  // Never ended: the system is half gone when a library's own ends come.
+  // Never destroyed: when a DLL's static destructors run, Winsock may already be unloaded.
   static Library& library = *new Library;
   return library;
 }
@@ -49,8 +47,8 @@ uint16_t Port() {
   return port > 0 && port <= UINT16_MAX ? static_cast<uint16_t>(port) : kK7Port;
 }
 
-/// The call's part of TARVIK_BENCH_K7_FAIL becomes the latest error.
-bool HasToFail(const std::string& call) {
+/// True when TARVIK_BENCH_K7_FAIL names the call; also makes its codes the last error.
+bool FailOnDemand(const std::string& call) {
   const std::optional<std::string> value = NamedSetting("TARVIK_BENCH_K7_FAIL", call);
   if (!value) return false;
   const size_t colon = value->find(':');
@@ -70,10 +68,10 @@ bool Done(K7Error error) {
   return error == K7Error::None;
 }
 
-std::string TextOf(const char* buffer) { return std::string(buffer, strnlen(buffer, kStringBuffer)); }
+std::string TextOf(const char* buffer) { return std::string(buffer, strnlen(buffer, kStringBufferBytes)); }
 
 void Rewrite(char* buffer) {
-  if (SettingHas("TARVIK_BENCH_K7_LIE", "unended")) std::memset(buffer, 'W', kStringBuffer);
+  if (SettingHas("TARVIK_BENCH_K7_LIE", "unended")) std::memset(buffer, 'W', kStringBufferBytes);
   if (SettingHas("TARVIK_BENCH_K7_LIE", "rewritten")) strcpy(buffer, "rewritten");
 }
 
@@ -92,7 +90,7 @@ int32_t K7_CALL K7_WSAStartup(void) {
 
 int32_t K7_CALL K7_AllocHandle(int32_t* handle) {
   int32_t number = 0;
-  const bool done = !HasToFail("K7_AllocHandle") && Done(TheLibrary().handles.Allocate(number));
+  const bool done = !FailOnDemand("K7_AllocHandle") && Done(TheLibrary().handles.Allocate(number));
   if (SettingHas("TARVIK_BENCH_K7_LIE", "handle0")) TheLibrary().handles.Free(std::exchange(number, 0));
   *handle = number;
   Log("K7_AllocHandle(" + std::to_string(number) + ")", done ? 0 : kFailure);
@@ -102,7 +100,7 @@ int32_t K7_CALL K7_AllocHandle(int32_t* handle) {
 int16_t K7_CALL K7_ConnectServer(int32_t handle, char* host) {
   const std::string text = TextOf(host);
   const bool done =
-      !HasToFail("K7_ConnectServer") && Done(TheLibrary().handles.Connect(handle, text, Port()));
+      !FailOnDemand("K7_ConnectServer") && Done(TheLibrary().handles.Connect(handle, text, Port()));
   Rewrite(host);
   Log("K7_ConnectServer(" + std::to_string(handle) + ", " + Quoted(text.c_str()) + ")", done ? kTrue : 0);
   return done ? kTrue : int16_t{0};
@@ -112,7 +110,7 @@ int16_t K7_CALL K7_CheckReboot2(int32_t handle, char* address, int32_t state_a, 
                                 int32_t* new_a, int32_t* new_b, int32_t* extra, int16_t* live) {
   const std::string text = TextOf(address);
   K7Reply reply;
-  const bool done = !HasToFail("K7_CheckReboot2") &&
+  const bool done = !FailOnDemand("K7_CheckReboot2") &&
                     Done(TheLibrary().handles.Check(handle, text, state_a, state_b, reply));
   if (done) {
     *new_a = reply.stateA;

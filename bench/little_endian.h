@@ -8,14 +8,15 @@
 
 namespace tarvik::bench {
 
+/// Appends the number, least significant byte first.
 template <std::integral Number>
 void AppendNumber(std::string& bytes, Number number) {
   const auto value = static_cast<std::make_unsigned_t<Number>>(number);
   for (size_t i = 0; i < sizeof value; ++i) bytes += static_cast<char>((value >> (8 * i)) & 0xFF);
 }
 
-/// Takes numbers and texts from the front of received bytes. A piece that is not there reads as 0 or empty
-/// and is remembered.
+/// Reads numbers and texts from the front of received bytes. Reading beyond the end yields 0 or an empty text
+/// and makes ExactlyRead false.
 class ByteReader {
  public:
   explicit ByteReader(std::string_view bytes) : bytes_(bytes) {}
@@ -44,7 +45,7 @@ class ByteReader {
 
   std::string_view TakeRest() { return TakeBytes(bytes_.size()); }
 
-  /// Everything that was asked for was there, and nothing is left.
+  /// True when no read went beyond the end and no byte is left.
   bool ExactlyRead() const { return complete_ && bytes_.empty(); }
 
  private:

@@ -5,17 +5,17 @@
 namespace tarvik::bench {
 namespace {
 
-constexpr int32_t kUsualTimeOut = 10;
-constexpr int32_t kMostTimeOut = 3600;
-constexpr size_t kMostHandles = 32;
+constexpr int32_t kDefaultTimeOutSeconds = 10;
+constexpr int32_t kMaxTimeOutSeconds = 3600;
+constexpr size_t kMaxHandles = 32;
 
 bool WaitFor(const Socket& socket, bool forWriting, int64_t deadline) {
   while (true) {
-    const int64_t left = deadline - Milliseconds();
+    const int64_t left = deadline - MonotonicMs();
     if (left <= 0) return false;
-    std::vector<Waiting> waiting = {{&socket, forWriting}};
-    WaitForAny(waiting, left);
-    if (waiting[0].ready) return true;
+    std::vector<PollEntry> polled = {{&socket, forWriting}};
+    WaitForAny(polled, left);
+    if (polled[0].ready) return true;
   }
 }
 
@@ -24,40 +24,40 @@ int16_t Exchange(const Socket& socket, const Request& request, size_t bodySize, 
   std::string toSend = RequestMessage(request);
   while (!toSend.empty()) {
     if (!WaitFor(socket, true, deadline)) return kResultTimeOut;
-    if (socket.Send(toSend) == Transfer::Finished) return kResultLost;
+    if (socket.Send(toSend) == Transfer::Finished) return kResultConnectionLost;
   }
   std::string received;
   bool broken = false;
   std::optional<std::string> payload;
   while (!(payload = TakePayload(received, broken))) {
-    if (broken) return kResultNoAnswer;
+    if (broken) return kResultBadReply;
     if (!WaitFor(socket, false, deadline)) return kResultTimeOut;
-    if (socket.Receive(received) == Transfer::Finished) return kResultLost;
+    if (socket.Receive(received) == Transfer::Finished) return kResultConnectionLost;
   }
   std::optional<Reply> reply = ParseReply(*payload);
-  // One request has one answer, so nothing can follow it.
-  if (!reply || !received.empty()) return kResultNoAnswer;
-  if (reply->body.size() != (reply->result == 0 ? bodySize : 0)) return kResultNoAnswer;
+  // Each request has exactly one reply, so extra bytes are an error.
+  if (!reply || !received.empty()) return kResultBadReply;
+  if (reply->body.size() != (reply->result == 0 ? bodySize : 0)) return kResultBadReply;
   body = std::move(reply->body);
   return reply->result;
 }
 
 bool EndsConnection(int16_t result) {
-  return result == kResultTimeOut || result == kResultLost || result == kResultNoAnswer;
+  return result == kResultTimeOut || result == kResultConnectionLost || result == kResultBadReply;
 }
 
 }  // namespace
 
 int32_t EffectiveTimeOut(int32_t timeOut) {
-  return timeOut <= 0 ? kUsualTimeOut : timeOut < kMostTimeOut ? timeOut : kMostTimeOut;
+  return timeOut <= 0 ? kDefaultTimeOutSeconds : timeOut < kMaxTimeOutSeconds ? timeOut : kMaxTimeOutSeconds;
 }
 
-int16_t NxConnections::FreeNumber(uint16_t& handle) {
-  if (connections_.size() >= kMostHandles) return kResultNoMemory;
+int16_t NxConnections::FindFreeHandle(uint16_t& handle) {
+  if (connections_.size() >= kMaxHandles) return kResultNoHandle;
   do {
-    ++latest_;
-  } while (latest_ == 0 || connections_.contains(latest_));
-  handle = latest_;
+    ++lastHandle_;
+  } while (lastHandle_ == 0 || connections_.contains(lastHandle_));
+  handle = lastHandle_;
   return 0;
 }
 
@@ -65,7 +65,7 @@ int16_t NxConnections::Allocate(const std::string& host, uint16_t port, const st
                                 int32_t timeOut, uint16_t& handle) {
   Connection connection;
   connection.timeOut = EffectiveTimeOut(timeOut);
-  const int64_t deadline = Milliseconds() + int64_t{1000} * connection.timeOut;
+  const int64_t deadline = MonotonicMs() + int64_t{1000} * connection.timeOut;
   const std::optional<uint32_t> address = ResolveHost(host);
   if (!address) return kResultNoHost;
   connection.socket = Socket::StartConnectTcp({*address, port});
@@ -77,7 +77,7 @@ int16_t NxConnections::Allocate(const std::string& host, uint16_t port, const st
   std::string body;
   int16_t result = Exchange(connection.socket, request, 0, deadline, body);
   uint16_t number = 0;
-  if (result == 0) result = FreeNumber(number);
+  if (result == 0) result = FindFreeHandle(number);
   if (result != 0) return result;
   connections_.emplace(number, std::move(connection));
   handle = number;
@@ -88,10 +88,10 @@ int16_t NxConnections::Ask(uint16_t handle, const Request& request, size_t bodyS
   const auto found = connections_.find(handle);
   if (found == connections_.end()) return kResultBadHandle;
   Connection& connection = found->second;
-  if (!connection.socket.IsOpen()) return kResultLost;
-  const int64_t deadline = Milliseconds() + int64_t{1000} * connection.timeOut;
+  if (!connection.socket.IsOpen()) return kResultConnectionLost;
+  const int64_t deadline = MonotonicMs() + int64_t{1000} * connection.timeOut;
   const int16_t result = Exchange(connection.socket, request, bodySize, deadline, body);
-  // An answer that comes too late would be taken for the next request's.
+  // Otherwise a late reply would be mistaken for the next request's.
   if (EndsConnection(result)) connection.socket.Close();
   return result;
 }

@@ -9,31 +9,31 @@
 
 namespace tarvik::bench {
 
-/// Results that the stand-in of the CNC library gives of itself, beside those of the controller.
+/// Results that the CNC library's stand-in produces by itself, in addition to the controller's.
 inline constexpr int16_t kResultBadHandle = -8;
-inline constexpr int16_t kResultNoHost = -101;        ///< the host's name is not known
-inline constexpr int16_t kResultNoConnection = -102;  ///< refused, or no way to the host
+inline constexpr int16_t kResultNoHost = -101;        ///< host name unknown
+inline constexpr int16_t kResultNoConnection = -102;  ///< refused, or host unreachable
 inline constexpr int16_t kResultTimeOut = -103;
-inline constexpr int16_t kResultLost = -104;      ///< the connection has ended under the call
-inline constexpr int16_t kResultNoAnswer = -105;  ///< what came back is no answer
-inline constexpr int16_t kResultNoMemory = -106;  ///< no handle is free
-inline constexpr int16_t kResultArgument = 4;     ///< an argument that no call can take
+inline constexpr int16_t kResultConnectionLost = -104;  ///< the connection ended during the call
+inline constexpr int16_t kResultBadReply = -105;        ///< the reply is malformed
+inline constexpr int16_t kResultNoHandle = -106;        ///< all handles are in use
+inline constexpr int16_t kResultBadArgument = 4;        ///< invalid argument
 
-/// The handles that the stand-in of the CNC library has given out, each a connection to a controller.
+/// The open handles of the CNC library's stand-in. Each is a connection to a controller.
 class NxConnections {
  public:
-  /// Connects and presents the access code (empty = none). The time-out, in seconds, holds for the whole of
-  /// it, and afterwards for each call on the handle; 0 and less stand for 10, and an hour is the most.
+  /// Connects and sends the access code (empty = none). The time-out, in seconds, applies to both together,
+  /// and later to each call on the handle; see EffectiveTimeOut.
   int16_t Allocate(const std::string& host, uint16_t port, const std::string& accessCode, int32_t timeOut,
                    uint16_t& handle);
 
-  /// Asks the controller. With result 0 `body` has exactly `bodySize` bytes. After a time-out or a broken
-  /// connection every further call on the handle is kResultLost.
+  /// Sends a request and waits for the reply. With result 0 `body` has exactly `bodySize` bytes. After a
+  /// time-out, a lost connection or a malformed reply, all later calls return kResultConnectionLost.
   int16_t Ask(uint16_t handle, const Request& request, size_t bodySize, std::string& body);
 
   int16_t Free(uint16_t handle);
 
-  /// The handle's time-out in seconds; 0 when there is no such handle.
+  /// The handle's time-out in seconds; 0 for an invalid handle.
   int32_t TimeOut(uint16_t handle) const;
 
   size_t Count() const { return connections_.size(); }
@@ -44,13 +44,13 @@ class NxConnections {
     int32_t timeOut = 0;
   };
 
-  int16_t FreeNumber(uint16_t& handle);
+  int16_t FindFreeHandle(uint16_t& handle);
 
   std::map<uint16_t, Connection> connections_;
-  uint16_t latest_ = 0;
+  uint16_t lastHandle_ = 0;
 };
 
-/// The time-out that is really used for the one that was passed, in seconds.
+/// The time-out to use, in seconds: 10 for 0 and below, otherwise at most an hour.
 int32_t EffectiveTimeOut(int32_t timeOut);
 
 }  // namespace tarvik::bench

@@ -1,9 +1,8 @@
 #ifndef TARVIK_BENCH_NXLIB32_H
 #define TARVIK_BENCH_NXLIB32_H
 
-/* The CNC library as its stand-in exports it, in plain C. Nothing of the product is used here, so that a
-   test can hold the product's own declarations against these. Characters are single bytes without an end;
-   calls return 0 or an error code. */
+/* The CNC library's exports in plain C, declared independently of the product so that a test can compare the
+   two. Character fields have no terminating null. Calls return 0 or an error code. */
 
 #include <stdint.h>
 

@@ -5,29 +5,30 @@
 namespace tarvik::bench {
 namespace {
 
-constexpr size_t kMostBytes = 1 << 20;
+constexpr size_t kMaxScenarioBytes = 1 << 20;
 
 [[noreturn]] void FailAt(int line, const std::string& why) {
   throw ScenarioError("line " + std::to_string(line) + ": " + why);
 }
 
-bool IsBlank(char character) { return character == ' ' || character == '\t' || character == '\r'; }
+bool IsSpace(char character) { return character == ' ' || character == '\t' || character == '\r'; }
 
 std::vector<std::string> SplitWords(std::string_view line, int number) {
   std::vector<std::string> words;
   size_t at = 0;
   while (true) {
-    while (at < line.size() && IsBlank(line[at])) ++at;
+    while (at < line.size() && IsSpace(line[at])) ++at;
     if (at == line.size() || line[at] == '#') return words;
     size_t end = at;
     if (line[at] == '"') {
       end = line.find('"', ++at);
-      if (end == std::string_view::npos) FailAt(number, "a quote is not closed");
+      if (end == std::string_view::npos) FailAt(number, "the quote is not closed");
       words.emplace_back(line.substr(at, end - at));
       ++end;
-      if (end < line.size() && !IsBlank(line[end])) FailAt(number, "a blank is missing behind a quote");
+      if (end < line.size() && !IsSpace(line[end]))
+        FailAt(number, "expected a space after the closing quote");
     } else {
-      while (end < line.size() && !IsBlank(line[end])) ++end;
+      while (end < line.size() && !IsSpace(line[end])) ++end;
       words.emplace_back(line.substr(at, end - at));
     }
     at = end;
@@ -38,27 +39,27 @@ std::vector<std::string> SplitWords(std::string_view line, int number) {
 
 void ScenarioLine::Fail(const std::string& why) const { FailAt(number_, Name() + ": " + why); }
 
-void ScenarioLine::Expect(size_t least, size_t most) const {
-  if (Count() < least) Fail("something is missing behind it");
-  if (Count() > most) Fail("\"" + words_[most + 1] + "\" is too much");
+void ScenarioLine::Expect(size_t min, size_t max) const {
+  if (Count() < min) Fail("an argument is missing");
+  if (Count() > max) Fail("\"" + words_[max + 1] + "\" is one argument too many");
 }
 
 const std::string& ScenarioLine::Word(size_t index) const {
-  if (index >= Count()) Fail("something is missing behind it");
+  if (index >= Count()) Fail("an argument is missing");
   return words_[index + 1];
 }
 
-int32_t ScenarioLine::Number(size_t index, int32_t least, int32_t most) const {
+int32_t ScenarioLine::Number(size_t index, int32_t min, int32_t max) const {
   const std::optional<int64_t> number = ParseNumber(Word(index));
-  if (!number) Fail("\"" + Word(index) + "\" is no number");
-  if (*number < least || *number > most) {
-    Fail(Word(index) + " is not between " + std::to_string(least) + " and " + std::to_string(most));
+  if (!number) Fail("\"" + Word(index) + "\" is not a number");
+  if (*number < min || *number > max) {
+    Fail(Word(index) + " is not between " + std::to_string(min) + " and " + std::to_string(max));
   }
   return static_cast<int32_t>(*number);
 }
 
 std::vector<ScenarioLine> ReadScenarioLines(std::string_view text) {
-  if (text.size() > kMostBytes) throw ScenarioError("the scenario is longer than a megabyte");
+  if (text.size() > kMaxScenarioBytes) throw ScenarioError("the scenario is longer than a megabyte");
   std::vector<ScenarioLine> lines;
   for (int number = 1; !text.empty(); ++number) {
     const size_t end = text.find('\n');
@@ -77,7 +78,7 @@ std::optional<int64_t> ParseNumber(std::string_view text) {
     text.remove_prefix(2);
     base = 16;
   }
-  // Unsigned, because another sign would be no number.
+  // Unsigned, so that from_chars rejects a second sign.
   uint64_t value = 0;
   const char* const end = text.data() + text.size();
   const auto [stopped, error] = std::from_chars(text.data(), end, value, base);

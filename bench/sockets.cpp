@@ -8,7 +8,7 @@
 namespace tarvik::bench {
 namespace {
 
-constexpr SystemLength kPiece = 16384;
+constexpr SystemLength kChunkBytes = 16384;
 
 sockaddr_in SystemAddress(const Endpoint& endpoint) {
   sockaddr_in address{};
@@ -24,13 +24,13 @@ Endpoint FromSystem(const sockaddr_in& address) {
 
 bool Bind(const Socket& socket, const Endpoint& own) {
   const sockaddr_in address = SystemAddress(own);
-  return ::bind(File(socket), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+  return ::bind(NativeHandle(socket), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
 }
 
 bool Connect(const Socket& socket, const Endpoint& to) {
   const sockaddr_in address = SystemAddress(to);
-  return ::connect(File(socket), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 ||
-         ConnectsStill();
+  return ::connect(NativeHandle(socket), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 ||
+         ConnectInProgress();
 }
 
 }  // namespace
@@ -51,15 +51,15 @@ Socket& Socket::operator=(Socket&& other) noexcept {
 }
 
 void Socket::Close() {
-  if (IsOpen()) CloseSocket(File(*this));
+  if (IsOpen()) CloseSocket(NativeHandle(*this));
   handle_ = kNone;
 }
 
 Socket Socket::ListenTcp(const Endpoint& own) {
   Socket socket = MakeSocket(SOCK_STREAM);
-  // Else a controller cannot be switched on again soon after it was switched off.
-  AllowReuse(File(socket));
-  if (!Bind(socket, own) || ::listen(File(socket), SOMAXCONN) != 0) socket.Close();
+  // Otherwise a controller could not be restarted while old connections are in TIME_WAIT.
+  AllowReuse(NativeHandle(socket));
+  if (!Bind(socket, own) || ::listen(NativeHandle(socket), SOMAXCONN) != 0) socket.Close();
   return socket;
 }
 
@@ -84,41 +84,43 @@ Socket Socket::ConnectUdp(const Endpoint& to) {
 uint16_t Socket::Port() const {
   sockaddr_in address{};
   socklen_t length = sizeof address;
-  if (::getsockname(File(*this), reinterpret_cast<sockaddr*>(&address), &length) != 0) return 0;
+  if (::getsockname(NativeHandle(*this), reinterpret_cast<sockaddr*>(&address), &length) != 0) return 0;
   return FromSystem(address).port;
 }
 
 bool Socket::Connected() const {
   int error = 0;
   socklen_t length = sizeof error;
-  return ::getsockopt(File(*this), SOL_SOCKET, SO_ERROR, reinterpret_cast<char*>(&error), &length) == 0 &&
+  return ::getsockopt(NativeHandle(*this), SOL_SOCKET, SO_ERROR, reinterpret_cast<char*>(&error), &length) ==
+             0 &&
          error == 0;
 }
 
-Socket Socket::Accept() const { return AcceptOn(File(*this)); }
+Socket Socket::Accept() const { return AcceptOn(NativeHandle(*this)); }
 
 Transfer Socket::Send(std::string& bytes) const {
-  const auto count = ::send(File(*this), bytes.data(), static_cast<SystemLength>(bytes.size()), kSendFlags);
-  if (count < 0) return AfterError();
+  const auto count =
+      ::send(NativeHandle(*this), bytes.data(), static_cast<SystemLength>(bytes.size()), kSendFlags);
+  if (count < 0) return TransferAfterError();
   bytes.erase(0, static_cast<size_t>(count));
   return Transfer::Done;
 }
 
 Transfer Socket::Receive(std::string& bytes) const {
-  char piece[kPiece];
-  const auto count = ::recv(File(*this), piece, kPiece, 0);
-  if (count < 0) return AfterError();
+  char piece[kChunkBytes];
+  const auto count = ::recv(NativeHandle(*this), piece, kChunkBytes, 0);
+  if (count < 0) return TransferAfterError();
   bytes.append(piece, static_cast<size_t>(count));
   return count == 0 ? Transfer::Finished : Transfer::Done;
 }
 
 std::optional<std::string> Socket::ReceiveDatagram(Endpoint& from, Transfer& state) const {
-  char piece[kPiece];
+  char piece[kChunkBytes];
   sockaddr_in address{};
   socklen_t length = sizeof address;
   const auto count =
-      ::recvfrom(File(*this), piece, kPiece, 0, reinterpret_cast<sockaddr*>(&address), &length);
-  state = count < 0 ? AfterError() : Transfer::Done;
+      ::recvfrom(NativeHandle(*this), piece, kChunkBytes, 0, reinterpret_cast<sockaddr*>(&address), &length);
+  state = count < 0 ? TransferAfterError() : Transfer::Done;
   if (count < 0) return std::nullopt;
   from = FromSystem(address);
   return std::string(piece, static_cast<size_t>(count));
@@ -126,11 +128,11 @@ std::optional<std::string> Socket::ReceiveDatagram(Endpoint& from, Transfer& sta
 
 bool Socket::SendDatagram(std::string_view bytes, const Endpoint& to) const {
   const sockaddr_in address = SystemAddress(to);
-  return ::sendto(File(*this), bytes.data(), static_cast<SystemLength>(bytes.size()), kSendFlags,
+  return ::sendto(NativeHandle(*this), bytes.data(), static_cast<SystemLength>(bytes.size()), kSendFlags,
                   reinterpret_cast<const sockaddr*>(&address), sizeof address) >= 0;
 }
 
-int64_t Milliseconds() {
+int64_t MonotonicMs() {
   using namespace std::chrono;
   return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }

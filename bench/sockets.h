@@ -8,23 +8,23 @@
 
 namespace tarvik::bench {
 
-/// An IPv4 address, in the order in which it is written: 127.0.0.1 = 0x7F000001.
+/// An IPv4 address in host byte order (127.0.0.1 = 0x7F000001) and a port.
 struct Endpoint {
   uint32_t address = 0;
   uint16_t port = 0;
 };
 
-/// The address of a host name or a dotted address; nothing when it is not known.
+/// Resolves a host name or dotted address (getaddrinfo); nothing when it is unknown.
 std::optional<uint32_t> ResolveHost(const std::string& host);
 
-/// What one call on a socket that does not wait has done.
+/// The outcome of one call on a non-blocking socket.
 enum class Transfer {
-  Done,     ///< some bytes have moved
-  NotYet,   ///< none can move now
-  Finished  ///< the other side has ended the connection, or it is lost
+  Done,     ///< some bytes were transferred
+  NotYet,   ///< the call would block
+  Finished  ///< the peer closed the connection, or it is lost
 };
 
-/// A socket of the system that never waits; closed by its end. A default one is none.
+/// Owns a non-blocking socket. A default-constructed one is closed.
 class Socket {
  public:
   Socket() = default;
@@ -33,32 +33,32 @@ class Socket {
   Socket& operator=(Socket&& other) noexcept;
   ~Socket() { Close(); }
 
-  /// Each is none when the system refuses. Port 0 lets the system choose one.
+  /// These return a closed socket on failure. Port 0 lets the system choose a port.
   static Socket ListenTcp(const Endpoint& own);
   static Socket BindUdp(const Endpoint& own);
-  /// The connection is made when the socket becomes writable and Connected() is true then.
+  /// Starts connecting. Done once the socket is writable; Connected() then returns whether it succeeded.
   static Socket StartConnectTcp(const Endpoint& to);
-  /// UDP whose datagrams go to and come from that one endpoint.
+  /// A UDP socket that exchanges datagrams with this endpoint only.
   static Socket ConnectUdp(const Endpoint& to);
 
   bool IsOpen() const { return handle_ != kNone; }
   std::intptr_t Handle() const { return handle_; }
   void Close();
 
-  /// The port it is bound to; 0 when that cannot be told.
+  /// The local port; 0 when unknown.
   uint16_t Port() const;
-  /// The attempt to connect has ended well.
+  /// True when a finished connection attempt succeeded.
   bool Connected() const;
-  /// The next connection that has come; none when there is none.
+  /// The next pending connection; a closed socket when there is none.
   Socket Accept() const;
 
-  /// Sends as much as goes and removes it from the front of `bytes`.
+  /// Sends as much as possible and removes it from the front of `bytes`.
   Transfer Send(std::string& bytes) const;
-  /// Appends what has come.
+  /// Appends the received bytes.
   Transfer Receive(std::string& bytes) const;
 
-  /// One datagram; `from` is who sent it. Nothing when there is none, or when the last one sent by this
-  /// socket has found nobody (`Finished` in `state`).
+  /// One datagram and its sender. Nothing when none has arrived; `state` is then Finished if the peer's host
+  /// reported that nothing listens on the port.
   std::optional<std::string> ReceiveDatagram(Endpoint& from, Transfer& state) const;
   bool SendDatagram(std::string_view bytes, const Endpoint& to) const;
 
@@ -68,20 +68,20 @@ class Socket {
   std::intptr_t handle_ = kNone;
 };
 
-/// A socket that is waited for.
-struct Waiting {
+/// A socket to wait for.
+struct PollEntry {
   const Socket* socket = nullptr;
-  bool forWriting = false;  ///< for room to write, otherwise for something to read
-  bool ready = false;       ///< out
+  bool forWriting = false;  ///< until writable, otherwise until readable
+  bool ready = false;       ///< set by WaitForAny
 };
 
-/// Waits until one of them is ready, so many milliseconds at most (up to a minute).
-void WaitForAny(std::vector<Waiting>& sockets, int64_t milliseconds);
+/// Waits until one socket is ready or the time is over; never longer than a minute.
+void WaitForAny(std::vector<PollEntry>& sockets, int64_t milliseconds);
 
-/// Milliseconds of a clock that only goes forward.
-int64_t Milliseconds();
+/// Milliseconds of a monotonic clock.
+int64_t MonotonicMs();
 
-/// Starts the system's network library, which then stays for as long as the process runs.
+/// Starts the socket library for the lifetime of the process (WSAStartup; nothing to do on POSIX).
 void StartNetwork();
 
 }  // namespace tarvik::bench

@@ -22,17 +22,17 @@ void AllowReuse(SystemSocket socket) {
   ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
 }
 
-bool ConnectsStill() { return errno == EINPROGRESS; }
+bool ConnectInProgress() { return errno == EINPROGRESS; }
 
-Transfer AfterError() {
+Transfer TransferAfterError() {
   return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR ? Transfer::NotYet : Transfer::Finished;
 }
 
-void WaitForAny(std::vector<Waiting>& sockets, int64_t milliseconds) {
+void WaitForAny(std::vector<PollEntry>& sockets, int64_t milliseconds) {
   std::vector<pollfd> files;
-  for (const Waiting& waiting : sockets) {
-    const short events = waiting.forWriting ? POLLOUT : POLLIN;
-    files.push_back({File(*waiting.socket), events, 0});
+  for (const PollEntry& polled : sockets) {
+    const short events = polled.forWriting ? POLLOUT : POLLIN;
+    files.push_back({NativeHandle(*polled.socket), events, 0});
   }
   ::poll(files.data(), files.size(), static_cast<int>(std::clamp<int64_t>(milliseconds, 0, 60000)));
   for (size_t i = 0; i < files.size(); ++i) sockets[i].ready = files[i].revents != 0;

@@ -5,7 +5,7 @@
 namespace tarvik::bench {
 namespace {
 
-Socket NeverWaiting(SOCKET handle) {
+Socket NonBlocking(SOCKET handle) {
   Socket socket(static_cast<std::intptr_t>(handle));
   u_long yes = 1;
   if (socket.IsOpen() && ::ioctlsocket(handle, static_cast<long>(FIONBIO), &yes) != 0) socket.Close();
@@ -14,33 +14,33 @@ Socket NeverWaiting(SOCKET handle) {
 
 }  // namespace
 
-Socket MakeSocket(int type) { return NeverWaiting(::socket(AF_INET, type, 0)); }
+Socket MakeSocket(int type) { return NonBlocking(::socket(AF_INET, type, 0)); }
 
-Socket AcceptOn(SystemSocket listening) { return NeverWaiting(::accept(listening, nullptr, nullptr)); }
+Socket AcceptOn(SystemSocket listening) { return NonBlocking(::accept(listening, nullptr, nullptr)); }
 
 void CloseSocket(SystemSocket socket) { ::closesocket(socket); }
 
 void AllowReuse(SystemSocket) {}
 
-bool ConnectsStill() { return ::WSAGetLastError() == WSAEWOULDBLOCK; }
+bool ConnectInProgress() { return ::WSAGetLastError() == WSAEWOULDBLOCK; }
 
-Transfer AfterError() {
+Transfer TransferAfterError() {
   return ::WSAGetLastError() == WSAEWOULDBLOCK ? Transfer::NotYet : Transfer::Finished;
 }
 
-void WaitForAny(std::vector<Waiting>& sockets, int64_t milliseconds) {
+void WaitForAny(std::vector<PollEntry>& sockets, int64_t milliseconds) {
   const int64_t bounded = std::clamp<int64_t>(milliseconds, 0, 60000);
   fd_set readable;
   fd_set writable;
   fd_set failed;
   FD_ZERO(&readable);
   FD_ZERO(&writable);
-  // An attempt to connect that fails shows here alone.
+  // Winsock reports a failed connect only in this set.
   FD_ZERO(&failed);
-  for (const Waiting& waiting : sockets) {
-    fd_set& wanted = waiting.forWriting ? writable : readable;
-    FD_SET(File(*waiting.socket), &wanted);
-    FD_SET(File(*waiting.socket), &failed);
+  for (const PollEntry& polled : sockets) {
+    fd_set& wanted = polled.forWriting ? writable : readable;
+    FD_SET(NativeHandle(*polled.socket), &wanted);
+    FD_SET(NativeHandle(*polled.socket), &failed);
   }
   timeval time = {static_cast<long>(bounded / 1000), static_cast<long>(bounded % 1000 * 1000)};
   if (sockets.empty()) {
@@ -48,10 +48,10 @@ void WaitForAny(std::vector<Waiting>& sockets, int64_t milliseconds) {
     return;
   }
   const bool some = ::select(0, &readable, &writable, &failed, &time) > 0;
-  for (Waiting& waiting : sockets) {
-    fd_set& wanted = waiting.forWriting ? writable : readable;
-    waiting.ready =
-        some && (FD_ISSET(File(*waiting.socket), &wanted) || FD_ISSET(File(*waiting.socket), &failed));
+  for (PollEntry& polled : sockets) {
+    fd_set& wanted = polled.forWriting ? writable : readable;
+    polled.ready = some && (FD_ISSET(NativeHandle(*polled.socket), &wanted) ||
+                            FD_ISSET(NativeHandle(*polled.socket), &failed));
   }
 }
 

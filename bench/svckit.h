@@ -1,9 +1,9 @@
 #ifndef TARVIK_BENCH_SVCKIT_H
 #define TARVIK_BENCH_SVCKIT_H
 
-/* The service-setup library as its stand-in exports it, in plain C, independent of the product's own
-   declarations. Calls return 0 or an error code. `wait`: milliseconds to wait for the state asked for; -1
-   returns as soon as the service control manager has taken the command. */
+/* The service-setup library's exports in plain C, declared independently of the product. Calls return 0 or an
+   error code. `wait`: milliseconds to wait for the requested state; -1 returns as soon as the service control
+   manager has accepted the command. */
 
 #include <stdint.h>
 
@@ -17,7 +17,7 @@
 extern "C" {
 #endif
 
-/* The code for a service that is not there. */
+/* The service is not installed. */
 #define SVCKIT_NO_SERVICE ((int32_t)0x80000124)
 
 int32_t SVCKIT_CALL QSetup_InstallService(const char* name, const char* display_name, const char* path,

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the systems do differently with the same sockets. Only sockets.cpp and the two files that implement
-// this include it.
+// The differences between Windows and POSIX sockets. Included only by sockets.cpp and by the two files that
+// implement these functions.
 
 #ifdef _WIN32
 #include "platform/windows_win32.h"
@@ -24,23 +24,24 @@ inline constexpr int kSendFlags = 0;
 #else
 using SystemSocket = int;
 using SystemLength = size_t;
-/// A connection that is lost is told by the call, not by a signal.
+/// Reports a lost connection as an error, not as SIGPIPE.
 inline constexpr int kSendFlags = MSG_NOSIGNAL;
 #endif
 
-inline SystemSocket File(const Socket& socket) { return static_cast<SystemSocket>(socket.Handle()); }
+inline SystemSocket NativeHandle(const Socket& socket) { return static_cast<SystemSocket>(socket.Handle()); }
 
-/// A socket that never waits; none when the system refuses.
+/// Returns a non-blocking socket of SOCK_STREAM or SOCK_DGRAM; closed on failure.
 Socket MakeSocket(int type);
 Socket AcceptOn(SystemSocket listening);
 void CloseSocket(SystemSocket socket);
 
-/// A port can be listened on again right after it was given up. Nothing to be done where that is so anyway.
+/// Allows listening on a port again right after it was closed. Does nothing on Windows, where SO_REUSEADDR
+/// would let two programs share the port.
 void AllowReuse(SystemSocket socket);
 
-/// The last call, a connect, has failed only in that it is not finished yet.
-bool ConnectsStill();
-/// What the last call, which moved nothing, has found.
-Transfer AfterError();
+/// True when the failed connect call has merely not finished yet.
+bool ConnectInProgress();
+/// The outcome of a transfer call that has just failed.
+Transfer TransferAfterError();
 
 }  // namespace tarvik::bench

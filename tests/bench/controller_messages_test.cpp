@@ -10,7 +10,7 @@ std::string PayloadOf(std::string message) {
   return TakePayload(message, broken).value();
 }
 
-TEST(ControllerMessages, A_request_arrives_as_it_was_sent) {
+TEST(ControllerMessages, A_parsed_request_equals_the_one_sent) {
   Request request{Call::PmcRead, {}, 9, 0, -2, 32767};
   const Request read = ParseRequest(PayloadOf(RequestMessage(request))).value();
   EXPECT_EQ(read.call, Call::PmcRead);
@@ -21,12 +21,12 @@ TEST(ControllerMessages, A_request_arrives_as_it_was_sent) {
   EXPECT_EQ(ParseRequest(PayloadOf(RequestMessage(request))).value().accessCode, "12345678");
 }
 
-TEST(ControllerMessages, An_access_code_is_cut_after_255_bytes) {
+TEST(ControllerMessages, An_access_code_is_truncated_to_255_bytes) {
   const Request request{Call::Connect, std::string(300, '1'), 0, 0, 0, 0};
   EXPECT_EQ(ParseRequest(PayloadOf(RequestMessage(request))).value().accessCode.size(), 255U);
 }
 
-TEST(ControllerMessages, A_message_in_pieces_is_waited_for) {
+TEST(ControllerMessages, An_incomplete_message_is_not_broken) {
   const std::string whole = ReplyMessage({0, "body"});
   bool broken = false;
   for (size_t length = 0; length < whole.size(); ++length) {
@@ -36,14 +36,14 @@ TEST(ControllerMessages, A_message_in_pieces_is_waited_for) {
   }
 }
 
-TEST(ControllerMessages, Only_the_first_of_two_messages_is_taken) {
+TEST(ControllerMessages, Only_the_first_of_two_messages_is_removed) {
   std::string received = ReplyMessage({1, {}}) + ReplyMessage({2, {}});
   bool broken = false;
   EXPECT_EQ(ParseReply(TakePayload(received, broken).value()).value().result, 1);
   EXPECT_EQ(received, ReplyMessage({2, {}}));
 }
 
-TEST(ControllerMessages, Rubbish_and_lengths_too_large_are_broken) {
+TEST(ControllerMessages, Foreign_bytes_and_oversized_lengths_are_broken) {
   bool broken = false;
   std::string received = "GET / HTTP/1.0";
   EXPECT_EQ(TakePayload(received, broken), std::nullopt);
@@ -53,7 +53,7 @@ TEST(ControllerMessages, Rubbish_and_lengths_too_large_are_broken) {
   EXPECT_TRUE(broken);
 }
 
-TEST(ControllerMessages, A_payload_too_short_or_too_long_is_no_request) {
+TEST(ControllerMessages, A_payload_of_the_wrong_length_is_rejected) {
   const std::string payload = PayloadOf(RequestMessage({Call::PmcRead, {}, 1, 2, 3, 4}));
   EXPECT_EQ(ParseRequest(""), std::nullopt);
   EXPECT_EQ(ParseRequest(payload.substr(0, payload.size() - 1)), std::nullopt);

@@ -47,12 +47,12 @@ TEST_F(ControllerTest, Answers_options_and_system_information) {
   EXPECT_EQ(Ask({Call::SystemInfo, {}, 0, 0, 0, 0}).body.substr(4, 2), "GL");
 }
 
-TEST_F(ControllerTest, Without_an_access_code_of_its_own_it_takes_any) {
+TEST_F(ControllerTest, Accepts_any_access_code_when_it_requires_none) {
   SwitchOn("");
   EXPECT_EQ(Connect("1").result, 0);
 }
 
-TEST_F(ControllerTest, Asks_for_its_access_code_until_it_gets_it) {
+TEST_F(ControllerTest, Rejects_connections_until_the_access_code_is_right) {
   SwitchOn("access_code 1234");
   EXPECT_EQ(Connect().result, 7);
   EXPECT_EQ(Connect("0").result, 7);
@@ -60,21 +60,21 @@ TEST_F(ControllerTest, Asks_for_its_access_code_until_it_gets_it) {
   EXPECT_EQ(Connect("1234").result, 0);
 }
 
-TEST_F(ControllerTest, Ends_a_connection_that_asks_before_it_stands) {
+TEST_F(ControllerTest, Ends_a_connection_that_sends_a_request_before_connecting) {
   SwitchOn("access_code 1234");
   EXPECT_TRUE(Send({Call::Options, {}, 0, 0, 0, 0}).disconnect);
   Connect("wrong");
   EXPECT_TRUE(Send({Call::Options, {}, 0, 0, 0, 0}).disconnect);
 }
 
-TEST_F(ControllerTest, Ends_a_connection_that_sends_no_request) {
+TEST_F(ControllerTest, Ends_a_connection_that_sends_an_invalid_request) {
   SwitchOnAndConnect("");
   const ControllerAction action = controller_->Answer(session_, "rubbish", 0);
   EXPECT_TRUE(action.disconnect);
   EXPECT_EQ(action.bytes, "");
 }
 
-TEST_F(ControllerTest, Gives_error_codes_on_demand) {
+TEST_F(ControllerTest, Returns_error_codes_on_demand) {
   SwitchOnAndConnect("result options 5\nresult sysinfo -1 first 2\nresult pmc 3 every 3");
   std::vector<int16_t> options, information, pmc;
   for (int i = 0; i < 4; ++i) {
@@ -87,14 +87,14 @@ TEST_F(ControllerTest, Gives_error_codes_on_demand) {
   EXPECT_EQ(pmc, (std::vector<int16_t>{0, 0, 3, 0}));
 }
 
-TEST_F(ControllerTest, An_error_code_comes_without_a_body) {
+TEST_F(ControllerTest, An_error_has_no_body) {
   SwitchOnAndConnect("result options 5");
   EXPECT_EQ(Ask({Call::Options, {}, 0, 0, 0, 0}).body, "");
 }
 
-TEST_F(ControllerTest, Delays_keeps_silent_drops_and_sends_rubbish_on_demand) {
+TEST_F(ControllerTest, Delays_ignores_drops_and_answers_with_rubbish_on_demand) {
   SwitchOnAndConnect("delay options 250\nsilent sysinfo\ndrop pmc\nrubbish detail");
-  EXPECT_EQ(Send({Call::Options, {}, 0, 0, 0, 0}).delay, 250);
+  EXPECT_EQ(Send({Call::Options, {}, 0, 0, 0, 0}).delayMs, 250);
   const ControllerAction silent = Send({Call::SystemInfo, {}, 0, 0, 0, 0});
   EXPECT_EQ(silent.bytes, "");
   EXPECT_FALSE(silent.disconnect);
@@ -105,12 +105,12 @@ TEST_F(ControllerTest, Delays_keeps_silent_drops_and_sends_rubbish_on_demand) {
   EXPECT_TRUE(broken);
 }
 
-TEST_F(ControllerTest, PMC_memory_begins_as_it_is_told_and_else_with_0) {
+TEST_F(ControllerTest, PMC_memory_is_0_unless_the_scenario_sets_it) {
   SwitchOnAndConnect("pmc D 10 1 2 255");
   EXPECT_EQ(ReadD(9, 13).body, std::string("\0\x01\x02\xFF\0", 5));
 }
 
-TEST_F(ControllerTest, PMC_bytes_beyond_their_area_are_left_out) {
+TEST_F(ControllerTest, PMC_bytes_beyond_their_area_are_ignored) {
   SwitchOnAndConnect("pmc_size D 4\npmc D 3 7 8\npmc D 10 9");
   EXPECT_EQ(ReadD(3, 3).body, "\x07");
 }
@@ -124,12 +124,12 @@ TEST_F(ControllerTest, PMC_memory_counts_reads_and_time) {
   EXPECT_EQ(ReadD(0, 0, 0).body, "\x02");
 }
 
-TEST_F(ControllerTest, A_whole_read_of_8000_bytes_is_answered) {
+TEST_F(ControllerTest, A_read_of_8000_bytes_is_answered) {
   SwitchOnAndConnect("pmc_counts D 0 32767 reads");
   EXPECT_EQ(ReadD(0, 7999).body.size(), 8000U);
 }
 
-TEST_F(ControllerTest, PMC_requests_that_cannot_be_answered_fail_with_detail) {
+TEST_F(ControllerTest, Invalid_PMC_requests_fail_with_detail) {
   SwitchOnAndConnect("pmc_size D 9000");
   EXPECT_EQ(FaultOf({Call::PmcRead, {}, 13, 0, 0, 0}), 1);
   EXPECT_EQ(FaultOf({Call::PmcRead, {}, -1, 0, 0, 0}), 1);
@@ -140,7 +140,7 @@ TEST_F(ControllerTest, PMC_requests_that_cannot_be_answered_fail_with_detail) {
   EXPECT_EQ(FaultOf({Call::PmcRead, {}, 9, 0, 0, 8001}), 4);
 }
 
-TEST_F(ControllerTest, The_detail_of_a_PMC_error_can_be_asked_for) {
+TEST_F(ControllerTest, The_detail_of_the_latest_PMC_error_can_be_read) {
   SwitchOnAndConnect("pmc_error D 100 199 5 -3");
   EXPECT_EQ(ReadD(99, 99).result, 0);
   EXPECT_EQ(ReadD(200, 200).result, 0);

@@ -13,7 +13,7 @@
 namespace tarvik::bench {
 namespace {
 
-constexpr uint32_t kThisMachine = 0x7F000001;
+constexpr uint32_t kLoopback = 0x7F000001;
 
 std::string ErrorOf(std::string_view text) {
   try {
@@ -29,35 +29,35 @@ K7Reply Check(K7Server& server, const std::string& address, int32_t stateA = 0, 
   return ParseK7Reply(server.Answer(K7Datagram(request))).value();
 }
 
-TEST(K7Scenario, An_empty_one_knows_every_unit_as_live) {
+TEST(K7Scenario, In_an_empty_scenario_every_unit_is_live) {
   const K7Scenario scenario = ReadK7Scenario("");
   EXPECT_EQ(scenario.port, 8300);
   EXPECT_EQ(scenario.others, K7Verdict::Live);
   EXPECT_EQ(scenario.stop, K7Scenario::Stop::Obeyed);
-  EXPECT_FALSE(scenario.silent || scenario.startsNever);
+  EXPECT_FALSE(scenario.silent || scenario.neverStarts);
 }
 
-TEST(K7Scenario, The_one_that_comes_with_the_bench_can_be_read) {
+TEST(K7Scenario, The_bench_sample_can_be_read) {
   std::ostringstream text;
   text << std::ifstream(TARVIK_SOURCE_FOLDER "/bench/scenarios/k7server.scenario").rdbuf();
   const K7Scenario scenario = ReadK7Scenario(text.str());
   EXPECT_EQ(scenario.units.at("192.168.1.101").verdict, K7Verdict::Dead);
   EXPECT_TRUE(scenario.units.at("192.168.1.102").reboots);
   EXPECT_EQ(scenario.others, K7Verdict::Unknown);
-  EXPECT_EQ(scenario.startTakes, 3000);
-  EXPECT_EQ(scenario.stopTakes, 1000);
+  EXPECT_EQ(scenario.startPendingMs, 3000);
+  EXPECT_EQ(scenario.stopPendingMs, 1000);
 }
 
 TEST(K7Scenario, The_service_can_misbehave) {
   const K7Scenario scenario = ReadK7Scenario("start_takes forever\nstop refused\nsilent\nport 0");
-  EXPECT_TRUE(scenario.startsNever && scenario.silent);
+  EXPECT_TRUE(scenario.neverStarts && scenario.silent);
   EXPECT_EQ(scenario.stop, K7Scenario::Stop::Refused);
   EXPECT_EQ(scenario.port, 0);
   EXPECT_EQ(ReadK7Scenario("stop ignored").stop, K7Scenario::Stop::Ignored);
 }
 
-TEST(K7Scenario, Nothing_half_said_is_taken) {
-  EXPECT_EQ(ErrorOf("\nunits a live"), "line 2: units: not known");
+TEST(K7Scenario, Invalid_lines_are_rejected) {
+  EXPECT_EQ(ErrorOf("\nunits a live"), "line 2: units: unknown keyword");
   for (const char* text :
        {"unit", "unit a", "unit a alive", "unit a live 1", "others", "others reboots", "port 65536",
         "port -1", "silent 1", "start_takes", "start_takes long", "stop_takes -1", "stop", "stop never"}) {
@@ -65,7 +65,7 @@ TEST(K7Scenario, Nothing_half_said_is_taken) {
   }
 }
 
-TEST(K7Server, Tells_what_it_knows_of_a_unit) {
+TEST(K7Server, Reports_the_state_of_each_unit) {
   K7Server server(ReadK7Scenario("unit a live\nunit b dead\nothers unknown"));
   EXPECT_EQ(Check(server, "a").verdict, K7Verdict::Live);
   EXPECT_EQ(Check(server, "b").verdict, K7Verdict::Dead);
@@ -83,7 +83,7 @@ TEST(K7Server, Counts_checks_and_restarts) {
   EXPECT_EQ(Check(server, "b", 1, INT32_MAX).stateB, INT32_MIN);
 }
 
-TEST(K7Server, Answers_nothing_but_requests_and_nothing_when_silent) {
+TEST(K7Server, Ignores_invalid_requests_and_every_request_when_silent) {
   K7Server server{K7Scenario()};
   EXPECT_EQ(server.Answer(""), "");
   EXPECT_EQ(server.Answer("rubbish"), "");
@@ -92,7 +92,7 @@ TEST(K7Server, Answers_nothing_but_requests_and_nothing_when_silent) {
   EXPECT_EQ(silent.Answer(K7Datagram(K7Request{})), "");
 }
 
-TEST(K7Messages, A_datagram_too_short_too_long_or_of_another_kind_is_none_of_ours) {
+TEST(K7Messages, A_datagram_of_the_wrong_length_or_kind_is_rejected) {
   const std::string request = K7Datagram(K7Request{K7Request::Kind::Check, 1, 2, 3, "a"});
   EXPECT_EQ(ParseK7Request(request).value().address, "a");
   EXPECT_EQ(ParseK7Request(request.substr(0, 16)), std::nullopt);
@@ -109,7 +109,7 @@ TEST(K7Messages, A_datagram_too_short_too_long_or_of_another_kind_is_none_of_our
   EXPECT_EQ(ParseK7Reply(verdict), std::nullopt);
 }
 
-/// A K7 server on this machine, on a thread of its own.
+/// A K7 server on the loopback address, in a thread of its own.
 class RunningK7Server {
  public:
   explicit RunningK7Server(std::string_view scenario)
@@ -125,7 +125,7 @@ class RunningK7Server {
 
  private:
   K7Server server_;
-  Socket socket_ = Socket::BindUdp({kThisMachine, 0});
+  Socket socket_ = Socket::BindUdp({kLoopback, 0});
   std::atomic<bool> ending_ = false;
   std::thread thread_;
 };
@@ -144,7 +144,7 @@ class K7HandlesTest : public testing::Test {
   K7Reply reply_;
 };
 
-TEST_F(K7HandlesTest, A_whole_conversation) {
+TEST_F(K7HandlesTest, A_connected_handle_checks_units_until_it_is_freed) {
   const RunningK7Server server("unit a live\nunit b dead\nothers unknown");
   ASSERT_EQ(Connect(server), K7Error::None);
   EXPECT_EQ(CheckUnit("a"), K7Error::None);
@@ -157,18 +157,18 @@ TEST_F(K7HandlesTest, A_whole_conversation) {
   EXPECT_EQ(handles_.Count(), 0U);
 }
 
-TEST_F(K7HandlesTest, A_handle_that_is_not_connected_checks_nothing) {
+TEST_F(K7HandlesTest, Checking_without_a_connection_fails) {
   EXPECT_EQ(CheckUnit("a"), K7Error::NotConnected);
 }
 
-TEST_F(K7HandlesTest, A_server_that_is_silent_or_off_or_unknown_is_not_connected_to) {
+TEST_F(K7HandlesTest, Connecting_fails_when_the_server_is_silent_off_or_unknown) {
   const RunningK7Server silent("silent");
   EXPECT_EQ(Connect(silent), K7Error::CannotConnect);
   EXPECT_EQ(handles_.Connect(handle_, "127.0.0.1", 1), K7Error::CannotConnect);
   EXPECT_EQ(handles_.Connect(handle_, "no host at all", 1), K7Error::ServerUnknown);
 }
 
-TEST_F(K7HandlesTest, No_more_than_32_handles_are_open) {
+TEST_F(K7HandlesTest, At_most_32_handles_are_open) {
   int32_t handle = 0;
   for (int i = 1; i < 32; ++i) ASSERT_EQ(handles_.Allocate(handle), K7Error::None);
   EXPECT_EQ(handles_.Allocate(handle), K7Error::NoEmptyHandle);

@@ -11,13 +11,13 @@
 namespace tarvik::bench {
 namespace {
 
-constexpr uint32_t kThisMachine = 0x7F000001;
+constexpr uint32_t kLoopback = 0x7F000001;
 
-/// A controller on this machine, on a thread of its own.
+/// A controller on the loopback address, in a thread of its own.
 class RunningController {
  public:
   explicit RunningController(std::string_view scenario)
-      : server_(ReadControllerScenario(scenario), {kThisMachine, 0}), thread_([this] {
+      : server_(ReadControllerScenario(scenario), {kLoopback, 0}), thread_([this] {
           while (!ending_) server_.Step(20);
         }) {}
   ~RunningController() {
@@ -54,7 +54,7 @@ class NxConnectionsTest : public testing::Test {
   std::string body_;
 };
 
-TEST_F(NxConnectionsTest, A_whole_conversation) {
+TEST_F(NxConnectionsTest, A_connected_handle_reads_until_it_is_freed) {
   SwitchOn("options 3\npmc D 0 42");
   ASSERT_EQ(Allocate(), 0);
   EXPECT_NE(handle_, 0);
@@ -65,13 +65,13 @@ TEST_F(NxConnectionsTest, A_whole_conversation) {
   EXPECT_EQ(connections_.Free(handle_), 0);
 }
 
-TEST_F(NxConnectionsTest, A_name_stands_for_its_host) {
+TEST_F(NxConnectionsTest, A_host_name_is_resolved) {
   SwitchOn("");
   EXPECT_EQ(connections_.Allocate("localhost", controller_->Port(), "", 30, handle_), 0);
   EXPECT_EQ(connections_.Allocate("no host at all", controller_->Port(), "", 30, handle_), kResultNoHost);
 }
 
-TEST_F(NxConnectionsTest, Handles_are_never_0_and_are_counted) {
+TEST_F(NxConnectionsTest, Each_handle_is_distinct_and_counted) {
   SwitchOn("");
   ASSERT_EQ(Allocate(), 0);
   const uint16_t first = handle_;
@@ -83,18 +83,18 @@ TEST_F(NxConnectionsTest, Handles_are_never_0_and_are_counted) {
   EXPECT_EQ(connections_.Count(), 1U);
 }
 
-TEST_F(NxConnectionsTest, A_handle_that_is_not_open_is_bad) {
+TEST_F(NxConnectionsTest, A_handle_that_is_not_open_is_rejected) {
   EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), -8);
   EXPECT_EQ(connections_.Free(7), -8);
 }
 
-TEST_F(NxConnectionsTest, No_more_than_32_handles_are_open) {
+TEST_F(NxConnectionsTest, At_most_32_handles_are_open) {
   SwitchOn("");
   for (int i = 0; i < 32; ++i) ASSERT_EQ(Allocate(), 0);
-  EXPECT_EQ(Allocate(), kResultNoMemory);
+  EXPECT_EQ(Allocate(), kResultNoHandle);
 }
 
-TEST_F(NxConnectionsTest, A_wrong_access_code_leaves_no_handle) {
+TEST_F(NxConnectionsTest, A_wrong_access_code_allocates_no_handle) {
   SwitchOn("access_code 1234");
   EXPECT_EQ(Allocate(), kResultAccessCode);
   EXPECT_EQ(Allocate("4321"), kResultAccessCode);
@@ -103,27 +103,27 @@ TEST_F(NxConnectionsTest, A_wrong_access_code_leaves_no_handle) {
   EXPECT_EQ(Allocate("1234"), 0);
 }
 
-TEST_F(NxConnectionsTest, Connections_beyond_the_allowed_ones_are_refused) {
+TEST_F(NxConnectionsTest, Connections_beyond_the_limit_are_refused) {
   SwitchOn("connections 2");
   EXPECT_EQ(Allocate(), 0);
   EXPECT_EQ(Allocate(), 0);
   EXPECT_EQ(Allocate(), kResultNoConnection);
 }
 
-TEST_F(NxConnectionsTest, Silence_ends_in_the_time_out_and_the_handle_is_lost) {
+TEST_F(NxConnectionsTest, After_a_time_out_the_handle_is_lost) {
   SwitchOn("silent sysinfo");
   ASSERT_EQ(Allocate({}, 1), 0);
   EXPECT_EQ(Ask(Call::SystemInfo, kSystemInformationBodySize), kResultTimeOut);
-  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultLost);
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultConnectionLost);
   EXPECT_EQ(connections_.Free(handle_), 0);
 }
 
-TEST_F(NxConnectionsTest, An_answer_that_comes_too_late_is_a_time_out) {
+TEST_F(NxConnectionsTest, A_late_answer_is_a_time_out) {
   SwitchOn("delay connect 600000");
   EXPECT_EQ(Allocate({}, 1), kResultTimeOut);
 }
 
-TEST_F(NxConnectionsTest, A_delayed_answer_holds_up_no_other_connection) {
+TEST_F(NxConnectionsTest, A_delayed_answer_does_not_delay_other_connections) {
   SwitchOn("delay sysinfo 600000");
   ASSERT_EQ(Allocate({}, 1), 0);
   EXPECT_EQ(Ask(Call::SystemInfo, kSystemInformationBodySize), kResultTimeOut);
@@ -131,28 +131,28 @@ TEST_F(NxConnectionsTest, A_delayed_answer_holds_up_no_other_connection) {
   EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), 0);
 }
 
-TEST_F(NxConnectionsTest, A_connection_that_ends_under_the_call_is_lost) {
+TEST_F(NxConnectionsTest, A_connection_closed_during_the_call_is_lost) {
   SwitchOn("drop options");
   ASSERT_EQ(Allocate(), 0);
-  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultLost);
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultConnectionLost);
 }
 
-TEST_F(NxConnectionsTest, A_controller_that_is_switched_off_is_lost) {
+TEST_F(NxConnectionsTest, Switching_the_controller_off_loses_the_connection) {
   SwitchOn("");
   ASSERT_EQ(Allocate(), 0);
   controller_.reset();
-  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultLost);
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultConnectionLost);
 }
 
-TEST_F(NxConnectionsTest, Rubbish_and_a_body_of_another_size_are_no_answer) {
+TEST_F(NxConnectionsTest, Rubbish_or_a_body_of_the_wrong_size_is_a_bad_reply) {
   SwitchOn("rubbish options");
   ASSERT_EQ(Allocate(), 0);
-  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultNoAnswer);
+  EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), kResultBadReply);
   ASSERT_EQ(Allocate(), 0);
-  EXPECT_EQ(Ask(Call::SystemInfo, kSystemInformationBodySize + 1), kResultNoAnswer);
+  EXPECT_EQ(Ask(Call::SystemInfo, kSystemInformationBodySize + 1), kResultBadReply);
 }
 
-TEST_F(NxConnectionsTest, An_error_code_passes_and_the_handle_stays_good) {
+TEST_F(NxConnectionsTest, After_an_error_code_the_handle_is_still_usable) {
   SwitchOn("result options 5 first 1");
   ASSERT_EQ(Allocate(), 0);
   EXPECT_EQ(Ask(Call::Options, kOptionsBodySize), 5);

@@ -8,8 +8,8 @@
 namespace tarvik {
 namespace {
 
-// The product's records against the library's own, as the bench has them in plain C.
-TEST(CncRecords, Stand_where_the_library_has_them) {
+// Compares the product's records with the independent declarations of the bench.
+TEST(CncRecords, Have_the_library_layout) {
   static_assert(sizeof(CncSystemInfo) == sizeof(nx_system_information));
   static_assert(offsetof(CncSystemInfo, addinfo) == offsetof(nx_system_information, addinfo));
   static_assert(offsetof(CncSystemInfo, max_axes) == offsetof(nx_system_information, max_axes));

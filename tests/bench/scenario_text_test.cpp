@@ -16,12 +16,12 @@ std::string ErrorOf(std::string_view text) {
 
 ScenarioLine OneLine(std::string_view text) { return ReadScenarioLines(text).at(0); }
 
-TEST(ScenarioText, Lines_without_words_and_comments_say_nothing) {
+TEST(ScenarioText, Empty_lines_and_comments_are_skipped) {
   EXPECT_TRUE(ReadScenarioLines("").empty());
   EXPECT_TRUE(ReadScenarioLines("\n \t\r\n# model_type 31\n   # more").empty());
 }
 
-TEST(ScenarioText, Words_stand_between_blanks_and_a_comment_ends_them) {
+TEST(ScenarioText, Words_are_separated_by_spaces_and_end_at_a_comment) {
   const ScenarioLine line = OneLine("\tpmc D  0\t1 # 2\r\n");
   EXPECT_EQ(line.Name(), "pmc");
   ASSERT_EQ(line.Count(), 3U);
@@ -29,9 +29,11 @@ TEST(ScenarioText, Words_stand_between_blanks_and_a_comment_ends_them) {
   EXPECT_EQ(line.Word(2), "1");
 }
 
-TEST(ScenarioText, A_number_sign_inside_a_word_is_no_comment) { EXPECT_EQ(OneLine("a b#c").Word(0), "b#c"); }
+TEST(ScenarioText, A_hash_inside_a_word_does_not_begin_a_comment) {
+  EXPECT_EQ(OneLine("a b#c").Word(0), "b#c");
+}
 
-TEST(ScenarioText, Quotes_keep_blanks_and_make_empty_words) {
+TEST(ScenarioText, Quoted_words_keep_spaces_and_may_be_empty) {
   const ScenarioLine line = OneLine("a \" M\" \"\" \"#\"");
   ASSERT_EQ(line.Count(), 3U);
   EXPECT_EQ(line.Word(0), " M");
@@ -39,17 +41,17 @@ TEST(ScenarioText, Quotes_keep_blanks_and_make_empty_words) {
   EXPECT_EQ(line.Word(2), "#");
 }
 
-TEST(ScenarioText, An_open_quote_is_named_with_its_line) {
-  EXPECT_EQ(ErrorOf("a\n\nb \"c"), "line 3: a quote is not closed");
-  EXPECT_EQ(ErrorOf("a \"b\"c"), "line 1: a blank is missing behind a quote");
+TEST(ScenarioText, Quoting_errors_name_the_line) {
+  EXPECT_EQ(ErrorOf("a\n\nb \"c"), "line 3: the quote is not closed");
+  EXPECT_EQ(ErrorOf("a \"b\"c"), "line 1: expected a space after the closing quote");
 }
 
-TEST(ScenarioText, More_than_a_megabyte_is_refused) {
+TEST(ScenarioText, More_than_a_megabyte_is_rejected) {
   EXPECT_EQ(ErrorOf(std::string(1 << 20, ' ')), "none");
   EXPECT_NE(ErrorOf(std::string((1 << 20) + 1, ' ')), "none");
 }
 
-TEST(ScenarioText, Words_too_few_and_too_many_are_refused) {
+TEST(ScenarioText, Missing_and_extra_arguments_are_rejected) {
   const ScenarioLine line = OneLine("a b c");
   EXPECT_NO_THROW(line.Expect(2, 2));
   EXPECT_THROW(line.Expect(3, 4), ScenarioError);
@@ -69,7 +71,7 @@ TEST(ScenarioText, Numbers_are_decimal_or_hexadecimal) {
   }
 }
 
-TEST(ScenarioText, A_number_keeps_to_its_bounds) {
+TEST(ScenarioText, A_number_outside_its_range_is_rejected) {
   const ScenarioLine line = OneLine("a 5 x");
   EXPECT_EQ(line.Number(0, 5, 5), 5);
   EXPECT_THROW(line.Number(0, 6, 9), ScenarioError);
