@@ -1,3 +1,7 @@
+// The driver's main loop: reads one command per line from standard input and writes one answer per line to
+// standard output. lab/driver_protocol.h describes the format; the other files of this folder add the
+// commands.
+
 #include <array>
 #include <charconv>
 #include <cstdio>
@@ -9,8 +13,8 @@
 namespace tarvik::lab {
 namespace {
 
-constexpr UINT kAnswerTimeOut = 15000;
-constexpr int64_t kControlTimeOut = 15000;
+constexpr UINT kAnswerTimeOutMs = 15000;
+constexpr int64_t kControlTimeOutMs = 15000;
 
 std::map<std::string, Command>& Commands() {
   static std::map<std::string, Command> commands;
@@ -24,7 +28,7 @@ struct ControlSearch {
 
 BOOL CALLBACK CompareId(HWND window, LPARAM parameter) {
   auto& search = *reinterpret_cast<ControlSearch*>(parameter);
-  // The parts of a combo box have ids of their own that may be those of another control.
+  // The ids of a combo box's children can clash with those of other controls.
   if (GetDlgCtrlID(window) != search.id || ClassOf(GetParent(window)) == L"ComboBox") return TRUE;
   search.found = window;
   return FALSE;
@@ -45,7 +49,7 @@ Fields Answer(const std::string& line) {
   }
 }
 
-/// The bytes of the input, cut into lines. False at its end.
+/// Reads the next line. `buffer` keeps the bytes after it. False at the end of the input.
 bool ReadLine(HANDLE input, std::string& buffer, std::string& line) {
   size_t end = 0;
   while ((end = buffer.find('\n')) == std::string::npos) {
@@ -62,9 +66,9 @@ bool ReadLine(HANDLE input, std::string& buffer, std::string& line) {
   return true;
 }
 
-/// Rectangles come in pixels of the screen also at another scaling than 100 percent. The call is younger than
-/// the oldest Windows.
-void SeeRealPixels() {
+/// Makes Windows report rectangles in physical pixels at any scaling. Loaded dynamically: old versions of
+/// Windows do not export SetProcessDpiAwarenessContext.
+void UsePhysicalPixels() {
   using SetAwareness = BOOL(WINAPI*)(HANDLE);
   const auto perMonitor = reinterpret_cast<HANDLE>(static_cast<intptr_t>(-4));
   const auto address = GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetProcessDpiAwarenessContext");
@@ -120,34 +124,36 @@ HWND Arguments::Control(size_t index) const {
   ControlSearch search;
   search.id = static_cast<int>(Number(index + 1));
   if (search.id == 0) return window;
-  // The pages behind the one in front get their controls a moment after the window has come.
-  WaitFor(kControlTimeOut, "control " + NumberText(search.id), [&] {
+  // The controls of hidden pages are created shortly after the window appears.
+  WaitFor(kControlTimeOutMs, "control " + NumberText(search.id), [&] {
     EnumChildWindows(window, CompareId, reinterpret_cast<LPARAM>(&search));
     return search.found != nullptr;
   });
   return search.found;
 }
 
-void WaitFor(int64_t timeOut, const std::string& what, const std::function<bool()>& condition, DWORD step) {
-  const double deadline = PreciseMilliseconds() + static_cast<double>(timeOut);
+void WaitFor(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition,
+             DWORD stepMs) {
+  const double deadline = PreciseMilliseconds() + static_cast<double>(timeOutMs);
   while (!condition()) {
     if (PreciseMilliseconds() >= deadline) throw CommandError("timed out: " + what);
-    Sleep(step);
+    Sleep(stepMs);
   }
 }
 
-LRESULT Ask(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+LRESULT SendWithTimeOut(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   DWORD_PTR result = 0;
-  if (SendMessageTimeoutW(window, message, wparam, lparam, SMTO_NORMAL, kAnswerTimeOut, &result) == 0) {
-    throw CommandError("the window does not answer");
+  if (SendMessageTimeoutW(window, message, wparam, lparam, SMTO_NORMAL, kAnswerTimeOutMs, &result) == 0) {
+    throw CommandError("the window does not respond");
   }
   return static_cast<LRESULT>(result);
 }
 
 std::wstring TextOf(HWND window) {
-  const auto length = static_cast<size_t>(Ask(window, WM_GETTEXTLENGTH));
+  const auto length = static_cast<size_t>(SendWithTimeOut(window, WM_GETTEXTLENGTH));
   std::wstring text(length + 64, L'\0');
-  const LRESULT count = Ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+  const LRESULT count =
+      SendWithTimeOut(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
   text.resize(static_cast<size_t>(count));
   return text;
 }
@@ -187,7 +193,7 @@ std::string MillisecondsText(double milliseconds) {
 
 int main() {
   using namespace tarvik::lab;
-  SeeRealPixels();
+  UsePhysicalPixels();
   AddProcessCommands();
   AddWindowCommands();
   AddListCommands();
@@ -199,7 +205,7 @@ int main() {
   std::string buffer;
   std::string line;
   while (ReadLine(input, buffer, line) && line != "quit") {
-    // UTF-8 is written as bytes: the C runtime's wide output loses what the code page has not.
+    // Written as raw bytes: the C runtime's wide output drops characters that the code page lacks.
     const std::string answer = JoinFields(Answer(line)) + "\n";
     DWORD written = 0;
     if (!WriteFile(output, answer.data(), static_cast<DWORD>(answer.size()), &written, nullptr)) break;

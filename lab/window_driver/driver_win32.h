@@ -10,7 +10,7 @@
 
 namespace tarvik::lab {
 
-/// A command that cannot be carried out; the text is the answer's second field.
+/// A command that failed. The message becomes the second field of the answer.
 class CommandError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -19,17 +19,18 @@ class CommandError : public std::runtime_error {
 std::string ToUtf8(const std::wstring& text);
 std::wstring FromUtf8(const std::string& text);
 
-/// The fields of one command after its name. Each reader throws CommandError when the field is not there
-/// or is not of its kind.
+/// The arguments of one command. Every getter throws CommandError when the argument is missing or has the
+/// wrong type.
 class Arguments {
  public:
   explicit Arguments(std::vector<std::string> fields) : fields_(std::move(fields)) {}
 
   std::wstring Text(size_t index) const;
   int64_t Number(size_t index) const;
-  /// A window that exists, by the handle that an earlier answer gave.
+  /// An existing window, by the handle from an earlier answer.
   HWND Window(size_t index) const;
-  /// The control with the id at `index` + 1 anywhere below the window at `index`; id 0 = the window itself.
+  /// The descendant of the window at `index` that has the id at `index` + 1; id 0 = the window itself. Waits
+  /// up to 15 seconds for the control to be created.
   HWND Control(size_t index) const;
 
  private:
@@ -40,7 +41,7 @@ class Arguments {
 using Fields = std::vector<std::string>;
 using Command = std::function<Fields(const Arguments&)>;
 
-/// Makes a command known under its name.
+/// Registers a command.
 void AddCommand(const char* name, Command command);
 
 void AddProcessCommands();
@@ -50,13 +51,12 @@ void AddInputCommands();
 void AddMenuCommands();
 void AddSystemCommands();
 
-/// Polls every `step` milliseconds until the condition holds; throws CommandError("timed out: " + what)
-/// when it does not within `timeOut` milliseconds.
-void WaitFor(int64_t timeOut, const std::string& what, const std::function<bool()>& condition,
-             DWORD step = 5);
+/// Polls until the condition holds. Throws CommandError("timed out: " + what) after `timeOutMs`.
+void WaitFor(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition,
+             DWORD stepMs = 5);
 
-/// SendMessage that gives up when the window does not answer (CommandError).
-LRESULT Ask(HWND window, UINT message, WPARAM wparam = 0, LPARAM lparam = 0);
+/// SendMessage with a time-out of 15 seconds. Throws CommandError when the window does not respond.
+LRESULT SendWithTimeOut(HWND window, UINT message, WPARAM wparam = 0, LPARAM lparam = 0);
 
 std::wstring TextOf(HWND window);
 std::wstring ClassOf(HWND window);
@@ -64,17 +64,18 @@ std::string NumberText(int64_t number);
 std::string HandleText(HWND window);
 DWORD ProcessOf(HWND window);
 
-/// A visible top-level window of the process with that class; null when there is none.
+/// The process's first visible top-level window of this class; null when there is none.
 HWND FindTopLevel(DWORD process, const std::wstring& windowClass);
 
-/// Brings the top-level window that holds `window` to the foreground, so that keys go there.
+/// Makes `window`'s top-level window, or the message box in front of it, the foreground window, so that it
+/// receives typed keys.
 void BringToForeground(HWND window);
 
-/// The milliseconds since an arbitrary moment, with their fraction.
+/// Milliseconds of the performance counter, with fraction.
 double PreciseMilliseconds();
 std::string MillisecondsText(double milliseconds);
 
-/// Posts a press and a release of the left mouse button at a point of the control's client area.
+/// Posts a left click at a point of the control's client area.
 void PostClick(HWND control, POINT point);
 POINT CentreOf(HWND control);
 

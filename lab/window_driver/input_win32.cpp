@@ -1,3 +1,6 @@
+// Keyboard and mouse input. Keys are really pressed (SendInput), because a program may ask for the state of
+// modifiers; clicks are posted, because the real pointer makes the screen release held keys.
+
 #include <algorithm>
 #include <memory>
 
@@ -6,7 +9,7 @@
 namespace tarvik::lab {
 namespace {
 
-constexpr int64_t kInputTimeOut = 15000;
+constexpr int64_t kInputTimeOutMs = 15000;
 
 struct KeyName {
   const wchar_t* name;
@@ -21,7 +24,7 @@ constexpr KeyName kKeyNames[] = {
     {L"F24", VK_F24},
 };
 
-/// The keys of a combination such as "Shift+Tab" or "Alt+P", in the order in which they go down.
+/// The keys of a combination such as "Shift+Tab" or "Alt+P", in the order of pressing.
 std::vector<WORD> KeysOf(const std::wstring& combination) {
   std::vector<WORD> keys;
   for (size_t start = 0; start <= combination.size();) {
@@ -53,11 +56,11 @@ INPUT KeyInput(WORD key, bool up) {
 void Send(std::vector<INPUT> inputs) {
   if (inputs.empty()) return;
   if (SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) != inputs.size()) {
-    throw CommandError("the input was refused: error " + NumberText(GetLastError()));
+    throw CommandError("the input was rejected: error " + NumberText(GetLastError()));
   }
 }
 
-/// Keys that stay down for as long as the object lives.
+/// Holds keys down during its lifetime.
 class HeldKeys {
  public:
   explicit HeldKeys(std::vector<WORD> keys) : keys_(std::move(keys)) {
@@ -77,14 +80,15 @@ class HeldKeys {
   std::vector<WORD> keys_;
 };
 
-/// Shares the input state of a window's thread: its focus can be set and its view of the keys be read. The
-/// beginning of the sharing lifts every key in that view.
+/// Attaches to the input state of a window's thread, so that its focus can be set and its key state be read.
+/// Attaching resets that key state: every key counts as released.
 class SharedInput {
  public:
   explicit SharedInput(HWND window)
       : thread_(GetWindowThreadProcessId(window, nullptr)),
         shared_(AttachThreadInput(GetCurrentThreadId(), thread_, TRUE) != FALSE) {
-    if (!shared_) throw CommandError("the window shares no input: error " + NumberText(GetLastError()));
+    if (!shared_)
+      throw CommandError("cannot attach to the input of the window: error " + NumberText(GetLastError()));
   }
   SharedInput(const SharedInput&) = delete;
   SharedInput& operator=(const SharedInput&) = delete;
@@ -95,8 +99,8 @@ class SharedInput {
   bool shared_;
 };
 
-/// Polls for a quarter of a second.
-bool SoonTrue(const std::function<bool()>& condition) {
+/// Polls for at most 250 ms.
+bool BecomesTrue(const std::function<bool()>& condition) {
   const double deadline = PreciseMilliseconds() + 250;
   while (!condition()) {
     if (PreciseMilliseconds() >= deadline) return false;
@@ -105,31 +109,31 @@ bool SoonTrue(const std::function<bool()>& condition) {
   return true;
 }
 
-/// Returns when the window's thread has taken everything that was posted or typed before: a key that no
-/// program uses goes down and up again, and the thread takes it only after all of that. The screen lifts
-/// keys that are not really down when the pointer or the focus comes to a window, so it may take several.
-void SettleShared(const SharedInput&, int64_t timeOut) {
+/// Returns when the window's thread has processed all earlier input. To see that, it presses and releases
+/// F24, which no program uses, and waits until the thread's key state shows it. The screen releases keys that
+/// are not physically down when the pointer or the focus enters a window, so several tries may be needed.
+void SettleShared(const SharedInput&, int64_t timeOutMs) {
   const auto isDown = [] { return GetKeyState(VK_F24) < 0; };
-  WaitFor(timeOut, "end of the input", [&] {
+  WaitFor(timeOutMs, "end of the input", [&] {
     const HeldKeys held({VK_F24});
-    return SoonTrue(isDown);
+    return BecomesTrue(isDown);
   });
   WaitFor(
-      timeOut, "end of the input", [&] { return !isDown(); }, 1);
+      timeOutMs, "end of the input", [&] { return !isDown(); }, 1);
 }
 
-void Settle(HWND window, int64_t timeOut) {
+void Settle(HWND window, int64_t timeOutMs) {
   BringToForeground(window);
   const SharedInput shared(window);
-  SettleShared(shared, timeOut);
+  SettleShared(shared, timeOutMs);
 }
 
-/// Holds keys, as soon as the sharing thread sees them all as held.
+/// Holds keys; returns once the window's thread sees them all as pressed.
 std::unique_ptr<HeldKeys> Hold(const SharedInput& shared, const std::vector<WORD>& keys) {
   std::unique_ptr<HeldKeys> held;
-  WaitFor(kInputTimeOut, "modifiers", [&] {
+  WaitFor(kInputTimeOutMs, "modifiers", [&] {
     held = std::make_unique<HeldKeys>(keys);
-    SettleShared(shared, kInputTimeOut);
+    SettleShared(shared, kInputTimeOutMs);
     if (std::all_of(keys.begin(), keys.end(), [](WORD key) { return GetKeyState(key) < 0; })) return true;
     held.reset();
     return false;
@@ -138,8 +142,8 @@ std::unique_ptr<HeldKeys> Hold(const SharedInput& shared, const std::vector<WORD
 }
 
 void GiveFocus(HWND control) {
-  // A window that has just come sets its own first focus a moment later; that has to be over.
-  Settle(control, kInputTimeOut);
+  // A new window sets its initial focus shortly after it appears; wait for that first.
+  Settle(control, kInputTimeOutMs);
   const SharedInput shared(control);
   ::SetFocus(control);
 }
@@ -148,14 +152,15 @@ void GiveFocus(HWND control) {
 Fields Type(const Arguments& arguments) {
   const HWND control = arguments.Control(0);
   GiveFocus(control);
-  // In a combo box the focus is in the edit field inside it, and so are the characters.
+  // A combo box's focus is in the edit field inside it, which receives the characters.
   GUITHREADINFO information{};
   information.cbSize = sizeof information;
   GetGUIThreadInfo(GetWindowThreadProcessId(control, nullptr), &information);
-  const HWND taker = information.hwndFocus;
-  if (taker != control && !IsChild(control, taker)) throw CommandError("the control does not take the focus");
-  for (const wchar_t character : arguments.Text(2)) PostMessageW(taker, WM_CHAR, character, 1);
-  Settle(control, kInputTimeOut);
+  const HWND focused = information.hwndFocus;
+  if (focused != control && !IsChild(control, focused))
+    throw CommandError("the control did not get the focus");
+  for (const wchar_t character : arguments.Text(2)) PostMessageW(focused, WM_CHAR, character, 1);
+  Settle(control, kInputTimeOutMs);
   return {};
 }
 
@@ -163,20 +168,20 @@ Fields Type(const Arguments& arguments) {
 Fields Keys(const Arguments& arguments) {
   const HWND window = arguments.Window(0);
   std::vector<WORD> keys = KeysOf(arguments.Text(1));
-  Settle(window, kInputTimeOut);
+  Settle(window, kInputTimeOutMs);
   const bool withAlt = std::find(keys.begin(), keys.end(), VK_MENU) != keys.end();
   if (keys.size() == 1 || withAlt) {
-    // The message itself tells of the Alt key.
+    // The key message itself contains the state of Alt.
     const HeldKeys pressed(keys);
     return {};
   }
-  // Of the others the program asks when it takes the key, and they must be held until then.
+  // The program queries the other modifiers when it handles the key, so they stay held until then.
   const std::vector<WORD> key = {keys.back()};
   keys.pop_back();
   const SharedInput shared(window);
   const std::unique_ptr<HeldKeys> held = Hold(shared, keys);
   { const HeldKeys pressed(key); }
-  SettleShared(shared, kInputTimeOut);
+  SettleShared(shared, kInputTimeOutMs);
   return {};
 }
 
@@ -188,13 +193,11 @@ Fields Click(const Arguments& arguments) {
     PostClick(control, CentreOf(control));
     return {};
   }
-  // The keys are really held, for a program that asks for their state; the real mouse would make the
-  // screen lift them.
   BringToForeground(control);
   const SharedInput shared(control);
   const std::unique_ptr<HeldKeys> held = Hold(shared, modifiers);
   PostClick(control, CentreOf(control));
-  SettleShared(shared, kInputTimeOut);
+  SettleShared(shared, kInputTimeOutMs);
   return {};
 }
 
@@ -223,13 +226,13 @@ Fields MeasureClick(const Arguments& arguments) {
 
 void BringToForeground(HWND window) {
   const HWND root = GetAncestor(window, GA_ROOT);
-  // A message box in front of its window keeps the foreground.
+  // An open message box keeps the foreground.
   const HWND active = GetLastActivePopup(root);
-  // A screen that has just shown another window may hand that one the foreground a moment later.
-  WaitFor(kInputTimeOut, "foreground", [active] {
+  // A window shown just before may still take the foreground, so try again.
+  WaitFor(kInputTimeOutMs, "foreground", [active] {
     if (GetForegroundWindow() == active) return true;
     SetForegroundWindow(active);
-    return SoonTrue([active] { return GetForegroundWindow() == active; });
+    return BecomesTrue([active] { return GetForegroundWindow() == active; });
   });
 }
 

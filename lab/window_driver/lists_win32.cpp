@@ -1,3 +1,6 @@
+// List boxes, combo boxes and tabs. Messages that pass a pointer to a structure need memory of the other
+// process; the system copies texts only for the standard list and combo box messages.
+
 #include <optional>
 
 #include "lab/window_driver/driver_win32.h"
@@ -8,7 +11,7 @@
 namespace tarvik::lab {
 namespace {
 
-/// The messages with which a kind of list tells its items.
+/// The messages that read the items of a list box or combo box.
 struct ListMessages {
   UINT count;
   UINT length;
@@ -17,14 +20,14 @@ struct ListMessages {
 constexpr ListMessages kListBox = {LB_GETCOUNT, LB_GETTEXTLEN, LB_GETTEXT};
 constexpr ListMessages kComboBox = {CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT};
 
-/// One item; nothing when the list was emptied meanwhile.
+/// One item; nothing when the list has been cleared in the meantime.
 std::optional<std::wstring> ItemOf(HWND list, const ListMessages& messages, LRESULT index) {
-  const LRESULT length = Ask(list, messages.length, static_cast<WPARAM>(index));
+  const LRESULT length = SendWithTimeOut(list, messages.length, static_cast<WPARAM>(index));
   if (length < 0) return std::nullopt;
-  // Between the two questions the item may have become another, longer one.
+  // The item may be replaced by a longer one between the two messages.
   std::wstring text(static_cast<size_t>(length) + 4096, L'\0');
   const LRESULT count =
-      Ask(list, messages.text, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
+      SendWithTimeOut(list, messages.text, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
   if (count < 0) return std::nullopt;
   text.resize(static_cast<size_t>(count));
   return text;
@@ -33,23 +36,24 @@ std::optional<std::wstring> ItemOf(HWND list, const ListMessages& messages, LRES
 Fields ItemsOf(HWND list, const ListMessages& messages) {
   while (true) {
     Fields fields;
-    const LRESULT count = Ask(list, messages.count);
+    const LRESULT count = SendWithTimeOut(list, messages.count);
     for (LRESULT i = 0; i < count; ++i) {
       const std::optional<std::wstring> item = ItemOf(list, messages, i);
       if (!item) break;
       fields.push_back(ToUtf8(*item));
     }
-    if (fields.size() == static_cast<size_t>(count) && Ask(list, messages.count) == count) return fields;
+    if (fields.size() == static_cast<size_t>(count) && SendWithTimeOut(list, messages.count) == count)
+      return fields;
   }
 }
 
 std::optional<std::wstring> LastItemOf(HWND list) {
-  const LRESULT count = Ask(list, LB_GETCOUNT);
+  const LRESULT count = SendWithTimeOut(list, LB_GETCOUNT);
   if (count <= 0) return std::nullopt;
   return ItemOf(list, kListBox, count - 1);
 }
 
-/// wait_line <window> <id> <line> <time-out>: the list holds the line
+/// wait_line <window> <id> <line> <time-out>: waits until the list contains the line
 Fields WaitLine(const Arguments& arguments) {
   const HWND list = arguments.Control(0);
   const std::string wanted = ToUtf8(arguments.Text(2));
@@ -62,7 +66,7 @@ Fields WaitLine(const Arguments& arguments) {
   return {};
 }
 
-/// wait_last <window> <id> <line> <time-out>: the list ends with the line
+/// wait_last <window> <id> <line> <time-out>: waits until it is the last line of the list
 Fields WaitLast(const Arguments& arguments) {
   const HWND list = arguments.Control(0);
   const std::wstring wanted = arguments.Text(2);
@@ -70,25 +74,27 @@ Fields WaitLast(const Arguments& arguments) {
   return {};
 }
 
-/// wait_changed <window> <id> <count> <last line> <time-out>: the list is no longer as the caller saw it
+/// wait_changed <window> <id> <count> <last line> <time-out>: waits until the list differs from this state
 Fields WaitChanged(const Arguments& arguments) {
   const HWND list = arguments.Control(0);
   const int64_t count = arguments.Number(2);
   const std::wstring last = arguments.Text(3);
   WaitFor(arguments.Number(4), "change of the list", [&] {
-    return Ask(list, LB_GETCOUNT) != count || LastItemOf(list).value_or(std::wstring()) != last;
+    return SendWithTimeOut(list, LB_GETCOUNT) != count || LastItemOf(list).value_or(std::wstring()) != last;
   });
   return {};
 }
 
-/// list_state <window> <id> -> lines, selected index, first line shown, width that can be scrolled over
+/// list_state <window> <id> -> number of lines, selected index, first visible line, scroll width
 Fields ListState(const Arguments& arguments) {
   const HWND list = arguments.Control(0);
-  return {NumberText(Ask(list, LB_GETCOUNT)), NumberText(static_cast<int>(Ask(list, LB_GETCURSEL))),
-          NumberText(Ask(list, LB_GETTOPINDEX)), NumberText(Ask(list, LB_GETHORIZONTALEXTENT))};
+  return {NumberText(SendWithTimeOut(list, LB_GETCOUNT)),
+          NumberText(static_cast<int>(SendWithTimeOut(list, LB_GETCURSEL))),
+          NumberText(SendWithTimeOut(list, LB_GETTOPINDEX)),
+          NumberText(SendWithTimeOut(list, LB_GETHORIZONTALEXTENT))};
 }
 
-/// TCITEMW as a 32-bit or a 64-bit program has it; only what asking for the text needs.
+/// TCITEMW as laid out in a 32-bit or 64-bit process, set up to query the text.
 template <typename Pointer>
 struct TabItem {
   UINT mask = TCIF_TEXT;
@@ -108,10 +114,10 @@ std::wstring TabCaption(HWND tabs, const RemoteProcess& process, LRESULT index) 
   item.text = static_cast<Pointer>(memory.Address() + sizeof item);
   item.textSize = static_cast<int>(kTextSize);
   process.Write(memory.Address(), &item, sizeof item);
-  if (!Ask(tabs, TCM_GETITEMW, static_cast<WPARAM>(index), memory.Parameter())) {
-    throw CommandError("the tab tells no caption");
+  if (!SendWithTimeOut(tabs, TCM_GETITEMW, static_cast<WPARAM>(index), memory.Parameter())) {
+    throw CommandError("cannot read the tab");
   }
-  // The control may point to a text of its own instead of filling ours.
+  // The control may return a pointer to its own text instead of filling the buffer.
   process.Read(memory.Address(), &item, sizeof item);
   std::wstring text(kTextSize, L'\0');
   process.Read(item.text, text.data(), (kTextSize - 1) * sizeof(wchar_t));
@@ -119,12 +125,12 @@ std::wstring TabCaption(HWND tabs, const RemoteProcess& process, LRESULT index) 
   return text;
 }
 
-/// tabs <window> <id> -> front index, then the caption of each visible tab
+/// tabs <window> <id> -> selected index, then the caption of each visible tab
 Fields Tabs(const Arguments& arguments) {
   const HWND tabs = arguments.Control(0);
   const RemoteProcess process(ProcessOf(tabs));
-  Fields fields = {NumberText(static_cast<int>(Ask(tabs, TCM_GETCURSEL)))};
-  const LRESULT count = Ask(tabs, TCM_GETITEMCOUNT);
+  Fields fields = {NumberText(static_cast<int>(SendWithTimeOut(tabs, TCM_GETCURSEL)))};
+  const LRESULT count = SendWithTimeOut(tabs, TCM_GETITEMCOUNT);
   for (LRESULT i = 0; i < count; ++i) {
     fields.push_back(ToUtf8(process.Is32Bit() ? TabCaption<uint32_t>(tabs, process, i)
                                               : TabCaption<uint64_t>(tabs, process, i)));
@@ -135,24 +141,25 @@ Fields Tabs(const Arguments& arguments) {
 RECT RectOfTab(HWND tabs, WPARAM index) {
   const RemoteProcess process(ProcessOf(tabs));
   const RemoteMemory memory(process, sizeof(RECT));
-  if (!Ask(tabs, TCM_GETITEMRECT, index, memory.Parameter())) throw CommandError("no such tab");
+  if (!SendWithTimeOut(tabs, TCM_GETITEMRECT, index, memory.Parameter())) throw CommandError("no such tab");
   RECT rect;
   process.Read(memory.Address(), &rect, sizeof rect);
   return rect;
 }
 
-/// select_tab <window> <id> <index among the visible tabs>: clicks it
+/// select_tab <window> <id> <index among the visible tabs> <time-out>: clicks it and waits until it is
+/// selected
 Fields SelectTab(const Arguments& arguments) {
   const HWND tabs = arguments.Control(0);
   const auto index = static_cast<WPARAM>(arguments.Number(2));
   const RECT rect = RectOfTab(tabs, index);
   PostClick(tabs, {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2});
-  WaitFor(arguments.Number(3), "tab in front",
-          [&] { return Ask(tabs, TCM_GETCURSEL) == static_cast<LRESULT>(index); });
+  WaitFor(arguments.Number(3), "selected tab",
+          [&] { return SendWithTimeOut(tabs, TCM_GETCURSEL) == static_cast<LRESULT>(index); });
   return {};
 }
 
-/// tab_rect <window> <id> <index among the visible tabs> -> left, top (in the strip), width, height
+/// tab_rect <window> <id> <index among the visible tabs> -> left, top (in the tab control), width, height
 Fields TabRect(const Arguments& arguments) {
   const HWND tabs = arguments.Control(0);
   const RECT rect = RectOfTab(tabs, static_cast<WPARAM>(arguments.Number(2)));
@@ -160,7 +167,8 @@ Fields TabRect(const Arguments& arguments) {
           NumberText(rect.bottom - rect.top)};
 }
 
-/// dpi <window> <dpi> <left> <top> <width> <height>: the window has come to a monitor of another scaling
+/// dpi <window> <dpi> <left> <top> <width> <height>: sends WM_DPICHANGED with this suggested rectangle, as
+/// when the window moves to a monitor with another scaling
 Fields ChangeDpi(const Arguments& arguments) {
   const HWND window = arguments.Window(0);
   const auto number = [&arguments](size_t index) { return static_cast<LONG>(arguments.Number(index)); };
@@ -169,7 +177,7 @@ Fields ChangeDpi(const Arguments& arguments) {
   const RemoteMemory memory(process, sizeof suggested);
   process.Write(memory.Address(), &suggested, sizeof suggested);
   const auto dpi = static_cast<WORD>(number(1));
-  Ask(window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), memory.Parameter());
+  SendWithTimeOut(window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), memory.Parameter());
   return {};
 }
 
@@ -177,11 +185,12 @@ Fields ChangeDpi(const Arguments& arguments) {
 
 void AddListCommands() {
   AddCommand("lines", [](const Arguments& a) { return ItemsOf(a.Control(0), kListBox); });
-  AddCommand("line_count",
-             [](const Arguments& a) { return Fields{NumberText(Ask(a.Control(0), LB_GETCOUNT))}; });
+  AddCommand("line_count", [](const Arguments& a) {
+    return Fields{NumberText(SendWithTimeOut(a.Control(0), LB_GETCOUNT))};
+  });
   AddCommand("list_state", ListState);
   AddCommand("clear_list", [](const Arguments& a) {
-    Ask(a.Control(0), LB_RESETCONTENT);
+    SendWithTimeOut(a.Control(0), LB_RESETCONTENT);
     return Fields{};
   });
   AddCommand("wait_line", WaitLine);

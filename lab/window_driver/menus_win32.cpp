@@ -1,3 +1,6 @@
+// Menus, pointer, fonts and message boxes: objects whose handles are only valid in their own process, so most
+// calls are made there through RemoteProcess.
+
 #include "lab/window_driver/driver_win32.h"
 #include "lab/window_driver/remote_win32.h"
 
@@ -6,7 +9,7 @@ namespace {
 
 constexpr wchar_t kUser32[] = L"user32.dll";
 
-/// Menus belong to their process: the questions are asked there.
+/// Reads a menu with calls inside its process: menu handles are not valid elsewhere.
 class MenuReader {
  public:
   explicit MenuReader(HWND window)
@@ -53,10 +56,10 @@ Fields Pointer(const Arguments& arguments) {
   return {"other"};
 }
 
-/// text_size <window> <id> -> width, height that the control's text needs in its font, on one line
+/// text_size <window> <id> -> width and height of the control's text in its font, on one line
 Fields TextSize(const Arguments& arguments) {
   const HWND control = arguments.Control(0);
-  // A font belongs to its process, which alone can tell what it is like; a twin of it is made here.
+  // A font handle is only valid in its own process: read its description there, and make a copy here.
   const RemoteProcess process(ProcessOf(control));
   const RemoteMemory memory(process, sizeof(LOGFONTW));
   const uint64_t font =
@@ -66,14 +69,14 @@ Fields TextSize(const Arguments& arguments) {
   }
   LOGFONTW description;
   process.Read(memory.Address(), &description, sizeof description);
-  const HFONT twin = CreateFontIndirectW(&description);
+  const HFONT copy = CreateFontIndirectW(&description);
   const HDC screen = GetDC(nullptr);
-  const HGDIOBJ before = SelectObject(screen, twin);
+  const HGDIOBJ before = SelectObject(screen, copy);
   RECT rect{};
   DrawTextW(screen, TextOf(control).c_str(), -1, &rect, DT_CALCRECT | DT_SINGLELINE);
   SelectObject(screen, before);
   ReleaseDC(nullptr, screen);
-  DeleteObject(twin);
+  DeleteObject(copy);
   return {NumberText(rect.right), NumberText(rect.bottom)};
 }
 
@@ -99,7 +102,7 @@ BOOL CALLBACK AppendPart(HWND window, LPARAM parameter) {
 
 std::string IconKind(HWND box, HWND icon) {
   if (icon == nullptr) return "none";
-  const auto shown = static_cast<uint64_t>(Ask(icon, STM_GETICON));
+  const auto shown = static_cast<uint64_t>(SendWithTimeOut(icon, STM_GETICON));
   if (shown == 0) return "none";
   const RemoteProcess process(ProcessOf(box));
   const auto standard = [&process](uint64_t name) { return process.Call(kUser32, "LoadIconW", {0, name}); };
@@ -127,22 +130,22 @@ Fields WaitBox(const Arguments& arguments) {
   return fields;
 }
 
-/// answer_box <handle> <button id> <time-out>: presses the button and waits until the box is gone
+/// answer_box <handle> <button id> <time-out>: presses the button and waits until the box is closed
 Fields AnswerBox(const Arguments& arguments) {
   const HWND box = arguments.Window(0);
   HWND button = GetDlgItem(box, static_cast<int>(arguments.Number(1)));
-  // The one button of a box with only "OK" has the id of "Cancel", so that Esc presses it.
+  // When OK is the only button, Windows gives it the id IDCANCEL so that Esc presses it.
   if (button == nullptr && arguments.Number(1) == IDOK) button = GetDlgItem(box, IDCANCEL);
   if (button == nullptr) throw CommandError("the box has no such button");
   PostMessageW(button, BM_CLICK, 0, 0);
-  WaitFor(arguments.Number(2), "end of the box", [box] { return !IsWindow(box) || !IsWindowVisible(box); });
+  WaitFor(arguments.Number(2), "closed box", [box] { return !IsWindow(box) || !IsWindowVisible(box); });
   return {};
 }
 
 }  // namespace
 
 void AddMenuCommands() {
-  // menu <window> -> four fields an item: depth, id, caption, enabled
+  // menu <window> -> four fields per item: depth, id, caption, enabled
   AddCommand("menu", [](const Arguments& a) { return MenuReader(a.Window(0)).Items(); });
   AddCommand("pointer", Pointer);
   AddCommand("text_size", TextSize);

@@ -1,3 +1,5 @@
+// Starting, watching and measuring processes.
+
 #include <algorithm>
 #include <memory>
 
@@ -8,7 +10,7 @@
 namespace tarvik::lab {
 namespace {
 
-/// A process that the driver started; it ends with the driver.
+/// A process that the driver started; terminated with the driver.
 class StartedProcess {
  public:
   StartedProcess(HANDLE handle, DWORD id, double startedAt)
@@ -16,11 +18,11 @@ class StartedProcess {
   StartedProcess(const StartedProcess&) = delete;
   StartedProcess& operator=(const StartedProcess&) = delete;
   ~StartedProcess() {
-    if (Runs()) TerminateProcess(handle_, 1);
+    if (IsRunning()) TerminateProcess(handle_, 1);
     CloseHandle(handle_);
   }
 
-  bool Runs() const { return WaitForSingleObject(handle_, 0) == WAIT_TIMEOUT; }
+  bool IsRunning() const { return WaitForSingleObject(handle_, 0) == WAIT_TIMEOUT; }
   HANDLE Handle() const { return handle_; }
   DWORD Id() const { return id_; }
   double StartedAt() const { return startedAt_; }
@@ -31,16 +33,16 @@ class StartedProcess {
   double startedAt_;
 };
 
-std::vector<std::unique_ptr<StartedProcess>>& Started() {
+std::vector<std::unique_ptr<StartedProcess>>& StartedProcesses() {
   static std::vector<std::unique_ptr<StartedProcess>> started;
   return started;
 }
 
 StartedProcess& Find(const Arguments& arguments) {
-  for (const auto& process : Started()) {
+  for (const auto& process : StartedProcesses()) {
     if (process->Id() == static_cast<DWORD>(arguments.Number(0))) return *process;
   }
-  throw CommandError("not a process of this driver");
+  throw CommandError("this driver did not start the process");
 }
 
 DWORD ExitCode(const StartedProcess& process) {
@@ -57,7 +59,7 @@ Fields Start(const Arguments& arguments) {
   const std::wstring folder = arguments.Text(2);
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
-  // Nothing that a program or its own children print may come between the driver's answers.
+  // No standard handles: output of the program or its children would mix with the driver's answers.
   startup.dwFlags = STARTF_USESTDHANDLES;
   PROCESS_INFORMATION information{};
   const double startedAt = PreciseMilliseconds();
@@ -66,19 +68,20 @@ Fields Start(const Arguments& arguments) {
     throw CommandError("cannot start: error " + NumberText(GetLastError()));
   }
   CloseHandle(information.hThread);
-  Started().push_back(
+  StartedProcesses().push_back(
       std::make_unique<StartedProcess>(information.hProcess, information.dwProcessId, startedAt));
   return {NumberText(information.dwProcessId)};
 }
 
-/// wait_idle <process> <time-out> -> milliseconds from the start to the first idle
+/// wait_idle <process> <time-out> -> milliseconds from the start until the process is idle for the first time
 Fields WaitIdle(const Arguments& arguments) {
   const StartedProcess& process = Find(arguments);
-  // Until the new process has made its first window call there is nothing to wait on.
+  // WaitForInputIdle fails until the new process has made its first window call.
   WaitFor(
       arguments.Number(1), "first idle",
       [&process] {
-        if (!process.Runs()) throw CommandError("ended with " + NumberText(ExitCode(process)));
+        if (!process.IsRunning())
+          throw CommandError("the process ended with code " + NumberText(ExitCode(process)));
         return WaitForInputIdle(process.Handle(), 50) == 0;
       },
       1);
@@ -102,7 +105,7 @@ Fields Kill(const Arguments& arguments) {
   return {};
 }
 
-/// memory <process> -> bytes in memory, bytes of its own
+/// memory <process> -> working set, committed private bytes
 Fields Memory(const Arguments& arguments) {
   PROCESS_MEMORY_COUNTERS counters{};
   counters.cb = sizeof counters;
@@ -113,7 +116,7 @@ Fields Memory(const Arguments& arguments) {
           NumberText(static_cast<int64_t>(counters.PagefileUsage))};
 }
 
-/// SYSTEM_HANDLE_TABLE_ENTRY_INFO_EX, of which only the owner counts.
+/// SYSTEM_HANDLE_TABLE_ENTRY_INFO_EX. Only the owning process is used.
 struct HandleEntry {
   void* object;
   ULONG_PTR process;
@@ -121,7 +124,7 @@ struct HandleEntry {
   ULONG rest[4];
 };
 
-/// The system's table of all handles: their number, one word, and the entries.
+/// The system's table of all handles: their number, a reserved word, then the entries.
 std::vector<ULONG_PTR> HandleTable() {
   using Query = LONG(WINAPI*)(int, void*, ULONG, ULONG*);
   constexpr int kExtendedHandleInformation = 64;
@@ -135,11 +138,12 @@ std::vector<ULONG_PTR> HandleTable() {
     const auto size = static_cast<ULONG>(table.size() * sizeof(ULONG_PTR));
     result = query(kExtendedHandleInformation, table.data(), size, nullptr);
   }
-  if (result < 0) throw CommandError("no table of handles: status " + NumberText(result));
+  if (result < 0) throw CommandError("cannot read the handle table: status " + NumberText(result));
   return table;
 }
 
-/// handles <process> -> kernel objects that it holds. Wine answers GetProcessHandleCount with 0.
+/// handles <process> -> number of kernel handles. Counted in the system's table, because Wine's
+/// GetProcessHandleCount returns 0.
 Fields Handles(const Arguments& arguments) {
   const ULONG_PTR process = Find(arguments).Id();
   const std::vector<ULONG_PTR> table = HandleTable();
@@ -155,7 +159,7 @@ void AddProcessCommands() {
   AddCommand("start", Start);
   AddCommand("wait_idle", WaitIdle);
   AddCommand("wait_end", WaitEnd);
-  AddCommand("runs", [](const Arguments& a) { return Fields{Find(a).Runs() ? "1" : "0"}; });
+  AddCommand("runs", [](const Arguments& a) { return Fields{Find(a).IsRunning() ? "1" : "0"}; });
   AddCommand("kill", Kill);
   AddCommand("memory", Memory);
   AddCommand("handles", Handles);

@@ -1,3 +1,6 @@
+// Calls functions inside another process: writes a small thread procedure in machine code into its memory and
+// runs it with CreateRemoteThread. Works from the 64-bit driver into 32-bit and 64-bit processes.
+
 #include "lab/window_driver/remote_win32.h"
 
 #include <algorithm>
@@ -26,7 +29,7 @@ Value ReadValue(const RemoteProcess& process, uint64_t address) {
   return value;
 }
 
-/// Machine code, put together byte by byte.
+/// Assembles machine code.
 class Code {
  public:
   Code& Bytes(std::initializer_list<uint8_t> bytes) {
@@ -45,7 +48,7 @@ class Code {
   std::vector<uint8_t> bytes_;
 };
 
-/// A thread procedure that makes the call and leaves its result at `resultAddress`.
+/// A thread procedure that makes a stdcall call and stores the result at `resultAddress`.
 Code ThreadCode32(uint64_t function, const std::vector<uint64_t>& arguments, uint64_t resultAddress) {
   Code code;
   for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) {
@@ -57,6 +60,8 @@ Code ThreadCode32(uint64_t function, const std::vector<uint64_t>& arguments, uin
   return code;
 }
 
+/// The same with the 64-bit calling convention: 0x48 bytes of stack hold the shadow space and two stack
+/// arguments.
 Code ThreadCode64(uint64_t function, const std::vector<uint64_t>& arguments, uint64_t resultAddress) {
   constexpr std::array<std::array<uint8_t, 2>, 4> kLoadRegister = {
       {{0x48, 0xB9}, {0x48, 0xBA}, {0x49, 0xB8}, {0x49, 0xB9}}};  // mov rcx / rdx / r8 / r9, argument
@@ -113,7 +118,7 @@ uint64_t RemoteProcess::FindFunction(const wchar_t* library, const char* functio
     if (lstrcmpiW(name.data(), library) != 0) continue;
     const uint64_t base = reinterpret_cast<uintptr_t>(modules[i]);
     const uint64_t header = base + ReadValue<uint32_t>(*this, base + 0x3C);
-    // The table of data directories starts later in a 64-bit header.
+    // The first data directory, exports, has another offset in a 64-bit header.
     const uint64_t directory = header + (is32Bit_ ? 0x78 : 0x88);
     const uint64_t exports = base + ReadValue<uint32_t>(*this, directory);
     const auto table = ReadValue<IMAGE_EXPORT_DIRECTORY>(*this, exports);
@@ -122,7 +127,7 @@ uint64_t RemoteProcess::FindFunction(const wchar_t* library, const char* functio
     Read(base + table.AddressOfNames, names.data(), names.size() * sizeof(uint32_t));
     Read(base + table.AddressOfNameOrdinals, ordinals.data(), ordinals.size() * sizeof(uint16_t));
     const size_t length = std::strlen(function) + 1;
-    // The names are sorted, and each look at one is a question to the system.
+    // Binary search: each name costs a ReadProcessMemory call.
     const auto readName = [&](uint32_t place) {
       std::string candidate(length, '\0');
       Read(base + place, candidate.data(), length);
@@ -154,7 +159,7 @@ uint64_t RemoteProcess::Call(const wchar_t* library, const char* function,
     throw CommandError("cannot call into the process: error " + NumberText(GetLastError()));
   const DWORD waited = WaitForSingleObject(thread, 15000);
   CloseHandle(thread);
-  if (waited != WAIT_OBJECT_0) throw CommandError("the call into the process does not return");
+  if (waited != WAIT_OBJECT_0) throw CommandError("the call into the process did not return");
   return is32Bit_ ? ReadValue<uint32_t>(*this, resultAddress) : ReadValue<uint64_t>(*this, resultAddress);
 }
 
@@ -162,7 +167,8 @@ RemoteMemory::RemoteMemory(const RemoteProcess& process, size_t size)
     : process_(process),
       memory_(
           VirtualAllocEx(process.handle_, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE)) {
-  if (memory_ == nullptr) throw CommandError("no memory in the process: error " + NumberText(GetLastError()));
+  if (memory_ == nullptr)
+    throw CommandError("cannot allocate memory in the process: error " + NumberText(GetLastError()));
 }
 
 RemoteMemory::~RemoteMemory() { VirtualFreeEx(process_.handle_, memory_, 0, MEM_RELEASE); }

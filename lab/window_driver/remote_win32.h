@@ -8,8 +8,9 @@
 
 namespace tarvik::lab {
 
-/// Another process, to hand its controls memory of its own and to make calls inside it: what menus,
-/// cursors and icons are, only their own process can tell. Throws CommandError where the system refuses.
+/// Another process, whose memory can be read and written and in which functions can be called. Needed because
+/// handles of menus, cursors and icons, and pointers in messages, are only valid in their own process. Every
+/// function throws CommandError when Windows fails.
 class RemoteProcess {
  public:
   explicit RemoteProcess(DWORD id);
@@ -22,8 +23,9 @@ class RemoteProcess {
   void Read(uint64_t address, void* bytes, size_t size) const;
   void Write(uint64_t address, const void* bytes, size_t size) const;
 
-  /// Calls an exported function of a library that the process has loaded, in a thread made for it, with up
-  /// to six arguments, none of them a floating-point number. The result; 32 bits wide in a 32-bit process.
+  /// Calls an exported function of a library that the process has loaded, in a new thread of that process.
+  /// Takes up to six integer or pointer arguments. Returns 32 bits in a 32-bit process. Waits at most 15
+  /// seconds.
   uint64_t Call(const wchar_t* library, const char* function, const std::vector<uint64_t>& arguments) const;
 
  private:
@@ -34,7 +36,7 @@ class RemoteProcess {
   bool is32Bit_ = false;
 };
 
-/// Memory in the other process, given back by the object's end.
+/// Memory allocated in another process; freed on destruction.
 class RemoteMemory {
  public:
   RemoteMemory(const RemoteProcess& process, size_t size);

@@ -1,3 +1,5 @@
+// Clipboard and registry.
+
 #include <cstring>
 
 #include "lab/window_driver/driver_win32.h"
@@ -15,7 +17,7 @@ class OpenClipboardLock {
   ~OpenClipboardLock() { CloseClipboard(); }
 };
 
-/// clipboard_get -> "1" and the text, or "0" when there is none
+/// clipboard_get -> "1" and the text, or "0" when the clipboard has no text
 Fields GetClipboard(const Arguments&) {
   const OpenClipboardLock clipboard;
   const HANDLE data = GetClipboardData(CF_UNICODETEXT);
@@ -44,7 +46,8 @@ Fields SetClipboard(const Arguments& arguments) {
   return {};
 }
 
-/// registry_get <key below HKEY_CURRENT_USER> <name> -> "1" and the text, or "0" when there is none
+/// registry_get <key below HKEY_CURRENT_USER> <name> -> "1" and the text, or "0" when the value does not
+/// exist
 Fields GetRegistry(const Arguments& arguments) {
   std::wstring text(4096, L'\0');
   auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
@@ -65,7 +68,7 @@ Fields SetRegistry(const Arguments& arguments) {
   return {};
 }
 
-/// registry_delete <key below HKEY_CURRENT_USER>: with everything below it
+/// registry_delete <key below HKEY_CURRENT_USER>: deletes the key and its subkeys
 Fields DeleteRegistry(const Arguments& arguments) {
   const LSTATUS result = RegDeleteTreeW(HKEY_CURRENT_USER, arguments.Text(0).c_str());
   if (result != ERROR_SUCCESS && result != ERROR_FILE_NOT_FOUND)

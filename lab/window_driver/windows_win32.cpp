@@ -1,3 +1,5 @@
+// Windows and controls: finding, reading, waiting, moving, closing.
+
 #include "lab/window_driver/driver_win32.h"
 
 namespace tarvik::lab {
@@ -38,10 +40,10 @@ Fields WaitWindow(const Arguments& arguments) {
   return {HandleText(found)};
 }
 
-/// wait_gone <handle> <time-out>; a hidden window is gone too
+/// wait_gone <handle> <time-out>: waits until the window is destroyed or hidden
 Fields WaitGone(const Arguments& arguments) {
   const HWND window = reinterpret_cast<HWND>(static_cast<intptr_t>(arguments.Number(0)));
-  WaitFor(arguments.Number(1), "end of the window",
+  WaitFor(arguments.Number(1), "closed window",
           [window] { return !IsWindow(window) || !IsWindowVisible(window); });
   return {};
 }
@@ -55,8 +57,8 @@ Fields WaitText(const Arguments& arguments) {
   return {};
 }
 
-/// The control that has the focus in the thread of a window; an edit field inside a combo box stands for
-/// its box. Null when none has it.
+/// The control with the focus in a window's thread; a combo box when its inner edit field has the focus. Null
+/// when no control has it.
 HWND FocusOf(HWND window) {
   GUITHREADINFO information{};
   information.cbSize = sizeof information;
@@ -80,7 +82,7 @@ Fields WaitFocus(const Arguments& arguments) {
   return {};
 }
 
-/// previous <window> <id> -> id, class, text of the control before this one in the order of the Tab key
+/// previous <window> <id> -> id, class, text of the previous control in the tab order
 Fields Previous(const Arguments& arguments) {
   const HWND previous = GetWindow(arguments.Control(0), GW_HWNDPREV);
   if (previous == nullptr) return {"0", "", ""};
@@ -101,7 +103,7 @@ BOOL CALLBACK AppendControl(HWND window, LPARAM parameter) {
   return TRUE;
 }
 
-/// controls <window> -> nine fields a control: id, class, text, visible, enabled, left, top, width, height
+/// controls <window> -> nine fields per control: id, class, text, visible, enabled, left, top, width, height
 Fields Controls(const Arguments& arguments) {
   Fields fields;
   EnumChildWindows(arguments.Window(0), AppendControl, reinterpret_cast<LPARAM>(&fields));
@@ -123,7 +125,7 @@ Fields ClientRectangle(const Arguments& arguments) {
   return RectFields(rect);
 }
 
-/// move <window> <left> <top> <width> <height>: the outer rectangle
+/// move <window> <left> <top> <width> <height>: sets the outer rectangle
 Fields Move(const Arguments& arguments) {
   const auto number = [&arguments](size_t index) { return static_cast<int>(arguments.Number(index)); };
   if (!SetWindowPos(arguments.Window(0), nullptr, number(1), number(2), number(3), number(4),
@@ -141,11 +143,11 @@ Fields Post(const Arguments& arguments, UINT message, WPARAM wparam) {
 }
 
 Fields SetText(const Arguments& arguments) {
-  Ask(arguments.Control(0), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(arguments.Text(2).c_str()));
+  SendWithTimeOut(arguments.Control(0), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(arguments.Text(2).c_str()));
   return {};
 }
 
-/// state <window> <id> -> enabled, visible, minimised, topmost, in the foreground
+/// state <window> <id> -> enabled, visible, minimised, topmost, foreground
 Fields State(const Arguments& arguments) {
   const HWND control = arguments.Control(0);
   return {Flag(IsWindowEnabled(control)), Flag(IsWindowVisible(control)), Flag(IsIconic(control)),
@@ -174,8 +176,9 @@ void AddWindowCommands() {
   });
   AddCommand("wait_gone", WaitGone);
   AddCommand("text", [](const Arguments& a) { return Fields{ToUtf8(TextOf(a.Control(0)))}; });
-  AddCommand("text_length",
-             [](const Arguments& a) { return Fields{NumberText(Ask(a.Control(0), WM_GETTEXTLENGTH))}; });
+  AddCommand("text_length", [](const Arguments& a) {
+    return Fields{NumberText(SendWithTimeOut(a.Control(0), WM_GETTEXTLENGTH))};
+  });
   AddCommand("set_text", SetText);
   AddCommand("wait_text", WaitText);
   AddCommand("owner",
@@ -189,8 +192,9 @@ void AddWindowCommands() {
   AddCommand("controls", Controls);
   AddCommand("rect", WindowRect);
   AddCommand("client_rect", ClientRectangle);
-  AddCommand("checked",
-             [](const Arguments& a) { return Fields{NumberText(Ask(a.Control(0), BM_GETCHECK))}; });
+  AddCommand("checked", [](const Arguments& a) {
+    return Fields{NumberText(SendWithTimeOut(a.Control(0), BM_GETCHECK))};
+  });
   AddCommand("move", Move);
   AddCommand("close", [](const Arguments& a) { return Post(a, WM_CLOSE, 0); });
   AddCommand("minimise", [](const Arguments& a) { return Post(a, WM_SYSCOMMAND, SC_MINIMIZE); });
