@@ -1,15 +1,15 @@
-// A window of the main window's size with nothing in it. What the program costs beyond it is the program's
-// own, or that of its controls: with any argument the window has as many of the same kinds as the main window
-// shows first, made by nothing but the system's calls.
+// The reference for the product's start-up time and memory: an empty window of the main window's size. With
+// any argument it has controls of the same kinds and number as the main window when it opens, created with
+// plain Windows calls. The comparison separates the cost of the controls from that of the product's own code.
 #include <windows.h>
 
 #include <commctrl.h>
 
 namespace {
 
-LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM large) {
+LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == WM_DESTROY) PostQuitMessage(0);
-  return DefWindowProcW(window, message, wide, large);
+  return DefWindowProcW(window, message, wparam, lparam);
 }
 
 void Add(HWND parent, const wchar_t* windowClass, DWORD style, int x, int y, int width, int height) {
@@ -20,10 +20,10 @@ void Add(HWND parent, const wchar_t* windowClass, DWORD style, int x, int y, int
 void AddControls(HWND window) {
   const HMODULE library = LoadLibraryW(L"comctl32.dll");
   const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
-  using Initialise = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
-  const auto initialise =
-      reinterpret_cast<Initialise>(reinterpret_cast<void*>(GetProcAddress(library, "InitCommonControlsEx")));
-  if (initialise != nullptr) initialise(&wanted);
+  using Initialize = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
+  const auto initialize =
+      reinterpret_cast<Initialize>(reinterpret_cast<void*>(GetProcAddress(library, "InitCommonControlsEx")));
+  if (initialize != nullptr) initialize(&wanted);
   Add(window, L"Static", 0, 10, 10, 140, 16);
   Add(window, L"ComboBox", CBS_DROPDOWN | WS_TABSTOP, 160, 8, 340, 200);
   Add(window, WC_TABCONTROLW, WS_TABSTOP, 10, 40, 490, 80);
