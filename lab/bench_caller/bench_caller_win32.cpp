@@ -1,9 +1,10 @@
-// One command a line, one answer a line, in the window driver's way of writing fields. Ends with its input.
+// Calls the bench's libraries for a test. Reads one command per line and writes one answer per line, in the
+// format of lab/driver_protocol.h, until the input ends.
 //
-//   set <variable> <value>      for the stand-ins in this process
+//   set <variable> <value>      sets an environment variable, which the stand-ins in this process read
 //   version <library>           -> "FileVersion" and "FileDescription" of its version resource
-//   exports <library> <name>    -> 1 when it has such a call, otherwise 0
-//   <call> <arguments>          -> result, then what the call has put out
+//   exports <library> <name>    -> 1 if it exports the name, otherwise 0
+//   <call> <arguments>          -> result, then the output parameters; see libraries_win32.cpp
 
 #include "lab/bench_caller/bench_caller_win32.h"
 

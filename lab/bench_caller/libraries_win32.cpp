@@ -1,3 +1,6 @@
+// The commands that call the bench's libraries. Each comment gives a command's arguments and the fields of
+// its answer. Records are prefilled, so that the tests see which bytes a call leaves untouched.
+
 #include <cstring>
 
 #include "bench/k7api.h"
@@ -12,7 +15,7 @@ constexpr char kNxLib[] = "NxLib32.dll";
 constexpr char kK7Api[] = "k7api.dll";
 constexpr char kSvcKit[] = "SvcKit.dll";
 
-// What a record holds where a call has left it alone.
+// Fills records before the call.
 constexpr char kUntouched = '~';
 
 template <typename Integer>
@@ -52,11 +55,12 @@ Fields GetOptions1(const Fields& arguments) {
   return {Text(call(Word(arguments, 0), &zero, &options)), Text(options)};
 }
 
-/// nx_sysinfo <handle> -> result, addinfo, axes, the character fields, and what stands behind the record
+/// nx_sysinfo <handle> -> result, addinfo, axes, the character fields, and the bytes after the record, which
+/// must stay untouched
 Fields SysInfo(const Fields& arguments) {
   struct {
     nx_system_information information;
-    char behind[8];
+    char after[8];
   } guarded;
   std::memset(&guarded, kUntouched, sizeof guarded);
   const auto call = Find<decltype(nx_sysinfo)>(kNxLib, "nx_sysinfo");
@@ -70,11 +74,11 @@ Fields SysInfo(const Fields& arguments) {
           Characters(information.series_code),
           Characters(information.version_code),
           Characters(information.axes_text),
-          Characters(guarded.behind)};
+          Characters(guarded.after)};
 }
 
 /// nx_pmc_rdrange <handle> <address type> <data type> <first> <last> <length> -> result, the header's four
-/// numbers, the number of bytes that were written, those bytes in hexadecimal
+/// numbers, the number of bytes written, those bytes in hexadecimal
 Fields PmcRdRange(const Fields& arguments) {
   nx_pmc_range range;
   std::memset(&range, kUntouched, sizeof range);
@@ -112,7 +116,7 @@ Fields FreeHandle(const Fields& arguments) {
   return {Text(Find<decltype(nx_freehandle)>(kNxLib, "nx_freehandle")(Word(arguments, 0)))};
 }
 
-/// A string argument of the K7 API: the library may write into all of its 256 bytes.
+/// A string argument of the K7 API: 256 bytes, all of which the library may overwrite.
 class K7Buffer {
  public:
   explicit K7Buffer(const std::string& text) : bytes_(text) { bytes_.resize(256); }
