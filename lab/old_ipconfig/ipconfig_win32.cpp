@@ -1,5 +1,5 @@
-// Stand-in for the ipconfig command of an old system. It prints the file that TARVIK_LAB_IPCONFIG names; when
-// there is none, it does not come back for a minute.
+// Stand-in for an old system's ipconfig command. Prints the file named by TARVIK_LAB_IPCONFIG; without such a
+// file it hangs for a minute.
 
 #include <array>
 
