@@ -1,13 +1,14 @@
-// One command a line, one answer a line. Texts are UTF-8. Ends with its input.
+// Calls product code for a test, with Windows' own libraries. Reads one command per line and writes one
+// answer per line, in the format of lab/driver_protocol.h, until the input ends.
 //
-//   add_services <path> <name> <port> <protocol>  -> 1 or 0, the port, then the texts of message boxes
+//   add_services <path> <name> <port> <protocol>  -> 1 or 0, the port, the texts of all message boxes
 //   ftp_connect <host> <user> <password>          -> 1 or 0
-//   ftp_response                                  -> the server's latest reply
+//   ftp_response                                  -> the server's last reply
 //   ftp_get <remote file> <local file> <fail if it exists: 1 or 0>, ftp_put <local file> <remote file>,
 //   ftp_delete <file>, ftp_rename <file> <new name>, ftp_make_dir <directory>, ftp_remove_dir <directory>,
 //   ftp_set_dir <directory>                       -> 1 or 0
-//   ftp_dir                                       -> the remote current directory
-//   ftp_information <name>                        -> 1, name, size, and whether it is a directory; or 0
+//   ftp_dir                                       -> the current remote directory
+//   ftp_information <name>                        -> 1, name, size, 1 for a directory or 0; or only 0
 
 #include <array>
 
@@ -42,8 +43,8 @@ std::string Utf8(const std::wstring& text) {
 
 Fields Verdict(bool passed) { return {passed ? "1" : "0"}; }
 
-/// Boxes that nobody has to answer.
-class NotedBoxes final : public ui::MessageBoxes {
+/// Records the texts of message boxes; answers "No" to questions.
+class FakeMessageBoxes final : public ui::MessageBoxes {
  public:
   void Show(const std::wstring& text, ui::BoxIcon, const std::wstring&) override {
     texts.push_back(Utf8(text));
@@ -61,7 +62,7 @@ Fields AddServices(const Fields& arguments) {
   Win32Files files;
   Win32CodePage codePage;
   Win32KernelCalls kernel;
-  NotedBoxes boxes;
+  FakeMessageBoxes boxes;
   FmtErrMsg errors(kernel, codePage, boxes);
   std::array<ServiceEntry, 1> entries;
   entries[0].Name = Wide(arguments.at(1));
