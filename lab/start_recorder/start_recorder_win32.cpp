@@ -1,5 +1,5 @@
-// Under whatever name it is started: adds a line with its command line and the way in which its window is to
-// come up to the file that TARVIK_LAB_STARTS names, and ends.
+// Copied under the name of a program that the product starts. Appends its command line and the requested
+// window state (nCmdShow) to the file named by TARVIK_LAB_STARTS, and exits.
 
 #include <string>
 
