@@ -1,3 +1,5 @@
+// Measures the FTP listing.
+
 #include <stdexcept>
 
 #include "app/result_list.h"
@@ -17,7 +19,7 @@ constexpr uint32_t kDirect = 1;  // no proxy
 constexpr uint32_t kFtpService = 1;
 constexpr uint32_t kFromServer = 0x80000000;
 
-/// Connects, reads every entry and disconnects; the number of entries.
+/// Connects, reads every entry and disconnects. Returns the number of entries.
 int BareLoop(Wininet& wininet, const std::string& host) {
   const Wininet::Handle session = wininet.InternetOpenA("speed_probe", kDirect, nullptr, nullptr, 0);
   const Wininet::Handle connection =

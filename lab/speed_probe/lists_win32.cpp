@@ -1,3 +1,5 @@
+// Measures adding lines to the result list, and a pass of the PMC window.
+
 #include <stdexcept>
 
 #include "app/result_list.h"
@@ -14,7 +16,7 @@ namespace {
 constexpr int kListId = 1;
 constexpr int kRounds = 5;
 
-/// A shown window with one list, as large as the program's.
+/// A visible window with one list box of the size of the program's.
 struct ListWindow {
   ListWindow()
       : form(L"SpeedProbe", ui::FormRole::Secondary), box(form.AddListBox(kListId, ui::kNoPage, L"")) {
@@ -23,8 +25,8 @@ struct ListWindow {
     box.SetBounds({0, 0, 500, 250});
     window = GetDlgItem(form.Window(), kListId);
   }
-  LRESULT Send(UINT message, WPARAM wide = 0, LPARAM large = 0) const {
-    return SendMessageW(window, message, wide, large);
+  LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
+    return SendMessageW(window, message, wparam, lparam);
   }
 
   ui::Win32Form form;
@@ -47,15 +49,15 @@ void MeasureLines(const Words& words) {
   const std::wstring line = L"192.168.1.100 > 192.168.1.100: 56 bytes time=1ms";
   const auto text = reinterpret_cast<LPARAM>(line.c_str());
   const auto report = [&](const char* name, const std::function<void()>& add) {
-    double least = 0;
+    double fastest = 0;
     for (int round = 0; round < kRounds; ++round) {
       list.box.Clear();
       const double time = Milliseconds([&] {
         for (int32_t i = 0; i < count; ++i) add();
       });
-      if (round == 0 || time < least) least = time;
+      if (round == 0 || time < fastest) fastest = time;
     }
-    Report(name, least);
+    Report(name, fastest);
   };
   report("bare", [&] { list.Send(LB_ADDSTRING, 0, text); });
   report("selecting", [&] {

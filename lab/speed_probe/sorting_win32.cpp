@@ -1,3 +1,5 @@
+// Measures the sort of the FTP listing, whose result must equal that of std::sort.
+
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -15,7 +17,7 @@ namespace {
 
 using Lines = std::vector<std::wstring>;
 
-/// The standard library's sort with the same keys.
+/// Sorts with std::sort and the same keys.
 Lines StandardSorted(Lines lines, TextOrder& order) {
   std::vector<std::pair<std::string, size_t>> keyed;
   keyed.reserve(lines.size());
@@ -27,8 +29,8 @@ Lines StandardSorted(Lines lines, TextOrder& order) {
   return sorted;
 }
 
-/// The order in which numbers are worst for the sort: each is given its value only when the sort looks at it,
-/// so that every pivot turns out to be the least that is left.
+/// The worst order for the product's quicksort. Lets it sort numbers whose values are decided only when it
+/// compares them, so that every pivot turns out to be the smallest number left.
 std::vector<int32_t> WorstOrder(int32_t count) {
   std::vector<int32_t> values(static_cast<size_t>(count), count);
   std::vector<int32_t> places(static_cast<size_t>(count));

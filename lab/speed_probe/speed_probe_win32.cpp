@@ -1,5 +1,7 @@
-// speed_probe OUTPUT COMMAND...: measures, and writes one line a figure into the output file. Exit code 0
-// when all of it could be measured.
+// speed_probe OUTPUT COMMAND ARGUMENT...
+//
+// Runs one measure and writes a line "NAME MILLISECONDS" per figure to the file OUTPUT. Exit code 0 on
+// success, 1 when the measure fails, 2 on wrong usage.
 
 #include "lab/speed_probe/speed_probe_win32.h"
 

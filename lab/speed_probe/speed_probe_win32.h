@@ -8,28 +8,32 @@
 
 namespace tarvik::lab {
 
-/// The words behind the command's name.
+/// The arguments after the command's name.
 using Words = std::vector<std::wstring>;
 
-/// Milliseconds that the work takes.
+/// Runs the work and returns its duration in milliseconds.
 double Milliseconds(const std::function<void()>& work);
 
-/// Writes one measured figure: a name without blanks, and milliseconds.
+/// Writes one figure to the output file. The name must not contain spaces.
 void Report(const std::string& name, double milliseconds);
 
-/// "lines COUNT": so many lines added to a shown list by the result list ("own"), by the bare list-box call
-/// ("bare"), and by that call and a selection, which is what a line that stays in sight takes ("selecting").
+// In the names of the figures "own" is the product and "bare" the simplest code.
+
+/// "lines COUNT": adds lines to a visible list through the result list ("own"), with LB_ADDSTRING alone
+/// ("bare"), and with LB_ADDSTRING and LB_SETCURSEL, which keeps the last line in view
+/// ("selecting"). Each figure is the fastest of five rounds.
 void MeasureLines(const Words& words);
 
-/// "sort COUNT": so many names in a random, sorted, reversed and hostile order, by the product ("own-...")
-/// and by the standard library with the same keys ("bare-...").
+/// "sort COUNT": sorts names in several initial orders, by the product ("own-...") and by std::sort with the
+/// same keys ("bare-...").
 void MeasureSort(const Words& words);
 
-/// "listing HOST": the directory that an anonymous user finds, by the FTP test ("own") and by a bare loop
-/// over the same calls of the system's library ("bare").
+/// "listing HOST": lists the anonymous user's FTP directory with the FTP test ("own") and with a bare loop
+/// over the same WinINet calls ("bare").
 void MeasureListing(const Words& words);
 
-/// "pmc HOST LENGTH": one pass over so many bytes by the plainest loop with the same calls and lines.
+/// "pmc HOST LENGTH": reads PMC bytes once and lists them in a simple loop with the product's calls and
+/// lines. The product's own figure is measured from outside.
 void MeasurePmcPass(const Words& words);
 
 }  // namespace tarvik::lab
