@@ -1,5 +1,5 @@
-// Measures the shipped program on the laboratory's network and prints one table. Where a figure depends on
-// the machine, it stands beside a measure taken in the same run.
+// Measures the shipped program on the laboratory's network and prints one table. Figures that depend on the
+// machine are compared with a reference measured in the same run.
 //
 //   bench_speed PROGRAM BARE_WINDOW SPEED_PROBE DRIVER BENCH CACHE
 
@@ -26,7 +26,7 @@ constexpr int kStarts = 15;
 constexpr int kStops = 20;
 constexpr int kEchoes = 20;
 
-/// The programs start in turns, so that all meet the machine in the same mood.
+/// The program and the references start interleaved, so that load affects all of them equally.
 void MeasureStart(WindowsPc& pc, const std::string& program, const std::string& bareWindow) {
   std::vector<double> own, bare, controls, ownMemory, bareMemory;
   for (int i = 0; i < kStarts; ++i) {
@@ -45,12 +45,12 @@ void MeasureStart(WindowsPc& pc, const std::string& program, const std::string& 
     second.Kill();
   }
   constexpr double kMegabyte = 1 << 20;
-  Row("start-up beside a bare window", Median(own) / Median(bare), "times",
-      Beside(Median(own), Median(bare), "ms"));
-  Row("start-up beside one with the same controls", Median(own) / Median(controls), "times",
-      Beside(Median(own), Median(controls), "ms"));
-  Row("memory beside a bare window", Median(ownMemory) / Median(bareMemory), "times",
-      Beside(Median(ownMemory) / kMegabyte, Median(bareMemory) / kMegabyte, "MB"));
+  Row("start-up, compared with a bare window", Median(own) / Median(bare), "times",
+      MeasuredPair(Median(own), Median(bare), "ms"));
+  Row("start-up, compared with the same controls", Median(own) / Median(controls), "times",
+      MeasuredPair(Median(own), Median(controls), "ms"));
+  Row("memory, compared with a bare window", Median(ownMemory) / Median(bareMemory), "times",
+      MeasuredPair(Median(ownMemory) / kMegabyte, Median(bareMemory) / kMegabyte, "MB"));
 }
 
 void MeasureStop(WindowsPc& pc, const std::string& program) {
@@ -58,8 +58,8 @@ void MeasureStop(WindowsPc& pc, const std::string& program) {
   const WindowUnderTest window = WaitForMainWindow(process);
   std::vector<double> waits;
   for (int i = 0; i < kStops; ++i) {
-    if (!WaitUntil(kSoon, [&] { return RunIsActive(window); })) throw LabError("the run does not begin");
-    // Another moment of the rhythm each time.
+    if (!WaitUntil(kSoon, [&] { return RunIsActive(window); })) throw LabError("the run did not start");
+    // Stop at a different point of the one-second rhythm each time.
     window.WaitForLine(ID_lstResult, "PING test...", kSoon);
     const std::string phase = std::to_string(0.05 * i);
     Run({"sleep", phase});
@@ -78,8 +78,8 @@ void MeasureRhythm(WindowsPc& pc, const std::string& program) {
   const auto begun = Clock::now();
   window.WaitForText(ID_cmdPing, "&Ping", std::chrono::seconds(2 * kEchoes));
   const double seconds = std::chrono::duration<double>(Clock::now() - begun).count();
-  Row("ladder's overhead beside its " + std::to_string(kEchoes) + " pauses",
-      100 * (seconds - kEchoes) / kEchoes, "%", Beside(seconds, kEchoes, "s"));
+  Row("overhead of a ladder over its " + std::to_string(kEchoes) + " pauses",
+      100 * (seconds - kEchoes) / kEchoes, "%", MeasuredPair(seconds, kEchoes, "s"));
 }
 
 void MeasureAll(char** arguments) {
@@ -89,19 +89,19 @@ void MeasureAll(char** arguments) {
   WindowsPc::Options options;
   options.driver = arguments[4];
   options.programPath = arguments[5];
-  options.cacheFolder =
-      std::filesystem::absolute(arguments[6]);  // a server with files of its own looks from elsewhere
+  // Absolute, because the FTP server changes the current directory.
+  options.cacheFolder = std::filesystem::absolute(arguments[6]);
   options.networkNamespace = laboratory.Namespace(Host::Pc);
   WindowsPc pc(options);
   Row("program size", static_cast<double>(std::filesystem::file_size(program)) / 1024, "KB", "");
   MeasureStart(pc, program, arguments[2]);
   MeasureStop(pc, program);
   MeasureRhythm(pc, program);
-  const ProbeGround ground{pc, laboratory, program, probe, options.cacheFolder};
-  MeasureLines(ground);
-  MeasureSort(ground);
-  MeasurePmc(ground);
-  MeasureListing(ground);
+  const ProbeContext context{pc, laboratory, program, probe, options.cacheFolder};
+  MeasureLines(context);
+  MeasureSort(context);
+  MeasurePmc(context);
+  MeasureListing(context);
 }
 
 }  // namespace
@@ -114,7 +114,8 @@ int main(int count, char** arguments) {
     return 2;
   }
   try {
-    if (const auto reason = Laboratory::WhyNot()) throw LabError("no laboratory on this machine: " + *reason);
+    if (const auto reason = Laboratory::WhyNot())
+      throw LabError("the laboratory cannot run on this machine: " + *reason);
     MeasureAll(arguments);
     return 0;
   } catch (const LabError& error) {

@@ -7,8 +7,8 @@
 
 namespace tarvik::lab {
 
-/// What the figures with the speed probe are measured on.
-struct ProbeGround {
+/// What the measures share: the PC and its network, and paths of the programs and the cache.
+struct ProbeContext {
   WindowsPc& pc;
   const Laboratory& laboratory;
   std::string program;
@@ -16,18 +16,18 @@ struct ProbeGround {
   std::string cacheFolder;
 };
 
-// Each prints its rows of the table. All throw LabError.
+// Each function prints its rows of the table and throws LabError when it cannot measure.
 
-/// Lines added to the result list, beside the bare list-box calls.
-void MeasureLines(const ProbeGround& ground);
+/// Adding lines to the result list, compared with bare list box messages.
+void MeasureLines(const ProbeContext& context);
 
-/// The listing's sort in several orders, beside the standard library's.
-void MeasureSort(const ProbeGround& ground);
+/// Sorting the FTP listing in several initial orders, compared with std::sort.
+void MeasureSort(const ProbeContext& context);
 
-/// Passes of the PMC window at the greatest length, beside the plainest loop.
-void MeasurePmc(const ProbeGround& ground);
+/// Passes of the PMC window at the maximum length, compared with a simple loop.
+void MeasurePmc(const ProbeContext& context);
 
-/// A large FTP directory, beside a bare loop over the same calls and beside curl.
-void MeasureListing(const ProbeGround& ground);
+/// Listing a large FTP directory, compared with a bare loop over the same calls and with curl.
+void MeasureListing(const ProbeContext& context);
 
 }  // namespace tarvik::lab

@@ -10,14 +10,14 @@ double Median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-void Row(const std::string& what, double figure, const std::string& unit, const std::string& beside) {
-  std::printf("  %-48s %10.2f %-8s %s\n", what.c_str(), figure, unit.c_str(), beside.c_str());
+void Row(const std::string& what, double figure, const std::string& unit, const std::string& detail) {
+  std::printf("  %-48s %10.2f %-8s %s\n", what.c_str(), figure, unit.c_str(), detail.c_str());
   std::fflush(stdout);
 }
 
-std::string Beside(double own, double measure, const std::string& unit) {
+std::string MeasuredPair(double own, double reference, const std::string& unit) {
   char text[80];
-  std::snprintf(text, sizeof text, "(%.1f / %.1f %s)", own, measure, unit.c_str());
+  std::snprintf(text, sizeof text, "(%.1f / %.1f %s)", own, reference, unit.c_str());
   return text;
 }
 
