@@ -130,7 +130,7 @@ std::unique_ptr<Process> StartIn(const Laboratory& net, Host host, const std::ve
 
 }  // namespace
 
-std::string FtpServer::WhyNot(Product product) {
+std::string FtpServer::UnsupportedReason(Product product) {
   const std::vector<std::string> command = product == Product::Vsftpd
                                                ? std::vector<std::string>{"sh", "-c", "command -v vsftpd"}
                                                : std::vector<std::string>{kPython, "-c", "import pyftpdlib"};

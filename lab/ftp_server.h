@@ -20,7 +20,7 @@ class FtpServer {
   enum class Product { Vsftpd, Pyftpdlib };
 
   /// Why this machine cannot run it; empty when it can.
-  static std::string WhyNot(Product product);
+  static std::string UnsupportedReason(Product product);
 
   FtpServer(const Laboratory& net, Host host, Product product, const std::string& cacheFolder);
 
@@ -32,7 +32,7 @@ class FtpServer {
   const std::string& Folder() const { return files_; }
 
  private:
-  WorkFolder work_;
+  TempDirectory work_;
   std::string files_;
   std::unique_ptr<Process> process_;
 };

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 constexpr std::chrono::seconds kSlowStart(120);
 
 /// Copies the server into the folder, its scenario beside it.
-std::string LayServer(const WorkFolder& folder, const std::string& bench, const std::string& scenario) {
+std::string LayServer(const TempDirectory& folder, const std::string& bench, const std::string& scenario) {
   std::string path = folder.Path() + "/K7Server.exe";
   fs::copy_file(bench + "/K7Server.exe", path);
   std::ofstream(folder.Path() + "/K7Server.scenario") << scenario;

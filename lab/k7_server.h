@@ -20,7 +20,7 @@ class K7ServerProgram {
                   const std::string& cacheFolder, const std::string& scenario);
 
  private:
-  WorkFolder folder_;
+  TempDirectory folder_;
   std::unique_ptr<Process> process_;
 };
 
@@ -36,7 +36,7 @@ class K7ServerService {
   ~K7ServerService();
 
  private:
-  WorkFolder folder_;
+  TempDirectory folder_;
   ServiceManager manager_;
   State state_;
 };

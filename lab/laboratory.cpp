@@ -53,7 +53,7 @@ void IpIn(const std::string& name, std::vector<std::string> arguments) {
 
 }  // namespace
 
-std::optional<std::string> Laboratory::WhyNot() {
+std::optional<std::string> Laboratory::UnsupportedReason() {
   if (!IsRoot()) return "only root can make network namespaces";
   const std::string name = UniqueName() + "-probe";
   try {
@@ -72,7 +72,7 @@ std::optional<std::string> Laboratory::WhyNot() {
 }
 
 Laboratory::Laboratory(const std::string& cacheFolder) {
-  RemoveLeavingsWhenThisProcessEnds(std::filesystem::absolute(cacheFolder));
+  RemoveLeftoversWhenThisProcessEnds(std::filesystem::absolute(cacheFolder));
   const std::string stem = UniqueName();
   try {
     switch_ = stem + "-switch";
@@ -148,7 +148,7 @@ void Laboratory::SetDefaultRoute(Host host, const std::string& gateway) const {
   if (!gateway.empty()) Ip(host, {"route", "add", "default", "via", gateway, "dev", "eth0", "onlink"});
 }
 
-std::string Laboratory::LaidGateway(Host host) { return PlanOf(host).gateway; }
+std::string Laboratory::InitialGateway(Host host) { return PlanOf(host).gateway; }
 
 void Laboratory::SetForwarding(Host host, bool forwards) const {
   // A router that also tells its neighbours of shorter ways would have Wine take the word for the answer.

@@ -28,9 +28,9 @@ inline constexpr char kFarAddress[] = "192.168.2.100";
 class Laboratory {
  public:
   /// Why this machine cannot lay a laboratory; nothing when it can.
-  static std::optional<std::string> WhyNot();
+  static std::optional<std::string> UnsupportedReason();
 
-  /// `cacheFolder`: see RemoveLeavingsWhenThisProcessEnds.
+  /// `cacheFolder`: see RemoveLeftoversWhenThisProcessEnds.
   explicit Laboratory(const std::string& cacheFolder);
   Laboratory(const Laboratory&) = delete;
   Laboratory& operator=(const Laboratory&) = delete;
@@ -54,7 +54,7 @@ class Laboratory {
   void SetDefaultRoute(Host host, const std::string& gateway) const;
 
   /// The default gateway that the host was laid with; empty when it has none.
-  static std::string LaidGateway(Host host);
+  static std::string InitialGateway(Host host);
 
   /// Whether the host passes on what is not for itself, as a router does. The gateway does.
   void SetForwarding(Host host, bool forwards) const;

@@ -65,7 +65,7 @@ std::string CacheFolder(const std::string& outputFolder) {
   return std::filesystem::absolute(named.empty() ? outputFolder + "/cache" : named);
 }
 
-void RemoveLeavingsWhenThisProcessEnds(const std::string& cacheFolder) {
+void RemoveLeftoversWhenThisProcessEnds(const std::string& cacheFolder) {
   static std::map<std::string, std::unique_ptr<Watcher>> watchers;
   std::unique_ptr<Watcher>& watcher = watchers[cacheFolder];
   if (watcher) return;
@@ -78,13 +78,13 @@ std::string UniqueName() {
   return "tv" + std::to_string(OwnProcessId()) + "-" + std::to_string(++count);
 }
 
-WorkFolder::WorkFolder(const std::string& cacheFolder) {
-  RemoveLeavingsWhenThisProcessEnds(cacheFolder);
+TempDirectory::TempDirectory(const std::string& cacheFolder) {
+  RemoveLeftoversWhenThisProcessEnds(cacheFolder);
   path_ = RunsFolder(cacheFolder) + "/" + UniqueName();
   std::filesystem::create_directory(path_);
 }
 
-WorkFolder::~WorkFolder() {
+TempDirectory::~TempDirectory() {
   std::error_code ignored;
   std::filesystem::remove_all(path_, ignored);
 }

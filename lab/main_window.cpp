@@ -48,7 +48,7 @@ class LineReader {
 WindowUnderTest WaitForMainWindow(ProgramUnderTest& program, const Listener& listener) {
   const bool visible = WaitUntil(kStart, [&] {
     AnswerBoxes(program, listener);
-    program.DemandRunning();
+    program.RequireRunning();
     return program.HasWindow("Form1");
   });
   if (!visible) throw LabError("The main window does not come");

@@ -8,7 +8,7 @@
 
 namespace tarvik::lab {
 
-std::optional<std::string> MoveToNetworkOfItsOwn() {
+std::optional<std::string> MoveToPrivateNetwork() {
   if (unshare(CLONE_NEWNET) != 0)
     return std::string("no network of its own can be made: ") + std::strerror(errno);
   const Finished up = Run({"ip", "link", "set", "lo", "up"});

@@ -237,7 +237,7 @@ void ProgramUnderTest::Answer(const BoxUnderTest& box, BoxButton button) {
 
 bool ProgramUnderTest::Runs() { return pc_.Ask({"runs", id_}).at(0) == "1"; }
 
-void ProgramUnderTest::DemandRunning() {
+void ProgramUnderTest::RequireRunning() {
   if (Runs()) return;
   std::ostringstream code;
   code << std::hex << WaitForEnd();

@@ -170,7 +170,7 @@ class ProgramUnderTest {
   void Answer(const BoxUnderTest& box, BoxButton button);
   bool Runs();
   /// Throws LabError with the exit code when it has ended.
-  void DemandRunning();
+  void RequireRunning();
   /// The exit code.
   uint32_t WaitForEnd(milliseconds timeOut = kSoon);
   /// Bytes in memory.

@@ -145,7 +145,7 @@ int main(int count, char** arguments) {
   try {
     RunOrThrow({"mkdir", "-p", shown.output});
     const bool ofItsOwn = wish.empty() || wish == "desk";
-    if (const auto reason = Laboratory::WhyNot(); ofItsOwn && reason)
+    if (const auto reason = Laboratory::UnsupportedReason(); ofItsOwn && reason)
       throw LabError("no laboratory on this machine: " + *reason);
     const bool passed = wish.empty()     ? ShowLaboratory(shown)
                         : wish == "desk" ? LeaveOpen(shown)

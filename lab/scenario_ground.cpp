@@ -53,7 +53,7 @@ void Serve(const FtpServer& server, const std::string& line) {
 
 }  // namespace
 
-class ScenarioGround::Servers {
+class ScenarioSetup::Servers {
  public:
   std::vector<std::unique_ptr<Controller>> controllers;
   std::vector<std::unique_ptr<FtpServer>> files;
@@ -63,8 +63,8 @@ class ScenarioGround::Servers {
   std::optional<ServicesFile> services;
 };
 
-ScenarioGround::ScenarioGround(const ScenarioPlace& place, const Scenario& scenario)
-    : place_(place), servers_(std::make_unique<Servers>()) {
+ScenarioSetup::ScenarioSetup(const ScenarioContext& context, const Scenario& scenario)
+    : context_(context), servers_(std::make_unique<Servers>()) {
   for (const Change& change : scenario.changes) {
     try {
       Make(change);
@@ -80,15 +80,15 @@ ScenarioGround::ScenarioGround(const ScenarioPlace& place, const Scenario& scena
   }
 }
 
-ScenarioGround::~ScenarioGround() = default;
+ScenarioSetup::~ScenarioSetup() = default;
 
-void ScenarioGround::Make(const Change& change) {
+void ScenarioSetup::Make(const Change& change) {
   MakeNetwork(change);
   MakeServer(change);
 }
 
-void ScenarioGround::MakeNetwork(const Change& change) {
-  const Laboratory& net = place_.net;
+void ScenarioSetup::MakeNetwork(const Change& change) {
+  const Laboratory& net = context_.net;
   const Host host = HostOf(change);
   if (change.verb == "cable out") {
     net.PullCable(host);
@@ -96,7 +96,7 @@ void ScenarioGround::MakeNetwork(const Change& change) {
     const bool none = change.words == std::vector<std::string>{"none"};
     net.SetAddresses(host, none ? std::vector<std::string>{} : change.words);
     // It went with the addresses, and another address is no other gateway.
-    net.SetDefaultRoute(host, Laboratory::LaidGateway(host));
+    net.SetDefaultRoute(host, Laboratory::InitialGateway(host));
   } else if (change.verb == "gateway") {
     net.SetDefaultRoute(host, change.words[0] == "none" ? "" : change.words[0]);
   } else if (change.verb == "second card") {
@@ -112,9 +112,9 @@ void ScenarioGround::MakeNetwork(const Change& change) {
   }
 }
 
-void ScenarioGround::MakeServer(const Change& change) {
+void ScenarioSetup::MakeServer(const Change& change) {
   const Host host = HostOf(change);
-  const auto& [pc, net, program, generalProgram, bench, cache] = place_;
+  const auto& [pc, net, program, generalProgram, bench, cache] = context_;
   const std::string text = Joined(change.lines, "\n") + "\n";
   if (change.verb == "controller") {
     servers_->controllers.push_back(std::make_unique<Controller>(net, host, text));
@@ -139,15 +139,15 @@ void ScenarioGround::MakeServer(const Change& change) {
   }
 }
 
-void ScenarioGround::SetNames(const Scenario& scenario) const {
+void ScenarioSetup::SetNames(const Scenario& scenario) const {
   std::vector<std::pair<std::string, std::string>> names;
   for (const Change& change : scenario.changes)
     if (change.verb == "name") names.emplace_back(change.words[0], change.words[1]);
-  if (!names.empty()) place_.net.SetHostNames(Host::Pc, names);
+  if (!names.empty()) context_.net.SetHostNames(Host::Pc, names);
 }
 
-void ScenarioGround::SetFilters(const Scenario& scenario) const {
-  // A chain's name is that of the place in the system where it looks.
+void ScenarioSetup::SetFilters(const Scenario& scenario) const {
+  // A chain is named after its netfilter hook.
   std::map<Host, std::map<std::string, std::string>> chains;
   for (const Change& change : scenario.changes) {
     if (change.verb != "filter") continue;
@@ -163,7 +163,7 @@ void ScenarioGround::SetFilters(const Scenario& scenario) const {
       ruleset.append(" {\nchain rules {\ntype filter hook ").append(hook).append(" priority 0;\n");
       ruleset.append(text).append("}\n}\n");
     }
-    place_.net.SetFilter(host, ruleset);
+    context_.net.SetFilter(host, ruleset);
   }
 }
 

@@ -11,7 +11,7 @@
 namespace tarvik::lab {
 
 /// The PC and the network that scenarios are made on, and what they are made from.
-struct ScenarioPlace {
+struct ScenarioContext {
   WindowsPc& pc;
   const Laboratory& net;
   std::string program;         ///< the family's edition
@@ -22,13 +22,13 @@ struct ScenarioPlace {
 
 /// A scenario's fault, made. Its servers run for as long as the object lives; the network stays as it is
 /// until it is reset.
-class ScenarioGround {
+class ScenarioSetup {
  public:
   /// The network must be as it was laid. Throws ScenarioError with the file and the line.
-  ScenarioGround(const ScenarioPlace& place, const Scenario& scenario);
-  ScenarioGround(const ScenarioGround&) = delete;
-  ScenarioGround& operator=(const ScenarioGround&) = delete;
-  ~ScenarioGround();
+  ScenarioSetup(const ScenarioContext& context, const Scenario& scenario);
+  ScenarioSetup(const ScenarioSetup&) = delete;
+  ScenarioSetup& operator=(const ScenarioSetup&) = delete;
+  ~ScenarioSetup();
 
  private:
   class Servers;
@@ -39,7 +39,7 @@ class ScenarioGround {
   void SetFilters(const Scenario& scenario) const;
   void SetNames(const Scenario& scenario) const;
 
-  const ScenarioPlace& place_;
+  const ScenarioContext& context_;
   std::unique_ptr<Servers> servers_;
 };
 

@@ -38,9 +38,10 @@ const char* NameOf(BoxButton button) {
 /// The technician at work, and the notes taken of it.
 class Visit {
  public:
-  Visit(const ScenarioPlace& place, const Scenario& scenario)
+  Visit(const ScenarioContext& context, const Scenario& scenario)
       : scenario_(scenario),
-        program_(place.pc, scenario.general ? place.generalProgram : place.program, scenario.CommandLine()),
+        program_(context.pc, scenario.general ? context.generalProgram : context.program,
+                 scenario.CommandLine()),
         window_(WaitForWindow()) {}
 
   Outcome Make();
@@ -72,7 +73,7 @@ class Visit {
 WindowUnderTest Visit::WaitForWindow() {
   const bool visible = WaitUntil(std::chrono::seconds(60), [this] {
     AnswerBox([] { return size_t{0}; });
-    program_.DemandRunning();
+    program_.RequireRunning();
     return program_.HasWindow("Form1");
   });
   if (!visible) throw LabError("The main window does not come");
@@ -83,7 +84,7 @@ bool Visit::AnswerBox(const std::function<size_t()>& position) {
   if (!program_.HasBox()) return false;
   const BoxUnderTest box = program_.WaitForBox();
   const size_t at = position();
-  // The expected one in this place tells the answer.
+  // The scenario says how its next box is answered.
   size_t index = boxesBefore_ + boxes_.size();
   BoxButton answer = BoxButton::Ok;
   for (const Shown& shown : scenario_.shown)
@@ -193,9 +194,9 @@ Outcome Visit::Make() {
 
 }  // namespace
 
-Outcome RunScenario(const ScenarioPlace& place, const Scenario& scenario) {
-  const ScenarioGround ground(place, scenario);
-  return Visit(place, scenario).Make();
+Outcome RunScenario(const ScenarioContext& context, const Scenario& scenario) {
+  const ScenarioSetup setup(context, scenario);
+  return Visit(context, scenario).Make();
 }
 
 }  // namespace tarvik::lab

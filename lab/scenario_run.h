@@ -9,6 +9,6 @@ namespace tarvik::lab {
 /// down what the tool shows, every measured time as "time=Nms". A box that the scenario does not expect is
 /// answered with its OK. Throws ScenarioError when the fault cannot be made, LabError when the tool does not
 /// come to rest.
-Outcome RunScenario(const ScenarioPlace& place, const Scenario& scenario);
+Outcome RunScenario(const ScenarioContext& context, const Scenario& scenario);
 
 }  // namespace tarvik::lab

@@ -6,7 +6,7 @@ namespace tarvik::lab {
 
 namespace fs = std::filesystem;
 
-std::optional<std::string> WhyNoWindows() {
+std::optional<std::string> WindowsUnsupportedReason() {
   for (const char* name : {"TARVIK_EXE", "TARVIK_DRIVER", "TARVIK_BENCH"}) {
     const std::string path = EnvironmentValue(name);
     if (path.empty()) return std::string(name) + " is not set";

@@ -12,7 +12,7 @@ namespace tarvik::lab {
 // TARVIK_EXE, TARVIK_DRIVER, TARVIK_BENCH (a folder), TARVIK_CACHE (a folder).
 
 /// Why no test with real windows can run here; nothing when it can.
-std::optional<std::string> WhyNoWindows();
+std::optional<std::string> WindowsUnsupportedReason();
 
 /// The shipped program.
 std::string ProgramPath();
@@ -34,7 +34,7 @@ class ProgramCopy {
   std::string Path() const { return Folder() + "/Tarvik.exe"; }
 
  private:
-  WorkFolder work_;
+  TempDirectory work_;
 };
 
 /// A PC as most tests want it: English, 96 dpi, on a screen that nobody sees, with the stand-in libraries.

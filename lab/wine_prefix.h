@@ -37,7 +37,7 @@ class WinePrefix {
   void EndPrograms();
 
  private:
-  WorkFolder work_;
+  TempDirectory work_;
   std::string folder_;
   WindowsLanguage language_;
 };

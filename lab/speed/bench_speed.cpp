@@ -114,7 +114,7 @@ int main(int count, char** arguments) {
     return 2;
   }
   try {
-    if (const auto reason = Laboratory::WhyNot())
+    if (const auto reason = Laboratory::UnsupportedReason())
       throw LabError("the laboratory cannot run on this machine: " + *reason);
     MeasureAll(arguments);
     return 0;

@@ -32,7 +32,7 @@ double Milliseconds(Clock::time_point begin, Clock::time_point end) {
 
 /// Runs one measure of the probe. Returns its figures by name.
 std::map<std::string, double> Probe(const ProbeContext& context, const std::string& command) {
-  const WorkFolder work(context.cacheFolder);
+  const TempDirectory work(context.cacheFolder);
   const std::string path = work.Path() + "/figures";
   ProgramUnderTest probe(context.pc, context.probe, WindowsPath(path) + " " + command);
   const uint32_t exitCode = probe.WaitForEnd(kMaxWait);

@@ -27,7 +27,7 @@ class CncTest : public LabTest<Suite> {
   /// A PC on which the libraries find these variables, and write down each call.
   static WindowsPc::Options OptionsWith(Environment variables) {
     WindowsPc::Options options = PcForTests();
-    notes_ = std::make_unique<WorkFolder>(options.cacheFolder);
+    notes_ = std::make_unique<TempDirectory>(options.cacheFolder);
     options.environment = std::move(variables);
     options.environment["TARVIK_BENCH_CALLS"] = WindowsPath(NotesPath());
     return options;
@@ -148,7 +148,7 @@ class CncTest : public LabTest<Suite> {
     }
   }
 
-  static inline std::unique_ptr<WorkFolder> notes_;
+  static inline std::unique_ptr<TempDirectory> notes_;
 };
 
 }  // namespace tarvik::lab

@@ -31,9 +31,9 @@ class FaultTest : public LabTest<Suite> {
 
   void Expect(const Scenario& scenario) {
     const WindowsPc::Options options = Suite::Options();
-    const ScenarioPlace place{this->Pc(),           this->Net(),         ProgramPath(),
-                              GeneralProgramPath(), options.programPath, options.cacheFolder};
-    const std::string difference = Difference(scenario, RunScenario(place, scenario));
+    const ScenarioContext context{this->Pc(),           this->Net(),         ProgramPath(),
+                                  GeneralProgramPath(), options.programPath, options.cacheFolder};
+    const std::string difference = Difference(scenario, RunScenario(context, scenario));
     if (!difference.empty()) ADD_FAILURE() << difference;
   }
 };

@@ -19,7 +19,8 @@ class FtpOperations : public OnCables<ProductTest> {
  protected:
   void SetUp() override {
     for (const Product product : kProducts)
-      if (const std::string whyNot = FtpServer::WhyNot(product); !whyNot.empty()) GTEST_SKIP() << whyNot;
+      if (const std::string reason = FtpServer::UnsupportedReason(product); !reason.empty())
+        GTEST_SKIP() << reason;
     ProductTest::SetUp();
   }
 

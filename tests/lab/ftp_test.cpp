@@ -35,7 +35,8 @@ class FtpTest : public LabTest<Suite> {
   void SetUp() override {
     LabTest<Suite>::SetUp();
     for (const Product product : {Product::Vsftpd, Product::Pyftpdlib})
-      if (const std::string whyNot = FtpServer::WhyNot(product); !whyNot.empty()) GTEST_SKIP() << whyNot;
+      if (const std::string reason = FtpServer::UnsupportedReason(product); !reason.empty())
+        GTEST_SKIP() << reason;
     // A host that does not answer is given up after seconds, as Windows does, not after minutes.
     RunOrThrow({"ip", "netns", "exec", this->Net().Namespace(Host::Pc), "sh", "-c",
                 "echo 2 >/proc/sys/net/ipv4/tcp_syn_retries"});

@@ -14,8 +14,8 @@ class K7Ladder : public CncTest<K7Ladder> {
   void SetUp() override {
     CncTest::SetUp();
     if (!fs::exists(GeneralProgramPath())) GTEST_SKIP() << "there is no " << GeneralProgramPath();
-    if (const auto whyNot = FtpServer::WhyNot(FtpServer::Product::Vsftpd); !whyNot.empty())
-      GTEST_SKIP() << whyNot;
+    if (const auto reason = FtpServer::UnsupportedReason(FtpServer::Product::Vsftpd); !reason.empty())
+      GTEST_SKIP() << reason;
   }
   void TearDown() override {
     CncTest::TearDown();

@@ -24,9 +24,9 @@ class LabTest : public testing::Test {
   static void PreparePc(WindowsPc&) {}
 
   static void SetUpTestSuite() {
-    whyNot_ = WhyNoWindows();
-    if (!whyNot_) whyNot_ = Laboratory::WhyNot();
-    if (whyNot_) return;
+    unsupportedReason_ = WindowsUnsupportedReason();
+    if (!unsupportedReason_) unsupportedReason_ = Laboratory::UnsupportedReason();
+    if (unsupportedReason_) return;
     WindowsPc::Options options = Suite::Options();
     net_ = std::make_unique<Laboratory>(options.cacheFolder);
     options.networkNamespace = net_->Namespace(Host::Pc);
@@ -39,7 +39,7 @@ class LabTest : public testing::Test {
   }
 
   void SetUp() override {
-    if (whyNot_) GTEST_SKIP() << *whyNot_;
+    if (unsupportedReason_) GTEST_SKIP() << *unsupportedReason_;
     net_->Reset();
   }
   void TearDown() override { program_.reset(); }
@@ -79,7 +79,7 @@ class LabTest : public testing::Test {
   }
 
  private:
-  static inline std::optional<std::string> whyNot_;
+  static inline std::optional<std::string> unsupportedReason_;
   static inline std::unique_ptr<Laboratory> net_;
   static inline std::unique_ptr<WindowsPc> pc_;
   std::unique_ptr<ProgramUnderTest> program_;

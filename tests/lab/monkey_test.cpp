@@ -30,7 +30,7 @@ class MonkeyAtWork : public CncTest<MonkeyAtWork> {
  public:
   static WindowsPc::Options Options() {
     WindowsPc::Options options = OptionsWith({});
-    folder_ = std::make_unique<WorkFolder>(options.cacheFolder);
+    folder_ = std::make_unique<TempDirectory>(options.cacheFolder);
     options.environment["TARVIK_LAB_STARTS"] = WindowsPath(folder_->Path() + "/starts");
     return options;
   }
@@ -43,8 +43,8 @@ class MonkeyAtWork : public CncTest<MonkeyAtWork> {
   void SetUp() override {
     CncTest::SetUp();
     if (IsSkipped()) return;
-    if (const auto whyNot = FtpServer::WhyNot(FtpServer::Product::Vsftpd); !whyNot.empty())
-      GTEST_SKIP() << whyNot;
+    if (const auto reason = FtpServer::UnsupportedReason(FtpServer::Product::Vsftpd); !reason.empty())
+      GTEST_SKIP() << reason;
     // A host that does not answer is given up after seconds, as Windows does, not after minutes.
     RunOrThrow({"ip", "netns", "exec", Net().Namespace(Host::Pc), "sh", "-c",
                 "echo 2 >/proc/sys/net/ipv4/tcp_syn_retries"});
@@ -82,7 +82,7 @@ class MonkeyAtWork : public CncTest<MonkeyAtWork> {
     return to / "Tarvik.exe";
   }
 
-  static inline std::unique_ptr<WorkFolder> folder_;
+  static inline std::unique_ptr<TempDirectory> folder_;
 };
 
 TEST_F(MonkeyAtWork, The_program_survives_it) { Play(ProgramPath()); }

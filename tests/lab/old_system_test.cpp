@@ -15,7 +15,7 @@ class OldSystem : public LabTest<OldSystem> {
   static WindowsPc::Options Options() {
     WindowsPc::Options options = PcForTests();
     options.environment["WINEPATH"] = WindowsPath(options.programPath) + ";" + WindowsPath(OldSystemFolder());
-    answer_ = std::make_unique<WorkFolder>(options.cacheFolder);
+    answer_ = std::make_unique<TempDirectory>(options.cacheFolder);
     options.environment["TARVIK_LAB_IPCONFIG"] = WindowsPath(AnswerFile());
     return options;
   }
@@ -56,7 +56,7 @@ class OldSystem : public LabTest<OldSystem> {
   ProgramCopy copy_{ProgramCopy::LanguageFiles::Beside};
 
  private:
-  static inline std::unique_ptr<WorkFolder> answer_;
+  static inline std::unique_ptr<TempDirectory> answer_;
 };
 
 TEST_F(OldSystem, The_ladder_goes_by_what_ipconfig_says) {

@@ -11,8 +11,8 @@ template <typename Base>
 class OnCables : public Base {
  protected:
   static void SetUpTestSuite() {
-    if (const auto whyNot = Laboratory::WhyNot()) {
-      Base::SkipSuite(whyNot);
+    if (const auto reason = Laboratory::UnsupportedReason()) {
+      Base::SkipSuite(reason);
       return;
     }
     net_ = std::make_unique<Laboratory>(Base::Cache());

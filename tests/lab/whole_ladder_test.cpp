@@ -45,8 +45,8 @@ class LadderTest : public CncTest<Suite> {
  protected:
   void SetUp() override {
     CncTest<Suite>::SetUp();
-    if (const auto whyNot = FtpServer::WhyNot(FtpServer::Product::Vsftpd); !whyNot.empty())
-      GTEST_SKIP() << whyNot;
+    if (const auto reason = FtpServer::UnsupportedReason(FtpServer::Product::Vsftpd); !reason.empty())
+      GTEST_SKIP() << reason;
   }
 
   static std::unique_ptr<FtpServer> ServeFiles() {
@@ -191,7 +191,7 @@ class LadderWithoutLibrary : public LadderTest<LadderWithoutLibrary> {
  public:
   static WindowsPc::Options Options() {
     WindowsPc::Options options = LadderTest::Options();
-    libraries_ = std::make_unique<WorkFolder>(options.cacheFolder);
+    libraries_ = std::make_unique<TempDirectory>(options.cacheFolder);
     for (const char* name : {"ObryConfIO.dll", "txcodec.dll", "SvcKit.dll", "k7api.dll"})
       std::filesystem::copy_file(options.programPath + "/" + name, libraries_->Path() + "/" + name);
     options.programPath = libraries_->Path();
@@ -203,7 +203,7 @@ class LadderWithoutLibrary : public LadderTest<LadderWithoutLibrary> {
   }
 
  private:
-  static inline std::unique_ptr<WorkFolder> libraries_;
+  static inline std::unique_ptr<TempDirectory> libraries_;
 };
 
 TEST_F(LadderWithoutLibrary, Its_rung_counts_as_passed) {

@@ -123,7 +123,7 @@ class WithoutModules : public WindowsTest<WithoutModules> {
  public:
   static WindowsPc::Options Options() {
     WindowsPc::Options options = PcForTests();
-    folder_ = std::make_unique<WorkFolder>(options.cacheFolder);
+    folder_ = std::make_unique<TempDirectory>(options.cacheFolder);
     const std::string from = options.programPath + "/ObryConfIO.dll";
     std::filesystem::copy_file(from, folder_->Path() + "/ObryConfIO.dll");
     options.programPath = folder_->Path();
@@ -135,7 +135,7 @@ class WithoutModules : public WindowsTest<WithoutModules> {
   }
 
  private:
-  static inline std::unique_ptr<WorkFolder> folder_;
+  static inline std::unique_ptr<TempDirectory> folder_;
 };
 
 TEST_F(WithoutModules, The_CNC_page_and_the_ladder_are_not_offered) {

@@ -22,13 +22,13 @@ class BenchTest : public testing::Test {
   using Fields = std::vector<std::string>;
 
   static void SetUpTestSuite() {
-    whyNot_ = WhyNoWindows();
-    if (!whyNot_) prefix_ = std::make_unique<WinePrefix>(Cache(), WindowsLanguage::English, 96);
+    unsupportedReason_ = WindowsUnsupportedReason();
+    if (!unsupportedReason_) prefix_ = std::make_unique<WinePrefix>(Cache(), WindowsLanguage::English, 96);
   }
   static void TearDownTestSuite() { prefix_.reset(); }
 
   void SetUp() override {
-    if (whyNot_) GTEST_SKIP() << *whyNot_;
+    if (unsupportedReason_) GTEST_SKIP() << *unsupportedReason_;
     StartCaller(Bench() + "/bench_caller.exe");
     Set("TARVIK_BENCH_CALLS", WindowsPath(folder_->Path() + "/calls"));
   }
@@ -47,9 +47,9 @@ class BenchTest : public testing::Test {
 
   /// Before the suite's first program: its Windows stands in that network namespace.
   static void SetNetworkNamespace(const std::string& name) { namespace_ = name; }
-  static void SkipSuite(const std::optional<std::string>& whyNot) { whyNot_ = whyNot; }
+  static void SkipSuite(const std::optional<std::string>& reason) { unsupportedReason_ = reason; }
   std::string Folder() const { return folder_->Path(); }
-  static const std::optional<std::string>& WhyNot() { return whyNot_; }
+  static const std::optional<std::string>& UnsupportedReason() { return unsupportedReason_; }
 
   static std::unique_ptr<Process> StartInWindows(Fields command) {
     Process::Options options;
@@ -87,10 +87,10 @@ class BenchTest : public testing::Test {
   }
 
  private:
-  static inline std::optional<std::string> whyNot_;
+  static inline std::optional<std::string> unsupportedReason_;
   static inline std::string namespace_;
   static inline std::unique_ptr<WinePrefix> prefix_;
-  std::optional<WorkFolder> folder_;
+  std::optional<TempDirectory> folder_;
   std::unique_ptr<Process> caller_;
 };
 

@@ -27,7 +27,7 @@ class HighContrast : public WindowsTest<HighContrast> {
  protected:
   /// The colours of a part of the screen, such as "srgb(0,0,0)", the commonest first.
   static std::vector<std::string> ColoursOf(const ScreenRect& part) {
-    const WorkFolder folder(PcForTests().cacheFolder);
+    const TempDirectory folder(PcForTests().cacheFolder);
     const std::string picture = folder.Path() + "/part.png";
     Pc().Screen().Screenshot(picture, part);
     const Finished counted =

@@ -35,7 +35,7 @@ class K7ServicePc : public WindowsTest<Suite> {
   static WindowsPc::Options GeneralPc(const Environment& more) {
     WindowsPc::Options options = PcForTests();
     options.programPath.clear();
-    folder_ = std::make_unique<WorkFolder>(options.cacheFolder);
+    folder_ = std::make_unique<TempDirectory>(options.cacheFolder);
     options.environment["TARVIK_BENCH_CALLS"] = WindowsPath(folder_->Path() + "/calls");
     options.environment["TARVIK_LAB_STARTS"] = WindowsPath(folder_->Path() + "/starts");
     for (const auto& [name, value] : more) options.environment[name] = value;
@@ -126,7 +126,7 @@ class K7ServicePc : public WindowsTest<Suite> {
   }
 
  private:
-  static inline std::unique_ptr<WorkFolder> folder_;
+  static inline std::unique_ptr<TempDirectory> folder_;
   bool installed_ = false;
 };
 

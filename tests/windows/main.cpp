@@ -7,7 +7,7 @@
 /// Whatever a test clicks, no packet leaves this machine. Where no such network can be made no test runs.
 int main(int count, char** arguments) {
   testing::InitGoogleTest(&count, arguments);
-  if (const auto reason = tarvik::lab::MoveToNetworkOfItsOwn()) {
+  if (const auto reason = tarvik::lab::MoveToPrivateNetwork()) {
     std::printf("[  SKIPPED ] all tests: %s\n", reason->c_str());
     return 0;
   }

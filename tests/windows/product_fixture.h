@@ -9,7 +9,7 @@ namespace tarvik::lab {
 class ProductTest : public BenchTest {
  protected:
   void SetUp() override {
-    if (const auto whyNot = WhyNot()) GTEST_SKIP() << *whyNot;
+    if (const auto reason = UnsupportedReason()) GTEST_SKIP() << *reason;
     StartCaller(std::filesystem::path(ProgramPath()).parent_path() / "product_caller.exe");
   }
 };

@@ -95,7 +95,7 @@ class ProgramFile {
 class ShippedFile : public testing::Test {
  protected:
   void SetUp() override {
-    if (const auto reason = WhyNoWindows()) GTEST_SKIP() << *reason;
+    if (const auto reason = WindowsUnsupportedReason()) GTEST_SKIP() << *reason;
     file_ = std::make_unique<ProgramFile>(ProgramPath());
     ASSERT_TRUE(file_->IsExecutable());
   }

@@ -81,7 +81,7 @@ void ExpectWholeWindow(const WindowUnderTest& window, int dpi) {
 
 /// Both languages, on an English and on a Japanese PC, at one scaling.
 void ExpectWholeAt(int dpi) {
-  if (const auto reason = WhyNoWindows()) GTEST_SKIP() << *reason;
+  if (const auto reason = WindowsUnsupportedReason()) GTEST_SKIP() << *reason;
   for (const WindowsLanguage language : {WindowsLanguage::English, WindowsLanguage::Japanese}) {
     WindowsPc::Options options = PcForTests();
     options.language = language;

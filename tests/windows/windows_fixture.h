@@ -22,15 +22,15 @@ class WindowsTest : public testing::Test {
   static void PreparePc(WindowsPc&) {}
 
   static void SetUpTestSuite() {
-    whyNot_ = WhyNoWindows();
-    if (whyNot_) return;
+    unsupportedReason_ = WindowsUnsupportedReason();
+    if (unsupportedReason_) return;
     pc_ = std::make_unique<WindowsPc>(Suite::Options());
     Suite::PreparePc(*pc_);
   }
   static void TearDownTestSuite() { pc_.reset(); }
 
   void SetUp() override {
-    if (whyNot_) GTEST_SKIP() << *whyNot_;
+    if (unsupportedReason_) GTEST_SKIP() << *unsupportedReason_;
   }
   void TearDown() override { program_.reset(); }
 
@@ -49,7 +49,7 @@ class WindowsTest : public testing::Test {
   }
 
  private:
-  static inline std::optional<std::string> whyNot_;
+  static inline std::optional<std::string> unsupportedReason_;
   static inline std::unique_ptr<WindowsPc> pc_;
   std::unique_ptr<ProgramUnderTest> program_;
 };
