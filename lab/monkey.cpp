@@ -114,10 +114,10 @@ const Monkey::Kind Monkey::kKinds[] = {
     {"idle", 8, &Monkey::Idle},
 };
 
-Monkey::Monkey(const Ground& ground, uint64_t seed)
-    : ground_(ground), numbers_(static_cast<std::mt19937::result_type>(seed)) {
-  ground_.net.SetHostNames(Host::Pc, {{"cnc-near", kNearAddress}});
-  ground_.pc.DeleteRegistryKey(kHistory);
+Monkey::Monkey(const Setup& setup, uint64_t seed)
+    : setup_(setup), numbers_(static_cast<std::mt19937::result_type>(seed)) {
+  setup_.net.SetHostNames(Host::Pc, {{"cnc-near", kNearAddress}});
+  setup_.pc.DeleteRegistryKey(kHistory);
 }
 
 Monkey::~Monkey() = default;
@@ -126,7 +126,7 @@ void Monkey::StartProgram() {
   ++starts_;
   PlugEverything();
   program_.reset();
-  program_ = std::make_unique<ProgramUnderTest>(ground_.pc, ground_.program, "-NXLIB_TMOUT 1 -PING_N 2 -X");
+  program_ = std::make_unique<ProgramUnderTest>(setup_.pc, setup_.program, "-NXLIB_TMOUT 1 -PING_N 2 -X");
   Listener listener;
   listener.onBox = [](const BoxUnderTest&) {};
   window_ = WaitForMainWindow(*program_, listener);
@@ -183,8 +183,8 @@ void Monkey::TakeOneAction() {
     ++notPossible_;
   }
   log_.push_back(done_ + outcome);
-  if (kind.act != &Monkey::Close) LetItTake();
-  SeeThatItLives();
+  if (kind.act != &Monkey::Close) WaitUntilIdle();
+  CheckAlive();
   const auto taken = std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - begun);
   log_.back() += " (" + std::to_string(taken.count()) + " ms)";
   if (!leavesBox || kind.act == &Monkey::Close) AnswerBoxes(yes);
@@ -192,14 +192,14 @@ void Monkey::TakeOneAction() {
 
 // What must hold at any time
 
-void Monkey::SeeThatItLives() {
+void Monkey::CheckAlive() {
   if (!program_->Runs()) {
     throw Misbehaviour("The program has ended with " + std::to_string(program_->WaitForEnd()));
   }
   WaitForAnswer();
 }
 
-void Monkey::LetItTake() {
+void Monkey::WaitUntilIdle() {
   try {
     // A click that was posted under no box must not be taken under the next: no mouse could do that.
     if (program_->Runs()) window_->Settle(kLongestCall);
@@ -226,7 +226,7 @@ void Monkey::AnswerBoxes(bool yes) {
     if (i == kMostBoxesInARow) throw Misbehaviour("The boxes do not end");
     AnswerBox(yes);
     // The next one may come right behind.
-    LetItTake();
+    WaitUntilIdle();
   }
 }
 
@@ -235,7 +235,7 @@ void Monkey::AnswerBox(bool yes) {
   ++boxes_;
   log_.push_back("  box: " + box.title + ": " + box.text);
   // A box without an owner leaves every window of the program free, and may come up behind them.
-  const std::string owner = WindowUnderTest(ground_.pc, box.handle).Owner();
+  const std::string owner = WindowUnderTest(setup_.pc, box.handle).Owner();
   bool owned = owner == window_->Handle();
   for (const char* const further : {kPmcClass, kAboutClass})
     owned = owned || (program_->HasWindow(further) && program_->WaitForWindow(further).Handle() == owner);
@@ -290,7 +290,7 @@ Monkey::Outcome Monkey::TestFtp(const Draws& draws) {
   window_->Settle(kLongestCall);
   const bool ended = WaitUntil(kLongestCall, [this] {
     AnswerBoxes(false);
-    SeeThatItLives();
+    CheckAlive();
     return !IsActive();
   });
   if (!ended) throw Misbehaviour("The FTP test does not end");
@@ -388,7 +388,7 @@ Monkey::Outcome Monkey::Close(const Draws&) {
     refused = program_->HasWindow("Form1");  // it blocks
   }
   // What the window has not taken yet may end it all the same.
-  if (refused) LetItTake();
+  if (refused) WaitUntilIdle();
   if (refused && program_->HasWindow("Form1")) {
     Note("refused");
     return Outcome::Done;
@@ -443,7 +443,7 @@ Monkey::Outcome Monkey::MoveCable(const Draws& draws) {
   // Plugged in more often than pulled, else there would soon be no network at all.
   const bool plugged = draws[1] % 3 != 0;
   Note((plugged ? "in at " : "out of ") + HostName(host));
-  plugged ? ground_.net.PlugCable(host) : ground_.net.PullCable(host);
+  plugged ? setup_.net.PlugCable(host) : setup_.net.PullCable(host);
   return Outcome::Done;
 }
 
@@ -477,12 +477,12 @@ Monkey::Outcome Monkey::Idle(const Draws& draws) {
 // The end
 
 void Monkey::PlugEverything() const {
-  for (const Host host : {Host::Pc, Host::Gateway, Host::Near, Host::Far}) ground_.net.PlugCable(host);
+  for (const Host host : {Host::Pc, Host::Gateway, Host::Near, Host::Far}) setup_.net.PlugCable(host);
 }
 
 void Monkey::StopEverything() {
   const bool stopped = WaitUntil(kLongestStop, [this] {
-    SeeThatItLives();
+    CheckAlive();
     AnswerBoxes(false);
     try {
       if (PmcReads()) program_->WaitForWindow(kPmcClass).Click(ID_cmdStop);
@@ -505,7 +505,7 @@ void Monkey::CloseFurtherWindows() {
   }
 }
 
-void Monkey::StopARun() {
+void Monkey::StartAndStopRun() {
   // First: a count that is none would keep the focus.
   window_->SetText(ID_txtPingReqCount, "60");
   window_->SelectTab(ID_tabMode, 0);
@@ -535,7 +535,7 @@ void Monkey::CloseProgram() {
 
 void Monkey::TestOneMoreAddress() {
   const std::string address = LastAddress(starts_);
-  ground_.net.SetHostNames(Host::Pc, {{"cnc-near", kNearAddress}, {address, kNearAddress}});
+  setup_.net.SetHostNames(Host::Pc, {{"cnc-near", kNearAddress}, {address, kNearAddress}});
   window_->SetText(ID_txtPingReqCount, std::to_string(kLastEchoes));
   window_->SetText(ID_cmbIPAddr, address);
   window_->Click(ID_cmdPing);
@@ -561,10 +561,10 @@ void Monkey::Finish() {
   window_->Settle();
   if (!AtRest()) throw Misbehaviour("The program does not stay at rest");
   handlesAtEnd_ = program_->Handles();
-  StopARun();
+  StartAndStopRun();
   TestOneMoreAddress();
   CloseProgram();
-  const auto kept = ground_.pc.RegistryText(kHistory, "01");
+  const auto kept = setup_.pc.RegistryText(kHistory, "01");
   if (kept != LastAddress(starts_))
     throw Misbehaviour("The last address is not kept: " + kept.value_or("none"));
   if (handlesAtEnd_ > handlesAtStart_ + kMostFurtherHandles)

@@ -26,13 +26,13 @@ class Misbehaviour : public std::runtime_error {
 /// depends on the moment. Play and Finish throw Misbehaviour, and LabError when the laboratory itself fails.
 class Monkey {
  public:
-  struct Ground {
+  struct Setup {
     const Laboratory& net;
     WindowsPc& pc;
     std::string program;  ///< path on this machine
   };
 
-  Monkey(const Ground& ground, uint64_t seed);
+  Monkey(const Setup& setup, uint64_t seed);
   Monkey(const Monkey&) = delete;
   Monkey& operator=(const Monkey&) = delete;
   ~Monkey();
@@ -87,10 +87,10 @@ class Monkey {
   Outcome Idle(const Draws& draws);
 
   // What must hold at any time
-  void SeeThatItLives();
+  void CheckAlive();
   void AnswerBoxes(bool yes);
   void AnswerBox(bool yes);
-  void LetItTake();
+  void WaitUntilIdle();
   void WaitForAnswer();
 
   bool Enabled() const;
@@ -100,11 +100,11 @@ class Monkey {
   void PlugEverything() const;
   void StopEverything();
   void CloseFurtherWindows();
-  void StopARun();
+  void StartAndStopRun();
   void CloseProgram();
   void TestOneMoreAddress();
 
-  Ground ground_;
+  Setup setup_;
   std::mt19937 numbers_;
   std::unique_ptr<ProgramUnderTest> program_;
   std::optional<WindowUnderTest> window_;
