@@ -78,7 +78,7 @@ struct Form1Ground {
   std::wstring programFolder;      ///< without a backslash at its end
   std::wstring windowsFolder;      ///< value of the environment variable WinDir
   std::wstring commandLine;        ///< the text behind the program's name
-  int32_t windowsLanguage = 1033;  ///< the user's Windows language as a locale id
+  int32_t windowsLanguage = 1033;  ///< language of the user's Windows menus, as a locale id
   bool familyEdition = true;       ///< value of the product-family switch
 };
 

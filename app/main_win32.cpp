@@ -110,7 +110,7 @@ int Run() {
                ProgramFolder(),
                WindowsFolder(),
                std::wstring(BehindProgramName(::GetCommandLineW())),
-               ::GetUserDefaultLangID(),
+               ::GetUserDefaultUILanguage(),
                TARVIK_FAMILY_EDITION != 0});
   try {
     form1.Form_Load();

@@ -51,6 +51,9 @@ class ProgramFile {
     return names;
   }
 
+  /// Whether the file names the call, as it must to import it.
+  bool Names(const std::string& call) const { return bytes_.find(call + '\0') != std::string::npos; }
+
   /// The first resource of a type; empty when there is none.
   std::string Resource(uint32_t type) const {
     if (Directory(2) == 0) return {};
@@ -130,6 +133,11 @@ TEST_F(ShippedFile, Needs_no_library_that_could_be_planted_beside_it) {
   for (const std::string& name : File().ImportedLibraries()) EXPECT_TRUE(known.count(name)) << name;
   EXPECT_TRUE(File().ImportedLibraries().count("kernel32.dll"));
   EXPECT_FALSE(File().HasDelayedImports());
+}
+
+TEST_F(ShippedFile, Takes_its_language_from_the_menus_of_Windows_and_not_from_its_region) {
+  EXPECT_TRUE(File().Names("GetUserDefaultUILanguage"));
+  EXPECT_FALSE(File().Names("GetUserDefaultLangID"));
 }
 
 TEST_F(ShippedFile, Carries_its_icon_and_its_manifest) {
