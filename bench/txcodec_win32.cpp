@@ -1,15 +1,14 @@
-// Stand-in for the code-conversion library. Its own encoding: the plain text read backwards. A secret that
-// begins with "!" cannot be decoded.
+// Stand-in for the code-conversion library. Its own encoding: the plain text read backwards. It does not
+// decode a secret that begins with "!", nor an input without the prefix of the program.
+
+#include "bench/txcodec.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <iterator>
 #include <string>
 
-#include "app/secret_decoder.h"
-#include "platform/windows_win32.h"
-
-extern "C" int32_t WINAPI TxDecd(tarvik::TxCodecRecord* record) {
-  // The first character marks whose secret it is.
+int32_t TXCODEC_CALL TxDecd(tx_codec_record* record) {
+  if (record->input[0] != TXCODEC_PREFIX) return -1;
   std::string encoded(record->input + 1, sizeof record->input - 1);
   encoded.resize(encoded.find_last_not_of(' ') + 1);
   if (encoded.empty() || encoded.front() == '!' || encoded.size() >= sizeof record->output) return -1;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "bench/txcodec.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/recorded_closed_libraries.h"
 
@@ -19,6 +20,7 @@ class SecretDecoderTest : public testing::Test {
 TEST_F(SecretDecoderTest, The_input_is_a_prefix_and_the_secret_padded_with_blanks) {
   Decode(L"abc");
   EXPECT_EQ(codec.input.size(), 128U);
+  EXPECT_EQ(codec.input[0], TXCODEC_PREFIX);
   EXPECT_EQ(codec.input.substr(1), "abc" + std::string(124, ' '));
 }
 

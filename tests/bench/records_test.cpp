@@ -2,7 +2,9 @@
 
 #include <cstddef>
 
+#include "app/secret_decoder.h"
 #include "bench/nxlib32.h"
+#include "bench/txcodec.h"
 #include "cnclib/cnc_library.h"
 
 namespace tarvik {
@@ -26,6 +28,11 @@ TEST(CncRecords, Have_the_library_layout) {
   static_assert(offsetof(CncPmcRange, data) == offsetof(nx_pmc_range, data));
   static_assert(sizeof(CncPmcDetailError) == sizeof(nx_pmc_detail));
   static_assert(offsetof(CncPmcDetailError, error_item) == offsetof(nx_pmc_detail, error_item));
+}
+
+TEST(TxCodecRecords, Stand_where_the_library_has_them) {
+  static_assert(sizeof(TxCodecRecord) == sizeof(tx_codec_record));
+  static_assert(offsetof(TxCodecRecord, input) == offsetof(tx_codec_record, input));
 }
 
 }  // namespace

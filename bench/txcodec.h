@@ -1,0 +1,34 @@
+#ifndef TARVIK_BENCH_TXCODEC_H
+#define TARVIK_BENCH_TXCODEC_H
+
+/* The code-conversion library as its stand-in exports it, in plain C, independent of the product's own
+   declarations. Characters are single bytes without an end. */
+
+#include <stdint.h>
+
+#ifdef _WIN32
+#define TXCODEC_CALL __stdcall
+#else
+#define TXCODEC_CALL
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The first character of every input: the secret belongs to this program's command line. */
+#define TXCODEC_PREFIX 'T'
+
+typedef struct tx_codec_record {
+  char output[64];
+  char input[128];
+} tx_codec_record;
+
+/* Decodes `input` into `output`. 0 or an error code. */
+int32_t TXCODEC_CALL TxDecd(tx_codec_record* record);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
