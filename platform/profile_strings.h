@@ -11,7 +11,7 @@ class ProfileStrings {
   virtual ~ProfileStrings() = default;
 
   /// GetPrivateProfileStringA with an empty default: copies the value, cut to fit and NUL-terminated, into
-  /// `buffer` and returns its length without the NUL.
+  /// `buffer` and returns its length without the NUL. `path` may have any characters.
   virtual uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
                                             uint32_t bufferSize, const std::wstring& path) = 0;
 };

@@ -4,7 +4,8 @@
 
 namespace tarvik {
 
-/// Profile strings through kernel32.
+/// Profile strings through kernel32. Where neither the path nor its short form can be represented in the
+/// system code page, the file is read directly.
 class Win32ProfileStrings final : public ProfileStrings {
  public:
   uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,

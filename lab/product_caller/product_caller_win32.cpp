@@ -2,6 +2,9 @@
 // answer per line, in the format of lab/driver_protocol.h, until the input ends.
 //
 //   add_services <path> <name> <port> <protocol>  -> 1 or 0, the port, the texts of all message boxes
+//   profile <path> <section> <key>              -> the value as Windows reads it, as Tarvik's reader
+//                                                    does, and as the program gets it
+//   module_version <path>                         -> the version of the file, or nothing
 //   ftp_connect <host> <user> <password>          -> 1 or 0
 //   ftp_response                                  -> the server's last reply
 //   ftp_get <remote file> <local file> <fail if it exists: 1 or 0>, ftp_put <local file> <remote file>,
@@ -12,14 +15,18 @@
 
 #include <array>
 
+#include "about/file_util.h"
 #include "about/fmt_err_msg.h"
 #include "about/kernel_calls_win32.h"
+#include "about/version_library_win32.h"
 #include "ftp/ftp_client.h"
 #include "ftp/wininet_win32.h"
 #include "k7/services_file.h"
 #include "lab/bench_caller/command_loop_win32.h"
 #include "platform/code_page_win32.h"
 #include "platform/files_win32.h"
+#include "platform/profile_section.h"
+#include "platform/profile_strings_win32.h"
 #include "platform/text.h"
 #include "platform/windows_win32.h"
 
@@ -76,6 +83,25 @@ Fields AddServices(const Fields& arguments) {
   return answer;
 }
 
+Fields ReadProfile(const Fields& arguments) {
+  const std::string &path = arguments.at(0), &section = arguments.at(1), &key = arguments.at(2);
+  char windows[512] = {};
+  ::GetPrivateProfileStringA(section.c_str(), key.c_str(), "", windows, sizeof windows, path.c_str());
+  const std::string text = Win32Files().Read(Wide(path)).value_or(std::string());
+  const std::string ours(ProfileValue(ReadProfileSection(text, section), key));
+  char program[512] = {};
+  Win32ProfileStrings().GetPrivateProfileStringA(section, key, program, sizeof program, Wide(path));
+  return {windows, ours, program};
+}
+
+Fields ModuleVersion(const Fields& arguments) {
+  Win32KernelCalls kernel;
+  Win32VersionLibrary version;
+  FileUtil files(kernel, version);
+  const auto text = files.mGetFileVersionInfoString(Wide(arguments.at(0)));
+  return {text ? Utf8(*text) : std::string()};
+}
+
 void AddFtpCommands(std::map<std::string, Command>& commands, clsFtpClient& client) {
   commands["ftp_connect"] = [&client](const Fields& a) {
     return Verdict(client.Connect(Wide(a.at(0)), Wide(a.at(1)), Wide(a.at(2))));
@@ -115,7 +141,9 @@ int main() {
   Win32Wininet wininet;
   Win32CodePage codePage;
   clsFtpClient client(wininet, codePage);
-  std::map<std::string, lab::Command> commands{{"add_services", lab::AddServices}};
+  std::map<std::string, lab::Command> commands{{"add_services", lab::AddServices},
+                                               {"profile", lab::ReadProfile},
+                                               {"module_version", lab::ModuleVersion}};
   lab::AddFtpCommands(commands, client);
   lab::AnswerCommands(commands);
 }

@@ -1,5 +1,6 @@
 #include <filesystem>
 
+#include "lab/leavings.h"
 #include "tests/windows/windows_fixture.h"
 
 namespace tarvik::lab {
@@ -116,6 +117,18 @@ TEST_F(GeneralEditionAlone, Shows_the_pages_that_need_no_closed_library) {
   const WindowUnderTest window = StartGeneral();
   EXPECT_EQ(window.StateOfTabs(ID_tabMode).captions, (Captions{"Ping(&1)", "Ftp(&5)"}));
   EXPECT_EQ(window.Text(0), "Tarvik - Ethernet diagnosis for Obry");
+}
+
+/// Its own folder is also the one with the language files.
+TEST_F(GeneralEditionAlone, Has_its_captions_in_a_folder_that_the_code_page_cannot_represent) {
+  const WorkFolder folder(PcForTests().cacheFolder);
+  const std::filesystem::path odd = folder.Path() + "/日本 ไทย";
+  std::filesystem::copy(std::filesystem::path(GeneralProgramPath()).parent_path(), odd,
+                        std::filesystem::copy_options::recursive);
+  StartOnly({}, odd / "Tarvik.exe");
+  const WindowUnderTest window = WaitForMainWindow(Program());
+  EXPECT_EQ(window.Text(0), "Tarvik - Ethernet diagnosis for Obry");
+  EXPECT_EQ(window.Text(ID_lblIPAddr), "IP address or host &name:");
 }
 
 class JapaneseGeneralEdition : public GeneralEditionTest<JapaneseGeneralEdition> {

@@ -1,0 +1,29 @@
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/profile_section.h"
+#include "tests/fuzz/program_ground.h"
+
+using tarvik::test::Demand;
+
+/// Any bytes as a profile file: every key and value is a piece of one of its lines, and each key is found.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  const auto entries = tarvik::ReadProfileSection(text, "1033");
+  for (const tarvik::ProfileEntry& entry : entries) {
+    for (const std::string_view piece : {entry.key, entry.value}) {
+      Demand(piece.empty() ||
+             (piece.data() >= text.data() && piece.data() + piece.size() <= text.data() + size));
+      Demand(piece.find_first_of("\r\n") == std::string_view::npos);
+    }
+    Demand(entry.key.find('=') == std::string_view::npos);
+    const auto first = std::find_if(entries.begin(), entries.end(), [&](const tarvik::ProfileEntry& other) {
+      return other.key == entry.key;
+    });
+    if (entry.key.find_first_not_of("0123456789") == std::string_view::npos)
+      Demand(tarvik::ProfileValue(entries, entry.key) == first->value);
+  }
+  return 0;
+}
