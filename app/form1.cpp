@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "app/error_text.h"
 #include "app/form1_layout.h"
 #include "app/input_filters.h"
 #include "platform/runtime_error.h"
@@ -32,7 +33,7 @@ void Form1::Guarded(const std::function<void()>& handler) {
   try {
     handler();
   } catch (const RuntimeError& error) {
-    ground_.boxes.Show(error.Text(), ui::BoxIcon::Critical);
+    ground_.boxes.Show(ErrorText(error, texts_), ui::BoxIcon::Critical);
   }
 }
 

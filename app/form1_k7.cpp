@@ -76,8 +76,8 @@ bool Form1::RunK7ApiTest() {
     passed = tarvik::RunK7ApiTest(
         {results_, ground_.boxes, ground_.pump, ground_.codePage, ground_.k7Api, languageMode_}, address,
         commandLine_.k7ServerHost, count,
-        NumberRequiredText(count, controls_.lblTestCount.Caption(), std::numeric_limits<int32_t>::min(),
-                           std::numeric_limits<int32_t>::max(), texts_));
+        NumberRequiredText(count, controls_.lblTestCount.Caption(), 0, std::numeric_limits<int32_t>::max(),
+                           texts_));
   });
   return passed;
 }

@@ -1,6 +1,8 @@
 #include "app/input_filters.h"
 
-#include "platform/runtime_error.h"
+#include <limits>
+
+#include "app/number_box.h"
 #include "platform/text.h"
 
 namespace tarvik {
@@ -46,14 +48,15 @@ std::wstring BoxName(const std::wstring& labelCaption) {
 }
 
 int32_t ToInt32(const std::wstring& text, const std::wstring& boxName) {
+  using Range = std::numeric_limits<int32_t>;
   if (const auto number = ParseInt32(text)) return *number;
-  throw RuntimeError(L"\"" + BoxName(boxName) + L"\" holds no whole number: \"" + text + L"\"");
+  throw NumberError(text, boxName, Range::min(), Range::max());
 }
 
 int16_t ToInt16(const std::wstring& text, const std::wstring& boxName) {
+  using Range = std::numeric_limits<int16_t>;
   if (const auto number = ParseInt16(text)) return *number;
-  throw RuntimeError(L"\"" + BoxName(boxName) + L"\" holds no whole number from -32768 to 32767: \"" + text +
-                     L"\"");
+  throw NumberError(text, boxName, Range::min(), Range::max());
 }
 
 }  // namespace tarvik

@@ -1,5 +1,7 @@
 #include "app/number_box.h"
 
+#include <utility>
+
 #include "app/input_filters.h"
 #include "platform/text.h"
 
@@ -7,9 +9,28 @@ namespace tarvik {
 namespace {
 
 /// A longer text is not shown whole: a box can hold a book, a screen cannot.
-constexpr size_t kMostShown = 60;
+constexpr size_t kMaxShown = 60;
+
+std::wstring Shown(const std::wstring& typed) {
+  return typed.size() > kMaxShown ? typed.substr(0, kMaxShown) + L"..." : typed;
+}
+
+/// Of any size.
+bool IsWholeNumber(std::wstring_view text) {
+  text = TrimBlanks(text);
+  if (text.starts_with(L'-') || text.starts_with(L'+')) text.remove_prefix(1);
+  return !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
+}
 
 }  // namespace
+
+NumberError::NumberError(std::wstring typed, std::wstring boxName, int32_t least, int32_t most)
+    : RuntimeError(L"\"" + tarvik::BoxName(boxName) + L"\" is not a whole number from " + Decimal(least) +
+                   L" to " + Decimal(most) + L": \"" + Shown(typed) + L"\""),
+      typed_(std::move(typed)),
+      boxName_(std::move(boxName)),
+      least_(least),
+      most_(most) {}
 
 std::optional<int32_t> NumberInBox(const std::wstring& typed, const std::wstring& boxName, int32_t least,
                                    int32_t most, const Texts& texts, ui::MessageBoxes& boxes) {
@@ -21,10 +42,13 @@ std::optional<int32_t> NumberInBox(const std::wstring& typed, const std::wstring
 
 std::wstring NumberRequiredText(const std::wstring& typed, const std::wstring& boxName, int32_t least,
                                 int32_t most, const Texts& texts) {
-  const std::wstring shown = typed.size() > kMostShown ? typed.substr(0, kMostShown) + L"..." : typed;
-  return texts.Get(Message::NumberRequired).value_or(std::wstring()) + L"\r\n" + BoxName(boxName) + L": " +
-         Decimal(least) + L" ... " + Decimal(most) + L"\r\n" +
-         texts.Get(Message::NumberTyped).value_or(std::wstring()) + L"\"" + shown + L"\"";
+  const auto text = [&texts](Message message) { return texts.Get(message).value_or(std::wstring()); };
+  const std::wstring box = BoxName(boxName);
+  std::wstring message;
+  if (!IsWholeNumber(typed)) message = L"\"" + box + L"\"" + text(Message::NotAWholeNumber) + L"\r\n";
+  return message + text(Message::NumberRequired) + L"\r\n" + box + L": " + Decimal(least) +
+         text(Message::NumberRangeTo) + Decimal(most) + L"\r\n" + text(Message::NumberTyped) + L"\"" +
+         Shown(typed) + L"\"";
 }
 
 }  // namespace tarvik

@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "app/error_text.h"
 #include "app/number_box.h"
 #include "platform/runtime_error.h"
 #include "platform/text.h"
@@ -61,7 +62,7 @@ void frmPmcTest::Guarded(const std::function<void()>& handler) {
   try {
     handler();
   } catch (const RuntimeError& error) {
-    tools_.boxes.Show(error.Text(), ui::BoxIcon::Critical);
+    tools_.boxes.Show(ErrorText(error, tools_.texts), ui::BoxIcon::Critical);
   }
 }
 

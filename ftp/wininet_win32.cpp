@@ -1,17 +1,23 @@
 #include "ftp/wininet_win32.h"
 
-#include "platform/runtime_error.h"
+#include "platform/error_line_win32.h"
+#include "platform/library_error.h"
 #include "platform/text.h"
 
 namespace tarvik {
+namespace {
+
+constexpr wchar_t kName[] = L"Wininet.dll";
+
+}  // namespace
 
 static_assert(sizeof(FindData) == sizeof(WIN32_FIND_DATAA));
 
 FARPROC Win32Wininet::Find(const char* name) {
-  if (!loaded_) loaded_ = library_.Load(L"Wininet.dll");
-  if (!loaded_) throw RuntimeError(L"Wininet.dll cannot be loaded.");
+  if (!loaded_) loaded_ = library_.Load(kName);
+  if (!loaded_) throw LibraryError::CannotBeLoaded(kName, ErrorLine(::GetLastError(), kName));
   const auto found = library_.Find<FARPROC>(name);
-  if (found == nullptr) throw RuntimeError(L"Wininet.dll has no call " + WidenAscii(name) + L".");
+  if (found == nullptr) throw LibraryError::DoesNotExport(kName, WidenAscii(name));
   return found;
 }
 

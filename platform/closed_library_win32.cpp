@@ -1,6 +1,7 @@
 #include "platform/closed_library_win32.h"
 
-#include "platform/runtime_error.h"
+#include "platform/error_line_win32.h"
+#include "platform/library_error.h"
 #include "platform/text.h"
 
 namespace tarvik {
@@ -12,19 +13,21 @@ ClosedLibrary::~ClosedLibrary() {
 bool ClosedLibrary::Available() {
   if (module_ != nullptr) return true;
   std::wstring path(MAX_PATH, L'\0');
-  const DWORD length =
-      ::SearchPathW(nullptr, name_.c_str(), nullptr, static_cast<DWORD>(path.size()), path.data(), nullptr);
-  if (length == 0 || length >= path.size()) return false;
+  DWORD length = 0;
+  while ((length = ::SearchPathW(nullptr, name_.c_str(), nullptr, static_cast<DWORD>(path.size()),
+                                 path.data(), nullptr)) > path.size())
+    path.resize(length);
   path.resize(length);
   // The library's own folder serves for the libraries that it needs itself.
-  module_ = ::LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+  if (length != 0) module_ = ::LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+  error_ = module_ == nullptr ? ::GetLastError() : ERROR_SUCCESS;
   return module_ != nullptr;
 }
 
 FARPROC ClosedLibrary::Find(const char* call) {
-  if (!Available()) throw RuntimeError(name_ + L" cannot be loaded.");
+  if (!Available()) throw LibraryError::CannotBeLoaded(name_, ErrorLine(error_, name_));
   const FARPROC found = ::GetProcAddress(module_, call);
-  if (found == nullptr) throw RuntimeError(name_ + L" has no call " + WidenAscii(call) + L".");
+  if (found == nullptr) throw LibraryError::DoesNotExport(name_, WidenAscii(call));
   return found;
 }
 

@@ -19,7 +19,7 @@ class ClosedLibrary {
   /// False when the library is not there or cannot be loaded.
   bool Available();
 
-  /// The call with the name. Throws RuntimeError when the library or the call is missing.
+  /// The call with the name. Throws LibraryError when the library or the call is missing.
   template <typename Function>
   Function Call(const char* call) {
     return std::bit_cast<Function>(Find(call));
@@ -30,6 +30,7 @@ class ClosedLibrary {
 
   std::wstring name_;
   HMODULE module_ = nullptr;
+  DWORD error_ = ERROR_SUCCESS;  ///< why the library is not available
 };
 
 }  // namespace tarvik

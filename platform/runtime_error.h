@@ -11,6 +11,9 @@ namespace tarvik {
 class RuntimeError {
  public:
   explicit RuntimeError(std::wstring text) : text_(std::move(text)) {}
+  RuntimeError(const RuntimeError&) = default;
+  RuntimeError& operator=(const RuntimeError&) = default;
+  virtual ~RuntimeError() = default;
 
   /// What went wrong, in one or two plain sentences for the user.
   const std::wstring& Text() const { return text_; }

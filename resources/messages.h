@@ -53,6 +53,8 @@ enum class Message {
   ResultLabel,
   // About box
   SystemInfoButton,
+  // Tool tips
+  K7StatusTip,
   // Reachability check
   CannotResolve,
   NoSubnetMask,
@@ -81,6 +83,7 @@ enum class Message {
   OptionNone,
   NumberRequired,
   NumberTyped,
+  NumberRangeTo,
   PmcLengthError,
   PmcAddressLabel,
   PmcStartLabel,
@@ -92,6 +95,9 @@ enum class Message {
   PmcReadButton,
   PmcStopButton,
   PmcCloseButton,
+  NotAWholeNumber,
+  LibraryCannotBeLoaded,
+  LibraryDoesNotExport,
   AccessCodeWrong,
   AccessCodeWrongHint,
   AccessCodeMissing,
@@ -111,6 +117,7 @@ enum class Message {
 
 /// One row of the table.
 struct MessageRow {
+  Message message;
   int32_t id;               ///< number in the language files
   const wchar_t* japanese;  ///< built-in Japanese; null when the message has none and is left out
   const wchar_t* english;   ///< built-in English

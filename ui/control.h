@@ -69,6 +69,8 @@ class Control : public Element {
 class Label : public Control {
  public:
   std::wstring_view TypeName() const final { return L"Label"; }
+  /// Shown while the pointer rests on the label; empty for none. Set once, before the label is first shown.
+  virtual void SetToolTip(const std::wstring& text) = 0;
   std::function<void()> onClick;
   MouseDown onMouseDown;
 };

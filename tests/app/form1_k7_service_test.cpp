@@ -23,6 +23,12 @@ class Form1K7ServiceTest : public Form1Test {
 
 // Start-up and shut-down
 
+TEST_F(Form1K7ServiceTest, The_state_says_that_a_click_refreshes_it) {
+  profile.values["C:\\Program\\Language\\Tarvik.exe_1033.ini|1033|32"] = "Click to refresh";
+  StartGeneral();
+  EXPECT_EQ(Label(ID_lblK7ServerStatus).toolTip, L"Click to refresh");
+}
+
 TEST_F(Form1K7ServiceTest, The_general_edition_shows_the_state_of_the_service_from_the_start) {
   StartGeneral();
   EXPECT_EQ(Status(), L"Running");

@@ -121,7 +121,7 @@ TEST_F(PmcTest, A_length_below_1_or_no_number_names_the_box_its_range_and_what_w
     library.calls.clear();
     Box(ID_txtPmcLen).SetText(typed);
     Click(ID_cmdRead);
-    ExpectRefused({L"Length: 1 ... 8000", std::wstring(L"Typed: \"") + typed + L"\""});
+    ExpectRefused({L"Length: 1 ... 8000", std::wstring(L"You typed: \"") + typed + L"\""});
   }
 }
 
@@ -164,7 +164,8 @@ TEST_F(PmcTest, The_words_about_a_box_follow_the_language_mode) {
   Open();
   Box(ID_txtPmcStart).SetText(L"x");
   Click(ID_cmdRead);
-  EXPECT_EQ(boxes.Texts(), Lines{L"text 133\r\ntext 138: 0 ... 32767\r\ntext 134\"x\""});
+  EXPECT_EQ(boxes.Texts(),
+            Lines{L"\"text 138\"(147)\r\ntext 133\r\ntext 138: 0text 13532767\r\ntext 134\"x\""});
 }
 
 TEST_F(PmcTest, A_whole_book_in_a_box_is_not_shown_whole) {

@@ -9,8 +9,8 @@ constexpr char kWrongCode[] =
     "The CNC did not accept the access code.\r\n"
     "Check the access code that is set in the CNC and type it again.";
 constexpr char kWrongCodeInJapanese[] =
-    "CNCがｱｸｾｽｺｰﾄﾞを受け付けませんでした。\r\n"
-    "CNCに設定されたｱｸｾｽｺｰﾄﾞを確認し、入力し直してください。";
+    "NCがｱｸｾｽｺｰﾄﾞを受け付けませんでした。\r\n"
+    "NCに設定されたｱｸｾｽｺｰﾄﾞを確認し、入力し直してください。";
 
 class AccessCode : public CncTest<AccessCode> {
  protected:

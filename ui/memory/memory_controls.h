@@ -89,6 +89,9 @@ class MemoryControl : public MemoryElement<Base> {
 class MemoryLabel final : public MemoryControl<Label> {
  public:
   using MemoryControl::MemoryControl;
+  void SetToolTip(const std::wstring& text) override { toolTip = text; }
+
+  std::wstring toolTip;
 };
 
 class MemoryButton final : public MemoryControl<Button> {

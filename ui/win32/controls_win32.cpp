@@ -30,6 +30,8 @@ void Win32Label::OnCommand(WORD notification) {
   if (notification == STN_CLICKED) Raise(onClick);
 }
 
+void Win32Label::OnPointerOver() { toolTip_.OnPointerOver(form_.Window(), Window()); }
+
 void Win32Label::OnMnemonic(wchar_t) { form_.FocusOnFieldOf(*this); }
 
 LRESULT Win32Label::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -4,6 +4,7 @@
 
 #include "ui/form.h"
 #include "ui/win32/control_window_win32.h"
+#include "ui/win32/tool_tip_win32.h"
 
 namespace tarvik::ui {
 
@@ -18,10 +19,15 @@ class Win32Label final : public CaptionedControl<Label> {
   bool TakesFocusAt(POINT) const override { return false; }
   void OnCommand(WORD notification) override;
   void OnMnemonic(wchar_t letter) override;
+  void SetToolTip(const std::wstring& text) override { toolTip_.SetText(text); }
+  void OnPointerOver() override;
 
  protected:
   void OnMade() override { Subclass(Window()); }
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  ToolTip toolTip_;
 };
 
 class Win32Button final : public CaptionedControl<Button> {
@@ -96,7 +102,6 @@ class Win32ComboBox final : public UncaptionedControl<ComboBox> {
 class Win32ListBox final : public UncaptionedControl<ListBox> {
  public:
   Win32ListBox(Win32Form& form, int page, int id, const std::wstring& toolTip);
-  ~Win32ListBox() override;
 
   void ApplyFont() override;
 
@@ -115,8 +120,7 @@ class Win32ListBox final : public UncaptionedControl<ListBox> {
   void OnPointerOver() override;
 
  private:
-  std::wstring toolTip_;
-  HWND tip_ = nullptr;  ///< made when it is first needed
+  ToolTip toolTip_;
 };
 
 }  // namespace tarvik::ui

@@ -16,26 +16,7 @@ Win32ListBox::Win32ListBox(Win32Form& form, int page, int id, const std::wstring
                           WS_EX_CLIENTEDGE}),
       toolTip_(toolTip) {}
 
-Win32ListBox::~Win32ListBox() {
-  if (tip_ != nullptr) DestroyWindow(tip_);
-}
-
-void Win32ListBox::OnPointerOver() {
-  if (toolTip_.empty() || tip_ != nullptr) return;
-  // A topmost window that the form owned would be moved along by Wine when the form itself is to be kept
-  // above the others, and the form be put behind it among the ordinary windows. A list without its tip is
-  // still a list, so a failure is passed over.
-  tip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
-                         CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
-                         GetModuleHandleW(nullptr), nullptr);
-  TTTOOLINFOW tool{};
-  tool.cbSize = TTTOOLINFOW_V2_SIZE;
-  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-  tool.hwnd = form_.Window();
-  tool.uId = reinterpret_cast<UINT_PTR>(Window());
-  tool.lpszText = toolTip_.data();
-  SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-}
+void Win32ListBox::OnPointerOver() { toolTip_.OnPointerOver(form_.Window(), Window()); }
 
 void Win32ListBox::ApplyFont() {
   ControlWindow::ApplyFont();

@@ -1,0 +1,33 @@
+#include "app/error_text.h"
+
+#include "app/number_box.h"
+#include "platform/library_error.h"
+
+namespace tarvik {
+namespace {
+
+std::wstring TextOf(const Texts& texts, Message message) {
+  return texts.Get(message).value_or(std::wstring());
+}
+
+std::wstring LibraryText(const LibraryError& error, const Texts& texts) {
+  if (error.Which() == LibraryError::Kind::CannotBeLoaded)
+    return error.Library() + TextOf(texts, Message::LibraryCannotBeLoaded) + L"\r\n" + error.Detail();
+  // Where the call's name stands depends on the language.
+  std::wstring text = TextOf(texts, Message::LibraryDoesNotExport);
+  if (const size_t place = text.find(L"%1"); place != std::wstring::npos)
+    text.replace(place, 2, error.Detail());
+  return error.Library() + text;
+}
+
+}  // namespace
+
+std::wstring ErrorText(const RuntimeError& error, const Texts& texts) {
+  if (const auto* const library = dynamic_cast<const LibraryError*>(&error))
+    return LibraryText(*library, texts);
+  if (const auto* const number = dynamic_cast<const NumberError*>(&error))
+    return NumberRequiredText(number->Typed(), number->BoxName(), number->Least(), number->Most(), texts);
+  return error.Text();
+}
+
+}  // namespace tarvik
