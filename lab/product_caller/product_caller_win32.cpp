@@ -2,7 +2,7 @@
 // answer per line, in the format of lab/driver_protocol.h, until the input ends.
 //
 //   add_services <path> <name> <port> <protocol>  -> 1 or 0, the port, the texts of all message boxes
-//   profile <path> <section> <key>              -> the value as Windows reads it, as Tarvik's reader
+//   profile <path> <section> <key>               -> the value as Windows reads it, as Tarvik's reader
 //                                                    does, and as the program gets it
 //   module_version <path>                         -> the version of the file, or nothing
 //   ftp_connect <host> <user> <password>          -> 1 or 0
