@@ -31,8 +31,8 @@ bool Connect(const LibraryTestTools& tools, const CncTarget& target, const std::
   if (result == CncLibrary::kAccessCodeRefused) {
     result = connection.OpenWithCode(target, accessCode);
     if (result == CncLibrary::kAccessCodeRefused)
-      tools.boxes.Show(TextOf(tools, Message::AccessCodeWrong) + L"\r\n" +
-                       TextOf(tools, Message::AccessCodeWrongHint));
+      tools.boxes.Show(tools.texts.FromFile(Message::AccessCodeWrong) + L"\r\n" +
+                       tools.texts.FromFile(Message::AccessCodeWrongHint));
   }
   if (result != 0) tools.results.AddToList(L"Allocate Handle error=" + Decimal(result));
   return result == 0;
@@ -93,7 +93,7 @@ bool RunLibraryTest(const LibraryTestTools& tools, const CncTarget& target,
   if (nxlibMissing) return true;
   if (target.address.empty()) return false;
   if (accessCode && CountsAsZero(*accessCode)) {
-    tools.boxes.Show(TextOf(tools, Message::AccessCodeMissing));
+    tools.boxes.Show(tools.texts.FromFile(Message::AccessCodeMissing));
     return false;
   }
   const ui::Hourglass hourglass(tools.form);

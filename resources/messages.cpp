@@ -136,6 +136,10 @@ constexpr bool EachRowIsInItsPlace() {
 }
 static_assert(EachRowIsInItsPlace());
 
+const wchar_t* BuiltIn(const MessageRow& row, LanguageMode mode) {
+  return mode == kBuiltInJapanese ? row.japanese : row.english;
+}
+
 }  // namespace
 
 const MessageRow& RowOf(Message message) { return kRows[static_cast<size_t>(message)]; }
@@ -143,9 +147,16 @@ const MessageRow& RowOf(Message message) { return kRows[static_cast<size_t>(mess
 std::optional<std::wstring> Texts::Get(Message message) const {
   const MessageRow& row = RowOf(message);
   if (mode_ == kLanguageFile) return resource_.LoadString(row.id);
-  const wchar_t* const text = mode_ == kBuiltInJapanese ? row.japanese : row.english;
+  const wchar_t* const text = BuiltIn(row, mode_);
   if (text == nullptr) return std::nullopt;
   return text;
+}
+
+std::wstring Texts::FromFile(Message message) const {
+  const MessageRow& row = RowOf(message);
+  if (auto text = resource_.FindString(row.id)) return *text;
+  const wchar_t* const text = BuiltIn(row, mode_);
+  return text == nullptr ? std::wstring() : text;
 }
 
 }  // namespace tarvik

@@ -47,7 +47,15 @@ bool Resource::Initialize(int32_t language, const std::wstring& commonDataFolder
   return false;
 }
 
-std::wstring Resource::LoadString(int32_t id) {
+std::wstring Resource::LoadString(int32_t id) { return WithLineBreaks(Look(id).text); }
+
+std::optional<std::wstring> Resource::FindString(int32_t id) {
+  const clsRc& found = Look(id);
+  if (!found.inFile) return std::nullopt;
+  return WithLineBreaks(found.text);
+}
+
+const Resource::clsRc& Resource::Look(int32_t id) {
   errorText_.clear();
   const std::wstring key = Decimal(id);
   auto found = cache_.find(key);
@@ -58,13 +66,14 @@ std::wstring Resource::LoadString(int32_t id) {
     } catch (const RuntimeError& error) {
       errorText_ = L"Resource:LoadString(" + key + L", [" + error.Text() + L"])" + kLineBreak;
     }
-    if (text.empty()) {
+    const bool inFile = !text.empty();
+    if (!inFile) {
       text = L"(" + key + L")";
       if (errorText_.empty()) errorText_ = L"Not exist";
     }
-    found = cache_.emplace(key, clsRc{id, std::move(text)}).first;
+    found = cache_.emplace(key, clsRc{id, std::move(text), inFile}).first;
   }
-  return WithLineBreaks(found->second.text);
+  return found->second;
 }
 
 std::wstring Resource::ReadString(int32_t id) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "platform/code_page.h"
@@ -26,6 +27,9 @@ class Resource {
   /// as a real line break. Each number is looked up in the file once.
   std::wstring LoadString(int32_t id);
 
+  /// As LoadString, but nothing when the file has no such text.
+  std::optional<std::wstring> FindString(int32_t id);
+
   /// Puts the string onto a control or menu item: its caption, the caption of tab `idx`, or a new item of
   /// a combo box. A message box names a control that takes none of these.
   void LoadRes(ui::Element& ctl, int32_t id, int16_t idx = 0);
@@ -46,11 +50,13 @@ class Resource {
   std::wstring PathFor(int32_t language) const;
   std::wstring ReadString(int32_t id);
 
-  /// One string as it stands in the file.
+  /// One string as it stands in the file, or its number in brackets.
   struct clsRc {
     int32_t id;
     std::wstring text;
+    bool inFile;
   };
+  const clsRc& Look(int32_t id);
 
   Files& files_;
   ProfileStrings& profile_;

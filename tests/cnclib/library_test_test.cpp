@@ -87,20 +87,40 @@ TEST_F(LibraryTest, An_access_code_that_is_empty_or_zero_is_told_and_nothing_is_
     accessCode = code;
     boxes.boxes.clear();
     EXPECT_FALSE(Run()) << code;
-    EXPECT_EQ(boxes.Texts(), (Lines{RowOf(Message::AccessCodeMissing).english})) << code;
+    EXPECT_EQ(boxes.Texts(), Lines{L"text 152"}) << code;
     EXPECT_EQ(boxes.boxes[0].title, L"");
   }
   EXPECT_TRUE(Listed().empty());
   EXPECT_TRUE(library.calls.empty());
 }
 
-TEST_F(LibraryTest, The_text_about_a_missing_access_code_follows_the_language_mode) {
+TEST_F(LibraryTest, The_text_about_a_missing_access_code_is_the_files_in_every_language_mode) {
   accessCode = L"0";
-  mode = kLanguageFile;
-  Run();
-  mode = kBuiltInJapanese;
-  Run();
-  EXPECT_EQ(boxes.Texts(), (Lines{L"text 152", RowOf(Message::AccessCodeMissing).japanese}));
+  for (const LanguageMode each : {kEnglish, kBuiltInJapanese, kLanguageFile}) {
+    mode = each;
+    Run();
+  }
+  EXPECT_EQ(boxes.Texts(), Lines(3, L"text 152"));
+}
+
+TEST_F(LibraryTest, The_texts_about_the_access_code_are_built_in_when_the_file_has_none) {
+  profile.values.clear();
+  const std::pair<LanguageMode, const wchar_t * MessageRow::*> kLanguages[] = {
+      {kEnglish, &MessageRow::english},
+      {kBuiltInJapanese, &MessageRow::japanese},
+      {kLanguageFile, &MessageRow::english}};
+  for (const auto& [each, language] : kLanguages) {
+    mode = each;
+    boxes.boxes.clear();
+    accessCode = L"0";
+    Run();
+    accessCode.reset();
+    library.openResult = library.codeResult = 7;
+    Run();
+    EXPECT_EQ(boxes.Texts(), (Lines{RowOf(Message::AccessCodeMissing).*language,
+                                    std::wstring(RowOf(Message::AccessCodeWrong).*language) + L"\r\n" +
+                                        RowOf(Message::AccessCodeWrongHint).*language}));
+  }
 }
 
 TEST_F(LibraryTest, An_access_code_counts_however_many_digits_it_has) {
@@ -175,21 +195,18 @@ TEST_F(LibraryTest, A_refused_access_code_is_a_box_and_a_line) {
   bool boxFirst = false;
   boxes.onShow = [&] { boxFirst = Listed() == kHeading; };
   EXPECT_FALSE(Run());
-  EXPECT_EQ(boxes.Texts(), (Lines{std::wstring(RowOf(Message::AccessCodeWrong).english) + L"\r\n" +
-                                  RowOf(Message::AccessCodeWrongHint).english}));
+  EXPECT_EQ(boxes.Texts(), Lines{L"text 150\r\ntext 151"});
   EXPECT_TRUE(boxFirst);
   EXPECT_EQ(Listed(), WithHeading({L"Allocate Handle error=7"}));
 }
 
-TEST_F(LibraryTest, The_box_about_a_refused_access_code_follows_the_language_mode) {
+TEST_F(LibraryTest, The_box_about_a_refused_access_code_is_the_files_in_every_language_mode) {
   library.openResult = library.codeResult = 7;
-  mode = kLanguageFile;
-  Run();
-  mode = kBuiltInJapanese;
-  Run();
-  EXPECT_EQ(boxes.Texts(),
-            (Lines{L"text 150\r\ntext 151", std::wstring(RowOf(Message::AccessCodeWrong).japanese) + L"\r\n" +
-                                                RowOf(Message::AccessCodeWrongHint).japanese}));
+  for (const LanguageMode each : {kEnglish, kBuiltInJapanese, kLanguageFile}) {
+    mode = each;
+    Run();
+  }
+  EXPECT_EQ(boxes.Texts(), Lines(3, L"text 150\r\ntext 151"));
 }
 
 TEST_F(LibraryTest, Another_failure_of_the_second_try_is_a_line_without_a_box) {

@@ -144,6 +144,25 @@ TEST_F(TextsTest, The_mode_0_is_Japanese_and_leaves_out_what_has_no_Japanese_tex
   EXPECT_EQ(texts.Get(Message::NoSubnetMask), L"ｻﾌﾞﾈｯﾄﾏｽｸが必要ですが設定されていません");
 }
 
+TEST_F(TextsTest, A_text_that_is_always_the_files_is_so_in_every_mode) {
+  for (const LanguageMode each : {kLanguageFile, kBuiltInJapanese, 1}) {
+    mode = each;
+    EXPECT_EQ(texts.FromFile(Message::CannotResolve), L"from the file");
+  }
+}
+
+TEST_F(TextsTest, A_text_that_is_always_the_files_is_built_in_when_the_file_lacks_it) {
+  for (int round = 0; round < 2; ++round) {  // the second one answers from the cache
+    mode = kBuiltInJapanese;
+    EXPECT_EQ(texts.FromFile(Message::NoSubnetMask), L"ｻﾌﾞﾈｯﾄﾏｽｸが必要ですが設定されていません");
+    for (const LanguageMode other : {kLanguageFile, 1}) {
+      mode = other;
+      EXPECT_EQ(texts.FromFile(Message::NoSubnetMask), L"Subnet mask is not specified");
+    }
+  }
+  EXPECT_EQ(profile.reads, 1);
+}
+
 TEST_F(TextsTest, Every_other_mode_is_English) {
   for (const LanguageMode other : {1, -2, 1041}) {
     mode = other;
