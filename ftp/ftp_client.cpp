@@ -16,6 +16,10 @@ constexpr uint32_t kNoCacheWriteFlag = 0x04000000;
 constexpr uint32_t kNormalFile = 0x80;
 constexpr uint32_t kInsufficientBuffer = 122;
 
+/// Why InternetConnectA fails when the server itself has refused: ERROR_INTERNET_EXTENDED_ERROR,
+/// _INCORRECT_USER_NAME, _INCORRECT_PASSWORD and _LOGIN_FAILURE.
+constexpr uint32_t kRefusals[] = {12003, 12013, 12014, 12015};
+
 /// Some versions of the library copy as many bytes as the buffer is said to hold, past the end of what they
 /// keep themselves, so a text is first asked for with a small one.
 constexpr uint32_t kFirstLength = 1024;
@@ -82,16 +86,27 @@ bool clsFtpClient::Connect(const std::wstring& host, const std::wstring& user, c
   if (!session_) return false;
   DisConnect();
   if (host.empty()) return false;
+  const std::string ansiHost = Ansi(host);
   const std::string ansiUser = Ansi(user);
   const std::string ansiPassword = Ansi(password);
-  connection_.Reset(wininet_.InternetConnectA(session_.Get(), Ansi(host).c_str(), Port, OrNoValue(ansiUser),
+  earlierReply_ = HeldReply();
+  connection_.Reset(wininet_.InternetConnectA(session_.Get(), ansiHost.c_str(), Port, OrNoValue(ansiUser),
                                               OrNoValue(ansiPassword), kFtpService, 0, 0));
+  hasReplied_ = connection_ || std::ranges::count(kRefusals, wininet_.GetLastError()) != 0;
   if (!connection_) return false;
   wininet_.InternetSetStatusCallback(connection_.Get(), InternetStatusCallBack);
   return true;
 }
 
 std::wstring clsFtpClient::Response() {
+  // The library keeps the text of an earlier connection until another server replies, so a server that is
+  // switched off would seem to say what the last one said. A text that has changed is from this connection.
+  std::wstring reply = HeldReply();
+  if (!hasReplied_ && reply == earlierReply_) reply.clear();
+  return reply;
+}
+
+std::wstring clsFtpClient::HeldReply() {
   return codePage_.FromAnsi(ReadText(wininet_, [this](char* buffer, uint32_t* length) {
     uint32_t error = 0;
     return wininet_.InternetGetLastResponseInfoA(&error, buffer, length);

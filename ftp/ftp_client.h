@@ -51,8 +51,8 @@ class clsFtpClient {
   bool Connect(const std::wstring& host, const std::wstring& user, const std::wstring& password);
   void DisConnect() { connection_.Reset(); }
 
-  /// The server's latest reply, its lines separated by "\r\n"; empty when there is none, or when it is
-  /// longer than 16 MiB.
+  /// The latest reply of the server that Connect was last called for, its lines separated by "\r\n"; empty
+  /// when that server has not replied, or when the reply is longer than 16 MiB.
   std::wstring Response();
 
   /// The remote current directory; empty when it cannot be read.
@@ -83,6 +83,8 @@ class clsFtpClient {
   std::function<void(bool enumerated)> onEndEnumFile;  ///< false when there is no listing
 
  private:
+  /// The reply that the library holds, whichever server it came from.
+  std::wstring HeldReply();
   uint32_t CacheFlags() const;
   /// The entries in the order found; false when there is no first one.
   bool ReadDirectory(std::vector<FindData>& entries);
@@ -93,6 +95,8 @@ class clsFtpClient {
   CodePage& codePage_;
   InternetHandle session_;
   InternetHandle connection_;
+  std::wstring earlierReply_;  ///< what the library held before the latest Connect
+  bool hasReplied_ = false;    ///< the server of the latest Connect is known to have replied
 };
 
 }  // namespace tarvik

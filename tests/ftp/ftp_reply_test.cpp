@@ -14,6 +14,11 @@ using Sizes = std::vector<uint32_t>;
 constexpr uint32_t kLongest = 16 * 1024 * 1024;
 
 struct FtpReply : testing::Test {
+  FtpReply() {
+    client.Connect(L"192.168.1.100", L"", L"");
+    wininet.bufferSizes.clear();
+  }
+
   RecordedWininet wininet;
   FakeCodePage codePage;
   clsFtpClient client{wininet, codePage};

@@ -72,10 +72,11 @@ TEST_F(FtpTest, The_calls_come_in_their_order) {
   Test();
   Calls names;
   for (const std::string& call : wininet.calls) names.push_back(call.substr(0, call.find('(')));
-  EXPECT_EQ(names, (Calls{"InternetOpenA", "InternetConnectA", "InternetSetStatusCallback",
-                          "InternetGetLastResponseInfoA", "FtpGetCurrentDirectoryA",
-                          "InternetGetLastResponseInfoA", "FtpFindFirstFileA", "InternetCloseHandle",
-                          "InternetCloseHandle", "InternetGetLastResponseInfoA", "InternetCloseHandle"}));
+  EXPECT_EQ(names,
+            (Calls{"InternetOpenA", "InternetGetLastResponseInfoA", "InternetConnectA",
+                   "InternetSetStatusCallback", "InternetGetLastResponseInfoA", "FtpGetCurrentDirectoryA",
+                   "InternetGetLastResponseInfoA", "FtpFindFirstFileA", "InternetCloseHandle",
+                   "InternetCloseHandle", "InternetGetLastResponseInfoA", "InternetCloseHandle"}));
 }
 
 TEST_F(FtpTest, What_was_listed_before_stays) {
@@ -106,6 +107,39 @@ TEST_F(FtpTest, No_connection_and_no_reply_is_said) {
   wininet.failing = {"InternetConnectA"};
   EXPECT_FALSE(Test());
   EXPECT_EQ(box.lines, (Lines{L"", L"FTP Connect test...", L"Cannot connect ..."}));
+}
+
+TEST_F(FtpTest, A_server_that_cannot_be_reached_is_not_given_the_words_of_an_earlier_one) {
+  wininet.replies = {"230 logged in", "257 \"/\"", "226 Transfer complete."};
+  EXPECT_TRUE(Test());
+  EXPECT_EQ(box.lines.back(), L"226 Transfer complete.");
+  wininet.failing = {"InternetConnectA"};
+  // Timed out, name not resolved, cannot connect, aborted, reset, and a server that hangs up without a word.
+  for (const uint32_t error : {12002U, 12007U, 12029U, 12030U, 12031U, 12110U, 0U}) {
+    wininet.connectError = error;
+    box.lines.clear();
+    EXPECT_FALSE(Test()) << error;
+    EXPECT_EQ(box.lines, (Lines{L"", L"FTP Connect test...", L"Cannot connect ..."})) << error;
+  }
+}
+
+TEST_F(FtpTest, The_same_refusal_is_shown_each_time) {
+  wininet.failing = {"InternetConnectA"};
+  for (const uint32_t error : {12003U, 12013U, 12014U, 12015U}) {
+    wininet.connectError = error;
+    wininet.replies = {"530 Login incorrect."};
+    EXPECT_FALSE(Test()) << error;
+    EXPECT_EQ(box.lines.back(), L"530 Login incorrect.") << error;
+  }
+}
+
+TEST_F(FtpTest, A_server_that_hangs_up_is_shown_with_its_own_last_words) {
+  wininet.heldReply = "226 Transfer complete.";
+  wininet.failing = {"InternetConnectA"};
+  wininet.connectError = 12031;
+  wininet.replies = {"421 Too many users."};
+  EXPECT_FALSE(Test());
+  EXPECT_EQ(box.lines.back(), L"421 Too many users.");
 }
 
 TEST_F(FtpTest, Without_a_session_there_is_no_connection) {
@@ -161,7 +195,7 @@ TEST_F(FtpTest, A_list_that_refuses_a_line_gives_everything_back_at_each_line) {
 TEST_F(FtpTest, A_reply_of_megabytes_of_lines_leaves_a_bounded_list) {
   std::string reply;
   for (int i = 0; i < 300'000; ++i) reply += "220-line\r\n";
-  wininet.replies = {reply};
+  wininet.replies = {reply, "257", "226"};
   EXPECT_TRUE(Test());
   EXPECT_LE(box.lines.size(), 1001U);
 }

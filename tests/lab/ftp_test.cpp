@@ -57,11 +57,16 @@ class FtpTest : public LabTest<Suite> {
            window.Enabled(0);
   }
 
-  /// Starts the program, presses the button of the Ftp page and returns what the list holds behind the
-  /// first line of the test, or all of it when that has gone.
+  /// Starts the program and tests.
   Lines Test(const std::string& user = {}, const std::string& password = {}, int button = ID_cmdFtpConnect) {
     ProgramUnderTest program(this->Pc(), ProgramPath());
-    const WindowUnderTest window = WaitForMainWindow(program);
+    return TestWith(program, WaitForMainWindow(program), user, password, button);
+  }
+
+  /// Presses the button of the Ftp page and returns what the list holds after the first line of the test, or
+  /// all of it when that has gone.
+  Lines TestWith(ProgramUnderTest& program, const WindowUnderTest& window, const std::string& user = {},
+                 const std::string& password = {}, int button = ID_cmdFtpConnect) {
     window.SelectTab(ID_tabMode, 2);
     window.SetText(ID_cmbIPAddr, kNearAddress);
     window.SetText(ID_txtPingReqCount, "1");
@@ -83,8 +88,8 @@ class FtpTest : public LabTest<Suite> {
     EXPECT_FALSE(program.HasBox());
     EXPECT_TRUE(
         WaitUntil(kSoon, [&] { return window.CurrentPointer() != WindowUnderTest::Pointer::Hourglass; }));
-    const auto begin = std::find(lines.begin(), lines.end(), kFirstLine);
-    return {begin == lines.end() || button != ID_cmdFtpConnect ? lines.begin() : begin + 1, lines.end()};
+    const auto begin = std::find(lines.rbegin(), lines.rend(), kFirstLine).base();
+    return {button != ID_cmdFtpConnect ? lines.begin() : begin, lines.end()};
   }
 };
 
@@ -149,6 +154,19 @@ TEST_F(Ftp, A_host_that_has_no_server_cannot_be_connected) {
   EXPECT_EQ(Test(), Lines{"Cannot connect ..."});
   Net().PullCable(Host::Near);
   EXPECT_EQ(Test(), Lines{"Cannot connect ..."});
+}
+
+TEST_F(Ftp, A_server_that_has_been_switched_off_is_not_taken_for_the_one_before) {
+  ProgramUnderTest program(Pc(), ProgramPath());
+  const WindowUnderTest window = WaitForMainWindow(program);
+  {
+    const FtpServer server = Serve(Product::Vsftpd);
+    EXPECT_EQ(TestWith(program, window).back(), "226 Directory send OK.");
+  }
+  EXPECT_EQ(TestWith(program, window), Lines{"Cannot connect ..."});
+  const FtpServer server = Serve(Product::Vsftpd);
+  for (int i = 0; i < 2; ++i)
+    EXPECT_EQ(TestWith(program, window, kFtpUser, "wrong"), Lines{"530 Login incorrect."});
 }
 
 TEST_F(Ftp, All_Test_connects_to_what_answers) {

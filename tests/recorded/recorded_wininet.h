@@ -31,6 +31,7 @@ class RecordedWininet final : public Wininet {
 
   Handle InternetOpenA(const char* agent, uint32_t accessType, const char* proxy, const char* proxyBypass,
                        uint32_t flags) override {
+    connecting_ = false;
     return Open("InternetOpenA",
                 {Text(agent), Number(accessType), Text(proxy), Text(proxyBypass), Number(flags)});
   }
@@ -39,8 +40,11 @@ class RecordedWininet final : public Wininet {
                           const char* password, uint32_t service, uint32_t flags,
                           uintptr_t context) override {
     if (!open.contains(session)) ++misuses;
-    return Open("InternetConnectA", {Text(host), Number(port), Text(user), Text(password), Number(service),
-                                     Number(flags), Number(context)});
+    connecting_ = true;
+    const Handle connection = Open("InternetConnectA", {Text(host), Number(port), Text(user), Text(password),
+                                                        Number(service), Number(flags), Number(context)});
+    if (connection == 0) lastError_ = connectError;
+    return connection;
   }
 
   StatusCallback InternetSetStatusCallback(Handle handle, StatusCallback callback) override {
@@ -82,8 +86,12 @@ class RecordedWininet final : public Wininet {
     if (Record("InternetGetLastResponseInfoA", {}) == 0) return 0;
     *error = 0;
     if (onResponse) return onResponse(buffer, length, lastError_);
-    const int32_t given = Give(replies.empty() ? std::string() : replies.front(), buffer, length);
-    if (given != 0 && !replies.empty()) replies.pop_front();
+    const bool hasNew = connecting_ && !replies.empty();
+    const int32_t given = Give(hasNew ? replies.front() : heldReply, buffer, length);
+    if (given != 0 && hasNew) {
+      heldReply = replies.front();
+      replies.pop_front();
+    }
     return given;
   }
 
@@ -127,9 +135,13 @@ class RecordedWininet final : public Wininet {
     return found;
   }
 
-  std::vector<FindData> entries;    ///< of the remote directory; without one the first find fails
-  bool endless = false;             ///< the search begins anew behind the last entry
-  std::deque<std::string> replies;  ///< what each next question for the reply gets, then nothing
+  std::vector<FindData> entries;  ///< of the remote directory; without one the first find fails
+  bool endless = false;           ///< the search begins anew behind the last entry
+  /// What each next question for the reply gets once a connection is tried. When there is none, it gets the
+  /// reply before, even that of an earlier session.
+  std::deque<std::string> replies;
+  std::string heldReply;          ///< the latest reply
+  uint32_t connectError = 12003;  ///< why a connection fails
   std::string currentDirectory = "/";
   std::set<std::string> failing;  ///< the calls that fail
   std::string throwing;           ///< the call that the library lacks
@@ -172,6 +184,7 @@ class RecordedWininet final : public Wininet {
     return fits ? 1 : 0;
   }
 
+  bool connecting_ = false;  ///< the session has tried a connection
   size_t next_ = 0;
   Handle latest_ = 0;
   uint32_t lastError_ = 0;
