@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -9,10 +10,15 @@ namespace tarvik {
 
 /// Sorts lines[lo..hi] in place, ascending: a quicksort with the middle element as pivot. Equal elements
 /// are not moved, so the order is not stable but always the same for the same input. `less` says whether
-/// its first argument comes before its second.
+/// its first argument comes before its second. Gives up, with the lines in any order, and returns false
+/// when it would need more than `comparisonsLeft`, from which it takes those that it made: equal elements,
+/// and some orders of different ones, need the square of their number.
 template <typename Line, typename Less>
-void StrSort(std::vector<Line>& lines, int32_t lo, int32_t hi, Less less) {
+[[nodiscard]] bool StrSort(std::vector<Line>& lines, int32_t lo, int32_t hi, Less less,
+                           int64_t& comparisonsLeft) {
   while (lo < hi) {
+    if (hi - lo > comparisonsLeft) return false;
+    comparisonsLeft -= hi - lo;
     const auto at = [&lines](int32_t index) -> Line& { return lines[static_cast<size_t>(index)]; };
     const int32_t mid = lo + (hi - lo) / 2;
     const Line pivot = std::exchange(at(mid), at(lo));
@@ -24,13 +30,21 @@ void StrSort(std::vector<Line>& lines, int32_t lo, int32_t hi, Less less) {
     // The two sides are independent of each other; recursing into the smaller one only keeps the stack
     // shallow for a list of any order.
     if (last - lo < hi - last) {
-      StrSort(lines, lo, last - 1, less);
+      if (!StrSort(lines, lo, last - 1, less, comparisonsLeft)) return false;
       lo = last + 1;
     } else {
-      StrSort(lines, last + 1, hi, less);
+      if (!StrSort(lines, last + 1, hi, less, comparisonsLeft)) return false;
       hi = last - 1;
     }
   }
+  return true;
+}
+
+/// The same, however many comparisons it takes.
+template <typename Line, typename Less>
+void StrSort(std::vector<Line>& lines, int32_t lo, int32_t hi, Less less) {
+  int64_t comparisonsLeft = std::numeric_limits<int64_t>::max();
+  static_cast<void>(StrSort(lines, lo, hi, less, comparisonsLeft));
 }
 
 }  // namespace tarvik

@@ -30,18 +30,18 @@ std::wstring SizeText(uint64_t size) {
 
 }  // namespace
 
-std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, TextOrder& order) {
+std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, TextOrder& order, int64_t mostComparisons) {
   const size_t count = lines.size();
   std::vector<std::string> keys;
   keys.reserve(count);
   for (const std::wstring& line : lines) keys.push_back(order.SortKey(line));
 
-  // StrSort needs the square of their number of comparisons for lines that are all alike, which a server
-  // can send; ranks make each as cheap as can be.
+  // Ranks make StrSort's comparisons as cheap as can be.
   std::vector<int32_t> byKey(count);
   std::iota(byKey.begin(), byKey.end(), 0);
   const auto keyOf = [&keys](int32_t line) -> const std::string& { return keys[static_cast<size_t>(line)]; };
-  std::sort(byKey.begin(), byKey.end(), [&keyOf](int32_t a, int32_t b) { return keyOf(a) < keyOf(b); });
+  std::stable_sort(byKey.begin(), byKey.end(),
+                   [&keyOf](int32_t a, int32_t b) { return keyOf(a) < keyOf(b); });
   struct Ranked {
     int32_t rank;
     int32_t line;
@@ -52,12 +52,14 @@ std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, TextOrder& ord
     if (i > 0 && keyOf(byKey[i - 1]) != keyOf(byKey[i])) ++rank;
     ranked[static_cast<size_t>(byKey[i])] = {rank, byKey[i]};
   }
-  StrSort(ranked, 0, static_cast<int32_t>(count) - 1,
-          [](const Ranked& a, const Ranked& b) { return a.rank < b.rank; });
+  if (StrSort(
+          ranked, 0, static_cast<int32_t>(count) - 1,
+          [](const Ranked& a, const Ranked& b) { return a.rank < b.rank; }, mostComparisons))
+    std::transform(ranked.begin(), ranked.end(), byKey.begin(), [](const Ranked& line) { return line.line; });
 
   std::vector<std::wstring> sorted;
   sorted.reserve(count);
-  for (const Ranked& line : ranked) sorted.push_back(std::move(lines[static_cast<size_t>(line.line)]));
+  for (const int32_t line : byKey) sorted.push_back(std::move(lines[static_cast<size_t>(line)]));
   return sorted;
 }
 

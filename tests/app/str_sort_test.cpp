@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <random>
 #include <string>
@@ -71,6 +72,31 @@ TEST(StrSort, A_list_that_always_splits_badly_keeps_the_stack_shallow) {
   });
   EXPECT_LT(highest - lowest, 64 * 1024);
   EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
+}
+
+TEST(StrSort, More_comparisons_than_allowed_are_not_made_and_nothing_is_lost) {
+  std::vector<int> numbers(3000, 5);
+  numbers.back() = 4;
+  int64_t made = 0;
+  int64_t left = 100'000;
+  EXPECT_FALSE(StrSort(
+      numbers, 0, 2999,
+      [&](int a, int b) {
+        ++made;
+        return a < b;
+      },
+      left));
+  EXPECT_LE(made, 100'000);
+  EXPECT_EQ(made, 100'000 - left);
+  EXPECT_EQ(std::count(numbers.begin(), numbers.end(), 4), 1);
+  EXPECT_EQ(std::count(numbers.begin(), numbers.end(), 5), 2999);
+}
+
+TEST(StrSort, Exactly_the_allowed_comparisons_suffice) {
+  std::vector<int> numbers{3, 1, 2};
+  int64_t left = 3;  // two for three elements, then one for the two that are left
+  EXPECT_TRUE(StrSort(numbers, 0, 2, std::less<>(), left));
+  EXPECT_EQ(numbers, (std::vector<int>{1, 2, 3}));
 }
 
 }  // namespace

@@ -155,6 +155,28 @@ TEST_F(Listing, The_order_is_that_of_a_sort_that_compares_each_time_also_for_equ
   }
 }
 
+TEST_F(Listing, A_list_that_would_need_too_many_comparisons_keeps_equal_lines_as_they_came) {
+  const Lines lines = {L"b", L"A", L"B", L"a", L"b", L"A"};
+  EXPECT_EQ(Sorted(lines, order, 3), (Lines{L"A", L"a", L"A", L"b", L"B", L"b"}));
+}
+
+TEST_F(Listing, Equal_lines_that_are_all_compared_with_each_other_have_the_order_of_the_plain_sort) {
+  Lines lines;
+  for (int i = 0; i < 300; ++i) lines.push_back(i % 3 == 0 ? L"NAME" : L"name");
+  Lines plain = lines;
+  StrSort(plain, 0, 299, [](const std::wstring&, const std::wstring&) { return false; });
+  ASSERT_NE(plain, lines);
+  EXPECT_EQ(Sorted(lines, order, 300 * 299 / 2), plain);
+  EXPECT_EQ(Sorted(lines, order, 300 * 299 / 2 - 1), lines);
+  EXPECT_GE(kMostComparisons, int64_t{10'000} * 9'999 / 2);
+}
+
+TEST_F(Listing, A_hundred_thousand_equal_names_are_not_compared_each_with_each) {
+  // That would be 5,000,000,000 comparisons.
+  const Lines lines(100'000, L"name");
+  EXPECT_EQ(Sorted(lines, order), lines);
+}
+
 TEST_F(Listing, A_list_that_refuses_a_line_is_painted_again) {
   listing.BeginEnumFiles();
   listing.EnumFile(File(L"a"));
