@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <map>
 
 #include "tests/windows/windows_fixture.h"
@@ -59,16 +60,11 @@ TEST_F(Keyboard, A_full_field_refuses_typing_over_its_selection_but_takes_backsp
   window.WaitForText(ID_txtAccessCode, "");
 }
 
-TEST_F(Keyboard, The_Tab_key_follows_the_eye_on_every_page) {
-  const std::vector<int> pages[] = {
-      {ID_txtPingReqCount, ID_cmdPing, ID_cmdAllTest},
-      // The access code's box is disabled and skipped.
-      {ID_txtNxlibTimeOut, ID_txtTcpPortNo, ID_chkAccessCode, ID_cmdGetInfo},
-      {ID_txtFtpUsername, ID_txtFtpPasswd, ID_cmdFtpConnect, ID_cmdAllFtpTest},
-  };
-  const WindowUnderTest window = Start();
-  for (int page = 0; page < 3; ++page) {
-    window.SelectTab(ID_tabMode, page);
+/// Tab and Shift+Tab lead through each page's controls, between the address and the list.
+void ExpectTabOrder(const WindowUnderTest& window, const std::vector<std::vector<int>>& pages) {
+  ASSERT_EQ(window.StateOfTabs(ID_tabMode).captions.size(), pages.size());
+  for (size_t page = 0; page < pages.size(); ++page) {
+    window.SelectTab(ID_tabMode, static_cast<int>(page));
     std::vector<int> stops = {ID_cmbIPAddr, ID_tabMode};
     stops.insert(stops.end(), pages[page].begin(), pages[page].end());
     stops.insert(stops.end(), {ID_lstResult, ID_cmbIPAddr});
@@ -84,6 +80,15 @@ TEST_F(Keyboard, The_Tab_key_follows_the_eye_on_every_page) {
   }
 }
 
+const std::vector<int> kPingStops = {ID_txtPingReqCount, ID_cmdPing, ID_cmdAllTest};
+// The access code's box is disabled and skipped.
+const std::vector<int> kNexalStops = {ID_txtNxlibTimeOut, ID_txtTcpPortNo, ID_chkAccessCode, ID_cmdGetInfo};
+const std::vector<int> kFtpStops = {ID_txtFtpUsername, ID_txtFtpPasswd, ID_cmdFtpConnect, ID_cmdAllFtpTest};
+
+TEST_F(Keyboard, The_Tab_key_follows_the_eye_on_every_page) {
+  ExpectTabOrder(Start(), {kPingStops, kNexalStops, kFtpStops});
+}
+
 TEST_F(Keyboard, A_ticked_access_code_box_is_a_stop_of_the_Tab_key) {
   const WindowUnderTest window = Start();
   window.SelectTab(ID_tabMode, 1);
@@ -94,31 +99,36 @@ TEST_F(Keyboard, A_ticked_access_code_box_is_a_stop_of_the_Tab_key) {
   window.WaitForFocus(ID_txtAccessCode);
 }
 
-TEST_F(Keyboard, No_mnemonic_collides_on_a_page_in_either_language) {
-  for (const char* language : {"-LOCALEID 1033 -X 0", "-LOCALEID 1041 -X 0"}) {
-    const WindowUnderTest window = Start(language);
-    for (int page = 0; page < 3; ++page) {
-      window.SelectTab(ID_tabMode, page);
-      std::vector<std::string> captions = window.StateOfTabs(ID_tabMode).captions;
-      for (const auto& control : window.Controls()) {
-        // A page itself bears the caption of its tab for those who cannot see it.
-        const bool captioned = control.windowClass == "Static" || control.windowClass == "Button";
-        if (control.visible && captioned) captions.push_back(control.text);
-      }
-      for (const auto& item : window.Menu()) {
-        if (item.depth == 0) captions.push_back(item.caption);
-      }
-      std::map<char, std::string> taken;
-      for (const std::string& caption : captions) {
-        const size_t mark = caption.find('&');
-        if (mark == std::string::npos) continue;
-        const char letter = static_cast<char>(std::toupper(caption.at(mark + 1)));
-        EXPECT_TRUE(taken.emplace(letter, caption).second) << caption << " and " << taken[letter];
-      }
-      // At the least the menu, the pages, the address, the list and what the page itself has.
-      EXPECT_GE(taken.size(), 8u);
+/// On no page do two captions share a letter.
+void ExpectNoMnemonicCollides(const WindowUnderTest& window, size_t pages) {
+  ASSERT_EQ(window.StateOfTabs(ID_tabMode).captions.size(), pages);
+  for (size_t page = 0; page < pages; ++page) {
+    SCOPED_TRACE("page " + std::to_string(page));
+    window.SelectTab(ID_tabMode, static_cast<int>(page));
+    std::vector<std::string> captions = window.StateOfTabs(ID_tabMode).captions;
+    for (const auto& control : window.Controls()) {
+      // A page itself bears the caption of its tab for those who cannot see it.
+      const bool captioned = control.windowClass == "Static" || control.windowClass == "Button";
+      if (control.visible && captioned) captions.push_back(control.text);
     }
+    for (const auto& item : window.Menu()) {
+      if (item.depth == 0) captions.push_back(item.caption);
+    }
+    std::map<char, std::string> taken;
+    for (const std::string& caption : captions) {
+      const size_t mark = caption.find('&');
+      if (mark == std::string::npos) continue;
+      const char letter = static_cast<char>(std::toupper(caption.at(mark + 1)));
+      EXPECT_TRUE(taken.emplace(letter, caption).second) << caption << " and " << taken[letter];
+    }
+    // At the least the menu, the pages, the address, the list and what the page itself has.
+    EXPECT_GE(taken.size(), pages + 5);
   }
+}
+
+TEST_F(Keyboard, No_mnemonic_collides_on_a_page_in_either_language) {
+  for (const char* language : {"-LOCALEID 1033 -X 0", "-LOCALEID 1041 -X 0"})
+    ExpectNoMnemonicCollides(Start(language), 3);
 }
 
 TEST_F(Keyboard, Only_a_whole_number_from_0_is_a_ping_count) {
@@ -160,6 +170,66 @@ TEST_F(Keyboard, Number_boxes_select_their_text_when_they_get_the_focus) {
   window.SetFocus(ID_txtPingReqCount);
   window.Type(ID_txtPingReqCount, "9");
   EXPECT_EQ(window.Text(ID_txtPingReqCount), "9");
+}
+
+/// The general edition, whose K7 pages are on.
+class GeneralKeyboard : public WindowsTest<GeneralKeyboard> {
+ protected:
+  void SetUp() override {
+    WindowsTest::SetUp();
+    if (IsSkipped()) return;
+    if (std::filesystem::path(ProgramPath()).parent_path().filename() != "x86")
+      GTEST_SKIP() << "the general edition is 32-bit";
+    if (!std::filesystem::exists(GeneralProgramPath()))
+      GTEST_SKIP() << "there is no " << GeneralProgramPath();
+  }
+
+  WindowUnderTest StartGeneral(const std::string& commandLine = {}) {
+    StartOnly(commandLine, GeneralProgramPath());
+    return WaitForMainWindow(Program());
+  }
+};
+
+TEST_F(GeneralKeyboard, The_Tab_key_follows_the_eye_on_every_page) {
+  ExpectTabOrder(StartGeneral(), {kPingStops,
+                                  kNexalStops,
+                                  {ID_txtK7ApiTestCount, ID_cmdK7Api},
+                                  {ID_cmdStartStopK7Server_1, ID_cmdStartStopK7Server_0, ID_cmdK7ServerDebug},
+                                  kFtpStops});
+}
+
+TEST_F(GeneralKeyboard, No_mnemonic_collides_on_a_page_in_either_language) {
+  for (const char* language : {"-LOCALEID 1033 -X 0", "-LOCALEID 1041 -X 0"})
+    ExpectNoMnemonicCollides(StartGeneral(language), 5);
+}
+
+TEST_F(GeneralKeyboard, The_mnemonics_of_the_K7_pages_work_in_both_languages) {
+  for (const char* language : {"-LOCALEID 1033 -X 0", "-LOCALEID 1041 -X 0"}) {
+    SCOPED_TRACE(language);
+    const WindowUnderTest window = StartGeneral(language);
+    window.SetText(ID_cmbIPAddr, "");
+    window.Press("Alt+3");
+    EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Visible(ID_cmdK7Api); }));
+    window.Press("Alt+C");
+    window.WaitForFocus(ID_txtK7ApiTestCount);
+    // Without an address the test is an empty box.
+    window.Press("Alt+T");
+    const BoxUnderTest box = Program().WaitForBox();
+    EXPECT_EQ(box.text, "");
+    Program().Answer(box, BoxButton::Ok);
+    window.Press("Alt+4");
+    EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Visible(ID_cmdK7ServerDebug); }));
+    // There is no service: Stop asks first, and Debug leads to the stop button.
+    window.Press("Alt+O");
+    Program().Answer(Program().WaitForBox(), BoxButton::No);
+    window.SetFocus(ID_cmdStartStopK7Server_1);
+    window.Press("Alt+D");
+    Program().Answer(Program().WaitForBox(), BoxButton::Ok);
+    window.WaitForFocus(ID_cmdStartStopK7Server_0);
+    // Start fails with a box of its own before the one that says that it starts.
+    window.Press("Alt+A");
+    EXPECT_TRUE(Program().WaitForBox().text.find("K7Server") != std::string::npos);
+  }
 }
 
 }  // namespace

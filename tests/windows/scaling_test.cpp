@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 
 #include "tests/windows/windows_fixture.h"
 
@@ -7,7 +8,6 @@ namespace {
 
 using Control = WindowUnderTest::ControlInfo;
 
-constexpr int kPages = 3;
 constexpr ScreenRect kScreen = {0, 0, 1280, 1024};
 
 bool Inside(const ScreenRect& inner, const ScreenRect& outer) {
@@ -70,13 +70,23 @@ void ExpectWholePage(const WindowUnderTest& window, int dpi) {
 
 void ExpectWholeWindow(const WindowUnderTest& window, int dpi) {
   EXPECT_TRUE(Inside(window.Rect(0), kScreen));
-  const ScreenRect last = window.RectOfTab(ID_tabMode, kPages - 1);
+  const auto pages = static_cast<int>(window.StateOfTabs(ID_tabMode).captions.size());
+  EXPECT_GE(pages, 3);
+  const ScreenRect last = window.RectOfTab(ID_tabMode, pages - 1);
   EXPECT_LE(last.left + last.width, window.Rect(ID_tabMode).width);
-  for (int page = 0; page < kPages; ++page) {
+  for (int page = 0; page < pages; ++page) {
     SCOPED_TRACE("page " + std::to_string(page));
     window.SelectTab(ID_tabMode, page);
     ExpectWholePage(window, dpi);
   }
+}
+
+/// The program under test, and the general edition with its K7 pages, which is a 32-bit one.
+std::vector<std::string> Editions() {
+  std::vector<std::string> editions = {ProgramPath()};
+  const bool is32Bit = std::filesystem::path(ProgramPath()).parent_path().filename() == "x86";
+  if (is32Bit && std::filesystem::exists(GeneralProgramPath())) editions.push_back(GeneralProgramPath());
+  return editions;
 }
 
 /// Both languages, on an English and on a Japanese PC, at one scaling.
@@ -89,8 +99,11 @@ void ExpectWholeAt(int dpi) {
     WindowsPc pc(options);
     for (const char* locale : {"1033", "1041"}) {
       SCOPED_TRACE(locale);
-      ProgramUnderTest program(pc, ProgramPath(), std::string("-X 0 -LOCALEID ") + locale + " -X");
-      ExpectWholeWindow(WaitForMainWindow(program), dpi);
+      for (const std::string& path : Editions()) {
+        SCOPED_TRACE(path);
+        ProgramUnderTest program(pc, path, std::string("-X 0 -LOCALEID ") + locale + " -X");
+        ExpectWholeWindow(WaitForMainWindow(program), dpi);
+      }
     }
   }
 }
