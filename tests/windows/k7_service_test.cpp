@@ -192,7 +192,17 @@ class DeniedK7Commands : public K7ServicePc<DeniedK7Commands> {
   }
 };
 
-TEST_F(DeniedK7Commands, Are_told_and_the_service_stays_as_it_is) {
+TEST_F(DeniedK7Commands, Tell_when_the_service_may_not_be_stopped_and_it_runs_on) {
+  Install("", true);
+  const WindowUnderTest window = StartOnPage();
+  window.Click(ID_cmdStartStopK7Server_0);
+  Answer(kAskToStop, BoxButton::Yes);
+  EXPECT_EQ(Answer("Can't stop \"K7Server\". Err=0x5").title, "Stopping System Service");
+  Answer("Cannot stop K7 Service");
+  EXPECT_EQ(window.Text(ID_lblK7ServerStatus), "Running");
+}
+
+TEST_F(DeniedK7Commands, Tell_when_the_service_may_not_be_started_and_it_stays_stopped) {
   Install("");
   const WindowUnderTest window = StartOnPage();
   window.Click(ID_cmdStartStopK7Server_1);
