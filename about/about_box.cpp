@@ -46,18 +46,6 @@ std::wstring ForLabel(const std::wstring& report) {
   return text;
 }
 
-/// Takes no input while it lives: a message box belongs to the main window and would leave this one free.
-class Disabled {
- public:
-  explicit Disabled(ui::Form& form) : form_(form) { form_.SetEnabled(false); }
-  ~Disabled() { form_.SetEnabled(true); }
-  Disabled(const Disabled&) = delete;
-  Disabled& operator=(const Disabled&) = delete;
-
- private:
-  ui::Form& form_;
-};
-
 }  // namespace
 
 std::wstring AboutTitle(const std::wstring& extraDescription) {
@@ -115,9 +103,6 @@ void frmAbout::LayOut() {
 
 void frmAbout::cmdOK_Click() { form_->Close(); }
 
-void frmAbout::cmdSysInfo_Click() {
-  const Disabled disabled(*form_);
-  StartSysInfo(tools_.registry, tools_.processes, tools_.boxes);
-}
+void frmAbout::cmdSysInfo_Click() { StartSysInfo(tools_.registry, tools_.processes, tools_.boxes); }
 
 }  // namespace tarvik

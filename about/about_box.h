@@ -14,7 +14,7 @@ namespace tarvik {
 
 /// What the about box asks and starts.
 struct AboutTools {
-  ui::MessageBoxes& boxes;
+  ui::MessageBoxes& boxes;  ///< of the about box itself
   const Texts& texts;
   OsVersion& osVersion;
   MachineRegistry& registry;

@@ -44,6 +44,8 @@ void Form1::WireEvents() {
   ground_.form.onResize = on(&Form1::Form_Resize);
   ground_.form.onScalingChanged = on(&Form1::LayOutAgain);
   ground_.form.onQueryClose = [this] { return Form_QueryUnload(); };
+  ground_.form.onQueryEndSession = [this] { return Form_QueryEndSession(); };
+  ground_.form.onEndSession = on(&Form1::Form_EndSession);
   ground_.form.onUnload = on(&Form1::Form_Unload);
   ground_.form.onEscape = on(&Form1::Form_Escape);
   controls_.cmdPing.onClick = on(&Form1::cmdPing_Click);

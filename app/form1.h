@@ -49,7 +49,7 @@ namespace tarvik {
 /// What the main window stands on. Everything outlives the window.
 struct Form1Ground {
   ui::Form& form;
-  ui::MessageBoxes& boxes;
+  ui::MessageBoxes& boxes;  ///< the form's own
   ui::Pump& pump;
   RunFlags& flags;  ///< the pump's stop request is `flags.stopRequested`
   ConfigurationLibrary& configuration;
@@ -111,6 +111,8 @@ class Form1 {
   // Event handlers
   void Form_Resize();
   bool Form_QueryUnload();
+  bool Form_QueryEndSession();
+  void Form_EndSession();
   void Form_Unload();
   void cmbIPAddr_KeyDown(int16_t keyCode, int16_t shift);
   void cmdPing_Click();

@@ -26,10 +26,10 @@ void Form1::mnuPMC_Click() {
   if (pmcTest_ == nullptr || pmcTest_->Unloaded()) {
     // The old one goes first: two windows cannot register the same class.
     pmcTest_.reset();
-    pmcTest_ =
-        std::make_unique<frmPmcTest>(PmcTestTools{ground_.boxes, ground_.pump, texts_, ground_.cncLibrary,
-                                                  ground_.codePage, ground_.wallClock},
-                                     ground_.newForm(L"frmPmcTest"), [this] { return ReadCncTarget(); });
+    std::unique_ptr<ui::Form> form = ground_.newForm(L"frmPmcTest");
+    const PmcTestTools tools{form->Boxes(),      ground_.pump,     texts_,
+                             ground_.cncLibrary, ground_.codePage, ground_.wallClock};
+    pmcTest_ = std::make_unique<frmPmcTest>(tools, std::move(form), [this] { return ReadCncTarget(); });
     if (TestOptionMask(kTopmost)) pmcTest_->MakeTopmost();
   }
   pmcTest_->Show();

@@ -33,8 +33,7 @@ void Form1::StartServiceControl() {
 void Form1::EndServiceControl() {
   if (svcUtl_ == nullptr) return;
   svcUtl_->mTerminate();
-  // At the end of the Windows session nobody is asked, and a command may still stand below on the stack.
-  if (!serviceBusy_) svcUtl_.reset();
+  svcUtl_.reset();
 }
 
 void Form1::CommandService(const std::function<void(const K7ServiceTools&)>& command) {

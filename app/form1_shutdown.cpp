@@ -5,9 +5,17 @@
 
 namespace tarvik {
 
-bool Form1::Form_QueryUnload() {
+bool Form1::Form_QueryUnload() { return !loading_ && Form_QueryEndSession(); }
+
+bool Form1::Form_QueryEndSession() {
   const bool reading = pmcTest_ != nullptr && pmcTest_->Running();
-  return !ground_.flags.busy && !k7ApiBusy_ && !serviceBusy_ && !loading_ && !reading;
+  return !ground_.flags.busy && !k7ApiBusy_ && !serviceBusy_ && !reading;
+}
+
+void Form1::Form_EndSession() {
+  // The window refuses to close while code of any window is on the stack, which goes on afterwards and needs
+  // everything that it had. The system then takes back what the process leaves.
+  if (!ground_.form.Close()) SaveHistory(controls_.cmbIPAddr, ground_.settings);
 }
 
 void Form1::Form_Unload() {
@@ -17,8 +25,7 @@ void Form1::Form_Unload() {
   SaveHistory(controls_.cmbIPAddr, ground_.settings);
   EndServiceControl();
   UnloadAbout();
-  // At the end of the Windows session nobody is asked, and a run may still stand below on the stack.
-  if (pmcTest_ != nullptr && !pmcTest_->Running()) pmcTest_.reset();
+  pmcTest_.reset();
   resource_.Terminate();
 }
 

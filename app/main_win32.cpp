@@ -27,7 +27,6 @@
 #include "platform/wall_clock_win32.h"
 #include "platform/windows_win32.h"
 #include "ui/win32/form_win32.h"
-#include "ui/win32/message_boxes_win32.h"
 #include "ui/win32/message_filter_win32.h"
 #include "ui/win32/pump_win32.h"
 
@@ -55,7 +54,6 @@ int Run() {
   RunFlags flags;
   ui::MessageFilter filter;
   ui::Win32Form form(L"Form1", ui::FormRole::Main);
-  ui::Win32MessageBoxes boxes(form);
   ui::Win32Pump pump(filter, [&flags] { return static_cast<bool>(flags.stopRequested); });
   Win32ConfigurationLibrary configuration;
   Win32TxCodec txCodec;
@@ -82,7 +80,7 @@ int Run() {
     return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary);
   };
   Form1 form1({form,
-               boxes,
+               form.Boxes(),
                pump,
                flags,
                configuration,
@@ -115,7 +113,7 @@ int Run() {
   try {
     form1.Form_Load();
   } catch (const RuntimeError& error) {
-    static_cast<ui::MessageBoxes&>(boxes).Show(error.Text(), ui::BoxIcon::Critical);
+    form.Boxes().Show(error.Text(), ui::BoxIcon::Critical);
   }
   form.Show();
   return ui::RunMainLoop(filter);

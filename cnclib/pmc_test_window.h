@@ -19,7 +19,7 @@ namespace tarvik {
 
 /// What the PMC read test takes.
 struct PmcTestTools {
-  ui::MessageBoxes& boxes;
+  ui::MessageBoxes& boxes;  ///< of the window itself
   ui::Pump& pump;
   const Texts& texts;
   CncLibrary& library;

@@ -187,6 +187,8 @@ void WindowUnderTest::ChangeDpi(int dpi, const ScreenRect& suggested) const {
   AskWindow("dpi", fields);
 }
 
+void WindowUnderTest::ChangeTheme() const { AskWindow("change_theme"); }
+void WindowUnderTest::ChangeColours() const { AskWindow("change_colours"); }
 void WindowUnderTest::Close() const { AskWindow("close"); }
 
 void WindowUnderTest::WaitUntilGone(milliseconds timeOut) const {
@@ -234,6 +236,10 @@ bool ProgramUnderTest::HasBox() { return HasWindow("#32770"); }
 void ProgramUnderTest::Answer(const BoxUnderTest& box, BoxButton button) {
   pc_.Ask({"answer_box", box.handle, std::to_string(static_cast<int>(button)), Text(kSoon)});
 }
+
+bool ProgramUnderTest::SessionMayEnd() { return pc_.Ask({"session_may_end", id_}).at(0) == "1"; }
+
+void ProgramUnderTest::EndSession() { pc_.Ask({"end_session", id_}); }
 
 bool ProgramUnderTest::Runs() { return pc_.Ask({"runs", id_}).at(0) == "1"; }
 

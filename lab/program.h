@@ -123,6 +123,9 @@ class WindowUnderTest {
   void Restore() const;
   /// Tells the window that it has come to a monitor with that many dots per inch.
   void ChangeDpi(int dpi, const ScreenRect& suggested) const;
+  /// Tells the window that another theme, or other colours, were chosen.
+  void ChangeTheme() const;
+  void ChangeColours() const;
   /// What the close button does.
   void Close() const;
   /// Until it is closed or hidden.
@@ -168,6 +171,10 @@ class ProgramUnderTest {
   BoxUnderTest WaitForBox(milliseconds timeOut = kSoon);
   bool HasBox();
   void Answer(const BoxUnderTest& box, BoxButton button);
+  /// Asks every window of the program, as Windows does before its session ends; true when all agree.
+  bool SessionMayEnd();
+  /// Reports to every window that the session ends, as Windows does even after a refusal.
+  void EndSession();
   bool Runs();
   /// Throws LabError with the exit code when it has ended.
   void RequireRunning();

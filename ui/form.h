@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "ui/control.h"
+#include "ui/message_boxes.h"
 
 namespace tarvik::ui {
 
@@ -38,12 +39,15 @@ class Form {
   /// A command in a menu that AddMenu made.
   virtual MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) = 0;
 
+  /// The boxes that this window owns. They live as long as the form.
+  virtual MessageBoxes& Boxes() = 0;
+
   virtual void SetCaption(const std::wstring& caption) = 0;
   virtual std::wstring Caption() const = 0;
   virtual void Show() = 0;
   virtual bool Visible() const = 0;
-  /// What the close button does: asks onQueryClose, then unloads. False when that was refused. The object
-  /// and its controls stay for whoever still holds them, without a window.
+  /// What the close button does: asks onQueryClose, then unloads. False when that was refused; a disabled
+  /// window refuses. The object and its controls stay for whoever still holds them, without a window.
   virtual bool Close() = 0;
   virtual void SetEnabled(bool enabled) = 0;
   virtual bool Enabled() const = 0;
@@ -67,10 +71,16 @@ class Form {
   virtual int LineHeight() const = 0;
 
   std::function<void()> onResize;
-  /// The scaling, the message font or the colours changed; controls have their new font already.
+  /// The scaling, the message font or the colours changed; controls have their new font already. Raised when
+  /// the window is restored if it was minimised, because a minimised window has no room to measure.
   std::function<void()> onScalingChanged;
-  /// The user or the system asks to close; false refuses.
+  /// The user asks to close; false refuses.
   std::function<bool()> onQueryClose;
+  /// Windows asks whether its session may end (WM_QUERYENDSESSION); false refuses. Without a handler it may.
+  std::function<bool()> onQueryEndSession;
+  /// The session ends, also against a refusal (WM_ENDSESSION), and the process may be ended at any moment.
+  /// Code of any window may be on the stack.
+  std::function<void()> onEndSession;
   /// The window is about to be destroyed.
   std::function<void()> onUnload;
   /// The Esc key, wherever the focus is.

@@ -76,9 +76,43 @@ Fields DeleteRegistry(const Arguments& arguments) {
   return {};
 }
 
+struct TopLevelWindows {
+  DWORD process = 0;
+  std::vector<HWND> found;
+};
+
+BOOL CALLBACK AppendTopLevel(HWND window, LPARAM parameter) {
+  auto& windows = *reinterpret_cast<TopLevelWindows*>(parameter);
+  if (ProcessOf(window) == windows.process) windows.found.push_back(window);
+  return TRUE;
+}
+
+/// Every top-level window of the process, hidden ones too: Windows asks them all.
+std::vector<HWND> TopLevelWindowsOf(const Arguments& arguments) {
+  TopLevelWindows windows{static_cast<DWORD>(arguments.Number(0)), {}};
+  EnumWindows(AppendTopLevel, reinterpret_cast<LPARAM>(&windows));
+  return windows.found;
+}
+
+/// session_may_end <process> -> whether all of its windows agree
+Fields SessionMayEnd(const Arguments& arguments) {
+  for (HWND window : TopLevelWindowsOf(arguments))
+    if (IsWindow(window) && Ask(window, WM_QUERYENDSESSION) == 0) return {"0"};
+  return {"1"};
+}
+
+/// end_session <process>
+Fields EndSession(const Arguments& arguments) {
+  for (HWND window : TopLevelWindowsOf(arguments))
+    if (IsWindow(window)) SendMessageTimeoutW(window, WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, 15000, nullptr);
+  return {};
+}
+
 }  // namespace
 
 void AddSystemCommands() {
+  AddCommand("session_may_end", SessionMayEnd);
+  AddCommand("end_session", EndSession);
   AddCommand("clipboard_get", GetClipboard);
   AddCommand("clipboard_set", SetClipboard);
   AddCommand("registry_get", GetRegistry);

@@ -196,6 +196,14 @@ void AddWindowCommands() {
     return Fields{NumberText(SendWithTimeOut(a.Control(0), BM_GETCHECK))};
   });
   AddCommand("move", Move);
+  AddCommand("change_theme", [](const Arguments& a) {
+    Ask(a.Window(0), WM_THEMECHANGED);
+    return Fields{};
+  });
+  AddCommand("change_colours", [](const Arguments& a) {
+    Ask(a.Window(0), WM_SYSCOLORCHANGE);
+    return Fields{};
+  });
   AddCommand("close", [](const Arguments& a) { return Post(a, WM_CLOSE, 0); });
   AddCommand("minimise", [](const Arguments& a) { return Post(a, WM_SYSCOMMAND, SC_MINIMIZE); });
   AddCommand("restore", [](const Arguments& a) { return Post(a, WM_SYSCOMMAND, SC_RESTORE); });

@@ -104,15 +104,15 @@ TEST_F(AboutBoxTest, The_system_information_is_started_by_its_button) {
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\msinfo32.exe\""});
 }
 
-TEST_F(AboutBoxTest, It_neither_closes_nor_takes_input_under_its_message_box) {
+TEST_F(AboutBoxTest, Its_message_box_belongs_to_it_and_it_is_active_again_afterwards) {
   Open();
-  boxes.onShow = [this] {
-    EXPECT_FALSE(lastForm->Enabled());
-    EXPECT_FALSE(lastForm->Close());
-  };
+  form.Show();
+  ui::MemoryForm* owner = nullptr;
+  boxes.onShow = [&] { owner = screen.boxOwner; };
   ClickInBox(ID_cmdSysInfo);
   EXPECT_EQ(boxes.Texts(), Lines{L"Cannot display the system information"});
-  EXPECT_TRUE(lastForm->Enabled());
+  EXPECT_EQ(owner, lastForm);
+  EXPECT_EQ(screen.active, lastForm);
 }
 
 TEST_F(AboutBoxTest, Its_button_speaks_Japanese_with_the_built_in_Japanese_texts) {

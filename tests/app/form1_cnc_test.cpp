@@ -205,11 +205,16 @@ TEST_F(Form1CncTest, Shut_down_unloads_a_PMC_window_that_the_user_has_closed) {
 
 TEST_F(Form1CncTest, The_end_of_the_Windows_session_does_not_pull_the_PMC_window_from_under_its_run) {
   OpenPmc();
+  Address().InsertItem(0, L"cnc");
   cncLibrary.onRead = [&] {
-    if (cncLibrary.reads == 1) form.onUnload();
+    EXPECT_FALSE(form.QueryEndSession());
+    form.EndSession();
   };
   ClickPmc(ID_cmdRead);
+  EXPECT_EQ(settings.values[L"History\\01"], L"cnc");
   EXPECT_EQ(cncLibrary.reads, 10);
+  EXPECT_TRUE(Pmc().Close());
+  EXPECT_TRUE(form.Close());
 }
 
 TEST_F(Form1Test, With_option_1_the_PMC_window_stands_above_the_others_too) {

@@ -48,7 +48,7 @@ class Form1Test : public testing::Test, protected RecordedProgram {
       pump.stop = flags.stopRequested;
     };
     form1 = std::make_unique<Form1>(
-        Form1Ground{form,           boxes,
+        Form1Ground{form,           form.Boxes(),
                     pump,           flags,
                     configuration,  txCodec,
                     winsock,        icmp,
@@ -73,7 +73,7 @@ class Form1Test : public testing::Test, protected RecordedProgram {
   std::unique_ptr<ui::Form> NewForm(const wchar_t* windowClass) {
     if (refuseNewForms) throw RuntimeError(L"The window cannot be created.");
     newForms.emplace_back(windowClass);
-    auto made = std::make_unique<ui::MemoryForm>();
+    auto made = std::make_unique<ui::MemoryForm>(screen);
     lastForm = made.get();
     const auto life = std::make_shared<int>();
     // The form keeps the function, and with it the token, until its own end.

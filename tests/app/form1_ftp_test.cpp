@@ -128,10 +128,12 @@ TEST_F(Form1FtpTest, A_missing_library_is_told_and_everything_is_restored) {
 }
 
 TEST_F(Form1FtpTest, The_window_can_be_used_when_the_error_is_shown) {
+  form.Show();
   wininet.throwing = "FtpFindFirstFileA";
-  boxes.onShow = [&] { EXPECT_TRUE(form.Enabled()); };
+  boxes.onShow = [&] { EXPECT_EQ(form.CurrentPointer(), ui::Pointer::Default); };
   Click(ID_cmdFtpConnect);
   EXPECT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(screen.active, &form) << "the window was still disabled when the box was shown";
 }
 
 }  // namespace

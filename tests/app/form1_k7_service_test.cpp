@@ -93,13 +93,15 @@ TEST_F(Form1K7ServiceTest, The_end_of_the_session_in_the_middle_of_a_command_is_
   StartGeneral();
   svcKit.status = SvcUtl::pSvcCondStopped;
   svcKit.slowness = 5;
-  bool unloaded = false;
+  Address().InsertItem(0, L"cnc");
   onEvents = [&] {
-    if (!unloaded) form.onUnload();
-    unloaded = true;
+    EXPECT_FALSE(form.QueryEndSession());
+    form.EndSession();
   };
   Click(ID_cmdStartStopK7Server_1);
-  EXPECT_TRUE(unloaded);
+  EXPECT_EQ(settings.values[L"History\\01"], L"cnc");
+  EXPECT_EQ(svcKit.Count("Start"), 1);
+  EXPECT_TRUE(form.Close());
   form1.reset();
   for (const std::wstring& text : boxes.Texts()) EXPECT_NE(text, L"SvcUtl is not Terminated");
 }

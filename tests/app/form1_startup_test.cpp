@@ -283,5 +283,31 @@ TEST_F(Form1Test, Closing_is_refused_while_start_up_runs) {
   EXPECT_TRUE(form.Close());
 }
 
+TEST_F(Form1Test, A_start_up_box_that_nobody_answers_does_not_keep_the_Windows_session_from_ending) {
+  bool agreed = false;
+  boxes.onShow = [&] {
+    agreed = form.QueryEndSession();
+    form.EndSession();
+  };
+  configuration.folderResult = 1;
+  settings.values[L"History\\01"] = L"cnc";
+  Start();
+  EXPECT_TRUE(agreed);
+  EXPECT_EQ(settings.values[L"History\\01"], L"cnc") << "a history that was not loaded yet was saved";
+  EXPECT_FALSE(form.unloaded) << "start-up went on without its window";
+}
+
+TEST_F(Form1Test, An_auto_run_refuses_the_end_of_the_Windows_session) {
+  int asked = 0;
+  onEvents = [&] {
+    if (!flags.busy) return;
+    ++asked;
+    EXPECT_FALSE(form.QueryEndSession());
+  };
+  Start(L"192.168.1.100");
+  EXPECT_GT(asked, 0);
+  EXPECT_TRUE(form.QueryEndSession());
+}
+
 }  // namespace
 }  // namespace tarvik::test

@@ -59,7 +59,7 @@ void FailingProgram::OnEvents() {
 
 std::unique_ptr<ui::Form> FailingProgram::NewForm() {
   if (plan.Strike("CreateWindow", 1) == 1) throw RuntimeError(L"The window cannot be created.");
-  auto made = std::make_unique<ui::MemoryForm>();
+  auto made = std::make_unique<ui::MemoryForm>(screen);
   const auto life = std::make_shared<int>();
   // The form keeps what stands for its life.
   made->beforeText = [life, take = TakingTexts()](const ui::Element& element) { take(element); };
@@ -98,7 +98,7 @@ void FailingProgram::Start(const std::wstring& commandLine, bool familyEdition) 
 
 void FailingProgram::Construct(const std::wstring& commandLine, bool familyEdition) {
   form1 = std::make_unique<Form1>(Form1Ground{form,
-                                              boxes,
+                                              form.Boxes(),
                                               pump,
                                               flags,
                                               failingConfiguration,

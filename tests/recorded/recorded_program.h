@@ -39,8 +39,9 @@ struct RecordedProgram {
 
   static constexpr wchar_t kServicesFile[] = L"C:\\Windows\\System32\\Drivers\\Etc\\Services";
 
-  ui::MemoryForm form;
-  RecordedBoxes boxes;
+  RecordedBoxes boxes;  ///< of every window
+  ui::MemoryScreen screen{boxes};
+  ui::MemoryForm form{screen};
   FakePump pump;
   RunFlags flags;
   RecordedConfiguration configuration;

@@ -69,6 +69,17 @@ TEST_F(FailingFolderQuery, Is_told_and_start_up_goes_on_with_the_folder_as_retur
   EXPECT_EQ(window.Text(0), "Tarvik - Obry Ethernet診断");
 }
 
+TEST_F(FailingFolderQuery, Its_box_does_not_keep_Windows_from_shutting_down) {
+  StartOnly();
+  const BoxUnderTest box = Program().WaitForBox(2 * kSoon);
+  EXPECT_TRUE(Program().SessionMayEnd());
+  // The process usually ends now. One that lives on has lost nothing.
+  Program().EndSession();
+  Program().Answer(box, BoxButton::Ok);
+  WaitForMainWindow(Program()).Close();
+  EXPECT_EQ(Program().WaitForEnd(), 0u);
+}
+
 class AbsentLanguageFiles : public StartUpBoxTest<AbsentLanguageFiles> {
  public:
   static WindowsPc::Options Options() {

@@ -1,8 +1,57 @@
 #include "ui/memory/memory_form.h"
 
+#include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace tarvik::ui {
+
+void MemoryScreen::Answer(MemoryForm& owner, const std::function<void(MessageBoxes&)>& answer) {
+  std::vector<MemoryForm*> disabled;
+  for (MemoryForm* form : forms_) {
+    if (!form->Enabled()) continue;
+    form->SetEnabled(false);
+    disabled.push_back(form);
+  }
+  MemoryForm* const outer = std::exchange(boxOwner, &owner);
+  answer(user_);
+  boxOwner = outer;
+  for (MemoryForm* form : disabled)
+    if (std::find(forms_.begin(), forms_.end(), form) != forms_.end()) form->SetEnabled(true);
+  active = owner.Enabled() && owner.Visible() ? &owner : nullptr;
+}
+
+void MemoryBoxes::Show(const std::wstring& text, BoxIcon icon, const std::wstring& title) {
+  owner_.Screen().Answer(owner_, [&](MessageBoxes& user) { user.Show(text, icon, title); });
+}
+
+void MemoryBoxes::ShowSystemModal(const std::wstring& text) {
+  owner_.Screen().Answer(owner_, [&](MessageBoxes& user) { user.ShowSystemModal(text); });
+}
+
+bool MemoryBoxes::AskYesNo(const std::wstring& text, bool defaultIsNo, const std::wstring& title) {
+  bool yes = false;
+  owner_.Screen().Answer(owner_, [&](MessageBoxes& user) { yes = user.AskYesNo(text, defaultIsNo, title); });
+  return yes;
+}
+
+MemoryForm::MemoryForm(MemoryScreen& screen) : screen_(&screen) { screen.forms_.push_back(this); }
+
+MemoryForm::~MemoryForm() {
+  if (screen_ == nullptr) return;
+  std::erase(screen_->forms_, this);
+  if (screen_->active == this) screen_->active = nullptr;
+}
+
+MemoryScreen& MemoryForm::Screen() const {
+  if (screen_ == nullptr) throw std::logic_error("This form was made without a screen.");
+  return *screen_;
+}
+
+void MemoryForm::Show() {
+  visible_ = true;
+  if (screen_ != nullptr) screen_->active = this;
+}
 
 template <typename MemoryType, typename... Arguments>
 MemoryType& MemoryForm::Add(int id, int page, Arguments&&... arguments) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <vector>
@@ -9,9 +10,52 @@
 
 namespace tarvik::ui {
 
+class MemoryForm;
+
+/// The forms of one program, and what its message boxes do to them.
+class MemoryScreen {
+ public:
+  /// `user` is shown every box and answers it.
+  explicit MemoryScreen(MessageBoxes& user) : user_(user) {}
+
+  const std::vector<MemoryForm*>& Forms() const { return forms_; }
+
+  MemoryForm* active = nullptr;    ///< null: another program's window is in front
+  MemoryForm* boxOwner = nullptr;  ///< whose box is open
+
+ private:
+  friend class MemoryForm;
+  friend class MemoryBoxes;
+  /// Has the user answer a box of the owner. As with MessageBox, a disabled owner stays disabled after it,
+  /// and then the system activates another program's window.
+  void Answer(MemoryForm& owner, const std::function<void(MessageBoxes&)>& answer);
+
+  MessageBoxes& user_;
+  std::vector<MemoryForm*> forms_;
+};
+
+/// The boxes of one form.
+class MemoryBoxes final : public MessageBoxes {
+ public:
+  explicit MemoryBoxes(MemoryForm& owner) : owner_(owner) {}
+  void Show(const std::wstring& text, BoxIcon icon, const std::wstring& title) override;
+  void ShowSystemModal(const std::wstring& text) override;
+  bool AskYesNo(const std::wstring& text, bool defaultIsNo, const std::wstring& title) override;
+
+ private:
+  MemoryForm& owner_;
+};
+
 /// A form without a window. A test reaches its controls by their ids and raises what a user would.
 class MemoryForm final : public Form {
  public:
+  /// A form that shows no boxes.
+  MemoryForm() = default;
+  explicit MemoryForm(MemoryScreen& screen);
+  ~MemoryForm() override;
+  MemoryForm(const MemoryForm&) = delete;
+  MemoryForm& operator=(const MemoryForm&) = delete;
+
   Label& AddLabel(int id, int page, const std::wstring& caption) override;
   Button& AddButton(int id, int page, const std::wstring& caption) override;
   CheckBox& AddCheckBox(int id, int page, const std::wstring& caption) override;
@@ -22,9 +66,13 @@ class MemoryForm final : public Form {
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
   MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
 
-  void SetCaption(const std::wstring& caption) override { caption_ = caption; }
+  MessageBoxes& Boxes() override { return boxes_; }
+  void SetCaption(const std::wstring& caption) override {
+    if (beforeCaption) beforeCaption();
+    caption_ = caption;
+  }
   std::wstring Caption() const override { return caption_; }
-  void Show() override { visible_ = true; }
+  void Show() override;
   bool Visible() const override { return visible_; }
   bool Close() override;
   void SetEnabled(bool enabled) override { enabled_ = enabled; }
@@ -69,7 +117,15 @@ class MemoryForm final : public Form {
     return keyAscii != 0;
   }
 
-  BeforeText beforeText;  ///< of each of its controls
+  /// What Windows asks each window before its session ends; true agrees.
+  bool QueryEndSession() const { return !onQueryEndSession || onQueryEndSession(); }
+  /// What Windows reports to each window when its session ends.
+  void EndSession() const {
+    if (!unloaded && onEndSession) onEndSession();
+  }
+
+  BeforeText beforeText;                ///< of each of its controls
+  std::function<void()> beforeCaption;  ///< before the window takes its own; throws to refuse it
   bool topmost = false;
   bool minimised = false;
   bool fixedSize = false;
@@ -81,6 +137,11 @@ class MemoryForm final : public Form {
   template <typename MemoryType, typename... Arguments>
   MemoryType& Add(int id, int page, Arguments&&... arguments);
 
+  friend class MemoryBoxes;
+  MemoryScreen& Screen() const;
+
+  MemoryScreen* screen_ = nullptr;
+  MemoryBoxes boxes_{*this};
   std::map<int, std::unique_ptr<Element>> elements_;
   std::map<int, int> pages_;
   std::vector<int> order_;

@@ -6,12 +6,13 @@
 
 #include "platform/runtime_error.h"
 #include "platform/text.h"
+#include "ui/win32/message_boxes_win32.h"
 
 namespace tarvik::ui {
 namespace {
 
 void ShowError(HWND owner, const wchar_t* text) noexcept {
-  MessageBoxW(IsWindowVisible(owner) ? owner : nullptr, text, kProgramTitle, MB_OK | MB_ICONERROR);
+  ShowModalBox(owner, text, kProgramTitle, MB_OK | MB_ICONERROR);
 }
 
 }  // namespace

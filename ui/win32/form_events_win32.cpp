@@ -71,9 +71,10 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       OnClose();
       return 0;
     case WM_QUERYENDSESSION:
-      return AgreesToClose();
+      // A disabled window agrees too: a box that nobody answers must not keep the PC from shutting down.
+      return Agrees(onQueryEndSession);
     case WM_ENDSESSION:
-      if (wParam != FALSE) Unload();
+      if (wParam != FALSE && onEndSession) RunGuarded(window_, onEndSession);
       return 0;
     case WM_DESTROY:
       OnDestroy();
@@ -89,8 +90,8 @@ void Win32Form::OnCommand(WPARAM wParam, LPARAM lParam) noexcept {
     return;
   }
   const Win32MenuItem* item = menuBar_ == nullptr ? nullptr : menuBar_->Find(id);
-  // A hidden command is dormant, not dead: it works for whoever sends it.
-  if (item != nullptr && item->Enabled() && item->onClick) RunGuarded(window_, item->onClick);
+  // A hidden command is dormant, not dead: it works for whoever sends it, except to a disabled window.
+  if (item != nullptr && Enabled() && item->Enabled() && item->onClick) RunGuarded(window_, item->onClick);
 }
 
 void Win32Form::SetMinimumTrack(MINMAXINFO& info) const {
@@ -106,16 +107,16 @@ bool Win32Form::ShowHourglass() const {
 
 // Closing
 
-bool Win32Form::AgreesToClose() noexcept {
-  if (!onQueryClose) return true;
+bool Win32Form::Agrees(const std::function<bool()>& question) noexcept {
+  if (!question) return true;
   bool agrees = false;
-  RunGuarded(window_, [&] { agrees = onQueryClose(); });
+  RunGuarded(window_, [&] { agrees = question(); });
   return agrees;
 }
 
 void Win32Form::OnClose() noexcept {
   // A disabled window waits for a message box or a test. A user cannot close it, but the task bar can ask.
-  if (Enabled() && AgreesToClose()) DestroyWindow(window_);
+  if (Enabled() && Agrees(onQueryClose)) DestroyWindow(window_);
 }
 
 void Win32Form::Unload() noexcept {

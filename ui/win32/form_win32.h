@@ -11,6 +11,7 @@
 #include "ui/form.h"
 #include "ui/win32/control_window_win32.h"
 #include "ui/win32/menu_win32.h"
+#include "ui/win32/message_boxes_win32.h"
 #include "ui/win32/message_font_win32.h"
 #include "ui/win32/tab_strip_win32.h"
 
@@ -18,7 +19,6 @@
 //
 //   ui::MessageFilter filter;
 //   ui::Win32Form form(L"Form1", ui::FormRole::Main);
-//   ui::Win32MessageBoxes boxes(form);
 //   ui::Win32Pump pump(filter, [&] { return ...the stop request...; });
 //   ... make the controls, wire the events, do the start-up ...
 //   form.Show();
@@ -49,6 +49,8 @@ class Win32Form final : public Form {
   TabStrip& AddTabStrip(int id, const std::vector<std::wstring>& captions) override;
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
   MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
+
+  MessageBoxes& Boxes() override { return boxes_; }
 
   void SetCaption(const std::wstring& caption) override;
   std::wstring Caption() const override;
@@ -104,7 +106,7 @@ class Win32Form final : public Form {
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   void OnCommand(WPARAM wParam, LPARAM lParam) noexcept;
   void OnClose() noexcept;
-  bool AgreesToClose() noexcept;
+  bool Agrees(const std::function<bool()>& question) noexcept;
   void OnDestroy() noexcept;
   void Unload() noexcept;
   void OnScaling(int dpi, const RECT& suggested) noexcept;
@@ -136,6 +138,7 @@ class Win32Form final : public Form {
 
   const wchar_t* className_;
   FormRole role_;
+  Win32MessageBoxes boxes_{*this};
   Scaling scaling_;
   SystemLibrary commonControls_;
   HWND window_ = nullptr;

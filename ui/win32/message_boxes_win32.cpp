@@ -1,6 +1,8 @@
 #include "ui/win32/message_boxes_win32.h"
 
-#include "ui/win32/event_boundary_win32.h"
+#include <array>
+
+#include "ui/win32/form_win32.h"
 
 namespace tarvik::ui {
 namespace {
@@ -16,17 +18,48 @@ UINT StyleOf(BoxIcon icon) {
   }
 }
 
+/// Disables every enabled form of this thread but the owner, which MessageBoxW itself disables. They are
+/// enabled again after the box is gone: the owner, enabled while the box still exists, then is active
+/// already.
+class OtherFormsDisabled {
+ public:
+  explicit OtherFormsDisabled(HWND owner) noexcept : owner_(owner) {
+    EnumThreadWindows(GetCurrentThreadId(), &Disable, reinterpret_cast<LPARAM>(this));
+  }
+  ~OtherFormsDisabled() {
+    for (HWND window : disabled_)
+      if (Win32Form* form = Win32Form::Of(window)) form->SetEnabled(true);
+  }
+  OtherFormsDisabled(const OtherFormsDisabled&) = delete;
+  OtherFormsDisabled& operator=(const OtherFormsDisabled&) = delete;
+
+ private:
+  static BOOL CALLBACK Disable(HWND window, LPARAM parameter) noexcept {
+    auto& self = *reinterpret_cast<OtherFormsDisabled*>(parameter);
+    Win32Form* form = Win32Form::Of(window);
+    if (form == nullptr || window == self.owner_ || !form->Enabled() || self.count_ == self.disabled_.size())
+      return TRUE;
+    form->SetEnabled(false);
+    self.disabled_.at(self.count_++) = window;
+    return TRUE;
+  }
+
+  HWND owner_;
+  /// The program has three. No allocation: the box may be about a lack of memory.
+  std::array<HWND, 8> disabled_{};
+  size_t count_ = 0;
+};
+
 }  // namespace
 
-HWND Win32MessageBoxes::Owner() const {
-  // The owner is what the system brings to front again behind a box.
-  const Win32Form* active = Win32Form::Of(GetActiveWindow());
-  if (active != nullptr && active->Visible()) return active->Window();
-  return main_.Visible() ? main_.Window() : nullptr;
+int ShowModalBox(HWND owner, const wchar_t* text, const wchar_t* title, UINT style) noexcept {
+  if (!IsWindowVisible(owner)) owner = nullptr;
+  const OtherFormsDisabled others(owner);
+  return MessageBoxW(owner, text, title, style);
 }
 
 int Win32MessageBoxes::Box(const std::wstring& text, const std::wstring& title, UINT style) {
-  return MessageBoxW(Owner(), text.c_str(), title.empty() ? kProgramTitle : title.c_str(), style);
+  return ShowModalBox(owner_.Window(), text.c_str(), title.empty() ? kProgramTitle : title.c_str(), style);
 }
 
 void Win32MessageBoxes::Show(const std::wstring& text, BoxIcon icon, const std::wstring& title) {

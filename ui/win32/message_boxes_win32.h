@@ -2,26 +2,29 @@
 
 #include <string>
 
+#include "platform/windows_win32.h"
 #include "ui/message_boxes.h"
-#include "ui/win32/form_win32.h"
 
 namespace tarvik::ui {
 
+class Win32Form;
+
+/// MessageBoxW over the window; without an owner when that is null or hidden. Until the box is answered,
+/// every form of this thread is disabled. Returns the id of the button.
+int ShowModalBox(HWND owner, const wchar_t* text, const wchar_t* title, UINT style) noexcept;
+
 class Win32MessageBoxes final : public MessageBoxes {
  public:
-  /// The boxes stand over the window that the user works in, or else over the main window while it is
-  /// shown, and alone before.
-  explicit Win32MessageBoxes(const Win32Form& main) : main_(main) {}
+  explicit Win32MessageBoxes(const Win32Form& owner) : owner_(owner) {}
 
   void Show(const std::wstring& text, BoxIcon icon, const std::wstring& title) override;
   void ShowSystemModal(const std::wstring& text) override;
   bool AskYesNo(const std::wstring& text, bool defaultIsNo, const std::wstring& title) override;
 
  private:
-  HWND Owner() const;
   int Box(const std::wstring& text, const std::wstring& title, UINT style);
 
-  const Win32Form& main_;
+  const Win32Form& owner_;
 };
 
 }  // namespace tarvik::ui
