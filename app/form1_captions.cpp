@@ -6,14 +6,17 @@
 namespace tarvik {
 
 void Form1::LoadCaptions() {
-  ground_.form.SetCaption(resource_.LoadString(RowOf(Message::WindowCaption).id));
-  // A control that refuses its caption keeps the one it has; the others still get theirs.
-  const auto load = [this](ui::Element& control, Message message, int16_t tab = 0) {
+  // What refuses its caption keeps the one it has; the others still get theirs.
+  const auto attempt = [](const auto& action) {
     try {
-      resource_.LoadRes(control, RowOf(message).id, tab);
+      action();
     } catch (const RuntimeError&) {
     }
   };
+  const auto load = [&](ui::Element& control, Message message, int16_t tab = 0) {
+    attempt([&] { resource_.LoadRes(control, RowOf(message).id, tab); });
+  };
+  attempt([&] { ground_.form.SetCaption(resource_.LoadString(RowOf(Message::WindowCaption).id)); });
   Form1Controls& c = controls_;
   load(c.mnuHelp, Message::HelpMenu);
   load(c.mnuHelpSub, Message::AboutCommand);

@@ -33,7 +33,7 @@ Form1Controls::Form1Controls(ui::Form& form)
       chkAccessCode(form.AddCheckBox(ID_chkAccessCode, kNexalPage, English(Message::AccessCodeBox))),
       lblAccessCode(form.AddLabel(ID_lblAccessCode, kNexalPage, English(Message::AccessCodeLabel))),
       txtAccessCode(form.AddTextBox(ID_txtAccessCode, kNexalPage, ui::TextBoxStyle::Password)),
-      cmdGetInfo(form.AddButton(ID_cmdGetInfo, kNexalPage, English(Message::GetInfoButton))),
+      cmdGetInfo(form.AddButton(ID_cmdGetInfo, kNexalPage, L"&GetNcInfo")),
 
       lblTestCount(form.AddLabel(ID_lblTestCount, kK7ApiPage, English(Message::TestCountLabel))),
       txtK7ApiTestCount(form.AddTextBox(ID_txtK7ApiTestCount, kK7ApiPage, ui::TextBoxStyle::Plain)),

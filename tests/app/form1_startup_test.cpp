@@ -309,5 +309,20 @@ TEST_F(Form1Test, An_auto_run_refuses_the_end_of_the_Windows_session) {
   EXPECT_TRUE(form.QueryEndSession());
 }
 
+TEST_F(Form1Test, A_library_test_button_that_got_no_caption_from_the_language_file_keeps_its_own) {
+  winsock.startupResult = -1;
+  Start();
+  EXPECT_EQ(Button(ID_cmdGetInfo).Caption(), L"&GetNcInfo");
+}
+
+TEST_F(Form1Test, A_window_that_refuses_its_caption_does_not_keep_the_controls_from_theirs) {
+  Construct();
+  form.beforeCaption = [] { throw RuntimeError(L"The window does not take its caption."); };
+  form1->Form_Load();
+  EXPECT_TRUE(boxes.boxes.empty());
+  EXPECT_EQ(Button(ID_cmdGetInfo).Caption(), L"(15)");
+  EXPECT_EQ(Tabs().PageCaption(0), L"(3)");
+}
+
 }  // namespace
 }  // namespace tarvik::test

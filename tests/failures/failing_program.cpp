@@ -41,6 +41,7 @@ FailingProgram::FailingProgram(FailurePlan& failurePlan) : plan(failurePlan) {
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   for (const char* const host : {"192.168.1.100", "192.168.1.1", "10.0.0.5"}) icmp.AddHost(host);
   form.beforeText = TakingTexts();
+  form.beforeCaption = [this] { TakeCaption(); };
   pump.onEvents = [this] { OnEvents(); };
 }
 
@@ -48,6 +49,10 @@ ui::BeforeText FailingProgram::TakingTexts() {
   return [this](const ui::Element& element) {
     if (plan.Strike(NameOf(element), 1) == 1) throw RuntimeError(L"A control does not take its text.");
   };
+}
+
+void FailingProgram::TakeCaption() {
+  if (plan.Strike("SetWindowText", 1) == 1) throw RuntimeError(L"The window does not take its caption.");
 }
 
 void FailingProgram::OnEvents() {
@@ -63,6 +68,7 @@ std::unique_ptr<ui::Form> FailingProgram::NewForm() {
   const auto life = std::make_shared<int>();
   // The form keeps what stands for its life.
   made->beforeText = [life, take = TakingTexts()](const ui::Element& element) { take(element); };
+  made->beforeCaption = [this] { TakeCaption(); };
   furtherLife_ = life;
   further_ = made.get();
   return made;

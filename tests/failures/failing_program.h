@@ -84,6 +84,8 @@ class FailingProgram : public RecordedProgram {
   std::unique_ptr<ui::Form> NewForm(const std::wstring& windowClass);
   /// How the controls of a form take their texts.
   ui::BeforeText TakingTexts();
+  /// How a form takes its own.
+  void TakeCaption();
   void OnEvents();
 
   int pauses_ = 0;

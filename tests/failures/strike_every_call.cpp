@@ -32,6 +32,7 @@ Texts Seen(FailingProgram& program) {
   addLines(program.List());
   for (const std::wstring& started : program.processes.commandLines) add(L"started ", started);
   add(L"copied ", program.clipboard.text.value_or(std::wstring()));
+  add(L"caption ", program.form.Caption());
   for (const int id : program.form.Order()) {
     const auto& element = program.form.Get<ui::Element>(id);
     add(L"caption ", element.Caption());
