@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 
 #include "tests/windows/windows_fixture.h"
 
@@ -144,6 +145,63 @@ TEST_F(AnotherMonitor, Of_another_scaling_and_back_again_restores_the_layout) {
   window.SelectTab(ID_tabMode, 0);
   window.ChangeDpi(96, first);
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return Same(Places(window), places); }));
+}
+
+/// The layout before and after something changed while the window was minimised.
+class WhileMinimised : public AnotherMonitor {
+ protected:
+  static void Change(const WindowUnderTest& window, const std::function<void()>& change) {
+    window.Minimise();
+    ASSERT_TRUE(WaitUntil(kSoon, [&] { return window.Minimised(); }));
+    change();
+    window.Restore();
+    ASSERT_TRUE(WaitUntil(kSoon, [&] { return !window.Minimised(); }));
+    window.Settle();
+  }
+  static void ExpectLayoutKept(const WindowUnderTest& window) {
+    window.Settle();
+    const std::vector<ScreenRect> places = Places(window);
+    const auto change = [&] {
+      window.ChangeTheme();
+      window.ChangeColours();
+    };
+    change();
+    EXPECT_TRUE(Same(Places(window), places));
+    Change(window, change);
+    EXPECT_TRUE(Same(Places(window), places));
+  }
+  static void ExpectLaidOutFor150Percent(const WindowUnderTest& window) {
+    window.Settle();
+    const ScreenRect first = window.Rect(0);
+    const ScreenRect larger{first.left, first.top, first.width * 3 / 2, first.height * 3 / 2};
+    window.ChangeDpi(144, larger);
+    window.Settle();
+    const std::vector<ScreenRect> places = Places(window);
+    window.ChangeDpi(96, first);
+    window.Settle();
+    Change(window, [&] { window.ChangeDpi(144, larger); });
+    EXPECT_TRUE(Same(Places(window), places));
+  }
+  WindowUnderTest PmcWindow() {
+    Start().InvokeCommand(ID_mnuPMC);
+    return Program().WaitForWindow("frmPmcTest");
+  }
+};
+
+TEST_F(WhileMinimised, Another_theme_and_other_colours_leave_the_main_window_laid_out_as_it_was) {
+  ExpectLayoutKept(Start());
+}
+
+TEST_F(WhileMinimised, Another_theme_and_other_colours_leave_the_PMC_window_laid_out_as_it_was) {
+  ExpectLayoutKept(PmcWindow());
+}
+
+TEST_F(WhileMinimised, Another_scaling_lays_the_main_window_out_when_it_is_restored) {
+  ExpectLaidOutFor150Percent(Start());
+}
+
+TEST_F(WhileMinimised, Another_scaling_lays_the_PMC_window_out_when_it_is_restored) {
+  ExpectLaidOutFor150Percent(PmcWindow());
 }
 
 }  // namespace

@@ -41,6 +41,7 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       MakeOtherPages();
       return 0;
     case WM_SIZE:
+      if (layoutDue_ && wParam != SIZE_MINIMIZED) LayOutAnew();
       if (onResize) RunGuarded(window_, onResize);
       // A minimised window has no focus, and gets none back when it is activated before it is restored.
       if (wParam != SIZE_MINIMIZED && GetActiveWindow() == window_ && !IsChild(window_, GetFocus()))
@@ -147,9 +148,11 @@ void Win32Form::OnScaling(int dpi, const RECT& suggested) noexcept {
   TakeMessageFont();
   // The least size is that of the old scaling until the layout has measured anew.
   minimumSize_ = {};
-  SetWindowPos(window_, nullptr, static_cast<int>(suggested.left), static_cast<int>(suggested.top),
-               static_cast<int>(suggested.right - suggested.left),
-               static_cast<int>(suggested.bottom - suggested.top), SWP_NOZORDER | SWP_NOACTIVATE);
+  // The suggestion for a minimised window is about its icon.
+  if (!Minimised())
+    SetWindowPos(window_, nullptr, static_cast<int>(suggested.left), static_cast<int>(suggested.top),
+                 static_cast<int>(suggested.right - suggested.left),
+                 static_cast<int>(suggested.bottom - suggested.top), SWP_NOZORDER | SWP_NOACTIVATE);
   LayOutAnew();
 }
 
@@ -164,6 +167,8 @@ void Win32Form::OnColoursOrFont(UINT message, WPARAM wParam, LPARAM lParam) noex
 }
 
 void Win32Form::LayOutAnew() noexcept {
+  layoutDue_ = Minimised();
+  if (layoutDue_) return;
   if (onScalingChanged) RunGuarded(window_, onScalingChanged);
   // Controls that changed both their place and their look leave traces where the system copies them.
   RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);

@@ -151,6 +151,7 @@ class Win32Form final : public Form {
   Pointer pointer_ = Pointer::Default;
   HWND lastFocus_ = nullptr;  ///< where the focus was when the window last lost it
   bool everShown_ = false;
+  bool layoutDue_ = false;  ///< scaling, font or colours changed while the window was minimised
   bool unloaded_ = false;
 };
 
