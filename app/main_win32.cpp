@@ -115,7 +115,8 @@ int Run() {
   } catch (const RuntimeError& error) {
     form.Boxes().Show(error.Text(), ui::BoxIcon::Critical);
   }
-  form.Show();
+  // The auto-run has shown it, and the user may have minimised it since.
+  if (!form.Visible()) form.Show();
   return ui::RunMainLoop(filter);
 }
 

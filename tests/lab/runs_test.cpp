@@ -157,12 +157,29 @@ TEST_F(Runs, Nothing_is_lost_when_the_window_is_resized_and_minimised_under_one)
   window.Minimise();
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Minimised(); }));
   window.WaitForText(ID_cmdPing, "&Ping");
+  window.Settle();
+  EXPECT_TRUE(window.Minimised()) << "it came up again by itself at the end of the run";
   window.Restore();
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return !window.Minimised(); }));
   EXPECT_EQ(window.LineCount(ID_lstResult), 5);
   EXPECT_EQ(window.StateOfList(ID_lstResult).selected, 4);
   EXPECT_EQ(window.Rect(ID_lstResult).height, list.height + 40);
   EXPECT_EQ(window.Rect(ID_lstResult).width, list.width + 60);
+}
+
+TEST_F(Runs, One_refuses_the_end_of_the_Windows_session_and_survives_one_that_is_forced) {
+  constexpr char kHistory[] = "Software\\NORVAX_FN_PingUtil\\History";
+  Pc().DeleteRegistryKey(kHistory);
+  const WindowUnderTest window = StartLongRun();
+  EXPECT_FALSE(Program().SessionMayEnd());
+  Program().EndSession();
+  EXPECT_EQ(Pc().RegistryText(kHistory, "01"), kNearAddress);
+  const int lines = window.LineCount(ID_lstResult);
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.LineCount(ID_lstResult) > lines; }));
+  window.Press("Esc");
+  window.WaitForText(ID_cmdPing, "&Ping");
+  window.Close();
+  EXPECT_EQ(Program().WaitForEnd(), 0u);
 }
 
 TEST_F(Runs, A_count_of_zero_sends_nothing_and_finds_no_target) {

@@ -21,7 +21,7 @@
 //   ui::Win32Form form(L"Form1", ui::FormRole::Main);
 //   ui::Win32Pump pump(filter, [&] { return ...the stop request...; });
 //   ... make the controls, wire the events, do the start-up ...
-//   form.Show();
+//   if (!form.Visible()) form.Show();
 //   return ui::RunMainLoop(filter);
 
 namespace tarvik::ui {
