@@ -105,6 +105,7 @@ const Monkey::Kind Monkey::kKinds[] = {
     {"minimise", 2, &Monkey::Minimise},
     {"scaling", 1, &Monkey::ChangeScaling},
     {"close", 2, &Monkey::Close},
+    {"session", 2, &Monkey::EndSession},
     {"open", 5, &Monkey::OpenWindow},
     {"about", 4, &Monkey::UseAboutBox},
     {"PMC", 12, &Monkey::UsePmcWindow},
@@ -240,10 +241,31 @@ void Monkey::AnswerBox(bool yes) {
   for (const char* const further : {kPmcClass, kAboutClass})
     owned = owned || (program_->HasWindow(further) && program_->WaitForWindow(further).Handle() == owner);
   if (!owned) throw Misbehaviour("The box belongs to no window");
+  RequireAllDisabled();
   const bool asks = std::any_of(box.buttons.begin(), box.buttons.end(), [](const auto& button) {
     return button.first == static_cast<int>(BoxButton::Yes);
   });
   program_->Answer(box, !asks ? BoxButton::Ok : yes ? BoxButton::Yes : BoxButton::No);
+}
+
+std::vector<std::pair<std::string, WindowUnderTest>> Monkey::Windows() {
+  std::vector<std::pair<std::string, WindowUnderTest>> windows;
+  for (const char* const name : {"Form1", kPmcClass, kAboutClass})
+    if (program_->HasWindow(name)) windows.emplace_back(name, program_->WaitForWindow(name));
+  return windows;
+}
+
+void Monkey::RequireAllDisabled() {
+  for (const auto& [name, window] : Windows())
+    if (window.Enabled(0)) throw Misbehaviour(name + " is enabled under a box");
+}
+
+void Monkey::CloseAllUnderBox() {
+  const auto windows = Windows();
+  for (const auto& [name, window] : windows) window.Close();
+  WaitUntilIdle();
+  for (const auto& [name, window] : windows)
+    if (!program_->HasWindow(name)) throw Misbehaviour(name + " has closed under a box");
 }
 
 bool Monkey::Enabled() const { return window_->Enabled(0); }
@@ -377,6 +399,11 @@ Monkey::Outcome Monkey::ChangeScaling(const Draws& draws) {
 
 Monkey::Outcome Monkey::Close(const Draws&) {
   ++closings_;
+  if (program_->HasBox()) {
+    CloseAllUnderBox();
+    Note("all, refused under a box");
+    return Outcome::Done;
+  }
   window_->Close();
   // A run refuses it, and so does a window under a box.
   const bool gone =
@@ -395,6 +422,20 @@ Monkey::Outcome Monkey::Close(const Draws&) {
   }
   CloseProgram();
   Note("ended");
+  StartProgram();
+  return Outcome::Done;
+}
+
+Monkey::Outcome Monkey::EndSession(const Draws& draws) {
+  const bool forced = draws[0] % 2 == 0;
+  const bool agreed = program_->SessionMayEnd();
+  Note(agreed ? "agreed" : forced ? "forced" : "refused");
+  if (!agreed && !forced) return Outcome::Done;
+  program_->EndSession();
+  // With code on the stack the program goes on: whoever ended it here would do so in the middle of that.
+  if (program_->HasWindow("Form1")) return Outcome::Done;
+  CloseProgram();
+  Note("and ended");
   StartProgram();
   return Outcome::Done;
 }

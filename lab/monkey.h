@@ -7,6 +7,7 @@
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "lab/laboratory.h"
@@ -78,6 +79,7 @@ class Monkey {
   Outcome Minimise(const Draws& draws);
   Outcome ChangeScaling(const Draws& draws);
   Outcome Close(const Draws& draws);
+  Outcome EndSession(const Draws& draws);
   Outcome OpenWindow(const Draws& draws);
   Outcome UseAboutBox(const Draws& draws);
   Outcome UsePmcWindow(const Draws& draws);
@@ -90,6 +92,9 @@ class Monkey {
   void CheckAlive();
   void AnswerBoxes(bool yes);
   void AnswerBox(bool yes);
+  void RequireAllDisabled();
+  void CloseAllUnderBox();
+  std::vector<std::pair<std::string, WindowUnderTest>> Windows();
   void WaitUntilIdle();
   void WaitForAnswer();
 

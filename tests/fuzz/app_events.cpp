@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "tests/fuzz/program_ground.h"
 #include "tests/fuzz/whole_program.h"
@@ -35,6 +36,9 @@ class User {
     program_.boxes.onShow = [this] { Meanwhile(); };
   }
 
+  /// The session has ended with the program at rest: there is no window to act on any more.
+  bool ProgramHasEnded() const { return program_.form.unloaded; }
+
   void Act() {
     switch (input_.ConsumeIntegralInRange(0, 15)) {
       case 0:
@@ -63,6 +67,8 @@ class User {
         return ChangeAnswers();
       case 13:
         return program_.form.Get<ui::MemoryCheckBox>(ID_chkAccessCode).SetChecked(input_.ConsumeBool());
+      case 14:
+        return EndSession();
       default:
         return ActOnFurtherWindow();
     }
@@ -80,15 +86,20 @@ class User {
     --depth_;
   }
 
-  /// Under a message box its own window takes nothing; the other one does.
+  /// Under a message box no window takes anything or closes, whichever window opened it. The session may end.
   void Meanwhile() {
-    if (++boxes_ > 200 || depth_ == kDeepest || Spent() || input_.ConsumeBool()) return;
-    ++depth_;
-    const bool enabled = program_.form.Enabled();
-    program_.form.SetEnabled(false);
-    ActOnFurtherWindow();
-    program_.form.SetEnabled(enabled);
-    --depth_;
+    const std::vector<ui::MemoryForm*> windows = program_.screen.Forms();
+    for (ui::MemoryForm* window : windows) Demand(!window->Close() && !window->Enabled());
+    if (!Spent() && input_.ConsumeBool()) EndSession();
+    Demand(program_.screen.Forms() == windows);
+  }
+
+  /// Windows asks, and may end the session against a refusal.
+  void EndSession() {
+    const bool agreed = program_.form.QueryEndSession();
+    Demand(!agreed || !program_.flags.busy);
+    if (!agreed && input_.ConsumeBool()) return;
+    program_.form.EndSession();
   }
 
   void StopAll() {
@@ -199,7 +210,6 @@ class User {
   ui::MemoryForm* pmc_ = nullptr;
   ui::MemoryForm* about_ = nullptr;
   int depth_ = 0;
-  int boxes_ = 0;
 };
 
 }  // namespace
@@ -214,7 +224,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   program.Start(L"", input.ConsumeBool());
   {
     User user(input, program);
-    while (input.remaining_bytes() > 0) user.Act();
+    while (input.remaining_bytes() > 0 && !user.ProgramHasEnded()) user.Act();
     program.boxes.onShow = nullptr;
     program.End();
   }

@@ -36,6 +36,7 @@ class WholeProgram final : public Form1Test {
   using Form1Test::processes;
   using Form1Test::profile;
   using Form1Test::pump;
+  using Form1Test::screen;
   using Form1Test::settings;
   using Form1Test::svcKit;
   using Form1Test::txCodec;
@@ -43,9 +44,22 @@ class WholeProgram final : public Form1Test {
   using Form1Test::wininet;
   using Form1Test::winsock;
 
-  /// The user stops whatever still runs, and closes the window. Nothing is left behind.
+  /// The user stops whatever still runs, and closes the window, unless the session has ended with the program
+  /// at rest. Nothing is left behind.
   void End() {
     onEvents = nullptr;
+    if (!form.unloaded) Close();
+    Demand(screen.Forms().size() == 1);
+    Demand(winsock.startups == winsock.cleanups);
+    Demand(icmp.closed.size() == (icmp.createResult == 0 ? 0U : 1U));
+  }
+
+ private:
+  void TestBody() override {}
+  static void Demand(bool rule) {
+    if (!rule) std::abort();
+  }
+  void Close() {
     Demand(!flags.busy && !flags.stopRequested);
     Demand(form.Enabled() && form.CurrentPointer() == ui::Pointer::Default);
     Demand(Button(ID_cmdPing).Caption() != L"&Stop");
@@ -55,14 +69,6 @@ class WholeProgram final : public Form1Test {
     Demand(wininet.open.empty() && wininet.misuses == 0);
     Demand(winsock.openSockets.empty() && processes.openHandles.empty());
     Demand(form.Close() && form.unloaded);
-    Demand(winsock.startups == winsock.cleanups);
-    Demand(icmp.closed.size() == (icmp.createResult == 0 ? 0U : 1U));
-  }
-
- private:
-  void TestBody() override {}
-  static void Demand(bool rule) {
-    if (!rule) std::abort();
   }
 };
 
