@@ -153,6 +153,10 @@ class Form1 {
   void CommandService(const std::function<void(const K7ServiceTools&)>& command);
   /// Begins a run and calls `routine` in it; while one is active it raises the stop request instead.
   bool RunOutermost(const std::function<bool()>& routine);
+  /// Calls `test`, then lets the pending window events run, also when it throws: what the user clicks while a
+  /// library blocks the program has to reach the test before its flags are cleared. Left in the queue, a
+  /// click meant as the stop would start the next test.
+  bool RunToLastEvent(const std::function<bool()>& test);
 
   void WireEvents();
   /// The event boundary: calls a handler and shows its RuntimeError in the standard error dialog.

@@ -73,11 +73,13 @@ bool Form1::RunK7ApiTest() {
       caption.emplace(controls_.cmdK7Api);
     }
     const std::wstring count = controls_.txtK7ApiTestCount.Text();
-    passed = tarvik::RunK7ApiTest(
-        {results_, ground_.boxes, ground_.pump, ground_.codePage, ground_.k7Api, languageMode_}, address,
-        commandLine_.k7ServerHost, count,
-        NumberRequiredText(count, controls_.lblTestCount.Caption(), 0, std::numeric_limits<int32_t>::max(),
-                           texts_));
+    passed = RunToLastEvent([&] {
+      return tarvik::RunK7ApiTest(
+          {results_, ground_.boxes, ground_.pump, ground_.codePage, ground_.k7Api, languageMode_}, address,
+          commandLine_.k7ServerHost, count,
+          NumberRequiredText(count, controls_.lblTestCount.Caption(), 0, std::numeric_limits<int32_t>::max(),
+                             texts_));
+    });
   });
   return passed;
 }

@@ -30,7 +30,19 @@ bool Form1::RunOutermost(const std::function<bool()>& routine) {
   }
   const OutermostRun run(*this);
   controls_.cmdPing.SetCaption(texts_.Get(Message::StopButton).value_or(std::wstring()));
-  return routine();
+  return RunToLastEvent(routine);
+}
+
+bool Form1::RunToLastEvent(const std::function<bool()>& test) {
+  bool passed = false;
+  try {
+    passed = test();
+  } catch (...) {
+    ground_.pump.LetEventsRun();
+    throw;
+  }
+  ground_.pump.LetEventsRun();
+  return passed;
 }
 
 bool Form1::RunReachabilityCheck() {

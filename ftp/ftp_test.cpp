@@ -6,16 +6,20 @@
 namespace tarvik {
 namespace {
 
-/// Keeps the user out for as long as it lives.
+/// Keeps the user out during its lifetime, and discards what he has clicked meanwhile: left in the queue, it
+/// would start the next test.
 class Busy {
  public:
-  explicit Busy(const std::function<void(bool)>& setBusy) : setBusy_(setBusy) { setBusy_(true); }
-  ~Busy() { setBusy_(false); }
+  explicit Busy(const FtpTestTools& tools) : tools_(tools) { tools_.setBusy(true); }
+  ~Busy() {
+    tools_.pump.LetEventsRun();
+    tools_.setBusy(false);
+  }
   Busy(const Busy&) = delete;
   Busy& operator=(const Busy&) = delete;
 
  private:
-  const std::function<void(bool)>& setBusy_;
+  const FtpTestTools& tools_;
 };
 
 }  // namespace
@@ -35,7 +39,7 @@ bool TestFtp(const FtpTestTools& tools, const std::wstring& host, const std::wst
   // From here on the user is kept out, so this is the last place where a stop can have been asked for.
   if (tools.pump.StopRequested()) return false;
 
-  const Busy busy(tools.setBusy);
+  const Busy busy(tools);
   const bool connected = mclsFTP.Connect(host, user, password);
   const std::wstring reply = mclsFTP.Response();
   if (connected || !reply.empty())

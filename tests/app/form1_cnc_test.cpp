@@ -58,6 +58,42 @@ TEST_F(Form1CncTest, The_information_button_is_the_stop_of_an_active_run_and_sta
   ExpectIdle();
 }
 
+TEST_F(Form1CncTest, A_click_while_the_library_blocks_is_the_stop_of_that_test_and_starts_no_other) {
+  Address().SetText(L"192.168.1.100");
+  cncLibrary.openResult = -103;
+  bool closed = false;
+  cncLibrary.onCall = [&] {
+    WhileBlocked([&] {
+      Click(ID_cmdGetInfo);
+      closed = form.Close();
+    });
+  };
+  Click(ID_cmdGetInfo);
+  DeliverQueued();
+  EXPECT_EQ(cncLibrary.Count("nx_allochandle3"), 1);
+  EXPECT_TRUE(Listed(L"Allocate Handle error=-103"));
+  EXPECT_FALSE(closed);
+  ExpectIdle();
+}
+
+TEST_F(Form1CncTest, A_click_while_a_call_blocks_that_then_fails_starts_no_test_either) {
+  Address().SetText(L"192.168.1.100");
+  cncLibrary.missing = {"nx_sysinfo"};
+  bool closed = false;
+  cncLibrary.onCall = [&] {
+    WhileBlocked([&] {
+      Click(ID_cmdPing);
+      closed = form.Close();
+    });
+  };
+  Click(ID_cmdGetInfo);
+  DeliverQueued();
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_TRUE(icmp.requests.empty());
+  EXPECT_FALSE(closed);
+  ExpectIdle();
+}
+
 TEST_F(Form1CncTest, A_ping_does_not_begin_inside_the_library_test) {
   Address().SetText(L"192.168.1.100");
   onEvents = [&] { Click(ID_cmdPing); };

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/form1.h"
@@ -44,6 +45,7 @@ class Form1Test : public testing::Test, protected RecordedProgram {
   void Construct(const std::wstring& commandLine = L"", bool familyEdition = true) {
     pump.onEvents = [this] {
       pump.stop = flags.stopRequested;
+      DeliverQueued();
       if (onEvents) onEvents();
       pump.stop = flags.stopRequested;
     };
@@ -87,6 +89,13 @@ class Form1Test : public testing::Test, protected RecordedProgram {
     return std::count_if(lives_.begin(), lives_.end(), [](const auto& life) { return !life.expired(); });
   }
 
+  /// What the user does while a library blocks the program: it waits in the queue.
+  void WhileBlocked(std::function<void()> clicks) { queued_ = std::move(clicks); }
+  /// Events run: a pause of a test, or the main loop after it.
+  void DeliverQueued() {
+    if (const auto clicks = std::exchange(queued_, nullptr)) clicks();
+  }
+
   std::vector<std::wstring> newForms;  ///< classes of the further windows, in their order
   bool refuseNewForms = false;
   ui::MemoryForm* lastForm = nullptr;  ///< the latest of them
@@ -96,6 +105,7 @@ class Form1Test : public testing::Test, protected RecordedProgram {
 
  private:
   std::vector<std::weak_ptr<int>> lives_;
+  std::function<void()> queued_;
 };
 
 }  // namespace tarvik::test

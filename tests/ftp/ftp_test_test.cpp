@@ -91,7 +91,7 @@ TEST_F(FtpTest, The_user_is_kept_out_from_before_the_connection_until_the_end) {
   std::vector<bool> atEvents;
   pump.onEvents = [&] { atEvents.push_back(busy); };
   Test();
-  EXPECT_EQ(atEvents, (std::vector<bool>{false, true, true}));
+  EXPECT_EQ(atEvents, (std::vector<bool>{false, true, true, true}));
   EXPECT_EQ(busyChanges, 2);
 }
 

@@ -181,15 +181,20 @@ TEST_F(LibraryTest, A_connection_that_is_lost_is_told_at_every_call) {
   }
 }
 
-TEST_F(LibraryTest, The_pointer_is_an_hourglass_and_a_close_waits_while_the_library_holds_the_window) {
+TEST_F(LibraryTest, What_is_clicked_while_the_library_blocks_neither_closes_the_window_nor_starts_a_test) {
   const Controller controller = Serve("silent sysinfo\n");
   const WindowUnderTest window = StartOnPage();
   window.Click(ID_cmdGetInfo);
   ASSERT_TRUE(WaitUntil(kSoon, [] { return HasCall("nx_getoptions1"); }));
   EXPECT_EQ(window.CurrentPointer(), WindowUnderTest::Pointer::Hourglass);
   window.Close();
-  EXPECT_EQ(Program().WaitForEnd(kLongestTest), 0U);
-  EXPECT_EQ(Calls().back(), "nx_freehandle(1) = 0 open=0");
+  window.Click(ID_cmdGetInfo);
+  ASSERT_TRUE(WaitUntil(kLongestTest, [] { return Calls().back() == "nx_freehandle(1) = 0 open=0"; }));
+  window.Settle();
+  EXPECT_FALSE(RunIsActive(window));
+  EXPECT_EQ(Calls().back(), "nx_freehandle(1) = 0 open=0") << "the click has started another test";
+  window.Close();
+  EXPECT_EQ(Program().WaitForEnd(), 0U);
 }
 
 TEST_F(LibraryTest, An_empty_address_is_no_test) {
