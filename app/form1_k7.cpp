@@ -17,8 +17,10 @@ class StopCaption {
  public:
   explicit StopCaption(ui::Button& button) : button_(button) {
     button_.SetCaption(RowOf(Message::StopButton).english);
+    button_.causesValidation = false;
   }
   ~StopCaption() {
+    button_.causesValidation = true;
     try {
       button_.SetCaption(RowOf(Message::K7ApiButton).english);
     } catch (const RuntimeError&) {

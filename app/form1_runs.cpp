@@ -16,6 +16,7 @@ Form1::OutermostRun::OutermostRun(Form1& form) : form_(form) {
 Form1::OutermostRun::~OutermostRun() {
   // Inside a K7 API test that a click began, the stop request is that test's too.
   form_.ground_.flags = {false, form_.k7ApiBusy_ && form_.ground_.flags.stopRequested};
+  form_.controls_.cmdPing.causesValidation = true;
   try {
     form_.controls_.cmdPing.SetCaption(RowOf(Message::PingButton).english);
   } catch (const RuntimeError&) {
@@ -30,6 +31,7 @@ bool Form1::RunOutermost(const std::function<bool()>& routine) {
   }
   const OutermostRun run(*this);
   controls_.cmdPing.SetCaption(texts_.Get(Message::StopButton).value_or(std::wstring()));
+  controls_.cmdPing.causesValidation = false;
   return RunToLastEvent(routine);
 }
 
@@ -47,6 +49,7 @@ bool Form1::RunToLastEvent(const std::function<bool()>& test) {
 
 bool Form1::RunReachabilityCheck() {
   const ui::Hourglass hourglass(ground_.form);
+  results_.ClearList();
   const int32_t count = ToInt32(controls_.txtPingReqCount.Text(), controls_.lblPingReqCount.Caption());
   return CheckReachability({results_, ground_.boxes, texts_, ground_.pump, ground_.winsock, ground_.icmp,
                             icmpHandle_, ground_.ipHelper, ground_.osVersion, ground_.files,

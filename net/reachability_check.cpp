@@ -125,7 +125,6 @@ bool Check::CheckGateway() {
 }
 
 bool Check::Run(const std::wstring& target, const std::function<void()>& addToHistory) {
-  tools_.results.ClearList();
   TcpIpHost host(tools_.winsock, tools_.codePage, tools_.boxes);
   const std::wstring address = Resolve(host, target);
   if (address.empty()) return false;

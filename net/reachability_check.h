@@ -35,11 +35,11 @@ struct ReachabilityTools {
   const std::wstring& programFolder;
 };
 
-/// Empties the result list and finds out, step by step, whether the target (host name or dotted address)
-/// can be reached: resolves it, compares it with the PC's own subnets, pings a gateway when it lies outside
-/// of them, then pings the target, `count` echoes each. The first step that fails ends the check with its
-/// lines. The stop request ends it too; what was not tried is not judged. `addToHistory` is called once,
-/// when the target has an address. True when the target answered.
+/// Finds out, step by step, whether the target (host name or dotted address) can be reached: resolves it,
+/// compares it with the PC's own subnets, pings a gateway when it lies outside of them, then pings the
+/// target, `count` echoes each. The first step that fails ends the check with its lines. The stop request
+/// ends it too; what was not tried is not judged. `addToHistory` is called once, when the target has an
+/// address. True when the target answered.
 bool CheckReachability(const ReachabilityTools& tools, const std::wstring& target, int32_t count,
                        const std::function<void()>& addToHistory);
 

@@ -79,6 +79,8 @@ class Button : public Control {
  public:
   std::wstring_view TypeName() const final { return L"CommandButton"; }
   std::function<void()> onClick;
+  /// False lets the user leave a text box for this button without onValidate being asked.
+  bool causesValidation = true;
 };
 
 class CheckBox : public Control {

@@ -127,6 +127,29 @@ TEST_F(Form1RunsTest, A_count_that_is_no_number_is_told_and_everything_is_restor
   ExpectIdle();
 }
 
+TEST_F(Form1RunsTest, The_list_is_emptied_before_the_count_is_read) {
+  Address().SetText(L"192.168.1.100");
+  Box(ID_txtPingReqCount).SetText(L"many");
+  ASSERT_FALSE(List().lines.empty());
+  Click(ID_cmdPing);
+  EXPECT_TRUE(List().lines.empty());
+}
+
+TEST_F(Form1RunsTest, The_button_that_shows_Stop_asks_nothing_of_the_field_that_loses_the_focus) {
+  Address().SetText(L"192.168.1.100");
+  int pauses = 0;
+  onEvents = [&] {
+    ++pauses;
+    Box(ID_txtPingReqCount).SetText(L"");
+    EXPECT_TRUE(form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdPing)));
+    EXPECT_FALSE(form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdFtpConnect)));
+    boxes.boxes.clear();
+  };
+  Click(ID_cmdPing);
+  EXPECT_GT(pauses, 0);
+  EXPECT_FALSE(form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdPing)));
+}
+
 TEST_F(Form1RunsTest, A_list_that_refuses_a_line_is_told_and_everything_is_restored) {
   Address().SetText(L"192.168.1.100");
   List().refusing = true;

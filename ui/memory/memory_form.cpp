@@ -118,7 +118,9 @@ void MemoryForm::SetWindowSize(Size size) {
 }
 
 bool MemoryForm::MoveFocus(TextBox& from, Control& to) {
-  if (from.onValidate && !from.onValidate()) return false;
+  const auto* button = dynamic_cast<const Button*>(&to);
+  const bool asks = button == nullptr || button->causesValidation;
+  if (asks && from.onValidate && !from.onValidate()) return false;
   to.SetFocus();
   return true;
 }

@@ -56,6 +56,8 @@ class ControlWindow {
   virtual void OnPointerOver() {}
   /// Asked before the user takes the focus to another control; false keeps it.
   virtual bool AgreesToLeave() { return true; }
+  /// False when the user may leave any control for this one unasked.
+  virtual bool AsksBeforeEntered() const { return true; }
   /// True when a mouse button going down at that place, in the window's coordinates, brings the focus here.
   virtual bool TakesFocusAt(POINT) const { return true; }
   /// True when the letter, in upper case, is a mnemonic of this control.

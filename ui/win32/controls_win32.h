@@ -35,6 +35,7 @@ class Win32Button final : public CaptionedControl<Button> {
   Win32Button(Win32Form& form, int page, int id, bool startsGroup);
 
   Size SizeFor(const std::wstring& caption) const override;
+  bool AsksBeforeEntered() const override { return causesValidation; }
   void OnCommand(WORD notification) override;
   void OnMnemonic(wchar_t letter) override;
 };

@@ -56,7 +56,8 @@ bool Win32Form::FilterMessage(MSG& message) {
 
 bool Win32Form::MayLeaveFor(const ControlWindow* target) {
   ControlWindow* from = ControlOf(GetFocus());
-  return from == nullptr || from == target || from->AgreesToLeave();
+  if (from == nullptr || from == target) return true;
+  return (target != nullptr && !target->AsksBeforeEntered()) || from->AgreesToLeave();
 }
 
 bool Win32Form::FilterKeyDown(MSG& message) {
@@ -93,9 +94,11 @@ bool Win32Form::FilterEnter(const MSG& message) {
 }
 
 bool Win32Form::FilterTab(MSG& message) {
-  // Whatever the next stop is, it is another control: Tab in a form of one is no case.
+  if (!IsHeld(VK_CONTROL)) {
+    HWND next = GetNextDlgTabItem(window_, message.hwnd, IsHeld(VK_SHIFT));
+    return !MayLeaveFor(ControlOf(next)) || IsDialogMessageW(window_, &message) != FALSE;
+  }
   if (!MayLeaveFor(nullptr)) return true;
-  if (!IsHeld(VK_CONTROL)) return IsDialogMessageW(window_, &message) != FALSE;
   if (tabStrip_ != nullptr) tabStrip_->Walk(IsHeld(VK_SHIFT));
   return true;
 }
