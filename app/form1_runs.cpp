@@ -64,6 +64,7 @@ void Form1::SetBusy(bool busy) {
 }
 
 bool Form1::RunFtpTest() {
+  if (missing_.internet) return true;
   return TestFtp({results_, ground_.pump, ground_.wininet, ground_.codePage, ground_.textOrder,
                   [this](bool busy) { SetBusy(busy); }},
                  controls_.cmbIPAddr.Text(), controls_.txtFtpUsername.Text(), controls_.txtFtpPasswd.Text());
@@ -77,7 +78,8 @@ bool Form1::RunRung(OptionBit bit, bool (Form1::*test)()) {
 bool Form1::RunAllTests() {
   return RunOutermost([this] {
     return RunReachabilityCheck() && RunRung(kLibraryTest, &Form1::RunLibraryTest) &&
-           RunRung(kK7ApiTest, &Form1::RunK7ApiTest) && RunRung(kFtpTest, &Form1::RunFtpTest);
+           (IsOptionMask_HideK7Test() || RunRung(kK7ApiTest, &Form1::RunK7ApiTest)) &&
+           RunRung(kFtpTest, &Form1::RunFtpTest);
   });
 }
 

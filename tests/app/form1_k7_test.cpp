@@ -180,6 +180,81 @@ TEST_F(Form1K7Test, Inside_a_run_the_click_starts_a_nested_test_and_the_next_one
   ExpectIdle();
 }
 
+TEST_F(Form1K7Test, A_click_while_its_library_blocks_is_its_stop_and_starts_no_other_test) {
+  StartGeneral();
+  k7Api.goodChecks = 0;
+  bool closed = false;
+  k7Api.onCheck = [&] {
+    WhileBlocked([&] {
+      Click(ID_cmdK7Api);
+      closed = form.Close();
+    });
+  };
+  Click(ID_cmdK7Api);
+  DeliverQueued();
+  EXPECT_EQ(k7Api.checks.size(), 1U);
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_FALSE(closed);
+  ExpectIdle();
+}
+
+TEST_F(Form1K7Test, Its_button_asks_nothing_of_the_field_that_loses_the_focus_while_it_shows_Stop) {
+  StartGeneral();
+  Box(ID_txtPingReqCount).SetText(L"");
+  onEvents = [&] { EXPECT_TRUE(form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdK7Api))); };
+  Click(ID_cmdK7Api);
+  EXPECT_FALSE(form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdK7Api)));
+}
+
+TEST_F(Form1K7Test, The_ladder_leaves_it_out_with_bit_0x20_whatever_bit_4_says) {
+  StartGeneral(L"-X 36 -PING_N");
+  Click(ID_cmdAllTest);
+  EXPECT_TRUE(form1->TestOptionMask(kK7ApiTest));
+  EXPECT_TRUE(Listed(L"CNC Type\t31iB"));
+  EXPECT_TRUE(k7Api.calls.empty());
+  ExpectIdle();
+}
+
+TEST_F(Form1K7Test, Left_out_with_bit_0x20_it_does_not_end_the_ladder_below_the_listing) {
+  StartGeneral(L"-X 44 -PING_N");
+  EXPECT_TRUE(form1->RunAllTests());
+  EXPECT_TRUE(k7Api.calls.empty());
+  EXPECT_TRUE(Listed(L"FTP Connect test..."));
+}
+
+TEST_F(Form1K7Test, A_click_inside_the_ladders_own_K7_rung_starts_a_nested_test) {
+  StartGeneral(L"-X 4 -PING_N");
+  bool clicked = false;
+  onEvents = [&] {
+    if (clicked || k7Api.checks.size() != 1) return;
+    clicked = true;
+    Click(ID_cmdK7Api);
+  };
+  EXPECT_TRUE(form1->RunAllTests());
+  EXPECT_EQ(k7Api.Count("K7_AllocHandle"), 2);
+  EXPECT_EQ(k7Api.Count("K7_FreeHandle"), 2);
+  EXPECT_EQ(k7Api.checks.size(), 6U);
+  const Lines k7Lines(std::find(List().lines.begin(), List().lines.end(), L"K7Api test...."),
+                      List().lines.end());
+  EXPECT_EQ(k7Lines, (Lines{L"K7Api test....", L"00001 Live=True", L"", L"K7Api test....", L"00001 Live=True",
+                            L"00002 Live=True", L"00003 Live=True", L"00002 Live=True", L"00003 Live=True"}));
+  ExpectIdle();
+}
+
+TEST_F(Form1K7Test, A_second_click_inside_the_ladders_own_K7_rung_stops_the_nested_test_and_the_ladder) {
+  StartGeneral(L"-X 12 -PING_N");
+  int clicks = 0;
+  onEvents = [&] {
+    if (clicks == 2 || k7Api.checks.empty()) return;
+    ++clicks;
+    Click(ID_cmdK7Api);
+  };
+  EXPECT_FALSE(form1->RunAllTests());
+  EXPECT_EQ(k7Api.checks.size(), 2U) << "one of each test";
+  EXPECT_TRUE(wininet.calls.empty());
+  ExpectIdle();
+}
+
 TEST_F(Form1K7Test, A_run_that_begins_inside_the_test_leaves_the_stop_to_the_test) {
   StartGeneral();
   Box(ID_txtPingReqCount).SetText(L"50");

@@ -68,6 +68,18 @@ TEST_F(Form1ModulesTest, Without_the_internet_library_a_host_with_FTP_options_st
   EXPECT_EQ(Tabs().FrontPage(), 0);
   EXPECT_EQ(Box(ID_txtFtpUsername).Text(), L"anna");
   EXPECT_EQ(icmp.requests.size(), 1U);
+  EXPECT_TRUE(wininet.calls.empty());
+  EXPECT_FALSE(Listed(L"FTP Connect test..."));
+}
+
+TEST_F(Form1ModulesTest, Without_the_internet_library_the_FTP_rung_passes_at_once) {
+  kernel.paths.erase("Wininet.dll");
+  Start();
+  Address().SetText(L"192.168.1.100");
+  form1->SetOptionMask(kFtpTest);
+  EXPECT_TRUE(form1->RunAllTests());
+  EXPECT_TRUE(wininet.calls.empty());
+  EXPECT_TRUE(boxes.boxes.empty());
 }
 
 TEST_F(Form1ModulesTest, The_modules_are_looked_for_after_the_captions_are_loaded) {
