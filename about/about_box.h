@@ -35,6 +35,7 @@ class frmAbout {
   /// Shows the box beside the main window, or brings it to front.
   void Show() { form_->Show(); }
   void MakeTopmost() { form_->MakeTopmost(); }
+  void SetPointer(ui::Pointer pointer) { form_->SetPointer(pointer); }
 
   /// True once the user has closed it; a closed box cannot be shown again.
   bool Closed() const { return closed_; }

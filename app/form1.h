@@ -161,7 +161,7 @@ class Form1 {
   void WireEvents();
   /// The event boundary: calls a handler and shows its RuntimeError in the standard error dialog.
   void Guarded(const std::function<void()>& handler);
-  /// Keeps the user out of the window, under an hourglass; false lets them in again.
+  /// Disables the window and shows the hourglass over every window of the program; false undoes both.
   void SetBusy(bool busy);
   bool RunReachabilityCheck();
   bool RunLibraryTest();

@@ -60,7 +60,10 @@ bool Form1::RunReachabilityCheck() {
 
 void Form1::SetBusy(bool busy) {
   ground_.form.SetEnabled(!busy);
-  ground_.form.SetPointer(busy ? ui::Pointer::Hourglass : ui::Pointer::Default);
+  const ui::Pointer pointer = busy ? ui::Pointer::Hourglass : ui::Pointer::Default;
+  ground_.form.SetPointer(pointer);
+  if (about_ != nullptr) about_->SetPointer(pointer);
+  if (pmcTest_ != nullptr) pmcTest_->SetPointer(pointer);
 }
 
 bool Form1::RunFtpTest() {

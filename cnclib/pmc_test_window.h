@@ -37,6 +37,7 @@ class frmPmcTest {
 
   void Show() { form_->Show(); }
   void MakeTopmost() { form_->MakeTopmost(); }
+  void SetPointer(ui::Pointer pointer) { form_->SetPointer(pointer); }
   /// The user has closed the window; it can be let go of.
   bool Unloaded() const { return unloaded_ && !running_; }
   /// A read run is active. The window refuses to close, and must not be let go of.

@@ -76,6 +76,42 @@ TEST_F(Form1FtpTest, It_can_be_neither_started_twice_nor_closed) {
   EXPECT_TRUE(form.Close());
 }
 
+TEST_F(Form1FtpTest, A_click_while_the_connection_is_closed_starts_no_second_test) {
+  bool closed = false;
+  wininet.onCall = [&](const std::string& name) {
+    if (name == "InternetOpenA") return;
+    WhileBlocked([&] {
+      // A disabled window gets no click.
+      if (form.Enabled()) Click(ID_cmdFtpConnect);
+      closed = form.Close();
+    });
+  };
+  Click(ID_cmdFtpConnect);
+  DeliverQueued();
+  EXPECT_EQ(Connections(), 1U);
+  EXPECT_FALSE(closed);
+  ExpectIdle();
+}
+
+TEST_F(Form1FtpTest, Every_window_of_the_program_shows_the_hourglass) {
+  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+  const ui::MemoryForm& pmc = *lastForm;
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  const ui::MemoryForm& about = *lastForm;
+  int seen = 0;
+  wininet.onCall = [&](const std::string& name) {
+    if (name == "InternetOpenA") return;
+    ++seen;
+    EXPECT_EQ(pmc.CurrentPointer(), ui::Pointer::Hourglass) << name;
+    EXPECT_EQ(about.CurrentPointer(), ui::Pointer::Hourglass) << name;
+  };
+  Click(ID_cmdFtpConnect);
+  EXPECT_GT(seen, 0);
+  EXPECT_EQ(pmc.CurrentPointer(), ui::Pointer::Default);
+  EXPECT_EQ(about.CurrentPointer(), ui::Pointer::Default);
+  ExpectIdle();
+}
+
 TEST_F(Form1FtpTest, While_another_run_is_active_the_button_is_its_stop) {
   Box(ID_txtPingReqCount).SetText(L"1000");
   onEvents = [&] { Click(ID_cmdFtpConnect); };

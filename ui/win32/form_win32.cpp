@@ -329,7 +329,8 @@ void Win32Form::SetPointer(Pointer pointer) {
   GetCursorPos(&place);
   HWND under = WindowFromPoint(place);
   // The shape shows at once, not with the next move of the mouse; what is under the pointer chooses it.
-  if (pointer == Pointer::Default && Of(under) == this)
+  const bool ours = under != nullptr && GetWindowThreadProcessId(under, nullptr) == GetCurrentThreadId();
+  if (pointer == Pointer::Default && ours)
     SendMessageW(under, WM_SETCURSOR, reinterpret_cast<WPARAM>(under), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
   else
     SetCursor(LoadCursorW(nullptr, pointer == Pointer::Hourglass ? IDC_WAIT : IDC_ARROW));
