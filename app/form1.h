@@ -147,11 +147,11 @@ class Form1 {
   };
   /// The K7 API test that a click began: closing is refused and the next click is the stop.
   class K7ApiRun;
-  /// A command to the K7 service.
-  class ServiceCommand;
-  /// Carries the command out, unless a run or another command to the service is active.
-  void CommandService(const std::function<void(const K7ServiceTools&)>& command);
-  /// Begins a run and calls `routine` in it; while one is active it raises the stop request instead.
+  /// Carries a command to the K7 service out. `active` is true meanwhile.
+  void CommandService(bool& active, const std::function<void(const K7ServiceTools&)>& command);
+  bool ServiceBusy() const { return changingService_ || queryingService_; }
+  /// Begins a run and calls `routine` in it; while one is active it raises the stop request instead. Every
+  /// button that starts a test starts it this way, except cmdK7Api, whose test has a stop of its own.
   bool RunOutermost(const std::function<bool()>& routine);
   /// Calls `test`, then lets the pending window events run, also when it throws: what the user clicks while a
   /// library blocks the program has to reach the test before its flags are cleared. Left in the queue, a
@@ -223,7 +223,8 @@ class Form1 {
   std::wstring versionReport_;
   std::unique_ptr<frmAbout> about_;
   Boolean16 k7ApiBusy_;
-  Boolean16 serviceBusy_;
+  bool changingService_ = false;    ///< Start or Stop is on the stack
+  bool queryingService_ = false;    ///< Debug or a click on the state is
   std::unique_ptr<SvcUtl> svcUtl_;  ///< null in the family's edition
   bool loading_ = false;
   uint32_t nxlibOptions_ = 0;            ///< the option word that the library last returned

@@ -9,16 +9,23 @@
 
 namespace tarvik {
 
-class Form1::ServiceCommand {
+namespace {
+
+/// True during its lifetime.
+class Active {
  public:
-  explicit ServiceCommand(Form1& form) : form_(form) { form_.serviceBusy_ = true; }
-  ~ServiceCommand() { form_.serviceBusy_ = false; }
-  ServiceCommand(const ServiceCommand&) = delete;
-  ServiceCommand& operator=(const ServiceCommand&) = delete;
+  explicit Active(bool& active) : active_(active) { active_ = true; }
+  ~Active() { active_ = false; }
+  Active(const Active&) = delete;
+  Active& operator=(const Active&) = delete;
 
  private:
-  Form1& form_;
+  bool& active_;
 };
+
+ServiceEntry K7Entry() { return {L"NORVAX_K7_SERVER", 0, L"udp", false, false}; }
+
+}  // namespace
 
 void Form1::StartServiceControl() {
   if (productFamily_) return;
@@ -36,9 +43,9 @@ void Form1::EndServiceControl() {
   svcUtl_.reset();
 }
 
-void Form1::CommandService(const std::function<void(const K7ServiceTools&)>& command) {
-  if (svcUtl_ == nullptr || serviceBusy_ || ground_.flags.busy || k7ApiBusy_) return;
-  const ServiceCommand active(*this);
+void Form1::CommandService(bool& active, const std::function<void(const K7ServiceTools&)>& command) {
+  if (svcUtl_ == nullptr || !svcUtl_->pInitialized()) return;
+  const Active running(active);
   command({*svcUtl_, ground_.boxes, texts_, ground_.pump,
            [this](int32_t status) { ShowK7ServiceState(status); }});
 }
@@ -51,14 +58,20 @@ void Form1::ShowK7ServiceState(int32_t status) {
   ground_.pump.LetEventsRun();
 }
 
-void Form1::lblK7ServerStatus_Click() { CommandService(RefreshK7ServiceState); }
+// Start and Stop exclude each other. Debug and the state are also of use while the program waits for a
+// service to start, and all of them while a test runs: the K7 API test shows what a restart does.
+
+void Form1::lblK7ServerStatus_Click() {
+  if (!queryingService_) CommandService(queryingService_, RefreshK7ServiceState);
+}
 
 void Form1::cmdStartStopK7Server_Click(int16_t index) {
-  CommandService(index == 1 ? StartK7Service : StopK7Service);
+  if (!ServiceBusy()) CommandService(changingService_, index == 1 ? StartK7Service : StopK7Service);
 }
 
 void Form1::cmdK7ServerDebug_Click() {
-  CommandService([this](const K7ServiceTools& tools) {
+  if (queryingService_) return;
+  CommandService(queryingService_, [this](const K7ServiceTools& tools) {
     LaunchK7ServerDebug({tools.service, ground_.processes, tools.boxes, tools.texts, tools.pump,
                          [this] { controls_.cmdStopK7Server.SetFocus(); }});
   });
@@ -79,7 +92,7 @@ void Form1::tabMode_PageFront(int page) {
 
 void Form1::CheckK7ServicesEntry() {
   if (!controls_.tabMode.PageOn(kK7SvcPage)) return;
-  ServiceEntry entries[] = {{L"NORVAX_K7_SERVER", 0, L"udp", false, false}};
+  ServiceEntry entries[] = {K7Entry()};
   FmtErrMsg errors(ground_.kernel, ground_.codePage, ground_.boxes);
   CheckServicesFile({ground_.files, ground_.codePage, errors, ground_.boxes},
                     ground_.windowsFolder + L"\\System32\\Drivers\\Etc\\Services", entries, true);

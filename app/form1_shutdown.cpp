@@ -9,7 +9,7 @@ bool Form1::Form_QueryUnload() { return !loading_ && Form_QueryEndSession(); }
 
 bool Form1::Form_QueryEndSession() {
   const bool reading = pmcTest_ != nullptr && pmcTest_->Running();
-  return !ground_.flags.busy && !k7ApiBusy_ && !serviceBusy_ && !reading;
+  return !ground_.flags.busy && !k7ApiBusy_ && !ServiceBusy() && !reading;
 }
 
 void Form1::Form_EndSession() {

@@ -6,16 +6,20 @@ namespace {
 constexpr int kPolls = 40;
 constexpr uint32_t kPollMilliseconds = 250;
 
-/// The message boxes of the service utility's failures: shown while one command of the user is carried out.
+/// The message boxes of the service utility's failures: shown while one command of the user is carried out,
+/// which may be inside another one.
 class ErrorBoxes {
  public:
-  explicit ErrorBoxes(SvcUtl& service) : service_(service) { service_.pDispErrMsgBox(true); }
-  ~ErrorBoxes() { service_.pDispErrMsgBox(false); }
+  explicit ErrorBoxes(SvcUtl& service) : service_(service), before_(service.pDispErrMsgBox()) {
+    service_.pDispErrMsgBox(true);
+  }
+  ~ErrorBoxes() { service_.pDispErrMsgBox(before_); }
   ErrorBoxes(const ErrorBoxes&) = delete;
   ErrorBoxes& operator=(const ErrorBoxes&) = delete;
 
  private:
   SvcUtl& service_;
+  Boolean16 before_;
 };
 
 void Tell(const K7ServiceTools& tools, Message message) {

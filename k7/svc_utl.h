@@ -44,6 +44,7 @@ class SvcUtl {
   Boolean16 pInitialized() const { return initialized_; }
   /// False at first.
   void pDispErrMsgBox(Boolean16 show) { dispErrMsgBox_ = show; }
+  Boolean16 pDispErrMsgBox() const { return dispErrMsgBox_; }
   const std::wstring& pErrMsg() const { return errMsg_; }
   /// 1 = the library is missing, or a query, a start or a registration failed; 2 = a stop or a removal
   /// failed, or the start behind a registration.

@@ -192,7 +192,7 @@ TEST_F(Form1K7ServiceTest, Debug_shows_no_box_of_a_failed_query) {
   EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(116)"});
 }
 
-TEST_F(Form1K7ServiceTest, While_a_command_is_active_no_other_begins_and_the_window_stays) {
+TEST_F(Form1K7ServiceTest, While_Start_is_active_no_other_Start_or_Stop_begins_and_the_window_stays) {
   StartGeneral();
   svcKit.status = SvcUtl::pSvcCondStopped;
   svcKit.slowness = 4;
@@ -201,8 +201,6 @@ TEST_F(Form1K7ServiceTest, While_a_command_is_active_no_other_begins_and_the_win
     EXPECT_FALSE(form.Close());
     Click(ID_cmdStartStopK7Server_1);
     Click(ID_cmdStartStopK7Server_0);
-    Click(ID_cmdK7ServerDebug);
-    ClickStatus();
     ++pauses;
   };
   onEvents = meddle;
@@ -211,12 +209,71 @@ TEST_F(Form1K7ServiceTest, While_a_command_is_active_no_other_begins_and_the_win
   EXPECT_GT(pauses, 3);
   EXPECT_EQ(svcKit.Count("Start"), 1);
   EXPECT_EQ(svcKit.Count("Stop"), 0);
-  EXPECT_EQ(svcKit.Count("Query"), 6);  // at the start-up, before the start, and four behind it
-  EXPECT_TRUE(processes.commandLines.empty());
+  EXPECT_EQ(svcKit.Count("Query"), 6);  // at the start-up, before the start, and four after it
   EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(162)"}));
   onEvents = nullptr;
   boxes.onShow = nullptr;
   EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1K7ServiceTest, Debug_while_the_program_waits_for_the_start_gets_the_warning_and_the_focus) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  svcKit.pending = SvcUtl::pSvcCondStartPending;
+  svcKit.slowness = 4;
+  bool clicked = false;
+  onEvents = [&] {
+    if (clicked || svcKit.Count("Start") == 0) return;
+    clicked = true;
+    Click(ID_cmdK7ServerDebug);
+  };
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(116)", L"(162)"}));
+  EXPECT_EQ(form.Focus(), &Button(ID_cmdStartStopK7Server_0));
+  EXPECT_TRUE(processes.commandLines.empty());
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1K7ServiceTest, A_click_on_the_state_while_the_program_waits_shows_it_and_keeps_the_waits_boxes) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  ClickStatus();
+  ASSERT_EQ(Status(), L"Stopped");
+  svcKit.pending = SvcUtl::pSvcCondStartPending;
+  svcKit.slowness = 6;
+  bool clicked = false;
+  bool fails = false;
+  svcKit.onQuery = [&] { svcKit.queryResult = std::exchange(fails, false) ? 5 : 0; };
+  onEvents = [&] {
+    if (svcKit.Count("Start") == 0 || std::exchange(clicked, true)) return;
+    svcKit.status = SvcUtl::pSvcCondRunning;
+    ClickStatus();
+    EXPECT_EQ(Status(), L"Running");
+    svcKit.status = SvcUtl::pSvcCondStartPending;
+    fails = true;
+  };
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_EQ(boxes.Texts(),
+            (std::vector<std::wstring>{L"(161)", L"Can't get status information of \"K7Server\". Err=0x5",
+                                       L"(162)"}));
+}
+
+TEST_F(Form1K7ServiceTest, Debug_and_the_state_do_not_begin_inside_each_other) {
+  StartGeneral();
+  int depth = 0;
+  int deepest = 0;
+  onEvents = [&] {
+    deepest = std::max(deepest, ++depth);
+    EXPECT_FALSE(form.Close());
+    Click(ID_cmdK7ServerDebug);
+    ClickStatus();
+    Click(ID_cmdStartStopK7Server_1);
+    --depth;
+  };
+  Click(ID_cmdK7ServerDebug);
+  ClickStatus();
+  EXPECT_EQ(deepest, 1);
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(116)"});
 }
 
 TEST_F(Form1K7ServiceTest, A_command_is_free_again_behind_one_that_broke) {
@@ -230,24 +287,53 @@ TEST_F(Form1K7ServiceTest, A_command_is_free_again_behind_one_that_broke) {
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1K7ServiceTest, While_a_run_is_active_no_command_begins) {
+TEST_F(Form1K7ServiceTest, A_service_can_be_restarted_while_the_K7_API_test_watches) {
+  StartGeneral();
+  boxes.answerYes = true;
+  Address().SetText(L"192.168.1.100");
+  Box(ID_txtK7ApiTestCount).SetText(L"3");
+  onEvents = [&] {
+    k7Api.live = svcKit.status == SvcUtl::pSvcCondRunning ? 1 : 0;
+    if (k7Api.checks.size() == 1 && svcKit.Count("Stop") == 0) Click(ID_cmdStartStopK7Server_0);
+    if (k7Api.checks.size() == 2 && svcKit.Count("Start") == 0) Click(ID_cmdStartStopK7Server_1);
+  };
+  Click(ID_cmdK7Api);
+  EXPECT_TRUE(Listed(L"00001 Live=True"));
+  EXPECT_TRUE(Listed(L"00002 Live=False"));
+  EXPECT_TRUE(Listed(L"00003 Live=True"));
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1K7ServiceTest, While_a_run_is_active_every_command_begins) {
   StartGeneral();
   svcKit.calls.clear();
   Address().SetText(L"192.168.1.100");
-  Box(ID_txtPingReqCount).SetText(L"1");
-  int pauses = 0;
+  bool clicked = false;
   onEvents = [&] {
-    ++pauses;
+    if (std::exchange(clicked, true)) return;
+    ClickStatus();
     Click(ID_cmdStartStopK7Server_1);
     Click(ID_cmdK7ServerDebug);
-    ClickStatus();
   };
   Click(ID_cmdPing);
-  EXPECT_GT(pauses, 0);
-  EXPECT_TRUE(svcKit.calls.empty());
-  onEvents = nullptr;
-  ClickStatus();
-  EXPECT_EQ(svcKit.calls.size(), 1U);
+  EXPECT_EQ(svcKit.Count("Query"), 3);
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(160)", L"(116)"}));
+}
+
+TEST_F(Form1K7ServiceTest, A_command_inside_a_run_that_is_stopped_waits_for_the_service_to_the_end) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  svcKit.slowness = 0;
+  svcKit.calls.clear();
+  Address().SetText(L"192.168.1.100");
+  bool begun = false;
+  onEvents = [&] {
+    if (std::exchange(begun, true)) return form.onEscape();
+    Click(ID_cmdStartStopK7Server_1);
+  };
+  Click(ID_cmdPing);
+  EXPECT_EQ(svcKit.Count("Query"), 1 + 40);
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(163)"}));
 }
 
 TEST_F(Form1K7ServiceTest, A_stop_request_to_a_run_does_not_shorten_the_wait_for_the_service) {

@@ -63,6 +63,7 @@ TEST_F(K7Service, That_starts_slowly_is_waited_for_and_nothing_is_started_twice)
   window.Click(ID_cmdStartStopK7Server_1);
   window.Click(ID_cmdK7ServerDebug);
   window.Close();
+  Answer(kStopFirst);
   Answer("The K7 Service Started.");
   EXPECT_EQ(window.Text(ID_lblK7ServerStatus), "Running");
   EXPECT_EQ(Calls("QSetup_StartService"), 1);
