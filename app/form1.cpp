@@ -41,6 +41,7 @@ void Form1::WireEvents() {
   const auto on = [this](void (Form1::*handler)()) {
     return [this, handler] { Guarded([&] { (this->*handler)(); }); };
   };
+  ground_.form.onActivate = on(&Form1::Form_Activate);
   ground_.form.onResize = on(&Form1::Form_Resize);
   ground_.form.onScalingChanged = on(&Form1::LayOutAgain);
   ground_.form.onQueryClose = [this] { return Form_QueryUnload(); };

@@ -24,6 +24,7 @@
 #include "ftp/wininet.h"
 #include "k7/k7_api.h"
 #include "k7/service_control.h"
+#include "k7/services_file.h"
 #include "k7/svc_kit.h"
 #include "k7/svc_utl.h"
 #include "net/icmp.h"
@@ -130,6 +131,7 @@ class Form1 {
   /// That of txtTcpPortNo too.
   void lblK7UdpPortNo_MouseDown(int16_t button, int16_t shift);
   void tabMode_PageFront(int page);
+  void Form_Activate();
   void chkAccessCode_Click();
   void lstResult_DblClick();
   bool txtPingReqCount_Validate();
@@ -195,6 +197,9 @@ class Form1 {
   void ShowK7ServiceState(int32_t status);
   /// Takes the K7 Server's port from the services file to its label, on a PC whose K7 Svc page is on.
   void CheckK7ServicesEntry();
+  /// The entry's port to its label, if the services file has both.
+  void ShowK7Port(const ServiceEntry& entry);
+  std::wstring ServicesFile() const;
   void OpenServicesFileInEditor();
   void EndServiceControl();
   std::wstring Decoded(const std::wstring& encoded, Message failure);

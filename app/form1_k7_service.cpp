@@ -3,7 +3,6 @@
 #include "about/fmt_err_msg.h"
 #include "app/form1.h"
 #include "k7/debug_launch.h"
-#include "k7/services_file.h"
 #include "k7/start_program.h"
 #include "platform/text.h"
 
@@ -94,10 +93,27 @@ void Form1::CheckK7ServicesEntry() {
   if (!controls_.tabMode.PageOn(kK7SvcPage)) return;
   ServiceEntry entries[] = {K7Entry()};
   FmtErrMsg errors(ground_.kernel, ground_.codePage, ground_.boxes);
-  CheckServicesFile({ground_.files, ground_.codePage, errors, ground_.boxes},
-                    ground_.windowsFolder + L"\\System32\\Drivers\\Etc\\Services", entries, true);
-  if (entries[0].NameExist && entries[0].PortNoExist)
-    controls_.lblK7UdpPortNo.SetCaption(Decimal(entries[0].PortNo));
+  CheckServicesFile({ground_.files, ground_.codePage, errors, ground_.boxes}, ServicesFile(), entries, true);
+  ShowK7Port(entries[0]);
+}
+
+void Form1::Form_Activate() {
+  if (controls_.tabMode.FrontPage() != kK7SvcPage) return;
+  // The user may come back from editing the file. One that cannot be read has no box here: closing the box
+  // would activate the window again.
+  const std::optional<std::string> bytes = ground_.files.Read(ServicesFile());
+  if (!bytes) return;
+  ServiceEntry entries[] = {K7Entry()};
+  ScanServices(*bytes, entries, ground_.codePage);
+  ShowK7Port(entries[0]);
+}
+
+void Form1::ShowK7Port(const ServiceEntry& entry) {
+  if (entry.NameExist && entry.PortNoExist) controls_.lblK7UdpPortNo.SetCaption(Decimal(entry.PortNo));
+}
+
+std::wstring Form1::ServicesFile() const {
+  return ground_.windowsFolder + L"\\System32\\Drivers\\Etc\\Services";
 }
 
 }  // namespace tarvik

@@ -70,6 +70,8 @@ class Form {
   /// The height of one line of the message font; the unit of the layout's grid.
   virtual int LineHeight() const = 0;
 
+  /// The window becomes the active one, also when one of its message boxes has closed.
+  std::function<void()> onActivate;
   std::function<void()> onResize;
   /// The scaling, the message font or the colours changed; controls have their new font already. Raised when
   /// the window is restored if it was minimised, because a minimised window has no room to measure.

@@ -387,6 +387,30 @@ TEST_F(Form1K7ServiceTest, The_port_is_read_anew_each_time_the_page_comes_to_fro
   EXPECT_EQ(Port(), L"9000");
 }
 
+TEST_F(Form1K7ServiceTest, The_port_is_read_again_when_the_window_becomes_active_under_its_page) {
+  StartGeneral();
+  Tabs().BringToFront(kK7SvcPage);
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  9000/udp\r\n";
+  form.onActivate();
+  EXPECT_EQ(Port(), L"9000");
+  files.contents[kServicesFile] = "";
+  form.onActivate();
+  EXPECT_EQ(Port(), L"9000");
+  Tabs().BringToFront(kPingPage);
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  9001/udp\r\n";
+  form.onActivate();
+  EXPECT_EQ(Port(), L"9000") << "the page is not in front";
+}
+
+TEST_F(Form1K7ServiceTest, A_services_file_that_has_gone_meanwhile_has_no_box_that_comes_again_and_again) {
+  StartGeneral();
+  Tabs().BringToFront(kK7SvcPage);
+  files.contents.erase(kServicesFile);
+  boxes.onShow = [&] { form.onActivate(); };
+  form.onActivate();
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
 TEST_F(Form1K7ServiceTest, A_services_file_that_is_not_there_is_told) {
   files.contents.erase(kServicesFile);
   StartGeneral();

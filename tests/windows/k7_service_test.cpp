@@ -154,6 +154,16 @@ TEST_F(K7Service, The_port_in_the_services_file_is_shown_and_followed) {
   window.WaitForText(ID_lblK7UdpPortNo, "9000");
 }
 
+TEST_F(K7Service, The_port_is_read_again_when_the_user_comes_back_to_the_window) {
+  const WindowUnderTest window = StartOnPage();
+  window.InvokeCommand(ID_mnuHelpSub);
+  const WindowUnderTest about = Program().WaitForWindow("frmAbout");
+  WriteServicesFile("NORVAX_K7_SERVER\t9000/udp\r\n");
+  EXPECT_EQ(window.Text(ID_lblK7UdpPortNo), "8193");
+  about.Click(ID_cmdOK);
+  window.WaitForText(ID_lblK7UdpPortNo, "9000");
+}
+
 TEST_F(K7Service, A_services_file_that_is_not_there_is_told_at_the_start) {
   fs::remove(ServicesFile());
   StartOnly({}, InFolder("Tarvik.exe"));

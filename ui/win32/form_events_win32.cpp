@@ -56,6 +56,7 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       break;
     case WM_ACTIVATE:
       if (LOWORD(wParam) == WA_INACTIVE && IsChild(window_, GetFocus())) lastFocus_ = GetFocus();
+      if (LOWORD(wParam) != WA_INACTIVE && onActivate) RunGuarded(window_, onActivate);
       break;
     case WM_SETFOCUS:
       RestoreFocus();
