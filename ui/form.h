@@ -27,6 +27,7 @@ class Form {
   virtual ~Form() = default;
 
   virtual Label& AddLabel(int id, int page, const std::wstring& caption) = 0;
+  /// The first button of a page is its default button: Enter in another control of the page presses it.
   virtual Button& AddButton(int id, int page, const std::wstring& caption) = 0;
   virtual CheckBox& AddCheckBox(int id, int page, const std::wstring& caption) = 0;
   virtual TextBox& AddTextBox(int id, int page, TextBoxStyle style) = 0;

@@ -23,6 +23,21 @@ TEST_F(History, Is_read_newest_first_and_what_is_missing_is_left_out) {
   EXPECT_EQ(window.Text(ID_cmbIPAddr), "192.168.1.1");
 }
 
+TEST_F(History, Enter_with_its_list_open_takes_the_entry_and_starts_the_check) {
+  Pc().SetRegistryText(kKey, "01", "127.0.0.1");
+  Pc().SetRegistryText(kKey, "02", "127.0.0.2");
+  const WindowUnderTest window = Start();
+  const std::vector<std::string> known = window.Lines(ID_lstResult);
+  window.SetFocus(ID_cmbIPAddr);
+  window.Press("F4");
+  window.Press("Down");
+  window.Settle();
+  EXPECT_EQ(window.Lines(ID_lstResult), known);
+  window.Press("Enter");
+  window.WaitForText(ID_cmbIPAddr, "127.0.0.2");
+  window.WaitForChange(ID_lstResult, known, kSoon);
+}
+
 TEST_F(History, Is_saved_at_the_end) {
   Pc().SetRegistryText(kKey, "01", "10.1.1.1");
   Pc().SetRegistryText(kKey, "03", "10.1.1.3");

@@ -131,6 +131,41 @@ TEST_F(Keyboard, No_mnemonic_collides_on_a_page_in_either_language) {
     ExpectNoMnemonicCollides(Start(language), 3);
 }
 
+TEST_F(Keyboard, Enter_in_a_pages_box_presses_the_pages_first_button) {
+  struct Case {
+    int page;
+    int box;
+    const char* line;
+  };
+  constexpr Case kCases[] = {{1, ID_txtNxlibTimeOut, "Get System Information test...."},
+                             {1, ID_txtTcpPortNo, "Get System Information test...."},
+                             {2, ID_txtFtpUsername, "FTP Connect test..."},
+                             {2, ID_txtFtpPasswd, "FTP Connect test..."}};
+  for (const Case& each : kCases) {
+    const WindowUnderTest window = Start();
+    window.SetText(ID_cmbIPAddr, "127.0.0.1");
+    window.SelectTab(ID_tabMode, each.page);
+    window.SetFocus(each.box);
+    window.Press("Enter");
+    window.WaitForLine(ID_lstResult, each.line, kSoon);
+    EXPECT_EQ(window.Focus(), each.box);
+  }
+}
+
+TEST_F(Keyboard, Enter_in_the_ping_count_starts_the_check_unless_it_is_out_of_range) {
+  const WindowUnderTest window = Start();
+  window.SetText(ID_cmbIPAddr, "127.0.0.1");
+  const std::vector<std::string> known = window.Lines(ID_lstResult);
+  window.SetText(ID_txtPingReqCount, "-1");
+  window.SetFocus(ID_txtPingReqCount);
+  window.Press("Enter");
+  Program().Answer(Program().WaitForBox(), BoxButton::Ok);
+  EXPECT_EQ(window.Lines(ID_lstResult), known);
+  window.SetText(ID_txtPingReqCount, "1");
+  window.Press("Enter");
+  window.WaitForChange(ID_lstResult, known, kSoon);
+}
+
 TEST_F(Keyboard, Only_a_whole_number_from_0_is_a_ping_count) {
   const WindowUnderTest window = Start();
   for (const char* count : {"0", "2147483647"}) {

@@ -72,6 +72,17 @@ TEST_F(PmcWindow, The_Tab_key_follows_the_eye) {
   }
 }
 
+TEST_F(PmcWindow, Enter_in_its_boxes_presses_Read) {
+  const WindowUnderTest window = Open();
+  for (const int id : {ID_cmbPmcAddr, ID_txtPmcStart, ID_txtPmcLen, ID_txtCount, ID_txtSleep}) {
+    window.SetFocus(id);
+    window.Press("Enter");
+    const BoxUnderTest box = Program().WaitForBox();
+    EXPECT_TRUE(box.text.starts_with("Allocate Handle error=")) << id << ": " << box.text;
+    Program().Answer(box, BoxButton::Ok);
+  }
+}
+
 TEST_F(PmcWindow, Its_fields_are_named_by_the_label_before_them) {
   const WindowUnderTest window = Open();
   constexpr std::pair<int, int> kLabels[] = {

@@ -86,6 +86,7 @@ class Win32ComboBox final : public UncaptionedControl<ComboBox> {
 
   Size SizeFor(const std::wstring& caption) const override;
   void SetBounds(const Rect& bounds) override;
+  bool IsListOpen() const { return Send(CB_GETDROPPEDSTATE) != 0; }
   std::wstring Text() const override { return WindowText(); }
   void SetText(const std::wstring& text) override { SetWindowCaption(text); }
   int Count() const override;

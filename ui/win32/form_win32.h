@@ -122,6 +122,7 @@ class Win32Form final : public Form {
   bool FilterKeyDown(MSG& message);
   bool FilterEscape(const MSG& message);
   bool FilterEnter(const MSG& message);
+  void PressDefaultButton(int page);
   bool FilterTab(MSG& message);
   bool FilterMnemonic(const MSG& message);
   bool MayLeaveFor(const ControlWindow* target);

@@ -1,5 +1,7 @@
 #include "ui/win32/message_filter_win32.h"
 
+#include <algorithm>
+
 #include "ui/win32/controls_win32.h"
 #include "ui/win32/form_win32.h"
 
@@ -75,7 +77,7 @@ bool Win32Form::FilterKeyDown(MSG& message) {
 
 bool Win32Form::FilterEscape(const MSG& message) {
   const auto* combo = dynamic_cast<const Win32ComboBox*>(ControlOf(message.hwnd));
-  if (combo != nullptr && SendMessageW(combo->Window(), CB_GETDROPPEDSTATE, 0, 0) != 0)
+  if (combo != nullptr && combo->IsListOpen())
     DispatchMessageW(&message);
   else if (onEscape && !IsRepeat(message))
     RunGuarded(window_, onEscape);
@@ -86,11 +88,27 @@ bool Win32Form::FilterEnter(const MSG& message) {
   // A key held too long would start a test, and then be the stop request of the very same.
   if (IsRepeat(message)) return true;
   ControlWindow* control = ControlOf(message.hwnd);
-  if (dynamic_cast<Win32Button*>(control) != nullptr)
+  if (control == nullptr) return true;
+  if (dynamic_cast<Win32Button*>(control) != nullptr) {
     control->OnCommand(BN_CLICKED);
-  else if (dynamic_cast<Win32ComboBox*>(control) != nullptr)
+    return true;
+  }
+  if (const auto* combo = dynamic_cast<const Win32ComboBox*>(control)) {
+    const bool aboutTheList = combo->IsListOpen();
     DispatchMessageW(&message);
+    if (aboutTheList) return true;
+  }
+  PressDefaultButton(control->Page());
   return true;
+}
+
+void Win32Form::PressDefaultButton(int page) {
+  if (HeldShiftStates() != 0) return;
+  const auto first = std::find_if(controls_.begin(), controls_.end(), [page](const auto& control) {
+    return control->Page() == page && dynamic_cast<const Win32Button*>(control.get()) != nullptr;
+  });
+  if (first == controls_.end() || !IsReachable((*first)->Window())) return;
+  if (MayLeaveFor(first->get())) (*first)->OnCommand(BN_CLICKED);
 }
 
 bool Win32Form::FilterTab(MSG& message) {

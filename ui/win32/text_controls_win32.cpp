@@ -158,8 +158,9 @@ void Win32ComboBox::Select(int index) {
 LRESULT Win32ComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_KEYDOWN:
-      // While the list is open, the keys are about the list.
-      if (Send(CB_GETDROPPEDSTATE) == 0) Raise(onKeyDown, static_cast<int16_t>(wParam), HeldShiftStates());
+      // While the list is open, the keys are the list's. Enter takes its entry, and is then the field's too.
+      if (IsListOpen() && wParam == VK_RETURN) Send(WM_KEYDOWN, VK_RETURN, lParam);
+      if (!IsListOpen()) Raise(onKeyDown, static_cast<int16_t>(wParam), HeldShiftStates());
       break;
     case WM_CHAR:
       if (wParam == kCtrlA) {
