@@ -224,6 +224,21 @@ TEST_F(Form1CncTest, The_stop_of_a_run_ends_a_PMC_read_that_began_inside_it) {
   ExpectIdle();
 }
 
+TEST_F(Form1CncTest, The_stop_of_a_run_inside_a_PMC_read_leaves_the_read_alone) {
+  Address().SetText(L"192.168.1.100");
+  OpenPmc();
+  cncLibrary.onRead = [&] {
+    if (cncLibrary.reads == 2) Click(ID_cmdPing);
+  };
+  onEvents = [&] {
+    if (icmp.requests.size() == 1 && flags.busy) Click(ID_cmdPing);
+  };
+  ClickPmc(ID_cmdRead);
+  EXPECT_EQ(icmp.requests.size(), 1U);
+  EXPECT_EQ(cncLibrary.reads, 10);
+  ExpectIdle();
+}
+
 TEST_F(Form1CncTest, Shut_down_unloads_an_open_PMC_window) {
   OpenPmc();
   EXPECT_EQ(Existing(), 1);

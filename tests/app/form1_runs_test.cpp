@@ -54,6 +54,22 @@ TEST_F(Form1RunsTest, Every_button_that_begins_a_run_is_the_stop_of_an_active_on
   }
 }
 
+TEST_F(Form1RunsTest, Every_button_that_begins_a_test_begins_an_outermost_run) {
+  for (const int id : {ID_cmdPing, ID_cmdAllTest, ID_cmdGetInfo, ID_cmdFtpConnect, ID_cmdAllFtpTest}) {
+    Address().SetText(L"192.168.1.100");
+    int pauses = 0;
+    onEvents = [&] {
+      ++pauses;
+      EXPECT_TRUE(flags.busy) << id;
+      EXPECT_EQ(Button(ID_cmdPing).Caption(), L"&Stop") << id;
+      EXPECT_FALSE(form.Close()) << id;
+    };
+    Click(id);
+    EXPECT_GT(pauses, 0) << id;
+    ExpectIdle();
+  }
+}
+
 TEST_F(Form1RunsTest, Esc_stops_an_active_run) {
   Address().SetText(L"192.168.1.100");
   onEvents = [&] { form.onEscape(); };

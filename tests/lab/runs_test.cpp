@@ -43,6 +43,38 @@ TEST_F(Runs, A_second_click_stops_the_run) {
   EXPECT_EQ(lines.front(), "PING test...");
 }
 
+TEST_F(Runs, A_double_click_starts_a_run_once_and_a_later_click_stops_it) {
+  const WindowUnderTest window = StartWith(kNearAddress, 60);
+  window.DoubleClick(ID_cmdPing);
+  WaitForFirstEcho(window);
+  ASSERT_TRUE(WaitUntil(kSoon, [&] { return window.LineCount(ID_lstResult) >= 3; }));
+  EXPECT_TRUE(RunIsActive(window));
+  window.Click(ID_cmdPing);
+  window.WaitForText(ID_cmdPing, "&Ping");
+}
+
+TEST_F(Runs, A_count_box_that_was_emptied_under_a_run_does_not_keep_the_stop_from_being_clicked) {
+  const WindowUnderTest window = StartLongRun();
+  window.SetText(ID_txtPingReqCount, "");
+  window.SetFocus(ID_txtPingReqCount);
+  window.Click(ID_cmdPing);
+  window.WaitForText(ID_cmdPing, "&Ping");
+  EXPECT_FALSE(Program().HasBox());
+}
+
+TEST_F(Runs, Tab_leads_from_an_emptied_count_box_to_the_stop_and_to_nothing_else) {
+  const WindowUnderTest window = StartLongRun();
+  window.SetText(ID_txtPingReqCount, "");
+  window.SetFocus(ID_txtPingReqCount);
+  window.Press("Tab");
+  window.WaitForFocus(ID_cmdPing);
+  EXPECT_FALSE(Program().HasBox());
+  window.SetFocus(ID_txtPingReqCount);
+  window.Press("Shift+Tab");
+  Program().Answer(Program().WaitForBox(), BoxButton::Ok);
+  window.WaitForFocus(ID_txtPingReqCount);
+}
+
 TEST_F(Runs, Every_button_that_begins_a_run_is_its_stop) {
   const WindowUnderTest window = StartLongRun();
   window.Click(ID_cmdAllTest);

@@ -54,6 +54,7 @@ Size Win32Button::SizeFor(const std::wstring& caption) const {
 
 void Win32Button::OnCommand(WORD notification) {
   switch (notification) {
+    // Once for a double click: its second press comes as BN_DBLCLK, and must not stop what the first started.
     case BN_CLICKED:
       Raise(onClick);
       break;
