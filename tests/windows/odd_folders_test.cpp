@@ -26,7 +26,7 @@ TEST_F(ProfileFiles, Our_reader_agrees_with_that_of_Windows) {
             "13=second\r\nName=x\r\n14=say \"no\"\r\n15=\"\"q\"\"\r\n  ; 16=comment\r\n17=end ; of "
             "line\r\n[1041]\r\n"
             "1=other\r\n[MixedCase]\r\nk=y\r\n[1033]\r\n20=late\r\n[last]\r\n1=no line end");
-  for (const char* const section : {"1033", "1041", "mixedcase", "MixedCase", "last", "none", ""}) {
+  for (const char* const section : {"1033", "1041", "mixedcase", "MixedCase", "last", "none"}) {
     for (const char* const key :
          {"1",  "2",  "3",  "4",  "5",  "6",  "7",    "8",    "9", "10",     "11",  "12",
           "13", "14", "15", "16", "17", "20", "name", "NAME", "K", "before", "none"}) {
