@@ -22,8 +22,12 @@ The numbers behind "Allocate Handle error=" and "SystemError=" come from the lib
 bench's: -102 no connection, -103 time-out, -104 connection lost, -105 an answer that makes no sense. The library of your
 PC may have others. Access codes and passwords in a command line are encoded; here they are written backwards.
 
-The laboratory runs Tarvik under Wine. Of an address on its own subnet that nobody has, Windows may say "Destination
-Host Unreachable" where this page says "ICMP_Error:11010".
+The laboratory runs Tarvik under Wine. For a dead host on the PC's own subnet, Windows may report "Destination Host
+Unreachable" where this page shows "ICMP_Error:11010". Such a report counts as an answer, so the check may go on and
+stop only at a later step. Read each reply line to its end: only one with "bytes=" comes from a host that works.
+
+Type addresses without zeros in front: 192.168.1.20, not 192.168.1.020. See [zeros in
+front](#fault-name-address-zero-padded).
 
 Where the ladder stops is where to look first: what lies below has passed.
 
