@@ -8,27 +8,39 @@
 
 namespace tarvik::lab {
 
-/// What a caller wants to hear of a program while it waits for it.
+/// Callbacks of the functions below.
 struct Listener {
-  /// A line that the result list has got.
+  /// A line added to the result list.
   std::function<void(const std::string&)> onLine;
-  /// A message box, which is then answered with its OK. Without this function a box is an error.
+  /// A message box, before it is answered. Without this function a message box is a LabError.
   std::function<void(const BoxUnderTest&)> onBox;
+  /// Chooses the answer to a message box; OK without this function.
+  std::function<BoxButton(const BoxUnderTest&)> answer;
 };
 
-/// The main window, as soon as it is visible. Throws LabError when it does not come in time, and on a
-/// message box that nobody listens to.
+/// Waits until the main window is visible and all its pages have their controls, answering message boxes
+/// meanwhile. Throws LabError after a minute, when the program ends, and on a message box without
+/// `listener.onBox`.
 WindowUnderTest WaitForMainWindow(ProgramUnderTest& program, const Listener& listener = {});
 
-/// A run is active: the button that began it shows that it stops it now.
+/// True while a run is active: its buttons then read "Stop".
 bool RunIsActive(const WindowUnderTest& mainWindow);
 
-/// Follows the run that the program began at its start, or that a click on a button has just begun, to its
-/// end. The lines that the list holds then. Throws LabError when the run takes longer.
+/// Follows the run that the program starts by itself (a target on the command line) or that is active, until
+/// the window is at rest. Returns the result list. Throws LabError when the run takes longer, when the
+/// program ends, and on a message box without `listener.onBox`.
 std::vector<std::string> FollowRun(ProgramUnderTest& program, const WindowUnderTest& mainWindow,
                                    milliseconds timeOut, const Listener& listener = {});
 
-/// The lines with every measured time written as "time=Nms", so that they can be compared.
+/// Clicks the button and follows the run that it starts; see FollowRun.
+std::vector<std::string> ClickAndFollow(ProgramUnderTest& program, const WindowUnderTest& mainWindow,
+                                        int button, milliseconds timeOut, const Listener& listener = {});
+
+/// The lines with every measured time replaced by "time=Nms", so that they can be compared.
 std::vector<std::string> WithoutTimes(std::vector<std::string> lines);
+
+/// The lines after `before`, which an earlier call read from the same list; all of them when the list has
+/// been cleared since.
+std::vector<std::string> LinesAfter(const std::vector<std::string>& before, std::vector<std::string> lines);
 
 }  // namespace tarvik::lab

@@ -118,7 +118,7 @@ bool LeaveOpen(const ShownProgram& shown) {
                    K7ServerService::State::Running);
   }
   ProgramUnderTest program(pc, shown.program);
-  const WindowUnderTest window = WaitForMainWindow(program, {{}, [](const BoxUnderTest&) {}});
+  const WindowUnderTest window = WaitForMainWindow(program, {.onBox = [](const BoxUnderTest&) {}});
   window.SetText(ID_cmbIPAddr, kNearAddress);
   std::cout << "\nTarvik is open on screen " << pc.Screen().Display()
             << ". Play until you close its window.\n\n"

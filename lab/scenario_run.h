@@ -5,10 +5,9 @@
 
 namespace tarvik::lab {
 
-/// Makes the scenario's fault on a network that is as it was laid, does what the technician does, and takes
-/// down what the tool shows, every measured time as "time=Nms". A box that the scenario does not expect is
-/// answered with its OK. Throws ScenarioError when the fault cannot be made, LabError when the tool does not
-/// come to rest.
+/// Sets up the scenario's fault on an unchanged network, performs the technician's steps and records what the
+/// tool shows, with every measured time as "time=Nms". A message box that the scenario does not expect is
+/// answered with OK. Throws ScenarioError when the fault cannot be set up, LabError when a run does not end.
 Outcome RunScenario(const ScenarioContext& context, const Scenario& scenario);
 
 }  // namespace tarvik::lab
