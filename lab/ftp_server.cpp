@@ -1,13 +1,18 @@
+// The FTP servers' configurations and scripts. All run as root inside a host's network namespace; vsftpd also
+// gets a private view of a few system files.
+
 #include "lab/ftp_server.h"
 
 #include <filesystem>
 #include <fstream>
 
+#include "lab/own_network.h"
+
 namespace tarvik::lab {
 namespace {
 
-// $1 = the work folder. The namespace's mounts are its own, so that the machine's users and services stay
-// as they are. The served folder is mounted where every user can get at it.
+// $1 = the temporary directory, $2 = the password hash. "ip netns exec" also makes a mount namespace, so that
+// these mounts do not change the machine's users. The folder is served from /mnt, which every user may enter.
 constexpr char kVsftpd[] = R"(
 set -e
 cd "$1"
@@ -43,7 +48,7 @@ mount --bind passwd /etc/passwd
 mount --bind shadow /etc/shadow
 mount --bind pam /etc/pam.d/vsftpd
 mount --bind files /mnt
-# What it has to complain of it writes to its standard input, which is a connection elsewhere.
+# It writes errors to standard input: under inetd that would be the connection.
 exec vsftpd "$1/conf" <&1
 )";
 
@@ -51,10 +56,10 @@ exec vsftpd "$1/conf" <&1
 constexpr char kPasswordHash[] =
     "$6$tarvik$9XspvMFulup7FqKo/.it6n0uQ2C.0rRmKE3cMrs/h/6iXSYPOSz3CKELqsCd5zAXrSQGiV8Nr0uLe7BCdhNSu1";
 
-// Debian's module is Debian's interpreter's, whatever other one the machine has.
+// Debian's pyftpdlib belongs to Debian's interpreter, which need not be the first in PATH.
 constexpr char kPython[] = "/usr/bin/python3";
 
-// The folder's names are bytes of any code page and go out as they are.
+// File names are bytes in any code page and are sent unchanged.
 constexpr char kPyftpdlib[] = R"(
 import sys
 from pyftpdlib.authorizers import DummyAuthorizer
@@ -112,17 +117,14 @@ while True:
 )";
 
 std::unique_ptr<Process> StartIn(const Laboratory& net, Host host, const std::vector<std::string>& program) {
-  std::vector<std::string> arguments = {"ip", "netns", "exec", net.Namespace(host)};
-  arguments.insert(arguments.end(), program.begin(), program.end());
   Process::Options options;
   options.errorsWithOutput = true;
-  auto process = std::make_unique<Process>(arguments, options);
-  const std::vector<std::string> question = {"ip", "netns", "exec",       net.Namespace(host),
-                                             "ss", "-Hltn", "sport = :21"};
+  auto process = std::make_unique<Process>(InNamespace(net.Namespace(host), program), options);
+  const auto listeners = InNamespace(net.Namespace(host), {"ss", "-Hltn", "sport = :21"});
   const bool listening = WaitUntil(std::chrono::seconds(30), [&] {
     if (process->Wait(milliseconds(0)))
-      throw LabError("The FTP server ends: " + process->ReadAll(milliseconds(1000)));
-    return !Run(question).output.empty();
+      throw LabError("The FTP server has ended: " + process->ReadAll(milliseconds(1000)));
+    return !Run(listeners).output.empty();
   });
   if (!listening) throw LabError("The FTP server does not listen");
   return process;
@@ -130,11 +132,11 @@ std::unique_ptr<Process> StartIn(const Laboratory& net, Host host, const std::ve
 
 }  // namespace
 
-std::string FtpServer::UnsupportedReason(Product product) {
+std::optional<std::string> FtpServer::UnsupportedReason(Product product) {
   const std::vector<std::string> command = product == Product::Vsftpd
                                                ? std::vector<std::string>{"sh", "-c", "command -v vsftpd"}
                                                : std::vector<std::string>{kPython, "-c", "import pyftpdlib"};
-  if (Run(command).exitCode == 0) return {};
+  if (Run(command).exitCode == 0) return std::nullopt;
   return product == Product::Vsftpd ? "vsftpd is not installed" : "python3-pyftpdlib is not installed";
 }
 
@@ -148,7 +150,8 @@ FtpServer::FtpServer(const Laboratory& net, Host host, Product product, const st
 }
 
 void FtpServer::AddDirectory(const std::string& name) const {
-  if (!std::filesystem::create_directory(files_ + "/" + name)) throw LabError("Cannot make a directory");
+  if (!std::filesystem::create_directory(files_ + "/" + name))
+    throw LabError("Cannot create a directory to serve");
 }
 
 void FtpServer::AddFile(const std::string& name, size_t bytes) const {

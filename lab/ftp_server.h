@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "lab/laboratory.h"
@@ -12,23 +13,24 @@ namespace tarvik::lab {
 inline constexpr char kFtpUser[] = "cnc";
 inline constexpr char kFtpPassword[] = "secret";
 
-/// A real FTP server on port 21 of a host, in active mode only. It lets in anonymous users and the one
-/// above, who may write, and serves one folder. Its end ends it. Everything throws LabError when the system
-/// refuses.
+/// A real FTP server on port 21 of a host, in active mode only. It serves one folder to anonymous users and
+/// to kFtpUser, who may also write. It listens once constructed and stops on destruction. Methods throw
+/// LabError.
 class FtpServer {
  public:
   enum class Product { Vsftpd, Pyftpdlib };
 
-  /// Why this machine cannot run it; empty when it can.
-  static std::string UnsupportedReason(Product product);
+  /// Why this machine cannot run it; nothing when it can.
+  static std::optional<std::string> UnsupportedReason(Product product);
 
   FtpServer(const Laboratory& net, Host host, Product product, const std::string& cacheFolder);
 
-  /// Puts an empty directory, or a file of that many bytes, into the folder. Names are raw bytes.
+  /// Adds an empty directory, or a file of `bytes` bytes, to the folder. Names are raw bytes in any code
+  /// page.
   void AddDirectory(const std::string& name) const;
   void AddFile(const std::string& name, size_t bytes = 0) const;
 
-  /// The folder as this machine sees it.
+  /// Path of the served folder on this machine.
   const std::string& Folder() const { return files_; }
 
  private:
@@ -37,12 +39,12 @@ class FtpServer {
   std::unique_ptr<Process> process_;
 };
 
-/// An FTP server that does something wrong. Its end ends it.
+/// An FTP server with a fault. It listens on port 21 once constructed and stops on destruction.
 class FaultyFtpServer {
  public:
-  /// `fault`: "silent" = says nothing at all; "drop VERB" = hangs up at that command, "drop LIST" in the
-  /// middle of the listing's second line; "greeting N" = a greeting of N bytes without a line end, then hangs
-  /// up; "says TEXT" = says that in the place of a greeting, then hangs up.
+  /// `fault`: "silent" = accepts connections and sends nothing; "drop VERB" = closes the connection at that
+  /// command, "drop LIST" in the middle of the listing's second line; "greeting N" = sends N bytes without a
+  /// line end and closes; "says TEXT" = sends that instead of a greeting and closes. Throws LabError.
   FaultyFtpServer(const Laboratory& net, Host host, const std::string& fault);
 
  private:

@@ -1,6 +1,7 @@
 #include "lab/test_ground.h"
 
 #include <filesystem>
+#include <fstream>
 
 namespace tarvik::lab {
 
@@ -10,7 +11,7 @@ std::optional<std::string> WindowsUnsupportedReason() {
   for (const char* name : {"TARVIK_EXE", "TARVIK_DRIVER", "TARVIK_BENCH"}) {
     const std::string path = EnvironmentValue(name);
     if (path.empty()) return std::string(name) + " is not set";
-    if (!std::filesystem::exists(path)) return "there is no " + path;
+    if (!fs::exists(path)) return path + " does not exist";
   }
   for (const char* tool : {"wine", "wineserver", "Xvfb", "openbox", "xprop"}) {
     if (Run({"sh", "-c", "command -v \"$1\"", "sh", tool}).exitCode != 0) {
@@ -28,7 +29,14 @@ std::string GeneralProgramPath() {
 
 std::string OldSystemFolder() { return fs::path(ProgramPath()).parent_path() / "old-system"; }
 
-ProgramCopy::ProgramCopy(LanguageFiles files) : work_(PcForTests().cacheFolder) {
+std::vector<std::string> LinesOfFile(const std::string& path) {
+  std::vector<std::string> lines;
+  std::ifstream file(path);
+  for (std::string line; std::getline(file, line);) lines.push_back(line);
+  return lines;
+}
+
+ProgramCopy::ProgramCopy(LanguageFiles files) : directory_(PcForTests().cacheFolder) {
   const fs::path program = ProgramPath();
   fs::copy_file(program, Path());
   if (files == LanguageFiles::Beside) {
@@ -39,7 +47,7 @@ ProgramCopy::ProgramCopy(LanguageFiles files) : work_(PcForTests().cacheFolder) 
 WindowsPc::Options PcForTests() {
   WindowsPc::Options options;
   options.driver = EnvironmentValue("TARVIK_DRIVER");
-  options.cacheFolder = CacheFolder(std::filesystem::temp_directory_path());
+  options.cacheFolder = CacheFolder(fs::temp_directory_path());
   options.programPath = EnvironmentValue("TARVIK_BENCH");
   return options;
 }

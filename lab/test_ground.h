@@ -2,42 +2,47 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "lab/leavings.h"
 #include "lab/windows_pc.h"
 
 namespace tarvik::lab {
 
-// What the tests of the shipped program stand on; where things are, the build tells in the environment:
-// TARVIK_EXE, TARVIK_DRIVER, TARVIK_BENCH (a folder), TARVIK_CACHE (a folder).
+// The environment of the tests of the shipped program. CTest sets these variables: TARVIK_EXE and
+// TARVIK_DRIVER (programs), TARVIK_BENCH and TARVIK_CACHE (folders).
 
-/// Why no test with real windows can run here; nothing when it can.
+/// Why tests with real windows cannot run here (Wine or Xvfb missing, a program not built); nothing when they
+/// can.
 std::optional<std::string> WindowsUnsupportedReason();
 
-/// The shipped program.
+/// The shipped program under test.
 std::string ProgramPath();
 
-/// The general edition beside it, 32-bit.
+/// The general edition, which is always 32-bit.
 std::string GeneralProgramPath();
 
-/// A folder with the ipconfig command of an old system, for the search path.
+/// The folder with the stand-in for an old system's ipconfig command, to put into WINEPATH.
 std::string OldSystemFolder();
 
-/// A copy of the program in a folder of its own.
+/// The lines of a text file; none when it does not exist.
+std::vector<std::string> LinesOfFile(const std::string& path);
+
+/// A copy of the program in a new directory, deleted on destruction.
 class ProgramCopy {
  public:
   enum class LanguageFiles { Beside, Absent };
 
   explicit ProgramCopy(LanguageFiles files);
 
-  const std::string& Folder() const { return work_.Path(); }
+  const std::string& Folder() const { return directory_.Path(); }
   std::string Path() const { return Folder() + "/Tarvik.exe"; }
 
  private:
-  TempDirectory work_;
+  TempDirectory directory_;
 };
 
-/// A PC as most tests want it: English, 96 dpi, on a screen that nobody sees, with the stand-in libraries.
+/// The PC that most tests need: English, 96 dpi, on an invisible display, with the stand-in libraries.
 WindowsPc::Options PcForTests();
 
 }  // namespace tarvik::lab

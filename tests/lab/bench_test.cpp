@@ -5,7 +5,7 @@
 namespace tarvik::lab {
 namespace {
 
-/// The stand-in CNC library on the laboratory's PC, with controllers on real cables.
+/// The bench's CNC library on the laboratory's PC, with controllers on the network.
 class BenchOnCables : public OnCables<BenchTest> {
  protected:
   Fields Allocate(const std::string& address, const std::string& timeOut) {
@@ -13,7 +13,7 @@ class BenchOnCables : public OnCables<BenchTest> {
   }
 };
 
-TEST_F(BenchOnCables, A_controller_answers_on_the_subnet_and_behind_the_gateway) {
+TEST_F(BenchOnCables, A_controller_answers_on_the_subnet_and_beyond_the_gateway) {
   const Controller nearOne(Net(), Host::Near, "model_type 31\n");
   const Controller farOne(Net(), Host::Far, "model_type 16\n");
   const Fields nearHandle = Allocate(kNearAddress, "60");
@@ -22,7 +22,7 @@ TEST_F(BenchOnCables, A_controller_answers_on_the_subnet_and_behind_the_gateway)
   EXPECT_EQ(Call({"nx_sysinfo", farHandle.at(1)}).at(3), "16");
 }
 
-TEST_F(BenchOnCables, A_cable_that_is_out_before_the_call_is_no_connection_or_a_time_out) {
+TEST_F(BenchOnCables, A_cable_unplugged_before_the_call_is_no_connection_or_a_time_out) {
   const Controller controller(Net(), Host::Near, "");
   Net().PullCable(Host::Near);
   const Fields answer = Allocate(kNearAddress, "2");
@@ -30,7 +30,7 @@ TEST_F(BenchOnCables, A_cable_that_is_out_before_the_call_is_no_connection_or_a_
   EXPECT_EQ(answer.at(1), "0");
 }
 
-TEST_F(BenchOnCables, A_cable_that_is_pulled_under_a_handle_is_a_time_out) {
+TEST_F(BenchOnCables, A_cable_pulled_while_a_handle_is_open_is_a_time_out) {
   const Controller controller(Net(), Host::Near, "");
   const std::string handle = Allocate(kNearAddress, "5").at(1);
   ASSERT_EQ(Call({"nx_sysinfo", handle}).at(0), "0");
@@ -39,7 +39,7 @@ TEST_F(BenchOnCables, A_cable_that_is_pulled_under_a_handle_is_a_time_out) {
   EXPECT_EQ(Call({"nx_freehandle", handle}).at(0), "0");
 }
 
-TEST_F(BenchOnCables, A_controller_that_is_off_refuses) {
+TEST_F(BenchOnCables, Without_a_controller_the_connection_is_refused) {
   EXPECT_EQ(Allocate(kNearAddress, "30").at(0), "-102");
 }
 

@@ -2,39 +2,34 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 
-#include "app/control_ids.h"
 #include "lab/controller.h"
 #include "tests/lab/lab_fixture.h"
 
 namespace tarvik::lab {
 
-/// The shipped program with the bench's CNC library, and the bench's controller at the other end of the
-/// cable.
+/// The shipped program with the bench's CNC library on a network with the bench's controllers.
 template <typename Suite>
 class CncTest : public LabTest<Suite> {
  public:
   static WindowsPc::Options Options() { return OptionsWith({}); }
 
  protected:
-  using Lines = std::vector<std::string>;
-
   static constexpr char kTestLine[] = "Get System Information test....";
-  /// A call may block for its time-out, and Wine's internet library for half a minute.
-  static constexpr std::chrono::seconds kLongestTest{240};
+  /// A library call may block for its time-out, and Wine's internet library for half a minute.
+  static constexpr std::chrono::seconds kTestTimeOut{240};
 
-  /// A PC on which the libraries find these variables, and write down each call.
+  /// A PC whose libraries record each call and find these variables in their environment.
   static WindowsPc::Options OptionsWith(Environment variables) {
     WindowsPc::Options options = PcForTests();
-    notes_ = std::make_unique<TempDirectory>(options.cacheFolder);
+    records_ = std::make_unique<TempDirectory>(options.cacheFolder);
     options.environment = std::move(variables);
-    options.environment["TARVIK_BENCH_CALLS"] = WindowsPath(NotesPath());
+    options.environment["TARVIK_BENCH_CALLS"] = WindowsPath(CallsPath());
     return options;
   }
   static void TearDownTestSuite() {
     LabTest<Suite>::TearDownTestSuite();
-    notes_.reset();
+    records_.reset();
   }
 
   void SetUp() override {
@@ -46,14 +41,9 @@ class CncTest : public LabTest<Suite> {
     return Controller(LabTest<Suite>::Net(), host, scenario);
   }
 
-  /// The calls so far, as the bench's libraries wrote them down.
-  static Lines Calls() {
-    Lines lines;
-    std::ifstream file(NotesPath());
-    for (std::string line; std::getline(file, line);) lines.push_back(line);
-    return lines;
-  }
-  static void ForgetCalls() { std::filesystem::remove(NotesPath()); }
+  /// The library calls recorded so far.
+  static Lines Calls() { return LinesOfFile(CallsPath()); }
+  static void ForgetCalls() { std::filesystem::remove(CallsPath()); }
   static bool HasCall(const std::string& beginning) {
     const Lines calls = Calls();
     return std::any_of(calls.begin(), calls.end(),
@@ -70,32 +60,25 @@ class CncTest : public LabTest<Suite> {
     return window;
   }
 
-  /// Clicks, and returns the lines that the list holds when the run has ended. Its message boxes are answered
-  /// and kept.
+  /// Clicks the button, follows the run and returns the whole list without times. Message boxes are answered
+  /// with OK and kept in `boxes_`.
   Lines ClickAndFollow(const WindowUnderTest& window, int button) {
-    const Lines known = window.Lines(ID_lstResult);
-    const size_t boxesBefore = boxes_.size();
-    window.Click(button);
-    return FollowToEnd(window,
-                       [&](const Lines& lines) { return lines != known || boxes_.size() != boxesBefore; });
+    return AtEnd(lab::ClickAndFollow(this->Program(), window, button, kTestTimeOut, Listening()));
   }
 
-  /// What the list holds behind the library test's first line.
+  /// Runs the library test and returns the lines after its title.
   Lines TestLibrary(const WindowUnderTest& window) {
-    return BehindTestLine(ClickAndFollow(window, ID_cmdGetInfo));
+    return AfterTestLine(ClickAndFollow(window, ID_cmdGetInfo));
   }
   Lines TestLibrary(const std::string& commandLine = {}) { return TestLibrary(StartOnPage(commandLine)); }
 
-  /// The lines of the run that the program begins by its command line, with every measured time as
-  /// "time=Nms".
+  /// Starts the program and follows the run that it starts by itself, as ClickAndFollow does.
   Lines RunAtStart(const std::string& commandLine, const std::string& program = ProgramPath()) {
     this->StartOnly(commandLine, program);
-    return FollowRunAtStart(WaitForMainWindow(this->Program(), Listening()));
+    return FollowRun(WaitForMainWindow(this->Program(), Listening()));
   }
-  Lines FollowRunAtStart(const WindowUnderTest& window) {
-    return FollowToEnd(window, [](const Lines& lines) {
-      return lines.empty() || !lines.front().starts_with("szDescription:");
-    });
+  Lines FollowRun(const WindowUnderTest& window) {
+    return AtEnd(lab::FollowRun(this->Program(), window, kTestTimeOut, Listening()));
   }
 
   Listener Listening() {
@@ -104,7 +87,7 @@ class CncTest : public LabTest<Suite> {
     return listener;
   }
 
-  static Lines BehindTestLine(const Lines& lines) {
+  static Lines AfterTestLine(const Lines& lines) {
     const auto last = std::find(lines.rbegin(), lines.rend(), kTestLine);
     return {last == lines.rend() ? lines.end() : last.base(), lines.end()};
   }
@@ -112,43 +95,18 @@ class CncTest : public LabTest<Suite> {
   std::vector<BoxUnderTest> boxes_;
 
  private:
-  static std::string NotesPath() { return notes_->Path() + "/calls"; }
+  static std::string CallsPath() { return records_->Path() + "/calls"; }
 
-  Lines FollowToEnd(const WindowUnderTest& window, const std::function<bool(const Lines&)>& hasBegun) {
-    Lines lines;
-    bool begun = false;
-    const bool ended = WaitUntil(kLongestTest, [&] {
-      try {
-        if (this->Program().HasBox()) {
-          boxes_.push_back(this->Program().WaitForBox());
-          this->Program().Answer(boxes_.back(), BoxButton::Ok);
-        }
-        begun = begun || RunIsActive(window) || hasBegun(window.Lines(ID_lstResult));
-        if (!begun || RunIsActive(window) || this->Program().HasBox()) return false;
-        lines = window.Lines(ID_lstResult);
-        return true;
-      } catch (const LabError&) {
-        return false;  // the window does not answer while a library blocks it
-      }
-    });
-    if (!ended) throw LabError("The run does not end");
-    ExpectAtRest(window);
-    return WithoutTimes(lines);
-  }
-
-  void ExpectAtRest(const WindowUnderTest& window) {
-    EXPECT_TRUE(window.Enabled(0));
-    EXPECT_EQ(window.Text(ID_cmdPing), "&Ping");
-    // Which shape it has again depends on what it happens to stand over.
-    EXPECT_TRUE(
-        WaitUntil(kSoon, [&] { return window.CurrentPointer() != WindowUnderTest::Pointer::Hourglass; }));
+  /// Checks that the run has freed every handle.
+  static Lines AtEnd(const Lines& lines) {
     const Lines calls = Calls();
     if (!calls.empty()) {
       EXPECT_TRUE(calls.back().ends_with(" open=0")) << calls.back();
     }
+    return WithoutTimes(lines);
   }
 
-  static inline std::unique_ptr<TempDirectory> notes_;
+  static inline std::unique_ptr<TempDirectory> records_;
 };
 
 }  // namespace tarvik::lab

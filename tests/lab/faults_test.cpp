@@ -1,5 +1,5 @@
-// Every scenario of the fault laboratory, each a test of its own under the name of its file. A new file is
-// found when the tests run; nothing has to be built or registered for it.
+// Runs every file of lab/scenarios as a test named after it. Files are found at run time: a new one needs no
+// build.
 
 #include <algorithm>
 #include <cstdio>
@@ -23,13 +23,10 @@ class FaultTest : public LabTest<Suite> {
  protected:
   void SetUp() override {
     LabTest<Suite>::SetUp();
-    if (this->IsSkipped()) return;
-    // A host that does not answer is given up after seconds, as Windows does, not after minutes.
-    RunOrThrow({"ip", "netns", "exec", this->Net().Namespace(Host::Pc), "sh", "-c",
-                "echo 2 >/proc/sys/net/ipv4/tcp_syn_retries"});
+    if (!this->IsSkipped()) this->GiveUpConnectingSoon();
   }
 
-  void Expect(const Scenario& scenario) {
+  void ExpectOutcomeOf(const Scenario& scenario) {
     const WindowsPc::Options options = Suite::Options();
     const ScenarioContext context{this->Pc(),           this->Net(),         ProgramPath(),
                                   GeneralProgramPath(), options.programPath, options.cacheFolder};
@@ -56,7 +53,7 @@ void Register(const char* suite, FaultGroup group) {
     class Test : public Suite {
      public:
       explicit Test(Scenario each) : scenario_(std::move(each)) {}
-      void TestBody() override { this->Expect(scenario_); }
+      void TestBody() override { this->ExpectOutcomeOf(scenario_); }
 
      private:
       Scenario scenario_;
@@ -75,7 +72,7 @@ bool RegisterAll() {
     Register<FtpFaults>("FtpFaults", FaultGroup::Ftp);
     return true;
   } catch (const ScenarioError& error) {
-    // The tests that look for their scenarios say the same, and fail.
+    // The Have_scenarios tests throw the same error and fail.
     std::fprintf(stderr, "%s\n", error.what());
     return false;
   }

@@ -1,4 +1,4 @@
-// Every operation of the FTP client, with the system's own library against two real servers.
+// Every operation of the FTP client, through the system's library, with two real servers.
 
 #include <fstream>
 #include <iterator>
@@ -19,9 +19,8 @@ class FtpOperations : public OnCables<ProductTest> {
  protected:
   void SetUp() override {
     for (const Product product : kProducts)
-      if (const std::string reason = FtpServer::UnsupportedReason(product); !reason.empty())
-        GTEST_SKIP() << reason;
-    ProductTest::SetUp();
+      if (const auto reason = FtpServer::UnsupportedReason(product)) GTEST_SKIP() << *reason;
+    OnCables::SetUp();
   }
 
   static FtpServer Serve(Product product) { return FtpServer(Net(), Host::Near, product, Cache()); }
@@ -40,7 +39,7 @@ class FtpOperations : public OnCables<ProductTest> {
 
 const std::string kBytes = std::string("O1000\r\n\n\0\xFF%", 10);
 
-TEST_F(FtpOperations, A_file_comes_as_it_is_and_goes_as_it_is) {
+TEST_F(FtpOperations, Files_are_transferred_unchanged_in_both_directions) {
   for (const Product product : kProducts) {
     const FtpServer server = Serve(product);
     Write(server.Folder() + "/O1000.NC", kBytes);
@@ -53,7 +52,7 @@ TEST_F(FtpOperations, A_file_comes_as_it_is_and_goes_as_it_is) {
   }
 }
 
-TEST_F(FtpOperations, A_local_file_that_exists_is_kept_when_that_is_asked_for) {
+TEST_F(FtpOperations, An_existing_local_file_is_kept_on_request) {
   const FtpServer server = Serve(Product::Vsftpd);
   Write(server.Folder() + "/O1000.NC", kBytes);
   Write(Local("here.nc"), "mine");
@@ -76,7 +75,7 @@ TEST_F(FtpOperations, Files_are_renamed_and_deleted) {
   }
 }
 
-TEST_F(FtpOperations, Directories_are_made_entered_and_removed) {
+TEST_F(FtpOperations, Directories_are_created_entered_and_removed) {
   for (const Product product : kProducts) {
     const FtpServer server = Serve(product);
     Connect();
@@ -91,7 +90,7 @@ TEST_F(FtpOperations, Directories_are_made_entered_and_removed) {
   }
 }
 
-TEST_F(FtpOperations, A_refusal_is_a_refusal_and_the_reply_says_why) {
+TEST_F(FtpOperations, A_refused_operation_fails_and_the_reply_says_why) {
   for (const Product product : kProducts) {
     const FtpServer server = Serve(product);
     Connect();
@@ -104,7 +103,7 @@ TEST_F(FtpOperations, A_refusal_is_a_refusal_and_the_reply_says_why) {
   }
 }
 
-TEST_F(FtpOperations, An_entry_of_the_directory_is_found_by_its_name) {
+TEST_F(FtpOperations, A_directory_entry_is_found_by_its_name) {
   for (const Product product : kProducts) {
     const FtpServer server = Serve(product);
     Write(server.Folder() + "/O1000.NC", kBytes);

@@ -1,31 +1,31 @@
+// The Ftp page with real servers, correct and faulty ones.
+
 #include "lab/ftp_server.h"
 
 #include <algorithm>
 
-#include "app/control_ids.h"
 #include "tests/lab/lab_fixture.h"
 
 namespace tarvik::lab {
 namespace {
 
-using Lines = std::vector<std::string>;
 using Product = FtpServer::Product;
 
-/// Wine's library waits half a minute for each word of a server, and takes a listing byte by byte.
-constexpr std::chrono::seconds kLongestTest(600);
+/// Wine's internet library waits half a minute for each reply and reads a listing byte by byte.
+constexpr std::chrono::seconds kTestTimeOut(600);
 
-constexpr char kFirstLine[] = "FTP Connect test...";
+constexpr char kTestLine[] = "FTP Connect test...";
 
 std::string Entry(const std::string& name, size_t nameColumns, const std::string& size) {
   return name + std::string(35 - nameColumns, ' ') + std::string(10 - size.size(), ' ') + size;
 }
 std::string Entry(const std::string& name, const std::string& size) { return Entry(name, name.size(), size); }
 
-Lines Listing(const Lines& before, const Lines& entries, const Lines& behind) {
+Lines Listing(const Lines& before, const Lines& entries, const Lines& after) {
   Lines lines = before;
   lines.insert(lines.end(), {"", Entry("Name", "Size"), std::string(45, '-')});
   lines.insert(lines.end(), entries.begin(), entries.end());
-  lines.insert(lines.end(), behind.begin(), behind.end());
+  lines.insert(lines.end(), after.begin(), after.end());
   return lines;
 }
 
@@ -35,11 +35,8 @@ class FtpTest : public LabTest<Suite> {
   void SetUp() override {
     LabTest<Suite>::SetUp();
     for (const Product product : {Product::Vsftpd, Product::Pyftpdlib})
-      if (const std::string reason = FtpServer::UnsupportedReason(product); !reason.empty())
-        GTEST_SKIP() << reason;
-    // A host that does not answer is given up after seconds, as Windows does, not after minutes.
-    RunOrThrow({"ip", "netns", "exec", this->Net().Namespace(Host::Pc), "sh", "-c",
-                "echo 2 >/proc/sys/net/ipv4/tcp_syn_retries"});
+      if (const auto reason = FtpServer::UnsupportedReason(product)) GTEST_SKIP() << *reason;
+    if (!this->IsSkipped()) this->GiveUpConnectingSoon();
   }
 
   static FtpServer Serve(Product product) {
@@ -49,66 +46,40 @@ class FtpTest : public LabTest<Suite> {
     return FaultyFtpServer(LabTest<Suite>::Net(), Host::Near, fault);
   }
 
-  /// True when the test that was begun is over: it writes at least a line behind its first one, and keeps the
-  /// user out until its last.
-  static bool IsOver(const WindowUnderTest& window, const Lines& known) {
-    const Lines lines = window.Lines(ID_lstResult);
-    return lines != known && !lines.empty() && lines.back() != kFirstLine && !RunIsActive(window) &&
-           window.Enabled(0);
-  }
-
-  /// Starts the program and tests.
+  /// Starts the program, clicks a button of the Ftp page and returns the lines of the run; for Connect those
+  /// after its title, or the whole list when it no longer holds the title.
   Lines Test(const std::string& user = {}, const std::string& password = {}, int button = ID_cmdFtpConnect) {
-    ProgramUnderTest program(this->Pc(), ProgramPath());
-    return TestWith(program, WaitForMainWindow(program), user, password, button);
+    return TestIn(this->Start(), user, password, button);
   }
 
-  /// Presses the button of the Ftp page and returns what the list holds after the first line of the test, or
-  /// all of it when that has gone.
-  Lines TestWith(ProgramUnderTest& program, const WindowUnderTest& window, const std::string& user = {},
-                 const std::string& password = {}, int button = ID_cmdFtpConnect) {
+  Lines TestIn(const WindowUnderTest& window, const std::string& user = {}, const std::string& password = {},
+               int button = ID_cmdFtpConnect) {
     window.SelectTab(ID_tabMode, 2);
     window.SetText(ID_cmbIPAddr, kNearAddress);
     window.SetText(ID_txtPingReqCount, "1");
     window.SetText(ID_txtFtpUsername, user);
     window.SetText(ID_txtFtpPasswd, password);
-    const Lines known = window.Lines(ID_lstResult);
-    window.Click(button);
-    Lines lines;
-    const bool ended = WaitUntil(kLongestTest, [&] {
-      try {
-        if (!IsOver(window, known)) return false;
-        lines = window.Lines(ID_lstResult);
-        return true;
-      } catch (const LabError&) {
-        return false;  // the window does not answer while the system's library waits for the server
-      }
-    });
-    if (!ended) throw LabError("The test does not end");
-    EXPECT_FALSE(program.HasBox());
-    EXPECT_TRUE(
-        WaitUntil(kSoon, [&] { return window.CurrentPointer() != WindowUnderTest::Pointer::Hourglass; }));
-    const auto begin = std::find(lines.rbegin(), lines.rend(), kFirstLine).base();
-    return {button != ID_cmdFtpConnect ? lines.begin() : begin, lines.end()};
+    const Lines lines = ClickAndFollow(this->Program(), window, button, kTestTimeOut);
+    const auto begin = std::find(lines.begin(), lines.end(), kTestLine);
+    return {begin == lines.end() || button != ID_cmdFtpConnect ? lines.begin() : begin + 1, lines.end()};
   }
 };
 
 class Ftp : public FtpTest<Ftp> {};
 
-TEST_F(Ftp, One_server_shows_its_replies_and_its_directory_to_anonymous_users_and_to_known_ones) {
+TEST_F(Ftp, Vsftpds_replies_and_listing_are_shown_to_anonymous_and_known_users) {
   const FtpServer server = Serve(Product::Vsftpd);
   server.AddDirectory("b");
   server.AddFile("c.txt", 3);
   server.AddFile("A.txt", 12345);
   const Lines entries = {Entry("/b", ""), Entry("A.txt", "12345"), Entry("c.txt", "3")};
-  const Lines behind = {"226 Directory send OK."};
-  EXPECT_EQ(Test(),
-            Listing({"230 Login successful.", "257 \"/\" is the current directory"}, entries, behind));
+  const Lines after = {"226 Directory send OK."};
+  EXPECT_EQ(Test(), Listing({"230 Login successful.", "257 \"/\" is the current directory"}, entries, after));
   EXPECT_EQ(Test(kFtpUser, kFtpPassword),
-            Listing({"230 Login successful.", "257 \"/mnt\" is the current directory"}, entries, behind));
+            Listing({"230 Login successful.", "257 \"/mnt\" is the current directory"}, entries, after));
 }
 
-TEST_F(Ftp, Another_server_does_too) {
+TEST_F(Ftp, Pyftpdlibs_replies_and_listing_are_shown_to_anonymous_and_known_users) {
   const FtpServer server = Serve(Product::Pyftpdlib);
   server.AddDirectory("b");
   server.AddFile("c.txt", 3);
@@ -121,7 +92,7 @@ TEST_F(Ftp, Another_server_does_too) {
                     {"226 Transfer complete."}));
 }
 
-TEST_F(Ftp, A_refused_password_is_told_in_the_servers_words) {
+TEST_F(Ftp, A_rejected_password_shows_the_servers_reply) {
   {
     const FtpServer server = Serve(Product::Vsftpd);
     EXPECT_EQ(Test(kFtpUser, "wrong"), (Lines{"530 Login incorrect."}));
@@ -130,7 +101,7 @@ TEST_F(Ftp, A_refused_password_is_told_in_the_servers_words) {
   EXPECT_EQ(Test(kFtpUser, "wrong"), (Lines{"530 Authentication failed."}));
 }
 
-TEST_F(Ftp, An_empty_directory_is_the_header_only) {
+TEST_F(Ftp, An_empty_directory_shows_only_the_header) {
   {
     const FtpServer server = Serve(Product::Vsftpd);
     EXPECT_EQ(Test(), Listing({"230 Login successful.", "257 \"/\" is the current directory"}, {},
@@ -141,7 +112,7 @@ TEST_F(Ftp, An_empty_directory_is_the_header_only) {
                             {"226 Transfer complete."}));
 }
 
-TEST_F(Ftp, Lines_are_in_the_order_of_the_users_language) {
+TEST_F(Ftp, Lines_are_sorted_in_the_order_of_the_users_language) {
   const FtpServer server = Serve(Product::Pyftpdlib);
   for (const char* name : {"b", "C", "a", "_x", "D", "10", "9", "a-c", "ab"}) server.AddFile(name);
   const Lines lines = Test();
@@ -150,26 +121,24 @@ TEST_F(Ftp, Lines_are_in_the_order_of_the_users_language) {
   EXPECT_EQ(names, (Lines{"_x", "10", "9", "a", "ab", "a-c", "b", "C", "D"}));
 }
 
-TEST_F(Ftp, A_host_that_has_no_server_cannot_be_connected) {
+TEST_F(Ftp, A_host_without_a_server_or_a_cable_cannot_be_connected) {
   EXPECT_EQ(Test(), Lines{"Cannot connect ..."});
   Net().PullCable(Host::Near);
   EXPECT_EQ(Test(), Lines{"Cannot connect ..."});
 }
 
-TEST_F(Ftp, A_server_that_has_been_switched_off_is_not_taken_for_the_one_before) {
-  ProgramUnderTest program(Pc(), ProgramPath());
-  const WindowUnderTest window = WaitForMainWindow(program);
+TEST_F(Ftp, A_server_that_was_switched_off_is_not_mistaken_for_the_one_before) {
+  const WindowUnderTest window = Start();
   {
     const FtpServer server = Serve(Product::Vsftpd);
-    EXPECT_EQ(TestWith(program, window).back(), "226 Directory send OK.");
+    EXPECT_EQ(TestIn(window).back(), "226 Directory send OK.");
   }
-  EXPECT_EQ(TestWith(program, window), Lines{"Cannot connect ..."});
+  EXPECT_EQ(TestIn(window), Lines{"Cannot connect ..."});
   const FtpServer server = Serve(Product::Vsftpd);
-  for (int i = 0; i < 2; ++i)
-    EXPECT_EQ(TestWith(program, window, kFtpUser, "wrong"), Lines{"530 Login incorrect."});
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(TestIn(window, kFtpUser, "wrong"), Lines{"530 Login incorrect."});
 }
 
-TEST_F(Ftp, All_Test_connects_to_what_answers) {
+TEST_F(Ftp, All_Test_pings_the_host_and_then_connects) {
   const FtpServer server = Serve(Product::Vsftpd);
   const Lines lines = WithoutTimes(Test("", "", ID_cmdAllFtpTest));
   EXPECT_EQ(lines,
@@ -178,7 +147,7 @@ TEST_F(Ftp, All_Test_connects_to_what_answers) {
                     {}, {"226 Directory send OK."}));
 }
 
-TEST_F(Ftp, A_server_that_hangs_up_before_the_login_refuses_in_its_last_words) {
+TEST_F(Ftp, A_server_that_hangs_up_during_the_login_shows_its_last_reply) {
   for (const auto& [fault, words] :
        {std::pair("drop USER", "220 ready"), std::pair("drop PASS", "331 password?")}) {
     const FaultyFtpServer server = ServeWithFault(fault);
@@ -186,7 +155,7 @@ TEST_F(Ftp, A_server_that_hangs_up_before_the_login_refuses_in_its_last_words) {
   }
 }
 
-TEST_F(Ftp, A_server_that_hangs_up_after_the_login_has_no_listing) {
+TEST_F(Ftp, A_server_that_hangs_up_after_the_login_shows_no_listing) {
   {
     const FaultyFtpServer server = ServeWithFault("drop PWD");
     EXPECT_EQ(Test(kFtpUser, kFtpPassword),
@@ -196,20 +165,20 @@ TEST_F(Ftp, A_server_that_hangs_up_after_the_login_has_no_listing) {
   EXPECT_EQ(Test(kFtpUser, kFtpPassword), Listing({"230 logged in", "257 \"/\""}, {}, {"200 ok"}));
 }
 
-TEST_F(Ftp, A_server_that_hangs_up_within_the_listing_shows_what_came) {
+TEST_F(Ftp, A_server_that_hangs_up_during_the_listing_shows_what_arrived) {
   const FaultyFtpServer server = ServeWithFault("drop LIST");
   Lines lines = Test(kFtpUser, kFtpPassword);
   ASSERT_FALSE(lines.empty());
-  lines.pop_back();  // What Wine's library takes for the last reply is the torn line.
+  lines.pop_back();  // Wine's library takes the incomplete line for the last reply.
   EXPECT_EQ(lines, Listing({"230 logged in", "257 \"/\""}, {Entry("a.txt", "3")}, {}));
 }
 
-TEST_F(Ftp, A_server_that_says_nothing_does_not_hold_the_window_for_ever) {
+TEST_F(Ftp, A_silent_server_does_not_block_the_window_forever) {
   const FaultyFtpServer server = ServeWithFault("silent");
   EXPECT_EQ(Test(), Lines{"Cannot connect ..."});
 }
 
-TEST_F(Ftp, A_greeting_of_megabytes_without_a_line_end_is_no_harm) {
+TEST_F(Ftp, A_greeting_of_megabytes_without_a_line_end_is_harmless) {
   const FaultyFtpServer server = ServeWithFault("greeting 3000000");
   const Lines lines = Test();
   ASSERT_EQ(lines.size(), 1U);
@@ -218,11 +187,12 @@ TEST_F(Ftp, A_greeting_of_megabytes_without_a_line_end_is_no_harm) {
 
 class LargeFtp : public FtpTest<LargeFtp> {};
 
-TEST_F(LargeFtp, A_directory_of_1500_entries_is_listed_to_its_end) {
+TEST_F(LargeFtp, A_directory_of_1500_entries_is_listed_completely) {
   const FtpServer server = Serve(Product::Vsftpd);
   for (int i = 0; i < 1500; ++i) server.AddFile("file" + std::to_string(10'000 + i));
   const Lines lines = Test();
-  // 6 lines of the start-up, 2 of the test, 2 replies, 3 of the header, 1500 entries, 1 reply.
+  // 6 lines of the start-up report, 2 of the title, 2 replies, 3 of the header, 1500 entries, 1 reply. The
+  // program clears a list of 1001 lines before it adds the next one.
   ASSERT_EQ(lines.size(), (6U + 2 + 2 + 3 + 1500 + 1) % 1001);
   for (size_t i = 0; i + 1 < lines.size(); ++i)
     ASSERT_EQ(lines[i], Entry("file" + std::to_string(11'500 - (lines.size() - 1) + i), "0"));
@@ -237,7 +207,7 @@ class JapaneseFtp : public FtpTest<JapaneseFtp> {
   }
 };
 
-TEST_F(JapaneseFtp, Names_come_from_code_page_932) {
+TEST_F(JapaneseFtp, Names_are_decoded_from_code_page_932) {
   for (const Product product : {Product::Vsftpd, Product::Pyftpdlib}) {
     const FtpServer server = Serve(product);
     server.AddFile("\x8B\x40\x8A\x42.txt", 7);  // two full-width characters

@@ -1,10 +1,9 @@
-#include "app/control_ids.h"
+// The tested addresses that the program keeps in the registry.
+
 #include "tests/lab/lab_fixture.h"
 
 namespace tarvik::lab {
 namespace {
-
-using Lines = std::vector<std::string>;
 
 constexpr char kKey[] = "Software\\NORVAX_FN_PingUtil\\History";
 
@@ -20,10 +19,7 @@ class TestedAddresses : public LabTest<TestedAddresses> {
     const WindowUnderTest window = Start("-PING_N 1 -X");
     window.SetText(ID_cmbIPAddr, "");
     window.Type(ID_cmbIPAddr, address);
-    window.Click(ID_cmdPing);
-    Listener listener;
-    listener.onBox = [](const BoxUnderTest&) {};
-    FollowRun(Program(), window, std::chrono::seconds(60), listener);
+    ClickAndFollow(Program(), window, ID_cmdPing, kRunTimeOut, {.onBox = [](const BoxUnderTest&) {}});
     window.Close();
     Program().WaitForEnd();
   }
@@ -52,7 +48,7 @@ TEST_F(TestedAddresses, Are_kept_after_closing) {
   EXPECT_EQ(window.Text(ID_cmbIPAddr), kNearAddress);
 }
 
-TEST_F(TestedAddresses, The_eleventh_pushes_the_oldest_out) {
+TEST_F(TestedAddresses, An_eleventh_replaces_the_oldest) {
   Store({"10.0.0.1", "10.0.0.2", "10.0.0.3", "10.0.0.4", "10.0.0.5", "10.0.0.6", "10.0.0.7", "10.0.0.8",
          "10.0.0.9", "10.0.0.10"});
   TestAndClose(kNearAddress);
@@ -60,19 +56,19 @@ TEST_F(TestedAddresses, The_eleventh_pushes_the_oldest_out) {
                              "10.0.0.6", "10.0.0.7", "10.0.0.8", "10.0.0.9"}));
 }
 
-TEST_F(TestedAddresses, One_that_is_known_leaves_the_order) {
+TEST_F(TestedAddresses, A_known_one_does_not_change_the_order) {
   const Lines known = {"10.0.0.1", kNearAddress, "10.0.0.3"};
   Store(known);
   TestAndClose(kNearAddress);
   EXPECT_EQ(Stored(), known);
 }
 
-TEST_F(TestedAddresses, An_empty_box_is_never_added) {
+TEST_F(TestedAddresses, An_empty_one_is_never_kept) {
   TestAndClose("");
   EXPECT_TRUE(Stored().empty());
 }
 
-TEST_F(TestedAddresses, A_name_that_cannot_be_resolved_is_not_kept) {
+TEST_F(TestedAddresses, An_unresolvable_name_is_not_kept) {
   TestAndClose("cnc-9");
   EXPECT_TRUE(Stored().empty());
 }
@@ -80,7 +76,7 @@ TEST_F(TestedAddresses, A_name_that_cannot_be_resolved_is_not_kept) {
 TEST_F(TestedAddresses, A_target_from_the_command_line_is_kept_too) {
   Store({"10.0.0.1"});
   const WindowUnderTest window = Start(std::string("-PING_N 1 ") + kNearAddress);
-  FollowRun(Program(), window, std::chrono::seconds(60));
+  FollowRun(Program(), window, kRunTimeOut);
   EXPECT_EQ(window.ComboItems(ID_cmbIPAddr), (Lines{kNearAddress, "10.0.0.1"}));
   window.Close();
   Program().WaitForEnd();

@@ -1,4 +1,4 @@
-// The library test as its page's button runs it.
+// The library test, started by its page's button.
 
 #include "tests/lab/cnc_fixture.h"
 
@@ -7,7 +7,7 @@ namespace {
 
 class LibraryTest : public CncTest<LibraryTest> {
  protected:
-  /// The CNC type's line for what the controller says of itself.
+  /// The line of the CNC type for a controller with this scenario.
   std::string TypeOf(const std::string& scenario) {
     const Controller controller = Serve(scenario);
     const Lines lines = TestLibrary();
@@ -16,14 +16,14 @@ class LibraryTest : public CncTest<LibraryTest> {
   }
 };
 
-TEST_F(LibraryTest, Six_lines_show_what_the_controller_says_of_itself) {
+TEST_F(LibraryTest, Six_lines_show_the_controllers_system_information) {
   const Controller controller = Serve(BenchScenario("all_well"));
   EXPECT_EQ(TestLibrary(), (Lines{"CNC Type\t31iB", "M/T     \t M", "Serise  \tG301", "Version \t10.0",
                                   "Max Axes\t32", "Axes    \t03"}));
   EXPECT_TRUE(boxes_.empty());
 }
 
-TEST_F(LibraryTest, An_empty_line_stands_before_its_first_line) {
+TEST_F(LibraryTest, An_empty_line_precedes_its_title) {
   const Controller controller = Serve("");
   const WindowUnderTest window = StartOnPage();
   Lines expected = window.Lines(ID_lstResult);
@@ -34,7 +34,7 @@ TEST_F(LibraryTest, An_empty_line_stands_before_its_first_line) {
   EXPECT_EQ(lines, expected);
 }
 
-TEST_F(LibraryTest, Every_call_has_what_was_typed_and_the_handle_is_given_back) {
+TEST_F(LibraryTest, The_calls_use_what_was_typed_and_the_handle_is_freed) {
   const Controller controller = Serve(BenchScenario("all_well"));
   TestLibrary();
   EXPECT_EQ(Calls(), (Lines{R"(nx_allochandle3("192.168.1.100", 8193, 5) = 0 handle=1 open=1)",
@@ -42,7 +42,7 @@ TEST_F(LibraryTest, Every_call_has_what_was_typed_and_the_handle_is_given_back) 
                             "nx_freehandle(1) = 0 open=0"}));
 }
 
-TEST_F(LibraryTest, The_time_out_of_the_command_line_and_the_port_of_the_box_reach_the_library) {
+TEST_F(LibraryTest, The_command_lines_time_out_and_the_typed_port_reach_the_library) {
   const Controller controller = Serve("");
   const WindowUnderTest window = Start("-NXLIB_TMOUT 7 -TCP_PORT 8200");
   window.SelectTab(ID_tabMode, 1);
@@ -56,7 +56,7 @@ TEST_F(LibraryTest, The_time_out_of_the_command_line_and_the_port_of_the_box_rea
   EXPECT_EQ(calls.at(1), R"(nx_allochandle3("192.168.1.100", 8193, 7) = 0 handle=1 open=1)");
 }
 
-TEST_F(LibraryTest, A_host_name_goes_to_the_library_as_it_was_typed) {
+TEST_F(LibraryTest, A_host_name_is_passed_to_the_library_as_typed) {
   Net().SetHostNames(Host::Pc, {{"cnc-1", kFarAddress}});
   const Controller controller = Serve("", Host::Far);
   const WindowUnderTest window = StartOnPage();
@@ -72,7 +72,7 @@ TEST_F(LibraryTest, Type_GL_is_shown_as_31) {
   EXPECT_EQ(TypeOf("model_type GL\naddinfo 0\n"), "CNC Type\t31");
 }
 
-TEST_F(LibraryTest, The_generation_is_a_letter_or_the_whole_number_in_brackets) {
+TEST_F(LibraryTest, The_generation_is_a_letter_or_the_number_in_brackets) {
   EXPECT_EQ(TypeOf("model_type 16\naddinfo 255\n"), "CNC Type\t16");
   EXPECT_EQ(TypeOf("model_type 16\naddinfo 256\n"), "CNC Type\t16iA");
   EXPECT_EQ(TypeOf("model_type 16\naddinfo 6911\n"), "CNC Type\t16iZ");
@@ -89,20 +89,20 @@ TEST_F(LibraryTest, Only_the_type_is_trimmed) {
                                   "Max Axes\t8", "Axes    \t 2"}));
 }
 
-TEST_F(LibraryTest, An_option_word_that_cannot_be_read_is_told_with_its_code_in_the_built_in_languages) {
+TEST_F(LibraryTest, A_failed_option_check_shows_the_error_code_in_the_built_in_languages) {
   const Controller controller = Serve("result options -7\n");
   EXPECT_EQ(TestLibrary("-LANGID 1"), (Lines{"Option check error=-7", ""}));
   EXPECT_EQ(TestLibrary("-LANGID 0"), (Lines{"ｵﾌﾟｼｮﾝ確認ｴﾗｰ=-7", ""}));
   EXPECT_FALSE(HasCall("nx_sysinfo"));
 }
 
-TEST_F(LibraryTest, An_option_word_that_cannot_be_read_is_told_without_its_code_by_the_language_files) {
+TEST_F(LibraryTest, A_failed_option_check_shows_no_error_code_with_the_language_files) {
   const Controller controller = Serve("result options -7\n");
   EXPECT_EQ(TestLibrary("-LANGID -1"), (Lines{"Option check error", ""}));
   EXPECT_EQ(TestLibrary("-LOCALEID 1041"), (Lines{"ｵﾌﾟｼｮﾝ確認ｴﾗｰ", ""}));
 }
 
-TEST_F(LibraryTest, A_missing_option_is_told_and_nothing_more_is_asked) {
+TEST_F(LibraryTest, A_missing_option_is_reported_and_ends_the_test) {
   const Controller controller = Serve(BenchScenario("option_missing"));
   const char* english = "No option (Extended drivers and libraries function)";
   EXPECT_EQ(TestLibrary("-LANGID 1"), (Lines{english, ""}));
@@ -116,25 +116,24 @@ TEST_F(LibraryTest, A_missing_option_is_only_an_empty_line_in_the_built_in_Japan
   EXPECT_EQ(TestLibrary("-LANGID 0"), Lines{""});
 }
 
-TEST_F(LibraryTest, Only_the_options_lowest_bit_is_asked_for) {
+TEST_F(LibraryTest, Only_the_option_words_lowest_bit_is_checked) {
   const Controller controller = Serve("options 0xFFFFFFFF\n");
   EXPECT_EQ(TestLibrary().size(), 6U);
 }
 
-TEST_F(LibraryTest,
-       A_system_information_that_cannot_be_read_is_told_with_its_code_in_the_built_in_languages) {
+TEST_F(LibraryTest, Unreadable_system_information_shows_the_error_code_in_the_built_in_languages) {
   const Controller controller = Serve("result sysinfo 6\n");
   EXPECT_EQ(TestLibrary("-LANGID 1"), (Lines{"Get System Information error=6", ""}));
   EXPECT_EQ(TestLibrary("-LANGID 0"), (Lines{"NCｼｽﾃﾑ情報取得ｴﾗｰ=6", ""}));
 }
 
-TEST_F(LibraryTest, A_system_information_that_cannot_be_read_is_told_without_its_code_by_the_language_files) {
+TEST_F(LibraryTest, Unreadable_system_information_shows_no_error_code_with_the_language_files) {
   const Controller controller = Serve("result sysinfo 6\n");
   EXPECT_EQ(TestLibrary("-LANGID -1"), (Lines{"Get System Information error", ""}));
   EXPECT_EQ(TestLibrary("-LOCALEID 1041"), (Lines{"NCｼｽﾃﾑ情報取得ｴﾗｰ", ""}));
 }
 
-TEST_F(LibraryTest, A_controller_that_is_off_refuses_the_connection_in_every_language) {
+TEST_F(LibraryTest, Without_a_controller_the_connection_fails_in_every_language) {
   for (const char* language : {"-LANGID 1", "-LANGID 0", "-LANGID -1", "-LOCALEID 1041"})
     EXPECT_EQ(TestLibrary(language), Lines{"Allocate Handle error=-102"}) << language;
   EXPECT_TRUE(boxes_.empty());
@@ -148,16 +147,12 @@ TEST_F(LibraryTest, A_pulled_cable_is_no_connection_or_a_time_out) {
       << testing::PrintToString(lines);
 }
 
-TEST_F(LibraryTest, A_port_that_swallows_everything_is_a_time_out) {
-  Net().SetFilter(Host::Near,
-                  "table ip silent {\nchain in {\n"
-                  "type filter hook input priority 0;\n"
-                  "tcp dport 8193 drop\n"
-                  "}\n}");
+TEST_F(LibraryTest, A_port_that_drops_everything_is_a_time_out) {
+  Drop(Host::Near, "tcp dport 8193");
   EXPECT_EQ(TestLibrary(), Lines{"Allocate Handle error=-103"});
 }
 
-TEST_F(LibraryTest, A_controller_that_falls_silent_is_a_time_out_at_every_call) {
+TEST_F(LibraryTest, A_controller_that_falls_silent_is_a_time_out_in_every_call) {
   for (const auto& [call, line] :
        {std::pair("connect", "Allocate Handle error=-103"), std::pair("options", "Option check error=-103"),
         std::pair("sysinfo", "Get System Information error=-103")}) {
@@ -170,7 +165,7 @@ TEST_F(LibraryTest, A_controller_that_falls_silent_is_a_time_out_at_every_call) 
   }
 }
 
-TEST_F(LibraryTest, A_connection_that_is_lost_is_told_at_every_call) {
+TEST_F(LibraryTest, A_lost_connection_is_reported_in_every_call) {
   for (const auto& [call, line] :
        {std::pair("connect", "Allocate Handle error=-104"), std::pair("options", "Option check error=-104"),
         std::pair("sysinfo", "Get System Information error=-104")}) {
@@ -181,7 +176,7 @@ TEST_F(LibraryTest, A_connection_that_is_lost_is_told_at_every_call) {
   }
 }
 
-TEST_F(LibraryTest, What_is_clicked_while_the_library_blocks_neither_closes_the_window_nor_starts_a_test) {
+TEST_F(LibraryTest, Clicks_while_the_library_blocks_neither_close_the_window_nor_start_a_test) {
   const Controller controller = Serve("silent sysinfo\n");
   const WindowUnderTest window = StartOnPage();
   window.Click(ID_cmdGetInfo);
@@ -189,15 +184,15 @@ TEST_F(LibraryTest, What_is_clicked_while_the_library_blocks_neither_closes_the_
   EXPECT_EQ(window.CurrentPointer(), WindowUnderTest::Pointer::Hourglass);
   window.Close();
   window.Click(ID_cmdGetInfo);
-  ASSERT_TRUE(WaitUntil(kLongestTest, [] { return Calls().back() == "nx_freehandle(1) = 0 open=0"; }));
+  ASSERT_TRUE(WaitUntil(kTestTimeOut, [] { return Calls().back() == "nx_freehandle(1) = 0 open=0"; }));
   window.Settle();
   EXPECT_FALSE(RunIsActive(window));
-  EXPECT_EQ(Calls().back(), "nx_freehandle(1) = 0 open=0") << "the click has started another test";
+  EXPECT_EQ(Calls().back(), "nx_freehandle(1) = 0 open=0") << "the click started another test";
   window.Close();
   EXPECT_EQ(Program().WaitForEnd(), 0U);
 }
 
-TEST_F(LibraryTest, An_empty_address_is_no_test) {
+TEST_F(LibraryTest, With_an_empty_address_nothing_is_tested) {
   const WindowUnderTest window = StartOnPage();
   window.SetText(ID_cmbIPAddr, "");
   const Lines before = window.Lines(ID_lstResult);
@@ -208,7 +203,7 @@ TEST_F(LibraryTest, An_empty_address_is_no_test) {
   EXPECT_TRUE(Calls().empty());
 }
 
-TEST_F(LibraryTest, A_port_or_time_out_that_is_no_number_of_16_bits_is_told_before_any_call) {
+TEST_F(LibraryTest, A_port_or_time_out_beyond_16_bits_is_reported_before_any_call) {
   for (const int box : {ID_txtTcpPortNo, ID_txtNxlibTimeOut}) {
     const WindowUnderTest window = StartOnPage();
     window.SetText(box, "70000");
@@ -221,7 +216,7 @@ TEST_F(LibraryTest, A_port_or_time_out_that_is_no_number_of_16_bits_is_told_befo
   EXPECT_TRUE(Calls().empty());
 }
 
-TEST_F(LibraryTest, It_can_be_run_again_and_adds_its_lines_behind) {
+TEST_F(LibraryTest, It_can_be_repeated_and_appends_its_lines) {
   const Controller controller = Serve("connections 1\n");
   const WindowUnderTest window = StartOnPage();
   const Lines first = ClickAndFollow(window, ID_cmdGetInfo);

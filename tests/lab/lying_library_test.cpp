@@ -1,4 +1,4 @@
-// A CNC library that does not keep to what was agreed.
+// A CNC library that violates its interface.
 
 #include "tests/lab/cnc_fixture.h"
 
@@ -13,12 +13,12 @@ class LyingLibraryTest : public CncTest<Suite> {
   }
 };
 
-class UnendedTexts : public LyingLibraryTest<UnendedTexts> {
+class UnterminatedTexts : public LyingLibraryTest<UnterminatedTexts> {
  public:
   static constexpr char kLie[] = "unended";
 };
 
-TEST_F(UnendedTexts, End_with_their_fields) {
+TEST_F(UnterminatedTexts, End_with_their_fields) {
   const Controller controller = Serve(BenchScenario("all_well"));
   EXPECT_EQ(TestLibrary(), (Lines{"CNC Type\tWWiB", "M/T     \tWW", "Serise  \tWWWW", "Version \tWWWW",
                                   "Max Axes\t32", "Axes    \tWW"}));
@@ -29,7 +29,7 @@ class HandleZero : public LyingLibraryTest<HandleZero> {
   static constexpr char kLie[] = "handle0";
 };
 
-TEST_F(HandleZero, Is_used_as_it_came_and_not_given_back) {
+TEST_F(HandleZero, Is_used_as_returned_and_not_freed) {
   const Controller controller = Serve(BenchScenario("all_well"));
   EXPECT_EQ(TestLibrary("-LANGID 1"), (Lines{"Option check error=-8", ""}));
   EXPECT_EQ(Calls(), (Lines{R"(nx_allochandle3("192.168.1.100", 8193, 5) = 0 handle=0 open=0)",
@@ -41,7 +41,7 @@ class HandleOnFailure : public LyingLibraryTest<HandleOnFailure> {
   static constexpr char kLie[] = "handle_on_failure";
 };
 
-TEST_F(HandleOnFailure, Is_given_back) {
+TEST_F(HandleOnFailure, Is_freed) {
   const Controller controller = Serve(BenchScenario("all_well"));
   EXPECT_EQ(TestLibrary(), Lines{"Allocate Handle error=-1"});
   EXPECT_EQ(Calls(), (Lines{R"(nx_allochandle3("192.168.1.100", 8193, 5) = -1 handle=1 open=1)",
@@ -53,7 +53,7 @@ class HalfFilledRecord : public LyingLibraryTest<HalfFilledRecord> {
   static constexpr char kLie[] = "half";
 };
 
-TEST_F(HalfFilledRecord, Is_empty_in_its_other_half) {
+TEST_F(HalfFilledRecord, Shows_empty_texts_for_the_rest) {
   const Controller controller = Serve(BenchScenario("all_well"));
   const Lines half = {"CNC Type\t31iB", "M/T     \t M", "Serise  \tG",
                       "Version \t",     "Max Axes\t32", "Axes    \t"};
@@ -67,7 +67,7 @@ class WholeTimeOut : public LyingLibraryTest<WholeTimeOut> {
   static constexpr char kLie[] = "whole_time_out";
 };
 
-TEST_F(WholeTimeOut, Is_all_that_the_window_is_held_for) {
+TEST_F(WholeTimeOut, Is_the_longest_that_the_window_is_blocked) {
   const Controller controller = Serve(BenchScenario("all_well"));
   const WindowUnderTest window = StartOnPage();
   EXPECT_EQ(TestLibrary(window), Lines{"Allocate Handle error=-103"});

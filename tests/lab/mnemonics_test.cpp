@@ -1,13 +1,13 @@
-#include "app/control_ids.h"
+// The Alt keys of every page. They start runs, so these tests need a network.
+
 #include "tests/lab/lab_fixture.h"
 
 namespace tarvik::lab {
 namespace {
 
-/// What the Alt key with a letter does. It belongs here because it also starts runs.
 class Mnemonics : public LabTest<Mnemonics> {
  protected:
-  /// With the address of a controller that answers, on that page.
+  /// Starts the program with the page in front and a reachable address.
   WindowUnderTest StartOnPage(const char* language, int page) {
     const WindowUnderTest window = Start(std::string("-PING_N 1 -LOCALEID ") + language + " -X");
     window.SetText(ID_cmbIPAddr, kNearAddress);
@@ -31,7 +31,7 @@ class Mnemonics : public LabTest<Mnemonics> {
   }
 };
 
-TEST_F(Mnemonics, Of_every_page_reach_the_address_the_list_and_the_pages) {
+TEST_F(Mnemonics, Select_the_pages_the_address_and_the_list) {
   for (const char* language : {"1033", "1041"}) {
     SCOPED_TRACE(language);
     const WindowUnderTest window = StartOnPage(language, 0);

@@ -1,5 +1,5 @@
-// Anything at any time, on the real window, the same with every run. TARVIK_MONKEY_SEED has it do something
-// else, TARVIK_MONKEY_SECONDS tells how long (60).
+// Random actions on the real window, in the same order in every run. TARVIK_MONKEY_SEED selects another
+// order, TARVIK_MONKEY_SECONDS another duration (60).
 
 #include "lab/monkey.h"
 
@@ -14,9 +14,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-uint64_t NumberFrom(const char* variable, uint64_t otherwise) {
+uint64_t NumberFrom(const char* variable, uint64_t standard) {
   const std::string text = EnvironmentValue(variable);
-  return text.empty() ? otherwise : std::stoull(text);
+  return text.empty() ? standard : std::stoull(text);
 }
 
 uint64_t Seed() {
@@ -24,8 +24,8 @@ uint64_t Seed() {
   return seed;
 }
 
-/// Controllers and an FTP server at both ends of the network, a K7 server on the PC, and in a folder of its
-/// own the program, whose editor is one that leaves again.
+/// A network with two controllers and an FTP server, a K7 server on the PC, and a copy of the program. Its
+/// folder holds a notepad.exe that ends at once.
 class MonkeyAtWork : public CncTest<MonkeyAtWork> {
  public:
   static WindowsPc::Options Options() {
@@ -43,16 +43,13 @@ class MonkeyAtWork : public CncTest<MonkeyAtWork> {
   void SetUp() override {
     CncTest::SetUp();
     if (IsSkipped()) return;
-    if (const auto reason = FtpServer::UnsupportedReason(FtpServer::Product::Vsftpd); !reason.empty())
-      GTEST_SKIP() << reason;
-    // A host that does not answer is given up after seconds, as Windows does, not after minutes.
-    RunOrThrow({"ip", "netns", "exec", Net().Namespace(Host::Pc), "sh", "-c",
-                "echo 2 >/proc/sys/net/ipv4/tcp_syn_retries"});
+    if (const auto reason = FtpServer::UnsupportedReason(FtpServer::Product::Vsftpd)) GTEST_SKIP() << *reason;
+    GiveUpConnectingSoon();
   }
 
-  /// Half of the time each for the two editions.
+  /// Each of the two editions gets half of the time.
   void Play(const std::string& program) {
-    if (!fs::exists(program)) GTEST_SKIP() << "there is no " << program;
+    if (!fs::exists(program)) GTEST_SKIP() << program << " does not exist";
     const Controller nearOne(Net(), Host::Near, BenchScenario("all_well"));
     const Controller farOne(Net(), Host::Far, BenchScenario("access_code"));
     const FtpServer files(Net(), Host::Near, FtpServer::Product::Vsftpd, PcForTests().cacheFolder);

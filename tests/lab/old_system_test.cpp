@@ -7,9 +7,8 @@ namespace tarvik::lab {
 namespace {
 
 namespace fs = std::filesystem;
-using Lines = std::vector<std::string>;
 
-/// The program sees Windows NT 4.0, where only the ipconfig command knows the PC's addresses.
+/// The program sees Windows NT 4.0, on which it reads the PC's addresses from the ipconfig command's output.
 class OldSystem : public LabTest<OldSystem> {
  public:
   static WindowsPc::Options Options() {
@@ -36,7 +35,7 @@ class OldSystem : public LabTest<OldSystem> {
 
   static std::string AnswerFile() { return answer_->Path() + "/ipconfig.output"; }
 
-  /// What the old system's command says of one card.
+  /// Sets the command's output: one card.
   static void Answer(const std::string& address, const std::string& mask, const std::string& gateway) {
     std::ofstream(AnswerFile()) << "\r\nWindows NT IP Configuration\r\n\r\n"
                                    "Ethernet adapter NE20001:\r\n\r\n"
@@ -46,12 +45,10 @@ class OldSystem : public LabTest<OldSystem> {
   }
 
   Lines RunCopy(const std::string& target, const Listener& listener = {}) {
-    StartOnly("-PING_N 1 " + target, copy_.Path());
-    const WindowUnderTest window = WaitForMainWindow(Program(), listener);
-    return WithoutTimes(FollowRun(Program(), window, std::chrono::seconds(60), listener));
+    return RunAtStart("-PING_N 1 " + target, listener, copy_.Path());
   }
 
-  bool LeftBehind(const char* name) const { return fs::exists(fs::path(copy_.Folder()) / name); }
+  bool Exists(const char* name) const { return fs::exists(fs::path(copy_.Folder()) / name); }
 
   ProgramCopy copy_{ProgramCopy::LanguageFiles::Beside};
 
@@ -59,15 +56,15 @@ class OldSystem : public LabTest<OldSystem> {
   static inline std::unique_ptr<TempDirectory> answer_;
 };
 
-TEST_F(OldSystem, The_ladder_goes_by_what_ipconfig_says) {
+TEST_F(OldSystem, The_ladder_uses_ipconfigs_addresses) {
   Answer("192.168.1.10", "255.255.255.0", "192.168.1.1");
   EXPECT_EQ(RunCopy(kNearAddress),
             (Lines{"PING test...", "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"}));
-  EXPECT_FALSE(LeftBehind("ipconfig.bat"));
-  EXPECT_FALSE(LeftBehind("ipconfig.txt"));
+  EXPECT_FALSE(Exists("ipconfig.bat"));
+  EXPECT_FALSE(Exists("ipconfig.txt"));
 }
 
-TEST_F(OldSystem, An_address_that_only_ipconfig_tells_is_believed) {
+TEST_F(OldSystem, An_address_that_only_ipconfig_reports_is_used) {
   Answer("192.168.7.10", "255.255.255.0", "");
   EXPECT_EQ(RunCopy(kNearAddress),
             (Lines{"Target is not exist on the same network", "Start Gateway check...",
@@ -75,12 +72,12 @@ TEST_F(OldSystem, An_address_that_only_ipconfig_tells_is_believed) {
                    "Default Gateway is required but not specified"}));
 }
 
-TEST_F(OldSystem, A_localised_ipconfig_gives_no_addresses) {
+TEST_F(OldSystem, A_localised_ipconfig_yields_no_addresses) {
   std::ofstream(AnswerFile()) << "\tAdresse IP. . . . : 192.168.1.10\r\n";
   EXPECT_EQ(RunCopy(kNearAddress), (Lines{"Subnet mask is not specified"}));
 }
 
-TEST_F(OldSystem, An_ipconfig_that_does_not_come_back_is_told) {
+TEST_F(OldSystem, An_ipconfig_that_does_not_end_is_reported) {
   Listener listener;
   std::string text;
   listener.onBox = [&text](const BoxUnderTest& box) { text = box.text; };
@@ -95,7 +92,7 @@ TEST_F(OldSystem, An_ipconfig_that_does_not_come_back_is_told) {
 TEST_F(OldSystem, A_stop_while_ipconfig_runs_ends_the_run) {
   StartOnly(std::string("-PING_N 1 ") + kNearAddress, copy_.Path());
   const WindowUnderTest window = WaitForMainWindow(Program());
-  ASSERT_TRUE(WaitUntil(kSoon, [&] { return RunIsActive(window) && LeftBehind("ipconfig.bat"); }));
+  ASSERT_TRUE(WaitUntil(kSoon, [&] { return RunIsActive(window) && Exists("ipconfig.bat"); }));
   window.Press("Esc");
   EXPECT_EQ(FollowRun(Program(), window, kSoon), Lines());
 }

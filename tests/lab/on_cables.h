@@ -1,38 +1,40 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "lab/laboratory.h"
+#include "lab/test_ground.h"
 
 namespace tarvik::lab {
 
-/// A suite whose programs stand on the PC of a laboratory network, which every test finds as it was laid.
+/// Puts the programs of a fixture (WindowsTest or BenchTest) on the PC of a laboratory network, which is in
+/// its initial state when a test starts.
 template <typename Base>
 class OnCables : public Base {
  protected:
   static void SetUpTestSuite() {
-    if (const auto reason = Laboratory::UnsupportedReason()) {
-      Base::SkipSuite(reason);
-      return;
-    }
-    net_ = std::make_unique<Laboratory>(Base::Cache());
-    Base::SetNetworkNamespace(net_->Namespace(Host::Pc));
-    Base::SetUpTestSuite();
+    unsupportedReason_ = Laboratory::UnsupportedReason();
+    if (unsupportedReason_) return;
+    net_ = std::make_unique<Laboratory>(PcForTests().cacheFolder);
+    Base::SetUpSuiteIn(net_->Namespace(Host::Pc));
   }
   static void TearDownTestSuite() {
     Base::TearDownTestSuite();
-    Base::SetNetworkNamespace({});
     net_.reset();
   }
 
-  void TearDown() override {
-    Base::TearDown();
-    if (net_) net_->Reset();
+  void SetUp() override {
+    if (unsupportedReason_) GTEST_SKIP() << *unsupportedReason_;
+    net_->Reset();
+    Base::SetUp();
   }
 
   static const Laboratory& Net() { return *net_; }
 
  private:
+  static inline std::optional<std::string> unsupportedReason_;
   static inline std::unique_ptr<Laboratory> net_;
 };
 

@@ -1,17 +1,13 @@
-#include "app/control_ids.h"
+// Starting, stopping and closing during a run.
+
 #include "tests/lab/lab_fixture.h"
 
 namespace tarvik::lab {
 namespace {
 
-using Lines = std::vector<std::string>;
-
-constexpr std::chrono::seconds kRunTimeOut(60);
-
 class Runs : public LabTest<Runs> {
  protected:
-  /// A run against the controller beside the PC that does not end by itself for a minute, its first echo
-  /// already answered.
+  /// Starts a run of 60 echoes to the controller on the PC's subnet; returns after the first reply.
   WindowUnderTest StartLongRun(const std::string& options = {}) {
     const WindowUnderTest window = Start(options + " -PING_N 60 " + kNearAddress);
     WaitForFirstEcho(window);
@@ -26,7 +22,7 @@ class Runs : public LabTest<Runs> {
     return WithoutTimes(FollowRun(Program(), window, kRunTimeOut));
   }
 
-  /// The program without a run, the target typed.
+  /// Starts the program without a run and types the target.
   WindowUnderTest StartWith(const std::string& target, int pings) {
     const WindowUnderTest window = Start("-PING_N " + std::to_string(pings) + " -X");
     window.SetText(ID_cmbIPAddr, target);
@@ -53,7 +49,7 @@ TEST_F(Runs, A_double_click_starts_a_run_once_and_a_later_click_stops_it) {
   window.WaitForText(ID_cmdPing, "&Ping");
 }
 
-TEST_F(Runs, A_count_box_that_was_emptied_under_a_run_does_not_keep_the_stop_from_being_clicked) {
+TEST_F(Runs, An_emptied_count_box_does_not_block_a_click_on_Stop) {
   const WindowUnderTest window = StartLongRun();
   window.SetText(ID_txtPingReqCount, "");
   window.SetFocus(ID_txtPingReqCount);
@@ -62,7 +58,7 @@ TEST_F(Runs, A_count_box_that_was_emptied_under_a_run_does_not_keep_the_stop_fro
   EXPECT_FALSE(Program().HasBox());
 }
 
-TEST_F(Runs, Tab_leads_from_an_emptied_count_box_to_the_stop_and_to_nothing_else) {
+TEST_F(Runs, Tab_leads_from_an_emptied_count_box_to_Stop_and_nowhere_else) {
   const WindowUnderTest window = StartLongRun();
   window.SetText(ID_txtPingReqCount, "");
   window.SetFocus(ID_txtPingReqCount);
@@ -75,7 +71,7 @@ TEST_F(Runs, Tab_leads_from_an_emptied_count_box_to_the_stop_and_to_nothing_else
   window.WaitForFocus(ID_txtPingReqCount);
 }
 
-TEST_F(Runs, Every_button_that_begins_a_run_is_its_stop) {
+TEST_F(Runs, Every_button_that_starts_a_run_also_stops_it) {
   const WindowUnderTest window = StartLongRun();
   window.Click(ID_cmdAllTest);
   window.WaitForText(ID_cmdPing, "&Ping");
@@ -87,7 +83,7 @@ TEST_F(Runs, Esc_stops_the_run) {
   window.WaitForText(ID_cmdPing, "&Ping");
 }
 
-TEST_F(Runs, A_stopped_run_leaves_no_stop_request_behind) {
+TEST_F(Runs, A_stopped_run_does_not_stop_the_next_one) {
   const WindowUnderTest window = StartLongRun();
   window.Click(ID_cmdPing);
   window.WaitForText(ID_cmdPing, "&Ping");
@@ -97,7 +93,7 @@ TEST_F(Runs, A_stopped_run_leaves_no_stop_request_behind) {
   EXPECT_EQ(LinesOf(window).back(), "0002 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64");
 }
 
-TEST_F(Runs, Closing_is_refused_until_the_run_has_ended) {
+TEST_F(Runs, The_window_does_not_close_until_the_run_has_ended) {
   const WindowUnderTest window = StartLongRun();
   window.Close();
   window.Settle();
@@ -109,7 +105,7 @@ TEST_F(Runs, Closing_is_refused_until_the_run_has_ended) {
   EXPECT_EQ(Program().WaitForEnd(), 0u);
 }
 
-TEST_F(Runs, A_message_box_under_a_run_neither_lets_the_window_close_nor_starts_the_run_again) {
+TEST_F(Runs, During_a_runs_message_box_the_window_neither_closes_nor_starts_a_run) {
   const WindowUnderTest window = StartWith("cnc-9", 1);
   window.Click(ID_cmdPing);
   const BoxUnderTest box = Program().WaitForBox();
@@ -128,7 +124,7 @@ TEST_F(Runs, A_message_box_under_a_run_neither_lets_the_window_close_nor_starts_
   EXPECT_EQ(Program().WaitForEnd(), 0u);
 }
 
-TEST_F(Runs, The_button_offers_the_stop_under_an_hourglass) {
+TEST_F(Runs, The_button_reads_Stop_while_the_pointer_is_an_hourglass) {
   const WindowUnderTest window = StartLongRun();
   EXPECT_EQ(window.Text(ID_cmdPing), "&Stop");
   EXPECT_TRUE(
@@ -139,14 +135,14 @@ TEST_F(Runs, The_button_offers_the_stop_under_an_hourglass) {
       WaitUntil(kSoon, [&] { return window.CurrentPointer() != WindowUnderTest::Pointer::Hourglass; }));
 }
 
-TEST_F(Runs, The_button_offers_the_stop_in_Japanese) {
+TEST_F(Runs, The_button_reads_Stop_in_Japanese) {
   const WindowUnderTest window = StartLongRun("-LOCALEID 1041");
   EXPECT_EQ(window.Text(ID_cmdPing), "停止(&S)");
   window.Press("Alt+S");
   window.WaitForText(ID_cmdPing, "&Ping");
 }
 
-TEST_F(Runs, A_target_on_the_command_line_is_only_pinged_without_option_bits) {
+TEST_F(Runs, Without_option_bits_a_target_on_the_command_line_is_only_pinged) {
   const WindowUnderTest window = Start("-PING_N 1 192.168.1.100");
   EXPECT_EQ(LinesOf(window),
             (Lines{"PING test...", "0001 Reply From 192.168.1.100: bytes=32 time=Nms TTL=64"}));
@@ -169,7 +165,7 @@ TEST_F(Runs, Enter_with_Shift_Ctrl_or_Alt_starts_none) {
   }
 }
 
-TEST_F(Runs, What_is_typed_while_one_is_active_stays) {
+TEST_F(Runs, Text_typed_during_a_run_stays) {
   const WindowUnderTest window = StartLongRun();
   window.SetText(ID_cmbIPAddr, "");
   window.Type(ID_cmbIPAddr, "10.0.0.7");
@@ -179,7 +175,7 @@ TEST_F(Runs, What_is_typed_while_one_is_active_stays) {
   EXPECT_EQ(window.Text(ID_cmbIPAddr), "10.0.0.7");
 }
 
-TEST_F(Runs, Nothing_is_lost_when_the_window_is_resized_and_minimised_under_one) {
+TEST_F(Runs, Resizing_and_minimising_during_a_run_loses_nothing) {
   const WindowUnderTest window = Start(std::string("-PING_N 4 ") + kNearAddress);
   WaitForFirstEcho(window);
   const ScreenRect outer = window.Rect(0);
@@ -199,7 +195,7 @@ TEST_F(Runs, Nothing_is_lost_when_the_window_is_resized_and_minimised_under_one)
   EXPECT_EQ(window.Rect(ID_lstResult).width, list.width + 60);
 }
 
-TEST_F(Runs, One_refuses_the_end_of_the_Windows_session_and_survives_one_that_is_forced) {
+TEST_F(Runs, A_run_refuses_the_end_of_the_Windows_session_and_survives_a_forced_one) {
   constexpr char kHistory[] = "Software\\NORVAX_FN_PingUtil\\History";
   Pc().DeleteRegistryKey(kHistory);
   const WindowUnderTest window = StartLongRun();
@@ -214,7 +210,7 @@ TEST_F(Runs, One_refuses_the_end_of_the_Windows_session_and_survives_one_that_is
   EXPECT_EQ(Program().WaitForEnd(), 0u);
 }
 
-TEST_F(Runs, A_count_of_zero_sends_nothing_and_finds_no_target) {
+TEST_F(Runs, A_count_of_zero_sends_nothing_and_reports_a_dead_target) {
   const WindowUnderTest window = StartWith(kNearAddress, 1);
   window.SetText(ID_txtPingReqCount, "0");
   window.Press("Enter");
@@ -222,7 +218,7 @@ TEST_F(Runs, A_count_of_zero_sends_nothing_and_finds_no_target) {
                                     "Please check Target's address, cable and power"}));
 }
 
-TEST_F(Runs, A_stop_in_the_gateway_search_starts_no_further_step) {
+TEST_F(Runs, A_stop_during_the_gateways_ping_starts_no_other_step) {
   const WindowUnderTest window = Start(std::string("-PING_N 60 ") + kFarAddress);
   ASSERT_TRUE(WaitUntil(kSoon, [&] { return window.LineCount(ID_lstResult) >= 8; }));
   window.Click(ID_cmdPing);
@@ -230,7 +226,7 @@ TEST_F(Runs, A_stop_in_the_gateway_search_starts_no_further_step) {
   EXPECT_NE(window.Lines(ID_lstResult).back().find("Reply From 192.168.1.1:"), std::string::npos);
 }
 
-TEST_F(Runs, A_stop_while_a_dead_gateway_is_tried_is_judged) {
+TEST_F(Runs, A_stop_during_a_dead_gateways_ping_still_reports_it) {
   Net().PullCable(Host::Gateway);
   const WindowUnderTest window = Start(std::string("-PING_N 60 ") + kFarAddress);
   ASSERT_TRUE(WaitUntil(kSoon, [&] { return window.LineCount(ID_lstResult) >= 8; }));

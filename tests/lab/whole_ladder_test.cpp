@@ -1,12 +1,10 @@
-// The ladder over all its rungs: echoes, the library test, the directory of the FTP server.
+// The ladder with all its rungs: echoes, the library test, the FTP server's directory.
 
 #include "lab/ftp_server.h"
 #include "tests/lab/cnc_fixture.h"
 
 namespace tarvik::lab {
 namespace {
-
-using Lines = std::vector<std::string>;
 
 constexpr char kAllRungs[] = "-PING_N 1 -X 10 -FTP_USER cnc -FTP_PASSWD terces -NXLIB_TMOUT 5 192.168.1.100";
 
@@ -30,12 +28,6 @@ const Lines kListing = {"",
                         "A.txt" + std::string(35, ' ') + "12345",
                         "226 Directory send OK."};
 
-Lines Joined(const std::vector<Lines>& sections) {
-  Lines lines;
-  for (const Lines& section : sections) lines.insert(lines.end(), section.begin(), section.end());
-  return lines;
-}
-
 bool Has(const Lines& lines, const std::string& line) {
   return std::find(lines.begin(), lines.end(), line) != lines.end();
 }
@@ -45,8 +37,7 @@ class LadderTest : public CncTest<Suite> {
  protected:
   void SetUp() override {
     CncTest<Suite>::SetUp();
-    if (const auto reason = FtpServer::UnsupportedReason(FtpServer::Product::Vsftpd); !reason.empty())
-      GTEST_SKIP() << reason;
+    if (const auto reason = FtpServer::UnsupportedReason(FtpServer::Product::Vsftpd)) GTEST_SKIP() << *reason;
   }
 
   static std::unique_ptr<FtpServer> ServeFiles() {
@@ -60,27 +51,23 @@ class LadderTest : public CncTest<Suite> {
 
 class WholeLadder : public LadderTest<WholeLadder> {};
 
-TEST_F(WholeLadder, Goes_up_every_rung_in_order) {
+TEST_F(WholeLadder, Runs_every_rung_in_order) {
   const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well"));
   EXPECT_EQ(RunAtStart(kAllRungs), Joined({kPing, kLibraryTest, kListing}));
   EXPECT_TRUE(boxes_.empty());
 }
 
-TEST_F(WholeLadder, A_target_that_does_not_answer_is_not_tested_further) {
+TEST_F(WholeLadder, A_target_that_does_not_answer_ends_the_ladder) {
   const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well"));
-  Net().SetFilter(Host::Near,
-                  "table ip silent {\nchain in {\n"
-                  "type filter hook input priority 0;\n"
-                  "icmp type echo-request drop\n"
-                  "}\n}");
+  Drop(Host::Near, "icmp type echo-request");
   EXPECT_EQ(RunAtStart(kAllRungs), (Lines{"PING test...", "ICMP_Error:11010", "Cannot ping to the Target",
                                           "Please check Target's address, cable and power"}));
   EXPECT_TRUE(Calls().empty());
 }
 
-TEST_F(WholeLadder, A_library_test_that_fails_is_the_last_rung) {
+TEST_F(WholeLadder, A_failed_library_test_ends_the_ladder) {
   const auto files = ServeFiles();
   for (const auto& [scenario, lines] :
        {std::pair("options 0\n", Lines{"No option (Extended drivers and libraries function)", ""}),
@@ -92,20 +79,20 @@ TEST_F(WholeLadder, A_library_test_that_fails_is_the_last_rung) {
   }
 }
 
-TEST_F(WholeLadder, A_refused_access_code_is_the_last_rung) {
+TEST_F(WholeLadder, A_rejected_access_code_ends_the_ladder) {
   const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("access_code"));
   EXPECT_EQ(RunAtStart(kAllRungs), Joined({kPing, {"", kTestLine, "Allocate Handle error=7"}}));
   EXPECT_EQ(boxes_.size(), 1U);
 }
 
-TEST_F(WholeLadder, An_FTP_server_that_is_off_is_told_on_the_last_rung) {
+TEST_F(WholeLadder, A_missing_FTP_server_is_reported_on_the_last_rung) {
   const Controller controller = Serve(BenchScenario("all_well"));
   EXPECT_EQ(RunAtStart(kAllRungs),
             Joined({kPing, kLibraryTest, {"", "FTP Connect test...", "Cannot connect ..."}}));
 }
 
-TEST_F(WholeLadder, Without_option_2_the_library_test_is_left_out) {
+TEST_F(WholeLadder, Without_option_2_there_is_no_library_test) {
   const auto files = ServeFiles();
   EXPECT_EQ(RunAtStart("-PING_N 1 -X 8 -FTP_USER cnc -FTP_PASSWD terces 192.168.1.100"),
             Joined({kPing, kListing}));
@@ -138,44 +125,44 @@ TEST_F(WholeLadder, All_Test_keeps_the_rungs_of_the_command_line) {
   EXPECT_EQ(ClickAndFollow(window, ID_cmdAllTest), Joined({kPing, kLibraryTest, kListing}));
 }
 
-TEST_F(WholeLadder, A_stop_among_the_echoes_leaves_the_other_rungs_out) {
+TEST_F(WholeLadder, A_stop_during_the_echoes_skips_the_other_rungs) {
   const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well"));
   const WindowUnderTest window = Start("-PING_N 60 -X 10 192.168.1.100");
   ASSERT_TRUE(WaitUntil(kSoon, [&] { return RunIsActive(window) && window.LineCount(ID_lstResult) >= 2; }));
   window.Click(ID_cmdPing);
-  const Lines lines = FollowRunAtStart(window);
+  const Lines lines = FollowRun(window);
   EXPECT_LT(lines.size(), 60U);
   EXPECT_FALSE(Has(lines, kTestLine));
   EXPECT_FALSE(Has(lines, "FTP Connect test..."));
   EXPECT_TRUE(Calls().empty());
 }
 
-TEST_F(WholeLadder, A_stop_while_the_library_holds_the_window_leaves_the_listing_out) {
+TEST_F(WholeLadder, A_stop_while_the_library_blocks_skips_the_listing) {
   const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well") + "delay sysinfo 4000\n");
   const WindowUnderTest window = Start(kAllRungs);
   ASSERT_TRUE(WaitUntil(kSoon, [&] { return HasCall("nx_getoptions1"); }));
   window.Click(ID_cmdPing);
-  const Lines lines = FollowRunAtStart(window);
+  const Lines lines = FollowRun(window);
   EXPECT_TRUE(Has(lines, "Axes    \t03"));
   EXPECT_FALSE(Has(lines, "230 Login successful."));
 }
 
-TEST_F(WholeLadder, It_refuses_to_be_closed_while_it_goes_on) {
+TEST_F(WholeLadder, The_window_does_not_close_until_it_has_ended) {
   const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well") + "delay sysinfo 4000\n");
   const WindowUnderTest window = Start(kAllRungs);
   ASSERT_TRUE(WaitUntil(kSoon, [&] { return HasCall("nx_getoptions1"); }));
   window.Close();
-  EXPECT_EQ(FollowRunAtStart(window), Joined({kPing, kLibraryTest, kListing}));
+  EXPECT_EQ(FollowRun(window), Joined({kPing, kLibraryTest, kListing}));
   window.Settle();
   EXPECT_TRUE(Program().HasWindow("Form1"));
   window.Close();
   EXPECT_EQ(Program().WaitForEnd(), 0U);
 }
 
-TEST_F(WholeLadder, Its_address_is_remembered_and_it_can_be_run_again) {
+TEST_F(WholeLadder, It_can_be_repeated_and_its_address_is_kept_once) {
   const auto files = ServeFiles();
   const Controller controller = Serve(BenchScenario("all_well"));
   const WindowUnderTest window = StartOnPage("-X 10 -FTP_USER cnc -FTP_PASSWD terces");
@@ -186,7 +173,7 @@ TEST_F(WholeLadder, Its_address_is_remembered_and_it_can_be_run_again) {
   EXPECT_EQ(std::count(addresses.begin(), addresses.end(), kNearAddress), 1);
 }
 
-/// A PC without the CNC library; the others are there.
+/// A PC with all libraries but the CNC library.
 class LadderWithoutLibrary : public LadderTest<LadderWithoutLibrary> {
  public:
   static WindowsPc::Options Options() {
@@ -206,7 +193,7 @@ class LadderWithoutLibrary : public LadderTest<LadderWithoutLibrary> {
   static inline std::unique_ptr<TempDirectory> libraries_;
 };
 
-TEST_F(LadderWithoutLibrary, Its_rung_counts_as_passed) {
+TEST_F(LadderWithoutLibrary, Counts_the_library_test_as_passed) {
   const auto files = ServeFiles();
   EXPECT_EQ(RunAtStart(kAllRungs), Joined({kPing, kListing}));
 }

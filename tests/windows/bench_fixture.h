@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "lab/driver_protocol.h"
+#include "lab/own_network.h"
 #include "lab/test_ground.h"
 #include "lab/wine_prefix.h"
 
@@ -21,7 +22,10 @@ class BenchTest : public testing::Test {
  protected:
   using Fields = std::vector<std::string>;
 
-  static void SetUpTestSuite() {
+  static void SetUpTestSuite() { SetUpSuiteIn({}); }
+  /// `networkNamespace`: that of the programs; empty = this process'.
+  static void SetUpSuiteIn(const std::string& networkNamespace) {
+    namespace_ = networkNamespace;
     unsupportedReason_ = WindowsUnsupportedReason();
     if (!unsupportedReason_) prefix_ = std::make_unique<WinePrefix>(Cache(), WindowsLanguage::English, 96);
   }
@@ -41,13 +45,10 @@ class BenchTest : public testing::Test {
     folder_.reset();
   }
 
-  static std::string Cache() { return CacheFolder(std::filesystem::temp_directory_path()); }
+  static std::string Cache() { return PcForTests().cacheFolder; }
   static std::string Bench() { return EnvironmentValue("TARVIK_BENCH"); }
   static WinePrefix& Prefix() { return *prefix_; }
 
-  /// Before the suite's first program: its Windows stands in that network namespace.
-  static void SetNetworkNamespace(const std::string& name) { namespace_ = name; }
-  static void SkipSuite(const std::optional<std::string>& reason) { unsupportedReason_ = reason; }
   std::string Folder() const { return folder_->Path(); }
   static const std::optional<std::string>& UnsupportedReason() { return unsupportedReason_; }
 
@@ -57,8 +58,7 @@ class BenchTest : public testing::Test {
     options.environment["DISPLAY"] = std::nullopt;
     command.front() = WindowsPath(command.front());
     command.insert(command.begin(), "wine");
-    if (!namespace_.empty()) command.insert(command.begin(), {"ip", "netns", "exec", namespace_});
-    return std::make_unique<Process>(command, options);
+    return std::make_unique<Process>(InNamespace(namespace_, command), options);
   }
 
   /// The fields of the answer, of which the first is the call's result.
@@ -79,12 +79,7 @@ class BenchTest : public testing::Test {
   void Set(const std::string& variable, const std::string& value) { Call({"set", variable, value}); }
 
   /// What the stand-ins have written down of the calls so far.
-  Fields Calls() const {
-    Fields lines;
-    std::ifstream file(folder_->Path() + "/calls");
-    for (std::string line; std::getline(file, line);) lines.push_back(line);
-    return lines;
-  }
+  Fields Calls() const { return LinesOfFile(folder_->Path() + "/calls"); }
 
  private:
   static inline std::optional<std::string> unsupportedReason_;

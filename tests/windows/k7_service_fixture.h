@@ -107,12 +107,7 @@ class K7ServicePc : public WindowsTest<Suite> {
     return box;
   }
 
-  static std::vector<std::string> LinesOf(const std::string& name) {
-    std::vector<std::string> lines;
-    std::ifstream file(InFolder(name));
-    for (std::string line; std::getline(file, line);) lines.push_back(line);
-    return lines;
-  }
+  static std::vector<std::string> LinesOf(const std::string& name) { return LinesOfFile(InFolder(name)); }
 
   /// How many calls of the stand-in library, made by the program, begin so.
   static int Calls(std::string_view begin) {

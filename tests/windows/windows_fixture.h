@@ -21,10 +21,14 @@ class WindowsTest : public testing::Test {
   /// Before the first program starts on it.
   static void PreparePc(WindowsPc&) {}
 
-  static void SetUpTestSuite() {
+  static void SetUpTestSuite() { SetUpSuiteIn({}); }
+  /// `networkNamespace`: that of the PC; empty = this process'.
+  static void SetUpSuiteIn(const std::string& networkNamespace) {
     unsupportedReason_ = WindowsUnsupportedReason();
     if (unsupportedReason_) return;
-    pc_ = std::make_unique<WindowsPc>(Suite::Options());
+    WindowsPc::Options options = Suite::Options();
+    options.networkNamespace = networkNamespace;
+    pc_ = std::make_unique<WindowsPc>(options);
     Suite::PreparePc(*pc_);
   }
   static void TearDownTestSuite() { pc_.reset(); }
