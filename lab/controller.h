@@ -1,23 +1,24 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "lab/laboratory.h"
 #include "lab/process.h"
 
 namespace tarvik::lab {
 
+/// TCP port on which the CNC library expects a controller.
 inline constexpr int kLibraryPort = 8193;
 
-/// The practice bench's simulated controller, switched on for as long as the object lives. It listens when
-/// the object stands.
+/// The practice bench's simulated controller. It listens once constructed and stops on destruction.
 class Controller {
  public:
-  /// In a host of the laboratory, on the library's port. `scenario` is the text of a scenario, see
-  /// bench/README.md. Throws LabError when the scenario cannot be read or the port is taken.
+  /// Starts it on a host of the laboratory, on the library's port. `scenario`: text of a bench scenario, see
+  /// bench/README.md. Throws LabError when the scenario is malformed or the port is in use.
   Controller(const Laboratory& laboratory, Host host, const std::string& scenario);
 
-  /// On this machine, on a port that is free.
+  /// Starts it on this machine, on a free port.
   explicit Controller(const std::string& scenario);
 
   int Port() const { return port_; }
@@ -29,7 +30,8 @@ class Controller {
   int port_ = 0;
 };
 
-/// The text of one of the scenarios that come with the bench, such as "all_well".
+/// The text of one of the bench's own scenarios, such as "all_well". Throws LabError when there is no such
+/// file.
 std::string BenchScenario(const std::string& name);
 
 }  // namespace tarvik::lab

@@ -12,11 +12,10 @@ bool WindowManagerRuns(const std::string& display) {
 
 }  // namespace
 
-Desktop Desktop::Unseen() {
+Desktop Desktop::Invisible() {
   Desktop desktop;
-  // Left to itself, Xvfb picks a number that is free in its own network namespace and takes the socket's file
-  // from the screen that has it in another one: that one's programs would come here, and end with this
-  // screen. Only programs of this machine may connect.
+  // Xvfb itself would pick a display number that is free in its own network namespace, and take over the
+  // socket file of a display with that number in another one.
   static int count = 0;
   const int number = 10 * OwnProcessId() + count++ % 10;
   desktop.display_ = ":" + std::to_string(number);
@@ -24,18 +23,18 @@ Desktop Desktop::Unseen() {
       std::vector<std::string>{"Xvfb", desktop.display_, "-displayfd", "1", "-screen", "0", "1280x1024x24",
                                "-nolisten", "tcp", "-noreset"},
       Process::Options());
-  desktop.server_->ReadLine(std::chrono::seconds(60));  // it is ready
+  desktop.server_->ReadLine(std::chrono::seconds(60));  // the display number, once it is ready
   Process::Options options;
   options.environment["DISPLAY"] = desktop.display_;
   desktop.windowManager_ =
       std::make_unique<Process>(std::vector<std::string>{"openbox", "--sm-disable"}, options);
   if (!WaitUntil(std::chrono::seconds(30), [&desktop] { return WindowManagerRuns(desktop.display_); })) {
-    throw LabError("The window manager does not start");
+    throw LabError("The window manager (openbox) does not start");
   }
   return desktop;
 }
 
-std::optional<Desktop> Desktop::OfTheUser() {
+std::optional<Desktop> Desktop::OfUser() {
   const std::string display = EnvironmentValue("DISPLAY");
   if (display.empty() || display.front() != ':') return std::nullopt;
   const std::string number = display.substr(1, display.find('.') - 1);
@@ -48,7 +47,7 @@ std::optional<Desktop> Desktop::OfTheUser() {
 void Desktop::Screenshot(const std::string& path, const std::optional<ScreenRect>& part) const {
   std::vector<std::string> arguments = {"import", "-silent", "-window", "root"};
   if (part) {
-    // Shadows and borders of a window manager lie outside; what is off the screen cannot be shown.
+    // The window may start off the screen.
     const ScreenRect& rect = *part;
     arguments.push_back("-crop");
     arguments.push_back(std::to_string(rect.width) + "x" + std::to_string(rect.height) + "+" +

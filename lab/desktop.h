@@ -16,20 +16,21 @@ struct ScreenRect {
   int height = 0;
 };
 
-/// A screen with a window manager: without one, windows close late and the focus comes late.
+/// An X display with a window manager. Without one Wine takes seconds to destroy a top-level window and moves
+/// the focus late.
 class Desktop {
  public:
-  /// A screen of 1280 x 1024 that nobody sees, with a display number of its own. Throws LabError.
-  static Desktop Unseen();
+  /// Starts an invisible display (Xvfb) of 1280 x 1024 pixels. It ends on destruction. Throws LabError.
+  static Desktop Invisible();
 
-  /// The screen that DISPLAY names, when it is one of this machine; nothing otherwise. Programs in another
-  /// network namespace can reach it too.
-  static std::optional<Desktop> OfTheUser();
+  /// The display that DISPLAY names; nothing when it is unset or remote. Programs in other network namespaces
+  /// reach a local display through its socket file.
+  static std::optional<Desktop> OfUser();
 
-  /// What DISPLAY has to be, such as ":1".
+  /// The value for DISPLAY, such as ":1".
   const std::string& Display() const { return display_; }
 
-  /// Writes the screen, or a part of it, into a PNG file. Throws LabError.
+  /// Writes the screen, or one part of it, to a PNG file. Throws LabError.
   void Screenshot(const std::string& path, const std::optional<ScreenRect>& part = std::nullopt) const;
 
  private:

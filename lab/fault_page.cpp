@@ -1,3 +1,5 @@
+// Writes docs/faults.md. A test compares the file with what this code makes of lab/scenarios.
+
 #include "lab/fault_page.h"
 
 #include <algorithm>
@@ -9,37 +11,38 @@ namespace tarvik::lab {
 namespace {
 
 constexpr std::string_view kIntroduction =
-    R"(<!-- Made from lab/scenarios by build/native/lab/fault_page; a change is made there. -->
+    R"(<!-- Generated from lab/scenarios by build/native/lab/fault_page. Edit the scenarios, not this page. -->
 
-# Faults, and what Tarvik says of them
+# Faults and what Tarvik shows
 
-Every fault on this page has really been made in the laboratory, on a network of its own with real servers, and
-Tarvik was tested on it: the lines are what it says, to the letter. `N` stands for a measured time.
+1. [Find a fault by the last thing that Tarvik shows](#by-the-last-thing-shown)
+2. [All faults](#all-faults)
 
-The laboratory's PC has the address 192.168.1.10/24, its gateway is 192.168.1.1. One controller is on the PC's own
-subnet, 192.168.1.100; another behind the gateway, 192.168.2.100. Your addresses are others, the lines are the same.
-The numbers behind "Allocate Handle error=" and "SystemError=" come from the library. Those below zero are the practice
-bench's: -102 no connection, -103 time-out, -104 connection lost, -105 an answer that makes no sense. The library of your
-PC may have others. Access codes and passwords in a command line are encoded; here they are written backwards.
+Look first at the step where the ladder stops: everything before it has passed.
 
-The laboratory runs Tarvik under Wine. For a dead host on the PC's own subnet, Windows may report "Destination Host
+Every fault on this page was reproduced on a real network with real servers. The lines are exactly what Tarvik shows;
+`N` stands for a measured time.
+
+The PC has the address 192.168.1.10/24 and the gateway 192.168.1.1. One controller is on the PC's subnet
+(192.168.1.100), another is beyond the gateway (192.168.2.100). Your addresses differ; the lines are the same.
+
+The numbers after "Allocate Handle error=" and "SystemError=" come from the library. Negative numbers are those of our
+test library: -102 no connection, -103 time-out, -104 connection lost, -105 invalid answer. The library on your PC may
+use others. Access codes and passwords on a command line are encoded; on this page they are written backwards.
+
+The tests run under Wine. For a dead host on the PC's own subnet, Windows may report "Destination Host
 Unreachable" where this page shows "ICMP_Error:11010". Such a report counts as an answer, so the check may go on and
 stop only at a later step. Read each reply line to its end: only one with "bytes=" comes from a host that works.
 
 Type addresses without zeros in front: 192.168.1.20, not 192.168.1.020. See [zeros in
 front](#fault-name-address-zero-padded).
-
-Where the ladder stops is where to look first: what lies below has passed.
-
-1. [By what one sees last](#by-what-one-sees-last)
-2. [By fault](#by-fault)
 )";
 
 std::string Anchor(const Scenario& scenario) { return "fault-" + Replaced(scenario.name, "_", "-"); }
 
 std::string Link(const Scenario& scenario) { return "[" + scenario.title + "](#" + Anchor(scenario) + ")"; }
 
-/// What the technician sees last, which is what the search for the fault begins with.
+/// The last thing that the technician sees: the key of the page's index.
 std::string LastShown(const Scenario& scenario) {
   if (scenario.verdict.kind == Verdict::Kind::Passes) return "The ladder passes";
   for (auto shown = scenario.shown.rbegin(); shown != scenario.shown.rend(); ++shown) {
@@ -51,8 +54,8 @@ std::string LastShown(const Scenario& scenario) {
   return "Nothing";
 }
 
-void AppendByWhatIsSeen(std::string& page, const std::vector<Scenario>& scenarios) {
-  page += "\n## By what one sees last\n\n| one sees | it may be |\n|---|---|\n";
+void AppendIndex(std::string& page, const std::vector<Scenario>& scenarios) {
+  page += "\n## By the last thing shown\n\n| last shown | possible faults |\n|---|---|\n";
   std::vector<std::string> done;
   for (const FaultGroup group : kFaultGroups) {
     for (const Scenario& scenario : scenarios) {
@@ -68,7 +71,7 @@ void AppendByWhatIsSeen(std::string& page, const std::vector<Scenario>& scenario
 }
 
 void AppendContents(std::string& page, const std::vector<Scenario>& scenarios) {
-  page += "\n## By fault\n";
+  page += "\n## All faults\n";
   for (const FaultGroup group : kFaultGroups) {
     page.append("\n**").append(NameOf(group)).append("**\n\n");
     for (const Scenario& scenario : scenarios)
@@ -76,7 +79,7 @@ void AppendContents(std::string& page, const std::vector<Scenario>& scenarios) {
   }
 }
 
-std::string DoneBy(const Scenario& scenario) {
+std::string StepsOf(const Scenario& scenario) {
   std::string text = scenario.general ? "Tarvik (general edition)" : "Tarvik";
   if (!scenario.CommandLine().empty()) text += " " + scenario.CommandLine();
   text = "`" + text + "`";
@@ -97,20 +100,20 @@ void AppendShown(std::string& page, const Scenario& scenario) {
   page += "\n```text\n";
   for (const Shown& shown : scenario.shown) {
     if (shown.kind == Shown::Kind::Line) page += shown.text + "\n";
-    if (shown.kind == Shown::Kind::AnyLine) page += "[ a line of Windows' own ]\n";
+    if (shown.kind == Shown::Kind::AnyLine) page += "[ a line from Windows ]\n";
     if (shown.kind == Shown::Kind::Box)
       page += "[ Message box: " + Replaced(shown.text, "\r\n", "\n                ") + " ]\n";
     if (shown.kind == Shown::Kind::Field) page += "[ " + shown.field + ": " + shown.text + " ]\n";
   }
   page += "```\n\n";
-  if (scenario.verdict.kind == Verdict::Kind::Passes) page += "The ladder goes on and passes.\n\n";
+  if (scenario.verdict.kind == Verdict::Kind::Passes) page += "The ladder passes.\n\n";
   if (scenario.verdict.kind == Verdict::Kind::StopsAt)
     page.append("The ladder stops at **").append(NameOf(scenario.verdict.rung)).append("**.\n\n");
 }
 
 void AppendFault(std::string& page, const Scenario& scenario) {
   page += "\n<a id=\"" + Anchor(scenario) + "\"></a>\n\n### " + scenario.title + "\n\n";
-  page += scenario.wrong + "\n\n" + DoneBy(scenario) + ":\n";
+  page += scenario.wrong + "\n\n" + StepsOf(scenario) + ":\n";
   AppendShown(page, scenario);
   page += "*What to do:* " + scenario.advice + "\n";
 }
@@ -119,7 +122,7 @@ void AppendFault(std::string& page, const Scenario& scenario) {
 
 std::string FaultPage(const std::vector<Scenario>& scenarios) {
   std::string page(kIntroduction);
-  AppendByWhatIsSeen(page, scenarios);
+  AppendIndex(page, scenarios);
   AppendContents(page, scenarios);
   for (const FaultGroup group : kFaultGroups) {
     page.append("\n## ").append(NameOf(group)).append("\n");

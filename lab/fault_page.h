@@ -7,7 +7,7 @@
 
 namespace tarvik::lab {
 
-/// The page for technicians in Markdown: each fault, what the tool says of it, what to do.
+/// The technicians' page in Markdown: each fault with what the tool shows and what to do about it.
 std::string FaultPage(const std::vector<Scenario>& scenarios);
 
 }  // namespace tarvik::lab

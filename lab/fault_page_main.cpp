@@ -1,4 +1,4 @@
-// Prints the page of the faults.
+// Prints the page of faults:
 //
 //   fault_page lab/scenarios >docs/faults.md
 

@@ -12,8 +12,8 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kSlowStart(120);
 
-/// Copies the server into the folder, its scenario beside it.
-std::string LayServer(const TempDirectory& folder, const std::string& bench, const std::string& scenario) {
+/// Copies the server and its scenario into the folder. Returns the program's path.
+std::string CopyServer(const TempDirectory& folder, const std::string& bench, const std::string& scenario) {
   std::string path = folder.Path() + "/K7Server.exe";
   fs::copy_file(bench + "/K7Server.exe", path);
   std::ofstream(folder.Path() + "/K7Server.scenario") << scenario;
@@ -25,16 +25,16 @@ std::string LayServer(const TempDirectory& folder, const std::string& bench, con
 K7ServerProgram::K7ServerProgram(WindowsPc& pc, const Laboratory& net, const std::string& bench,
                                  const std::string& cacheFolder, const std::string& scenario)
     : folder_(cacheFolder),
-      process_(StartBeside(pc, {WindowsPath(LayServer(folder_, bench, scenario)), "-debug"},
-                           net.Namespace(Host::Pc))) {
+      process_(StartOnPc(pc, {WindowsPath(CopyServer(folder_, bench, scenario)), "-debug"},
+                         net.Namespace(Host::Pc))) {
   const std::string line = process_->ReadLine(kSlowStart);
-  if (!line.starts_with("listening on UDP port ")) throw LabError("The K7 server: " + line);
+  if (!line.starts_with("listening on UDP port ")) throw LabError("The K7 server does not start: " + line);
 }
 
 K7ServerService::K7ServerService(WindowsPc& pc, const Laboratory& net, const std::string& bench,
                                  const std::string& cacheFolder, const std::string& scenario, State state)
     : folder_(cacheFolder), manager_(pc, bench, net.Namespace(Host::Pc)), state_(state) {
-  manager_.Install(LayServer(folder_, bench, scenario));
+  manager_.Install(CopyServer(folder_, bench, scenario));
   if (state_ == State::Running) manager_.Start();
 }
 
@@ -59,7 +59,7 @@ ServicesFile::ServicesFile(WindowsPc& pc, const std::vector<std::string>& lines)
 ServicesFile::~ServicesFile() { Replace(before_); }
 
 void ServicesFile::Replace(const std::string& bytes) const {
-  // The system's own file is shared with other prefixes, so it is replaced and not written to.
+  // All prefixes share the file by hard links, so a new one replaces it.
   std::error_code ignored;
   fs::remove(path_, ignored);
   std::ofstream(path_, std::ios::binary) << bytes;

@@ -12,8 +12,11 @@
 
 namespace tarvik::lab {
 
-/// The practice bench's K7 server on the PC, as an ordinary program on its port. It answers when the object
-/// stands; its end ends it. `bench`: folder of the 32-bit stand-ins. Everything here throws LabError.
+// All constructors throw LabError. `bench`: folder of the 32-bit stand-in libraries and K7Server.exe;
+// `scenario`: text of a K7 scenario, see bench/README.md.
+
+/// The practice bench's K7 server on the PC, run as an ordinary program. It listens once constructed and
+/// stops on destruction.
 class K7ServerProgram {
  public:
   K7ServerProgram(WindowsPc& pc, const Laboratory& net, const std::string& bench,
@@ -24,7 +27,7 @@ class K7ServerProgram {
   std::unique_ptr<Process> process_;
 };
 
-/// The same as the PC's Windows service "K7Server", removed by the object's end.
+/// The same installed as the PC's Windows service "K7Server". Stopped and removed on destruction.
 class K7ServerService {
  public:
   enum class State { Stopped, Running };
@@ -41,7 +44,7 @@ class K7ServerService {
   State state_;
 };
 
-/// The PC's services file with other lines, until the object's end.
+/// Replaces the PC's services file by these lines; destruction restores the former contents.
 class ServicesFile {
  public:
   ServicesFile(WindowsPc& pc, const std::vector<std::string>& lines);

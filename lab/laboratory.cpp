@@ -1,3 +1,6 @@
+// Cables are veth pairs: one end is the host's card, the other a port of a bridge in the switch's namespace.
+// Pulling a cable sets the port down, so that the host loses its carrier as with a real cable.
+
 #include "lab/laboratory.h"
 
 #include <cstdio>
@@ -5,36 +8,38 @@
 #include <fstream>
 
 #include "lab/leavings.h"
+#include "lab/own_network.h"
 
 namespace tarvik::lab {
 namespace {
 
 constexpr Host kHosts[] = {Host::Pc, Host::Gateway, Host::Near, Host::Far};
 
-// The two sides of the switch.
-constexpr char kPcSide[] = "pcside";
-constexpr char kFarSide[] = "farside";
+// The bridges: one for each subnet.
+constexpr char kNearBridge[] = "pcside";
+constexpr char kFarBridge[] = "farside";
 constexpr char kSecondPcPort[] = "pc2";
 
-struct Plan {
-  const char* port;
-  const char* side;
+/// A host of a new network.
+struct HostPlan {
+  const char* port;  ///< name of the cable's end in the switch
+  const char* bridge;
   const char* address;
   const char* gateway;
 };
 
-Plan PlanOf(Host host) {
+HostPlan PlanOf(Host host) {
   switch (host) {
     case Host::Pc:
-      return {"pc", kPcSide, "192.168.1.10/24", kGatewayAddress};
+      return {"pc", kNearBridge, "192.168.1.10/24", kGatewayAddress};
     case Host::Gateway:
-      return {"gateway", kPcSide, "192.168.1.1/24", ""};
+      return {"gateway", kNearBridge, "192.168.1.1/24", ""};
     case Host::Near:
-      return {"near", kPcSide, "192.168.1.100/24", kGatewayAddress};
+      return {"near", kNearBridge, "192.168.1.100/24", kGatewayAddress};
     case Host::Far:
       break;
   }
-  return {"far", kFarSide, "192.168.2.100/24", "192.168.2.1"};
+  return {"far", kFarBridge, "192.168.2.100/24", "192.168.2.1"};
 }
 
 void WriteFile(const std::string& path, const std::string& text) {
@@ -47,24 +52,24 @@ std::string ConfigurationFolder(const std::string& name) { return "/etc/netns/" 
 
 void IpIn(const std::string& name, std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), {"ip", "-n", name});
-  // The kernel changes one network at a time, and others may be taking theirs down.
+  // The kernel handles one network change at a time; removing other namespaces may hold it up for long.
   RunOrThrow(arguments, {}, {}, std::chrono::seconds(120));
 }
 
 }  // namespace
 
 std::optional<std::string> Laboratory::UnsupportedReason() {
-  if (!IsRoot()) return "only root can make network namespaces";
+  if (!IsRoot()) return "only root can create network namespaces";
   const std::string name = UniqueName() + "-probe";
   try {
     const Finished made = Run({"ip", "netns", "add", name});
-    if (made.exitCode != 0) return "no network namespace can be made: " + made.output;
+    if (made.exitCode != 0) return "cannot create a network namespace: " + made.output;
     const Finished cable =
         Run({"ip", "-n", name, "link", "add", "cable1", "type", "veth", "peer", "name", "cable2"});
     const Finished bridge = Run({"ip", "-n", name, "link", "add", "switch1", "type", "bridge"});
     Run({"ip", "netns", "del", name});
-    if (cable.exitCode != 0) return "this kernel lays no virtual cables: " + cable.output;
-    if (bridge.exitCode != 0) return "this kernel has no bridges: " + bridge.output;
+    if (cable.exitCode != 0) return "this kernel has no veth devices: " + cable.output;
+    if (bridge.exitCode != 0) return "this kernel has no bridge devices: " + bridge.output;
   } catch (const LabError& error) {
     return error.what();
   }
@@ -77,17 +82,17 @@ Laboratory::Laboratory(const std::string& cacheFolder) {
   try {
     switch_ = stem + "-switch";
     AddNamespace(switch_);
-    for (const char* side : {kPcSide, kFarSide}) {
-      IpIn(switch_, {"link", "add", side, "type", "bridge"});
-      IpIn(switch_, {"link", "set", side, "up"});
+    for (const char* bridge : {kNearBridge, kFarBridge}) {
+      IpIn(switch_, {"link", "add", bridge, "type", "bridge"});
+      IpIn(switch_, {"link", "set", bridge, "up"});
     }
     for (const Host host : kHosts) {
-      const Plan plan = PlanOf(host);
+      const HostPlan plan = PlanOf(host);
       names_[host] = stem + "-" + plan.port;
       AddNamespace(names_[host]);
-      PlugIn(plan.port, names_[host], "eth0", plan.side);
+      PlugIn(plan.port, names_[host], "eth0", plan.bridge);
     }
-    PlugIn("gateway2", names_[Host::Gateway], "eth1", kFarSide);
+    PlugIn("gateway2", names_[Host::Gateway], "eth1", kFarBridge);
     IpIn(names_[Host::Gateway], {"address", "add", "192.168.2.1/24", "dev", "eth1"});
     Reset();
   } catch (...) {
@@ -111,8 +116,7 @@ void Laboratory::Remove() {
 }
 
 void Laboratory::AddNamespace(const std::string& name) {
-  // Programs in the namespace find these files in the place of the machine's own: names are looked up
-  // nowhere but in the hosts file, so an unknown one is unknown at once.
+  // "ip netns exec" mounts these files over those in /etc. With no name server an unknown name fails at once.
   std::filesystem::create_directories(ConfigurationFolder(name));
   namespaces_.push_back(name);
   WriteFile(ConfigurationFolder(name) + "/hosts", "127.0.0.1 localhost\n");
@@ -143,7 +147,7 @@ void Laboratory::SetAddresses(Host host, const std::vector<std::string>& address
 }
 
 void Laboratory::SetDefaultRoute(Host host, const std::string& gateway) const {
-  // Without one there is nothing to delete, and that is right too.
+  // Fails when there is none, which is fine.
   Run({"ip", "-n", Namespace(host), "route", "del", "default"});
   if (!gateway.empty()) Ip(host, {"route", "add", "default", "via", gateway, "dev", "eth0", "onlink"});
 }
@@ -151,19 +155,20 @@ void Laboratory::SetDefaultRoute(Host host, const std::string& gateway) const {
 std::string Laboratory::InitialGateway(Host host) { return PlanOf(host).gateway; }
 
 void Laboratory::SetForwarding(Host host, bool forwards) const {
-  // A router that also tells its neighbours of shorter ways would have Wine take the word for the answer.
-  RunOrThrow({"ip", "netns", "exec", Namespace(host), "sh", "-c",
-              std::string("cd /proc/sys/net/ipv4 && echo ") + (forwards ? "1" : "0") +
-                  " >ip_forward && for card in conf/*/send_redirects; do echo 0 >$card; done"});
+  // Without redirects: Wine takes an ICMP redirect for the reply to an echo.
+  RunOrThrow(InNamespace(Namespace(host),
+                         {"sh", "-c",
+                          std::string("cd /proc/sys/net/ipv4 && echo ") + (forwards ? "1" : "0") +
+                              " >ip_forward && for card in conf/*/send_redirects; do echo 0 >$card; done"}));
 }
 
-void Laboratory::SetLineSpeed(Host host, const std::string& rate, size_t bytesAtOnce) const {
+void Laboratory::SetLineSpeed(Host host, const std::string& rate, size_t burstBytes) const {
   RunOrThrow({"tc", "-n", Namespace(host), "qdisc", "replace", "dev", "eth0", "root", "tbf", "rate", rate,
-              "burst", std::to_string(bytesAtOnce), "latency", "60s"});
+              "burst", std::to_string(burstBytes), "latency", "60s"});
 }
 
 void Laboratory::AddCardToPc(const std::string& address) const {
-  PlugIn(kSecondPcPort, Namespace(Host::Pc), "eth1", kPcSide);
+  PlugIn(kSecondPcPort, Namespace(Host::Pc), "eth1", kNearBridge);
   Ip(Host::Pc, {"address", "add", address, "dev", "eth1"});
 }
 
@@ -176,24 +181,23 @@ void Laboratory::SetHostNames(
 }
 
 void Laboratory::SetFilter(Host host, const std::string& ruleset) const {
-  RunOrThrow({"ip", "netns", "exec", Namespace(host), "nft", "-f", "-"}, {},
-             "flush ruleset\n" + ruleset + "\n");
+  RunOrThrow(InNamespace(Namespace(host), {"nft", "-f", "-"}), {}, "flush ruleset\n" + ruleset + "\n");
 }
 
 void Laboratory::Reset() const {
-  // The second card is not there most of the time.
+  // Fails when there is no second card.
   Run({"ip", "-n", switch_, "link", "del", kSecondPcPort});
   for (const Host host : kHosts) {
-    const Plan plan = PlanOf(host);
+    const HostPlan plan = PlanOf(host);
     PlugCable(host);
     SetAddresses(host, {plan.address});
     SetDefaultRoute(host, plan.gateway);
     SetHostNames(host, {});
     SetFilter(host, "");
     SetForwarding(host, host == Host::Gateway);
-    // A card without a speed of its own has nothing to delete.
+    // Fails when no line speed was set.
     Run({"tc", "-n", Namespace(host), "qdisc", "del", "dev", "eth0", "root"});
-    // What a host remembers of a neighbour that was away would outlive the fault.
+    // Failed ARP entries would outlive the fault.
     Ip(host, {"neighbour", "flush", "all"});
   }
 }

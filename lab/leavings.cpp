@@ -1,3 +1,6 @@
+// Removal of what a process leaves, also after a crash or SIGKILL. A shell script does it in its own session,
+// because nothing inside the dying process can.
+
 #include "lab/leavings.h"
 
 #include <filesystem>
@@ -9,8 +12,8 @@
 namespace tarvik::lab {
 namespace {
 
-// $1 = the folder of all work folders, $2 = the process whose end is waited for: standard input ends with
-// it. A Wine server is ended through the prefix it serves, a process in a namespace by its id.
+// $1 = the parent of all temporary directories, $2 = the id of the watched process, which holds the other end
+// of standard input: "cat" returns when that process ends.
 constexpr char kWatcher[] = R"(
 runs=$1
 sweep() {

@@ -4,19 +4,21 @@
 
 namespace tarvik::lab {
 
-/// Where prefixes are kept between runs: the folder that TARVIK_CACHE names, otherwise one in `outputFolder`.
+/// The folder in which Wine prefixes are kept between runs: TARVIK_CACHE, or else `outputFolder`/cache.
+/// Absolute.
 std::string CacheFolder(const std::string& outputFolder);
 
-/// Makes sure that nothing of the laboratory outlives this process, however it ends: a watcher of its own
-/// ends and removes what bears this process' id as soon as it is gone. What processes that died before
-/// left behind is removed at once. `cacheFolder` is the folder under which TempDirectory makes its folders.
-/// Call before the first thing is made; further calls with the same folder do nothing.
+/// Starts a watcher process that removes what this process leaves (Wine servers, network namespaces and
+/// temporary directories named after its id), however it ends. Leftovers of dead processes are removed at
+/// once. `cacheFolder`: the one that is passed to TempDirectory. Call before creating anything; later calls
+/// with the same folder do nothing. Throws LabError.
 void RemoveLeftoversWhenThisProcessEnds(const std::string& cacheFolder);
 
-/// A name for something of this process' own: "tv", its id, a running number. Network namespaces bear it.
+/// A name that the watcher recognises: "tv", this process' id, a serial number. For network namespaces and
+/// the like.
 std::string UniqueName();
 
-/// A new empty folder below the cache folder, removed with everything in it by the object's end.
+/// A new directory below the cache folder, deleted with its contents on destruction.
 class TempDirectory {
  public:
   explicit TempDirectory(const std::string& cacheFolder);

@@ -11,32 +11,33 @@ namespace tarvik::lab {
 
 using std::chrono::milliseconds;
 
-/// The laboratory cannot do what it was asked for; the text says what and why.
+/// A laboratory operation failed; the text says which and why.
 class LabError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// Variables that a started program has other than this process has them; no value = the variable is unset.
+/// Changes to this process' environment for a started program; no value removes the variable.
 using Environment = std::map<std::string, std::optional<std::string>>;
 
-/// A program that was started here, in a process group of its own. It ends with its owner, and also when
-/// this process dies in any other way.
+/// A started program in its own process group. It is ended on destruction, and killed by the kernel when this
+/// process dies.
 class Process {
  public:
   struct Options {
     Environment environment;
-    std::string workingFolder;      ///< empty = this process' own
-    bool errorsWithOutput = false;  ///< standard error goes where the output goes, otherwise nowhere
-    bool outlivesOwner = false;     ///< is left alone when this process dies; in a session of its own
+    std::string workingFolder;      ///< empty = that of this process
+    bool errorsWithOutput = false;  ///< adds standard error to the output; otherwise it is discarded
+    bool outlivesOwner = false;     ///< not killed when this process dies; gets its own session
   };
 
-  /// Starts the program, found through PATH. Its input and output are pipes to this object. Throws LabError.
+  /// Starts the program, which is searched in PATH, with pipes as its standard input and output. Throws
+  /// LabError.
   Process(const std::vector<std::string>& arguments, const Options& options);
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
 
-  /// Asks the whole group to end, and ends it by force when it has not after two seconds.
+  /// Ends the whole process group: SIGTERM, after two seconds SIGKILL.
   ~Process();
 
   int Id() const { return id_; }
@@ -45,14 +46,14 @@ class Process {
   void Write(const std::string& text);
   void CloseInput();
 
-  /// The next line of the output, without its line break. Throws LabError when none comes in time, and
-  /// when the output has ended.
+  /// The next line of the output, without its line break. Throws LabError on a time-out and at the end of the
+  /// output.
   std::string ReadLine(milliseconds timeOut);
 
-  /// The rest of the output up to its end. Throws LabError when it does not end in time.
+  /// The rest of the output. Throws LabError when it does not end in time.
   std::string ReadAll(milliseconds timeOut);
 
-  /// The exit code, or 128 + the signal that ended the program; nothing when it still runs after the time.
+  /// The exit code, or 128 + the number of the signal that ended the program; nothing on a time-out.
   std::optional<int> Wait(milliseconds timeOut);
 
  private:
@@ -69,37 +70,36 @@ class Process {
 
 struct Finished {
   int exitCode = 0;
-  std::string output;  ///< output and errors, as they came
+  std::string output;  ///< output and errors, in the order written
 };
 
-/// Runs a program to its end, with `input` as its whole input. Throws LabError when it takes longer.
+/// Runs a program to its end with `input` as its standard input. Throws LabError on a time-out.
 Finished Run(const std::vector<std::string>& arguments, const Process::Options& options = {},
              const std::string& input = {}, milliseconds timeOut = std::chrono::seconds(30));
 
-/// Runs a program that has to succeed; otherwise throws LabError with what it said.
+/// The same for a program that must succeed: throws LabError with its output unless the exit code is 0.
 void RunOrThrow(const std::vector<std::string>& arguments, const Process::Options& options = {},
                 const std::string& input = {}, milliseconds timeOut = std::chrono::seconds(30));
 
-/// The id of this process.
 int OwnProcessId();
 
-/// This process may make network namespaces.
+/// True when this process may create network namespaces.
 bool IsRoot();
 
 /// The value of an environment variable; empty when it is not set.
 std::string EnvironmentValue(const std::string& name);
 
-/// Polls until the condition holds. False when it does not in time.
+/// Polls until the condition holds. False on a time-out.
 template <typename Condition>
 bool WaitUntil(milliseconds timeOut, Condition condition);
 
-/// One step of a polling wait.
+/// The pause between two polls.
 void ShortPause();
 
-/// A lock on a file that other processes respect too, for as long as the object lives.
+/// An exclusive lock among processes (flock on a file), held during the object's lifetime.
 class FileLock {
  public:
-  /// Waits until the lock is free. Throws LabError when the file cannot be made.
+  /// Waits without limit for the lock. Throws LabError when the file cannot be created.
   explicit FileLock(const std::string& path);
   FileLock(const FileLock&) = delete;
   FileLock& operator=(const FileLock&) = delete;

@@ -64,10 +64,10 @@ std::vector<std::string> WithOwnEnvironment(const Environment& changes) {
   return variables;
 }
 
-/// The program in PATH, so that nothing has to be searched between fork and exec.
+/// The program's path, searched before the fork because little may be called between fork and exec.
 std::string FindProgram(const std::string& name) {
   if (name.find('/') != std::string::npos) return name;
-  // The network tools live in a folder that is not on every user's path.
+  // The network tools are in a folder that not every user has in PATH.
   const std::string path = EnvironmentValue("PATH") + ":/usr/sbin:/sbin";
   for (size_t start = 0; start <= path.size();) {
     const size_t end = std::min(path.find(':', start), path.size());
@@ -75,7 +75,7 @@ std::string FindProgram(const std::string& name) {
     if (access(candidate.c_str(), X_OK) == 0) return candidate;
     start = end + 1;
   }
-  throw LabError("There is no program " + name);
+  throw LabError(name + " is not installed");
 }
 
 }  // namespace
@@ -86,7 +86,7 @@ Process::Process(const std::vector<std::string>& arguments, const Options& optio
   std::vector<std::string> variableTexts = WithOwnEnvironment(options.environment);
   const std::vector<char*> argv = Pointers(argumentTexts);
   const std::vector<char*> envp = Pointers(variableTexts);
-  // A program that ends while it is written to must not end this process.
+  // Writing to a program that has ended must fail, not end this process.
   signal(SIGPIPE, SIG_IGN);
   Pipe input;
   Pipe output;
@@ -110,7 +110,7 @@ Process::Process(const std::vector<std::string>& arguments, const Options& optio
     execve(program.c_str(), argv.data(), envp.data());
     _exit(127);
   }
-  if (!options.outlivesOwner) setpgid(id_, id_);  // whichever of the two processes runs first
+  if (!options.outlivesOwner) setpgid(id_, id_);  // in both processes: either may run first
   input_ = std::exchange(input.write, -1);
   output_ = std::exchange(output.read, -1);
 }
@@ -135,7 +135,7 @@ void Process::Write(const std::string& text) {
   for (size_t done = 0; done < text.size();) {
     const ssize_t count = write(input_, text.data() + done, text.size() - done);
     if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) throw LabError(SystemError(name_ + " takes no more input"));
+    if (count <= 0) throw LabError(SystemError(name_ + " does not accept input"));
     done += static_cast<size_t>(count);
   }
 }
@@ -145,8 +145,8 @@ void Process::CloseInput() { Close(input_); }
 bool Process::ReadMore(Clock::time_point deadline) {
   while (true) {
     const auto left = std::chrono::duration_cast<milliseconds>(deadline - Clock::now()).count();
-    if (left <= 0) throw LabError(name_ + " has not answered in time");
-    // Servers that the program left behind may keep its output open, so its end is looked for as well.
+    if (left <= 0) throw LabError(name_ + " does not answer in time");
+    // A child of the program may keep the output open, so the program's own end counts too.
     const bool ended = Wait(milliseconds(0)).has_value();
     pollfd waiting = {output_, POLLIN, 0};
     const int ready = poll(&waiting, 1, ended ? 0 : static_cast<int>(std::min<long long>(left, 100)));

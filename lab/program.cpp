@@ -10,7 +10,7 @@ using Fields = std::vector<std::string>;
 
 std::string Text(milliseconds time) { return std::to_string(time.count()); }
 
-/// The driver waits for its own time-out first and then says so.
+/// Longer than the driver's own time-out, so that its error message arrives.
 milliseconds Longer(milliseconds timeOut) { return timeOut + 2 * kSoon; }
 
 int Number(const Fields& fields, size_t index) { return std::stoi(fields.at(index)); }
@@ -68,10 +68,10 @@ ScreenRect WindowUnderTest::Rect(int id) const { return RectOf(Ask("rect", id), 
 ScreenRect WindowUnderTest::ClientRect(int id) const { return RectOf(Ask("client_rect", id), 0); }
 
 std::vector<WindowUnderTest::ControlInfo> WindowUnderTest::Controls() const {
-  constexpr size_t kFieldsOfOne = 9;
+  constexpr size_t kFieldsPerItem = 9;
   const Fields fields = AskWindow("controls");
   std::vector<ControlInfo> controls;
-  for (size_t i = 0; i + kFieldsOfOne <= fields.size(); i += kFieldsOfOne) {
+  for (size_t i = 0; i + kFieldsPerItem <= fields.size(); i += kFieldsPerItem) {
     controls.push_back({Number(fields, i), fields[i + 1], fields[i + 2], Flag(fields, i + 3),
                         Flag(fields, i + 4), RectOf(fields, i + 5)});
   }
@@ -158,10 +158,10 @@ void WindowUnderTest::SelectTab(int id, int index, milliseconds timeOut) const {
 }
 
 std::vector<WindowUnderTest::MenuItem> WindowUnderTest::Menu() const {
-  constexpr size_t kFieldsOfOne = 4;
+  constexpr size_t kFieldsPerItem = 4;
   const Fields fields = AskWindow("menu");
   std::vector<MenuItem> items;
-  for (size_t i = 0; i + kFieldsOfOne <= fields.size(); i += kFieldsOfOne) {
+  for (size_t i = 0; i + kFieldsPerItem <= fields.size(); i += kFieldsPerItem) {
     items.push_back({Number(fields, i), Number(fields, i + 1), fields[i + 2], Flag(fields, i + 3)});
   }
   return items;

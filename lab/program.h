@@ -9,9 +9,10 @@
 
 namespace tarvik::lab {
 
-/// A top-level window of a program, and the controls in it by their ids; id 0 stands for the window
-/// itself. Texts are UTF-8. Every method throws LabError when the window or control is not there, does not
-/// answer, or what is waited for does not come.
+/// A top-level window of a program and its controls, which are named by their ids; id 0 is the window itself.
+/// Texts are UTF-8, rectangles in pixels of the screen. Methods throw LabError when the window or control
+/// does not exist or does not answer, and on a time-out. They wait up to 15 seconds for a control to be
+/// created.
 class WindowUnderTest {
  public:
   WindowUnderTest(WindowsPc& pc, std::string handle) : pc_(&pc), handle_(std::move(handle)) {}
@@ -31,12 +32,12 @@ class WindowUnderTest {
     int horizontalExtent = 0;  ///< pixels
   };
   struct Tabs {
-    int front = -1;                     ///< among the visible ones
-    std::vector<std::string> captions;  ///< of the visible ones
+    int front = -1;                     ///< index among the visible tabs
+    std::vector<std::string> captions;  ///< of the visible tabs
   };
   struct MenuItem {
     int depth = 0;  ///< 0 = in the menu bar
-    int id = 0;     ///< -1 = opens a menu
+    int id = 0;     ///< -1 = opens a submenu
     std::string caption;
     bool enabled = false;
   };
@@ -49,7 +50,7 @@ class WindowUnderTest {
   void SetText(int id, const std::string& text) const;
   void WaitForText(int id, const std::string& text, milliseconds timeOut = kSoon) const;
   std::string ClassName(int id) const;
-  /// The handle of the window to which this one belongs, as a box to its window; "0" = none.
+  /// The handle of the owner window (GW_OWNER), such as a message box has; "0" = none.
   std::string Owner() const;
   bool Enabled(int id) const;
   bool Visible(int id) const;
@@ -62,37 +63,37 @@ class WindowUnderTest {
 
   /// The outer rectangle.
   ScreenRect Rect(int id) const;
-  /// The client area, on the screen.
+  /// The client area.
   ScreenRect ClientRect(int id) const;
-  /// Every control below the window, in the order of the Tab key; a combo box counts as one.
+  /// All descendants of the window in Tab order. A combo box is one control.
   std::vector<ControlInfo> Controls() const;
   struct TextSize {
     int width = 0;
     int height = 0;
   };
-  /// What the control's text needs in its font, on one line.
+  /// The size of the control's text in its font, on one line.
   TextSize NeededFor(int id) const;
-  /// The control before this one in the order of the Tab key, as a screen reader takes its label: id, class
-  /// and text.
+  /// The control before this one in Tab order, in which screen readers look for a label. Only id, class and
+  /// text are filled in.
   ControlInfo Previous(int id) const;
 
-  /// The id of the control with the focus; 0 = none.
+  /// The id of the focused control; 0 = none.
   int Focus() const;
   void WaitForFocus(int id, milliseconds timeOut = kSoon) const;
   void SetFocus(int id) const;
 
-  /// Types characters as a keyboard does, with the focus in the control; returns when all were taken.
+  /// Focuses the control and types characters as a keyboard does. Returns when the program has handled them.
   void Type(int id, const std::string& characters) const;
-  /// Presses a combination such as "Shift+Tab", "Alt+P", "Enter", "Esc".
+  /// Presses a key combination such as "Shift+Tab", "Alt+P", "Enter", "Esc".
   void Press(const std::string& keys) const;
-  /// Presses and releases the left button on the control's centre. With modifiers ("Ctrl+Alt") it is the
-  /// real mouse, and the modifiers' keys are really held.
+  /// Clicks the centre of the control by posted messages. With modifiers ("Ctrl+Alt") it is real input: the
+  /// mouse moves and the keys are held.
   void Click(int id, const std::string& modifiers = {}) const;
   void DoubleClick(int id) const;
-  /// Returns when everything that was typed, pressed and clicked so far has been taken by the program. A
-  /// run that lets events run counts as having taken the click that began it.
+  /// Returns when the program has handled all input so far. The click that started a run counts as handled as
+  /// soon as the run lets events run.
   void Settle(milliseconds timeOut = kSoon) const;
-  /// Clicks, and measures the milliseconds until the control shows the caption.
+  /// Clicks the control and returns the milliseconds until it shows the caption.
   double MillisecondsFromClickTo(int id, const std::string& caption, milliseconds timeOut) const;
 
   std::vector<std::string> Lines(int id) const;
@@ -100,20 +101,21 @@ class WindowUnderTest {
   ListState StateOfList(int id) const;
   void WaitForLine(int id, const std::string& line, milliseconds timeOut) const;
   void WaitForLastLine(int id, const std::string& line, milliseconds timeOut) const;
-  /// Until the list is another than `known`, which Lines returned before.
+  /// Waits until the list differs from `known`, an earlier result of Lines. Compares the number of lines and
+  /// the last one only.
   void WaitForChange(int id, const std::vector<std::string>& known, milliseconds timeOut) const;
-  /// Empties the list behind the program's back.
+  /// Clears the list box (LB_RESETCONTENT) without the program's knowledge.
   void EmptyList(int id) const;
   std::vector<std::string> ComboItems(int id) const;
 
   Tabs StateOfTabs(int id) const;
-  /// In the strip's client area. `index`: among the visible tabs.
+  /// The tab's rectangle in the tab strip's client area. `index`: among the visible tabs.
   ScreenRect RectOfTab(int id, int index) const;
   /// `index`: among the visible tabs.
   void SelectTab(int id, int index, milliseconds timeOut = kSoon) const;
 
   std::vector<MenuItem> Menu() const;
-  /// What choosing the menu command does.
+  /// Does what choosing the menu command does (WM_COMMAND).
   void InvokeCommand(int commandId) const;
 
   Pointer CurrentPointer() const;
@@ -121,14 +123,14 @@ class WindowUnderTest {
   void Move(const ScreenRect& outer) const;
   void Minimise() const;
   void Restore() const;
-  /// Tells the window that it has come to a monitor with that many dots per inch.
+  /// Sends WM_DPICHANGED, as for a move to a monitor with that many dots per inch.
   void ChangeDpi(int dpi, const ScreenRect& suggested) const;
-  /// Tells the window that another theme, or other colours, were chosen.
+  /// Sends WM_THEMECHANGED, or WM_SYSCOLORCHANGE, as after a change of the settings.
   void ChangeTheme() const;
   void ChangeColours() const;
-  /// What the close button does.
+  /// Does what the close button does; returns at once.
   void Close() const;
-  /// Until it is closed or hidden.
+  /// Waits until the window is destroyed or hidden.
   void WaitUntilGone(milliseconds timeOut = kSoon) const;
 
  private:
@@ -150,22 +152,24 @@ struct BoxUnderTest {
   std::vector<std::pair<int, std::string>> buttons;  ///< id and caption
 };
 
-/// Ids of a message box' buttons.
+/// Buttons of a message box, by their Windows ids.
 enum class BoxButton { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
 
-/// A program that was started on a WindowsPc; its end ends it. Every method throws LabError.
+/// A program started on a WindowsPc, which is killed on destruction. Methods throw LabError, on a time-out
+/// too.
 class ProgramUnderTest {
  public:
-  /// `program`: path on this machine. `commandLine`: the raw text after the program's name.
+  /// `program`: path on this machine. `commandLine`: raw text after the program's name. `workingFolder`: path
+  /// on this machine; empty = the driver's.
   ProgramUnderTest(WindowsPc& pc, const std::string& program, const std::string& commandLine = {},
                    const std::string& workingFolder = {});
   ProgramUnderTest(const ProgramUnderTest&) = delete;
   ProgramUnderTest& operator=(const ProgramUnderTest&) = delete;
   ~ProgramUnderTest();
 
-  /// Milliseconds from its start to the first time it waited for input.
+  /// Milliseconds from the start until the program first waited for input (WaitForInputIdle).
   double WaitForFirstIdle(milliseconds timeOut = 2 * kSoon);
-  /// The visible top-level window of that class.
+  /// Waits for a visible top-level window of that class.
   WindowUnderTest WaitForWindow(const std::string& windowClass, milliseconds timeOut = 2 * kSoon);
   bool HasWindow(const std::string& windowClass);
   BoxUnderTest WaitForBox(milliseconds timeOut = kSoon);
@@ -173,16 +177,16 @@ class ProgramUnderTest {
   void Answer(const BoxUnderTest& box, BoxButton button);
   /// Asks every window of the program, as Windows does before its session ends; true when all agree.
   bool SessionMayEnd();
-  /// Reports to every window that the session ends, as Windows does even after a refusal.
+  /// Sends WM_ENDSESSION to every window, as Windows does when the user forces the end after a refusal.
   void EndSession();
   bool Runs();
-  /// Throws LabError with the exit code when it has ended.
+  /// Throws LabError with the exit code when the program has ended.
   void RequireRunning();
-  /// The exit code.
+  /// Waits for the end and returns the exit code.
   uint32_t WaitForEnd(milliseconds timeOut = kSoon);
-  /// Bytes in memory.
+  /// Working set in bytes.
   int64_t Memory();
-  /// The kernel's objects that it holds; windows, menus and brushes are none.
+  /// Number of open kernel handles. USER and GDI objects are not among them.
   int64_t Handles();
   void Kill();
 

@@ -1,5 +1,5 @@
-// Shows the shipped program at work on the laboratory's network, or against an address of the user's own, or
-// leaves it open for the user to play with.
+// The program that ./run starts. Shows the shipped program on the laboratory's network or with a given
+// address; "desk" leaves it open for the user. Screenshots go to OUTPUT.
 //
 //   run_ladders PROGRAM DRIVER BENCH OUTPUT [ADDRESS | desk]
 
@@ -22,9 +22,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::chrono::hours kLongestPlay(12);
+constexpr std::chrono::hours kMaxDeskTime(12);
 
-/// The codes as the practice bench's code-conversion library decodes them.
+/// The bench's code-conversion library reads secrets backwards.
 constexpr char kAllRungs[] = "-PING_N 2 -X 10 -FTP_USER cnc -FTP_PASSWD terces ";
 constexpr char kAllRungsWrongPassword[] = "-PING_N 2 -X 10 -FTP_USER cnc -FTP_PASSWD drowssap ";
 
@@ -50,7 +50,7 @@ bool ShowNetwork(WindowsPc& pc, const ShownProgram& shown, const Laboratory& lab
             Expecting({"PING test...", "0002 Reply From 192.168.1.100: bytes=32 time="})});
   passed &=
       Show(pc, shown,
-           {"A controller behind the gateway", std::string("-PING_N 2 ") + kFarAddress, "through-gateway",
+           {"A controller beyond the gateway", std::string("-PING_N 2 ") + kFarAddress, "through-gateway",
             Expecting({"Target is not exist on the same network", "GateWay (192.168.1.1) PING test ....",
                        "0002 Reply From 192.168.2.100: bytes=32 time="})});
   laboratory.PullCable(Host::Gateway);
@@ -112,7 +112,8 @@ bool LeaveOpen(const ShownProgram& shown) {
   std::optional<ServicesFile> services;
   std::optional<K7ServerService> server;
   if (general) {
-    pc.ClipboardText();  // its Windows begins with the screen, which a service has not
+    // The first program that starts gives Wine its screen, so that must not be the service.
+    pc.ClipboardText();
     services.emplace(pc, Lines{"NORVAX_K7_SERVER  8300/udp"});
     server.emplace(pc, laboratory, shown.bench, shown.CacheFolder(), "start_takes 2000\nstop_takes 2000\n",
                    K7ServerService::State::Running);
@@ -121,13 +122,12 @@ bool LeaveOpen(const ShownProgram& shown) {
   const WindowUnderTest window = WaitForMainWindow(program, {.onBox = [](const BoxUnderTest&) {}});
   window.SetText(ID_cmbIPAddr, kNearAddress);
   std::cout << "\nTarvik is open on screen " << pc.Screen().Display()
-            << ". Play until you close its window.\n\n"
+            << ". Close its window when you are done.\n\n"
             << "  " << kNearAddress << "   a controller on the PC's own subnet; FTP user " << kFtpUser
             << ", password " << kFtpPassword << "\n"
-            << "  " << kFarAddress << "   one behind the gateway, which asks for the access code 12345678\n"
-            << (general ? "  The K7 server runs as a service of the PC, on UDP port 8300.\n" : "")
-            << std::endl;
-  program.WaitForEnd(kLongestPlay);
+            << "  " << kFarAddress << "   a controller beyond the gateway, with the access code 12345678\n"
+            << (general ? "  The K7 server runs as a Windows service on UDP port 8300.\n" : "") << std::endl;
+  program.WaitForEnd(kMaxDeskTime);
   return true;
 }
 
@@ -141,18 +141,16 @@ int main(int count, char** arguments) {
     return 2;
   }
   const ShownProgram shown{arguments[1], arguments[2], arguments[3], arguments[4]};
-  const std::string wish = count > 5 ? arguments[5] : "";
+  const std::string mode = count > 5 ? arguments[5] : "";
   try {
     RunOrThrow({"mkdir", "-p", shown.output});
-    const bool ofItsOwn = wish.empty() || wish == "desk";
-    if (const auto reason = Laboratory::UnsupportedReason(); ofItsOwn && reason)
-      throw LabError("no laboratory on this machine: " + *reason);
-    const bool passed = wish.empty()     ? ShowLaboratory(shown)
-                        : wish == "desk" ? LeaveOpen(shown)
-                                         : ShowAddress(shown, wish);
-    if (wish != "desk")
-      std::cout << (passed ? "\nEverything is as it should be." : "\nNot everything is as it should be.")
-                << std::endl;
+    const bool needsLaboratory = mode.empty() || mode == "desk";
+    if (const auto reason = Laboratory::UnsupportedReason(); needsLaboratory && reason)
+      throw LabError("cannot create the laboratory: " + *reason);
+    const bool passed = mode.empty()     ? ShowLaboratory(shown)
+                        : mode == "desk" ? LeaveOpen(shown)
+                                         : ShowAddress(shown, mode);
+    if (mode != "desk") std::cout << (passed ? "\nAll checks passed." : "\nSome checks failed.") << std::endl;
     return passed ? 0 : 1;
   } catch (const LabError& error) {
     std::cout << "\nFAIL  " << error.what() << std::endl;

@@ -21,7 +21,7 @@ const char* NameOf(Rung rung) { return kRungNames[static_cast<size_t>(rung)]; }
 const char* NameOf(FaultGroup group) { return kGroupNames[static_cast<size_t>(group)]; }
 
 bool Scenario::HasTarget() const {
-  // Every option has a value, and the target stands behind them.
+  // Every option has one value; the target follows the options.
   return WordsOf(CommandLine()).size() % 2 == 1;
 }
 
@@ -60,7 +60,7 @@ std::vector<Scenario> ReadScenarios(const std::string& folder) {
   return scenarios;
 }
 
-std::string InScenarioFile(const Shown& shown) {
+std::string ToScenarioText(const Shown& shown) {
   std::string quoted = "\"" + Replaced(Replaced(shown.text, "\t", kTab), "\r\n", kNewLine) + "\"";
   switch (shown.kind) {
     case Shown::Kind::Line:
@@ -75,7 +75,7 @@ std::string InScenarioFile(const Shown& shown) {
   return "shows " + shown.field + " " + quoted;
 }
 
-std::string InScenarioFile(const Verdict& verdict) {
+std::string ToScenarioText(const Verdict& verdict) {
   switch (verdict.kind) {
     case Verdict::Kind::Passes:
       return "passes";

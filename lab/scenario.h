@@ -8,7 +8,7 @@
 
 namespace tarvik::lab {
 
-/// A scenario file cannot be read, or what it says cannot be made; the text names the file and the line.
+/// A scenario file is malformed or cannot be set up. The text names the file and the line.
 class ScenarioError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -19,7 +19,7 @@ enum class Rung { Ping, CncLibrary, K7, Ftp };
 
 const char* NameOf(Rung rung);
 
-/// Where a fault is at home; the page has a chapter for each.
+/// The chapters of the page of faults.
 enum class FaultGroup { Network, Names, CncLibrary, K7, Ftp };
 
 inline constexpr FaultGroup kFaultGroups[] = {FaultGroup::Network, FaultGroup::Names, FaultGroup::CncLibrary,
@@ -27,78 +27,78 @@ inline constexpr FaultGroup kFaultGroups[] = {FaultGroup::Network, FaultGroup::N
 
 const char* NameOf(FaultGroup group);
 
-/// One thing that is made wrong in the laboratory, or one server that is switched on in it.
+/// One line below "In the laboratory:": a change to the network, or a server to start.
 struct Change {
   std::string verb;                ///< "cable out", "ftp server", ...
-  std::string host;                ///< "pc", "gateway", "near" or "far"; empty where the verb takes none
-  std::vector<std::string> words;  ///< what stands behind
-  std::vector<std::string> lines;  ///< the deeper lines below it
-  int line = 0;                    ///< in the file
+  std::string host;                ///< "pc", "gateway", "near" or "far"; empty when the verb takes no host
+  std::vector<std::string> words;  ///< the arguments after verb and host
+  std::vector<std::string> lines;  ///< the more deeply indented lines that follow
+  int line = 0;                    ///< line number in the file
 };
 
-/// One thing that the technician does.
+/// One line below "The technician:".
 struct Step {
   std::string verb;  ///< "starts" (first), "types", "ticks" or "clicks"
   std::string what;  ///< command line, field or button
-  std::string text;  ///< what is typed
-  int line = 0;
+  std::string text;  ///< the text to type
+  int line = 0;      ///< line number in the file
 };
 
-/// What the tool shows, in its order.
+/// One thing that the tool shows.
 struct Shown {
   enum class Kind {
     Line,     ///< a line of the result list
-    AnyLine,  ///< a line whose words are Windows' own and may be any
+    AnyLine,  ///< a line whose text comes from Windows; matches any line
     Box,      ///< a message box
-    Field,    ///< what a field of the window says at the end
+    Field,    ///< the final text of a field
   };
   Kind kind = Kind::Line;
   std::string text;
-  std::string field;   ///< of a Field, its name
-  std::string answer;  ///< of a Box: "OK", "Cancel", "Yes" or "No"
+  std::string field;   ///< Field: its name
+  std::string answer;  ///< Box: "OK", "Cancel", "Yes" or "No"
 
   friend bool operator==(const Shown&, const Shown&) = default;
 };
 
-/// What the ladder did with the fault.
+/// How far the ladder got.
 struct Verdict {
   enum class Kind {
-    Passes,   ///< every rung that was asked for was begun
-    StopsAt,  ///< none above `rung` was
-    NotRun,   ///< the scenario is about something else
+    Passes,   ///< it began every requested rung
+    StopsAt,  ///< it began no rung above `rung`
+    NotRun,   ///< the scenario does not run the ladder
   };
   Kind kind = Kind::Passes;
   Rung rung = Rung::Ping;
 };
 
-/// A fault of the laboratory, as its file tells it. lab/scenarios/README.md describes the file.
+/// A fault as its file describes it. lab/scenarios/README.md documents the file format.
 struct Scenario {
-  std::string name;  ///< of the file, without its end
+  std::string name;  ///< file name without extension
   std::string title;
   FaultGroup group = FaultGroup::Network;
-  bool general = false;  ///< the general edition instead of the family's
-  std::string wrong;     ///< what is wrong, for the page
-  std::string advice;    ///< what to do, for the page
+  bool general = false;  ///< uses the general edition instead of the family's
+  std::string wrong;     ///< the page's description of the fault
+  std::string advice;    ///< the page's advice
   std::vector<Change> changes;
   std::vector<Step> steps;
   std::vector<Shown> shown;
   Verdict verdict;
 
   const std::string& CommandLine() const { return steps.front().what; }
-  /// The command line names a target, so that the ladder begins by itself.
+  /// True when the command line names a target, so that the ladder starts by itself.
   bool HasTarget() const;
-  /// The highest rung that the ladder was asked for, by the command line and by the buttons.
+  /// The highest rung that the command line and the clicked buttons request.
   Rung HighestRung() const;
 };
 
-/// Reads the text of a file; `name` is the file's, without its end. Throws ScenarioError.
+/// Parses a scenario. `name`: file name without extension. Throws ScenarioError.
 Scenario ReadScenario(const std::string& name, std::string_view text);
 
-/// Every "*.scenario" of the folder, in the order of the names. Throws ScenarioError.
+/// Reads every "*.scenario" file of the folder, sorted by name. Throws ScenarioError.
 std::vector<Scenario> ReadScenarios(const std::string& folder);
 
-/// As a scenario file writes it, without the indentation.
-std::string InScenarioFile(const Shown& shown);
-std::string InScenarioFile(const Verdict& verdict);
+/// The text in a scenario file, without indentation.
+std::string ToScenarioText(const Shown& shown);
+std::string ToScenarioText(const Verdict& verdict);
 
 }  // namespace tarvik::lab

@@ -1,3 +1,5 @@
+// Carries out the lines below "In the laboratory:". scenario_reader.cpp has the list of verbs.
+
 #include "lab/scenario_ground.h"
 
 #include <algorithm>
@@ -13,7 +15,7 @@
 namespace tarvik::lab {
 namespace {
 
-constexpr size_t kMostFiles = 20'000;
+constexpr size_t kMaxFiles = 20'000;
 
 Host HostOf(const Change& change) {
   if (change.host == "pc") return Host::Pc;
@@ -21,9 +23,9 @@ Host HostOf(const Change& change) {
   return change.host == "near" ? Host::Near : Host::Far;
 }
 
-std::string Joined(const std::vector<std::string>& words, const char* between) {
+std::string Joined(const std::vector<std::string>& words, const char* separator) {
   std::string text;
-  for (const std::string& word : words) text.append(text.empty() ? "" : between).append(word);
+  for (const std::string& word : words) text.append(text.empty() ? "" : separator).append(word);
   return text;
 }
 
@@ -31,22 +33,22 @@ size_t NumberOf(const std::string& word) {
   size_t number = 0;
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
   if (error != std::errc() || end != word.data() + word.size())
-    throw LabError("\"" + word + "\" is no number");
+    throw LabError("\"" + word + "\" is not a number");
   return number;
 }
 
-/// directory NAME, file NAME BYTES, files COUNT
-void Serve(const FtpServer& server, const std::string& line) {
+/// `line`: "directory NAME", "file NAME BYTES" or "files COUNT".
+void AddToServer(const FtpServer& server, const std::string& line) {
   const std::vector<std::string> words = WordsOf(line);
   if (words.size() == 2 && words[0] == "directory") {
     server.AddDirectory(words[1]);
   } else if (words.size() == 3 && words[0] == "file") {
     server.AddFile(words[1], NumberOf(words[2]));
-  } else if (words.size() == 2 && words[0] == "files" && NumberOf(words[1]) <= kMostFiles) {
-    // So many digits that the order of the names is that of the numbers.
+  } else if (words.size() == 2 && words[0] == "files" && NumberOf(words[1]) <= kMaxFiles) {
+    // Names of equal length sort like their numbers.
     for (size_t i = 1; i <= NumberOf(words[1]); ++i) server.AddFile("file" + std::to_string(10'000 + i));
   } else {
-    throw LabError("an FTP server has \"directory NAME\", \"file NAME BYTES\" and \"files COUNT\", not \"" +
+    throw LabError("an FTP server takes \"directory NAME\", \"file NAME BYTES\" or \"files COUNT\", not \"" +
                    line + "\"");
   }
 }
@@ -67,7 +69,8 @@ ScenarioSetup::ScenarioSetup(const ScenarioContext& context, const Scenario& sce
     : context_(context), servers_(std::make_unique<Servers>()) {
   for (const Change& change : scenario.changes) {
     try {
-      Make(change);
+      ChangeNetwork(change);
+      StartServer(change);
     } catch (const LabError& error) {
       throw ScenarioError(scenario.name + ".scenario:" + std::to_string(change.line) + ": " + error.what());
     }
@@ -82,12 +85,7 @@ ScenarioSetup::ScenarioSetup(const ScenarioContext& context, const Scenario& sce
 
 ScenarioSetup::~ScenarioSetup() = default;
 
-void ScenarioSetup::Make(const Change& change) {
-  MakeNetwork(change);
-  MakeServer(change);
-}
-
-void ScenarioSetup::MakeNetwork(const Change& change) {
+void ScenarioSetup::ChangeNetwork(const Change& change) {
   const Laboratory& net = context_.net;
   const Host host = HostOf(change);
   if (change.verb == "cable out") {
@@ -95,7 +93,7 @@ void ScenarioSetup::MakeNetwork(const Change& change) {
   } else if (change.verb == "address") {
     const bool none = change.words == std::vector<std::string>{"none"};
     net.SetAddresses(host, none ? std::vector<std::string>{} : change.words);
-    // It went with the addresses, and another address is no other gateway.
+    // Changing the addresses has removed the default route.
     net.SetDefaultRoute(host, Laboratory::InitialGateway(host));
   } else if (change.verb == "gateway") {
     net.SetDefaultRoute(host, change.words[0] == "none" ? "" : change.words[0]);
@@ -112,7 +110,7 @@ void ScenarioSetup::MakeNetwork(const Change& change) {
   }
 }
 
-void ScenarioSetup::MakeServer(const Change& change) {
+void ScenarioSetup::StartServer(const Change& change) {
   const Host host = HostOf(change);
   const auto& [pc, net, program, generalProgram, bench, cache] = context_;
   const std::string text = Joined(change.lines, "\n") + "\n";
@@ -120,11 +118,11 @@ void ScenarioSetup::MakeServer(const Change& change) {
     servers_->controllers.push_back(std::make_unique<Controller>(net, host, text));
   } else if (change.verb == "ftp server") {
     const bool known = change.words[0] == "vsftpd" || change.words[0] == "pyftpdlib";
-    if (!known) throw LabError("the FTP servers are \"vsftpd\" and \"pyftpdlib\"");
+    if (!known) throw LabError("an FTP server is \"vsftpd\" or \"pyftpdlib\"");
     const auto product =
         change.words[0] == "vsftpd" ? FtpServer::Product::Vsftpd : FtpServer::Product::Pyftpdlib;
     servers_->files.push_back(std::make_unique<FtpServer>(net, host, product, cache));
-    for (const std::string& line : change.lines) Serve(*servers_->files.back(), line);
+    for (const std::string& line : change.lines) AddToServer(*servers_->files.back(), line);
   } else if (change.verb == "faulty ftp server") {
     servers_->faultyFiles.push_back(std::make_unique<FaultyFtpServer>(net, host, Joined(change.words, " ")));
   } else if (change.verb == "k7 server") {

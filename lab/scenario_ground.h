@@ -10,21 +10,21 @@
 
 namespace tarvik::lab {
 
-/// The PC and the network that scenarios are made on, and what they are made from.
+/// Where scenarios are set up, and with which programs.
 struct ScenarioContext {
   WindowsPc& pc;
   const Laboratory& net;
-  std::string program;         ///< the family's edition
-  std::string generalProgram;  ///< the general one
-  std::string bench;           ///< folder of the 32-bit stand-ins
+  std::string program;         ///< path of the family's edition
+  std::string generalProgram;  ///< path of the general edition
+  std::string bench;           ///< folder of the 32-bit stand-in libraries
   std::string cacheFolder;
 };
 
-/// A scenario's fault, made. Its servers run for as long as the object lives; the network stays as it is
-/// until it is reset.
+/// A scenario's fault, set up on the network. Destruction stops its servers; the network stays changed until
+/// Laboratory::Reset.
 class ScenarioSetup {
  public:
-  /// The network must be as it was laid. Throws ScenarioError with the file and the line.
+  /// The network must be in its initial state. Throws ScenarioError.
   ScenarioSetup(const ScenarioContext& context, const Scenario& scenario);
   ScenarioSetup(const ScenarioSetup&) = delete;
   ScenarioSetup& operator=(const ScenarioSetup&) = delete;
@@ -33,9 +33,8 @@ class ScenarioSetup {
  private:
   class Servers;
 
-  void Make(const Change& change);
-  void MakeNetwork(const Change& change);
-  void MakeServer(const Change& change);
+  void ChangeNetwork(const Change& change);
+  void StartServer(const Change& change);
   void SetFilters(const Scenario& scenario) const;
   void SetNames(const Scenario& scenario) const;
 

@@ -1,3 +1,5 @@
+// Compares what a scenario expects with what the tool showed and did.
+
 #include "lab/scenario_outcome.h"
 
 #include <algorithm>
@@ -6,8 +8,8 @@
 namespace tarvik::lab {
 namespace {
 
-// More than this and the table of the comparison would be large; a list holds a thousand lines.
-constexpr size_t kMostCompared = 1500;
+// The comparison needs a table of the square of this; a result list holds at most 1,000 lines.
+constexpr size_t kMaxComparedLines = 1500;
 
 struct FirstLine {
   const char* begin;
@@ -20,16 +22,16 @@ constexpr FirstLine kFirstLines[] = {
     {"FTP Connect test...", Rung::Ftp},
 };
 
-std::vector<std::string> Written(const std::vector<Shown>& shown) {
+std::vector<std::string> ToScenarioLines(const std::vector<Shown>& shown) {
   std::vector<std::string> lines;
   lines.reserve(shown.size());
-  for (const Shown& each : shown) lines.push_back(InScenarioFile(each));
-  lines.resize(std::min(lines.size(), kMostCompared));
+  for (const Shown& each : shown) lines.push_back(ToScenarioText(each));
+  lines.resize(std::min(lines.size(), kMaxComparedLines));
   return lines;
 }
 
-/// The lines of both with "  ", "- " or "+ " before them, by their longest common subsequence.
-std::string LineByLine(const std::vector<std::string>& expected, const std::vector<std::string>& seen) {
+/// A line diff by longest common subsequence: "- " is missing, "+ " is unexpected.
+std::string Diff(const std::vector<std::string>& expected, const std::vector<std::string>& seen) {
   std::vector<std::vector<size_t>> common(expected.size() + 1, std::vector<size_t>(seen.size() + 1));
   for (size_t i = expected.size(); i-- > 0;) {
     for (size_t k = seen.size(); k-- > 0;) {
@@ -57,7 +59,7 @@ std::string LineByLine(const std::vector<std::string>& expected, const std::vect
 Verdict VerdictOf(const Scenario& scenario, const Outcome& outcome) {
   if (!outcome.highestBegun) return {Verdict::Kind::NotRun, {}};
   const Rung begun = *outcome.highestBegun;
-  // Above FTP there is no rung that could tell whether it passed; what it says tells it.
+  // A rung has passed when the next one begins. The FTP rung has no next one, so its lines alone decide.
   const bool stoppedByItself = scenario.verdict.kind == Verdict::Kind::StopsAt &&
                                scenario.verdict.rung >= begun &&
                                (begun < scenario.HighestRung() || begun == Rung::Ftp);
@@ -86,12 +88,12 @@ std::string Difference(const Scenario& scenario, const Outcome& outcome) {
     if (scenario.shown[i].kind == Shown::Kind::AnyLine && shown[i].kind == Shown::Kind::Line)
       shown[i] = scenario.shown[i];
   if (scenario.shown != shown) {
-    text += "The tool says other things (- missing, + not expected):\n";
-    text += LineByLine(Written(scenario.shown), Written(shown));
+    text += "The tool shows something else (- missing, + unexpected):\n";
+    text += Diff(ToScenarioLines(scenario.shown), ToScenarioLines(shown));
   }
-  const std::string expected = InScenarioFile(scenario.verdict);
-  const std::string seen = InScenarioFile(VerdictOf(scenario, outcome));
-  if (expected != seen) text += "The ladder: " + seen + ", and not: " + expected + "\n";
+  const std::string expected = ToScenarioText(scenario.verdict);
+  const std::string seen = ToScenarioText(VerdictOf(scenario, outcome));
+  if (expected != seen) text += "The ladder: " + seen + ", expected: " + expected + "\n";
   if (!text.empty()) text = "lab/scenarios/" + scenario.name + ".scenario\n" + text;
   return text;
 }

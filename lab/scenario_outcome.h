@@ -8,17 +8,18 @@
 
 namespace tarvik::lab {
 
-/// What the tool did with a scenario's fault.
+/// What the tool showed and did in a scenario.
 struct Outcome {
   std::vector<Shown> shown;
-  std::optional<Rung> highestBegun;  ///< of the ladder; nothing when it was not run or began none
+  std::optional<Rung> highestBegun;  ///< nothing when the ladder was not run or began no rung
 };
 
-/// The highest rung whose first line is among these; nothing when none is.
+/// The highest rung whose title is among the lines; nothing when there are no lines.
 std::optional<Rung> HighestBegun(const std::vector<std::string>& lines);
 
-/// What is other than the scenario says, for somebody who knows scenario files: each line, "-" before what
-/// is missing and "+" before what came in its place, and the verdict. Empty when all is as it says.
+/// The difference between the scenario and the outcome in the notation of scenario files: a line diff ("-"
+/// missing,
+/// "+" unexpected) and the verdict. Empty when they match.
 std::string Difference(const Scenario& scenario, const Outcome& outcome);
 
 }  // namespace tarvik::lab

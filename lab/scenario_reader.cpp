@@ -1,4 +1,5 @@
-// Reads the text of a scenario file.
+// The parser of scenario files: first headings with their indented lines, then each section by its heading. A
+// new verb of the laboratory is added to kVerbs here and carried out in scenario_ground.cpp.
 
 #include <algorithm>
 #include <iterator>
@@ -12,10 +13,10 @@ namespace {
 
 struct VerbRule {
   const char* verb;
-  size_t least;  ///< words behind it
-  size_t most;
+  size_t minWords;  ///< after verb and host
+  size_t maxWords;
   bool hasHost;
-  bool hasLines;  ///< deeper lines below it
+  bool hasLines;  ///< more deeply indented lines may follow
 };
 
 constexpr VerbRule kVerbs[] = {
@@ -39,7 +40,7 @@ std::string_view TextOf(const WindowPart& part) { return part.name; }
 std::string_view TextOf(Rung rung) { return NameOf(rung); }
 std::string_view TextOf(FaultGroup group) { return NameOf(group); }
 
-/// The one of that name; the end when there is none.
+/// The element of that name, or the end.
 template <typename Names>
 auto Find(const Names& names, std::string_view name) {
   return std::find_if(std::begin(names), std::end(names),
@@ -58,7 +59,7 @@ std::string Listed(const Names& names) {
   return text;
 }
 
-/// One heading with what stands behind it and the indented lines below it.
+/// A heading, the text after it on the same line, and the indented lines below it.
 struct Section {
   std::string heading;
   std::string value;
@@ -94,7 +95,7 @@ class Reader {
   void ReadSteps(const Section& section);
   void CheckPart(const Step& step) const;
   void ReadShown(const Section& section);
-  std::string Quoted(const Section::Line& line, std::string_view& behind) const;
+  std::string Quoted(const Section::Line& line, std::string_view& after) const;
   void ReadVerdict(const Section& section);
   void Check() const;
 
@@ -114,15 +115,15 @@ void Reader::Split(std::string_view text) {
     last_ = number;
     if (Trimmed(line).empty() || line.starts_with('#')) continue;
     const size_t depth = line.find_first_not_of(' ');
-    if (line[depth] == '\t') Fail(number, "indent with blanks, not with tabs");
+    if (line[depth] == '\t') Fail(number, "indent with spaces, not with tabs");
     if (depth != 0) {
-      if (sections_.empty()) Fail(number, "a heading such as \"Title:\" comes first");
+      if (sections_.empty()) Fail(number, "this line needs a heading before it, such as \"Title:\"");
       sections_.back().lines.push_back({std::string(Trimmed(line)), depth, number});
       continue;
     }
     const size_t colon = line.find(':');
     if (colon == std::string_view::npos) {
-      Fail(number, "a heading ends with \":\", and what belongs to it is indented");
+      Fail(number, "a heading ends with \":\"; the lines below it are indented");
     }
     sections_.push_back(
         {std::string(line.substr(0, colon)), std::string(Trimmed(line.substr(colon + 1))), {}, number});
@@ -130,15 +131,17 @@ void Reader::Split(std::string_view text) {
 }
 
 std::string Reader::Value(const Section& section) const {
-  if (section.value.empty()) Fail(section.number, "something is missing behind \"" + section.heading + ":\"");
-  if (!section.lines.empty()) Fail(section.lines.front().number, "this belongs to no heading");
+  if (section.value.empty())
+    Fail(section.number, "\"" + section.heading + ":\" needs a value on the same line");
+  if (!section.lines.empty())
+    Fail(section.lines.front().number, "\"" + section.heading + ":\" takes no lines below it");
   return section.value;
 }
 
 std::string Reader::Prose(const Section& section) const {
   std::string text = section.value;
   for (const Section::Line& line : section.lines) text.append(text.empty() ? "" : " ").append(line.text);
-  if (text.empty()) Fail(section.number, "nothing is said below \"" + section.heading + ":\"");
+  if (text.empty()) Fail(section.number, "\"" + section.heading + ":\" needs a text");
   return text;
 }
 
@@ -146,24 +149,24 @@ Change Reader::ReadChange(const Section::Line& line) const {
   for (const VerbRule& rule : kVerbs) {
     const std::string_view verb = rule.verb;
     if (!line.text.starts_with(verb)) continue;
-    const std::string_view behind = std::string_view(line.text).substr(verb.size());
-    if (!behind.empty() && behind.front() != ' ') continue;
-    Change change{rule.verb, {}, WordsOf(behind), {}, line.number};
+    const std::string_view after = std::string_view(line.text).substr(verb.size());
+    if (!after.empty() && after.front() != ' ') continue;
+    Change change{rule.verb, {}, WordsOf(after), {}, line.number};
     if (rule.hasHost) {
       if (change.words.empty() || !Has(kHosts, change.words.front())) {
-        Fail(line.number, "\"" + change.verb + "\" is followed by a host: " + Listed(kHosts));
+        Fail(line.number, "\"" + change.verb + "\" needs a host: " + Listed(kHosts));
       }
       change.host = change.words.front();
       change.words.erase(change.words.begin());
     }
-    if (change.words.size() < rule.least)
-      Fail(line.number, "something is missing behind \"" + line.text + "\"");
-    if (change.words.size() > rule.most) Fail(line.number, "\"" + change.words[rule.most] + "\" is too much");
+    if (change.words.size() < rule.minWords) Fail(line.number, "too few words in \"" + line.text + "\"");
+    if (change.words.size() > rule.maxWords)
+      Fail(line.number, "\"" + change.words[rule.maxWords] + "\" is one word too many");
     return change;
   }
   std::string known;
   for (const VerbRule& rule : kVerbs) known.append(known.empty() ? "" : ", ").append(rule.verb);
-  Fail(line.number, "\"" + line.text + "\" is nothing that the laboratory can do. It knows: " + known);
+  Fail(line.number, "the laboratory does not know \"" + line.text + "\", only " + known);
 }
 
 void Reader::ReadChanges(const Section& section) {
@@ -175,7 +178,7 @@ void Reader::ReadChanges(const Section& section) {
     Change& change = scenario_.changes.back();
     const auto rule = std::find_if(std::begin(kVerbs), std::end(kVerbs),
                                    [&change](const VerbRule& each) { return change.verb == each.verb; });
-    if (!rule->hasLines) Fail(line.number, "\"" + change.verb + "\" has no lines of its own");
+    if (!rule->hasLines) Fail(line.number, "\"" + change.verb + "\" takes no lines below it");
     change.lines.push_back(line.text);
   }
 }
@@ -186,7 +189,7 @@ void Reader::ReadSteps(const Section& section) {
     Step step{line.text.substr(0, end), std::string(Trimmed(line.text.substr(end))), {}, line.number};
     const bool first = scenario_.steps.empty();
     if (first != (step.verb == "starts")) {
-      Fail(line.number, "the technician starts the tool first, and once: \"starts\" and the command line");
+      Fail(line.number, "the first step, and only the first, is \"starts COMMAND LINE\"");
     }
     if (step.verb == "types") {
       const size_t colon = step.what.find(':');
@@ -195,7 +198,7 @@ void Reader::ReadSteps(const Section& section) {
       step.what.resize(colon);
     } else if (step.verb != "starts" && step.verb != "ticks" && step.verb != "clicks") {
       Fail(line.number,
-           "a technician \"starts\", \"types\", \"ticks\" or \"clicks\", not \"" + step.verb + "\"");
+           "a step is \"starts\", \"types\", \"ticks\" or \"clicks\", not \"" + step.verb + "\"");
     }
     CheckPart(step);
     scenario_.steps.push_back(std::move(step));
@@ -210,14 +213,15 @@ void Reader::CheckPart(const Step& step) const {
   const std::string choice = step.verb == "types"   ? Listed(kFields)
                              : step.verb == "ticks" ? Listed(kCheckBoxes)
                                                     : Listed(kButtons);
-  Fail(step.line, "nobody " + step.verb + " \"" + step.what + "\"; there is " + choice);
+  Fail(step.line,
+       "cannot " + step.verb.substr(0, step.verb.size() - 1) + " \"" + step.what + "\", only " + choice);
 }
 
-std::string Reader::Quoted(const Section::Line& line, std::string_view& behind) const {
+std::string Reader::Quoted(const Section::Line& line, std::string_view& after) const {
   const size_t first = line.text.find('"');
   const size_t last = line.text.rfind('"');
-  if (first == last) Fail(line.number, "what the tool says stands in double quotes");
-  behind = std::string_view(line.text).substr(last + 1);
+  if (first == last) Fail(line.number, "write what the tool shows in double quotes");
+  after = std::string_view(line.text).substr(last + 1);
   const std::string text = line.text.substr(first + 1, last - first - 1);
   return Replaced(Replaced(text, kTab, "\t"), kNewLine, "\r\n");
 }
@@ -231,25 +235,25 @@ void Reader::ReadShown(const Section& section) {
       scenario_.shown.push_back({Shown::Kind::AnyLine, {}, {}, {}});
       continue;
     }
-    std::string_view behind;
+    std::string_view after;
     Shown shown;
-    shown.text = Quoted(line, behind);
+    shown.text = Quoted(line, after);
     const std::string before(Trimmed(line.text.substr(0, line.text.find('"'))));
     if (line.text.starts_with(kBox)) {
       shown.kind = Shown::Kind::Box;
       if (before != Trimmed(kBox)) Fail(line.number, "write: box \"TEXT\" answered OK");
-      if (behind.starts_with(kAnswered)) shown.answer = behind.substr(kAnswered.size());
+      if (after.starts_with(kAnswered)) shown.answer = after.substr(kAnswered.size());
       if (!Has(kAnswers, shown.answer)) {
-        Fail(line.number, "behind the text of a box stands \"answered\" and one of " + Listed(kAnswers));
+        Fail(line.number, "after the text of a box write \"answered\" and one of " + Listed(kAnswers));
       }
     } else if (line.text.starts_with(kField)) {
       shown.kind = Shown::Kind::Field;
       shown.field = before.substr(std::min(kField.size(), before.size()));
-      if (!behind.empty()) Fail(line.number, "write: shows FIELD \"TEXT\"");
+      if (!after.empty()) Fail(line.number, "write: shows FIELD \"TEXT\"");
       if (!FindPart(kFields, shown.field))
-        Fail(line.number, "there is no field \"" + shown.field + "\"; there is " + Listed(kFields));
-    } else if (!before.empty() || !behind.empty()) {
-      Fail(line.number, "a line of the tool is nothing but its text in double quotes");
+        Fail(line.number, "there is no field \"" + shown.field + "\", only " + Listed(kFields));
+    } else if (!before.empty() || !after.empty()) {
+      Fail(line.number, "write only the text in double quotes");
     }
     scenario_.shown.push_back(std::move(shown));
   }
@@ -270,8 +274,7 @@ void Reader::ReadVerdict(const Section& section) {
 }
 
 void Reader::ReadSection(const Section& section) {
-  if (Has(seen_, section.heading))
-    Fail(section.number, "\"" + section.heading + ":\" stands here a second time");
+  if (Has(seen_, section.heading)) Fail(section.number, "\"" + section.heading + ":\" appears twice");
   seen_.push_back(section.heading);
   if (section.heading == "Title") {
     scenario_.title = Value(section);
@@ -295,7 +298,7 @@ void Reader::ReadSection(const Section& section) {
   } else if (section.heading == "The ladder") {
     ReadVerdict(section);
   } else {
-    Fail(section.number, "\"" + section.heading + ":\" is no heading of a scenario");
+    Fail(section.number, "\"" + section.heading + ":\" is not a heading of a scenario");
   }
 }
 
@@ -304,14 +307,14 @@ void Reader::Check() const {
        {"Title", "Group", "What is wrong", "What to do", "The technician", "The tool says", "The ladder"}) {
     if (!Has(seen_, heading)) Fail(last_, std::string("\"") + heading + ":\" is missing");
   }
-  if (scenario_.steps.empty()) Fail(last_, "the technician does nothing");
-  if (scenario_.shown.empty()) Fail(last_, "the tool says nothing");
+  if (scenario_.steps.empty()) Fail(last_, "\"The technician:\" needs a step");
+  if (scenario_.shown.empty()) Fail(last_, "\"The tool says:\" needs a line");
   const Verdict& verdict = scenario_.verdict;
-  // That a ladder ended can be seen only where a further rung would have followed; above FTP there is none.
+  // That the ladder stopped shows only when a higher rung was requested. Above FTP there is none.
   if (verdict.kind == Verdict::Kind::StopsAt && verdict.rung != Rung::Ftp &&
       scenario_.HighestRung() <= verdict.rung) {
-    Fail(last_, std::string("that the ladder stops at ") + NameOf(verdict.rung) +
-                    " cannot be seen: ask for a further rung by -X");
+    Fail(last_, std::string("request a higher rung with -X, or nothing shows that the ladder stops at ") +
+                    NameOf(verdict.rung));
   }
 }
 

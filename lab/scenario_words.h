@@ -7,11 +7,11 @@
 
 namespace tarvik::lab {
 
-// What a tab and a line break are in a scenario file, where they could not be seen.
+// How a scenario file writes a tab and a line break.
 inline constexpr std::string_view kTab = "<tab>";
 inline constexpr std::string_view kNewLine = "<new line>";
 
-// What stands in the place of a line whose words are Windows' own.
+// How it writes a line whose text comes from Windows.
 inline constexpr char kAnyLine[] = "any line";
 
 inline std::string Replaced(std::string text, std::string_view what, std::string_view with) {
@@ -26,7 +26,7 @@ inline std::string_view Trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-/// What stands between blanks.
+/// The parts between spaces and tabs.
 inline std::vector<std::string> WordsOf(std::string_view text) {
   std::vector<std::string> words;
   while (!(text = Trimmed(text)).empty()) {

@@ -3,18 +3,19 @@
 #include <cstdio>
 
 #include "lab/driver_protocol.h"
+#include "lab/own_network.h"
 
 namespace tarvik::lab {
 namespace {
 
 constexpr char kService[] = "K7Server";
-constexpr char kLongestWait[] = "60000";  ///< for a service's state, in milliseconds
+constexpr char kStateTimeOutMs[] = "60000";
 constexpr std::chrono::seconds kSlowStart(120);
 
 }  // namespace
 
 ServiceManager::ServiceManager(WindowsPc& pc, const std::string& bench, const std::string& networkNamespace)
-    : caller_(StartBeside(pc, {WindowsPath(bench + "/bench_caller.exe")}, networkNamespace)) {}
+    : caller_(StartOnPc(pc, {WindowsPath(bench + "/bench_caller.exe")}, networkNamespace)) {}
 
 ServiceManager::~ServiceManager() {
   try {
@@ -43,22 +44,20 @@ void ServiceManager::Install(const std::string& program) {
 
 void ServiceManager::Remove() { Call({"QSetup_RemoveService", kService}); }
 
-void ServiceManager::Start() { Call({"QSetup_StartService", kService, kLongestWait}); }
+void ServiceManager::Start() { Call({"QSetup_StartService", kService, kStateTimeOutMs}); }
 
-void ServiceManager::Stop() { Call({"QSetup_StopService", kService, kLongestWait}); }
+void ServiceManager::Stop() { Call({"QSetup_StopService", kService, kStateTimeOutMs}); }
 
-std::unique_ptr<Process> StartBeside(WindowsPc& pc, const std::vector<std::string>& program,
-                                     const std::string& networkNamespace) {
-  // A Windows starts with its first program, and takes screen and variables from it: the driver's.
+std::unique_ptr<Process> StartOnPc(WindowsPc& pc, const std::vector<std::string>& program,
+                                   const std::string& networkNamespace) {
+  // The first program that starts in a Wine prefix gives it screen and environment; that must be the driver.
   pc.Ask({"clipboard_get"});
   Process::Options options;
   options.environment = pc.Prefix().Variables();
   options.environment["DISPLAY"] = std::nullopt;
-  std::vector<std::string> arguments;
-  if (!networkNamespace.empty()) arguments = {"ip", "netns", "exec", networkNamespace};
-  arguments.push_back("wine");
-  arguments.insert(arguments.end(), program.begin(), program.end());
-  return std::make_unique<Process>(arguments, options);
+  std::vector<std::string> command = {"wine"};
+  command.insert(command.end(), program.begin(), program.end());
+  return std::make_unique<Process>(InNamespace(networkNamespace, command), options);
 }
 
 }  // namespace tarvik::lab

@@ -9,22 +9,22 @@
 
 namespace tarvik::lab {
 
-/// The PC's services, by the bench's service-setup library, called from another program than the one under
-/// test. Everything here throws LabError.
+/// Manages the PC's Windows services through the bench's service-setup library (SvcKit.dll), called from a
+/// separate program (bench_caller.exe). Methods throw LabError.
 class ServiceManager {
  public:
-  /// `bench`: folder of the 32-bit stand-ins. `networkNamespace`: where the services live; empty for the
-  /// caller's own.
+  /// `bench`: folder of the 32-bit stand-in libraries. `networkNamespace`: that of the PC; empty = this
+  /// process'.
   ServiceManager(WindowsPc& pc, const std::string& bench, const std::string& networkNamespace = {});
   ServiceManager(const ServiceManager&) = delete;
   ServiceManager& operator=(const ServiceManager&) = delete;
   ~ServiceManager();
 
-  /// A call of the library by its name and its arguments; its result as a number's text, and what it filled
-  /// in.
+  /// Calls a function of the library: its name, then its arguments. Returns the result as decimal text, then
+  /// the output arguments.
   std::vector<std::string> Call(const std::vector<std::string>& command);
 
-  /// The K7 service, started on demand.
+  /// Registers the K7 service with start type "on demand". `program`: path on this machine.
   void Install(const std::string& program);
   void Remove();
   void Start();
@@ -34,9 +34,9 @@ class ServiceManager {
   std::unique_ptr<Process> caller_;
 };
 
-/// Starts a program of the PC's from outside, in the network namespace if one is named. The PC's screen and
-/// variables are those of the PC's driver.
-std::unique_ptr<Process> StartBeside(WindowsPc& pc, const std::vector<std::string>& program,
-                                     const std::string& networkNamespace);
+/// Starts a Windows program on the PC without the window driver; its standard input and output are pipes.
+/// `networkNamespace`: that of the PC; empty = this process'.
+std::unique_ptr<Process> StartOnPc(WindowsPc& pc, const std::vector<std::string>& program,
+                                   const std::string& networkNamespace);
 
 }  // namespace tarvik::lab

@@ -11,8 +11,9 @@
 namespace tarvik::lab {
 namespace {
 
-constexpr milliseconds kLadderTimeOut = std::chrono::seconds(90);
+constexpr std::chrono::seconds kLadderTimeOut(90);
 
+/// Aligns the lines of a message box with its first one.
 std::string Indented(std::string text) {
   for (size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 6) text.insert(at + 1, "     ");
   return text;
@@ -20,7 +21,7 @@ std::string Indented(std::string text) {
 
 }  // namespace
 
-// Absolute: a server with a view of its own of the files looks from another folder.
+// Absolute because vsftpd's script changes its working directory.
 std::string ShownProgram::CacheFolder() const {
   return (std::filesystem::absolute(output).parent_path() / "cache").string();
 }
@@ -52,12 +53,12 @@ bool Show(WindowsPc& pc, const ShownProgram& shown, const ShownRun& run) {
   } else {
     lines = FollowRun(program, window, kLadderTimeOut, listener);
   }
-  const std::string file = shown.output + "/" + run.picture + ".png";
+  const std::string file = shown.output + "/" + run.screenshot + ".png";
   pc.Screen().Screenshot(file, window.Rect(0));
   window.Close();
   program.WaitForEnd();
   lines.insert(lines.end(), boxes.begin(), boxes.end());
-  const std::string fault = run.fault(lines);
+  const std::string fault = run.check(lines);
   std::cout << (fault.empty() ? "PASS  " : "FAIL  ") << run.title << (fault.empty() ? "" : ": " + fault)
             << "  (" << file << ")" << std::endl;
   return fault.empty();
@@ -67,7 +68,7 @@ std::function<std::string(const Lines&)> Expecting(const std::vector<std::string
   return [parts](const Lines& lines) -> std::string {
     for (const std::string& part : parts) {
       const auto has = [&part](const std::string& line) { return line.find(part) != std::string::npos; };
-      if (std::none_of(lines.begin(), lines.end(), has)) return "no line says \"" + part + "\"";
+      if (std::none_of(lines.begin(), lines.end(), has)) return "no line contains \"" + part + "\"";
     }
     return {};
   };

@@ -10,15 +10,15 @@ namespace tarvik::lab {
 
 using Lines = std::vector<std::string>;
 
-/// What `./run` shows with, and where it leaves pictures.
+/// The paths that `./run` works with.
 struct ShownProgram {
   std::string program;
   std::string driver;
   std::string bench;   ///< folder of the stand-in libraries
-  std::string output;  ///< folder of the pictures
+  std::string output;  ///< folder for screenshots
 
   std::string CacheFolder() const;
-  /// A PC for it, on the user's screen where there is one.
+  /// A PC on the user's display, or on an invisible one when there is none.
   WindowsPc::Options PcOptions() const;
 };
 
@@ -26,16 +26,16 @@ struct ShownProgram {
 struct ShownRun {
   std::string title;
   std::string commandLine;
-  std::string picture;  ///< name of the screenshot, without its end
-  /// What is wrong with the lines of the run; empty when nothing is.
-  std::function<std::string(const Lines&)> fault;
+  std::string screenshot;  ///< file name without extension
+  /// Checks the run's lines and message boxes; returns what is wrong, or an empty text.
+  std::function<std::string(const Lines&)> check;
 };
 
-/// Starts the program, prints its lines and message boxes as they come, leaves a screenshot, closes the
-/// program and prints the verdict. True when nothing was wrong. Throws LabError.
+/// Starts the program, prints its lines and message boxes as they appear, takes a screenshot, closes the
+/// program and prints the verdict. True when the check has passed. Throws LabError.
 bool Show(WindowsPc& pc, const ShownProgram& shown, const ShownRun& run);
 
-/// A fault when one of the parts stands in no line.
+/// A check that every one of these texts is part of some line.
 std::function<std::string(const Lines&)> Expecting(const std::vector<std::string>& parts);
 
 }  // namespace tarvik::lab

@@ -8,10 +8,10 @@
 
 namespace tarvik::lab {
 
-/// The pages of the main window, in the general edition's order.
+/// The pages of the main window, in the order of the general edition's tabs.
 enum class Page { Ping, Nexal, K7Api, K7Svc, Ftp };
 
-/// A field or a button of the main window under the name that a scenario file gives it.
+/// A control of the main window and its name in scenario files.
 struct WindowPart {
   const char* name;
   int id;
@@ -44,7 +44,7 @@ inline constexpr WindowPart kCheckBoxes[] = {
     {"access code", ID_chkAccessCode, Page::Nexal},
 };
 
-/// The part of that name; null when there is none.
+/// The part of that name, or null.
 template <typename Parts>
 const WindowPart* FindPart(const Parts& parts, std::string_view name) {
   const auto* const found = std::find_if(std::begin(parts), std::end(parts),

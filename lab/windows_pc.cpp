@@ -1,15 +1,19 @@
 #include "lab/windows_pc.h"
 
 #include "lab/driver_protocol.h"
+#include "lab/own_network.h"
 
 namespace tarvik::lab {
 namespace {
 
+/// Wine's own start included, on a loaded machine.
+constexpr std::chrono::seconds kDriverStartTimeOut(120);
+
 Desktop ScreenFor(const WindowsPc::Options& options) {
   if (options.onUsersScreen) {
-    if (std::optional<Desktop> screen = Desktop::OfTheUser()) return std::move(*screen);
+    if (std::optional<Desktop> screen = Desktop::OfUser()) return std::move(*screen);
   }
-  return Desktop::Unseen();
+  return Desktop::Invisible();
 }
 
 }  // namespace
@@ -20,7 +24,7 @@ WindowsPc::WindowsPc(const Options& options)
       prefix_(std::make_unique<WinePrefix>(options.cacheFolder, options.language, options.dpi)) {}
 
 WindowsPc::~WindowsPc() {
-  // The driver ends with its input, and the programs it started with it.
+  // Before the prefix: the driver ends with its input and kills the programs that it started.
   driver_.reset();
 }
 
@@ -33,34 +37,31 @@ void WindowsPc::StartDriver() {
   Process::Options options;
   options.environment = prefix_->Variables();
   options.environment["DISPLAY"] = desktop_.Display();
-  // HOME is the prefix there, so a screen's key file has to be named.
+  // The default key file is in HOME, which is the prefix for Windows programs.
   if (EnvironmentValue("XAUTHORITY").empty()) {
     options.environment["XAUTHORITY"] = EnvironmentValue("HOME") + "/.Xauthority";
   }
   if (!options_.programPath.empty()) options.environment["WINEPATH"] = WindowsPath(options_.programPath);
   for (const auto& [name, value] : options_.environment) options.environment[name] = value;
-  std::vector<std::string> arguments;
-  if (!options_.networkNamespace.empty()) arguments = {"ip", "netns", "exec", options_.networkNamespace};
-  arguments.insert(arguments.end(), {"wine", WindowsPath(options_.driver)});
-  driver_ = std::make_unique<Process>(arguments, options);
+  driver_ = std::make_unique<Process>(
+      InNamespace(options_.networkNamespace, {"wine", WindowsPath(options_.driver)}), options);
   unanswered_ = 0;
 }
 
 std::vector<std::string> WindowsPc::Ask(const std::vector<std::string>& command, milliseconds timeOut) {
   if (!driver_) {
     StartDriver();
-    // The first start of a Windows takes its time on a machine under load.
-    timeOut += std::chrono::seconds(120);
+    timeOut += kDriverStartTimeOut;
   }
   driver_->Write(JoinFields(command) + "\n");
-  // What was asked before and not answered in time is answered first.
+  // Skip the late answers to commands that timed out before.
   std::vector<std::string> answer;
   for (++unanswered_; unanswered_ > 0; --unanswered_) answer = SplitFields(driver_->ReadLine(timeOut));
   const std::string status = answer.front();
   answer.erase(answer.begin());
   if (status == "ok") return answer;
   if (status == "error" && !answer.empty()) throw LabError(command.front() + ": " + answer.front());
-  // It is not the driver that speaks but the Windows that could not run it; the next question finds another.
+  // The line comes from Wine, which could not run the driver. The next command starts it again.
   driver_.reset();
   throw LabError(command.front() + ": " + status);
 }

@@ -12,43 +12,45 @@
 
 namespace tarvik::lab {
 
-/// How long an answer may take that comes at once unless the machine is under load.
+/// Time-out for what takes milliseconds on an idle machine.
 inline constexpr milliseconds kSoon = std::chrono::seconds(15);
 
-/// A PC with Windows: a screen, a prefix, a network namespace, and the window driver that runs in them.
+/// A PC with Windows: a display, a Wine prefix, a network namespace, and the window driver that runs in them.
 class WindowsPc {
  public:
   struct Options {
     std::string driver;            ///< path of window_driver.exe
-    std::string cacheFolder;       ///< where prefixes are kept and copied to
-    std::string programPath;       ///< a folder in which its programs find libraries
-    std::string networkNamespace;  ///< empty = the machine's own network
-    Environment environment;       ///< variables for its programs
+    std::string cacheFolder;       ///< for prefixes and temporary directories
+    std::string programPath;       ///< WINEPATH, where its programs find libraries; empty = none
+    std::string networkNamespace;  ///< empty = this process'
+    Environment environment;       ///< additional variables for its programs
     WindowsLanguage language = WindowsLanguage::English;
     int dpi = 96;
-    bool onUsersScreen = false;  ///< where there is one
+    bool onUsersScreen = false;  ///< use the user's display when there is one
   };
 
-  /// Throws LabError.
+  /// Creates display and prefix. The driver starts with the first command. Throws LabError.
   explicit WindowsPc(const Options& options);
   ~WindowsPc();
 
-  /// Still at rest: no program has started, so the registry can be prepared.
+  /// Call SetRegistryValue only before the first command.
   WinePrefix& Prefix() { return *prefix_; }
 
   const Desktop& Screen() const { return desktop_; }
 
-  /// Ends every Windows program and the driver, and starts the driver anew when it is needed again.
+  /// Ends all Windows programs, the driver included. The next command starts the driver again.
   void Restart();
 
-  /// Sends one command to the driver: its name, then its arguments. The fields of the answer; LabError with
-  /// the driver's words when it cannot carry it out. `timeOut` must be longer than the command's own.
+  /// Sends a command to the driver: its name, then its arguments. Returns the fields of the answer. Throws
+  /// LabError with the driver's message when the command fails, and on a time-out. `timeOut` must be longer
+  /// than the one among the arguments.
   std::vector<std::string> Ask(const std::vector<std::string>& command, milliseconds timeOut = 2 * kSoon);
 
+  /// Nothing when the clipboard holds no text.
   std::optional<std::string> ClipboardText();
   void SetClipboardText(const std::string& text);
 
-  /// Texts below HKEY_CURRENT_USER.
+  /// Text values below HKEY_CURRENT_USER; nothing when there is no such value.
   std::optional<std::string> RegistryText(const std::string& key, const std::string& name);
   void SetRegistryText(const std::string& key, const std::string& name, const std::string& text);
   void DeleteRegistryKey(const std::string& key);
@@ -60,7 +62,7 @@ class WindowsPc {
   Desktop desktop_;
   std::unique_ptr<WinePrefix> prefix_;
   std::unique_ptr<Process> driver_;
-  int unanswered_ = 0;  ///< what the driver was asked and has not answered yet
+  int unanswered_ = 0;  ///< number of commands that the driver has not answered yet
 };
 
 }  // namespace tarvik::lab

@@ -1,3 +1,6 @@
+// Creating a prefix takes about 17 seconds and 1.3 GB, so all prefixes are hard-linked copies of one master
+// per language. Files that Wine writes in place must be real copies, or the master changes too.
+
 #include "lab/wine_prefix.h"
 
 #include <array>
@@ -19,14 +22,14 @@ std::string Locale(WindowsLanguage language) {
 Environment VariablesFor(const std::string& folder, WindowsLanguage language) {
   return {{"WINEPREFIX", folder},
           {"WINEDEBUG", "-all"},
-          // Their installers would wait for an answer that nobody gives.
+          // Without these Wine offers to install Mono and Gecko and waits for an answer.
           {"WINEDLLOVERRIDES", "mscoree,mshtml="},
           {"WINEARCH", std::nullopt},
           {"WINEPATH", std::nullopt},
           {"LC_ALL", Locale(language)},
           {"LANG", Locale(language)},
           {"LANGUAGE", std::nullopt},
-          // The user's own documents stay out of the prefix.
+          // Keeps the user's own documents out of the prefix.
           {"HOME", folder}};
 }
 
@@ -37,7 +40,7 @@ void AppendRegistryValue(const std::string& file, const std::string& key, const 
     escaped += character;
     if (character == '\\') escaped += '\\';
   }
-  // A key that stands in the file already gets the value added.
+  // A key may appear several times in the file; Wine merges its values.
   std::ofstream stream(file, std::ios::app);
   stream << "\n[" << escaped << "]\n\"" << name << "\"=" << value << "\n";
   if (!stream.flush()) throw LabError("Cannot write " + file);
@@ -48,11 +51,11 @@ void RunInPrefix(const Environment& variables, const std::vector<std::string>& a
   options.environment = variables;
   Process process(arguments, options);
   const std::optional<int> code = process.Wait(kFirstStart);
-  if (code != 0) throw LabError(arguments[0] + " could not prepare a prefix");
+  if (code != 0) throw LabError(arguments[0] + " cannot create a Wine prefix");
 }
 
-/// The prefix of which all others of that language are copies.
-std::string Master(const std::string& cacheFolder, WindowsLanguage language) {
+/// The language's master prefix, created when missing.
+std::string MasterPrefix(const std::string& cacheFolder, WindowsLanguage language) {
   fs::create_directories(cacheFolder);
   std::string name = cacheFolder + "/prefix-" + Locale(language);
   const FileLock lock(name + ".lock");
@@ -61,7 +64,7 @@ std::string Master(const std::string& cacheFolder, WindowsLanguage language) {
   fs::remove_all(unfinished);
   fs::create_directory(unfinished);
   Environment variables = VariablesFor(unfinished, language);
-  // No screen is needed, and without one nothing can ask.
+  // Without a display no dialog can wait for an answer.
   variables["DISPLAY"] = std::nullopt;
   RunInPrefix(variables, {"wineboot", "-i"});
   RunInPrefix(variables, {"wineserver", "-w"});
@@ -71,15 +74,14 @@ std::string Master(const std::string& cacheFolder, WindowsLanguage language) {
   return name;
 }
 
-/// The file in which Debian's Wine keeps the name of its servers' folder in /tmp.
-constexpr char kServersName[] = "/wineserver";
+/// In this file of the prefix Debian's Wine keeps the name of its server's directory in /tmp.
+constexpr char kServerDirectoryFile[] = "/wineserver";
 
 void Copy(const std::string& from, const std::string& to) {
   RunOrThrow({"cp", "-al", from, to});
-  // In a folder that prefixes share, Wine tells their servers apart by the number that the file system has
-  // given the prefix, and a new prefix soon has the number of one that has gone.
-  fs::remove(to + kServersName);
-  // These are written to in place, which would change the master too.
+  // A copied name would be shared with other prefixes. Wine then identifies their servers by the prefix'
+  // inode number, which the file system soon gives to a new prefix.
+  fs::remove(to + kServerDirectoryFile);
   for (const char* name : {"system.reg", "user.reg", "userdef.reg", ".update-timestamp",
                            "drive_c/windows/win.ini", "drive_c/windows/system.ini"}) {
     const fs::path file = fs::path(to) / name;
@@ -89,9 +91,9 @@ void Copy(const std::string& from, const std::string& to) {
   }
 }
 
-void RemoveServersFolder(const std::string& prefix) {
+void RemoveServerDirectory(const std::string& prefix) {
   std::string name;
-  std::ifstream(prefix + kServersName) >> name;
+  std::ifstream(prefix + kServerDirectoryFile) >> name;
   std::error_code ignored;
   if (name.starts_with("wine-")) fs::remove_all(fs::path("/tmp") / name, ignored);
 }
@@ -99,8 +101,8 @@ void RemoveServersFolder(const std::string& prefix) {
 }  // namespace
 
 WinePrefix::WinePrefix(const std::string& cacheFolder, WindowsLanguage language, int dpi)
-    : work_(fs::absolute(cacheFolder)), folder_(work_.Path() + "/prefix"), language_(language) {
-  Copy(Master(fs::absolute(cacheFolder), language), folder_);
+    : directory_(fs::absolute(cacheFolder)), folder_(directory_.Path() + "/prefix"), language_(language) {
+  Copy(MasterPrefix(fs::absolute(cacheFolder), language), folder_);
   std::array<char, 32> value{};
   std::snprintf(value.data(), value.size(), "dword:%08x", static_cast<unsigned>(dpi));
   SetRegistryValue(Hive::User, "Control Panel\\Desktop", "LogPixels", value.data());
@@ -109,7 +111,7 @@ WinePrefix::WinePrefix(const std::string& cacheFolder, WindowsLanguage language,
 WinePrefix::~WinePrefix() {
   try {
     EndPrograms();
-    RemoveServersFolder(folder_);
+    RemoveServerDirectory(folder_);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
   }
@@ -125,7 +127,7 @@ void WinePrefix::SetRegistryValue(Hive hive, const std::string& key, const std::
 void WinePrefix::EndPrograms() {
   Process::Options options;
   options.environment = Variables();
-  // Its result only says whether there was a server to end.
+  // Fails when no server was running.
   Run({"wineserver", "-k"}, options, {}, std::chrono::seconds(60));
 }
 

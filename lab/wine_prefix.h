@@ -7,18 +7,17 @@
 
 namespace tarvik::lab {
 
-/// Which Windows a program finds.
+/// System language of a prefix, which decides the ANSI code page (1252 or 932).
 enum class WindowsLanguage { English, Japanese };
 
-/// A Windows of its own: a Wine prefix that is fit for 32- and 64-bit programs. One is made per language and
-/// kept in the cache folder; every object is a cheap copy of it. The prefix belongs to the network
-/// namespace in which its first program starts, so a prefix serves one namespace. Its end ends every
-/// Windows program in it.
+/// A private Windows: a Wine prefix for 32- and 64-bit programs. It is a cheap copy of a master prefix, which
+/// is created once per language and kept in the cache folder. A prefix belongs to the network namespace in
+/// which its first program starts. Destruction ends its programs and deletes it.
 class WinePrefix {
  public:
   enum class Hive { User, System };
 
-  /// `dpi`: dots per inch of its screen; 96 = 100 percent. Throws LabError.
+  /// `dpi`: screen scaling; 96 = 100 percent. Throws LabError.
   WinePrefix(const std::string& cacheFolder, WindowsLanguage language, int dpi);
   WinePrefix(const WinePrefix&) = delete;
   WinePrefix& operator=(const WinePrefix&) = delete;
@@ -26,23 +25,23 @@ class WinePrefix {
 
   const std::string& Folder() const { return folder_; }
 
-  /// What a program in this Windows needs in its environment, beside DISPLAY.
+  /// The environment of programs in this prefix, without DISPLAY.
   Environment Variables() const;
 
-  /// Adds a value to the registry; only while no program has started yet. The value is written as the
-  /// registry's text files have it: "\"text\"" or "dword:00000060". The key's parts stand between "\".
+  /// Adds a value to the registry. Call before the first program starts. `key`: path with "\"; `value`: in
+  /// the notation of .reg files, "\"text\"" or "dword:00000060".
   void SetRegistryValue(Hive hive, const std::string& key, const std::string& name, const std::string& value);
 
-  /// Ends every Windows program in it, and the server that writes the registry.
+  /// Ends its programs and its Wine server, which saves the registry.
   void EndPrograms();
 
  private:
-  TempDirectory work_;
+  TempDirectory directory_;
   std::string folder_;
   WindowsLanguage language_;
 };
 
-/// The path of a file of this machine as a Windows program sees it.
+/// The path on drive Z: under which Windows programs see a file of this machine.
 std::string WindowsPath(const std::string& path);
 
 }  // namespace tarvik::lab

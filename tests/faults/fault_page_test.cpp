@@ -12,17 +12,16 @@ namespace {
 constexpr char kScenarios[] = TARVIK_SOURCE_FOLDER "/lab/scenarios";
 constexpr char kPage[] = TARVIK_SOURCE_FOLDER "/docs/faults.md";
 
-TEST(FaultPage, Is_what_the_scenarios_give) {
+TEST(FaultPage, Is_up_to_date) {
   std::ifstream file(kPage, std::ios::binary);
   const std::string page(std::istreambuf_iterator<char>(file), {});
   const std::string made = FaultPage(ReadScenarios(kScenarios));
   const size_t same = static_cast<size_t>(
       std::mismatch(page.begin(), page.end(), made.begin(), made.end()).first - page.begin());
-  EXPECT_TRUE(page == made) << "docs/faults.md is another from its line "
-                            << std::count(page.begin(), page.begin() + static_cast<std::ptrdiff_t>(same),
-                                          '\n') +
-                                   1
-                            << " on. Make it anew: build/native/lab/fault_page lab/scenarios >docs/faults.md";
+  EXPECT_TRUE(page == made)
+      << "docs/faults.md differs from line "
+      << std::count(page.begin(), page.begin() + static_cast<std::ptrdiff_t>(same), '\n') + 1
+      << " on. Regenerate it: build/native/lab/fault_page lab/scenarios >docs/faults.md";
 }
 
 TEST(FaultPage, Has_a_chapter_for_each_group_and_at_least_40_faults) {
@@ -37,7 +36,7 @@ TEST(FaultPage, Has_a_chapter_for_each_group_and_at_least_40_faults) {
   EXPECT_EQ(groups.size(), std::size(kFaultGroups));
 }
 
-TEST(FaultPage, Begins_with_what_one_sees_last_and_what_it_may_be) {
+TEST(FaultPage, Lists_the_possible_faults_by_the_last_thing_shown) {
   const auto fault = [](const char* name, const std::vector<Shown>& shown, Verdict verdict) {
     Scenario scenario;
     scenario.name = name;
@@ -55,7 +54,7 @@ TEST(FaultPage, Begins_with_what_one_sees_last_and_what_it_may_be) {
   const std::string page = FaultPage({fault("a", {line, empty}, stops), fault("b", {line, box, field}, stops),
                                       fault("c", {box, line}, stops), fault("d", {line}, {}),
                                       fault("e", {line, field}, {Verdict::Kind::NotRun, {}})});
-  EXPECT_NE(page.find("| one sees | it may be |\n|---|---|\n"
+  EXPECT_NE(page.find("| last shown | possible faults |\n|---|---|\n"
                       "| `dead` | [Fault a](#fault-a)<br>[Fault c](#fault-c) |\n"
                       "| `one two` | [Fault b](#fault-b) |\n"
                       "| The ladder passes | [Fault d](#fault-d) |\n"
@@ -64,7 +63,7 @@ TEST(FaultPage, Begins_with_what_one_sees_last_and_what_it_may_be) {
       << page;
 }
 
-TEST(FaultPage, Shows_the_fault_the_lines_and_what_to_do) {
+TEST(FaultPage, Describes_a_fault_with_its_steps_lines_and_advice) {
   Scenario scenario;
   scenario.name = "k7_mine";
   scenario.title = "My fault";
@@ -85,7 +84,7 @@ TEST(FaultPage, Shows_the_fault_the_lines_and_what_to_do) {
       page.find(
           "\n## K7\n\n<a id=\"fault-k7-mine\"></a>\n\n### My fault\n\nIt is wrong.\n\n"
           "`Tarvik (general edition) -X 12 host`, then type `1.2.3.4` as address, click Ping:\n\n"
-          "```text\nPING test...\n[ a line of Windows' own ]\n[ Message box: One.\n                Two. ]\n"
+          "```text\nPING test...\n[ a line from Windows ]\n[ Message box: One.\n                Two. ]\n"
           "[ K7 Server status: --- ]\n```\n\nThe ladder stops at **K7**.\n\n*What to do:* Do this.\n"),
       std::string::npos)
       << page;

@@ -7,7 +7,7 @@ namespace {
 
 Shown Line(const std::string& text) { return {Shown::Kind::Line, text, {}, {}}; }
 
-/// A fault that was to stop at the ping, of a ladder up to the CNC library.
+/// Stops at Ping a ladder that was to reach the CNC library.
 Scenario StopsAtPing() {
   Scenario scenario;
   scenario.name = "mine";
@@ -17,12 +17,12 @@ Scenario StopsAtPing() {
   return scenario;
 }
 
-TEST(Difference, There_is_none_when_all_is_as_the_scenario_says) {
+TEST(Difference, Is_empty_when_the_outcome_matches) {
   const Scenario scenario = StopsAtPing();
   EXPECT_EQ(Difference(scenario, {scenario.shown, Rung::Ping}), "");
 }
 
-TEST(Difference, Shows_the_lines_that_miss_and_those_that_came) {
+TEST(Difference, Lists_missing_and_unexpected_lines) {
   const Scenario scenario = StopsAtPing();
   EXPECT_EQ(Difference(scenario, {{Line("PING test..."),
                                    Line("Cannot ping to the Target"),
@@ -30,7 +30,7 @@ TEST(Difference, Shows_the_lines_that_miss_and_those_that_came) {
                                    {Shown::Kind::Box, "one\r\ntwo", {}, "OK"}},
                                   Rung::Ping}),
             "lab/scenarios/mine.scenario\n"
-            "The tool says other things (- missing, + not expected):\n"
+            "The tool shows something else (- missing, + unexpected):\n"
             "    \"PING test...\"\n"
             "  - \"ICMP_Error:11010\"\n"
             "    \"Cannot ping to the Target\"\n"
@@ -38,7 +38,7 @@ TEST(Difference, Shows_the_lines_that_miss_and_those_that_came) {
             "  + box \"one<new line>two\" answered OK\n");
 }
 
-TEST(Difference, Any_line_is_a_line_but_no_box_and_not_nothing) {
+TEST(Difference, Any_line_matches_a_line_but_no_box_and_not_a_missing_line) {
   Scenario scenario = StopsAtPing();
   scenario.shown[1] = {Shown::Kind::AnyLine, {}, {}, {}};
   Outcome outcome{scenario.shown, Rung::Ping};
@@ -50,23 +50,23 @@ TEST(Difference, Any_line_is_a_line_but_no_box_and_not_nothing) {
   EXPECT_NE(Difference(scenario, outcome), "");
 }
 
-TEST(Difference, A_ladder_that_goes_on_or_ends_too_early_is_told) {
+TEST(Difference, Reports_a_ladder_that_goes_on_or_ends_too_early) {
   Scenario scenario = StopsAtPing();
   EXPECT_EQ(Difference(scenario, {scenario.shown, Rung::CncLibrary}),
-            "lab/scenarios/mine.scenario\nThe ladder: passes, and not: stops at Ping\n");
+            "lab/scenarios/mine.scenario\nThe ladder: passes, expected: stops at Ping\n");
   scenario.verdict = {Verdict::Kind::Passes, {}};
   EXPECT_EQ(Difference(scenario, {scenario.shown, Rung::CncLibrary}), "");
   EXPECT_EQ(Difference(scenario, {scenario.shown, Rung::Ping}),
-            "lab/scenarios/mine.scenario\nThe ladder: stops at Ping, and not: passes\n");
+            "lab/scenarios/mine.scenario\nThe ladder: stops at Ping, expected: passes\n");
   EXPECT_EQ(Difference(scenario, {scenario.shown, std::nullopt}),
-            "lab/scenarios/mine.scenario\nThe ladder: is not run, and not: passes\n");
+            "lab/scenarios/mine.scenario\nThe ladder: is not run, expected: passes\n");
   scenario.verdict = {Verdict::Kind::NotRun, {}};
   EXPECT_EQ(Difference(scenario, {scenario.shown, std::nullopt}), "");
   EXPECT_EQ(Difference(scenario, {scenario.shown, Rung::Ping}),
-            "lab/scenarios/mine.scenario\nThe ladder: stops at Ping, and not: is not run\n");
+            "lab/scenarios/mine.scenario\nThe ladder: stops at Ping, expected: is not run\n");
 }
 
-TEST(Difference, A_rung_that_ended_before_its_first_line_is_where_it_stopped) {
+TEST(Difference, A_rung_that_ended_before_its_title_is_where_the_ladder_stopped) {
   Scenario scenario = StopsAtPing();
   scenario.steps[0].what = "-X 10 host";
   scenario.verdict = {Verdict::Kind::StopsAt, Rung::CncLibrary};
@@ -81,7 +81,7 @@ TEST(Difference, On_the_highest_rung_the_lines_alone_decide) {
   EXPECT_EQ(Difference(scenario, {scenario.shown, Rung::Ftp}), "");
 }
 
-TEST(HighestBegun, Is_told_by_the_first_lines_of_the_rungs) {
+TEST(HighestBegun, Is_known_by_the_titles_of_the_rungs) {
   EXPECT_EQ(HighestBegun({}), std::nullopt);
   EXPECT_EQ(HighestBegun({"PING test..."}), Rung::Ping);
   EXPECT_EQ(HighestBegun({"PING test...", "", "Get System Information test....", "CNC Type"}),

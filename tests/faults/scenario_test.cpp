@@ -46,7 +46,7 @@ std::string Replace(std::string text, const std::string& what, const std::string
   return at == std::string::npos ? text : text.replace(at, what.size(), with);
 }
 
-/// What is wrong with the text, as its author is told.
+/// The error message for the text; "none" when it is well-formed.
 std::string ErrorOf(const std::string& text) {
   try {
     ReadScenario("mine", text);
@@ -59,7 +59,7 @@ std::string ErrorWith(const std::string& what, const std::string& with) {
   return ErrorOf(Replace(kGood, what, with));
 }
 
-TEST(Scenario, Says_what_is_wrong_and_what_to_do) {
+TEST(Scenario, Has_a_description_and_advice) {
   const Scenario scenario = ReadScenario("mine", kGood);
   EXPECT_EQ(scenario.name, "mine");
   EXPECT_EQ(scenario.title, "The gateway is off");
@@ -69,7 +69,7 @@ TEST(Scenario, Says_what_is_wrong_and_what_to_do) {
   EXPECT_EQ(scenario.advice, "Switch it on.");
 }
 
-TEST(Scenario, A_change_is_a_verb_a_host_words_and_deeper_lines) {
+TEST(Scenario, A_change_has_a_verb_a_host_words_and_indented_lines) {
   const Scenario scenario = ReadScenario("mine", kGood);
   ASSERT_EQ(scenario.changes.size(), 3U);
   EXPECT_EQ(scenario.changes[0].verb, "cable out");
@@ -79,7 +79,7 @@ TEST(Scenario, A_change_is_a_verb_a_host_words_and_deeper_lines) {
   EXPECT_EQ(scenario.changes[2].lines, (std::vector<std::string>{"access_code 1234", "options 0x7E"}));
 }
 
-TEST(Scenario, A_technician_starts_types_ticks_and_clicks) {
+TEST(Scenario, A_step_starts_types_ticks_or_clicks) {
   const Scenario scenario = ReadScenario("mine", kGood);
   EXPECT_EQ(scenario.CommandLine(), "-PING_N 1 -X 2 192.168.2.100");
   EXPECT_TRUE(scenario.HasTarget());
@@ -91,7 +91,7 @@ TEST(Scenario, A_technician_starts_types_ticks_and_clicks) {
   EXPECT_EQ(scenario.steps[3].what, "Get CNC Info");
 }
 
-TEST(Scenario, What_the_tool_says_is_kept_to_the_letter) {
+TEST(Scenario, What_the_tool_shows_is_kept_literally) {
   const std::vector<Shown> shown = ReadScenario("mine", kGood).shown;
   ASSERT_EQ(shown.size(), 6U);
   EXPECT_EQ(shown[0], (Shown{Shown::Kind::Line, "say \"it\"", {}, {}}));
@@ -102,12 +102,12 @@ TEST(Scenario, What_the_tool_says_is_kept_to_the_letter) {
   EXPECT_EQ(shown[5], (Shown{Shown::Kind::Field, "---", "K7 Server status", {}}));
 }
 
-TEST(Scenario, What_was_read_is_written_the_same_way) {
+TEST(Scenario, Formatting_reverses_parsing) {
   const Scenario scenario = ReadScenario("mine", kGood);
   for (const Shown& shown : scenario.shown)
-    EXPECT_NE(std::string(kGood).find("\n  " + InScenarioFile(shown) + "\n"), std::string::npos)
-        << InScenarioFile(shown);
-  EXPECT_EQ(InScenarioFile(scenario.verdict), "stops at Ping");
+    EXPECT_NE(std::string(kGood).find("\n  " + ToScenarioText(shown) + "\n"), std::string::npos)
+        << ToScenarioText(shown);
+  EXPECT_EQ(ToScenarioText(scenario.verdict), "stops at Ping");
 }
 
 TEST(Scenario, A_file_from_Windows_reads_the_same) {
@@ -129,9 +129,10 @@ TEST(Scenario, A_verdict_passes_stops_or_is_not_run) {
             "library\", \"K7\", \"FTP\"");
 }
 
-TEST(Scenario, A_stop_that_nobody_could_see_is_told) {
-  EXPECT_EQ(ErrorWith("-X 2 ", ""),
-            "mine.scenario:33: that the ladder stops at Ping cannot be seen: ask for a further rung by -X");
+TEST(Scenario, A_stop_that_would_not_show_is_rejected) {
+  EXPECT_EQ(
+      ErrorWith("-X 2 ", ""),
+      "mine.scenario:33: request a higher rung with -X, or nothing shows that the ladder stops at Ping");
 }
 
 TEST(Scenario, The_highest_rung_comes_from_the_command_line_and_the_buttons) {
@@ -151,7 +152,7 @@ TEST(Scenario, The_highest_rung_comes_from_the_command_line_and_the_buttons) {
   EXPECT_EQ(highest("", "FTP All Test", false), Rung::Ftp);
 }
 
-TEST(Scenario, Without_a_target_the_ladder_does_not_begin_by_itself) {
+TEST(Scenario, Without_a_target_the_ladder_does_not_start_by_itself) {
   const std::string notRun = Replace(kGood, "stops at Ping", "is not run");
   EXPECT_FALSE(ReadScenario("mine", Replace(notRun, " 192.168.2.100", "")).HasTarget());
   EXPECT_FALSE(ReadScenario("mine", Replace(notRun, " -PING_N 1 -X 2 192.168.2.100", "")).HasTarget());
@@ -164,76 +165,75 @@ TEST(ScenarioError, Names_the_file_and_the_line) {
             "mine.scenario:3: the only other edition is \"general\"");
 }
 
-TEST(ScenarioError, A_heading_is_known_stands_once_and_is_not_missing) {
-  EXPECT_EQ(ErrorWith("Group:", "Grope:"), "mine.scenario:3: \"Grope:\" is no heading of a scenario");
-  EXPECT_EQ(ErrorWith("Group:", "Title: Again\nGroup:"),
-            "mine.scenario:3: \"Title:\" stands here a second time");
+TEST(ScenarioError, A_heading_is_known_unique_and_not_missing) {
+  EXPECT_EQ(ErrorWith("Group:", "Grope:"), "mine.scenario:3: \"Grope:\" is not a heading of a scenario");
+  EXPECT_EQ(ErrorWith("Group:", "Title: Again\nGroup:"), "mine.scenario:3: \"Title:\" appears twice");
   EXPECT_EQ(ErrorWith("Title: The gateway is off\n", ""), "mine.scenario:32: \"Title:\" is missing");
   EXPECT_EQ(ErrorWith("Title: The gateway is off", "Title:"),
-            "mine.scenario:2: something is missing behind \"Title:\"");
+            "mine.scenario:2: \"Title:\" needs a value on the same line");
   EXPECT_EQ(ErrorWith("Title: The", "Title The"),
-            "mine.scenario:2: a heading ends with \":\", and what belongs to it is indented");
-  EXPECT_EQ(ErrorWith("  Switch it on.\n", ""), "mine.scenario:9: nothing is said below \"What to do:\"");
-  EXPECT_EQ(ErrorOf("  indented\n"), "mine.scenario:1: a heading such as \"Title:\" comes first");
-  EXPECT_EQ(ErrorWith("  Switch", "\tSwitch"), "mine.scenario:10: indent with blanks, not with tabs");
+            "mine.scenario:2: a heading ends with \":\"; the lines below it are indented");
+  EXPECT_EQ(ErrorWith("  Switch it on.\n", ""), "mine.scenario:9: \"What to do:\" needs a text");
+  EXPECT_EQ(ErrorOf("  indented\n"),
+            "mine.scenario:1: this line needs a heading before it, such as \"Title:\"");
+  EXPECT_EQ(ErrorWith("  Switch", "\tSwitch"), "mine.scenario:10: indent with spaces, not with tabs");
   EXPECT_EQ(ErrorWith("Group: Network", "Group: Network\n  more"),
-            "mine.scenario:4: this belongs to no heading");
+            "mine.scenario:4: \"Group:\" takes no lines below it");
   EXPECT_EQ(ErrorOf(""), "mine.scenario:0: \"Title:\" is missing");
 }
 
-TEST(ScenarioError, A_change_is_one_that_the_laboratory_knows) {
+TEST(ScenarioError, The_laboratory_knows_every_change) {
   EXPECT_TRUE(
       ErrorWith("cable out gateway", "cable in gateway")
-          .starts_with("mine.scenario:13: \"cable in gateway\" is nothing that the laboratory can do. It "
-                       "knows: cable out, address, "));
+          .starts_with("mine.scenario:13: the laboratory does not know \"cable in gateway\", only cable out, "
+                       "address, "));
   EXPECT_EQ(ErrorWith("cable out gateway", "cable out"),
-            "mine.scenario:13: \"cable out\" is followed by a host: \"pc\", \"gateway\", \"near\", \"far\"");
+            "mine.scenario:13: \"cable out\" needs a host: \"pc\", \"gateway\", \"near\", \"far\"");
   EXPECT_EQ(ErrorWith("cable out gateway", "cable out router"),
-            "mine.scenario:13: \"cable out\" is followed by a host: \"pc\", \"gateway\", \"near\", \"far\"");
-  EXPECT_EQ(ErrorWith("cable out gateway", "cable out near now"), "mine.scenario:13: \"now\" is too much");
+            "mine.scenario:13: \"cable out\" needs a host: \"pc\", \"gateway\", \"near\", \"far\"");
+  EXPECT_EQ(ErrorWith("cable out gateway", "cable out near now"),
+            "mine.scenario:13: \"now\" is one word too many");
   EXPECT_EQ(ErrorWith("cable out gateway", "gateway pc"),
-            "mine.scenario:13: something is missing behind \"gateway pc\"");
+            "mine.scenario:13: too few words in \"gateway pc\"");
   EXPECT_EQ(ErrorWith("cable out gateway", "cable out near\n    deeper"),
-            "mine.scenario:14: \"cable out\" has no lines of its own");
+            "mine.scenario:14: \"cable out\" takes no lines below it");
 }
 
-TEST(ScenarioError, A_technician_starts_first_and_does_what_the_window_has) {
+TEST(ScenarioError, The_first_step_starts_the_tool_and_the_others_use_its_controls) {
   const char* const start =
-      "mine.scenario:20: the technician starts the tool first, and once: \"starts\" and the "
-      "command line";
+      "mine.scenario:20: the first step, and only the first, is \"starts COMMAND LINE\"";
   EXPECT_EQ(ErrorWith("starts -PING_N 1 -X 2 192.168.2.100", "clicks Ping"), start);
   EXPECT_EQ(ErrorWith("ticks access code", "starts again").substr(0, 17), "mine.scenario:22:");
   EXPECT_EQ(ErrorWith("ticks access code", "breaks window"),
-            "mine.scenario:22: a technician \"starts\", \"types\", \"ticks\" or \"clicks\", not \"breaks\"");
+            "mine.scenario:22: a step is \"starts\", \"types\", \"ticks\" or \"clicks\", not \"breaks\"");
   EXPECT_EQ(ErrorWith("types access code: 12 34", "types access code 12 34"),
             "mine.scenario:21: write \"types FIELD: TEXT\"");
-  EXPECT_TRUE(
-      ErrorWith("clicks Get CNC Info", "clicks Get Info")
-          .starts_with("mine.scenario:23: nobody clicks \"Get Info\"; there is \"Ping\", \"All Test\""));
+  EXPECT_TRUE(ErrorWith("clicks Get CNC Info", "clicks Get Info")
+                  .starts_with("mine.scenario:23: cannot click \"Get Info\", only \"Ping\", \"All Test\""));
   EXPECT_TRUE(ErrorWith("ticks access code", "ticks port")
-                  .starts_with("mine.scenario:22: nobody ticks \"port\"; there is \"access code\""));
+                  .starts_with("mine.scenario:22: cannot tick \"port\", only \"access code\""));
   EXPECT_TRUE(ErrorWith("types access code:", "types secret:")
-                  .starts_with("mine.scenario:21: nobody types \"secret\"; there is \"address\""));
+                  .starts_with("mine.scenario:21: cannot type \"secret\", only \"address\""));
 }
 
-TEST(ScenarioError, What_the_tool_says_is_quoted) {
+TEST(ScenarioError, What_the_tool_shows_is_quoted) {
   EXPECT_EQ(ErrorWith("\"CNC Type<tab>31 \"", "CNC Type"),
-            "mine.scenario:28: what the tool says stands in double quotes");
+            "mine.scenario:28: write what the tool shows in double quotes");
   EXPECT_EQ(ErrorWith("\"CNC Type<tab>31 \"", "line \"CNC Type\""),
-            "mine.scenario:28: a line of the tool is nothing but its text in double quotes");
+            "mine.scenario:28: write only the text in double quotes");
   EXPECT_EQ(ErrorWith(" answered Yes", " answered Maybe"),
-            "mine.scenario:30: behind the text of a box stands \"answered\" and one of \"OK\", \"Cancel\", "
+            "mine.scenario:30: after the text of a box write \"answered\" and one of \"OK\", \"Cancel\", "
             "\"Yes\", "
             "\"No\"");
   EXPECT_EQ(ErrorWith(" answered Yes", ""),
-            "mine.scenario:30: behind the text of a box stands \"answered\" and one of \"OK\", \"Cancel\", "
+            "mine.scenario:30: after the text of a box write \"answered\" and one of \"OK\", \"Cancel\", "
             "\"Yes\", "
             "\"No\"");
   EXPECT_TRUE(ErrorWith("shows K7 Server status", "shows mood")
-                  .starts_with("mine.scenario:31: there is no field \"mood\"; there is \"address\""));
+                  .starts_with("mine.scenario:31: there is no field \"mood\", only \"address\""));
 }
 
-TEST(ScenarioError, A_folder_that_is_not_there_is_told) {
+TEST(ScenarioError, A_missing_folder_is_reported) {
   EXPECT_THROW(ReadScenarios("/nowhere/at/all"), ScenarioError);
 }
 
