@@ -46,7 +46,7 @@ class K7ApiPage : public CncTest<Suite> {
 
   /// Follows the test that a click has begun to its end, and answers its box. The lines that it has listed.
   Lines FollowTest(const WindowUnderTest& window) {
-    const bool ended = WaitUntil(Base::kLongestTest, [&] {
+    const bool ended = WaitUntil(Base::kTestTimeOut, [&] {
       if (this->Program().HasBox()) {
         this->boxes_.push_back(this->Program().WaitForBox());
         this->Program().Answer(this->boxes_.back(), BoxButton::Ok);
@@ -98,7 +98,7 @@ TEST_F(K7ApiButton, Is_the_stop_of_its_own_test) {
   ServeK7("unit 192.168.1.100 live\n");
   const WindowUnderTest window = StartOnK7Page("60");
   window.Click(ID_cmdK7Api);
-  window.WaitForLine(ID_lstResult, "00001 Live=True", kLongestTest);
+  window.WaitForLine(ID_lstResult, "00001 Live=True", kTestTimeOut);
   EXPECT_EQ(window.Text(ID_cmdK7Api), "&Stop");
   window.Click(ID_cmdK7Api);
   const Lines lines = FollowTest(window);
