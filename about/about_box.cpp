@@ -17,7 +17,7 @@ namespace {
 /// This edition has none.
 constexpr wchar_t kExtraDescription[] = L"";
 
-constexpr int kLeastWidthInLines = 22;
+constexpr int kLeastWidthOfBoxInLines = 22;
 constexpr size_t kLongestLine = 120;
 
 /// The fourth number of the version resource is the one that counts up between releases.
@@ -93,7 +93,7 @@ void frmAbout::LayOut() {
                 ui::Fit(lblModules, {}),
                 ui::Row(near, ui::Boxed(ui::Filler(), ui::Fit(cmdOK, {}), ui::Fit(cmdSysInfo, {})))));
   const ui::Size needed = all->Measure();
-  const int width = std::max(needed.width, kLeastWidthInLines * line);
+  const int width = std::max(needed.width, kLeastWidthOfBoxInLines * line);
   all->Place({2 * far, 2 * far, width, needed.height});
   const ui::Size window = form_->WindowSize();
   const ui::Size client = form_->ClientSize();

@@ -5,9 +5,6 @@
 namespace tarvik {
 namespace {
 
-constexpr uint32_t kPlatformWindows9x = 1;
-constexpr uint32_t kPlatformNt = 2;
-
 const wchar_t* NameOf(uint32_t platformId) {
   switch (platformId) {
     case kPlatformNt:

@@ -19,11 +19,11 @@ constexpr wchar_t kLongestData[] = L"0000            FF";
 constexpr wchar_t kLongestResult[] = L"2147483647 ERR Ret=-16,-32768,-32768";
 
 /// A control wide enough for its caption in either language, whichever is loaded later.
-BoxPtr Captioned(ui::Control& control, Message message) {
+BoxPtr WithCaption(ui::Control& control, Message message) {
   return ui::Fit(control, {RowOf(message).japanese, RowOf(message).english});
 }
 
-BoxPtr Sized(ui::Control& control, const wchar_t* sample) { return ui::Fit(control, {sample}); }
+BoxPtr WithRoomFor(ui::Control& control, const wchar_t* sample) { return ui::Fit(control, {sample}); }
 
 /// A list under its caption.
 struct CaptionedList {
@@ -33,10 +33,10 @@ struct CaptionedList {
   const wchar_t* sample;
 
   int LeastWidth() const {
-    return std::max(Captioned(caption, text)->Measure().width, list.SizeFor(sample).width);
+    return std::max(WithCaption(caption, text)->Measure().width, list.SizeFor(sample).width);
   }
   void Place(const ui::Rect& place, int gap) {
-    const int captionHeight = Captioned(caption, text)->Measure().height;
+    const int captionHeight = WithCaption(caption, text)->Measure().height;
     caption.SetBounds({place.x, place.y, place.width, captionHeight});
     const int above = captionHeight + gap;
     list.SetBounds({place.x, place.y + above, place.width, place.height - above});
@@ -75,18 +75,18 @@ ui::Size LayOutPmcTest(ui::Form& form, PmcTestControls& c) {
 
   // An empty column keeps a field apart from the label of the next one.
   std::vector<std::vector<BoxPtr>> rows;
-  rows.push_back(Boxed(Captioned(c.lblPmcAddr, Message::PmcAddressLabel), ui::Stretch(c.cmbPmcAddr, L"D"),
-                       BoxPtr(), Captioned(c.lblPmcStart, Message::PmcStartLabel),
+  rows.push_back(Boxed(WithCaption(c.lblPmcAddr, Message::PmcAddressLabel), ui::Stretch(c.cmbPmcAddr, L"D"),
+                       BoxPtr(), WithCaption(c.lblPmcStart, Message::PmcStartLabel),
                        ui::Stretch(c.txtPmcStart, L"32767"), BoxPtr(),
-                       Captioned(c.lblPmcLen, Message::PmcLengthLabel), Sized(c.txtPmcLen, L"8000")));
-  rows.push_back(Boxed(Captioned(c.lblTest, Message::PmcCountLabel), ui::Stretch(c.txtCount, L"2147483647"),
-                       BoxPtr(), Captioned(c.lblSleep, Message::PmcIntervalLabel),
+                       WithCaption(c.lblPmcLen, Message::PmcLengthLabel), WithRoomFor(c.txtPmcLen, L"8000")));
+  rows.push_back(Boxed(WithCaption(c.lblTest, Message::PmcCountLabel), ui::Stretch(c.txtCount, L"2147483647"),
+                       BoxPtr(), WithCaption(c.lblSleep, Message::PmcIntervalLabel),
                        ui::Stretch(c.txtSleep, L"2147483647")));
   const BoxPtr fields = ui::Grid(near, near, std::move(rows));
-  const BoxPtr buttons = ui::Row(
-      near,
-      Boxed(Sized(c.lblCount, L"2147483647"), ui::Filler(), Captioned(c.cmdRead, Message::PmcReadButton),
-            Captioned(c.cmdStop, Message::PmcStopButton), Captioned(c.cmdClose, Message::PmcCloseButton)));
+  const BoxPtr buttons = ui::Row(near, Boxed(WithRoomFor(c.lblCount, L"2147483647"), ui::Filler(),
+                                             WithCaption(c.cmdRead, Message::PmcReadButton),
+                                             WithCaption(c.cmdStop, Message::PmcStopButton),
+                                             WithCaption(c.cmdClose, Message::PmcCloseButton)));
   CaptionedList data{c.lblData, Message::PmcDataLabel, c.lstData, kLongestData};
   CaptionedList result{c.lblResult, Message::PmcResultLabel, c.lstResult, kLongestResult};
 

@@ -3,7 +3,7 @@
 namespace tarvik {
 namespace {
 
-struct ErrorRow {
+struct K7ErrorRow {
   uint32_t code;
   const wchar_t* english;
   const wchar_t* japanese;
@@ -11,7 +11,7 @@ struct ErrorRow {
 
 // The two languages differ in wording on purpose: the Japanese texts speak of the service. They are no part
 // of the language files, whose mode shows the English ones.
-constexpr ErrorRow kRows[] = {
+constexpr K7ErrorRow kK7Errors[] = {
     {0x00000000, L"No Error", L"エラー無し"},
     {0x1009F000, L"Invalid handle", L"ハンドル値が不正です"},
     {0x1009F001, L"Memory shortage", L"メモリ不足です"},
@@ -33,7 +33,7 @@ constexpr ErrorRow kRows[] = {
 }  // namespace
 
 std::wstring K7ErrorText(int32_t code, LanguageMode mode) {
-  for (const ErrorRow& row : kRows)
+  for (const K7ErrorRow& row : kK7Errors)
     if (row.code == static_cast<uint32_t>(code)) return mode == kBuiltInJapanese ? row.japanese : row.english;
   return {};
 }

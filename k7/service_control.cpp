@@ -3,7 +3,7 @@
 namespace tarvik {
 namespace {
 
-constexpr int kPolls = 40;
+constexpr int kServicePolls = 40;
 constexpr uint32_t kPollMilliseconds = 250;
 
 /// The message boxes of the service utility's failures: shown while one command of the user is carried out,
@@ -32,7 +32,7 @@ bool IsSeenAs(const K7ServiceTools& tools, int32_t wanted) {
 }
 
 bool WaitFor(const K7ServiceTools& tools, int32_t wanted) {
-  for (int i = 0; i < kPolls; ++i) {
+  for (int i = 0; i < kServicePolls; ++i) {
     if (IsSeenAs(tools, wanted)) {
       tools.showState(wanted);
       return true;

@@ -10,7 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::chrono::seconds kSlowStart(120);
+constexpr std::chrono::seconds kSlowServerStart(120);
 
 /// Copies the server and its scenario into the folder. Returns the program's path.
 std::string CopyServer(const TempDirectory& folder, const std::string& bench, const std::string& scenario) {

@@ -32,7 +32,7 @@ struct Target {
   int id;
   int page;  ///< -1 = on every page
 };
-constexpr Target kButtons[] = {
+constexpr Target kMainButtons[] = {
     {"cmdPing", ID_cmdPing, 0},
     {"cmdAllTest", ID_cmdAllTest, 0},
     {"cmdGetInfo", ID_cmdGetInfo, 1},
@@ -285,7 +285,7 @@ bool Monkey::AtRest() {
 // The actions
 
 Monkey::Outcome Monkey::PressButton(const Draws& draws) {
-  const Target& button = Pick(kButtons, draws[0]);
+  const Target& button = Pick(kMainButtons, draws[0]);
   Note(button.name);
   if (std::find(tabs_.begin(), tabs_.end(), button.page) == tabs_.end()) return Outcome::NotPossible;
   if (!Enabled()) return Outcome::NotPossible;

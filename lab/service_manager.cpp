@@ -28,7 +28,7 @@ ServiceManager::~ServiceManager() {
 
 std::vector<std::string> ServiceManager::Call(const std::vector<std::string>& command) {
   caller_->Write(JoinFields(command) + "\n");
-  std::vector<std::string> answer = SplitFields(caller_->ReadLine(kSlowStart));
+  std::vector<std::string> answer = SplitFields(caller_->ReadLine(kSlowCallerStart));
   if (answer.size() < 2 || answer[0] != "ok")
     throw LabError(command.front() + ": " + (answer.size() < 2 ? "no answer" : answer[1]));
   answer.erase(answer.begin());

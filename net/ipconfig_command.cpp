@@ -9,7 +9,7 @@ namespace tarvik {
 namespace {
 
 constexpr uint32_t kWaitMilliseconds = 500;
-constexpr int kPolls = 11;
+constexpr int kIpconfigPolls = 11;
 
 /// A file that is there only for the while.
 class ScratchFile {
@@ -75,7 +75,7 @@ bool RunBatchFile(const IpconfigTools& tools, const std::wstring& path) {
   if (processId == 0) return false;
   {
     QueriedProcess process(tools.processes, processId);
-    for (int i = 0; i < kPolls; ++i) {
+    for (int i = 0; i < kIpconfigPolls; ++i) {
       if (!Wait(tools.pump)) return false;
       if (process.HasFinished()) return true;
     }

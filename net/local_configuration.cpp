@@ -4,12 +4,6 @@
 #include "net/interface_list.h"
 
 namespace tarvik {
-namespace {
-
-constexpr uint32_t kPlatformWindows9x = 1;
-constexpr uint32_t kPlatformNt = 2;
-
-}  // namespace
 
 bool GetOsKind(OsVersion& osVersion, int16_t& kind) {
   kind = kUnsupportedOs;

@@ -15,7 +15,7 @@ constexpr size_t kRequestSize = 32;
 constexpr uint32_t kReplyBufferSize = 278;
 constexpr uint32_t kEchoTimeoutMilliseconds = 100;
 constexpr int kPausesPerEcho = 4;
-constexpr uint32_t kPauseMilliseconds = 250;
+constexpr uint32_t kEchoPauseMilliseconds = 250;
 
 struct StatusText {
   uint32_t status;

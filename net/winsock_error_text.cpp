@@ -5,12 +5,12 @@
 namespace tarvik {
 namespace {
 
-struct Row {
+struct WinsockErrorRow {
   int32_t code;
   const wchar_t* text;
 };
 
-constexpr Row kRows[] = {
+constexpr WinsockErrorRow kWinsockErrors[] = {
     {0, L""},
     {10004, L"呼び出しが取り消された。"},
     {10013, L"指定されたアドレスは、ブロードキャストパケットの送信をサポートしていない。"},
@@ -58,7 +58,7 @@ constexpr Row kRows[] = {
 }  // namespace
 
 std::wstring WinsockErrorText(int32_t code) {
-  for (const Row& row : kRows)
+  for (const WinsockErrorRow& row : kWinsockErrors)
     if (row.code == code) return row.text;
   return L"(" + Decimal(code) + L")";
 }

@@ -7,7 +7,7 @@
 namespace tarvik {
 namespace {
 
-constexpr int32_t kEnglish = 1033;
+constexpr int32_t kEnglishLanguageId = 1033;
 constexpr wchar_t kLineBreak[] = L"\r\n";
 
 std::wstring WithLineBreaks(const std::wstring& text) {
@@ -36,9 +36,9 @@ bool Resource::Initialize(int32_t language, const std::wstring& commonDataFolder
   if (files_.Exists(path_)) return true;
   errorText_ = L"No such file (" + path_ + L")" + kLineBreak;
 
-  path_ = PathFor(kEnglish);
+  path_ = PathFor(kEnglishLanguageId);
   if (files_.Exists(path_)) {
-    language_ = kEnglish;
+    language_ = kEnglishLanguageId;
     return true;
   }
   errorText_ += L"No such file (" + path_ + L")" + kLineBreak;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr uint32_t kLoopback = 0x7F000001;
 
-std::string ErrorOf(std::string_view text) {
+std::string ScenarioErrorOf(std::string_view text) {
   try {
     ReadK7Scenario(text);
   } catch (const ScenarioError& error) {
@@ -61,7 +61,7 @@ TEST(K7Scenario, Invalid_lines_are_rejected) {
   for (const char* text :
        {"unit", "unit a", "unit a alive", "unit a live 1", "others", "others reboots", "port 65536",
         "port -1", "silent 1", "start_takes", "start_takes long", "stop_takes -1", "stop", "stop never"}) {
-    EXPECT_NE(ErrorOf(text), "none") << text;
+    EXPECT_NE(ScenarioErrorOf(text), "none") << text;
   }
 }
 

@@ -5,7 +5,7 @@
 namespace tarvik::bench {
 namespace {
 
-std::string ErrorOf(std::string_view text) {
+std::string TextErrorOf(std::string_view text) {
   try {
     ReadScenarioLines(text);
   } catch (const ScenarioError& error) {

@@ -20,7 +20,7 @@ namespace {
 using Lines = std::vector<std::wstring>;
 using Calls = std::vector<std::string>;
 
-constexpr LanguageMode kEnglish = 1;
+constexpr LanguageMode kBuiltInEnglish = 1;
 const Lines kHeading = {L"", L"Get System Information test...."};
 
 Lines WithHeading(const Lines& lines) {
@@ -59,7 +59,7 @@ class LibraryTest : public testing::Test {
   RecordedFiles files;
   RecordedProfileStrings profile;
   Resource resource{files, profile, codePage, boxes};
-  LanguageMode mode = kEnglish;
+  LanguageMode mode = kBuiltInEnglish;
   Texts texts{mode, resource};
   RecordedCncLibrary library;
   CncTarget target{L"192.168.1.100", {L"8193", L"TCP port"}, {L"10", L"Time-out"}};
@@ -162,7 +162,7 @@ TEST_F(LibraryTest, A_stop_before_the_connection_ends_the_test) {
 }
 
 TEST_F(LibraryTest, Every_failed_connection_is_one_line_in_every_language) {
-  for (const LanguageMode each : {kEnglish, kBuiltInJapanese, kLanguageFile}) {
+  for (const LanguageMode each : {kBuiltInEnglish, kBuiltInJapanese, kLanguageFile}) {
     mode = each;
     list.lines.clear();
     library.openResult = -16;
@@ -219,7 +219,7 @@ TEST_F(LibraryTest, Another_failure_of_the_second_try_is_a_line_without_a_box) {
 
 TEST_F(LibraryTest, A_failed_option_check_is_a_line_and_an_empty_one) {
   library.optionsResult = -3;
-  const std::pair<LanguageMode, const wchar_t*> expected[] = {{kEnglish, L"Option check error=-3"},
+  const std::pair<LanguageMode, const wchar_t*> expected[] = {{kBuiltInEnglish, L"Option check error=-3"},
                                                               {kBuiltInJapanese, L"ｵﾌﾟｼｮﾝ確認ｴﾗｰ=-3"},
                                                               {kLanguageFile, L"text 112"}};
   for (const auto& [language, line] : expected) {
@@ -234,7 +234,7 @@ TEST_F(LibraryTest, A_failed_option_check_is_a_line_and_an_empty_one) {
 TEST_F(LibraryTest, A_controller_without_the_option_fails_and_Japanese_says_only_an_empty_line) {
   library.options = 0xFFFFFFFE;
   const std::pair<LanguageMode, Lines> expected[] = {
-      {kEnglish, {L"No option (Extended drivers and libraries function)", L""}},
+      {kBuiltInEnglish, {L"No option (Extended drivers and libraries function)", L""}},
       {kBuiltInJapanese, {L""}},
       {kLanguageFile, {L"text 113", L""}}};
   for (const auto& [language, lines] : expected) {
@@ -249,9 +249,10 @@ TEST_F(LibraryTest, A_controller_without_the_option_fails_and_Japanese_says_only
 
 TEST_F(LibraryTest, A_failed_system_information_is_a_line_and_an_empty_one) {
   library.infoResult = 6;
-  const std::pair<LanguageMode, const wchar_t*> expected[] = {{kEnglish, L"Get System Information error=6"},
-                                                              {kBuiltInJapanese, L"NCｼｽﾃﾑ情報取得ｴﾗｰ=6"},
-                                                              {kLanguageFile, L"text 114"}};
+  const std::pair<LanguageMode, const wchar_t*> expected[] = {
+      {kBuiltInEnglish, L"Get System Information error=6"},
+      {kBuiltInJapanese, L"NCｼｽﾃﾑ情報取得ｴﾗｰ=6"},
+      {kLanguageFile, L"text 114"}};
   for (const auto& [language, line] : expected) {
     mode = language;
     list.lines.clear();

@@ -20,14 +20,14 @@
 
 namespace tarvik::test {
 
-using Lines = std::vector<std::wstring>;
-using Calls = std::vector<std::string>;
-
-inline constexpr LanguageMode kEnglish = 1;
-
 /// The PMC window without a window, its library recorded.
 class PmcTest : public testing::Test {
  protected:
+  using Lines = std::vector<std::wstring>;
+  using Calls = std::vector<std::string>;
+
+  static constexpr LanguageMode kEnglish = 1;
+
   PmcTest() {
     files.contents[L"C:\\Data\\Language\\Tarvik.exe_1033.ini"] = "";
     resource.Initialize(1033, L"C:\\Data", L"Tarvik.exe");

@@ -14,11 +14,11 @@ namespace {
 /// So many wrong runs are shown; more say nothing new.
 constexpr int kMostShown = 15;
 
-using Texts = std::vector<std::wstring>;
+using ResultLines = std::vector<std::wstring>;
 
 /// Everything that the user sees of a run, each piece marked by where it stands.
-Texts Seen(FailingProgram& program) {
-  Texts seen;
+ResultLines Seen(FailingProgram& program) {
+  ResultLines seen;
   const auto add = [&seen](const wchar_t* where, const std::wstring& text) {
     if (!text.empty()) seen.push_back(where + text);
   };
@@ -57,13 +57,13 @@ Texts Seen(FailingProgram& program) {
   return seen;
 }
 
-Texts Beyond(const Texts& more, const Texts& less) {
-  Texts beyond;
+ResultLines Beyond(const ResultLines& more, const ResultLines& less) {
+  ResultLines beyond;
   std::set_difference(more.begin(), more.end(), less.begin(), less.end(), std::back_inserter(beyond));
   return beyond;
 }
 
-std::string InWords(const Texts& texts) {
+std::string InWords(const ResultLines& texts) {
   std::string words;
   for (const std::wstring& text : texts) words += "\n    " + NarrowAscii(text);
   return words;
@@ -254,12 +254,12 @@ class Striker {
   }
 
   void LookWhatIsSaid(Faults& faults) {
-    Texts lost = Beyond(usual_, seen_);
+    ResultLines lost = Beyond(usual_, seen_);
     // A run is not undone by its button, which shows the stop until the next run when it does not take its
     // own caption back.
     if (plan_.HasStruck("SetWindowText"))
       for (const wchar_t* const caption : {L"caption &Ping", L"caption &Test"}) std::erase(lost, caption);
-    const Texts found = Beyond(seen_, usual_);
+    const ResultLines found = Beyond(seen_, usual_);
     const auto tells = [this](const std::wstring& text) {
       return routine_.captionsTell || text.starts_with(L"line ") || text.starts_with(L"box ");
     };
@@ -276,7 +276,7 @@ class Striker {
   void RunAgain(Faults& faults) {
     Begin();
     Attempt(faults);
-    const Texts seen = Seen(*program_);
+    const ResultLines seen = Seen(*program_);
     if (seen != usual_)
       faults.Add("the next run is not as usual; lost:" + InWords(Beyond(usual_, seen)) +
                  "\n  new:" + InWords(Beyond(seen, usual_)));
@@ -293,8 +293,8 @@ class Striker {
   const Routine& routine_;
   FailurePlan plan_;
   std::unique_ptr<FailingProgram> program_;
-  Texts usual_;
-  Texts seen_;
+  ResultLines usual_;
+  ResultLines seen_;
   std::set<const Silence*> usedSilences_;
   int injected_ = 0;
   int runs_ = 0;

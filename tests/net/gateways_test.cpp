@@ -7,7 +7,7 @@
 namespace tarvik::test {
 namespace {
 
-using Texts = std::vector<std::wstring>;
+using Addresses = std::vector<std::wstring>;
 
 // The chain's buffers are exactly as long as the chain: one byte read beyond stops the test.
 struct GatewaysTest : testing::Test {
@@ -34,30 +34,30 @@ TEST_F(GatewaysTest, Each_record_gets_the_gateways_of_its_own_adapter_in_their_o
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1", "192.168.1.2"});
   ipHelper.AddAdapter({"10.1.2.3"}, {"10.0.0.1"});
   EXPECT_TRUE(FillGateways(ipHelper, list));
-  EXPECT_EQ(list[0].Gateways, (Texts{L"192.168.1.1", L"192.168.1.2"}));
-  EXPECT_EQ(list[1].Gateways, Texts{L"10.0.0.1"});
+  EXPECT_EQ(list[0].Gateways, (Addresses{L"192.168.1.1", L"192.168.1.2"}));
+  EXPECT_EQ(list[1].Gateways, Addresses{L"10.0.0.1"});
 }
 
 TEST_F(GatewaysTest, Two_addresses_of_one_adapter_both_get_its_gateways) {
   ipHelper.AddAdapter({"192.168.1.10", "10.1.2.3"}, {"192.168.1.1", "10.0.0.1"});
   EXPECT_TRUE(FillGateways(ipHelper, list));
-  EXPECT_EQ(list[0].Gateways, (Texts{L"192.168.1.1", L"10.0.0.1"}));
-  EXPECT_EQ(list[1].Gateways, (Texts{L"192.168.1.1", L"10.0.0.1"}));
+  EXPECT_EQ(list[0].Gateways, (Addresses{L"192.168.1.1", L"10.0.0.1"}));
+  EXPECT_EQ(list[1].Gateways, (Addresses{L"192.168.1.1", L"10.0.0.1"}));
 }
 
 TEST_F(GatewaysTest, Every_record_with_the_address_gets_the_gateways) {
   list[1].IpAddress = L"192.168.1.10";
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   EXPECT_TRUE(FillGateways(ipHelper, list));
-  EXPECT_EQ(list[0].Gateways, Texts{L"192.168.1.1"});
-  EXPECT_EQ(list[1].Gateways, Texts{L"192.168.1.1"});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"192.168.1.1"});
+  EXPECT_EQ(list[1].Gateways, Addresses{L"192.168.1.1"});
 }
 
 TEST_F(GatewaysTest, Gateways_are_added_behind_those_that_are_there) {
   list[0].Gateways = {L"192.168.1.9"};
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   EXPECT_TRUE(FillGateways(ipHelper, list));
-  EXPECT_EQ(list[0].Gateways, (Texts{L"192.168.1.9", L"192.168.1.1"}));
+  EXPECT_EQ(list[0].Gateways, (Addresses{L"192.168.1.9", L"192.168.1.1"}));
 }
 
 TEST_F(GatewaysTest, An_address_that_the_list_does_not_have_is_not_added) {
@@ -78,8 +78,8 @@ TEST_F(GatewaysTest, No_gateway_in_the_systems_words_is_kept_as_it_was_read) {
   ipHelper.AddAdapter({"192.168.1.10"}, {"0.0.0.0"});
   ipHelper.AddAdapter({"10.1.2.3"}, {""});
   EXPECT_TRUE(FillGateways(ipHelper, list));
-  EXPECT_EQ(list[0].Gateways, Texts{L"0.0.0.0"});
-  EXPECT_EQ(list[1].Gateways, Texts{L""});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"0.0.0.0"});
+  EXPECT_EQ(list[1].Gateways, Addresses{L""});
 }
 
 TEST_F(GatewaysTest, A_helper_without_adapters_leaves_the_list_as_it_is) {
@@ -145,7 +145,7 @@ TEST_F(GatewaysTest, A_text_that_fills_its_field_ends_with_the_field) {
   list[0].IpAddress = L"1234567890123456";
   const auto buffer = Lay({{{"1234567890123456"}, {"6543210987654321"}}});
   AddGateways(buffer, list);
-  EXPECT_EQ(list[0].Gateways, Texts{L"6543210987654321"});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"6543210987654321"});
 }
 
 TEST_F(GatewaysTest, A_text_is_cut_at_its_first_NUL) {
@@ -154,7 +154,7 @@ TEST_F(GatewaysTest, A_text_is_cut_at_its_first_NUL) {
   std::memcpy(info.IpAddressList.IpAddress, "192.168.1.10\0ab", 16);
   WriteAdapter(buffer, 0, info);
   AddGateways(buffer, list);
-  EXPECT_EQ(list[0].Gateways, Texts{L"192.168.1.1"});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"192.168.1.1"});
 }
 
 TEST_F(GatewaysTest, Nothing_is_read_from_a_buffer_shorter_than_one_record) {
@@ -180,7 +180,7 @@ TEST_F(GatewaysTest, A_link_outside_the_buffer_ends_the_walk) {
     WriteAdapter(buffer, 0, info);
     list[0].Gateways.clear();
     AddGateways(buffer, list);
-    EXPECT_EQ(list[0].Gateways, Texts{L"192.168.1.1"});
+    EXPECT_EQ(list[0].Gateways, Addresses{L"192.168.1.1"});
     EXPECT_TRUE(list[1].Gateways.empty());
   }
 }
@@ -191,8 +191,8 @@ TEST_F(GatewaysTest, A_chain_of_adapters_that_goes_round_is_walked_once) {
   second.Next = reinterpret_cast<const IpAdapterInfo*>(buffer.data());
   WriteAdapter(buffer, AdapterChain::kAdapterSize, second);
   AddGateways(buffer, list);
-  EXPECT_EQ(list[0].Gateways, Texts{L"192.168.1.1"});
-  EXPECT_EQ(list[1].Gateways, Texts{L"10.0.0.1"});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"192.168.1.1"});
+  EXPECT_EQ(list[1].Gateways, Addresses{L"10.0.0.1"});
 }
 
 TEST_F(GatewaysTest, A_list_of_gateways_that_goes_round_is_walked_once) {
@@ -205,7 +205,7 @@ TEST_F(GatewaysTest, A_list_of_gateways_that_goes_round_is_walked_once) {
   std::memcpy(place, &link, sizeof link);
   EXPECT_EQ(info.GatewayList.Next, reinterpret_cast<const IpAddrString*>(place));
   AddGateways(buffer, list);
-  EXPECT_EQ(list[0].Gateways, (Texts{L"192.168.1.1", L"192.168.1.2"}));
+  EXPECT_EQ(list[0].Gateways, (Addresses{L"192.168.1.1", L"192.168.1.2"}));
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 namespace tarvik::test {
 namespace {
 
-using Texts = std::vector<std::wstring>;
+using Addresses = std::vector<std::wstring>;
 
 TEST(GetValueAfterColon, Gives_the_trimmed_text_after_the_first_colon) {
   std::wstring value;
@@ -54,7 +54,7 @@ TEST(ParseIpconfigText, Reads_what_the_old_systems_command_prints) {
   ASSERT_EQ(list.size(), 1u);
   EXPECT_EQ(list[0].IpAddress, L"192.168.1.10");
   EXPECT_EQ(list[0].SubnetMask, L"255.255.255.0");
-  EXPECT_EQ(list[0].Gateways, Texts{L"192.168.1.1"});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"192.168.1.1"});
 }
 
 TEST(ParseIpconfigText, Every_kind_of_line_end_ends_a_line) {
@@ -75,9 +75,9 @@ TEST(ParseIpconfigText, A_gateway_belongs_to_the_addresses_since_the_last_gatewa
       "IP Address: 172.16.0.1\nSubnet Mask: 255.255.0.0\n"
       "Default Gateway: 172.16.0.254\n");
   ASSERT_EQ(list.size(), 3u);
-  EXPECT_EQ(list[0].Gateways, Texts{L"10.0.0.254"});
-  EXPECT_EQ(list[1].Gateways, Texts{L"10.0.0.254"});
-  EXPECT_EQ(list[2].Gateways, Texts{L"172.16.0.254"});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"10.0.0.254"});
+  EXPECT_EQ(list[1].Gateways, Addresses{L"10.0.0.254"});
+  EXPECT_EQ(list[2].Gateways, Addresses{L"172.16.0.254"});
 }
 
 TEST(ParseIpconfigText, An_adapter_without_a_gateway_does_not_get_the_next_adapters) {
@@ -86,7 +86,7 @@ TEST(ParseIpconfigText, An_adapter_without_a_gateway_does_not_get_the_next_adapt
       "IP Address: 172.16.0.1\nSubnet Mask: 255.255.0.0\nDefault Gateway: 172.16.0.254\n");
   ASSERT_EQ(list.size(), 2u);
   EXPECT_TRUE(list[0].Gateways.empty());
-  EXPECT_EQ(list[1].Gateways, Texts{L"172.16.0.254"});
+  EXPECT_EQ(list[1].Gateways, Addresses{L"172.16.0.254"});
 }
 
 TEST(ParseIpconfigText, A_second_gateway_line_adds_nothing_to_records_before_the_first) {
@@ -94,7 +94,7 @@ TEST(ParseIpconfigText, A_second_gateway_line_adds_nothing_to_records_before_the
       "IP Address: 10.0.0.1\nSubnet Mask: 255.0.0.0\nDefault Gateway: 10.0.0.254\nDefault Gateway: "
       "10.0.0.253\n");
   ASSERT_EQ(list.size(), 1u);
-  EXPECT_EQ(list[0].Gateways, Texts{L"10.0.0.254"});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"10.0.0.254"});
 }
 
 TEST(ParseIpconfigText, A_mask_before_any_address_changes_nothing) {
@@ -117,7 +117,7 @@ TEST(ParseIpconfigText, An_address_without_mask_makes_room_for_the_next) {
       "IP Address: 10.0.0.1\nIP Address: 10.0.0.2\nSubnet Mask: 255.0.0.0\nDefault Gateway: 10.0.0.254\n");
   ASSERT_EQ(list.size(), 1u);
   EXPECT_EQ(list[0].IpAddress, L"10.0.0.2");
-  EXPECT_EQ(list[0].Gateways, Texts{L"10.0.0.254"});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"10.0.0.254"});
 }
 
 TEST(ParseIpconfigText, What_takes_the_room_behind_a_gateway_line_belongs_to_the_next_gateway) {
@@ -126,7 +126,7 @@ TEST(ParseIpconfigText, What_takes_the_room_behind_a_gateway_line_belongs_to_the
       "IP Address: 172.16.0.1\nSubnet Mask: 255.255.0.0\nDefault Gateway: 172.16.0.254\n");
   ASSERT_EQ(list.size(), 1u);
   EXPECT_EQ(list[0].IpAddress, L"172.16.0.1");
-  EXPECT_EQ(list[0].Gateways, Texts{L"172.16.0.254"});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"172.16.0.254"});
 }
 
 TEST(ParseIpconfigText, The_last_address_stays_without_its_mask) {

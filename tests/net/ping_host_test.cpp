@@ -17,12 +17,12 @@ namespace {
 
 using Lines = std::vector<std::wstring>;
 
-struct Row {
+struct StatusRow {
   uint32_t status;
   const wchar_t* text;
 };
 
-constexpr Row kRows[] = {
+constexpr StatusRow kStatusRows[] = {
     {11001, L"Buffer Too Small"},
     {11002, L"Destination Net Unreachable"},
     {11003, L"Destination Host Unreachable"},
@@ -46,8 +46,9 @@ constexpr Row kRows[] = {
 };
 
 TEST(EvaluatePingResponse, Every_status_of_the_table_has_its_text) {
-  EXPECT_EQ(std::size(kRows), 20u);
-  for (const Row& row : kRows) EXPECT_EQ(EvaluatePingResponse(row.status), row.text) << row.status;
+  EXPECT_EQ(std::size(kStatusRows), 20u);
+  for (const StatusRow& row : kStatusRows)
+    EXPECT_EQ(EvaluatePingResponse(row.status), row.text) << row.status;
 }
 
 TEST(EvaluatePingResponse, A_good_status_has_no_text) { EXPECT_EQ(EvaluatePingResponse(0), L""); }

@@ -9,13 +9,13 @@
 namespace tarvik::test {
 namespace {
 
-struct Row {
+struct ErrorRow {
   int32_t code;
   const wchar_t* text;
 };
 
 // Written out once more: a slip of the keyboard in the program's own table shows.
-constexpr Row kRows[] = {
+constexpr ErrorRow kErrorRows[] = {
     {10004, L"呼び出しが取り消された。"},
     {10013, L"指定されたアドレスは、ブロードキャストパケットの送信をサポートしていない。"},
     {10014, L"32ビットインターネットアドレス指定に誤りがあります。"},
@@ -60,8 +60,8 @@ constexpr Row kRows[] = {
 };
 
 TEST(WinsockErrorText, Every_code_of_the_table_has_its_sentence) {
-  EXPECT_EQ(std::size(kRows), 41u);
-  for (const Row& row : kRows) EXPECT_EQ(WinsockErrorText(row.code), row.text) << row.code;
+  EXPECT_EQ(std::size(kErrorRows), 41u);
+  for (const ErrorRow& row : kErrorRows) EXPECT_EQ(WinsockErrorText(row.code), row.text) << row.code;
 }
 
 TEST(WinsockErrorText, No_error_has_no_text) { EXPECT_EQ(WinsockErrorText(0), L""); }
@@ -77,8 +77,8 @@ TEST(WinsockErrorText, A_code_outside_the_table_is_shown_in_brackets) {
 
 TEST(WinsockErrorText, Every_code_of_the_socket_range_but_those_of_the_table_is_shown_in_brackets) {
   for (int32_t code = 10000; code < 11100; ++code) {
-    const bool listed =
-        std::any_of(std::begin(kRows), std::end(kRows), [&](const Row& row) { return row.code == code; });
+    const bool listed = std::any_of(std::begin(kErrorRows), std::end(kErrorRows),
+                                    [&](const ErrorRow& row) { return row.code == code; });
     if (!listed) {
       EXPECT_EQ(WinsockErrorText(code), L"(" + std::to_wstring(code) + L")");
     }
