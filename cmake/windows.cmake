@@ -1,7 +1,6 @@
 # The Windows program, the practice bench and the laboratory's window driver.
 
-cmake_path(GET CMAKE_BINARY_DIR FILENAME edition)
-set(output ${PROJECT_SOURCE_DIR}/out/${edition})
+set(output ${PROJECT_SOURCE_DIR}/out/${preset})
 
 target_compile_definitions(tarvik_settings INTERFACE UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601)
 target_compile_options(tarvik_settings INTERFACE -Os -ffunction-sections -fdata-sections)
@@ -18,8 +17,8 @@ else()
 endif()
 
 enable_language(RC)
-file(GLOB windows_sources CONFIGURE_DEPENDS about/*_win32.cpp app/*_win32.cpp cnclib/*_win32.cpp ftp/*_win32.cpp
-     k7/*_win32.cpp net/*_win32.cpp platform/*_win32.cpp ui/win32/*_win32.cpp)
+list(TRANSFORM product_folders APPEND "/*_win32.cpp" OUTPUT_VARIABLE windows_files)
+file(GLOB windows_sources CONFIGURE_DEPENDS ${windows_files} ui/win32/*_win32.cpp)
 list(REMOVE_ITEM windows_sources ${PROJECT_SOURCE_DIR}/app/main_win32.cpp)
 add_library(tarvik_windows STATIC ${windows_sources})
 target_link_libraries(tarvik_windows PUBLIC tarvik_core ws2_32)

@@ -1,15 +1,14 @@
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 
 #include "about/fmt_err_msg.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/recorded_boxes.h"
 #include "tests/recorded/recorded_modules.h"
 
 /// Any text of the platform gives one line. The first byte tells how much longer it is said to be than it is.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size < 1) return 0;
+TARVIK_FUZZER(about_error_text) {
+  if (size < 1) return;
   tarvik::test::RecordedKernel kernel;
   tarvik::test::FakeCodePage codePage;
   tarvik::test::RecordedBoxes boxes;
@@ -18,5 +17,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::wstring line = tarvik::FmtErrMsg(kernel, codePage, boxes).Decode(2102);
   if (line.find_first_of(std::wstring(L"\r\n\0", 3)) != std::wstring::npos || line.size() > 300) std::abort();
   if (kernel.openModules != 0) std::abort();
-  return 0;
 }

@@ -3,12 +3,11 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 
 #include "about/about_box.h"
 #include "about/module_check.h"
 #include "app/control_ids.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 #include "tests/recorded/recorded_modules.h"
 #include "tests/recorded/recorded_os_version.h"
@@ -22,7 +21,7 @@ constexpr const char* kModules[] = {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(about_module_list) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
   test::ProgramGround ground;
@@ -72,5 +71,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Demand(form.Enabled());
   form.Get<ui::MemoryButton>(ID_cmdOK).onClick();
   Demand(about.Closed());
-  return 0;
 }

@@ -1,15 +1,14 @@
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
 #include "about/file_util.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/recorded_modules.h"
 
 /// Any version information, and any claim about where its root lies and how long it is: the first twelve
 /// bytes are the claims, the rest is the block.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size < 12) return 0;
+TARVIK_FUZZER(about_version_info) {
+  if (size < 12) return;
   int32_t offset = 0;
   uint32_t length = 0;
   uint32_t searched = 0;
@@ -29,5 +28,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const auto text = files.mGetFileVersionInfoString(L"a");
   if (text && (text->size() > 23 || std::count(text->begin(), text->end(), L'.') != 3)) std::abort();
   if (text.has_value() != files.pErrorMessage().empty()) std::abort();
-  return 0;
 }

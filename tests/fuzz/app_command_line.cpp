@@ -1,9 +1,8 @@
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <tuple>
 
 #include "app/command_line.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 
 namespace tarvik::test {
@@ -36,7 +35,7 @@ struct Reading {
 
 /// Any command line is read without trouble. Reading it again changes nothing, and no bit that was set before
 /// is lost.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(app_command_line) {
   using namespace tarvik::test;
   const std::wstring line(data, data + size);
   const std::wstring_view text = tarvik::BehindProgramName(line);
@@ -51,5 +50,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   later.mask.Set(kBefore);
   later.Read(text);
   Demand(later.Bits() == (once.Bits() | kBefore));
-  return 0;
 }

@@ -3,10 +3,9 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <cstddef>
-#include <cstdint>
 #include <vector>
 
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 #include "tests/fuzz/whole_program.h"
 
@@ -214,7 +213,7 @@ class User {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(app_events) {
   FuzzedDataProvider input(data, size);
   test::WholeProgram program;
   program.wininet.entries = {test::RecordedWininet::File("a.txt", 5),
@@ -228,5 +227,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     program.boxes.onShow = nullptr;
     program.End();
   }
-  return 0;
 }

@@ -1,11 +1,10 @@
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "app/address_history.h"
 #include "platform/text.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/recorded_settings.h"
 #include "ui/memory/memory_controls.h"
 
@@ -21,7 +20,7 @@ std::vector<std::wstring> Items(const tarvik::ui::ComboBox& box) {
 
 /// Whatever stands in the settings store is loaded without trouble, and what is loaded, saved and loaded
 /// again is the same list, with a typed address in front when it is new.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(app_history) {
   const std::vector<std::wstring> texts = tarvik::Split(std::wstring(data, data + size), L"\n");
   tarvik::test::RecordedSettings store;
   for (size_t i = 1; i < texts.size() && i <= 12; ++i)
@@ -40,5 +39,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   tarvik::SaveHistory(box, store);
   tarvik::LoadHistory(box, store);
   if (Items(box) != expected) std::abort();
-  return 0;
 }

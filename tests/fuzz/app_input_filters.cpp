@@ -1,11 +1,10 @@
-#include <cstddef>
-#include <cstdint>
 #include <cstring>
 
 #include "app/input_filters.h"
 #include "app/number_box.h"
 #include "platform/runtime_error.h"
 #include "platform/text.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 
 using tarvik::test::Demand;
@@ -26,8 +25,8 @@ bool Throws(Convert convert) {
 
 /// A key in a box that holds any text: the first two bytes are the key, the third, less 128, the length
 /// that the box may have, the rest its text and its label.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size < 3) return 0;
+TARVIK_FUZZER(app_input_filters) {
+  if (size < 3) return;
   int16_t key = 0;
   std::memcpy(&key, data, sizeof key);
   const auto room = static_cast<int16_t>(data[2] - 128);
@@ -59,5 +58,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Demand(inBox.has_value() == ground.boxes.boxes.empty());
   Demand(!inBox || (*inBox >= 0 && *inBox <= 9));
   for (const auto& shown : ground.boxes.boxes) Demand(shown.text.size() < 200);
-  return 0;
 }

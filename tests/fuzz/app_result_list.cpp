@@ -1,18 +1,17 @@
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "platform/text.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 
 using tarvik::test::Demand;
 
 /// Any text as lines into a list that holds some already: the first byte tells how many, in eights. Added as
 /// one batch it looks as if each line had come by itself; copied and pasted it is what it was.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size == 0) return 0;
+TARVIK_FUZZER(app_result_list) {
+  if (size == 0) return;
   const size_t held = size_t{data[0]} * 8;
   std::wstring text;
   // Byte 1 stands for a line break, so that one change of the input makes or takes one.
@@ -32,7 +31,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const auto returns = static_cast<size_t>(std::count(text.begin(), text.end(), L'\r'));
   Demand(batch.list.lines.size() == returns + 1);
   // A line feed in a line of its own was none of a line break; what is copied then has one more.
-  if (text.find(L'\n') != std::wstring::npos || returns != 0) return 0;
+  if (text.find(L'\n') != std::wstring::npos || returns != 0) return;
   Demand(batch.results.AllLines() == text + L"\r\n");
-  return 0;
 }

@@ -1,9 +1,8 @@
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 #include <string>
 
 #include "app/secret_decoder.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 
 using tarvik::test::Demand;
@@ -28,16 +27,15 @@ class HostileCodec final : public tarvik::TxCodec {
 }  // namespace
 
 /// The first byte is the library's result, the next 64 what it writes, the rest the secret as it was typed.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size == 0) return 0;
+TARVIK_FUZZER(app_secret_decoder) {
+  if (size == 0) return;
   const size_t written = std::min<size_t>(size - 1, sizeof(tarvik::TxCodecRecord::output));
   HostileCodec codec(data[0] % 4 == 3 ? -1 : 0, std::string(data + 1, data + 1 + written));
   const std::wstring secret(data + 1 + written, data + size);
   tarvik::test::FakeCodePage codePage;
   const auto plain = tarvik::DecodeSecret(secret, codec, codePage);
   Demand(plain.has_value() == (data[0] % 4 != 3));
-  if (!plain) return 0;
+  if (!plain) return;
   Demand(plain->size() <= written && plain->find(L'\0') == std::wstring::npos);
   Demand(!plain->ends_with(L' '));
-  return 0;
 }

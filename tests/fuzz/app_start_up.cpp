@@ -3,9 +3,7 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <cstddef>
-#include <cstdint>
-
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 #include "tests/fuzz/whole_program.h"
 
@@ -26,7 +24,7 @@ void Fill(FuzzedDataProvider& input, char (&field)[size]) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(app_start_up) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
   const std::wstring commandLine = L" " + Wide(input.ConsumeRandomLengthString(400));
@@ -63,5 +61,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   test::Demand(program.Address().Count() <= 11);
   test::Demand(program.List().Count() <= 1001);
   program.End();
-  return 0;
 }

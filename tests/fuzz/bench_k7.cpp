@@ -1,12 +1,11 @@
-#include <cstddef>
-#include <cstdint>
 #include <string_view>
 
 #include "bench/k7_server.h"
 #include "bench/scenario_text.h"
+#include "tests/fuzz/fuzzer.h"
 
 // What came in a datagram, and the text of a scenario.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(bench_k7) {
   using namespace tarvik::bench;
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   K7Server server{K7Scenario()};
@@ -16,5 +15,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     ReadK7Scenario(text);
   } catch (const ScenarioError&) {
   }
-  return 0;
 }

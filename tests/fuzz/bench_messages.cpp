@@ -1,11 +1,10 @@
-#include <cstddef>
-#include <cstdint>
 #include <string>
 
 #include "bench/controller.h"
+#include "tests/fuzz/fuzzer.h"
 
 // What came over the network: messages one behind the other, first to a controller and then to its client.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(bench_messages) {
   using namespace tarvik::bench;
   static const ControllerScenario scenario = ReadControllerScenario(
       "pmc_counts D 0 9999 reads\npmc_counts R 5 9 every 3\npmc_error X 1 2 3 4\npmc_size C 7");
@@ -19,5 +18,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (const std::optional<std::string> back = TakePayload(answer, broken)) ParseReply(*back);
     ParseReply(*payload);
   }
-  return 0;
 }

@@ -1,13 +1,10 @@
-#include <cstddef>
-#include <cstdint>
-
 #include "bench/controller_scenario.h"
 #include "bench/scenario_text.h"
+#include "tests/fuzz/fuzzer.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(bench_scenario) {
   try {
     tarvik::bench::ReadControllerScenario({reinterpret_cast<const char*>(data), size});
   } catch (const tarvik::bench::ScenarioError&) {
   }
-  return 0;
 }

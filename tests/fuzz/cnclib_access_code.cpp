@@ -2,11 +2,9 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <cstddef>
-#include <cstdint>
-
 #include "cnclib/library_test.h"
 #include "platform/runtime_error.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 #include "tests/recorded/recorded_cnc_library.h"
 
@@ -29,7 +27,7 @@ std::wstring Text(FuzzedDataProvider& input) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(cnclib_access_code) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
   test::ProgramGround ground;
@@ -65,5 +63,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   ground.list.lines.clear();
   DisplayNexal1Options(ground.results, ground.texts, false, library.options);
   Demand(ground.list.lines.size() <= 7);
-  return 0;
 }

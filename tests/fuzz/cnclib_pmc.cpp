@@ -3,11 +3,9 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <cstddef>
-#include <cstdint>
-
 #include "app/control_ids.h"
 #include "cnclib/pmc_test_window.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 #include "tests/recorded/fake_wall_clock.h"
 #include "tests/recorded/recorded_cnc_library.h"
@@ -28,7 +26,7 @@ std::wstring Number(FuzzedDataProvider& input) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(cnclib_pmc) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
   test::ProgramGround ground;
@@ -87,5 +85,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     // A range never reaches beyond the 16 bits that the call has for its last address.
     if (call.starts_with("nx_pmc_rdrange")) Demand(call.find('-') == std::string::npos);
   }
-  return 0;
 }

@@ -1,12 +1,11 @@
 // Whatever the CNC library answers and writes into its records: the library test reads nothing beyond them.
 
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
 #include "cnclib/library_test.h"
 #include "resources/resource.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/fake_pump.h"
 #include "tests/recorded/recorded_boxes.h"
@@ -15,7 +14,7 @@
 #include "tests/recorded/recorded_profile_strings.h"
 #include "ui/memory/memory_form.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(cnclib_system_info) {
   using namespace tarvik;
   struct {
     int16_t results[4];
@@ -47,5 +46,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   RunLibraryTest({results, boxes, texts, pump, form, library, codePage},
                  {L"cnc", {L"8193", L""}, {L"10", L""}}, std::nullopt, false, options);
   if (!library.AllGivenBack() || form.CurrentPointer() != ui::Pointer::Default) std::abort();
-  return 0;
 }

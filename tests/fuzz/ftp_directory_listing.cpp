@@ -1,12 +1,11 @@
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "app/str_sort.h"
 #include "ftp/directory_listing.h"
 #include "platform/text.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 #include "tests/recorded/fake_text_order.h"
 
@@ -14,7 +13,7 @@ using tarvik::test::Demand;
 
 /// Names between line feeds. They are sorted as the plain sort does it, and listed with none lost: the first
 /// letter of a name tells whether it is a directory.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(ftp_directory_listing) {
   std::vector<std::wstring> names = tarvik::Split(std::wstring(data, data + size), L"\n");
   tarvik::test::FakeTextOrder order;
   std::vector<std::wstring> plain = names;
@@ -42,9 +41,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   listing.EndEnumFile();
   Demand(ground.list.redrawing);
-  if (shown + 3 > 1000) return 0;
+  if (shown + 3 > 1000) return;
   const std::vector<std::wstring>& lines = ground.list.lines;
   Demand(lines.size() == shown + 3);
   for (size_t i = 3; i < 3 + directories; ++i) Demand(lines[i].starts_with(L'/') && lines[i].size() >= 45);
-  return 0;
 }

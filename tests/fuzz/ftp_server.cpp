@@ -1,10 +1,9 @@
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
 #include "ftp/ftp_test.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/fake_pump.h"
 #include "tests/recorded/fake_text_order.h"
@@ -14,8 +13,8 @@
 // A server whose replies and directory are the fuzzer's bytes. The first byte chooses what the library makes
 // of its buffer, the next four are the length that it tells; the rest are the reply, and cut into records
 // the entries.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size < 5) return 0;
+TARVIK_FUZZER(ftp_server) {
+  if (size < 5) return;
   const uint8_t manner = data[0];
   uint32_t told = 0;
   std::memcpy(&told, data + 1, sizeof told);
@@ -49,5 +48,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       {results, pump, wininet, codePage, order, [&busy](bool on) { busy = on; }}, L"h", L"", L"");
   if (!verdict || busy || !box.redrawing || !wininet.open.empty() || wininet.misuses != 0) std::abort();
   if (box.lines.size() > 1001) std::abort();
-  return 0;
 }

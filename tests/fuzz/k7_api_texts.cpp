@@ -1,9 +1,8 @@
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
 #include "k7/k7_api_test.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/fake_pump.h"
 #include "tests/recorded/recorded_boxes.h"
@@ -12,7 +11,7 @@
 
 /// Whatever the library writes over its texts, and whatever stands in the address and count boxes: the test
 /// ends and gives its handle back. The first four bytes are also the code of its errors.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(k7_api_texts) {
   const std::string written(reinterpret_cast<const char*>(data), size < 256 ? size : 256);
   const std::wstring typed(data, data + (size < 400 ? size : 400));
   tarvik::ui::MemoryFocus focus;
@@ -30,5 +29,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, typed, host, L"3", L"");
   tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, L"cnc", host, typed, L"");
   if (!k7Api.openHandles.empty() || k7Api.wrongFrees != 0 || k7Api.Count("K7_WSACleanup") != 2) std::abort();
-  return 0;
 }

@@ -2,11 +2,9 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <cstddef>
-#include <cstdint>
-
 #include "k7/service_control.h"
 #include "platform/runtime_error.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 #include "tests/recorded/recorded_modules.h"
 
@@ -46,7 +44,7 @@ class HostileSvcKit final : public tarvik::SvcKit {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(k7_service_control) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
   test::ProgramGround ground;
@@ -95,5 +93,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Demand(ground.boxes.boxes.size() == boxesBetween);
   }
   service.mTerminate();
-  return 0;
 }

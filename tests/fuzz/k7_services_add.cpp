@@ -1,8 +1,7 @@
-#include <cstddef>
-#include <cstdint>
 #include <string>
 
 #include "k7/services_file.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 #include "tests/recorded/recorded_modules.h"
 
@@ -11,8 +10,8 @@ using tarvik::test::Demand;
 
 /// Lines for two services are added to any services file: the first byte tells which step fails, and which
 /// attributes the file has. What stood in the file stays, and what is added is found again.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size == 0) return 0;
+TARVIK_FUZZER(k7_services_add) {
+  if (size == 0) return;
   const uint8_t manner = data[0];
   const std::string before(data + 1, data + size);
   const std::wstring path = L"C:\\services";
@@ -33,10 +32,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Demand(after.starts_with(before));
   Demand(done || !ground.boxes.boxes.empty());
   if ((manner % 8 == 2) && (manner & 1) != 0) Demand(ground.files.attributes[path] == manner);
-  if (!done) return 0;
+  if (!done) return;
   if (after != before) Demand(ground.files.contents[backup] == before);
   ServiceEntry again[] = {{name, 0, L"udp", false, false}, {L"x", 7, L"tcp", false, false}};
   tarvik::ScanServices(after, again, ground.codePage);
   for (size_t i = 0; i < 2; ++i) Demand(again[i].NameExist && again[i].PortNo == entries[i].PortNo);
-  return 0;
 }

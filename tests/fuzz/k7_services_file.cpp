@@ -1,13 +1,12 @@
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <string_view>
 
 #include "k7/services_file.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/fake_code_page.h"
 
 // The services file: any bytes, any length of line.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(k7_services_file) {
   using tarvik::ServiceEntry;
   tarvik::test::FakeCodePage codePage;
   ServiceEntry entries[] = {{L"NORVAX_K7_SERVER", 0, L"udp", false, false}, {L"x", 7, L"tcp", false, false}};
@@ -18,5 +17,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (entry.NameExist && !entry.PortNoExist) std::abort();
     if (entry.NameExist && entry.PortNo > highest) std::abort();
   }
-  return 0;
 }

@@ -1,14 +1,13 @@
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "lab/driver_protocol.h"
 #include "platform/text.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 
 /// Any line has fields, and fields that were once read come back the same after writing and reading.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(lab_driver_protocol) {
   using namespace tarvik::lab;
   const std::string_view line(reinterpret_cast<const char*>(data), size);
   const auto fields = SplitFields(line);
@@ -16,5 +15,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   tarvik::test::Demand(written.find_first_of("\r\n") == std::string::npos);
   tarvik::test::Demand(SplitFields(written) == fields);
   tarvik::test::Demand(SplitFields(JoinFields({std::string(line)})).front() == line);
-  return 0;
 }

@@ -1,14 +1,12 @@
-#include <cstddef>
-#include <cstdint>
 #include <string_view>
 
 #include "lab/scenario.h"
+#include "tests/fuzz/fuzzer.h"
 
 /// A fault's scenario: any text is read, or refused with its file and line.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(lab_scenario) {
   try {
     tarvik::lab::ReadScenario("any", {reinterpret_cast<const char*>(data), size});
   } catch (const tarvik::lab::ScenarioError&) {
   }
-  return 0;
 }

@@ -1,10 +1,9 @@
-#include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <span>
 #include <vector>
 
 #include "net/gateways.h"
+#include "tests/fuzz/fuzzer.h"
 
 namespace {
 
@@ -23,10 +22,10 @@ std::uintptr_t TargetOf(const uint8_t* bytes, const std::vector<std::byte>& buff
 
 // A chain of adapters: any bytes, with links that mostly lead somewhere into them. The first byte is the
 // number of links; three bytes each tell where a link stands and where it leads.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size == 0) return 0;
+TARVIK_FUZZER(net_adapter_chain) {
+  if (size == 0) return;
   const size_t links = data[0];
-  if (size < 1 + links * 3) return 0;
+  if (size < 1 + links * 3) return;
   const auto bytes = std::as_bytes(std::span(data, size)).subspan(1 + links * 3);
   // Repeated, so that small inputs already make several records.
   std::vector<std::byte> repeated;
@@ -43,5 +42,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   std::vector<tarvik::LocalAddressRecord> list{{L"", L"", {}}, {L"1", L"", {}}};
   tarvik::AddGateways(buffer, list);
-  return 0;
 }

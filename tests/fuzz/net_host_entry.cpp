@@ -1,18 +1,17 @@
-#include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <string>
 
 #include "net/addresses.h"
 #include "net/tcp_ip_host.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/recorded_boxes.h"
 #include "tests/recorded/recorded_winsock.h"
 
 // A host entry: the first two bytes are its length field, the third the number of its addresses, the rest
 // their bytes. Each address has exactly the bytes that the length field promises.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size < 3) return 0;
+TARVIK_FUZZER(net_host_entry) {
+  if (size < 3) return;
   int16_t length = 0;
   std::memcpy(&length, data, sizeof length);
   const size_t bytes = length > 0 ? static_cast<size_t>(length) : 1;
@@ -28,5 +27,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   tarvik::HostToAddress(winsock, codePage, L"host");
   const std::wstring text(data, data + size);
   tarvik::TcpIpHost::IsIpAddr(text);
-  return 0;
 }

@@ -1,10 +1,9 @@
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <string>
 
 #include "net/ping_host.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 #include "tests/recorded/recorded_winsock.h"
 
@@ -53,8 +52,8 @@ class HostileIcmp final : public tarvik::IcmpLibrary {
 }  // namespace
 
 /// An echo's reply: any bytes in the record and any count of records.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size == 0) return 0;
+TARVIK_FUZZER(net_icmp_reply) {
+  if (size == 0) return;
   HostileIcmp icmp(data, size);
   tarvik::test::ProgramGround ground;
   tarvik::test::RecordedWinsock winsock;
@@ -63,10 +62,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const bool answered = tarvik::PingHost(
       {ground.results, ground.boxes, ground.pump, winsock, ground.codePage, icmp, 1}, L"192.168.1.1", count);
   const auto& lines = ground.list.lines;
-  if (winsock.noText) return 0;
+  if (winsock.noText) return;
   Demand(answered == icmp.anyReply);
   Demand(lines.size() == static_cast<size_t>(count));
   for (const std::wstring& line : lines)
     Demand(line.starts_with(L"ICMP_Error:") || line.find(L" Reply From ") == 4);
-  return 0;
 }

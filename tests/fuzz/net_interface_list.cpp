@@ -1,17 +1,16 @@
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <span>
 
 #include "net/interface_list.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/recorded_winsock.h"
 
 // The interface list: the first four bytes are the count that the library tells, the rest are its entries.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(net_interface_list) {
   const auto bytes = std::as_bytes(std::span(data, size));
   if (tarvik::ParseInterfaceList(bytes).size() > size / 76) std::abort();
-  if (size < sizeof(uint32_t)) return 0;
+  if (size < sizeof(uint32_t)) return;
   uint32_t returned = 0;
   std::memcpy(&returned, data, sizeof returned);
   tarvik::test::RecordedWinsock winsock;
@@ -20,5 +19,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   std::vector<tarvik::LocalAddressRecord> list;
   if (!tarvik::GetInterfaceList(winsock, list) || list.size() > 10 || !winsock.openSockets.empty())
     std::abort();
-  return 0;
 }

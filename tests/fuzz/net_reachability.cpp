@@ -3,10 +3,9 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <cstddef>
-#include <cstdint>
 #include <cstring>
 
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 #include "tests/net/recorded_pc.h"
 
@@ -44,7 +43,7 @@ tarvik::test::RecordedIcmp::Answer Answer(FuzzedDataProvider& input) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(net_reachability) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
   test::RecordedPc pc;
@@ -62,7 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     default:
       pc.winsock.AddRawHost("host", {input.ConsumeBytes<unsigned char>(16)}, 4);
       // The library promises as many bytes as its length field says.
-      if (pc.winsock.gethostbyname("host")->h_addr_list[0] == nullptr) return 0;
+      if (pc.winsock.gethostbyname("host")->h_addr_list[0] == nullptr) return;
       pc.winsock.AddHost("host", {"192.168.1.100", "10.9.8.7"});
       break;
   }
@@ -87,5 +86,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Demand(pc.winsock.startups == pc.winsock.cleanups);
   Demand(pc.files.contents.empty());
   Demand(pc.box.Count() <= 1001);
-  return 0;
 }

@@ -1,15 +1,14 @@
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 #include <string_view>
 
 #include "platform/profile_section.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 
 using tarvik::test::Demand;
 
 /// Any bytes as a profile file: every key and value is a piece of one of its lines, and each key is found.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(platform_profile) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   const auto entries = tarvik::ReadProfileSection(text, "1033");
   for (const tarvik::ProfileEntry& entry : entries) {
@@ -25,5 +24,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (entry.key.find_first_not_of("0123456789") == std::string_view::npos)
       Demand(tarvik::ProfileValue(entries, entry.key) == first->value);
   }
-  return 0;
 }

@@ -1,5 +1,3 @@
-#include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <optional>
@@ -7,6 +5,7 @@
 
 #include "platform/fixed_buffer.h"
 #include "platform/text.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 
 using tarvik::test::Demand;
@@ -41,8 +40,8 @@ void CompareNumber(std::optional<Number> parsed, std::optional<long double> plai
 }  // namespace
 
 /// Numbers and pieces of any text: the first byte is the separator.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size == 0) return 0;
+TARVIK_FUZZER(platform_text) {
+  if (size == 0) return;
   const std::wstring text(data + 1, data + size);
   CompareNumber(tarvik::ParseInt32(text), PlainlyRead(text));
   CompareNumber(tarvik::ParseInt16(text), PlainlyRead(text));
@@ -69,5 +68,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Demand(tarvik::ParseInt32(tarvik::ZeroPadded(narrow, 20)) == narrow);
   Demand(std::stoul(tarvik::Hexadecimal(static_cast<uint32_t>(number)), nullptr, 16) ==
          static_cast<uint32_t>(number));
-  return 0;
 }

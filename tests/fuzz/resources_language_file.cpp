@@ -1,8 +1,7 @@
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 
 #include "resources/resource.h"
+#include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/recorded_boxes.h"
 #include "tests/recorded/recorded_files.h"
@@ -27,7 +26,7 @@ class HostileProfile final : public tarvik::ProfileStrings {
 }  // namespace
 
 /// Any bytes from a language file give a text that is not empty and no longer than the buffer allows.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+TARVIK_FUZZER(resources_language_file) {
   HostileProfile profile(data, size);
   tarvik::test::RecordedFiles files;
   tarvik::test::FakeCodePage codePage;
@@ -36,5 +35,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   resource.Initialize(1033, L"C:", L"T");
   const std::wstring text = resource.LoadString(1);
   if (text.empty() || text.size() > 512) std::abort();
-  return 0;
 }

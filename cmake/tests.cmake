@@ -1,0 +1,78 @@
+# All tests. A suite is one test, not a case: it is the process under AddressSanitizer that takes long to start.
+
+find_package(GTest REQUIRED)
+
+# A test that runs a GoogleTest program. Its result file tells ./test how many test cases have run.
+function(add_cases name label cost)
+  cmake_parse_arguments(PARSE_ARGV 3 case "" "" "COMMAND;ENVIRONMENT")
+  add_test(NAME ${name} COMMAND ${case_COMMAND})
+  set_tests_properties(${name} PROPERTIES LABELS ${label} COST ${cost} TIMEOUT 900
+    SKIP_REGULAR_EXPRESSION "\\[  SKIPPED \\]"
+    ENVIRONMENT "GTEST_OUTPUT=xml:${CMAKE_BINARY_DIR}/results/${name}.xml;${case_ENVIRONMENT}")
+endfunction()
+
+# The suites of the files.
+function(find_suites result)
+  set(suites)
+  foreach(source ${ARGN})
+    file(STRINGS ${source} cases REGEX "^TEST(_F|_P)?\\(")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${source})
+    list(TRANSFORM cases REPLACE "^TEST[_FP]*\\(([A-Za-z0-9_]+),.*" "\\1")
+    list(APPEND suites ${cases})
+  endforeach()
+  list(REMOVE_DUPLICATES suites)
+  set(${result} ${suites} PARENT_SCOPE)
+endfunction()
+
+find_program(TARVIK_CLANG_FORMAT clang-format)
+if(TARVIK_CLANG_FORMAT)
+  list(TRANSFORM source_folders APPEND "/*.cpp" OUTPUT_VARIABLE cpp_files)
+  list(TRANSFORM source_folders APPEND "/*.h" OUTPUT_VARIABLE h_files)
+  file(GLOB_RECURSE formatted CONFIGURE_DEPENDS ${cpp_files} ${h_files})
+  add_test(NAME Sources.Are_formatted COMMAND ${TARVIK_CLANG_FORMAT} --dry-run -Werror ${formatted})
+  set_tests_properties(Sources.Are_formatted PROPERTIES LABELS native)
+endif()
+if(TARVIK_CLANG_TIDY)
+  add_test(NAME Sources.Are_linted COMMAND ${CMAKE_COMMAND} --build ${CMAKE_BINARY_DIR} --target lint)
+  set_tests_properties(Sources.Are_linted PROPERTIES LABELS native COST 1000)
+endif()
+
+file(GLOB native_folders CONFIGURE_DEPENDS LIST_DIRECTORIES true tests/*)
+list(FILTER native_folders EXCLUDE REGEX "/tests/(fuzz|lab|windows)$")
+add_executable(native_tests)
+foreach(folder ${native_folders})
+  cmake_path(GET folder FILENAME name)
+  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+  target_sources(native_tests PRIVATE ${sources})
+  set(cost 1)
+  if(name MATCHES "^(endurance|failures)$")
+    set(cost 1000)
+  endif()
+  find_suites(suites ${sources})
+  foreach(suite ${suites})
+    # "*/" stands for the name of the parameters that a suite is run with.
+    add_cases(native.${name}.${suite} native ${cost} COMMAND native_tests --gtest_filter=${suite}.*:*/${suite}.*)
+  endforeach()
+endforeach()
+target_compile_definitions(native_tests PRIVATE TARVIK_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
+target_link_libraries(native_tests PRIVATE tarvik_memory bench_core lab_scenario GTest::gtest_main)
+# Sanitizers that only look at a test itself slow its compilation down.
+target_compile_options(native_tests PRIVATE -fno-sanitize=undefined)
+
+include(cmake/fuzzers.cmake)
+
+# Each suite on real windows owns a Windows of its own, so suites run side by side. The long ones begin first. A suite
+# that could not run here ends in "SKIPPED" lines and counts as skipped.
+function(add_suite_tests program label machine cost)
+  find_suites(suites ${ARGN})
+  foreach(suite ${suites})
+    add_cases(${label}.${machine}.${suite} ${label} ${cost} COMMAND ${program} --gtest_filter=${suite}.*
+      ENVIRONMENT TARVIK_EXE=${PROJECT_SOURCE_DIR}/out/${machine}/Tarvik.exe
+                  TARVIK_DRIVER=${PROJECT_SOURCE_DIR}/out/x64/window_driver.exe
+                  TARVIK_BENCH=${PROJECT_SOURCE_DIR}/out/bench/${machine}
+                  TARVIK_CACHE=${PROJECT_SOURCE_DIR}/out/cache)
+  endforeach()
+endfunction()
+
+add_subdirectory(tests/windows)
+add_subdirectory(tests/lab)
