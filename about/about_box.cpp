@@ -17,14 +17,11 @@ namespace {
 /// This edition has none.
 constexpr wchar_t kExtraDescription[] = L"";
 
+constexpr ProgramVersion kThisProgram{TARVIK_VERSION_MAJOR, TARVIK_VERSION_MINOR, TARVIK_VERSION_PATCH,
+                                      TARVIK_VERSION_BUILD};
+
 constexpr int kLeastWidthOfBoxInLines = 22;
 constexpr size_t kLongestLine = 120;
-
-/// The fourth number of the version resource is the one that counts up between releases.
-std::wstring VersionText() {
-  return L"Version " + Decimal(TARVIK_VERSION_MAJOR) + L"." + Decimal(TARVIK_VERSION_MINOR) + L"." +
-         Decimal(TARVIK_VERSION_BUILD);
-}
 
 /// The report as a label shows it: paths are longer than a window should be wide, and an "&" in one is no
 /// mnemonic.
@@ -48,6 +45,11 @@ std::wstring ForLabel(const std::wstring& report) {
 
 }  // namespace
 
+std::wstring VersionText(const ProgramVersion& version) {
+  return L"Version " + Decimal(version.first) + L"." + Decimal(version.second) + L"." +
+         Decimal(version.fourth);
+}
+
 std::wstring AboutTitle(const std::wstring& extraDescription) {
   const std::wstring title = ui::kProgramTitle;
   return extraDescription.empty() ? title : title + L"(" + extraDescription + L")";
@@ -60,7 +62,7 @@ frmAbout::frmAbout(std::unique_ptr<ui::Form> form, const AboutTools& tools, cons
       cmdSysInfo(form_->AddButton(ID_cmdSysInfo, ui::kNoPage,
                                   tools.texts.Get(Message::SystemInfoButton).value_or(std::wstring()))),
       lblTitle(form_->AddLabel(ID_lblTitle, ui::kNoPage, AboutTitle(kExtraDescription))),
-      lblVersion(form_->AddLabel(ID_lblVersion, ui::kNoPage, VersionText())),
+      lblVersion(form_->AddLabel(ID_lblVersion, ui::kNoPage, VersionText(kThisProgram))),
       lblOsVersion(
           form_->AddLabel(ID_lblOsVersion, ui::kNoPage, OsVersionInfo(tools.osVersion).GetVersionName())),
       lblModules(form_->AddLabel(ID_lblModules, ui::kNoPage, ForLabel(versionReport))) {

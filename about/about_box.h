@@ -21,6 +21,17 @@ struct AboutTools {
   Processes& processes;
 };
 
+/// The four numbers of a version resource.
+struct ProgramVersion {
+  int first;
+  int second;
+  int third;
+  int fourth;
+};
+
+/// "Version 1.2.4" for 1.2.3.4: the fourth number is the one that counts up between releases.
+std::wstring VersionText(const ProgramVersion& version);
+
 /// The program's title; an extra description of the edition, if it has one, stands behind it in brackets.
 std::wstring AboutTitle(const std::wstring& extraDescription);
 

@@ -6,7 +6,7 @@
 namespace tarvik::bench {
 namespace {
 
-constexpr size_t kMaxHandles = 32;
+constexpr size_t kMaxK7Handles = 32;
 constexpr int kMaxTries = 3;
 
 /// The reply to the request with this number; nothing when the deadline passes first.
@@ -31,7 +31,7 @@ std::optional<K7Reply> WaitForReply(const Socket& socket, uint32_t number, int64
 }  // namespace
 
 K7Error K7Handles::Allocate(int32_t& handle) {
-  if (handles_.size() >= kMaxHandles) return K7Error::NoEmptyHandle;
+  if (handles_.size() >= kMaxK7Handles) return K7Error::NoEmptyHandle;
   do {
     lastHandle_ = lastHandle_ == INT32_MAX ? 1 : lastHandle_ + 1;
   } while (handles_.contains(lastHandle_));

@@ -7,7 +7,7 @@
 namespace tarvik::bench {
 namespace {
 
-constexpr int32_t kMaxDelayMs = 600000;
+constexpr int32_t kMaxServiceDelayMs = 600000;
 
 K7Verdict VerdictOf(const ScenarioLine& line, const std::string& word) {
   if (word == "live") return K7Verdict::Live;
@@ -49,10 +49,10 @@ void ReadLine(K7Scenario& scenario, const ScenarioLine& line) {
     scenario.silent = true;
   } else if (name == "start_takes") {
     scenario.neverStarts = OneWord(line) == "forever";
-    if (!scenario.neverStarts) scenario.startPendingMs = line.Number(0, 0, kMaxDelayMs);
+    if (!scenario.neverStarts) scenario.startPendingMs = line.Number(0, 0, kMaxServiceDelayMs);
   } else if (name == "stop_takes") {
     OneWord(line);
-    scenario.stopPendingMs = line.Number(0, 0, kMaxDelayMs);
+    scenario.stopPendingMs = line.Number(0, 0, kMaxServiceDelayMs);
   } else if (name == "stop") {
     ReadStop(scenario, line);
   } else {

@@ -7,7 +7,7 @@ namespace {
 
 constexpr int32_t kDefaultTimeOutSeconds = 10;
 constexpr int32_t kMaxTimeOutSeconds = 3600;
-constexpr size_t kMaxHandles = 32;
+constexpr size_t kMaxNxHandles = 32;
 
 bool WaitFor(const Socket& socket, bool forWriting, int64_t deadline) {
   while (true) {
@@ -53,7 +53,7 @@ int32_t EffectiveTimeOut(int32_t timeOut) {
 }
 
 int16_t NxConnections::FindFreeHandle(uint16_t& handle) {
-  if (connections_.size() >= kMaxHandles) return kResultNoHandle;
+  if (connections_.size() >= kMaxNxHandles) return kResultNoHandle;
   do {
     ++lastHandle_;
   } while (lastHandle_ == 0 || connections_.contains(lastHandle_));

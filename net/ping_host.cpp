@@ -71,7 +71,7 @@ bool PauseBetweenEchoes(ui::Pump& pump) {
   for (int i = 0; i < kPausesPerEcho; ++i) {
     pump.LetEventsRun();
     if (pump.StopRequested()) return false;
-    pump.SleepUntil(kPauseMilliseconds, [&pump] { return pump.StopRequested(); });
+    pump.SleepUntil(kEchoPauseMilliseconds, [&pump] { return pump.StopRequested(); });
   }
   return true;
 }

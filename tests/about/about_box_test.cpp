@@ -19,6 +19,10 @@ class AboutBoxTest : public Form1Test {
   void ClickInBox(int id) { lastForm->Get<ui::MemoryButton>(id).onClick(); }
 };
 
+TEST(AboutVersion, Is_the_first_the_second_and_the_fourth_number) {
+  EXPECT_EQ(VersionText({5, 6, 7, 8}), L"Version 5.6.8");
+}
+
 TEST_F(AboutBoxTest, Shows_title_and_version_beside_the_main_window) {
   Open();
   EXPECT_EQ(newForms, Lines{L"frmAbout"});

@@ -11,13 +11,13 @@
 namespace tarvik::bench {
 namespace {
 
-constexpr uint32_t kLoopback = 0x7F000001;
+constexpr uint32_t kServerAddress = 0x7F000001;
 
 /// A controller on the loopback address, in a thread of its own.
 class RunningController {
  public:
   explicit RunningController(std::string_view scenario)
-      : server_(ReadControllerScenario(scenario), {kLoopback, 0}), thread_([this] {
+      : server_(ReadControllerScenario(scenario), {kServerAddress, 0}), thread_([this] {
           while (!ending_) server_.Step(20);
         }) {}
   ~RunningController() {

@@ -42,13 +42,13 @@ TEST(ScenarioText, Quoted_words_keep_spaces_and_may_be_empty) {
 }
 
 TEST(ScenarioText, Quoting_errors_name_the_line) {
-  EXPECT_EQ(ErrorOf("a\n\nb \"c"), "line 3: the quote is not closed");
-  EXPECT_EQ(ErrorOf("a \"b\"c"), "line 1: expected a space after the closing quote");
+  EXPECT_EQ(TextErrorOf("a\n\nb \"c"), "line 3: the quote is not closed");
+  EXPECT_EQ(TextErrorOf("a \"b\"c"), "line 1: expected a space after the closing quote");
 }
 
 TEST(ScenarioText, More_than_a_megabyte_is_rejected) {
-  EXPECT_EQ(ErrorOf(std::string(1 << 20, ' ')), "none");
-  EXPECT_NE(ErrorOf(std::string((1 << 20) + 1, ' ')), "none");
+  EXPECT_EQ(TextErrorOf(std::string(1 << 20, ' ')), "none");
+  EXPECT_NE(TextErrorOf(std::string((1 << 20) + 1, ' ')), "none");
 }
 
 TEST(ScenarioText, Missing_and_extra_arguments_are_rejected) {

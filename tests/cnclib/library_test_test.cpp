@@ -96,7 +96,7 @@ TEST_F(LibraryTest, An_access_code_that_is_empty_or_zero_is_told_and_nothing_is_
 
 TEST_F(LibraryTest, The_text_about_a_missing_access_code_is_the_files_in_every_language_mode) {
   accessCode = L"0";
-  for (const LanguageMode each : {kEnglish, kBuiltInJapanese, kLanguageFile}) {
+  for (const LanguageMode each : {kBuiltInEnglish, kBuiltInJapanese, kLanguageFile}) {
     mode = each;
     Run();
   }
@@ -106,7 +106,7 @@ TEST_F(LibraryTest, The_text_about_a_missing_access_code_is_the_files_in_every_l
 TEST_F(LibraryTest, The_texts_about_the_access_code_are_built_in_when_the_file_has_none) {
   profile.values.clear();
   const std::pair<LanguageMode, const wchar_t * MessageRow::*> kLanguages[] = {
-      {kEnglish, &MessageRow::english},
+      {kBuiltInEnglish, &MessageRow::english},
       {kBuiltInJapanese, &MessageRow::japanese},
       {kLanguageFile, &MessageRow::english}};
   for (const auto& [each, language] : kLanguages) {
@@ -202,7 +202,7 @@ TEST_F(LibraryTest, A_refused_access_code_is_a_box_and_a_line) {
 
 TEST_F(LibraryTest, The_box_about_a_refused_access_code_is_the_files_in_every_language_mode) {
   library.openResult = library.codeResult = 7;
-  for (const LanguageMode each : {kEnglish, kBuiltInJapanese, kLanguageFile}) {
+  for (const LanguageMode each : {kBuiltInEnglish, kBuiltInJapanese, kLanguageFile}) {
     mode = each;
     Run();
   }

@@ -123,7 +123,7 @@ TEST_F(GatewaysTest, A_list_that_grows_before_it_is_read_is_asked_for_three_time
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   ipHelper.growths = 2;
   EXPECT_TRUE(FillGateways(ipHelper, list));
-  EXPECT_EQ(list[0].Gateways, Texts{L"192.168.1.1"});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"192.168.1.1"});
   ipHelper.growths = 3;
   ipHelper.calls = 0;
   EXPECT_FALSE(FillGateways(ipHelper, list));

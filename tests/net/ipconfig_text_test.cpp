@@ -157,7 +157,7 @@ TEST(ParseIpconfigText, The_loopback_address_is_not_part_of_the_list) {
   ASSERT_EQ(list.size(), 1u);
   EXPECT_EQ(list[0].IpAddress, L"10.0.0.1");
   EXPECT_EQ(list[0].SubnetMask, L"");
-  EXPECT_EQ(list[0].Gateways, Texts{L"10.0.0.254"});
+  EXPECT_EQ(list[0].Gateways, Addresses{L"10.0.0.254"});
 }
 
 TEST(ParseIpconfigText, A_localised_output_gives_no_records) {
