@@ -15,7 +15,7 @@ using ui::BoxPtr;
 
 /// Least height of the two lists, in lines of text.
 constexpr int kListLines = 14;
-constexpr wchar_t kLongestData[] = L"0000            FF";
+constexpr wchar_t kLongestData[] = L"0000\tFF";
 constexpr wchar_t kLongestResult[] = L"2147483647 ERR Ret=-16,-32768,-32768";
 
 /// A control wide enough for its caption in either language, whichever is loaded later.

@@ -138,6 +138,14 @@ void WindowUnderTest::WaitForChange(int id, const std::vector<std::string>& know
 
 void WindowUnderTest::EmptyList(int id) const { Ask("clear_list", id); }
 
+void WindowUnderTest::AddLines(int id, int count, const std::string& line) const {
+  Ask("add_lines", id, {std::to_string(count), line});
+}
+
+int WindowUnderTest::WidthOfLine(int id, const std::string& line, int tabStop) const {
+  return Number(Ask("line_width", id, {line, std::to_string(tabStop)}), 0);
+}
+
 std::vector<std::string> WindowUnderTest::ComboItems(int id) const { return Ask("combo_items", id); }
 
 WindowUnderTest::Tabs WindowUnderTest::StateOfTabs(int id) const {

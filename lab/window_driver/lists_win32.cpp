@@ -53,6 +53,14 @@ std::optional<std::wstring> LastItemOf(HWND list) {
   return ItemOf(list, kListBox, count - 1);
 }
 
+/// add_lines <window> <id> <count> <line>: adds the line that many times
+Fields AddLines(const Arguments& arguments) {
+  const std::wstring line = arguments.Text(3);
+  for (int64_t left = arguments.Number(2); left > 0; --left)
+    SendWithTimeOut(arguments.Control(0), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
+  return {};
+}
+
 /// wait_line <window> <id> <line> <time-out>: waits until the list contains the line
 Fields WaitLine(const Arguments& arguments) {
   const HWND list = arguments.Control(0);
@@ -193,6 +201,7 @@ void AddListCommands() {
     SendWithTimeOut(a.Control(0), LB_RESETCONTENT);
     return Fields{};
   });
+  AddCommand("add_lines", AddLines);
   AddCommand("wait_line", WaitLine);
   AddCommand("wait_last", WaitLast);
   AddCommand("wait_changed", WaitChanged);

@@ -56,9 +56,9 @@ Fields Pointer(const Arguments& arguments) {
   return {"other"};
 }
 
-/// text_size <window> <id> -> width and height of the control's text in its font, on one line
-Fields TextSize(const Arguments& arguments) {
-  const HWND control = arguments.Control(0);
+/// Calls `measure` with a device context that has the control's font.
+template <typename Measure>
+void InFontOf(HWND control, Measure measure) {
   // A font handle is only valid in its own process: read its description there, and make a copy here.
   const RemoteProcess process(ProcessOf(control));
   const RemoteMemory memory(process, sizeof(LOGFONTW));
@@ -72,12 +72,36 @@ Fields TextSize(const Arguments& arguments) {
   const HFONT copy = CreateFontIndirectW(&description);
   const HDC screen = GetDC(nullptr);
   const HGDIOBJ before = SelectObject(screen, copy);
-  RECT rect{};
-  DrawTextW(screen, TextOf(control).c_str(), -1, &rect, DT_CALCRECT | DT_SINGLELINE);
+  measure(screen);
   SelectObject(screen, before);
   ReleaseDC(nullptr, screen);
   DeleteObject(copy);
+}
+
+/// text_size <window> <id> -> width and height of the control's text in its font, on one line
+Fields TextSize(const Arguments& arguments) {
+  const HWND control = arguments.Control(0);
+  RECT rect{};
+  InFontOf(control, [&](HDC screen) {
+    DrawTextW(screen, TextOf(control).c_str(), -1, &rect, DT_CALCRECT | DT_SINGLELINE);
+  });
   return {NumberText(rect.right), NumberText(rect.bottom)};
+}
+
+/// line_width <window> <id> <line> <tab stop in dialog units> -> width that the line needs in the list
+Fields LineWidth(const Arguments& arguments) {
+  const std::wstring line = arguments.Text(2);
+  DWORD size = 0;
+  InFontOf(arguments.Control(0), [&](HDC screen) {
+    // A list box takes the letters' average width for four dialog units.
+    constexpr wchar_t kLetters[] = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    SIZE letters{};
+    GetTextExtentPoint32W(screen, kLetters, 52, &letters);
+    const int stop =
+        MulDiv(static_cast<int>(arguments.Number(3)), static_cast<int>((letters.cx / 26 + 1) / 2), 4);
+    size = GetTabbedTextExtentW(screen, line.c_str(), static_cast<int>(line.size()), 1, &stop);
+  });
+  return {NumberText(LOWORD(size))};
 }
 
 struct BoxParts {
@@ -149,6 +173,7 @@ void AddMenuCommands() {
   AddCommand("menu", [](const Arguments& a) { return MenuReader(a.Window(0)).Items(); });
   AddCommand("pointer", Pointer);
   AddCommand("text_size", TextSize);
+  AddCommand("line_width", LineWidth);
   AddCommand("wait_box", WaitBox);
   AddCommand("answer_box", AnswerBox);
 }

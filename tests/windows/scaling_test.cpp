@@ -51,8 +51,10 @@ int LeastWidth(const WindowUnderTest& window, const Control& control, int text, 
 
 void ExpectWholePage(const WindowUnderTest& window, int dpi) {
   const ScreenRect client = window.ClientRect(0);
-  const ScreenRect strip = window.Rect(ID_tabMode);
   const std::vector<Control> controls = VisibleControls(window);
+  const auto tabs = std::find_if(controls.begin(), controls.end(),
+                                 [](const Control& control) { return control.id == ID_tabMode; });
+  const ScreenRect strip = tabs == controls.end() ? client : tabs->rect;
   EXPECT_GE(controls.size(), 8u);
   for (const Control& control : controls) {
     SCOPED_TRACE(control.text + " (" + std::to_string(control.id) + ")");
@@ -90,6 +92,23 @@ std::vector<std::string> Editions() {
   return editions;
 }
 
+/// The PMC window, with so many lines of data that their list has a scroll bar.
+void ExpectWholePmcWindow(const WindowUnderTest& window, int dpi) {
+  constexpr int kTabStop = 44;
+  constexpr char kLongestLine[] = "0000\tFF";
+  SCOPED_TRACE("PMC window");
+  EXPECT_TRUE(Inside(window.Rect(0), kScreen));
+  ExpectWholePage(window, dpi);
+  const int widthBefore = window.ClientRect(ID_lstData).width;
+  window.AddLines(ID_lstData, 100, kLongestLine);
+  const int width = window.ClientRect(ID_lstData).width;
+  EXPECT_LT(width, widthBefore) << "there is no scroll bar";
+  // The room that every list has beside its text. The fonts of Windows differ from those here, so a list that
+  // measures another text than its own is seen by lacking it.
+  const int room = 8 * dpi / 96;
+  EXPECT_GE(width, window.WidthOfLine(ID_lstData, kLongestLine, kTabStop) + room);
+}
+
 /// Both languages, on an English and on a Japanese PC, at one scaling.
 void ExpectWholeAt(int dpi) {
   if (const auto reason = WindowsUnsupportedReason()) GTEST_SKIP() << *reason;
@@ -103,7 +122,10 @@ void ExpectWholeAt(int dpi) {
       for (const std::string& path : Editions()) {
         SCOPED_TRACE(path);
         ProgramUnderTest program(pc, path, std::string("-X 0 -LOCALEID ") + locale + " -X");
-        ExpectWholeWindow(WaitForMainWindow(program), dpi);
+        const WindowUnderTest window = WaitForMainWindow(program);
+        ExpectWholeWindow(window, dpi);
+        window.InvokeCommand(ID_mnuPMC);
+        ExpectWholePmcWindow(program.WaitForWindow("frmPmcTest"), dpi);
       }
     }
   }

@@ -7,6 +7,14 @@
 #include "ui/win32/form_win32.h"
 
 namespace tarvik::ui {
+namespace {
+
+/// Dialog units: eleven letters of average width. A caption of eight letters, capitals among them, is wider
+/// than the system's own first stop at eight such letters, so the values after such captions would not line
+/// up.
+constexpr UINT kTabStop = 44;
+
+}  // namespace
 
 Win32ListBox::Win32ListBox(Win32Form& form, int page, int id, const std::wstring& toolTip)
     : UncaptionedControl(form, page, id,
@@ -20,14 +28,12 @@ void Win32ListBox::OnPointerOver() { toolTip_.OnPointerOver(form_.Window(), Wind
 
 void Win32ListBox::ApplyFont() {
   ControlWindow::ApplyFont();
-  // A caption of eight letters, capitals among them, is wider than the system's own first stop, which is
-  // eight letters of average width away; so the values behind such captions would not line up.
-  UINT stop = 44;  // dialog units: eleven such letters
+  UINT stop = kTabStop;
   Send(LB_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&stop));
 }
 
 Size Win32ListBox::SizeFor(const std::wstring& caption) const {
-  return {form_.Font().TextWidth(caption) + form_.Scaled(12) + form_.Metric(SM_CXVSCROLL),
+  return {form_.Font().TabbedTextWidth(caption, kTabStop) + form_.Scaled(12) + form_.Metric(SM_CXVSCROLL),
           form_.LineHeight() + form_.Scaled(6) + form_.Metric(SM_CYHSCROLL)};
 }
 

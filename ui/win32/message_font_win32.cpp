@@ -81,6 +81,13 @@ Size MeasuredFont::MeasureCaption(const std::wstring& caption) const {
   return {static_cast<int>(box.right), static_cast<int>(box.bottom)};
 }
 
+int MeasuredFont::TabbedTextWidth(const std::wstring& text, int stop) const {
+  // The average as list boxes and dialogs take it, not the font's own.
+  const int letters = TextWidth(L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
+  const int pixels = MulDiv(stop, (letters / 26 + 1) / 2, 4);
+  return LOWORD(GetTabbedTextExtentW(dc_, text.c_str(), static_cast<int>(text.size()), 1, &pixels));
+}
+
 int MeasuredFont::TextWidth(const std::wstring& text) const {
   SIZE size{};
   GetTextExtentPoint32W(dc_, text.c_str(), static_cast<int>(text.size()), &size);

@@ -45,6 +45,9 @@ class MeasuredFont {
   Size MeasureCaption(const std::wstring& caption) const;
   /// The width of a text as a field shows it, every character of it.
   int TextWidth(const std::wstring& text) const;
+  /// The same, with tabs that reach the next of the stops, which are `stop` dialog units apart: quarters of
+  /// the letters' average width.
+  int TabbedTextWidth(const std::wstring& text, int stop) const;
 
  private:
   LOGFONTW description_;
