@@ -97,7 +97,7 @@ std::vector<HWND> TopLevelWindowsOf(const Arguments& arguments) {
 /// session_may_end <process> -> whether all of its windows agree
 Fields SessionMayEnd(const Arguments& arguments) {
   for (HWND window : TopLevelWindowsOf(arguments))
-    if (IsWindow(window) && Ask(window, WM_QUERYENDSESSION) == 0) return {"0"};
+    if (IsWindow(window) && SendWithTimeOut(window, WM_QUERYENDSESSION) == 0) return {"0"};
   return {"1"};
 }
 

@@ -197,11 +197,11 @@ void AddWindowCommands() {
   });
   AddCommand("move", Move);
   AddCommand("change_theme", [](const Arguments& a) {
-    Ask(a.Window(0), WM_THEMECHANGED);
+    SendWithTimeOut(a.Window(0), WM_THEMECHANGED);
     return Fields{};
   });
   AddCommand("change_colours", [](const Arguments& a) {
-    Ask(a.Window(0), WM_SYSCOLORCHANGE);
+    SendWithTimeOut(a.Window(0), WM_SYSCOLORCHANGE);
     return Fields{};
   });
   AddCommand("close", [](const Arguments& a) { return Post(a, WM_CLOSE, 0); });
