@@ -27,7 +27,7 @@ K7ServerProgram::K7ServerProgram(WindowsPc& pc, const Laboratory& net, const std
     : folder_(cacheFolder),
       process_(StartOnPc(pc, {WindowsPath(CopyServer(folder_, bench, scenario)), "-debug"},
                          net.Namespace(Host::Pc))) {
-  const std::string line = process_->ReadLine(kSlowStart);
+  const std::string line = process_->ReadLine(kSlowServerStart);
   if (!line.starts_with("listening on UDP port ")) throw LabError("The K7 server does not start: " + line);
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr char kService[] = "K7Server";
 constexpr char kStateTimeOutMs[] = "60000";
-constexpr std::chrono::seconds kSlowStart(120);
+constexpr std::chrono::seconds kSlowCallerStart(120);
 
 }  // namespace
 

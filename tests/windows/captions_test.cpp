@@ -121,7 +121,7 @@ TEST_F(GeneralEditionAlone, Shows_the_pages_that_need_no_closed_library) {
 
 /// Its own folder is also the one with the language files.
 TEST_F(GeneralEditionAlone, Has_its_captions_in_a_folder_that_the_code_page_cannot_represent) {
-  const WorkFolder folder(PcForTests().cacheFolder);
+  const TempDirectory folder(PcForTests().cacheFolder);
   const std::filesystem::path odd = folder.Path() + "/日本 ไทย";
   std::filesystem::copy(std::filesystem::path(GeneralProgramPath()).parent_path(), odd,
                         std::filesystem::copy_options::recursive);
