@@ -5,8 +5,8 @@ namespace tarvik {
 ModuleCheckResult CheckModules(FileUtil& files, bool withK7Api) {
   ModuleCheckResult result;
   const auto check = [&](const wchar_t* name, Boolean16& missing) {
-    if (const auto line = GetModuleVersionLine(files, name))
-      result.versionReport += *line + L"\r\n";
+    if (files.mSearchPath(name))
+      result.found.emplace_back(name);
     else
       missing = true;
   };
@@ -16,6 +16,13 @@ ModuleCheckResult CheckModules(FileUtil& files, bool withK7Api) {
   check(L"SvcKit.dll", result.missing.serviceSetup);
   check(L"Wininet.dll", result.missing.internet);
   return result;
+}
+
+std::wstring VersionReport(FileUtil& files, const std::vector<std::wstring>& modules) {
+  std::wstring report;
+  for (const std::wstring& name : modules)
+    if (const auto line = GetModuleVersionLine(files, name)) report += *line + L"\r\n";
+  return report;
 }
 
 std::optional<std::wstring> GetModuleVersionLine(FileUtil& files, const std::wstring& name) {

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "about/file_util.h"
 #include "platform/boolean16.h"
@@ -20,11 +21,15 @@ struct MissingModules {
 
 struct ModuleCheckResult {
   MissingModules missing;
-  std::wstring versionReport;  ///< one line for each module that was found, each followed by "\r\n"
+  std::vector<std::wstring> found;  ///< names of the modules on the search path, in the order of the check
 };
 
 /// Looks for every optional module on the search path; for the K7 API library only on request.
 ModuleCheckResult CheckModules(FileUtil& files, bool withK7Api);
+
+/// The version report: a line for each module, followed by "\r\n". Reading versions is slow, so this waits
+/// until somebody wants to see them.
+std::wstring VersionReport(FileUtil& files, const std::vector<std::wstring>& modules);
 
 /// The module's line of the version report; nothing when it is not on the search path.
 std::optional<std::wstring> GetModuleVersionLine(FileUtil& files, const std::wstring& name);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "about/about_box.h"
 #include "about/file_util.h"
@@ -225,7 +226,7 @@ class Form1 {
   CommandLineValues commandLine_;
   IcmpLibrary::Handle icmpHandle_ = 0;
   MissingModules missing_;
-  std::wstring versionReport_;
+  std::vector<std::wstring> foundModules_;  ///< their versions are read for the about box
   std::unique_ptr<frmAbout> about_;
   Boolean16 k7ApiBusy_;
   bool changingService_ = false;    ///< Start or Stop is on the stack

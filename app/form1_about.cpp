@@ -9,7 +9,7 @@ void Form1::CheckModules() {
   FileUtil files(ground_.kernel, ground_.version);
   ModuleCheckResult found = tarvik::CheckModules(files, !IsOptionMask_HideK7Test());
   missing_ = found.missing;
-  versionReport_ = std::move(found.versionReport);
+  foundModules_ = std::move(found.found);
   const auto switchOff = [this](bool missing, Page page) {
     if (missing) controls_.tabMode.SetPageOn(page, false);
   };
@@ -27,7 +27,8 @@ frmAbout& Form1::About() {
     about_.reset();
     std::unique_ptr<ui::Form> form = ground_.newForm(L"frmAbout");
     const AboutTools tools{form->Boxes(), texts_, ground_.osVersion, ground_.registry, ground_.processes};
-    about_ = std::make_unique<frmAbout>(std::move(form), tools, versionReport_);
+    FileUtil files(ground_.kernel, ground_.version);
+    about_ = std::make_unique<frmAbout>(std::move(form), tools, VersionReport(files, foundModules_));
     // Else a main window that is kept above the others would cover it.
     if (TestOptionMask(kTopmost)) about_->MakeTopmost();
   }

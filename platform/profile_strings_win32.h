@@ -4,12 +4,16 @@
 
 namespace tarvik {
 
-/// Profile strings through kernel32. Where neither the path nor its short form can be represented in the
-/// system code page, the file is read directly.
+/// Profile strings as kernel32 gives them, from one reading of the file. Windows' own call reads the file
+/// again for each key, and takes no path outside the system code page.
 class Win32ProfileStrings final : public ProfileStrings {
  public:
   uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
                                     uint32_t bufferSize, const std::wstring& path) override;
+
+ private:
+  std::wstring path_;  ///< of the file whose text is held
+  std::string text_;
 };
 
 }  // namespace tarvik

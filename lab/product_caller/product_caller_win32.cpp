@@ -2,8 +2,7 @@
 // answer per line, in the format of lab/driver_protocol.h, until the input ends.
 //
 //   add_services <path> <name> <port> <protocol>  -> 1 or 0, the port, the texts of all message boxes
-//   profile <path> <section> <key>               -> the value as Windows reads it, as Tarvik's reader
-//                                                    does, and as the program gets it
+//   profile <path> <section> <key>               -> the value as Windows reads it, and as the program does
 //   module_version <path>                         -> the version of the file, or nothing
 //   ftp_connect <host> <user> <password>          -> 1 or 0
 //   ftp_response                                  -> the server's last reply
@@ -25,7 +24,6 @@
 #include "lab/bench_caller/command_loop_win32.h"
 #include "platform/code_page_win32.h"
 #include "platform/files_win32.h"
-#include "platform/profile_section.h"
 #include "platform/profile_strings_win32.h"
 #include "platform/text.h"
 #include "platform/windows_win32.h"
@@ -87,11 +85,9 @@ Fields ReadProfile(const Fields& arguments) {
   const std::string &path = arguments.at(0), &section = arguments.at(1), &key = arguments.at(2);
   char windows[512] = {};
   ::GetPrivateProfileStringA(section.c_str(), key.c_str(), "", windows, sizeof windows, path.c_str());
-  const std::string text = Win32Files().Read(Wide(path)).value_or(std::string());
-  const std::string ours(ProfileValue(ReadProfileSection(text, section), key));
   char program[512] = {};
   Win32ProfileStrings().GetPrivateProfileStringA(section, key, program, sizeof program, Wide(path));
-  return {windows, ours, program};
+  return {windows, program};
 }
 
 Fields ModuleVersion(const Fields& arguments) {

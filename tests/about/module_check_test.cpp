@@ -26,7 +26,7 @@ class ModuleCheckTest : public testing::Test {
 
 TEST_F(ModuleCheckTest, With_all_modules_the_report_has_five_lines_in_their_order) {
   const ModuleCheckResult result = CheckModules(files, true);
-  EXPECT_EQ(result.versionReport,
+  EXPECT_EQ(VersionReport(files, result.found),
             L"NxLib32.dll Ver.1.2.3.4 (C:\\S\\NxLib32.dll)\r\n"
             L"NxLibe1.dll Ver.1.2.3.4 (C:\\S\\NxLibe1.dll)\r\n"
             L"k7api.dll Ver.1.2.3.4 (C:\\S\\k7api.dll)\r\n"
@@ -38,7 +38,7 @@ TEST_F(ModuleCheckTest, With_all_modules_the_report_has_five_lines_in_their_orde
 TEST_F(ModuleCheckTest, Without_any_module_the_report_is_empty) {
   kernel.paths.clear();
   const ModuleCheckResult result = CheckModules(files, true);
-  EXPECT_EQ(result.versionReport, L"");
+  EXPECT_EQ(VersionReport(files, result.found), L"");
   EXPECT_TRUE(result.missing.cncLibrary && result.missing.k7Api && result.missing.serviceSetup &&
               result.missing.internet);
 }
@@ -59,7 +59,8 @@ TEST_F(ModuleCheckTest, Each_missing_module_sets_its_own_flag_and_is_left_out_of
                   result.missing.internet,
               1)
         << name;
-    EXPECT_EQ(result.versionReport.find(std::wstring(name, name + std::strlen(name))), std::wstring::npos)
+    EXPECT_EQ(VersionReport(files, result.found).find(std::wstring(name, name + std::strlen(name))),
+              std::wstring::npos)
         << name;
     kernel.paths[name] = path;
   }
@@ -77,7 +78,7 @@ TEST_F(ModuleCheckTest, A_module_without_a_version_is_not_missing_and_stands_wit
   versions.blocks.erase("C:\\S\\k7api.dll");
   const ModuleCheckResult result = CheckModules(files, true);
   EXPECT_FALSE(result.missing.k7Api);
-  EXPECT_NE(result.versionReport.find(L"k7api.dll (C:\\S\\k7api.dll)\r\n"), std::wstring::npos);
+  EXPECT_NE(VersionReport(files, result.found).find(L"k7api.dll (C:\\S\\k7api.dll)\r\n"), std::wstring::npos);
 }
 
 TEST_F(ModuleCheckTest, The_line_of_a_module_names_it_its_version_and_its_path) {

@@ -80,6 +80,7 @@ class Form1Test : public testing::Test, protected RecordedProgram {
     const auto life = std::make_shared<int>();
     // The form keeps the function, and with it the token, until its own end.
     lastForm->beforeText = [life](const ui::Element&) {};
+    std::erase_if(lives_, [](const auto& each) { return each.expired(); });
     lives_.push_back(life);
     return made;
   }

@@ -40,7 +40,8 @@ TARVIK_FUZZER(about_module_list) {
   if (input.ConsumeBool()) kernel.searchLie = input.ConsumeIntegral<uint32_t>();
   FileUtil files(kernel, versions);
   const ModuleCheckResult found = CheckModules(files, input.ConsumeBool());
-  Demand(found.versionReport.empty() || found.versionReport.ends_with(L"\r\n"));
+  const std::wstring report = VersionReport(files, found.found);
+  Demand(report.empty() || report.ends_with(L"\r\n"));
 
   test::RecordedOsVersion osVersion;
   osVersion.succeeds = input.ConsumeBool();
@@ -55,8 +56,7 @@ TARVIK_FUZZER(about_module_list) {
     registry.values[L"SOFTWARE\\Microsoft\\Shared Tools Location|MSINFO"].assign(tool.begin(), tool.end());
   auto made = std::make_unique<ui::MemoryForm>();
   ui::MemoryForm& form = *made;
-  frmAbout about(std::move(made), {ground.boxes, ground.texts, osVersion, registry, processes},
-                 found.versionReport);
+  frmAbout about(std::move(made), {ground.boxes, ground.texts, osVersion, registry, processes}, report);
   about.Show();
   const std::wstring shown = form.Get<ui::MemoryLabel>(ID_lblModules).Caption();
   size_t column = 0;
