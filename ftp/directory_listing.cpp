@@ -6,7 +6,7 @@
 #include <numeric>
 #include <utility>
 
-#include "app/str_sort.h"
+#include "ftp/str_sort.h"
 #include "platform/text.h"
 
 namespace tarvik {

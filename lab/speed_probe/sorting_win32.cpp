@@ -6,8 +6,8 @@
 #include <numeric>
 #include <random>
 
-#include "app/str_sort.h"
 #include "ftp/directory_listing.h"
+#include "ftp/str_sort.h"
 #include "lab/speed_probe/speed_probe_win32.h"
 #include "platform/text.h"
 #include "platform/text_order_win32.h"

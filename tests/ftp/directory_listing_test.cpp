@@ -4,7 +4,7 @@
 
 #include <random>
 
-#include "app/str_sort.h"
+#include "ftp/str_sort.h"
 #include "tests/recorded/fake_text_order.h"
 #include "ui/memory/memory_controls.h"
 

@@ -2,8 +2,8 @@
 #include <string>
 #include <vector>
 
-#include "app/str_sort.h"
 #include "ftp/directory_listing.h"
+#include "ftp/str_sort.h"
 #include "platform/text.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"

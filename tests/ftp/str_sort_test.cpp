@@ -1,4 +1,4 @@
-#include "app/str_sort.h"
+#include "ftp/str_sort.h"
 
 #include <gtest/gtest.h>
 
