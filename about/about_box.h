@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "about/machine_registry.h"
+#include "platform/machine_registry.h"
 #include "platform/os_version.h"
 #include "platform/processes.h"
 #include "resources/messages.h"

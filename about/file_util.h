@@ -6,8 +6,8 @@
 #include <span>
 #include <string>
 
-#include "about/kernel_calls.h"
-#include "about/version_library.h"
+#include "platform/kernel_calls.h"
+#include "platform/version_library.h"
 
 namespace tarvik {
 

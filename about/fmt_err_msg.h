@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "about/kernel_calls.h"
 #include "platform/code_page.h"
+#include "platform/kernel_calls.h"
 #include "ui/message_boxes.h"
 
 namespace tarvik {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "about/machine_registry.h"
+#include "platform/machine_registry.h"
 #include "platform/processes.h"
 #include "ui/message_boxes.h"
 

@@ -3,9 +3,6 @@
 #include <memory>
 #include <string>
 
-#include "about/kernel_calls_win32.h"
-#include "about/machine_registry_win32.h"
-#include "about/version_library_win32.h"
 #include "app/closed_libraries_win32.h"
 #include "app/form1.h"
 #include "cnclib/cnc_library_win32.h"
@@ -18,12 +15,15 @@
 #include "platform/clipboard_win32.h"
 #include "platform/code_page_win32.h"
 #include "platform/files_win32.h"
+#include "platform/kernel_calls_win32.h"
+#include "platform/machine_registry_win32.h"
 #include "platform/os_version_win32.h"
 #include "platform/processes_win32.h"
 #include "platform/profile_strings_win32.h"
 #include "platform/runtime_error.h"
 #include "platform/settings_store_win32.h"
 #include "platform/text_order_win32.h"
+#include "platform/version_library_win32.h"
 #include "platform/wall_clock_win32.h"
 #include "platform/windows_win32.h"
 #include "ui/win32/form_win32.h"

@@ -16,16 +16,16 @@
 
 #include "about/file_util.h"
 #include "about/fmt_err_msg.h"
-#include "about/kernel_calls_win32.h"
-#include "about/version_library_win32.h"
 #include "ftp/ftp_client.h"
 #include "ftp/wininet_win32.h"
 #include "k7/services_file.h"
 #include "lab/bench_caller/command_loop_win32.h"
 #include "platform/code_page_win32.h"
 #include "platform/files_win32.h"
+#include "platform/kernel_calls_win32.h"
 #include "platform/profile_strings_win32.h"
 #include "platform/text.h"
+#include "platform/version_library_win32.h"
 #include "platform/windows_win32.h"
 
 namespace tarvik::lab {

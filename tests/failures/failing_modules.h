@@ -4,11 +4,11 @@
 #include <cstring>
 #include <limits>
 
-#include "about/kernel_calls.h"
-#include "about/machine_registry.h"
-#include "about/version_library.h"
 #include "app/configuration_library.h"
 #include "app/secret_decoder.h"
+#include "platform/kernel_calls.h"
+#include "platform/machine_registry.h"
+#include "platform/version_library.h"
 #include "tests/failures/failure_plan.h"
 
 namespace tarvik::test {

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "about/kernel_calls.h"
-#include "about/machine_registry.h"
-#include "about/version_library.h"
+#include "platform/kernel_calls.h"
+#include "platform/machine_registry.h"
 #include "platform/text.h"
+#include "platform/version_library.h"
 
 namespace tarvik::test {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "about/kernel_calls.h"
+#include "platform/kernel_calls.h"
 
 namespace tarvik {
 

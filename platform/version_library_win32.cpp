@@ -1,4 +1,4 @@
-#include "about/version_library_win32.h"
+#include "platform/version_library_win32.h"
 
 #include <winver.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "about/version_library.h"
 #include "platform/system_library_win32.h"
+#include "platform/version_library.h"
 
 namespace tarvik {
 

@@ -1,4 +1,4 @@
-#include "about/machine_registry_win32.h"
+#include "platform/machine_registry_win32.h"
 
 #include "platform/registry_win32.h"
 

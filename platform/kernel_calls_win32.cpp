@@ -1,4 +1,4 @@
-#include "about/kernel_calls_win32.h"
+#include "platform/kernel_calls_win32.h"
 
 #include <bit>
 #include <string>
