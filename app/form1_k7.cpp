@@ -5,7 +5,7 @@
 
 #include "app/form1.h"
 #include "app/number_box.h"
-#include "k7/k7_api_test.h"
+#include "k7/k7_api_check.h"
 #include "platform/runtime_error.h"
 #include "ui/hourglass.h"
 

@@ -3,7 +3,7 @@
 #include "app/address_history.h"
 #include "app/form1.h"
 #include "app/input_filters.h"
-#include "ftp/ftp_test.h"
+#include "ftp/ftp_check.h"
 #include "platform/runtime_error.h"
 #include "ui/hourglass.h"
 

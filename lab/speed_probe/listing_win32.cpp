@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "app/result_list.h"
-#include "ftp/ftp_test.h"
+#include "ftp/ftp_check.h"
 #include "ftp/wininet_win32.h"
 #include "lab/speed_probe/speed_probe_win32.h"
 #include "platform/code_page_win32.h"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "app/control_ids.h"
-#include "cnclib/pmc_test_window.h"
+#include "cnclib/pmc_window.h"
 #include "resources/resource.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/fake_pump.h"

@@ -2,7 +2,7 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include "cnclib/library_test.h"
+#include "cnclib/cnc_check.h"
 #include "platform/runtime_error.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"

@@ -4,7 +4,7 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include "app/control_ids.h"
-#include "cnclib/pmc_test_window.h"
+#include "cnclib/pmc_window.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
 #include "tests/recorded/fake_wall_clock.h"

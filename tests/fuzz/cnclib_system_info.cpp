@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "cnclib/library_test.h"
+#include "cnclib/cnc_check.h"
 #include "resources/resource.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/fake_code_page.h"

@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "ftp/ftp_test.h"
+#include "ftp/ftp_check.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/fake_pump.h"

@@ -1,7 +1,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "k7/k7_api_test.h"
+#include "k7/k7_api_check.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/recorded/fake_code_page.h"
 #include "tests/recorded/fake_pump.h"

@@ -1,4 +1,4 @@
-#include "cnclib/pmc_test_controls.h"
+#include "cnclib/pmc_controls.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "cnclib/pmc_test_window.h"
+#include "cnclib/pmc_window.h"
 
 #include <algorithm>
 #include <limits>

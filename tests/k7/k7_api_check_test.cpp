@@ -1,4 +1,4 @@
-#include "k7/k7_api_test.h"
+#include "k7/k7_api_check.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "cnclib/library_test.h"
+#include "cnclib/cnc_check.h"
 
 #include <string_view>
 

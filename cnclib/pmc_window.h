@@ -7,7 +7,7 @@
 
 #include "cnclib/cnc_connection.h"
 #include "cnclib/cnc_library.h"
-#include "cnclib/pmc_test_controls.h"
+#include "cnclib/pmc_controls.h"
 #include "platform/code_page.h"
 #include "platform/wall_clock.h"
 #include "resources/messages.h"

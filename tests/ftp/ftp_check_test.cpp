@@ -1,4 +1,4 @@
-#include "ftp/ftp_test.h"
+#include "ftp/ftp_check.h"
 
 #include <gtest/gtest.h>
 

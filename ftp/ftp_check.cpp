@@ -1,4 +1,4 @@
-#include "ftp/ftp_test.h"
+#include "ftp/ftp_check.h"
 
 #include "ftp/directory_listing.h"
 #include "ftp/ftp_client.h"
