@@ -3,7 +3,7 @@
 # each time, or every run would take longer than the one before. Weighing its inputs by how rare their features are
 # would take it longer than running them.
 file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*.cpp)
-add_executable(fuzzers ${fuzzers} lab/driver_protocol.cpp)
+add_executable(fuzzers ${fuzzers} lab/pc/driver_protocol.cpp)
 target_compile_options(fuzzers PRIVATE -fsanitize=fuzzer -O1)
 target_link_options(fuzzers PRIVATE -fsanitize=fuzzer)
 # The whole program comes from the tests' own fixture.

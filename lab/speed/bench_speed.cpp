@@ -12,12 +12,12 @@
 #include <vector>
 
 #include "app/control_ids.h"
-#include "lab/laboratory.h"
-#include "lab/main_window.h"
-#include "lab/program.h"
+#include "lab/network/laboratory.h"
+#include "lab/pc/main_window.h"
+#include "lab/pc/program.h"
+#include "lab/pc/windows_pc.h"
 #include "lab/speed/probe_measures.h"
 #include "lab/speed/table.h"
-#include "lab/windows_pc.h"
 
 namespace tarvik::lab {
 namespace {

@@ -8,10 +8,10 @@
 #include <map>
 
 #include "app/control_ids.h"
-#include "lab/controller.h"
-#include "lab/ftp_server.h"
-#include "lab/leavings.h"
-#include "lab/main_window.h"
+#include "lab/host/leftovers.h"
+#include "lab/network/controller.h"
+#include "lab/network/ftp_server.h"
+#include "lab/pc/main_window.h"
 #include "lab/speed/table.h"
 
 namespace tarvik::lab {

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "lab/laboratory.h"
-#include "lab/windows_pc.h"
+#include "lab/network/laboratory.h"
+#include "lab/pc/windows_pc.h"
 
 namespace tarvik::lab {
 

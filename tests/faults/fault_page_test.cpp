@@ -1,4 +1,4 @@
-#include "lab/fault_page.h"
+#include "lab/faults/fault_page.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "lab/scenario_outcome.h"
+#include "lab/faults/scenario_outcome.h"
 
 #include <gtest/gtest.h>
 

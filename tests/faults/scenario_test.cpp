@@ -1,4 +1,4 @@
-#include "lab/scenario.h"
+#include "lab/faults/scenario.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include <string>
 #include <string_view>
 
-#include "lab/driver_protocol.h"
+#include "lab/pc/driver_protocol.h"
 #include "platform/text.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"

@@ -1,6 +1,6 @@
 #include <string_view>
 
-#include "lab/scenario.h"
+#include "lab/faults/scenario.h"
 #include "tests/fuzz/fuzzer.h"
 
 /// A fault's scenario: any text is read, or refused with its file and line.

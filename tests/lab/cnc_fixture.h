@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "lab/controller.h"
+#include "lab/network/controller.h"
 #include "tests/lab/lab_fixture.h"
 
 namespace tarvik::lab {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "lab/scenario_run.h"
+#include "lab/faults/scenario_run.h"
 #include "tests/lab/lab_fixture.h"
 
 namespace tarvik::lab {

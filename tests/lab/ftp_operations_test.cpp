@@ -3,7 +3,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "lab/ftp_server.h"
+#include "lab/network/ftp_server.h"
 #include "tests/lab/on_cables.h"
 #include "tests/windows/product_fixture.h"
 

@@ -1,6 +1,6 @@
 // The Ftp page with real servers, correct and faulty ones.
 
-#include "lab/ftp_server.h"
+#include "lab/network/ftp_server.h"
 
 #include <algorithm>
 

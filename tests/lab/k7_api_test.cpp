@@ -1,7 +1,7 @@
 // The K7 Api page of the general edition, its button clicked: with a K7 server, and with a library that fails
 // or lies.
 
-#include "lab/k7_server.h"
+#include "lab/network/k7_server.h"
 #include "tests/lab/cnc_fixture.h"
 
 namespace tarvik::lab {

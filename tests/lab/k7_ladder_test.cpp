@@ -1,7 +1,7 @@
 // The general edition's ladder, with the K7 API test between the library test and the FTP listing.
 
-#include "lab/ftp_server.h"
-#include "lab/k7_server.h"
+#include "lab/network/ftp_server.h"
+#include "lab/network/k7_server.h"
 #include "tests/lab/cnc_fixture.h"
 
 namespace tarvik::lab {

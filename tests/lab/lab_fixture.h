@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "lab/own_network.h"
+#include "lab/host/own_network.h"
 #include "tests/lab/on_cables.h"
 #include "tests/windows/windows_fixture.h"
 

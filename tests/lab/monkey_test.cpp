@@ -1,12 +1,12 @@
 // Random actions on the real window, in the same order in every run. TARVIK_MONKEY_SEED selects another
 // order, TARVIK_MONKEY_SECONDS another duration (60).
 
-#include "lab/monkey.h"
+#include "lab/monkey/monkey.h"
 
 #include <iostream>
 
-#include "lab/ftp_server.h"
-#include "lab/k7_server.h"
+#include "lab/network/ftp_server.h"
+#include "lab/network/k7_server.h"
 #include "tests/lab/cnc_fixture.h"
 
 namespace tarvik::lab {

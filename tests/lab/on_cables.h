@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "lab/laboratory.h"
-#include "lab/test_ground.h"
+#include "lab/network/laboratory.h"
+#include "lab/pc/test_environment.h"
 
 namespace tarvik::lab {
 

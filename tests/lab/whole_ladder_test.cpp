@@ -1,6 +1,6 @@
 // The ladder with all its rungs: echoes, the library test, the FTP server's directory.
 
-#include "lab/ftp_server.h"
+#include "lab/network/ftp_server.h"
 #include "tests/lab/cnc_fixture.h"
 
 namespace tarvik::lab {

@@ -3,7 +3,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "lab/leavings.h"
+#include "lab/host/leftovers.h"
 #include "tests/windows/windows_fixture.h"
 
 namespace tarvik::lab {

@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "lab/driver_protocol.h"
-#include "lab/own_network.h"
-#include "lab/test_ground.h"
-#include "lab/wine_prefix.h"
+#include "lab/host/own_network.h"
+#include "lab/pc/driver_protocol.h"
+#include "lab/pc/test_environment.h"
+#include "lab/pc/wine_prefix.h"
 
 namespace tarvik::lab {
 

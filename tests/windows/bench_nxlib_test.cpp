@@ -1,4 +1,4 @@
-#include "lab/controller.h"
+#include "lab/network/controller.h"
 #include "tests/windows/bench_fixture.h"
 
 namespace tarvik::lab {

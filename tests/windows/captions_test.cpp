@@ -1,6 +1,6 @@
 #include <filesystem>
 
-#include "lab/leavings.h"
+#include "lab/host/leftovers.h"
 #include "tests/windows/windows_fixture.h"
 
 namespace tarvik::lab {

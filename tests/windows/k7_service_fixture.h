@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "lab/service_manager.h"
+#include "lab/pc/service_manager.h"
 #include "tests/windows/windows_fixture.h"
 
 namespace tarvik::lab {

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "lab/own_network.h"
+#include "lab/host/own_network.h"
 
 /// Whatever a test clicks, no packet leaves this machine. Where no such network can be made no test runs.
 int main(int count, char** arguments) {

@@ -8,7 +8,7 @@
 #include <iterator>
 #include <set>
 
-#include "lab/test_ground.h"
+#include "lab/pc/test_environment.h"
 #include "resources/version.h"
 
 namespace tarvik::lab {

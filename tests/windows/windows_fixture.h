@@ -7,8 +7,8 @@
 #include <string>
 
 #include "app/control_ids.h"
-#include "lab/main_window.h"
-#include "lab/test_ground.h"
+#include "lab/pc/main_window.h"
+#include "lab/pc/test_environment.h"
 
 namespace tarvik::lab {
 

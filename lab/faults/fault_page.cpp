@@ -1,0 +1,135 @@
+// Writes docs/faults.md. A test compares the file with what this code makes of lab/scenarios.
+
+#include "lab/faults/fault_page.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "lab/faults/scenario_words.h"
+
+namespace tarvik::lab {
+namespace {
+
+constexpr std::string_view kIntroduction =
+    R"(<!-- Generated from lab/scenarios by build/native/lab/fault_page. Edit the scenarios, not this page. -->
+
+# Faults and what Tarvik shows
+
+1. [Find a fault by the last thing that Tarvik shows](#by-the-last-thing-shown)
+2. [All faults](#all-faults)
+
+Look first at the step where the ladder stops: everything before it has passed.
+
+Every fault on this page was reproduced on a real network with real servers. The lines are exactly what Tarvik shows;
+`N` stands for a measured time.
+
+The PC has the address 192.168.1.10/24 and the gateway 192.168.1.1. One controller is on the PC's subnet
+(192.168.1.100), another is beyond the gateway (192.168.2.100). Your addresses differ; the lines are the same.
+
+The numbers after "Allocate Handle error=" and "SystemError=" come from the library. Negative numbers are those of our
+test library: -102 no connection, -103 time-out, -104 connection lost, -105 invalid answer. The library on your PC may
+use others. Access codes and passwords on a command line are encoded; on this page they are written backwards.
+
+The tests run under Wine. For a dead host on the PC's own subnet, Windows may report "Destination Host
+Unreachable" where this page shows "ICMP_Error:11010". Such a report counts as an answer, so the check may go on and
+stop only at a later step. Read each reply line to its end: only one with "bytes=" comes from a host that works.
+
+Type addresses without zeros in front: 192.168.1.20, not 192.168.1.020. See [zeros in
+front](#fault-name-address-zero-padded).
+)";
+
+std::string Anchor(const Scenario& scenario) { return "fault-" + Replaced(scenario.name, "_", "-"); }
+
+std::string Link(const Scenario& scenario) { return "[" + scenario.title + "](#" + Anchor(scenario) + ")"; }
+
+/// The last thing that the technician sees: the key of the page's index.
+std::string LastShown(const Scenario& scenario) {
+  if (scenario.verdict.kind == Verdict::Kind::Passes) return "The ladder passes";
+  for (auto shown = scenario.shown.rbegin(); shown != scenario.shown.rend(); ++shown) {
+    if (shown->kind == Shown::Kind::Field && scenario.verdict.kind == Verdict::Kind::NotRun)
+      return shown->field + ": " + shown->text;
+    if (shown->kind == Shown::Kind::Line || shown->kind == Shown::Kind::Box)
+      if (!shown->text.empty()) return "`" + Replaced(shown->text, "\r\n", " ") + "`";
+  }
+  return "Nothing";
+}
+
+void AppendIndex(std::string& page, const std::vector<Scenario>& scenarios) {
+  page += "\n## By the last thing shown\n\n| last shown | possible faults |\n|---|---|\n";
+  std::vector<std::string> done;
+  for (const FaultGroup group : kFaultGroups) {
+    for (const Scenario& scenario : scenarios) {
+      const std::string last = LastShown(scenario);
+      if (scenario.group != group || std::find(done.begin(), done.end(), last) != done.end()) continue;
+      done.push_back(last);
+      std::string faults;
+      for (const Scenario& other : scenarios)
+        if (LastShown(other) == last) faults += (faults.empty() ? "" : "<br>") + Link(other);
+      page.append("| ").append(last).append(" | ").append(faults).append(" |\n");
+    }
+  }
+}
+
+void AppendContents(std::string& page, const std::vector<Scenario>& scenarios) {
+  page += "\n## All faults\n";
+  for (const FaultGroup group : kFaultGroups) {
+    page.append("\n**").append(NameOf(group)).append("**\n\n");
+    for (const Scenario& scenario : scenarios)
+      if (scenario.group == group) page.append("- ").append(Link(scenario)).append("\n");
+  }
+}
+
+std::string StepsOf(const Scenario& scenario) {
+  std::string text = scenario.general ? "Tarvik (general edition)" : "Tarvik";
+  if (!scenario.CommandLine().empty()) text += " " + scenario.CommandLine();
+  text = "`" + text + "`";
+  for (size_t i = 1; i < scenario.steps.size(); ++i) {
+    const Step& step = scenario.steps[i];
+    text += i == 1 ? ", then " : ", ";
+    if (step.verb == "types")
+      text += "type " + (step.text.empty() ? "nothing" : "`" + step.text + "`") + " as " + step.what;
+    else if (step.verb == "ticks")
+      text += "tick " + step.what;
+    else
+      text += "click " + step.what;
+  }
+  return text;
+}
+
+void AppendShown(std::string& page, const Scenario& scenario) {
+  page += "\n```text\n";
+  for (const Shown& shown : scenario.shown) {
+    if (shown.kind == Shown::Kind::Line) page += shown.text + "\n";
+    if (shown.kind == Shown::Kind::AnyLine) page += "[ a line from Windows ]\n";
+    if (shown.kind == Shown::Kind::Box)
+      page += "[ Message box: " + Replaced(shown.text, "\r\n", "\n                ") + " ]\n";
+    if (shown.kind == Shown::Kind::Field) page += "[ " + shown.field + ": " + shown.text + " ]\n";
+  }
+  page += "```\n\n";
+  if (scenario.verdict.kind == Verdict::Kind::Passes) page += "The ladder passes.\n\n";
+  if (scenario.verdict.kind == Verdict::Kind::StopsAt)
+    page.append("The ladder stops at **").append(NameOf(scenario.verdict.rung)).append("**.\n\n");
+}
+
+void AppendFault(std::string& page, const Scenario& scenario) {
+  page += "\n<a id=\"" + Anchor(scenario) + "\"></a>\n\n### " + scenario.title + "\n\n";
+  page += scenario.wrong + "\n\n" + StepsOf(scenario) + ":\n";
+  AppendShown(page, scenario);
+  page += "*What to do:* " + scenario.advice + "\n";
+}
+
+}  // namespace
+
+std::string FaultPage(const std::vector<Scenario>& scenarios) {
+  std::string page(kIntroduction);
+  AppendIndex(page, scenarios);
+  AppendContents(page, scenarios);
+  for (const FaultGroup group : kFaultGroups) {
+    page.append("\n## ").append(NameOf(group)).append("\n");
+    for (const Scenario& scenario : scenarios)
+      if (scenario.group == group) AppendFault(page, scenario);
+  }
+  return page;
+}
+
+}  // namespace tarvik::lab

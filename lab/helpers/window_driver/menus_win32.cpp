@@ -1,0 +1,181 @@
+// Menus, pointer, fonts and message boxes: objects whose handles are only valid in their own process, so most
+// calls are made there through RemoteProcess.
+
+#include "lab/helpers/window_driver/driver_win32.h"
+#include "lab/helpers/window_driver/remote_win32.h"
+
+namespace tarvik::lab {
+namespace {
+
+constexpr wchar_t kUser32[] = L"user32.dll";
+
+/// Reads a menu with calls inside its process: menu handles are not valid elsewhere.
+class MenuReader {
+ public:
+  explicit MenuReader(HWND window)
+      : process_(ProcessOf(window)), text_(process_, kTextSize * sizeof(wchar_t)) {
+    Append(process_.Call(kUser32, "GetMenu", {reinterpret_cast<uintptr_t>(window)}), 0);
+  }
+
+  const Fields& Items() const { return items_; }
+
+ private:
+  static constexpr size_t kTextSize = 256;
+
+  void Append(uint64_t menu, int depth) {
+    if (menu == 0) return;
+    const auto count = static_cast<int32_t>(process_.Call(kUser32, "GetMenuItemCount", {menu}));
+    for (uint64_t i = 0; static_cast<int32_t>(i) < count; ++i) {
+      const auto id = static_cast<int32_t>(process_.Call(kUser32, "GetMenuItemID", {menu, i}));
+      const uint64_t state = process_.Call(kUser32, "GetMenuState", {menu, i, MF_BYPOSITION});
+      const uint64_t length =
+          process_.Call(kUser32, "GetMenuStringW", {menu, i, text_.Address(), kTextSize, MF_BYPOSITION});
+      std::wstring caption(std::min<size_t>(static_cast<size_t>(length), kTextSize), L'\0');
+      process_.Read(text_.Address(), caption.data(), caption.size() * sizeof(wchar_t));
+      const bool enabled = (state & (MF_GRAYED | MF_DISABLED)) == 0;
+      items_.insert(items_.end(), {NumberText(depth), NumberText(id), ToUtf8(caption), enabled ? "1" : "0"});
+      Append(process_.Call(kUser32, "GetSubMenu", {menu, i}), depth + 1);
+    }
+  }
+
+  RemoteProcess process_;
+  RemoteMemory text_;
+  Fields items_;
+};
+
+/// pointer <window> -> "arrow", "hourglass" or "other"
+Fields Pointer(const Arguments& arguments) {
+  const RemoteProcess process(ProcessOf(arguments.Window(0)));
+  CURSORINFO information{};
+  information.cbSize = sizeof information;
+  GetCursorInfo(&information);
+  const auto shown = reinterpret_cast<uintptr_t>(information.hCursor);
+  const auto standard = [&process](uint64_t name) { return process.Call(kUser32, "LoadCursorW", {0, name}); };
+  if (shown == standard(reinterpret_cast<uintptr_t>(IDC_WAIT))) return {"hourglass"};
+  if (shown == standard(reinterpret_cast<uintptr_t>(IDC_ARROW))) return {"arrow"};
+  return {"other"};
+}
+
+/// Calls `measure` with a device context that has the control's font.
+template <typename Measure>
+void InFontOf(HWND control, Measure measure) {
+  // A font handle is only valid in its own process: read its description there, and make a copy here.
+  const RemoteProcess process(ProcessOf(control));
+  const RemoteMemory memory(process, sizeof(LOGFONTW));
+  const uint64_t font =
+      process.Call(kUser32, "SendMessageW", {reinterpret_cast<uintptr_t>(control), WM_GETFONT, 0, 0});
+  if (process.Call(L"gdi32.dll", "GetObjectW", {font, sizeof(LOGFONTW), memory.Address()}) == 0) {
+    throw CommandError("the control has no font");
+  }
+  LOGFONTW description;
+  process.Read(memory.Address(), &description, sizeof description);
+  const HFONT copy = CreateFontIndirectW(&description);
+  const HDC screen = GetDC(nullptr);
+  const HGDIOBJ before = SelectObject(screen, copy);
+  measure(screen);
+  SelectObject(screen, before);
+  ReleaseDC(nullptr, screen);
+  DeleteObject(copy);
+}
+
+/// text_size <window> <id> -> width and height of the control's text in its font, on one line
+Fields TextSize(const Arguments& arguments) {
+  const HWND control = arguments.Control(0);
+  RECT rect{};
+  InFontOf(control, [&](HDC screen) {
+    DrawTextW(screen, TextOf(control).c_str(), -1, &rect, DT_CALCRECT | DT_SINGLELINE);
+  });
+  return {NumberText(rect.right), NumberText(rect.bottom)};
+}
+
+/// line_width <window> <id> <line> <tab stop in dialog units> -> width that the line needs in the list
+Fields LineWidth(const Arguments& arguments) {
+  const std::wstring line = arguments.Text(2);
+  DWORD size = 0;
+  InFontOf(arguments.Control(0), [&](HDC screen) {
+    // A list box takes the letters' average width for four dialog units.
+    constexpr wchar_t kLetters[] = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    SIZE letters{};
+    GetTextExtentPoint32W(screen, kLetters, 52, &letters);
+    const int stop =
+        MulDiv(static_cast<int>(arguments.Number(3)), static_cast<int>((letters.cx / 26 + 1) / 2), 4);
+    size = GetTabbedTextExtentW(screen, line.c_str(), static_cast<int>(line.size()), 1, &stop);
+  });
+  return {NumberText(LOWORD(size))};
+}
+
+struct BoxParts {
+  HWND text = nullptr;
+  HWND icon = nullptr;
+  Fields buttons;
+};
+
+BOOL CALLBACK AppendPart(HWND window, LPARAM parameter) {
+  auto& parts = *reinterpret_cast<BoxParts*>(parameter);
+  const std::wstring windowClass = ClassOf(window);
+  if (!IsWindowVisible(window)) return TRUE;
+  if (windowClass == L"Button") {
+    parts.buttons.push_back(NumberText(GetDlgCtrlID(window)));
+    parts.buttons.push_back(ToUtf8(TextOf(window)));
+  } else if (windowClass == L"Static") {
+    const bool isIcon = (GetWindowLongPtrW(window, GWL_STYLE) & SS_TYPEMASK) == SS_ICON;
+    (isIcon ? parts.icon : parts.text) = window;
+  }
+  return TRUE;
+}
+
+std::string IconKind(HWND box, HWND icon) {
+  if (icon == nullptr) return "none";
+  const auto shown = static_cast<uint64_t>(SendWithTimeOut(icon, STM_GETICON));
+  if (shown == 0) return "none";
+  const RemoteProcess process(ProcessOf(box));
+  const auto standard = [&process](uint64_t name) { return process.Call(kUser32, "LoadIconW", {0, name}); };
+  if (shown == standard(reinterpret_cast<uintptr_t>(IDI_EXCLAMATION))) return "exclamation";
+  if (shown == standard(reinterpret_cast<uintptr_t>(IDI_HAND))) return "critical";
+  if (shown == standard(reinterpret_cast<uintptr_t>(IDI_QUESTION))) return "question";
+  if (shown == standard(reinterpret_cast<uintptr_t>(IDI_ASTERISK))) return "information";
+  return "other";
+}
+
+/// wait_box <process> <time-out> -> handle, title, text, icon, then id and caption of each button
+Fields WaitBox(const Arguments& arguments) {
+  const auto process = static_cast<DWORD>(arguments.Number(0));
+  HWND box = nullptr;
+  WaitFor(arguments.Number(1), "message box", [&] {
+    box = FindTopLevel(process, L"#32770");
+    return box != nullptr && IsWindowEnabled(box);
+  });
+  BoxParts parts;
+  EnumChildWindows(box, AppendPart, reinterpret_cast<LPARAM>(&parts));
+  Fields fields = {HandleText(box), ToUtf8(TextOf(box)),
+                   parts.text == nullptr ? std::string() : ToUtf8(TextOf(parts.text)),
+                   IconKind(box, parts.icon)};
+  fields.insert(fields.end(), parts.buttons.begin(), parts.buttons.end());
+  return fields;
+}
+
+/// answer_box <handle> <button id> <time-out>: presses the button and waits until the box is closed
+Fields AnswerBox(const Arguments& arguments) {
+  const HWND box = arguments.Window(0);
+  HWND button = GetDlgItem(box, static_cast<int>(arguments.Number(1)));
+  // When OK is the only button, Windows gives it the id IDCANCEL so that Esc presses it.
+  if (button == nullptr && arguments.Number(1) == IDOK) button = GetDlgItem(box, IDCANCEL);
+  if (button == nullptr) throw CommandError("the box has no such button");
+  PostMessageW(button, BM_CLICK, 0, 0);
+  WaitFor(arguments.Number(2), "closed box", [box] { return !IsWindow(box) || !IsWindowVisible(box); });
+  return {};
+}
+
+}  // namespace
+
+void AddMenuCommands() {
+  // menu <window> -> four fields per item: depth, id, caption, enabled
+  AddCommand("menu", [](const Arguments& a) { return MenuReader(a.Window(0)).Items(); });
+  AddCommand("pointer", Pointer);
+  AddCommand("text_size", TextSize);
+  AddCommand("line_width", LineWidth);
+  AddCommand("wait_box", WaitBox);
+  AddCommand("answer_box", AnswerBox);
+}
+
+}  // namespace tarvik::lab

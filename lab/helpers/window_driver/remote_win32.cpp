@@ -1,0 +1,176 @@
+// Calls functions inside another process: writes a small thread procedure in machine code into its memory and
+// runs it with CreateRemoteThread. Works from the 64-bit driver into 32-bit and 64-bit processes.
+
+#include "lab/helpers/window_driver/remote_win32.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "lab/helpers/window_driver/driver_win32.h"
+// After windows.h.
+#include <psapi.h>
+
+namespace tarvik::lab {
+namespace {
+
+constexpr DWORD kRights = PROCESS_QUERY_INFORMATION | PROCESS_VM_OPERATION | PROCESS_VM_READ |
+                          PROCESS_VM_WRITE | PROCESS_CREATE_THREAD;
+
+bool Is32BitProcess(HANDLE process) {
+  BOOL emulated = FALSE;
+  return sizeof(void*) == 4 || (IsWow64Process(process, &emulated) && emulated);
+}
+
+template <typename Value>
+Value ReadValue(const RemoteProcess& process, uint64_t address) {
+  Value value{};
+  process.Read(address, &value, sizeof value);
+  return value;
+}
+
+/// Assembles machine code.
+class Code {
+ public:
+  Code& Bytes(std::initializer_list<uint8_t> bytes) {
+    bytes_.insert(bytes_.end(), bytes);
+    return *this;
+  }
+  Code& Number32(uint64_t number) { return Number(number, 4); }
+  Code& Number64(uint64_t number) { return Number(number, 8); }
+  const std::vector<uint8_t>& All() const { return bytes_; }
+
+ private:
+  Code& Number(uint64_t number, int size) {
+    for (int i = 0; i < size; ++i) bytes_.push_back(static_cast<uint8_t>(number >> (8 * i)));
+    return *this;
+  }
+  std::vector<uint8_t> bytes_;
+};
+
+/// A thread procedure that makes a stdcall call and stores the result at `resultAddress`.
+Code ThreadCode32(uint64_t function, const std::vector<uint64_t>& arguments, uint64_t resultAddress) {
+  Code code;
+  for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) {
+    code.Bytes({0x68}).Number32(*argument);  // push argument
+  }
+  code.Bytes({0xB8}).Number32(function).Bytes({0xFF, 0xD0});  // mov eax, function; call eax
+  code.Bytes({0xA3}).Number32(resultAddress);                 // mov [result], eax
+  code.Bytes({0x31, 0xC0, 0xC2, 0x04, 0x00});                 // xor eax, eax; ret 4
+  return code;
+}
+
+/// The same with the 64-bit calling convention: 0x48 bytes of stack hold the shadow space and two stack
+/// arguments.
+Code ThreadCode64(uint64_t function, const std::vector<uint64_t>& arguments, uint64_t resultAddress) {
+  constexpr std::array<std::array<uint8_t, 2>, 4> kLoadRegister = {
+      {{0x48, 0xB9}, {0x48, 0xBA}, {0x49, 0xB8}, {0x49, 0xB9}}};  // mov rcx / rdx / r8 / r9, argument
+  Code code;
+  code.Bytes({0x48, 0x83, 0xEC, 0x48});  // sub rsp, 0x48
+  for (size_t i = 0; i < arguments.size(); ++i) {
+    if (i < kLoadRegister.size()) {
+      code.Bytes({kLoadRegister[i][0], kLoadRegister[i][1]}).Number64(arguments[i]);
+    } else {
+      code.Bytes({0x48, 0xB8}).Number64(arguments[i]);  // mov rax, argument; mov [rsp + ...], rax
+      code.Bytes({0x48, 0x89, 0x44, 0x24, static_cast<uint8_t>(8 * i)});
+    }
+  }
+  code.Bytes({0x48, 0xB8}).Number64(function).Bytes({0xFF, 0xD0});  // mov rax, function; call rax
+  code.Bytes({0x48, 0xA3}).Number64(resultAddress);                 // mov [result], rax
+  code.Bytes({0x31, 0xC0, 0x48, 0x83, 0xC4, 0x48, 0xC3});           // xor eax, eax; add rsp, 0x48; ret
+  return code;
+}
+
+}  // namespace
+
+RemoteProcess::RemoteProcess(DWORD id) : handle_(OpenProcess(kRights, FALSE, id)) {
+  if (handle_ == nullptr) throw CommandError("cannot open the process: error " + NumberText(GetLastError()));
+  is32Bit_ = Is32BitProcess(handle_);
+}
+
+RemoteProcess::~RemoteProcess() { CloseHandle(handle_); }
+
+void RemoteProcess::Read(uint64_t address, void* bytes, size_t size) const {
+  if (!ReadProcessMemory(handle_, reinterpret_cast<void*>(static_cast<uintptr_t>(address)), bytes, size,
+                         nullptr)) {
+    throw CommandError("cannot read the process: error " + NumberText(GetLastError()));
+  }
+}
+
+void RemoteProcess::Write(uint64_t address, const void* bytes, size_t size) const {
+  if (!WriteProcessMemory(handle_, reinterpret_cast<void*>(static_cast<uintptr_t>(address)), bytes, size,
+                          nullptr)) {
+    throw CommandError("cannot write to the process: error " + NumberText(GetLastError()));
+  }
+}
+
+uint64_t RemoteProcess::FindFunction(const wchar_t* library, const char* function) const {
+  std::array<HMODULE, 512> modules{};
+  DWORD size = 0;
+  if (!K32EnumProcessModulesEx(handle_, modules.data(), sizeof modules, &size,
+                               is32Bit_ ? LIST_MODULES_32BIT : LIST_MODULES_ALL)) {
+    throw CommandError("cannot list the libraries: error " + NumberText(GetLastError()));
+  }
+  const size_t count = std::min<size_t>(size / sizeof(HMODULE), modules.size());
+  for (size_t i = 0; i < count; ++i) {
+    std::array<wchar_t, MAX_PATH> name{};
+    K32GetModuleBaseNameW(handle_, modules[i], name.data(), static_cast<DWORD>(name.size()));
+    if (lstrcmpiW(name.data(), library) != 0) continue;
+    const uint64_t base = reinterpret_cast<uintptr_t>(modules[i]);
+    const uint64_t header = base + ReadValue<uint32_t>(*this, base + 0x3C);
+    // The first data directory, exports, has another offset in a 64-bit header.
+    const uint64_t directory = header + (is32Bit_ ? 0x78 : 0x88);
+    const uint64_t exports = base + ReadValue<uint32_t>(*this, directory);
+    const auto table = ReadValue<IMAGE_EXPORT_DIRECTORY>(*this, exports);
+    std::vector<uint32_t> names(table.NumberOfNames);
+    std::vector<uint16_t> ordinals(table.NumberOfNames);
+    Read(base + table.AddressOfNames, names.data(), names.size() * sizeof(uint32_t));
+    Read(base + table.AddressOfNameOrdinals, ordinals.data(), ordinals.size() * sizeof(uint16_t));
+    const size_t length = std::strlen(function) + 1;
+    // Binary search: each name costs a ReadProcessMemory call.
+    const auto readName = [&](uint32_t place) {
+      std::string candidate(length, '\0');
+      Read(base + place, candidate.data(), length);
+      return candidate;
+    };
+    const std::string wanted(function, length);
+    const auto found =
+        std::lower_bound(names.begin(), names.end(), wanted,
+                         [&](uint32_t place, const std::string& text) { return readName(place) < text; });
+    if (found == names.end() || readName(*found) != wanted) continue;
+    const uint64_t ordinal = ordinals[static_cast<size_t>(found - names.begin())];
+    return base + ReadValue<uint32_t>(*this, base + table.AddressOfFunctions + 4 * ordinal);
+  }
+  throw CommandError(std::string("the process has no function ") + function);
+}
+
+uint64_t RemoteProcess::Call(const wchar_t* library, const char* function,
+                             const std::vector<uint64_t>& arguments) const {
+  const uint64_t address = FindFunction(library, function);
+  const RemoteMemory memory(*this, 512);
+  const uint64_t resultAddress = memory.Address();
+  const uint64_t codeAddress = resultAddress + 16;
+  const Code code = is32Bit_ ? ThreadCode32(address, arguments, resultAddress)
+                             : ThreadCode64(address, arguments, resultAddress);
+  Write(codeAddress, code.All().data(), code.All().size());
+  const auto start = reinterpret_cast<LPTHREAD_START_ROUTINE>(static_cast<uintptr_t>(codeAddress));
+  const HANDLE thread = CreateRemoteThread(handle_, nullptr, 0, start, nullptr, 0, nullptr);
+  if (thread == nullptr)
+    throw CommandError("cannot call into the process: error " + NumberText(GetLastError()));
+  const DWORD waited = WaitForSingleObject(thread, 15000);
+  CloseHandle(thread);
+  if (waited != WAIT_OBJECT_0) throw CommandError("the call into the process did not return");
+  return is32Bit_ ? ReadValue<uint32_t>(*this, resultAddress) : ReadValue<uint64_t>(*this, resultAddress);
+}
+
+RemoteMemory::RemoteMemory(const RemoteProcess& process, size_t size)
+    : process_(process),
+      memory_(
+          VirtualAllocEx(process.handle_, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE)) {
+  if (memory_ == nullptr)
+    throw CommandError("cannot allocate memory in the process: error " + NumberText(GetLastError()));
+}
+
+RemoteMemory::~RemoteMemory() { VirtualFreeEx(process_.handle_, memory_, 0, MEM_RELEASE); }
+
+}  // namespace tarvik::lab

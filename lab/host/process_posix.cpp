@@ -1,0 +1,241 @@
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/file.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <thread>
+#include <utility>
+
+#include "lab/host/process.h"
+
+namespace tarvik::lab {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::string SystemError(const std::string& what) { return what + ": " + std::strerror(errno); }
+
+void Close(int& file) {
+  if (file >= 0) close(file);
+  file = -1;
+}
+
+struct Pipe {
+  int read = -1;
+  int write = -1;
+
+  Pipe() {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) throw LabError(SystemError("pipe"));
+    read = ends[0];
+    write = ends[1];
+  }
+  Pipe(const Pipe&) = delete;
+  Pipe& operator=(const Pipe&) = delete;
+  ~Pipe() {
+    Close(read);
+    Close(write);
+  }
+};
+
+std::vector<char*> Pointers(std::vector<std::string>& texts) {
+  std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
+  for (std::string& text : texts) pointers.push_back(text.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+std::vector<std::string> WithOwnEnvironment(const Environment& changes) {
+  std::vector<std::string> variables;
+  for (char** variable = environ; *variable != nullptr; ++variable) {
+    const std::string text = *variable;
+    if (!changes.contains(text.substr(0, text.find('=')))) variables.push_back(text);
+  }
+  for (const auto& [name, value] : changes) {
+    if (value) variables.push_back(name + "=" + *value);
+  }
+  return variables;
+}
+
+/// The program's path, searched before the fork because little may be called between fork and exec.
+std::string FindProgram(const std::string& name) {
+  if (name.find('/') != std::string::npos) return name;
+  // The network tools are in a folder that not every user has in PATH.
+  const std::string path = EnvironmentValue("PATH") + ":/usr/sbin:/sbin";
+  for (size_t start = 0; start <= path.size();) {
+    const size_t end = std::min(path.find(':', start), path.size());
+    std::string candidate = path.substr(start, end - start) + "/" + name;
+    if (access(candidate.c_str(), X_OK) == 0) return candidate;
+    start = end + 1;
+  }
+  throw LabError(name + " is not installed");
+}
+
+}  // namespace
+
+Process::Process(const std::vector<std::string>& arguments, const Options& options) : name_(arguments.at(0)) {
+  const std::string program = FindProgram(name_);
+  std::vector<std::string> argumentTexts = arguments;
+  std::vector<std::string> variableTexts = WithOwnEnvironment(options.environment);
+  const std::vector<char*> argv = Pointers(argumentTexts);
+  const std::vector<char*> envp = Pointers(variableTexts);
+  // Writing to a program that has ended must fail, not end this process.
+  signal(SIGPIPE, SIG_IGN);
+  Pipe input;
+  Pipe output;
+  const pid_t parent = getpid();
+  id_ = fork();
+  if (id_ < 0) throw LabError(SystemError("fork"));
+  if (id_ == 0) {
+    if (options.outlivesOwner) {
+      setsid();
+    } else {
+      setpgid(0, 0);
+      prctl(PR_SET_PDEATHSIG, SIGKILL);
+      if (getppid() != parent) _exit(127);
+    }
+    signal(SIGPIPE, SIG_DFL);
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    dup2(input.read, STDIN_FILENO);
+    dup2(output.write, STDOUT_FILENO);
+    dup2(options.errorsWithOutput ? output.write : nowhere, STDERR_FILENO);
+    if (!options.workingFolder.empty() && chdir(options.workingFolder.c_str()) != 0) _exit(127);
+    execve(program.c_str(), argv.data(), envp.data());
+    _exit(127);
+  }
+  if (!options.outlivesOwner) setpgid(id_, id_);  // in both processes: either may run first
+  input_ = std::exchange(input.write, -1);
+  output_ = std::exchange(output.read, -1);
+}
+
+Process::~Process() {
+  Close(input_);
+  if (!exitCode_) {
+    SignalGroup(SIGTERM);
+    if (!Wait(std::chrono::seconds(2))) {
+      SignalGroup(SIGKILL);
+      Wait(std::chrono::seconds(5));
+    }
+  }
+  Close(output_);
+}
+
+void Process::SignalGroup(int signal) {
+  if (id_ > 1) kill(-id_, signal);
+}
+
+void Process::Write(const std::string& text) {
+  for (size_t done = 0; done < text.size();) {
+    const ssize_t count = write(input_, text.data() + done, text.size() - done);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) throw LabError(SystemError(name_ + " does not accept input"));
+    done += static_cast<size_t>(count);
+  }
+}
+
+void Process::CloseInput() { Close(input_); }
+
+bool Process::ReadMore(Clock::time_point deadline) {
+  while (true) {
+    const auto left = std::chrono::duration_cast<milliseconds>(deadline - Clock::now()).count();
+    if (left <= 0) throw LabError(name_ + " does not answer in time");
+    // A child of the program may keep the output open, so the program's own end counts too.
+    const bool ended = Wait(milliseconds(0)).has_value();
+    pollfd waiting = {output_, POLLIN, 0};
+    const int ready = poll(&waiting, 1, ended ? 0 : static_cast<int>(std::min<long long>(left, 100)));
+    if (ready <= 0 && ended) return false;
+    if (ready <= 0) continue;
+    char bytes[4096];
+    const ssize_t count = read(output_, bytes, sizeof bytes);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return false;
+    buffer_.append(bytes, static_cast<size_t>(count));
+    return true;
+  }
+}
+
+std::string Process::ReadLine(milliseconds timeOut) {
+  const auto deadline = Clock::now() + timeOut;
+  size_t end = 0;
+  while ((end = buffer_.find('\n')) == std::string::npos) {
+    if (!ReadMore(deadline)) throw LabError(name_ + " has ended its output");
+  }
+  std::string line = buffer_.substr(0, end);
+  buffer_.erase(0, end + 1);
+  if (!line.empty() && line.back() == '\r') line.pop_back();
+  return line;
+}
+
+std::string Process::ReadAll(milliseconds timeOut) {
+  const auto deadline = Clock::now() + timeOut;
+  while (ReadMore(deadline)) {
+  }
+  return std::exchange(buffer_, {});
+}
+
+std::optional<int> Process::Wait(milliseconds timeOut) {
+  WaitUntil(timeOut, [this] {
+    int status = 0;
+    if (!exitCode_ && waitpid(id_, &status, WNOHANG) == id_) {
+      exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+    return exitCode_.has_value();
+  });
+  return exitCode_;
+}
+
+Finished Run(const std::vector<std::string>& arguments, const Process::Options& options,
+             const std::string& input, milliseconds timeOut) {
+  Process::Options merged = options;
+  merged.errorsWithOutput = true;
+  Process process(arguments, merged);
+  process.Write(input);
+  process.CloseInput();
+  Finished finished;
+  finished.output = process.ReadAll(timeOut);
+  const std::optional<int> code = process.Wait(timeOut);
+  if (!code) throw LabError(arguments.at(0) + " does not end");
+  finished.exitCode = *code;
+  return finished;
+}
+
+void RunOrThrow(const std::vector<std::string>& arguments, const Process::Options& options,
+                const std::string& input, milliseconds timeOut) {
+  const Finished finished = Run(arguments, options, input, timeOut);
+  if (finished.exitCode == 0) return;
+  std::string command;
+  for (const std::string& argument : arguments) command += argument + " ";
+  throw LabError(command + "failed with " + std::to_string(finished.exitCode) + ": " + finished.output);
+}
+
+int OwnProcessId() { return getpid(); }
+
+bool IsRoot() { return geteuid() == 0; }
+
+std::string EnvironmentValue(const std::string& name) {
+  const char* value = std::getenv(name.c_str());
+  return value == nullptr ? std::string() : value;
+}
+
+void ShortPause() { std::this_thread::sleep_for(milliseconds(5)); }
+
+FileLock::FileLock(const std::string& path) : file_(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644)) {
+  if (file_ < 0) throw LabError(SystemError(path));
+  while (flock(file_, LOCK_EX) != 0) {
+    if (errno == EINTR) continue;
+    const std::string text = SystemError(path);
+    Close(file_);
+    throw LabError(text);
+  }
+}
+
+FileLock::~FileLock() { Close(file_); }
+
+}  // namespace tarvik::lab

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "lab/host/process.h"
+
+namespace tarvik::lab {
+
+/// A rectangle on the screen, in pixels.
+struct ScreenRect {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+};
+
+/// An X display with a window manager. Without one Wine takes seconds to destroy a top-level window and moves
+/// the focus late.
+class Desktop {
+ public:
+  /// Starts an invisible display (Xvfb) of 1280 x 1024 pixels. It ends on destruction. Throws LabError.
+  static Desktop Invisible();
+
+  /// The display that DISPLAY names; nothing when it is unset or remote. Programs in other network namespaces
+  /// reach a local display through its socket file.
+  static std::optional<Desktop> OfUser();
+
+  /// The value for DISPLAY, such as ":1".
+  const std::string& Display() const { return display_; }
+
+  /// Writes the screen, or one part of it, to a PNG file. Throws LabError.
+  void Screenshot(const std::string& path, const std::optional<ScreenRect>& part = std::nullopt) const;
+
+ private:
+  Desktop() = default;
+
+  std::string display_;
+  std::unique_ptr<Process> server_;
+  std::unique_ptr<Process> windowManager_;
+};
+
+}  // namespace tarvik::lab

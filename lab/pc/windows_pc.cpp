@@ -1,0 +1,89 @@
+#include "lab/pc/windows_pc.h"
+
+#include "lab/host/own_network.h"
+#include "lab/pc/driver_protocol.h"
+
+namespace tarvik::lab {
+namespace {
+
+/// Wine's own start included, on a loaded machine.
+constexpr std::chrono::seconds kDriverStartTimeOut(120);
+
+Desktop ScreenFor(const WindowsPc::Options& options) {
+  if (options.onUsersScreen) {
+    if (std::optional<Desktop> screen = Desktop::OfUser()) return std::move(*screen);
+  }
+  return Desktop::Invisible();
+}
+
+}  // namespace
+
+WindowsPc::WindowsPc(const Options& options)
+    : options_(options),
+      desktop_(ScreenFor(options)),
+      prefix_(std::make_unique<WinePrefix>(options.cacheFolder, options.language, options.dpi)) {}
+
+WindowsPc::~WindowsPc() {
+  // Before the prefix: the driver ends with its input and kills the programs that it started.
+  driver_.reset();
+}
+
+void WindowsPc::Restart() {
+  driver_.reset();
+  prefix_->EndPrograms();
+}
+
+void WindowsPc::StartDriver() {
+  Process::Options options;
+  options.environment = prefix_->Variables();
+  options.environment["DISPLAY"] = desktop_.Display();
+  // The default key file is in HOME, which is the prefix for Windows programs.
+  if (EnvironmentValue("XAUTHORITY").empty()) {
+    options.environment["XAUTHORITY"] = EnvironmentValue("HOME") + "/.Xauthority";
+  }
+  if (!options_.programPath.empty()) options.environment["WINEPATH"] = WindowsPath(options_.programPath);
+  for (const auto& [name, value] : options_.environment) options.environment[name] = value;
+  driver_ = std::make_unique<Process>(
+      InNamespace(options_.networkNamespace, {"wine", WindowsPath(options_.driver)}), options);
+  unanswered_ = 0;
+}
+
+std::vector<std::string> WindowsPc::Ask(const std::vector<std::string>& command, milliseconds timeOut) {
+  if (!driver_) {
+    StartDriver();
+    timeOut += kDriverStartTimeOut;
+  }
+  driver_->Write(JoinFields(command) + "\n");
+  // Skip the late answers to commands that timed out before.
+  std::vector<std::string> answer;
+  for (++unanswered_; unanswered_ > 0; --unanswered_) answer = SplitFields(driver_->ReadLine(timeOut));
+  const std::string status = answer.front();
+  answer.erase(answer.begin());
+  if (status == "ok") return answer;
+  if (status == "error" && !answer.empty()) throw LabError(command.front() + ": " + answer.front());
+  // The line comes from Wine, which could not run the driver. The next command starts it again.
+  driver_.reset();
+  throw LabError(command.front() + ": " + status);
+}
+
+std::optional<std::string> WindowsPc::ClipboardText() {
+  const std::vector<std::string> answer = Ask({"clipboard_get"});
+  if (answer.at(0) != "1") return std::nullopt;
+  return answer.at(1);
+}
+
+void WindowsPc::SetClipboardText(const std::string& text) { Ask({"clipboard_set", text}); }
+
+std::optional<std::string> WindowsPc::RegistryText(const std::string& key, const std::string& name) {
+  const std::vector<std::string> answer = Ask({"registry_get", key, name});
+  if (answer.at(0) != "1") return std::nullopt;
+  return answer.at(1);
+}
+
+void WindowsPc::SetRegistryText(const std::string& key, const std::string& name, const std::string& text) {
+  Ask({"registry_set", key, name, text});
+}
+
+void WindowsPc::DeleteRegistryKey(const std::string& key) { Ask({"registry_delete", key}); }
+
+}  // namespace tarvik::lab

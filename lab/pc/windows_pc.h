@@ -1,0 +1,68 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "lab/host/process.h"
+#include "lab/pc/desktop.h"
+#include "lab/pc/wine_prefix.h"
+
+namespace tarvik::lab {
+
+/// Time-out for what takes milliseconds on an idle machine.
+inline constexpr milliseconds kSoon = std::chrono::seconds(15);
+
+/// A PC with Windows: a display, a Wine prefix, a network namespace, and the window driver that runs in them.
+class WindowsPc {
+ public:
+  struct Options {
+    std::string driver;            ///< path of window_driver.exe
+    std::string cacheFolder;       ///< for prefixes and temporary directories
+    std::string programPath;       ///< WINEPATH, where its programs find libraries; empty = none
+    std::string networkNamespace;  ///< empty = this process'
+    Environment environment;       ///< additional variables for its programs
+    WindowsLanguage language = WindowsLanguage::English;
+    int dpi = 96;
+    bool onUsersScreen = false;  ///< use the user's display when there is one
+  };
+
+  /// Creates display and prefix. The driver starts with the first command. Throws LabError.
+  explicit WindowsPc(const Options& options);
+  ~WindowsPc();
+
+  /// Call SetRegistryValue only before the first command.
+  WinePrefix& Prefix() { return *prefix_; }
+
+  const Desktop& Screen() const { return desktop_; }
+
+  /// Ends all Windows programs, the driver included. The next command starts the driver again.
+  void Restart();
+
+  /// Sends a command to the driver: its name, then its arguments. Returns the fields of the answer. Throws
+  /// LabError with the driver's message when the command fails, and on a time-out. `timeOut` must be longer
+  /// than the one among the arguments.
+  std::vector<std::string> Ask(const std::vector<std::string>& command, milliseconds timeOut = 2 * kSoon);
+
+  /// Nothing when the clipboard holds no text.
+  std::optional<std::string> ClipboardText();
+  void SetClipboardText(const std::string& text);
+
+  /// Text values below HKEY_CURRENT_USER; nothing when there is no such value.
+  std::optional<std::string> RegistryText(const std::string& key, const std::string& name);
+  void SetRegistryText(const std::string& key, const std::string& name, const std::string& text);
+  void DeleteRegistryKey(const std::string& key);
+
+ private:
+  void StartDriver();
+
+  Options options_;
+  Desktop desktop_;
+  std::unique_ptr<WinePrefix> prefix_;
+  std::unique_ptr<Process> driver_;
+  int unanswered_ = 0;  ///< number of commands that the driver has not answered yet
+};
+
+}  // namespace tarvik::lab

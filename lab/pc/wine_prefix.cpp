@@ -1,0 +1,142 @@
+// Creating a prefix takes about 17 seconds and 1.3 GB, so all prefixes are hard-linked copies of one master
+// per language. Files that Wine writes in place must be real copies, or the master changes too.
+
+#include "lab/pc/wine_prefix.h"
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+namespace tarvik::lab {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::chrono::seconds kFirstStart(180);
+
+std::string Locale(WindowsLanguage language) {
+  return language == WindowsLanguage::Japanese ? "ja_JP.UTF-8" : "en_US.UTF-8";
+}
+
+Environment VariablesFor(const std::string& folder, WindowsLanguage language) {
+  return {{"WINEPREFIX", folder},
+          {"WINEDEBUG", "-all"},
+          // Without these Wine offers to install Mono and Gecko and waits for an answer.
+          {"WINEDLLOVERRIDES", "mscoree,mshtml="},
+          {"WINEARCH", std::nullopt},
+          {"WINEPATH", std::nullopt},
+          {"LC_ALL", Locale(language)},
+          {"LANG", Locale(language)},
+          {"LANGUAGE", std::nullopt},
+          // Keeps the user's own documents out of the prefix.
+          {"HOME", folder}};
+}
+
+void AppendRegistryValue(const std::string& file, const std::string& key, const std::string& name,
+                         const std::string& value) {
+  std::string escaped;
+  for (const char character : key) {
+    escaped += character;
+    if (character == '\\') escaped += '\\';
+  }
+  // A key may appear several times in the file; Wine merges its values.
+  std::ofstream stream(file, std::ios::app);
+  stream << "\n[" << escaped << "]\n\"" << name << "\"=" << value << "\n";
+  if (!stream.flush()) throw LabError("Cannot write " + file);
+}
+
+void RunInPrefix(const Environment& variables, const std::vector<std::string>& arguments) {
+  Process::Options options;
+  options.environment = variables;
+  Process process(arguments, options);
+  const std::optional<int> code = process.Wait(kFirstStart);
+  if (code != 0) throw LabError(arguments[0] + " cannot create a Wine prefix");
+}
+
+/// The language's master prefix, created when missing.
+std::string MasterPrefix(const std::string& cacheFolder, WindowsLanguage language) {
+  fs::create_directories(cacheFolder);
+  std::string name = cacheFolder + "/prefix-" + Locale(language);
+  const FileLock lock(name + ".lock");
+  if (fs::exists(name)) return name;
+  const std::string unfinished = name + ".new";
+  fs::remove_all(unfinished);
+  fs::create_directory(unfinished);
+  Environment variables = VariablesFor(unfinished, language);
+  // Without a display no dialog can wait for an answer.
+  variables["DISPLAY"] = std::nullopt;
+  RunInPrefix(variables, {"wineboot", "-i"});
+  RunInPrefix(variables, {"wineserver", "-w"});
+  AppendRegistryValue(unfinished + "/user.reg", "Software\\Wine\\WineDbg", "ShowCrashDialog",
+                      "dword:00000000");
+  fs::rename(unfinished, name);
+  return name;
+}
+
+/// In this file of the prefix Debian's Wine keeps the name of its server's directory in /tmp.
+constexpr char kServerDirectoryFile[] = "/wineserver";
+
+void Copy(const std::string& from, const std::string& to) {
+  RunOrThrow({"cp", "-al", from, to});
+  // A copied name would be shared with other prefixes. Wine then identifies their servers by the prefix'
+  // inode number, which the file system soon gives to a new prefix.
+  fs::remove(to + kServerDirectoryFile);
+  for (const char* name : {"system.reg", "user.reg", "userdef.reg", ".update-timestamp",
+                           "drive_c/windows/win.ini", "drive_c/windows/system.ini"}) {
+    const fs::path file = fs::path(to) / name;
+    if (!fs::exists(file)) continue;
+    fs::remove(file);
+    fs::copy_file(fs::path(from) / name, file);
+  }
+}
+
+void RemoveServerDirectory(const std::string& prefix) {
+  std::string name;
+  std::ifstream(prefix + kServerDirectoryFile) >> name;
+  std::error_code ignored;
+  if (name.starts_with("wine-")) fs::remove_all(fs::path("/tmp") / name, ignored);
+}
+
+}  // namespace
+
+WinePrefix::WinePrefix(const std::string& cacheFolder, WindowsLanguage language, int dpi)
+    : directory_(fs::absolute(cacheFolder)), folder_(directory_.Path() + "/prefix"), language_(language) {
+  Copy(MasterPrefix(fs::absolute(cacheFolder), language), folder_);
+  std::array<char, 32> value{};
+  std::snprintf(value.data(), value.size(), "dword:%08x", static_cast<unsigned>(dpi));
+  SetRegistryValue(Hive::User, "Control Panel\\Desktop", "LogPixels", value.data());
+}
+
+WinePrefix::~WinePrefix() {
+  try {
+    EndPrograms();
+    RemoveServerDirectory(folder_);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+  }
+}
+
+Environment WinePrefix::Variables() const { return VariablesFor(folder_, language_); }
+
+void WinePrefix::SetRegistryValue(Hive hive, const std::string& key, const std::string& name,
+                                  const std::string& value) {
+  AppendRegistryValue(folder_ + (hive == Hive::User ? "/user.reg" : "/system.reg"), key, name, value);
+}
+
+void WinePrefix::EndPrograms() {
+  Process::Options options;
+  options.environment = Variables();
+  // Fails when no server was running.
+  Run({"wineserver", "-k"}, options, {}, std::chrono::seconds(60));
+}
+
+std::string WindowsPath(const std::string& path) {
+  std::string windows = "Z:" + fs::absolute(path).lexically_normal().string();
+  for (char& character : windows) {
+    if (character == '/') character = '\\';
+  }
+  return windows;
+}
+
+}  // namespace tarvik::lab

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+
+#include "lab/host/leftovers.h"
+#include "lab/host/process.h"
+
+namespace tarvik::lab {
+
+/// System language of a prefix, which decides the ANSI code page (1252 or 932).
+enum class WindowsLanguage { English, Japanese };
+
+/// A private Windows: a Wine prefix for 32- and 64-bit programs. It is a cheap copy of a master prefix, which
+/// is created once per language and kept in the cache folder. A prefix belongs to the network namespace in
+/// which its first program starts. Destruction ends its programs and deletes it.
+class WinePrefix {
+ public:
+  enum class Hive { User, System };
+
+  /// `dpi`: screen scaling; 96 = 100 percent. Throws LabError.
+  WinePrefix(const std::string& cacheFolder, WindowsLanguage language, int dpi);
+  WinePrefix(const WinePrefix&) = delete;
+  WinePrefix& operator=(const WinePrefix&) = delete;
+  ~WinePrefix();
+
+  const std::string& Folder() const { return folder_; }
+
+  /// The environment of programs in this prefix, without DISPLAY.
+  Environment Variables() const;
+
+  /// Adds a value to the registry. Call before the first program starts. `key`: path with "\"; `value`: in
+  /// the notation of .reg files, "\"text\"" or "dword:00000060".
+  void SetRegistryValue(Hive hive, const std::string& key, const std::string& name, const std::string& value);
+
+  /// Ends its programs and its Wine server, which saves the registry.
+  void EndPrograms();
+
+ private:
+  TempDirectory directory_;
+  std::string folder_;
+  WindowsLanguage language_;
+};
+
+/// The path on drive Z: under which Windows programs see a file of this machine.
+std::string WindowsPath(const std::string& path);
+
+}  // namespace tarvik::lab
