@@ -36,7 +36,7 @@ class Technician {
   Outcome PerformSteps();
 
  private:
-  struct RecordedBox {
+  struct FakeBox {
     size_t position = 0;  ///< number of the run's lines before it
     Shown box;
   };
@@ -52,9 +52,9 @@ class Technician {
   const Scenario& scenario_;
   ProgramUnderTest program_;
   std::optional<WindowUnderTest> window_;
-  Lines listBefore_;                ///< the list when the current run began
-  std::vector<RecordedBox> boxes_;  ///< of the current run
-  size_t earlierBoxes_ = 0;         ///< of the runs before it
+  Lines listBefore_;            ///< the list when the current run began
+  std::vector<FakeBox> boxes_;  ///< of the current run
+  size_t earlierBoxes_ = 0;     ///< of the runs before it
   Outcome outcome_;
 };
 

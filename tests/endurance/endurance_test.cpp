@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <vector>
 
-#include "tests/app/form1_fixture.h"
+#include "tests/unit/app/form1_fixture.h"
 
 namespace tarvik::test {
 namespace {
@@ -28,7 +28,7 @@ class Endurance : public Form1Test {
     Address().SetText(L"192.168.1.100");
     Box(ID_txtPingReqCount).SetText(L"1");
     Box(ID_txtK7ApiTestCount).SetText(L"1");
-    wininet.entries = {RecordedWininet::Directory("b"), RecordedWininet::File("A.txt", 7)};
+    wininet.entries = {FakeWininet::Directory("b"), FakeWininet::File("A.txt", 7)};
     Forget();
   }
 
@@ -141,7 +141,7 @@ TEST_F(Endurance, Ten_thousand_ladders_leave_memory_and_handles_flat) {
 }
 
 TEST_F(Endurance, A_thousand_FTP_tests_leave_memory_and_handles_flat) {
-  for (int i = 0; i < 100; ++i) wininet.entries.push_back(RecordedWininet::File("file" + std::to_string(i)));
+  for (int i = 0; i < 100; ++i) wininet.entries.push_back(FakeWininet::File("file" + std::to_string(i)));
   int longest = 0;
   ExpectFlat("1,000 FTP tests", [&] {
     for (int i = 0; i < 100; ++i) {

@@ -30,7 +30,7 @@ FailingProgram::FailingProgram(FailurePlan& failurePlan) : plan(failurePlan) {
   kernel.paths["SvcKit.DLL"] = "C:\\System\\SvcKit.dll";
   for (const std::string module : {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "SvcKit.dll", "Wininet.dll"}) {
     kernel.paths[module] = "C:\\System\\" + module;
-    versions.blocks["C:\\System\\" + module] = RecordedVersions::Block(1, 2, 3, 4);
+    versions.blocks["C:\\System\\" + module] = FakeVersions::Block(1, 2, 3, 4);
   }
   kernel.messages[5] = "Access is denied.";
   settings.values[L"History\\01"] = L"192.168.1.100";

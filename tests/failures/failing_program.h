@@ -13,7 +13,7 @@
 #include "tests/failures/failing_net.h"
 #include "tests/failures/failing_platform.h"
 #include "tests/failures/failing_wininet.h"
-#include "tests/recorded/recorded_program.h"
+#include "tests/fakes/fake_program.h"
 
 namespace tarvik::test {
 
@@ -30,7 +30,7 @@ class NumberedTexts final : public ProfileStrings {
 };
 
 /// The whole program on recorded libraries, each behind one that fails as the plan says.
-class FailingProgram : public RecordedProgram {
+class FailingProgram : public FakeProgram {
  public:
   explicit FailingProgram(FailurePlan& plan);
   FailingProgram(const FailingProgram&) = delete;

@@ -13,8 +13,8 @@ class FtpFailures : public FailureTest {
     program.Box(ID_txtFtpUsername).SetText(L"anna");
     program.Box(ID_txtFtpPasswd).SetText(L"secret");
     program.wininet.replies = {"230 logged in", "257 \"/\"", "226 done"};
-    program.wininet.entries = {RecordedWininet::Directory("."), RecordedWininet::Directory("b"),
-                               RecordedWininet::File("A.txt", 7)};
+    program.wininet.entries = {FakeWininet::Directory("."), FakeWininet::Directory("b"),
+                               FakeWininet::File("A.txt", 7)};
     program.wininet.failing.clear();
   }
 

@@ -26,7 +26,7 @@ ResultLines Seen(FailingProgram& program) {
     for (const std::wstring& line : list.lines) add(L"line ", line);
   };
   // A question tells nothing; what comes of its answer does.
-  for (const RecordedBoxes::Box& box : program.boxes.boxes)
+  for (const FakeBoxes::Box& box : program.boxes.boxes)
     if (!box.asksYesNo) add(L"box ", box.text);
   if (!program.form1) return seen;
   addLines(program.List());

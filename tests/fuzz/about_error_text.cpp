@@ -1,17 +1,17 @@
 #include <cstdlib>
 
 #include "about/fmt_err_msg.h"
+#include "tests/fakes/fake_boxes.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_modules.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/recorded/fake_code_page.h"
-#include "tests/recorded/recorded_boxes.h"
-#include "tests/recorded/recorded_modules.h"
 
 /// Any text of the platform gives one line. The first byte tells how much longer it is said to be than it is.
 TARVIK_FUZZER(about_error_text) {
   if (size < 1) return;
-  tarvik::test::RecordedKernel kernel;
+  tarvik::test::FakeKernel kernel;
   tarvik::test::FakeCodePage codePage;
-  tarvik::test::RecordedBoxes boxes;
+  tarvik::test::FakeBoxes boxes;
   kernel.messages[2102].assign(reinterpret_cast<const char*>(data + 1), size - 1);
   kernel.formatLie = static_cast<uint32_t>(size - 1 + data[0]);
   const std::wstring line = tarvik::FmtErrMsg(kernel, codePage, boxes).Decode(2102);

@@ -7,11 +7,11 @@
 #include "about/about_box.h"
 #include "about/module_check.h"
 #include "app/control_ids.h"
+#include "tests/fakes/fake_modules.h"
+#include "tests/fakes/fake_os_version.h"
+#include "tests/fakes/fake_processes.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
-#include "tests/recorded/recorded_modules.h"
-#include "tests/recorded/recorded_os_version.h"
-#include "tests/recorded/recorded_processes.h"
 
 using tarvik::test::Demand;
 
@@ -25,15 +25,15 @@ TARVIK_FUZZER(about_module_list) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
   test::ProgramGround ground;
-  test::RecordedKernel kernel;
-  test::RecordedVersions versions;
+  test::FakeKernel kernel;
+  test::FakeVersions versions;
   for (const char* const module : kModules) {
     if (input.ConsumeBool()) continue;
     const std::string path = input.ConsumeRandomLengthString(600);
     kernel.paths[module] = path;
     if (input.ConsumeBool()) {
-      versions.blocks[path] = test::RecordedVersions::Block(input.ConsumeIntegral<uint16_t>(),
-                                                            input.ConsumeIntegral<uint16_t>(), 0, 1);
+      versions.blocks[path] = test::FakeVersions::Block(input.ConsumeIntegral<uint16_t>(),
+                                                        input.ConsumeIntegral<uint16_t>(), 0, 1);
     }
   }
   if (input.ConsumeBool()) versions.rootLength = input.ConsumeIntegral<uint32_t>();
@@ -43,12 +43,12 @@ TARVIK_FUZZER(about_module_list) {
   const std::wstring report = VersionReport(files, found.found);
   Demand(report.empty() || report.ends_with(L"\r\n"));
 
-  test::RecordedOsVersion osVersion;
+  test::FakeOsVersion osVersion;
   osVersion.succeeds = input.ConsumeBool();
   osVersion.platformId = input.ConsumeIntegralInRange(0U, 3U);
   osVersion.majorVersion = input.ConsumeIntegral<uint32_t>();
-  test::RecordedRegistry registry;
-  test::RecordedProcesses processes;
+  test::FakeRegistry registry;
+  test::FakeProcesses processes;
   const std::string tool = input.ConsumeRandomLengthString(300);
   if (input.ConsumeBool())
     registry.values[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"].assign(tool.begin(), tool.end());

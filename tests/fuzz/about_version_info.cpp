@@ -2,8 +2,8 @@
 #include <cstring>
 
 #include "about/file_util.h"
+#include "tests/fakes/fake_modules.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/recorded/recorded_modules.h"
 
 /// Any version information, and any claim about where its root lies and how long it is: the first twelve
 /// bytes are the claims, the rest is the block.
@@ -15,8 +15,8 @@ TARVIK_FUZZER(about_version_info) {
   std::memcpy(&offset, data, 4);
   std::memcpy(&length, data + 4, 4);
   std::memcpy(&searched, data + 8, 4);
-  tarvik::test::RecordedKernel kernel;
-  tarvik::test::RecordedVersions versions;
+  tarvik::test::FakeKernel kernel;
+  tarvik::test::FakeVersions versions;
   const auto* bytes = reinterpret_cast<const std::byte*>(data);
   versions.blocks["a"].assign(bytes + 12, bytes + size);
   // Mostly near the block, where a mistake would read.

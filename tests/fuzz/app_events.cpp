@@ -216,8 +216,7 @@ class User {
 TARVIK_FUZZER(app_events) {
   FuzzedDataProvider input(data, size);
   test::WholeProgram program;
-  program.wininet.entries = {test::RecordedWininet::File("a.txt", 5),
-                             test::RecordedWininet::Directory("sub")};
+  program.wininet.entries = {test::FakeWininet::File("a.txt", 5), test::FakeWininet::Directory("sub")};
   program.winsock.AddHost("host", {"192.168.1.100"});
   program.ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   program.Start(L"", input.ConsumeBool());

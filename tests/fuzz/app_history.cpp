@@ -4,8 +4,8 @@
 
 #include "app/address_history.h"
 #include "platform/text.h"
+#include "tests/fakes/fake_settings.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/recorded/recorded_settings.h"
 #include "ui/memory/memory_controls.h"
 
 namespace {
@@ -22,7 +22,7 @@ std::vector<std::wstring> Items(const tarvik::ui::ComboBox& box) {
 /// again is the same list, with a typed address in front when it is new.
 TARVIK_FUZZER(app_history) {
   const std::vector<std::wstring> texts = tarvik::Split(std::wstring(data, data + size), L"\n");
-  tarvik::test::RecordedSettings store;
+  tarvik::test::FakeSettings store;
   for (size_t i = 1; i < texts.size() && i <= 12; ++i)
     store.values[L"History\\" + tarvik::ZeroPadded(static_cast<int64_t>(i), 2)] = texts[i];
 

@@ -4,9 +4,9 @@
 
 #include "cnclib/cnc_check.h"
 #include "platform/runtime_error.h"
+#include "tests/fakes/fake_cnc_library.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
-#include "tests/recorded/recorded_cnc_library.h"
 
 using tarvik::test::Demand;
 
@@ -33,7 +33,7 @@ TARVIK_FUZZER(cnclib_access_code) {
   test::ProgramGround ground;
   ground.mode = input.ConsumeIntegralInRange(-1, 1);
   if (input.ConsumeBool()) ground.pump.stopAt = input.ConsumeIntegralInRange(0, 2000);
-  test::RecordedCncLibrary library;
+  test::FakeCncLibrary library;
   library.openResult = Result(input);
   library.codeResult = Result(input);
   library.optionsResult = Result(input);

@@ -5,10 +5,10 @@
 
 #include "app/control_ids.h"
 #include "cnclib/pmc_window.h"
+#include "tests/fakes/fake_cnc_library.h"
+#include "tests/fakes/fake_wall_clock.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
-#include "tests/recorded/fake_wall_clock.h"
-#include "tests/recorded/recorded_cnc_library.h"
 
 using tarvik::test::Demand;
 
@@ -31,7 +31,7 @@ TARVIK_FUZZER(cnclib_pmc) {
   FuzzedDataProvider input(data, size);
   test::ProgramGround ground;
   ground.mode = input.ConsumeIntegralInRange(-1, 1);
-  test::RecordedCncLibrary library;
+  test::FakeCncLibrary library;
   library.openResult = input.ConsumeBool() ? input.ConsumeIntegral<int16_t>() : int16_t{0};
   library.nextHandle = input.ConsumeIntegral<uint16_t>();
   library.spoilsHeader = input.ConsumeBool();

@@ -5,13 +5,13 @@
 
 #include "cnclib/cnc_check.h"
 #include "resources/resource.h"
+#include "tests/fakes/fake_boxes.h"
+#include "tests/fakes/fake_cnc_library.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_files.h"
+#include "tests/fakes/fake_profile_strings.h"
+#include "tests/fakes/fake_pump.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/recorded/fake_code_page.h"
-#include "tests/recorded/fake_pump.h"
-#include "tests/recorded/recorded_boxes.h"
-#include "tests/recorded/recorded_cnc_library.h"
-#include "tests/recorded/recorded_files.h"
-#include "tests/recorded/recorded_profile_strings.h"
 #include "ui/memory/memory_form.h"
 
 TARVIK_FUZZER(cnclib_system_info) {
@@ -26,15 +26,15 @@ TARVIK_FUZZER(cnclib_system_info) {
 
   ui::MemoryForm form;
   ResultList results(form.AddListBox(1, ui::kNoPage, L""));
-  test::RecordedBoxes boxes;
+  test::FakeBoxes boxes;
   test::FakePump pump;
   test::FakeCodePage codePage;
-  test::RecordedFiles files;
-  test::RecordedProfileStrings profile;
+  test::FakeFiles files;
+  test::FakeProfileStrings profile;
   Resource resource(files, profile, codePage, boxes);
   const LanguageMode mode = input.flags % 3 - 1;
   const Texts texts(mode, resource);
-  test::RecordedCncLibrary library;
+  test::FakeCncLibrary library;
   library.openResult = input.results[0];
   library.codeResult = input.results[1];
   library.optionsResult = input.results[2];

@@ -5,9 +5,9 @@
 #include "ftp/directory_listing.h"
 #include "ftp/str_sort.h"
 #include "platform/text.h"
+#include "tests/fakes/fake_text_order.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
-#include "tests/recorded/fake_text_order.h"
 
 using tarvik::test::Demand;
 

@@ -3,11 +3,11 @@
 #include <cstring>
 
 #include "ftp/ftp_check.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_pump.h"
+#include "tests/fakes/fake_text_order.h"
+#include "tests/fakes/fake_wininet.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/recorded/fake_code_page.h"
-#include "tests/recorded/fake_pump.h"
-#include "tests/recorded/fake_text_order.h"
-#include "tests/recorded/recorded_wininet.h"
 #include "ui/memory/memory_controls.h"
 
 // A server whose replies and directory are the fuzzer's bytes. The first byte chooses what the library makes
@@ -21,10 +21,10 @@ TARVIK_FUZZER(ftp_server) {
   data += 5;
   size -= 5;
 
-  tarvik::test::RecordedWininet wininet;
+  tarvik::test::FakeWininet wininet;
   wininet.onResponse = [&](char* buffer, uint32_t* length, uint32_t& lastError) {
     if (manner % 4 == 1 && *length < size) {
-      lastError = tarvik::test::RecordedWininet::kInsufficientBuffer;
+      lastError = tarvik::test::FakeWininet::kInsufficientBuffer;
       *length = told;
       return 0;
     }

@@ -2,11 +2,11 @@
 #include <cstring>
 
 #include "k7/k7_api_check.h"
+#include "tests/fakes/fake_boxes.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_k7_api.h"
+#include "tests/fakes/fake_pump.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/recorded/fake_code_page.h"
-#include "tests/recorded/fake_pump.h"
-#include "tests/recorded/recorded_boxes.h"
-#include "tests/recorded/recorded_k7_api.h"
 #include "ui/memory/memory_controls.h"
 
 /// Whatever the library writes over its texts, and whatever stands in the address and count boxes: the test
@@ -17,10 +17,10 @@ TARVIK_FUZZER(k7_api_texts) {
   tarvik::ui::MemoryFocus focus;
   tarvik::ui::MemoryListBox box{focus};
   tarvik::ResultList results{box};
-  tarvik::test::RecordedBoxes boxes;
+  tarvik::test::FakeBoxes boxes;
   tarvik::test::FakePump pump;
   tarvik::test::FakeCodePage codePage;
-  tarvik::test::RecordedK7Api k7Api;
+  tarvik::test::FakeK7Api k7Api;
   k7Api.hostAfter = written;
   k7Api.addressAfter = written;
   k7Api.goodChecks = 3;

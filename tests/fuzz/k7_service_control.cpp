@@ -4,9 +4,9 @@
 
 #include "k7/service_control.h"
 #include "platform/runtime_error.h"
+#include "tests/fakes/fake_modules.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
-#include "tests/recorded/recorded_modules.h"
 
 using tarvik::test::Demand;
 
@@ -50,8 +50,8 @@ TARVIK_FUZZER(k7_service_control) {
   test::ProgramGround ground;
   ground.mode = input.ConsumeIntegralInRange(-1, 1);
   ground.boxes.answerYes = input.ConsumeBool();
-  test::RecordedKernel kernel;
-  test::RecordedVersions versions;
+  test::FakeKernel kernel;
+  test::FakeVersions versions;
   kernel.paths["SvcKit.DLL"] = "C:\\SvcKit.dll";
   HostileSvcKit library(input);
   SvcUtl service(library, FileUtil(kernel, versions), ground.boxes, ground.pump, ground.codePage);

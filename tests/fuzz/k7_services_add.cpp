@@ -1,9 +1,9 @@
 #include <string>
 
 #include "k7/services_file.h"
+#include "tests/fakes/fake_modules.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
-#include "tests/recorded/recorded_modules.h"
 
 using tarvik::ServiceEntry;
 using tarvik::test::Demand;
@@ -17,7 +17,7 @@ TARVIK_FUZZER(k7_services_add) {
   const std::wstring path = L"C:\\services";
   const std::wstring backup = path + L".202402030405";
   tarvik::test::ProgramGround ground;
-  tarvik::test::RecordedKernel kernel;
+  tarvik::test::FakeKernel kernel;
   tarvik::FmtErrMsg errors(kernel, ground.codePage, ground.boxes);
   ground.files.contents[path] = before;
   if (manner % 8 == 1) ground.files.appendsLeft = manner / 8 % 4;

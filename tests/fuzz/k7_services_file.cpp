@@ -2,8 +2,8 @@
 #include <string_view>
 
 #include "k7/services_file.h"
+#include "tests/fakes/fake_code_page.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/recorded/fake_code_page.h"
 
 // The services file: any bytes, any length of line.
 TARVIK_FUZZER(k7_services_file) {

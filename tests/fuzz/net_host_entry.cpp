@@ -3,10 +3,10 @@
 
 #include "net/addresses.h"
 #include "net/tcp_ip_host.h"
+#include "tests/fakes/fake_boxes.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_winsock.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/recorded/fake_code_page.h"
-#include "tests/recorded/recorded_boxes.h"
-#include "tests/recorded/recorded_winsock.h"
 
 // A host entry: the first two bytes are its length field, the third the number of its addresses, the rest
 // their bytes. Each address has exactly the bytes that the length field promises.
@@ -19,10 +19,10 @@ TARVIK_FUZZER(net_host_entry) {
   size_t at = 3;
   for (auto& address : addresses)
     for (size_t i = 0; i < bytes && at < size; ++i) address[i] = data[at++];
-  tarvik::test::RecordedWinsock winsock;
+  tarvik::test::FakeWinsock winsock;
   winsock.AddRawHost("host", std::move(addresses), length);
   tarvik::test::FakeCodePage codePage;
-  tarvik::test::RecordedBoxes boxes;
+  tarvik::test::FakeBoxes boxes;
   tarvik::TcpIpHost(winsock, codePage, boxes).IpAddr(L"host");
   tarvik::HostToAddress(winsock, codePage, L"host");
   const std::wstring text(data, data + size);

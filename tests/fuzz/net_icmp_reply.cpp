@@ -3,9 +3,9 @@
 #include <string>
 
 #include "net/ping_host.h"
+#include "tests/fakes/fake_winsock.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
-#include "tests/recorded/recorded_winsock.h"
 
 using tarvik::test::Demand;
 
@@ -56,7 +56,7 @@ TARVIK_FUZZER(net_icmp_reply) {
   if (size == 0) return;
   HostileIcmp icmp(data, size);
   tarvik::test::ProgramGround ground;
-  tarvik::test::RecordedWinsock winsock;
+  tarvik::test::FakeWinsock winsock;
   winsock.noText = data[0] == 0xFF;
   const auto count = static_cast<int32_t>(std::min<size_t>(size / kAnswerSize + 1, 20));
   const bool answered = tarvik::PingHost(

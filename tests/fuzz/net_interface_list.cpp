@@ -3,8 +3,8 @@
 #include <span>
 
 #include "net/interface_list.h"
+#include "tests/fakes/fake_winsock.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/recorded/recorded_winsock.h"
 
 // The interface list: the first four bytes are the count that the library tells, the rest are its entries.
 TARVIK_FUZZER(net_interface_list) {
@@ -13,7 +13,7 @@ TARVIK_FUZZER(net_interface_list) {
   if (size < sizeof(uint32_t)) return;
   uint32_t returned = 0;
   std::memcpy(&returned, data, sizeof returned);
-  tarvik::test::RecordedWinsock winsock;
+  tarvik::test::FakeWinsock winsock;
   winsock.ioctlReturned = returned;
   winsock.interfaceBytes.assign(bytes.begin() + sizeof returned, bytes.end());
   std::vector<tarvik::LocalAddressRecord> list;

@@ -7,7 +7,7 @@
 
 #include "tests/fuzz/fuzzer.h"
 #include "tests/fuzz/program_ground.h"
-#include "tests/net/recorded_pc.h"
+#include "tests/unit/net/recorded_pc.h"
 
 using tarvik::test::Demand;
 
@@ -19,7 +19,7 @@ std::string Dotted(FuzzedDataProvider& input) {
                                               input.ConsumeRandomLengthString(16)});
 }
 
-void AddInterface(FuzzedDataProvider& input, tarvik::test::RecordedWinsock& winsock) {
+void AddInterface(FuzzedDataProvider& input, tarvik::test::FakeWinsock& winsock) {
   const auto octets = [&input] {
     return input.PickValueInArray<uint32_t>(
         {0x0A01A8C0, 0x00FFFFFF, 0, 0xFFFFFFFF, 0x0100007F, 0x0000FFFF, input.ConsumeIntegral<uint32_t>()});
@@ -32,7 +32,7 @@ void AddInterface(FuzzedDataProvider& input, tarvik::test::RecordedWinsock& wins
   winsock.interfaceBytes.insert(winsock.interfaceBytes.end(), entry.begin(), entry.end());
 }
 
-tarvik::test::RecordedIcmp::Answer Answer(FuzzedDataProvider& input) {
+tarvik::test::FakeIcmp::Answer Answer(FuzzedDataProvider& input) {
   return {input.ConsumeIntegralInRange(0U, 3U),
           input.PickValueInArray<uint32_t>({0, 11002, 11010, 11013, input.ConsumeIntegral<uint32_t>()}),
           input.ConsumeIntegral<uint32_t>(),
@@ -46,7 +46,7 @@ tarvik::test::RecordedIcmp::Answer Answer(FuzzedDataProvider& input) {
 TARVIK_FUZZER(net_reachability) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
-  test::RecordedPc pc;
+  test::FakePc pc;
   pc.mode = input.ConsumeIntegralInRange(-1, 1);
   std::wstring target = L"host";
   switch (input.ConsumeIntegralInRange(0, 2)) {

@@ -5,11 +5,11 @@
 #include "app/result_list.h"
 #include "resources/messages.h"
 #include "resources/resource.h"
-#include "tests/recorded/fake_code_page.h"
-#include "tests/recorded/fake_pump.h"
-#include "tests/recorded/recorded_boxes.h"
-#include "tests/recorded/recorded_files.h"
-#include "tests/recorded/recorded_profile_strings.h"
+#include "tests/fakes/fake_boxes.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_files.h"
+#include "tests/fakes/fake_profile_strings.h"
+#include "tests/fakes/fake_pump.h"
 #include "ui/memory/memory_form.h"
 
 namespace tarvik::test {
@@ -19,11 +19,11 @@ struct ProgramGround {
   ui::MemoryForm form;
   ui::MemoryListBox& list = static_cast<ui::MemoryListBox&>(form.AddListBox(1, ui::kNoPage, L""));
   ResultList results{list};
-  RecordedBoxes boxes;
+  FakeBoxes boxes;
   FakePump pump;
   FakeCodePage codePage;
-  RecordedFiles files;
-  RecordedProfileStrings profile;
+  FakeFiles files;
+  FakeProfileStrings profile;
   Resource resource{files, profile, codePage, boxes};
   LanguageMode mode = 1;
   Texts texts{mode, resource};

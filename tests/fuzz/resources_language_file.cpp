@@ -1,10 +1,10 @@
 #include <cstdlib>
 
 #include "resources/resource.h"
+#include "tests/fakes/fake_boxes.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_files.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/recorded/fake_code_page.h"
-#include "tests/recorded/recorded_boxes.h"
-#include "tests/recorded/recorded_files.h"
 
 namespace {
 
@@ -28,9 +28,9 @@ class HostileProfile final : public tarvik::ProfileStrings {
 /// Any bytes from a language file give a text that is not empty and no longer than the buffer allows.
 TARVIK_FUZZER(resources_language_file) {
   HostileProfile profile(data, size);
-  tarvik::test::RecordedFiles files;
+  tarvik::test::FakeFiles files;
   tarvik::test::FakeCodePage codePage;
-  tarvik::test::RecordedBoxes boxes;
+  tarvik::test::FakeBoxes boxes;
   tarvik::Resource resource(files, profile, codePage, boxes);
   resource.Initialize(1033, L"C:", L"T");
   const std::wstring text = resource.LoadString(1);

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "tests/app/form1_fixture.h"
+#include "tests/unit/app/form1_fixture.h"
 
 namespace tarvik::test {
 

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+
+namespace tarvik::test {
+
+/// Files in memory.
+class FakeFiles final : public Files {
+ public:
+  bool Exists(const std::wstring& path) override {
+    ++existsQueries;
+    if (hiddenQueries > 0) {
+      --hiddenQueries;
+      return false;
+    }
+    return contents.contains(path);
+  }
+  std::optional<std::string> Read(const std::wstring& path) override {
+    const auto found = contents.find(path);
+    const bool readable = found != contents.end() && !unreadable.contains(path);
+    if (!Noted(readable)) return std::nullopt;
+    return found->second;
+  }
+  bool Write(const std::wstring& path, std::string_view bytes) override {
+    if (unwritable.contains(path)) return false;
+    contents[path] = bytes;
+    written[path] = bytes;
+    return true;
+  }
+  bool Delete(const std::wstring& path) override { return contents.erase(path) != 0; }
+  bool Copy(const std::wstring& from, const std::wstring& to) override {
+    if (!Noted(contents.contains(from) && !contents.contains(to) && !unwritable.contains(to))) return false;
+    contents[to] = contents[from];
+    return true;
+  }
+  bool Append(const std::wstring& path, std::string_view bytes) override {
+    const bool readOnly = (AttributesOf(path) & kReadOnly) != 0;
+    if (!Noted(contents.contains(path) && !unwritable.contains(path) && !readOnly && appendsLeft != 0))
+      return false;
+    --appendsLeft;
+    contents[path] += bytes;
+    return true;
+  }
+  std::optional<uint32_t> Attributes(const std::wstring& path) override {
+    if (!Noted(attributesReadable && contents.contains(path))) return std::nullopt;
+    return AttributesOf(path);
+  }
+  bool SetAttributes(const std::wstring& path, uint32_t value) override {
+    if (!Noted(attributesLeft != 0)) return false;
+    --attributesLeft;
+    attributes[path] = value;
+    return true;
+  }
+  uint32_t LastError() const override { return lastError_; }
+
+  std::map<std::wstring, std::string> contents;  ///< what is there now
+  std::map<std::wstring, std::string> written;   ///< what was ever written
+  std::set<std::wstring> unwritable;
+  std::set<std::wstring> unreadable;
+  std::map<std::wstring, uint32_t> attributes;  ///< those that are not 0x20
+  bool attributesReadable = true;
+  int appendsLeft = -1;     ///< so many succeed; -1 = all
+  int attributesLeft = -1;  ///< the same for setting attributes
+  uint32_t failure = 2;     ///< Windows' code of the calls that fail
+  int hiddenQueries = 0;    ///< so many queries do not see a file yet
+  int existsQueries = 0;
+
+ private:
+  uint32_t AttributesOf(const std::wstring& path) const {
+    const auto found = attributes.find(path);
+    return found == attributes.end() ? 0x20 : found->second;
+  }
+  bool Noted(bool done) {
+    lastError_ = done ? 0 : failure;
+    return done;
+  }
+
+  uint32_t lastError_ = 0;
+};
+
+}  // namespace tarvik::test

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "net/ip_helper.h"
+
+namespace tarvik::test {
+
+/// Lays adapter records into a buffer as the IP helper does: one adapter after the other, each at its true
+/// length, the further addresses behind them, linked by pointers into the buffer.
+class AdapterChain {
+ public:
+  struct Adapter {
+    std::vector<std::string> addresses;
+    std::vector<std::string> gateways;
+  };
+
+  /// The true length of an adapter record.
+  static constexpr size_t kAdapterSize = sizeof(void*) == 4 ? 648 : 704;
+
+  static size_t SizeOf(const std::vector<Adapter>& adapters) {
+    size_t size = 0;
+    for (const Adapter& adapter : adapters)
+      size += kAdapterSize + (Further(adapter.addresses) + Further(adapter.gateways)) * sizeof(IpAddrString);
+    return size;
+  }
+
+  /// The buffer must have SizeOf(adapters) bytes.
+  static void Lay(const std::vector<Adapter>& adapters, std::byte* buffer) {
+    std::byte* free = buffer + adapters.size() * kAdapterSize;
+    for (size_t i = 0; i < adapters.size(); ++i) {
+      std::byte* const place = buffer + i * kAdapterSize;
+      IpAdapterInfo info;
+      if (i + 1 < adapters.size()) info.Next = reinterpret_cast<const IpAdapterInfo*>(place + kAdapterSize);
+      info.IpAddressList = LayList(adapters[i].addresses, free);
+      info.GatewayList = LayList(adapters[i].gateways, free);
+      std::memset(place, 0, kAdapterSize);
+      std::memcpy(place, &info, sizeof info);
+    }
+  }
+
+ private:
+  static size_t Further(const std::vector<std::string>& texts) {
+    return texts.empty() ? 0 : texts.size() - 1;
+  }
+
+  static IpAddrString Link(const std::string& text) {
+    IpAddrString link;
+    std::memcpy(link.IpAddress, text.data(), std::min(text.size(), sizeof link.IpAddress));
+    return link;
+  }
+
+  // Returns the first link, which the adapter record holds itself.
+  static IpAddrString LayList(const std::vector<std::string>& texts, std::byte*& free) {
+    IpAddrString first = Link(texts.empty() ? std::string() : texts.front());
+    for (size_t i = texts.size(); i > 1; --i) {
+      IpAddrString link = Link(texts[i - 1]);
+      link.Next = first.Next;
+      std::memcpy(free, &link, sizeof link);
+      first.Next = reinterpret_cast<const IpAddrString*>(free);
+      free += sizeof link;
+    }
+    return first;
+  }
+};
+
+/// An IP helper that reports the adapters it was told of.
+class FakeIpHelper final : public IpHelper {
+ public:
+  void AddAdapter(std::vector<std::string> addresses, std::vector<std::string> gateways) {
+    adapters.push_back({std::move(addresses), std::move(gateways)});
+  }
+
+  uint32_t GetAdaptersInfo(void* buffer, uint32_t* size) override {
+    ++calls;
+    const auto needed = static_cast<uint32_t>(AdapterChain::SizeOf(adapters));
+    if (buffer == nullptr) {
+      *size = announcedSize.value_or(needed);
+      return sizeResult.value_or(adapters.empty() ? kNoData : kBufferOverflow);
+    }
+    if (fillResult != kSuccess) return fillResult;
+    if (growths > 0) {
+      --growths;
+      AddAdapter({"10.9.9.9"}, {});
+      *size = static_cast<uint32_t>(AdapterChain::SizeOf(adapters));
+      return kBufferOverflow;
+    }
+    if (*size < needed) {
+      *size = needed;
+      return kBufferOverflow;
+    }
+    AdapterChain::Lay(adapters, static_cast<std::byte*>(buffer));
+    return kSuccess;
+  }
+
+  static constexpr uint32_t kNoData = 232;
+
+  std::vector<AdapterChain::Adapter> adapters;
+  std::optional<uint32_t> sizeResult;     ///< the answer to the query of the size, if not the true one
+  std::optional<uint32_t> announcedSize;  ///< the size told, if not the true one
+  uint32_t fillResult = kSuccess;
+  int growths = 0;  ///< how many more times an adapter is added just before the list is read
+  int calls = 0;
+};
+
+}  // namespace tarvik::test

@@ -1,0 +1,184 @@
+#include "about/about_box.h"
+
+#include "tests/unit/app/form1_fixture.h"
+
+namespace tarvik::test {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+class AboutBoxTest : public Form1Test {
+ protected:
+  void Open(bool familyEdition = true) {
+    if (!familyEdition) files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
+    AddString(1033, 31, "&System Info...");
+    Start(L"", familyEdition);
+    form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  }
+  std::wstring Text(int id) { return lastForm->Get<ui::MemoryLabel>(id).Caption(); }
+  void ClickInBox(int id) { lastForm->Get<ui::MemoryButton>(id).onClick(); }
+};
+
+TEST(AboutVersion, Is_the_first_the_second_and_the_fourth_number) {
+  EXPECT_EQ(VersionText({5, 6, 7, 8}), L"Version 5.6.8");
+}
+
+TEST_F(AboutBoxTest, Shows_title_and_version_beside_the_main_window) {
+  Open();
+  EXPECT_EQ(newForms, Lines{L"frmAbout"});
+  EXPECT_TRUE(lastForm->Visible());
+  EXPECT_TRUE(form.Enabled());
+  EXPECT_EQ(lastForm->Caption(), L"Tarvik Version Information");
+  EXPECT_EQ(Text(ID_lblTitle), L"Tarvik");
+  EXPECT_EQ(Text(ID_lblVersion), L"Version 1.0.0");
+  EXPECT_EQ(Text(ID_lblOsVersion), L"Windows NT Running 10.0.0");
+  EXPECT_TRUE(lastForm->fixedSize);
+}
+
+TEST_F(AboutBoxTest, Stands_above_the_others_with_a_main_window_that_does) {
+  Start(L"-X 1 -LANGID 1");
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  EXPECT_TRUE(lastForm->topmost);
+}
+
+TEST_F(AboutBoxTest, Shows_the_modules_that_were_found_at_the_start) {
+  kernel.paths.erase("SvcKit.dll");
+  versions.blocks["C:\\System\\NxLib32.dll"] = FakeVersions::Block(7, 1, 0, 2);
+  Open();
+  EXPECT_EQ(Text(ID_lblModules),
+            L"NxLib32.dll Ver.7.1.0.2 (C:\\System\\NxLib32.dll)\r\nNxLibe1.dll (C:\\System\\NxLibe1.dll)\r\n"
+            L"Wininet.dll (C:\\System\\Wininet.dll)");
+}
+
+TEST_F(AboutBoxTest, Without_modules_its_list_is_empty) {
+  kernel.paths.clear();
+  Open();
+  EXPECT_EQ(Text(ID_lblModules), L"");
+}
+
+TEST_F(AboutBoxTest, Breaks_a_line_that_is_too_long_for_a_window_and_shows_ampersands_as_they_are) {
+  kernel.paths = {{"SvcKit.dll", "C:\\" + std::string(200, 'x') + "\\a&b.dll"}};
+  Open();
+  EXPECT_EQ(Text(ID_lblModules), L"SvcKit.dll (C:\\" + std::wstring(105, L'x') + L"\r\n" +
+                                     std::wstring(95, L'x') + L"\\a&&b.dll)");
+}
+
+TEST_F(AboutBoxTest, Breaks_a_long_line_also_where_returns_stand_alone_in_it) {
+  kernel.paths = {{"SvcKit.dll", "C:\\" + std::string(105, 'x') + std::string(200, '\r') + "y"}};
+  Open();
+  EXPECT_EQ(Text(ID_lblModules), L"SvcKit.dll (C:\\" + std::wstring(105, L'x') + L"\r\n" +
+                                     std::wstring(120, L'\r') + L"\r\n" + std::wstring(80, L'\r') + L"y)");
+}
+
+TEST_F(AboutBoxTest, A_description_of_the_edition_would_stand_in_brackets_behind_the_title) {
+  EXPECT_EQ(AboutTitle(L""), L"Tarvik");
+  EXPECT_EQ(AboutTitle(L"Trial"), L"Tarvik(Trial)");
+}
+
+TEST_F(AboutBoxTest, Is_one_window_however_often_it_is_opened) {
+  Open();
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  EXPECT_EQ(newForms.size(), 1U);
+}
+
+TEST_F(AboutBoxTest, OK_and_Esc_and_the_close_button_close_it_and_it_opens_again) {
+  const std::function<void()> closes[] = {[&] { ClickInBox(ID_cmdOK); }, [&] { lastForm->onEscape(); },
+                                          [&] { lastForm->Close(); }};
+  Open();
+  size_t opened = 1;
+  for (const auto& close : closes) {
+    close();
+    EXPECT_FALSE(lastForm->Visible());
+    form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+    EXPECT_EQ(newForms.size(), ++opened);
+    EXPECT_TRUE(lastForm->Visible());
+  }
+}
+
+TEST_F(AboutBoxTest, OK_comes_first_in_the_order_of_the_Tab_key_so_that_Enter_presses_it) {
+  Open();
+  EXPECT_EQ(lastForm->Order().front(), ID_cmdOK);
+}
+
+TEST_F(AboutBoxTest, The_system_information_is_started_by_its_button) {
+  registry.values[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"] = L"C:\\msinfo32.exe";
+  Open();
+  EXPECT_EQ(lastForm->Get<ui::MemoryButton>(ID_cmdSysInfo).Caption(), L"&System Info...");
+  ClickInBox(ID_cmdSysInfo);
+  EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\msinfo32.exe\""});
+}
+
+TEST_F(AboutBoxTest, Its_message_box_belongs_to_it_and_it_is_active_again_afterwards) {
+  Open();
+  form.Show();
+  ui::MemoryForm* owner = nullptr;
+  boxes.onShow = [&] { owner = screen.boxOwner; };
+  ClickInBox(ID_cmdSysInfo);
+  EXPECT_EQ(boxes.Texts(), Lines{L"Cannot display the system information"});
+  EXPECT_EQ(owner, lastForm);
+  EXPECT_EQ(screen.active, lastForm);
+}
+
+TEST_F(AboutBoxTest, Its_button_speaks_Japanese_with_the_built_in_Japanese_texts) {
+  Start(L"-LANGID 0 -PING_N");
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  EXPECT_EQ(lastForm->Get<ui::MemoryButton>(ID_cmdSysInfo).Caption(), L"ｼｽﾃﾑ情報(&S)...");
+}
+
+TEST_F(AboutBoxTest, Everything_in_it_has_room_and_nothing_overlaps_at_any_scaling) {
+  Open();
+  for (const int dpi : {96, 144}) {
+    lastForm->dpi = dpi;
+    lastForm->onScalingChanged();
+    const auto bounds = [this](int id) {
+      return dynamic_cast<ui::Control&>(lastForm->Get<ui::Element>(id)).Bounds();
+    };
+    const ui::Size client = lastForm->ClientSize();
+    for (const int a : lastForm->Order()) {
+      const ui::Rect one = bounds(a);
+      EXPECT_GE(one.x, 0);
+      EXPECT_LE(one.x + one.width, client.width) << a;
+      EXPECT_LE(one.y + one.height, client.height) << a;
+      for (const int b : lastForm->Order()) {
+        const ui::Rect other = bounds(b);
+        const bool apart = one.x + one.width <= other.x || other.x + other.width <= one.x ||
+                           one.y + one.height <= other.y || other.y + other.height <= one.y;
+        EXPECT_TRUE(a == b || apart) << a << " and " << b;
+      }
+    }
+  }
+}
+
+TEST_F(AboutBoxTest, Shut_down_makes_the_box_that_was_never_made_and_unloads_it) {
+  Start();
+  EXPECT_TRUE(newForms.empty());
+  ASSERT_TRUE(form.Close());
+  EXPECT_EQ(newForms, Lines{L"frmAbout"});
+  EXPECT_EQ(Existing(), 0);
+}
+
+TEST_F(AboutBoxTest, Shut_down_makes_no_second_box) {
+  Open();
+  ClickInBox(ID_cmdOK);
+  ASSERT_TRUE(form.Close());
+  EXPECT_EQ(newForms.size(), 1U);
+  EXPECT_EQ(Existing(), 0);
+}
+
+TEST_F(AboutBoxTest, Shut_down_goes_on_when_no_window_can_be_made) {
+  refuseNewForms = true;
+  Start();
+  ASSERT_TRUE(form.Close());
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(AboutBoxTest, A_window_that_cannot_be_made_is_told) {
+  refuseNewForms = true;
+  Start();
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+}
+
+}  // namespace
+}  // namespace tarvik::test

@@ -1,0 +1,51 @@
+#include "about/os_version_info.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/fake_os_version.h"
+
+namespace tarvik::test {
+namespace {
+
+struct OsVersionInfoTest : testing::Test {
+  OsVersionInfo Info(uint32_t platform, uint32_t major, uint32_t minor) {
+    osVersion.platformId = platform;
+    osVersion.majorVersion = major;
+    osVersion.minorVersion = minor;
+    return OsVersionInfo(osVersion);
+  }
+  FakeOsVersion osVersion;
+};
+
+TEST_F(OsVersionInfoTest, The_name_is_the_platform_and_the_version_numbers) {
+  EXPECT_EQ(Info(2, 6, 1).GetVersionName(), L"Windows NT Running 6.1.0");
+  EXPECT_EQ(Info(1, 4, 10).GetVersionName(), L"Windows 95 Running 4.10.0");
+  EXPECT_EQ(Info(0, 3, 10).GetVersionName(), L"Win32 Running 3.10.0");
+}
+
+TEST_F(OsVersionInfoTest, Each_Windows_is_itself_and_no_other) {
+  const auto kinds = [](const OsVersionInfo& info) {
+    return std::string() + (info.IsWinNt351() ? "351 " : "") + (info.IsWinNt40() ? "40 " : "") +
+           (info.IsWin95() ? "95 " : "") + (info.IsWin2000() ? "2000 " : "") + (info.IsWinXP() ? "XP " : "") +
+           (info.IsVista() ? "Vista " : "");
+  };
+  EXPECT_EQ(kinds(Info(2, 3, 51)), "351 ");
+  EXPECT_EQ(kinds(Info(2, 4, 0)), "40 ");
+  EXPECT_EQ(kinds(Info(1, 4, 0)), "95 ");
+  EXPECT_EQ(kinds(Info(1, 4, 90)), "95 ");
+  EXPECT_EQ(kinds(Info(2, 5, 0)), "2000 ");
+  EXPECT_EQ(kinds(Info(2, 5, 1)), "XP ");
+  EXPECT_EQ(kinds(Info(2, 6, 0)), "Vista ");
+  EXPECT_EQ(kinds(Info(2, 10, 0)), "");
+}
+
+TEST_F(OsVersionInfoTest, A_version_that_cannot_be_queried_is_none_and_has_no_name) {
+  osVersion.succeeds = false;
+  const OsVersionInfo info = Info(2, 6, 0);
+  EXPECT_EQ(info.GetVersionName(), L"");
+  EXPECT_FALSE(info.IsVista());
+  EXPECT_FALSE(info.IsWin95());
+}
+
+}  // namespace
+}  // namespace tarvik::test

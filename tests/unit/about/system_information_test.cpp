@@ -1,0 +1,62 @@
+#include "about/system_information.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/fake_boxes.h"
+#include "tests/fakes/fake_modules.h"
+#include "tests/fakes/fake_processes.h"
+
+namespace tarvik::test {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+constexpr wchar_t kTool[] = L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH";
+constexpr wchar_t kFolder[] = L"SOFTWARE\\Microsoft\\Shared Tools Location|MSINFO";
+
+struct StartSysInfoTest : testing::Test {
+  void Start() { StartSysInfo(registry, processes, boxes); }
+  FakeRegistry registry;
+  FakeProcesses processes;
+  FakeBoxes boxes;
+};
+
+TEST_F(StartSysInfoTest, Starts_the_tool_that_the_registry_names) {
+  registry.values[kTool] = L"C:\\Program Files\\msinfo32.exe";
+  registry.values[kFolder] = L"C:\\Other";
+  Start();
+  EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\Program Files\\msinfo32.exe\""});
+  EXPECT_EQ(processes.windows, std::vector<StartWindow>{StartWindow::NormalFocused});
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(StartSysInfoTest, Else_takes_the_tool_in_the_folder_of_the_shared_tools) {
+  registry.values[kFolder] = L"C:\\Shared";
+  Start();
+  EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\Shared\\MSINFO32.EXE\""});
+  registry.values[kTool] = L"";
+  Start();
+  EXPECT_EQ(processes.commandLines.back(), L"\"C:\\Shared\\MSINFO32.EXE\"");
+}
+
+TEST_F(StartSysInfoTest, Leaves_quotation_marks_that_are_there) {
+  registry.values[kTool] = L"\"C:\\a b.exe\" /x";
+  Start();
+  EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\a b.exe\" /x"});
+}
+
+TEST_F(StartSysInfoTest, Tells_when_there_is_no_tool) {
+  Start();
+  EXPECT_TRUE(processes.commandLines.empty());
+  EXPECT_EQ(boxes.Texts(), Lines{L"Cannot display the system information"});
+}
+
+TEST_F(StartSysInfoTest, Tells_when_the_tool_does_not_start) {
+  registry.values[kTool] = L"C:\\gone.exe";
+  processes.processId = 0;
+  Start();
+  EXPECT_EQ(boxes.Texts(), Lines{L"Cannot display the system information"});
+}
+
+}  // namespace
+}  // namespace tarvik::test

@@ -1,0 +1,137 @@
+// What may close while something is open or running, and the end of the Windows session.
+
+#include "tests/unit/app/form1_fixture.h"
+
+namespace tarvik::test {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+/// The main window with both other windows open.
+class Form1ClosingTest : public Form1Test {
+ protected:
+  Form1ClosingTest() {
+    Start(L"-LANGID 1 -X 0", false);
+    form.Show();
+    pmc_ = OpenWindow(ID_mnuPMC);
+    about_ = OpenWindow(ID_mnuHelpSub);
+    boxes.boxes.clear();
+    Address().InsertItem(0, L"cnc");
+  }
+
+  ui::MemoryForm* OpenWindow(int menuCommand) {
+    form.Get<ui::MemoryMenuItem>(menuCommand).onClick();
+    return lastForm;
+  }
+  static void Click(ui::MemoryForm& window, int id) { window.Get<ui::MemoryButton>(id).onClick(); }
+
+  struct BoxOfWindow {
+    ui::MemoryForm* owner;
+    std::function<void()> provoke;
+  };
+  /// One box of each window.
+  std::vector<BoxOfWindow> BoxOfEachWindow() {
+    return {{&form,
+             [this] {
+               Box(ID_txtPingReqCount).SetText(L"-1");
+               form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdPing));
+             }},
+            {pmc_,
+             [this] {
+               cncLibrary.openResult = -103;
+               Click(*pmc_, ID_cmdRead);
+             }},
+            {about_, [this] { Click(*about_, ID_cmdSysInfo); }}};
+  }
+
+  ui::MemoryForm* pmc_ = nullptr;
+  ui::MemoryForm* about_ = nullptr;
+};
+
+TEST_F(Form1ClosingTest, While_a_box_of_any_window_is_open_every_window_is_disabled_and_none_closes) {
+  for (const auto& [owner, provoke] : BoxOfEachWindow()) {
+    ui::MemoryForm* seen = nullptr;
+    boxes.onShow = [&] {
+      seen = screen.boxOwner;
+      for (ui::MemoryForm* window : screen.Forms()) {
+        EXPECT_FALSE(window->Enabled());
+        EXPECT_FALSE(window->Close());
+      }
+    };
+    provoke();
+    EXPECT_EQ(seen, owner);
+    EXPECT_EQ(screen.active, owner);
+    for (ui::MemoryForm* window : screen.Forms()) EXPECT_TRUE(window->Enabled());
+  }
+  EXPECT_EQ(boxes.boxes.size(), 3U);
+  EXPECT_EQ(screen.Forms().size(), 3U);
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1ClosingTest, The_end_of_the_session_under_a_box_of_any_window_keeps_the_history_and_the_windows) {
+  for (const auto& [owner, provoke] : BoxOfEachWindow()) {
+    settings.values.clear();
+    boxes.onShow = [&] {
+      for (ui::MemoryForm* window : std::vector<ui::MemoryForm*>(screen.Forms())) window->EndSession();
+    };
+    provoke();
+    EXPECT_EQ(settings.values[L"History\\01"], L"cnc");
+    EXPECT_EQ(screen.Forms().size(), 3U);
+    EXPECT_FALSE(form.unloaded);
+  }
+  EXPECT_EQ(boxes.boxes.size(), 3U);
+  EXPECT_EQ(winsock.cleanups, 0);
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1ClosingTest, The_session_may_end_under_a_box_that_belongs_to_no_test) {
+  int asked = 0;
+  boxes.onShow = [&] {
+    ++asked;
+    EXPECT_TRUE(form.QueryEndSession());
+  };
+  Click(*about_, ID_cmdSysInfo);
+  Box(ID_txtPingReqCount).SetText(L"-1");
+  form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdPing));
+  EXPECT_EQ(asked, 2);
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1ClosingTest, The_end_of_the_session_at_rest_is_a_shut_down) {
+  EXPECT_TRUE(form.QueryEndSession());
+  form.EndSession();
+  EXPECT_TRUE(form.unloaded);
+  EXPECT_EQ(settings.values[L"History\\01"], L"cnc");
+  EXPECT_EQ(winsock.startups, winsock.cleanups);
+  EXPECT_EQ(icmp.closed.size(), 1U);
+  EXPECT_EQ(screen.Forms(), std::vector<ui::MemoryForm*>{&form});
+}
+
+TEST_F(Form1ClosingTest, The_end_of_the_session_in_a_run_leaves_it_what_it_uses) {
+  Address().SetText(L"192.168.1.100");
+  onEvents = [&] {
+    EXPECT_FALSE(form.QueryEndSession());
+    form.EndSession();
+  };
+  Form1Test::Click(ID_cmdPing);
+  EXPECT_EQ(icmp.requests.size(), 4U);
+  EXPECT_TRUE(icmp.closed.empty());
+  EXPECT_EQ(winsock.startups - winsock.cleanups, 1);
+  EXPECT_EQ(settings.values[L"History\\01"], L"192.168.1.100");
+  EXPECT_TRUE(form.Close());
+}
+
+TEST(MemoryScreenTest, A_window_that_was_disabled_before_a_box_stays_disabled_after_it) {
+  FakeBoxes boxes;
+  ui::MemoryScreen screen(boxes);
+  ui::MemoryForm owner(screen);
+  ui::MemoryForm other(screen);
+  owner.Show();
+  other.SetEnabled(false);
+  owner.Boxes().Show(L"box");
+  EXPECT_TRUE(owner.Enabled());
+  EXPECT_FALSE(other.Enabled());
+}
+
+}  // namespace
+}  // namespace tarvik::test

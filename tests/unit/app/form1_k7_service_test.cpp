@@ -1,0 +1,466 @@
+#include "tests/unit/app/form1_fixture.h"
+
+namespace tarvik::test {
+namespace {
+
+constexpr bool kGeneral = false;
+
+class Form1K7ServiceTest : public Form1Test {
+ protected:
+  Form1K7ServiceTest() {
+    kernel.messages[2] = "Not there.";
+    // The general edition asks no configuration library for its folder.
+    files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
+  }
+
+  ui::MemoryLabel& Label(int id) { return form.Get<ui::MemoryLabel>(id); }
+  std::wstring Status() { return Label(ID_lblK7ServerStatus).Caption(); }
+  std::wstring Port() { return Label(ID_lblK7UdpPortNo).Caption(); }
+  void ClickStatus() { Label(ID_lblK7ServerStatus).onClick(); }
+
+  void StartGeneral(const std::wstring& commandLine = L"") { Start(commandLine, kGeneral); }
+};
+
+// Start-up and shut-down
+
+TEST_F(Form1K7ServiceTest, The_state_says_that_a_click_refreshes_it) {
+  profile.values["C:\\Program\\Language\\Tarvik.exe_1033.ini|1033|32"] = "Click to refresh";
+  StartGeneral();
+  EXPECT_EQ(Label(ID_lblK7ServerStatus).toolTip, L"Click to refresh");
+}
+
+TEST_F(Form1K7ServiceTest, The_general_edition_shows_the_state_of_the_service_from_the_start) {
+  StartGeneral();
+  EXPECT_EQ(Status(), L"Running");
+  EXPECT_EQ(svcKit.calls, std::vector<std::string>{"Query K7Server -1"});
+  EXPECT_TRUE(Tabs().PageOn(kK7SvcPage));
+}
+
+TEST_F(Form1K7ServiceTest, The_familys_edition_never_asks_the_library) {
+  Start();
+  ClickStatus();
+  Click(ID_cmdStartStopK7Server_1);
+  Click(ID_cmdStartStopK7Server_0);
+  Click(ID_cmdK7ServerDebug);
+  EXPECT_TRUE(svcKit.calls.empty());
+  EXPECT_TRUE(boxes.boxes.empty());
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1K7ServiceTest, Without_the_library_the_page_is_off_and_nothing_is_asked) {
+  kernel.paths.erase("SvcKit.dll");
+  kernel.paths.erase("SvcKit.DLL");
+  StartGeneral();
+  EXPECT_FALSE(Tabs().PageOn(kK7SvcPage));
+  EXPECT_TRUE(svcKit.calls.empty());
+  EXPECT_TRUE(boxes.boxes.empty());
+  EXPECT_TRUE(form.Close());
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Form1K7ServiceTest, A_failed_first_query_is_told_and_start_up_goes_on) {
+  svcKit.queryResult = 5;
+  StartGeneral(L"-PING_N 7 -X 0");
+  EXPECT_EQ(boxes.Texts(),
+            std::vector<std::wstring>{L"Can't get status information of \"K7Server\". Err=0x5"});
+  EXPECT_EQ(Status(), L"---");
+  EXPECT_EQ(List().horizontalExtent, 1500);
+}
+
+TEST_F(Form1K7ServiceTest, A_library_that_cannot_be_used_is_told_and_start_up_goes_on) {
+  svcKit.missing = true;
+  StartGeneral();
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].text, L"SvcKit.dll cannot be loaded.");
+  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_EQ(List().horizontalExtent, 1500);
+}
+
+TEST_F(Form1K7ServiceTest, Closing_terminates_the_service_utility) {
+  StartGeneral();
+  EXPECT_TRUE(form.Close());
+  form1.reset();
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Form1K7ServiceTest, A_window_that_was_never_closed_has_forgotten_it) {
+  StartGeneral();
+  form1.reset();
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"SvcUtl is not Terminated"});
+}
+
+TEST_F(Form1K7ServiceTest, The_end_of_the_session_in_the_middle_of_a_command_is_survived) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  svcKit.slowness = 5;
+  Address().InsertItem(0, L"cnc");
+  onEvents = [&] {
+    EXPECT_FALSE(form.QueryEndSession());
+    form.EndSession();
+  };
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_EQ(settings.values[L"History\\01"], L"cnc");
+  EXPECT_EQ(svcKit.Count("Start"), 1);
+  EXPECT_TRUE(form.Close());
+  form1.reset();
+  for (const std::wstring& text : boxes.Texts()) EXPECT_NE(text, L"SvcUtl is not Terminated");
+}
+
+TEST_F(Form1K7ServiceTest, The_language_mode_is_the_utilitys_language) {
+  svcKit.queryResult = 5;
+  StartGeneral(L"-LANGID 0 -X 0");
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"K7Server の動作状態の確認に失敗しました Err=0x5"});
+}
+
+// The label
+
+TEST_F(Form1K7ServiceTest, A_click_on_the_label_refreshes_it) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  const int before = pump.eventRounds;
+  ClickStatus();
+  EXPECT_EQ(Status(), L"Stopped");
+  EXPECT_EQ(pump.eventRounds, before + 1);
+  svcKit.status = SvcUtl::pSvcCondRunning;
+  ClickStatus();
+  EXPECT_EQ(Status(), L"Running");
+}
+
+TEST_F(Form1K7ServiceTest, A_pending_or_unknown_state_leaves_the_label_as_it_is) {
+  StartGeneral();
+  for (const int32_t state : {SvcUtl::pSvcCondStartPending, SvcUtl::pSvcCondStopPending, 0, 7}) {
+    svcKit.status = state;
+    ClickStatus();
+    EXPECT_EQ(Status(), L"Running");
+  }
+  svcKit.queryResult = 5;
+  ClickStatus();
+  EXPECT_EQ(Status(), L"Running");
+}
+
+TEST_F(Form1K7ServiceTest, A_failed_query_behind_the_label_has_its_box) {
+  StartGeneral();
+  svcKit.queryResult = 5;
+  ClickStatus();
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+}
+
+// Start, stop, debug
+
+TEST_F(Form1K7ServiceTest, Index_1_starts_and_the_label_follows) {
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  StartGeneral();
+  EXPECT_EQ(Status(), L"Stopped");
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_EQ(Status(), L"Running");
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(162)"}));
+}
+
+TEST_F(Form1K7ServiceTest, Index_0_stops_and_the_label_follows) {
+  StartGeneral();
+  boxes.answerYes = true;
+  Click(ID_cmdStartStopK7Server_0);
+  EXPECT_EQ(Status(), L"Stopped");
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(165)", L"(166)"}));
+}
+
+TEST_F(Form1K7ServiceTest, The_texts_follow_the_language_of_the_command_line) {
+  StartGeneral(L"-LANGID 1 -X 0");
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"Already running"});
+}
+
+TEST_F(Form1K7ServiceTest, Debug_starts_the_server_by_hand_while_its_service_is_stopped) {
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  StartGeneral();
+  Click(ID_cmdK7ServerDebug);
+  EXPECT_EQ(processes.commandLines, std::vector<std::wstring>{L"K7Server -debug"});
+}
+
+TEST_F(Form1K7ServiceTest, Debug_leads_to_the_stop_button_while_the_service_runs) {
+  StartGeneral();
+  Click(ID_cmdK7ServerDebug);
+  EXPECT_EQ(form.Focus(), &Button(ID_cmdStartStopK7Server_0));
+  EXPECT_TRUE(processes.commandLines.empty());
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(116)"});
+}
+
+TEST_F(Form1K7ServiceTest, Debug_shows_no_box_of_a_failed_query) {
+  StartGeneral();
+  svcKit.queryResult = 5;
+  Click(ID_cmdK7ServerDebug);
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(116)"});
+}
+
+TEST_F(Form1K7ServiceTest, While_Start_is_active_no_other_Start_or_Stop_begins_and_the_window_stays) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  svcKit.slowness = 4;
+  int pauses = 0;
+  const auto meddle = [&] {
+    EXPECT_FALSE(form.Close());
+    Click(ID_cmdStartStopK7Server_1);
+    Click(ID_cmdStartStopK7Server_0);
+    ++pauses;
+  };
+  onEvents = meddle;
+  boxes.onShow = meddle;
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_GT(pauses, 3);
+  EXPECT_EQ(svcKit.Count("Start"), 1);
+  EXPECT_EQ(svcKit.Count("Stop"), 0);
+  EXPECT_EQ(svcKit.Count("Query"), 6);  // at the start-up, before the start, and four after it
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(162)"}));
+  onEvents = nullptr;
+  boxes.onShow = nullptr;
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1K7ServiceTest, Debug_while_the_program_waits_for_the_start_gets_the_warning_and_the_focus) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  svcKit.pending = SvcUtl::pSvcCondStartPending;
+  svcKit.slowness = 4;
+  bool clicked = false;
+  onEvents = [&] {
+    if (clicked || svcKit.Count("Start") == 0) return;
+    clicked = true;
+    Click(ID_cmdK7ServerDebug);
+  };
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(116)", L"(162)"}));
+  EXPECT_EQ(form.Focus(), &Button(ID_cmdStartStopK7Server_0));
+  EXPECT_TRUE(processes.commandLines.empty());
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1K7ServiceTest, A_click_on_the_state_while_the_program_waits_shows_it_and_keeps_the_waits_boxes) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  ClickStatus();
+  ASSERT_EQ(Status(), L"Stopped");
+  svcKit.pending = SvcUtl::pSvcCondStartPending;
+  svcKit.slowness = 6;
+  bool clicked = false;
+  bool fails = false;
+  svcKit.onQuery = [&] { svcKit.queryResult = std::exchange(fails, false) ? 5 : 0; };
+  onEvents = [&] {
+    if (svcKit.Count("Start") == 0 || std::exchange(clicked, true)) return;
+    svcKit.status = SvcUtl::pSvcCondRunning;
+    ClickStatus();
+    EXPECT_EQ(Status(), L"Running");
+    svcKit.status = SvcUtl::pSvcCondStartPending;
+    fails = true;
+  };
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_EQ(boxes.Texts(),
+            (std::vector<std::wstring>{L"(161)", L"Can't get status information of \"K7Server\". Err=0x5",
+                                       L"(162)"}));
+}
+
+TEST_F(Form1K7ServiceTest, Debug_and_the_state_do_not_begin_inside_each_other) {
+  StartGeneral();
+  int depth = 0;
+  int deepest = 0;
+  onEvents = [&] {
+    deepest = std::max(deepest, ++depth);
+    EXPECT_FALSE(form.Close());
+    Click(ID_cmdK7ServerDebug);
+    ClickStatus();
+    Click(ID_cmdStartStopK7Server_1);
+    --depth;
+  };
+  Click(ID_cmdK7ServerDebug);
+  ClickStatus();
+  EXPECT_EQ(deepest, 1);
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(116)"});
+}
+
+TEST_F(Form1K7ServiceTest, A_command_is_free_again_behind_one_that_broke) {
+  StartGeneral();
+  svcKit.missing = true;
+  Click(ID_cmdStartStopK7Server_1);
+  svcKit.missing = false;
+  boxes.boxes.clear();
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(160)"});
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1K7ServiceTest, A_service_can_be_restarted_while_the_K7_API_test_watches) {
+  StartGeneral();
+  boxes.answerYes = true;
+  Address().SetText(L"192.168.1.100");
+  Box(ID_txtK7ApiTestCount).SetText(L"3");
+  onEvents = [&] {
+    k7Api.live = svcKit.status == SvcUtl::pSvcCondRunning ? 1 : 0;
+    if (k7Api.checks.size() == 1 && svcKit.Count("Stop") == 0) Click(ID_cmdStartStopK7Server_0);
+    if (k7Api.checks.size() == 2 && svcKit.Count("Start") == 0) Click(ID_cmdStartStopK7Server_1);
+  };
+  Click(ID_cmdK7Api);
+  EXPECT_TRUE(Listed(L"00001 Live=True"));
+  EXPECT_TRUE(Listed(L"00002 Live=False"));
+  EXPECT_TRUE(Listed(L"00003 Live=True"));
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1K7ServiceTest, While_a_run_is_active_every_command_begins) {
+  StartGeneral();
+  svcKit.calls.clear();
+  Address().SetText(L"192.168.1.100");
+  bool clicked = false;
+  onEvents = [&] {
+    if (std::exchange(clicked, true)) return;
+    ClickStatus();
+    Click(ID_cmdStartStopK7Server_1);
+    Click(ID_cmdK7ServerDebug);
+  };
+  Click(ID_cmdPing);
+  EXPECT_EQ(svcKit.Count("Query"), 3);
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(160)", L"(116)"}));
+}
+
+TEST_F(Form1K7ServiceTest, A_command_inside_a_run_that_is_stopped_waits_for_the_service_to_the_end) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  svcKit.slowness = 0;
+  svcKit.calls.clear();
+  Address().SetText(L"192.168.1.100");
+  bool begun = false;
+  onEvents = [&] {
+    if (std::exchange(begun, true)) return form.onEscape();
+    Click(ID_cmdStartStopK7Server_1);
+  };
+  Click(ID_cmdPing);
+  EXPECT_EQ(svcKit.Count("Query"), 1 + 40);
+  EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(163)"}));
+}
+
+TEST_F(Form1K7ServiceTest, A_stop_request_to_a_run_does_not_shorten_the_wait_for_the_service) {
+  StartGeneral();
+  svcKit.status = SvcUtl::pSvcCondStopped;
+  svcKit.slowness = 0;
+  Address().SetText(L"192.168.1.100");
+  bool begun = false;
+  const uint64_t start = pump.now;
+  onEvents = [&] {
+    if (begun) {
+      form.onEscape();
+      return;
+    }
+    begun = true;
+    Click(ID_cmdPing);
+  };
+  Click(ID_cmdStartStopK7Server_1);
+  EXPECT_TRUE(begun);
+  EXPECT_GE(pump.now - start, 40U * 250);
+}
+
+// The services file
+
+TEST_F(Form1K7ServiceTest, The_registered_port_is_shown_from_the_start) {
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  8193/udp\r\n";
+  StartGeneral();
+  EXPECT_EQ(Port(), L"8193");
+}
+
+TEST_F(Form1K7ServiceTest, Without_the_entry_the_label_keeps_its_caption) {
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  8193/tcp\r\nzero 0/udp\r\n";
+  StartGeneral();
+  EXPECT_EQ(Port(), L"---");
+}
+
+TEST_F(Form1K7ServiceTest, The_port_is_read_anew_each_time_the_page_comes_to_front) {
+  StartGeneral();
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  8193/udp\r\n";
+  Tabs().BringToFront(kNexalPage);
+  EXPECT_EQ(Port(), L"---");
+  Tabs().BringToFront(kK7SvcPage);
+  EXPECT_EQ(Port(), L"8193");
+  files.contents[kServicesFile] = "";
+  Tabs().BringToFront(kPingPage);
+  Tabs().BringToFront(kK7SvcPage);
+  EXPECT_EQ(Port(), L"8193");
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  9000/udp\r\n";
+  Tabs().BringToFront(kPingPage);
+  Tabs().BringToFront(kK7SvcPage);
+  EXPECT_EQ(Port(), L"9000");
+}
+
+TEST_F(Form1K7ServiceTest, The_port_is_read_again_when_the_window_becomes_active_under_its_page) {
+  StartGeneral();
+  Tabs().BringToFront(kK7SvcPage);
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  9000/udp\r\n";
+  form.onActivate();
+  EXPECT_EQ(Port(), L"9000");
+  files.contents[kServicesFile] = "";
+  form.onActivate();
+  EXPECT_EQ(Port(), L"9000");
+  Tabs().BringToFront(kPingPage);
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  9001/udp\r\n";
+  form.onActivate();
+  EXPECT_EQ(Port(), L"9000") << "the page is not in front";
+}
+
+TEST_F(Form1K7ServiceTest, A_services_file_that_has_gone_meanwhile_has_no_box_that_comes_again_and_again) {
+  StartGeneral();
+  Tabs().BringToFront(kK7SvcPage);
+  files.contents.erase(kServicesFile);
+  boxes.onShow = [&] { form.onActivate(); };
+  form.onActivate();
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Form1K7ServiceTest, A_services_file_that_is_not_there_is_told) {
+  files.contents.erase(kServicesFile);
+  StartGeneral();
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].text,
+            std::wstring(L"Can't Open [") + kServicesFile + L"] for Read\n\rERROR: 2 - Not there.");
+  EXPECT_TRUE(boxes.boxes[0].systemModal);
+  EXPECT_EQ(Port(), L"---");
+}
+
+TEST_F(Form1K7ServiceTest, Where_the_page_is_off_the_services_file_is_not_read) {
+  files.contents.erase(kServicesFile);
+  Start();
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Form1K7ServiceTest, Left_button_with_Ctrl_and_Alt_alone_opens_the_services_file) {
+  StartGeneral();
+  for (const ui::MouseDown& onMouseDown :
+       {Label(ID_lblK7UdpPortNo).onMouseDown, Box(ID_txtTcpPortNo).onMouseDown}) {
+    for (int16_t button = 0; button <= 4; ++button) {
+      for (int16_t shift = 0; shift <= 7; ++shift) {
+        processes.commandLines.clear();
+        onMouseDown(button, shift);
+        EXPECT_EQ(processes.commandLines.size(), button == 1 && shift == 6 ? 1U : 0U)
+            << button << "|" << shift;
+      }
+    }
+  }
+  Label(ID_lblK7UdpPortNo).onMouseDown(1, 6);
+  EXPECT_EQ(processes.commandLines.back(), L"notepad.exe C:\\Windows\\system32\\drivers\\etc\\services");
+  EXPECT_EQ(processes.windows.back(), StartWindow::NormalFocused);
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Form1K7ServiceTest, The_familys_edition_has_the_gesture_on_the_TCP_port) {
+  Start();
+  Box(ID_txtTcpPortNo).onMouseDown(1, 6);
+  EXPECT_EQ(processes.commandLines.size(), 1U);
+}
+
+TEST_F(Form1K7ServiceTest, An_editor_that_cannot_be_started_is_told) {
+  Start();
+  processes.processId = 0;
+  Box(ID_txtTcpPortNo).onMouseDown(1, 6);
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].text,
+            L"Error in Shell(notepad.exe C:\\Windows\\system32\\drivers\\etc\\services)");
+  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::None);
+}
+
+}  // namespace
+}  // namespace tarvik::test

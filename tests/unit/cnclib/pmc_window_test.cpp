@@ -1,0 +1,284 @@
+// The window, its boxes and its connection.
+
+#include <numeric>
+
+#include "platform/runtime_error.h"
+#include "tests/unit/cnclib/pmc_fixture.h"
+
+namespace tarvik::test {
+namespace {
+
+constexpr int kLabels[] = {ID_Label1_0, ID_Label1_1, ID_Label1_2, ID_Label1_3,
+                           ID_Label1_4, ID_Label1_5, ID_Label1_6};
+constexpr int kButtons[] = {ID_cmdRead, ID_cmdStop, ID_cmdClose};
+
+TEST_F(PmcTest, The_window_comes_with_its_defaults) {
+  EXPECT_TRUE(form->Visible());
+  EXPECT_EQ(form->Caption(), L"PMC Read Test");
+  EXPECT_EQ(Address().Text(), L"D");
+  EXPECT_EQ(Box(ID_txtPmcStart).Text(), L"0");
+  EXPECT_EQ(Box(ID_txtPmcLen).Text(), L"1");
+  EXPECT_EQ(Box(ID_txtCount).Text(), L"10");
+  EXPECT_EQ(Box(ID_txtSleep).Text(), L"1000");
+  EXPECT_EQ(Caption(ID_lblCount), L"");
+  ExpectIdle();
+}
+
+TEST_F(PmcTest, The_address_letters_stand_at_their_codes) {
+  const std::wstring letters = L"GFYXARTKCDMNE";
+  ASSERT_EQ(Address().Count(), static_cast<int>(letters.size()));
+  for (int i = 0; i < Address().Count(); ++i)
+    EXPECT_EQ(Address().Item(i), std::wstring(1, letters[static_cast<size_t>(i)]));
+  EXPECT_EQ(Address().SelectedIndex(), 9);
+}
+
+TEST_F(PmcTest, The_captions_follow_the_language_mode) {
+  const auto captions = [&] {
+    Lines lines;
+    for (const int id : kLabels) lines.push_back(Caption(id));
+    for (const int id : kButtons) lines.push_back(Button(id).Caption());
+    return lines;
+  };
+  EXPECT_EQ(captions(), (Lines{L"PMC Addr.", L"StartNo", L"Length", L"Test", L"Read Int.", L"Result Data",
+                               L"Result (OK/ERR)", L"Read(&R)", L"Stop(&S)", L"Close(&X)"}));
+  mode = kBuiltInJapanese;
+  Open();
+  EXPECT_EQ(captions(), (Lines{L"PMCｱﾄﾞﾚｽ", L"開始番号", L"ﾃﾞｰﾀ長", L"ﾃｽﾄ回数", L"読取周期", L"読取 PMCﾃﾞｰﾀ",
+                               L"読取結果 (OK/ERR)", L"読取(&R)", L"停止(&S)", L"終了(&X)"}));
+  mode = kLanguageFile;
+  Open();
+  EXPECT_EQ(captions(), (Lines{L"text 137", L"text 138", L"text 139", L"text 140", L"text 141", L"text 142",
+                               L"text 143", L"text 144", L"text 145", L"text 146"}));
+  EXPECT_EQ(form->Caption(), L"PMC Read Test");
+}
+
+TEST_F(PmcTest, One_byte_of_D_at_0_is_one_line_of_data) {
+  Read();
+  EXPECT_EQ(library.calls, (Calls{"nx_allochandle3(192.168.1.100, 8193, 10)",
+                                  "nx_pmc_rdrange(5, 9, 0, 0, 0, 9)", "nx_freehandle(5)"}));
+  EXPECT_EQ(library.header, (std::vector<int16_t>{9, 0, 0, 0}));
+  EXPECT_EQ(Data().lines, Lines{L"0000\tFF"});
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", clock.now}));
+  EXPECT_TRUE(boxes.boxes.empty());
+  ExpectIdle();
+}
+
+TEST_F(PmcTest, The_range_is_asked_for_as_the_boxes_have_it_and_shown_from_0) {
+  Address().Select(4);
+  Box(ID_txtPmcStart).SetText(L"100");
+  Box(ID_txtPmcLen).SetText(L"3");
+  library.data = {0x00, 0x0A, 0xB1};
+  Read();
+  EXPECT_EQ(library.calls[1], "nx_pmc_rdrange(5, 4, 0, 100, 102, 11)");
+  EXPECT_EQ(library.header, (std::vector<int16_t>{4, 0, 100, 102}));
+  EXPECT_EQ(Data().lines, (Lines{L"0000\t0", L"0001\tA", L"0002\tB1"}));
+  EXPECT_EQ(Data().SelectedIndex(), 0);
+}
+
+TEST_F(PmcTest, The_first_and_the_last_address_letter_have_the_codes_0_and_12) {
+  Address().Select(0);
+  Read();
+  Address().Select(12);
+  Read();
+  EXPECT_EQ(library.calls[1], "nx_pmc_rdrange(5, 0, 0, 0, 0, 9)");
+  EXPECT_EQ(library.calls[4], "nx_pmc_rdrange(6, 12, 0, 0, 0, 9)");
+}
+
+TEST_F(PmcTest, Length_8000_is_read_and_listed_as_one_batch) {
+  Box(ID_txtPmcLen).SetText(L"8000");
+  library.data.resize(8000);
+  std::iota(library.data.begin(), library.data.end(), uint8_t{0});
+  Read();
+  EXPECT_EQ(library.calls[1], "nx_pmc_rdrange(5, 9, 0, 0, 7999, 8008)");
+  EXPECT_EQ(Data().Count(), 8000);
+  EXPECT_EQ(Data().lines.back(), L"7999\t3F");
+  EXPECT_EQ(Data().painted, 0);
+  EXPECT_TRUE(Data().redrawing);
+}
+
+TEST_F(PmcTest, A_length_beyond_8000_is_told_after_a_connection_that_is_released) {
+  Box(ID_txtPmcLen).SetText(L"8001");
+  Log().lines = {L"from before"};
+  Click(ID_cmdRead);
+  ExpectRefused({L"PMC read length error, maximum=8000"});
+  EXPECT_EQ(Log().lines, Lines{L"from before"});
+}
+
+TEST_F(PmcTest, The_words_about_the_length_follow_the_language_mode) {
+  Box(ID_txtPmcLen).SetText(L"40000");
+  Click(ID_cmdRead);
+  mode = kBuiltInJapanese;
+  Click(ID_cmdRead);
+  mode = kLanguageFile;
+  Click(ID_cmdRead);
+  EXPECT_EQ(boxes.Texts(),
+            (Lines{L"PMC read length error, maximum=8000", L"PMC読取長さエラー 最大=8000", L"text 136"}));
+}
+
+TEST_F(PmcTest, A_length_below_1_or_no_number_names_the_box_its_range_and_what_was_typed) {
+  for (const wchar_t* typed : {L"0", L"-20", L"", L"ten", L"99999999999"}) {
+    boxes.boxes.clear();
+    library.calls.clear();
+    Box(ID_txtPmcLen).SetText(typed);
+    Click(ID_cmdRead);
+    ExpectRefused({L"Length: 1 ... 8000", std::wstring(L"You typed: \"") + typed + L"\""});
+  }
+}
+
+TEST_F(PmcTest, A_start_number_that_is_none_or_negative_is_refused) {
+  for (const wchar_t* typed : {L"", L"x", L"-1", L"32768", L"1.0"}) {
+    boxes.boxes.clear();
+    library.calls.clear();
+    Box(ID_txtPmcStart).SetText(typed);
+    Click(ID_cmdRead);
+    ExpectRefused({L"StartNo: 0 ... 32767", std::wstring(L"\"") + typed + L"\""});
+  }
+}
+
+TEST_F(PmcTest, A_range_that_leaves_16_bits_is_refused_and_its_last_place_is_read) {
+  Box(ID_txtPmcLen).SetText(L"2");
+  Box(ID_txtPmcStart).SetText(L"32767");
+  Click(ID_cmdRead);
+  ExpectRefused({L"StartNo: 0 ... 32766", L"\"32767\""});
+  Box(ID_txtPmcStart).SetText(L"32766");
+  Read();
+  EXPECT_EQ(library.calls[3], "nx_pmc_rdrange(6, 9, 0, 32766, 32767, 10)");
+}
+
+TEST_F(PmcTest, A_count_or_an_interval_out_of_range_is_refused) {
+  Box(ID_txtCount).SetText(L"2147483648");
+  Click(ID_cmdRead);
+  ExpectRefused({L"Test: -2147483648 ... 2147483647", L"\"2147483648\""});
+  Box(ID_txtCount).SetText(L"1");
+  for (const wchar_t* typed : {L"-1", L"soon", L"2147483648"}) {
+    boxes.boxes.clear();
+    library.calls.clear();
+    Box(ID_txtSleep).SetText(typed);
+    Click(ID_cmdRead);
+    ExpectRefused({L"Read Int.: 0 ... 2147483647", std::wstring(L"\"") + typed + L"\""});
+  }
+}
+
+TEST_F(PmcTest, The_words_about_a_box_follow_the_language_mode) {
+  mode = kLanguageFile;
+  Open();
+  Box(ID_txtPmcStart).SetText(L"x");
+  Click(ID_cmdRead);
+  EXPECT_EQ(boxes.Texts(),
+            Lines{L"\"text 138\"(147)\r\ntext 133\r\ntext 138: 0text 13532767\r\ntext 134\"x\""});
+}
+
+TEST_F(PmcTest, A_whole_book_in_a_box_is_not_shown_whole) {
+  Box(ID_txtPmcStart).SetText(std::wstring(100000, L'9'));
+  Click(ID_cmdRead);
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_LT(boxes.boxes[0].text.size(), 250U);
+}
+
+TEST_F(PmcTest, A_port_that_is_no_number_is_an_error_before_the_connection) {
+  target.port.text = L"no";
+  Click(ID_cmdRead);
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_TRUE(library.calls.empty());
+  ExpectIdle();
+}
+
+TEST_F(PmcTest, A_failed_connection_is_a_box_and_reads_nothing) {
+  for (const int16_t code : {int16_t{-16}, int16_t{7}}) {
+    boxes.boxes.clear();
+    library.calls.clear();
+    library.openResult = code;
+    Click(ID_cmdRead);
+    EXPECT_EQ(boxes.Texts(), Lines{L"Allocate Handle error=" + std::to_wstring(code)});
+    EXPECT_EQ(boxes.boxes[0].title, L"");
+    EXPECT_EQ(library.Names(), Calls{"nx_allochandle3"});
+    ExpectIdle();
+  }
+}
+
+TEST_F(PmcTest, A_handle_that_comes_with_a_failure_is_given_back) {
+  library.openResult = -8;
+  library.givesHandleOnFailure = true;
+  Click(ID_cmdRead);
+  EXPECT_EQ(library.frees, 1);
+}
+
+TEST_F(PmcTest, A_good_result_with_handle_0_is_used_and_nothing_is_freed) {
+  library.nextHandle = 0;
+  Read();
+  EXPECT_EQ(library.Names(), (Calls{"nx_allochandle3", "nx_pmc_rdrange"}));
+}
+
+TEST_F(PmcTest, While_it_connects_only_nothing_can_be_clicked_and_while_it_reads_only_the_stop) {
+  const auto enabled = [&] {
+    return std::vector<bool>{Button(ID_cmdRead).Enabled(), Button(ID_cmdStop).Enabled(),
+                             Button(ID_cmdClose).Enabled()};
+  };
+  library.onRead = [&] {
+    EXPECT_EQ(enabled(), (std::vector<bool>{false, true, false}));
+    EXPECT_TRUE(Button(ID_cmdStop).HasFocus());
+  };
+  Read();
+  EXPECT_TRUE(Button(ID_cmdRead).HasFocus());
+  library.openResult = -8;
+  boxes.onShow = [&] { EXPECT_EQ(enabled(), (std::vector<bool>{false, false, false})); };
+  Read();
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+}
+
+TEST_F(PmcTest, The_focus_that_the_user_has_moved_stays_there) {
+  library.onRead = [&] { Box(ID_txtPmcStart).SetFocus(); };
+  Read();
+  EXPECT_TRUE(Box(ID_txtPmcStart).HasFocus());
+}
+
+TEST_F(PmcTest, The_focus_waits_in_the_box_that_was_refused) {
+  for (const int id : {ID_txtPmcLen, ID_txtPmcStart, ID_txtCount, ID_txtSleep}) {
+    const std::wstring before = Box(id).Text();
+    Button(ID_cmdRead).SetFocus();
+    Box(id).SetText(L"x");
+    Click(ID_cmdRead);
+    EXPECT_TRUE(Box(id).HasFocus()) << id;
+    Box(id).SetText(before);
+  }
+  Box(ID_txtPmcLen).SetText(L"8001");
+  Button(ID_cmdRead).SetFocus();
+  Click(ID_cmdRead);
+  EXPECT_TRUE(Box(ID_txtPmcLen).HasFocus());
+}
+
+TEST_F(PmcTest, The_lists_take_what_the_window_has_more_and_nothing_overlaps) {
+  const ui::Size least = form->WindowSize();
+  EXPECT_EQ(form->minimumWindowSize.width, least.width);
+  const ui::Rect log = Log().Bounds();
+  const ui::Rect read = Button(ID_cmdRead).Bounds();
+  form->SetWindowSize({least.width + 100, least.height + 50});
+  EXPECT_EQ(Log().Bounds().width, log.width + 100);
+  EXPECT_EQ(Log().Bounds().height, log.height + 50);
+  EXPECT_EQ(Button(ID_cmdRead).Bounds().y, read.y + 50);
+  EXPECT_GE(Button(ID_cmdRead).Bounds().y, Log().Bounds().y + Log().Bounds().height);
+  EXPECT_GE(Log().Bounds().x, Data().Bounds().x + Data().Bounds().width);
+  form->minimised = true;
+  form->SetWindowSize({10, 10});
+  EXPECT_EQ(Log().Bounds().width, log.width + 100);
+}
+
+TEST_F(PmcTest, Another_scaling_keeps_a_larger_window_and_grows_one_that_is_too_small) {
+  const ui::Size least = form->WindowSize();
+  form->SetWindowSize({least.width + 100, 20});
+  form->onScalingChanged();
+  EXPECT_EQ(form->WindowSize().width, least.width + 100);
+  EXPECT_EQ(form->WindowSize().height, least.height);
+}
+
+TEST_F(PmcTest, The_Tab_key_follows_the_eye_and_each_label_stands_before_its_field) {
+  EXPECT_EQ(
+      form->Order(),
+      (std::vector<int>{ID_Label1_0, ID_cmbPmcAddr, ID_Label1_1, ID_txtPmcStart, ID_Label1_2, ID_txtPmcLen,
+                        ID_Label1_3, ID_txtCount, ID_Label1_4, ID_txtSleep, ID_Label1_5, ID_lstData,
+                        ID_Label1_6, ID_pmc_lstResult, ID_lblCount, ID_cmdRead, ID_cmdStop, ID_cmdClose}));
+}
+
+}  // namespace
+}  // namespace tarvik::test

@@ -1,0 +1,189 @@
+#include "ftp/directory_listing.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "ftp/str_sort.h"
+#include "tests/fakes/fake_text_order.h"
+#include "ui/memory/memory_controls.h"
+
+namespace tarvik::test {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+struct Listing : testing::Test {
+  FtpFile File(const std::wstring& name, uint64_t size = 0, uint32_t attributes = 0x80) {
+    FtpFile file;
+    file.FileName = name;
+    file.Size = size;
+    file.Attr = attributes;
+    return file;
+  }
+
+  /// The lines below the header.
+  Lines List(const std::vector<FtpFile>& files) {
+    box.lines.clear();
+    listing.BeginEnumFiles();
+    for (const FtpFile& file : files) listing.EnumFile(file);
+    listing.EndEnumFile();
+    return {box.lines.begin() + 3, box.lines.end()};
+  }
+
+  static std::wstring Blanks(size_t count) { return std::wstring(count, L' '); }
+
+  ui::MemoryFocus focus;
+  ui::MemoryListBox box{focus};
+  ResultList results{box};
+  FakeTextOrder order;
+  DirectoryListing listing{results, order};
+};
+
+TEST_F(Listing, The_header_is_an_empty_line_the_columns_and_45_hyphens) {
+  EXPECT_TRUE(List({}).empty());
+  EXPECT_EQ(box.lines, (Lines{L"", L"Name" + Blanks(31 + 6) + L"Size", std::wstring(45, L'-')}));
+}
+
+TEST_F(Listing, The_directory_itself_and_its_parent_are_left_out) {
+  EXPECT_TRUE(List({File(L".", 0, 0x10), File(L"..", 0, 0x10)}).empty());
+  EXPECT_EQ(List({File(L"...")}).size(), 1U);
+}
+
+TEST_F(Listing, Directories_come_first_and_each_group_in_its_order) {
+  EXPECT_EQ(
+      List({File(L"c.txt", 1), File(L"A.txt", 23), File(L"b", 4096, 0x10)}),
+      (Lines{L"/b" + Blanks(33 + 10), L"A.txt" + Blanks(30 + 8) + L"23", L"c.txt" + Blanks(30 + 9) + L"1"}));
+}
+
+TEST_F(Listing, A_directory_is_known_by_its_bit_among_others) {
+  EXPECT_EQ(List({File(L"d", 7, 0x13)}), Lines{L"/d" + Blanks(43)});
+}
+
+TEST_F(Listing, The_case_of_letters_does_not_matter) {
+  const Lines lines = List({File(L"b"), File(L"C"), File(L"A"), File(L"d")});
+  EXPECT_EQ(lines[0][0], L'A');
+  EXPECT_EQ(lines[1][0], L'b');
+  EXPECT_EQ(lines[2][0], L'C');
+  EXPECT_EQ(lines[3][0], L'd');
+}
+
+TEST_F(Listing, A_name_beyond_its_35_columns_is_shown_whole_with_its_size_behind) {
+  const std::wstring name(36, L'n');
+  EXPECT_EQ(List({File(name, 5)}), Lines{name + Blanks(9) + L"5"});
+  EXPECT_EQ(List({File(name.substr(1), 5)}), Lines{name.substr(1) + Blanks(9) + L"5"});
+  EXPECT_EQ(List({File(name.substr(2), 5)}), Lines{name.substr(2) + L" " + Blanks(9) + L"5"});
+}
+
+TEST_F(Listing, A_size_beyond_its_10_columns_is_shown_whole) {
+  EXPECT_EQ(List({File(L"n", 9'999'999'999)}), Lines{L"n" + Blanks(34) + L"9999999999"});
+  EXPECT_EQ(List({File(L"n", 12'345'678'901)}), Lines{L"n" + Blanks(34) + L"12345678901"});
+}
+
+TEST_F(Listing, A_size_that_no_file_has_is_no_negative_one) {
+  EXPECT_EQ(List({File(L"n", ~uint64_t{0})}), Lines{L"n" + Blanks(34) + L"9223372036854775807"});
+}
+
+TEST_F(Listing, A_name_with_line_breaks_is_one_line) {
+  EXPECT_EQ(List({File(L"a\r\nb\n", 5)}), Lines{L"a\r\nb\n" + Blanks(30 + 9) + L"5"});
+}
+
+TEST_F(Listing, A_second_listing_begins_anew) {
+  List({File(L"a")});
+  EXPECT_EQ(List({File(L"b")}).size(), 1U);
+}
+
+TEST_F(Listing, Lines_beyond_1001_empty_the_list_first) {
+  std::vector<FtpFile> files;
+  for (int i = 0; i < 2000; ++i) files.push_back(File(std::to_wstring(10'000 + i)));
+  box.lines.clear();
+  listing.BeginEnumFiles();
+  for (const FtpFile& file : files) listing.EnumFile(file);
+  listing.EndEnumFile();
+  // 3 of the header and 998 entries, then 1001, then the last one.
+  ASSERT_EQ(box.lines.size(), 1U);
+  EXPECT_EQ(box.lines[0].substr(0, 5), L"11999");
+  EXPECT_EQ(box.SelectedIndex(), 0);
+}
+
+TEST_F(Listing, Of_40000_entries_none_is_lost_and_their_order_holds) {
+  std::vector<FtpFile> files;
+  for (int i = 0; i < 40'000; ++i) files.push_back(File(std::to_wstring(100'000 + (i * 7919) % 40'000)));
+  std::vector<std::wstring> lines;
+  for (const FtpFile& file : files) lines.push_back(file.FileName);
+  const Lines sorted = Sorted(lines, order);
+  ASSERT_EQ(sorted.size(), 40'000U);
+  for (int i = 0; i < 40'000; ++i) ASSERT_EQ(sorted[static_cast<size_t>(i)], std::to_wstring(100'000 + i));
+  // 3 + 40,000 lines, an empty list at every 1001.
+  box.lines.clear();
+  listing.BeginEnumFiles();
+  for (const FtpFile& file : files) listing.EnumFile(file);
+  listing.EndEnumFile();
+  ASSERT_EQ(box.lines.size(), 40'003U % 1001U);
+  EXPECT_EQ(box.lines.back().substr(0, 6), L"139999");
+}
+
+TEST_F(Listing, The_entries_are_painted_in_one_go) {
+  List({File(L"a"), File(L"b"), File(L"d", 0, 0x10)});
+  EXPECT_EQ(box.painted, 3);  // the header's
+  EXPECT_TRUE(box.redrawing);
+}
+
+TEST_F(Listing, A_key_is_made_once_for_each_line) {
+  std::vector<FtpFile> files;
+  for (int i = 0; i < 100; ++i) files.push_back(File(std::to_wstring(i), 0, i % 2 == 0 ? 0x10 : 0));
+  List(files);
+  EXPECT_EQ(order.keysMade, 100);
+}
+
+TEST_F(Listing, The_order_is_that_of_a_sort_that_compares_each_time_also_for_equal_lines) {
+  std::mt19937 random(1);
+  for (const int letters : {1, 2, 4, 26}) {
+    Lines lines;
+    for (int i = 0; i < 500; ++i) {
+      std::wstring line;
+      for (int k = 0; k < 2; ++k)
+        line += static_cast<wchar_t>((random() % 2 == 0 ? L'a' : L'A') +
+                                     random() % static_cast<unsigned>(letters));
+      lines.push_back(line);
+    }
+    Lines plain = lines;
+    StrSort(
+        plain, 0, static_cast<int32_t>(plain.size()) - 1,
+        [this](const std::wstring& a, const std::wstring& b) { return order.SortKey(a) < order.SortKey(b); });
+    EXPECT_EQ(Sorted(lines, order), plain) << letters;
+  }
+}
+
+TEST_F(Listing, A_list_that_would_need_too_many_comparisons_keeps_equal_lines_as_they_came) {
+  const Lines lines = {L"b", L"A", L"B", L"a", L"b", L"A"};
+  EXPECT_EQ(Sorted(lines, order, 3), (Lines{L"A", L"a", L"A", L"b", L"B", L"b"}));
+}
+
+TEST_F(Listing, Equal_lines_that_are_all_compared_with_each_other_have_the_order_of_the_plain_sort) {
+  Lines lines;
+  for (int i = 0; i < 300; ++i) lines.push_back(i % 3 == 0 ? L"NAME" : L"name");
+  Lines plain = lines;
+  StrSort(plain, 0, 299, [](const std::wstring&, const std::wstring&) { return false; });
+  ASSERT_NE(plain, lines);
+  EXPECT_EQ(Sorted(lines, order, 300 * 299 / 2), plain);
+  EXPECT_EQ(Sorted(lines, order, 300 * 299 / 2 - 1), lines);
+  EXPECT_GE(kMostComparisons, int64_t{10'000} * 9'999 / 2);
+}
+
+TEST_F(Listing, A_hundred_thousand_equal_names_are_not_compared_each_with_each) {
+  // That would be 5,000,000,000 comparisons.
+  const Lines lines(100'000, L"name");
+  EXPECT_EQ(Sorted(lines, order), lines);
+}
+
+TEST_F(Listing, A_list_that_refuses_a_line_is_painted_again) {
+  listing.BeginEnumFiles();
+  listing.EnumFile(File(L"a"));
+  box.refusing = true;
+  EXPECT_THROW(listing.EndEnumFile(), RuntimeError);
+  EXPECT_TRUE(box.redrawing);
+}
+
+}  // namespace
+}  // namespace tarvik::test

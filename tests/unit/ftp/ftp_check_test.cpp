@@ -1,0 +1,234 @@
+#include "ftp/ftp_check.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_pump.h"
+#include "tests/fakes/fake_text_order.h"
+#include "tests/fakes/fake_wininet.h"
+#include "ui/memory/memory_controls.h"
+
+namespace tarvik::test {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+using Calls = std::vector<std::string>;
+
+class FtpTest : public testing::Test {
+ protected:
+  void TearDown() override {
+    EXPECT_TRUE(wininet.open.empty());
+    EXPECT_EQ(wininet.misuses, 0);
+    EXPECT_FALSE(busy);
+    EXPECT_TRUE(box.redrawing);
+  }
+
+  bool Test(const std::wstring& host = L"192.168.1.100") {
+    return TestFtp({results, pump, wininet, codePage, order,
+                    [this](bool on) {
+                      EXPECT_NE(busy, on);
+                      busy = on;
+                      ++busyChanges;
+                    }},
+                   host, L"cnc", L"secret");
+  }
+
+  static Lines Listing(const Lines& entries) {
+    Lines lines{L"", L"Name                                     Size", std::wstring(45, L'-')};
+    lines.insert(lines.end(), entries.begin(), entries.end());
+    return lines;
+  }
+
+  ui::MemoryFocus focus;
+  ui::MemoryListBox box{focus};
+  ResultList results{box};
+  FakePump pump;
+  FakeWininet wininet;
+  FakeCodePage codePage;
+  FakeTextOrder order;
+  bool busy = false;
+  int busyChanges = 0;
+};
+
+TEST_F(FtpTest, Without_a_host_nothing_is_done) {
+  EXPECT_FALSE(Test(L""));
+  EXPECT_TRUE(box.lines.empty());
+  EXPECT_TRUE(wininet.calls.empty());
+  EXPECT_EQ(busyChanges, 0);
+}
+
+TEST_F(FtpTest, Replies_and_the_listing_are_shown_in_their_order) {
+  wininet.replies = {"220 ready\r\n230 logged in", "257 \"/\"", "221 bye"};
+  wininet.entries = {FakeWininet::File("a.txt", 12), FakeWininet::Directory("d")};
+  EXPECT_TRUE(Test());
+  EXPECT_EQ(box.lines,
+            (Lines{L"", L"FTP Connect test...", L"220 ready", L"230 logged in", L"257 \"/\"", L"",
+                   L"Name                                     Size", std::wstring(45, L'-'),
+                   L"/d" + std::wstring(43, L' '), L"a.txt" + std::wstring(38, L' ') + L"12", L"221 bye"}));
+}
+
+TEST_F(FtpTest, The_calls_come_in_their_order) {
+  wininet.entries = {FakeWininet::File("a")};
+  Test();
+  Calls names;
+  for (const std::string& call : wininet.calls) names.push_back(call.substr(0, call.find('(')));
+  EXPECT_EQ(names,
+            (Calls{"InternetOpenA", "InternetGetLastResponseInfoA", "InternetConnectA",
+                   "InternetSetStatusCallback", "InternetGetLastResponseInfoA", "FtpGetCurrentDirectoryA",
+                   "InternetGetLastResponseInfoA", "FtpFindFirstFileA", "InternetCloseHandle",
+                   "InternetCloseHandle", "InternetGetLastResponseInfoA", "InternetCloseHandle"}));
+}
+
+TEST_F(FtpTest, What_was_listed_before_stays) {
+  box.lines = {L"before"};
+  Test();
+  EXPECT_EQ(box.lines.front(), L"before");
+}
+
+TEST_F(FtpTest, The_user_is_kept_out_from_before_the_connection_until_the_end) {
+  wininet.replies = {"1", "2", "3"};
+  wininet.onCall = [this](const std::string& name) { EXPECT_EQ(busy, name != "InternetOpenA") << name; };
+  std::vector<bool> atEvents;
+  pump.onEvents = [&] { atEvents.push_back(busy); };
+  Test();
+  EXPECT_EQ(atEvents, (std::vector<bool>{false, true, true, true}));
+  EXPECT_EQ(busyChanges, 2);
+}
+
+TEST_F(FtpTest, A_refusal_shows_the_servers_reply) {
+  wininet.failing = {"InternetConnectA"};
+  wininet.replies = {"530 Login incorrect."};
+  EXPECT_FALSE(Test());
+  EXPECT_EQ(box.lines, (Lines{L"", L"FTP Connect test...", L"530 Login incorrect."}));
+  EXPECT_TRUE(wininet.CallsOf("FtpGetCurrentDirectoryA").empty());
+}
+
+TEST_F(FtpTest, No_connection_and_no_reply_is_said) {
+  wininet.failing = {"InternetConnectA"};
+  EXPECT_FALSE(Test());
+  EXPECT_EQ(box.lines, (Lines{L"", L"FTP Connect test...", L"Cannot connect ..."}));
+}
+
+TEST_F(FtpTest, A_server_that_cannot_be_reached_is_not_given_the_words_of_an_earlier_one) {
+  wininet.replies = {"230 logged in", "257 \"/\"", "226 Transfer complete."};
+  EXPECT_TRUE(Test());
+  EXPECT_EQ(box.lines.back(), L"226 Transfer complete.");
+  wininet.failing = {"InternetConnectA"};
+  // Timed out, name not resolved, cannot connect, aborted, reset, and a server that hangs up without a word.
+  for (const uint32_t error : {12002U, 12007U, 12029U, 12030U, 12031U, 12110U, 0U}) {
+    wininet.connectError = error;
+    box.lines.clear();
+    EXPECT_FALSE(Test()) << error;
+    EXPECT_EQ(box.lines, (Lines{L"", L"FTP Connect test...", L"Cannot connect ..."})) << error;
+  }
+}
+
+TEST_F(FtpTest, The_same_refusal_is_shown_each_time) {
+  wininet.failing = {"InternetConnectA"};
+  for (const uint32_t error : {12003U, 12013U, 12014U, 12015U}) {
+    wininet.connectError = error;
+    wininet.replies = {"530 Login incorrect."};
+    EXPECT_FALSE(Test()) << error;
+    EXPECT_EQ(box.lines.back(), L"530 Login incorrect.") << error;
+  }
+}
+
+TEST_F(FtpTest, A_server_that_hangs_up_is_shown_with_its_own_last_words) {
+  wininet.heldReply = "226 Transfer complete.";
+  wininet.failing = {"InternetConnectA"};
+  wininet.connectError = 12031;
+  wininet.replies = {"421 Too many users."};
+  EXPECT_FALSE(Test());
+  EXPECT_EQ(box.lines.back(), L"421 Too many users.");
+}
+
+TEST_F(FtpTest, Without_a_session_there_is_no_connection) {
+  wininet.failing = {"InternetOpenA"};
+  EXPECT_FALSE(Test());
+  EXPECT_EQ(box.lines.back(), L"Cannot connect ...");
+}
+
+TEST_F(FtpTest, An_empty_reply_after_a_connection_is_one_empty_line) {
+  wininet.failing = {"FtpFindFirstFileA"};
+  EXPECT_TRUE(Test());
+  Lines expected{L"", L"FTP Connect test...", L"", L""};
+  for (const std::wstring& line : Listing({})) expected.push_back(line);
+  expected.push_back(L"");
+  EXPECT_EQ(box.lines, expected);
+}
+
+TEST_F(FtpTest, A_directory_that_cannot_be_read_does_not_change_the_verdict) {
+  wininet.failing = {"FtpGetCurrentDirectoryA", "FtpFindFirstFileA", "InternetGetLastResponseInfoA"};
+  EXPECT_TRUE(Test());
+}
+
+TEST_F(FtpTest, A_stop_asked_for_before_the_user_is_kept_out_connects_to_nothing) {
+  pump.stop = true;
+  EXPECT_FALSE(Test());
+  EXPECT_TRUE(wininet.CallsOf("InternetConnectA").empty());
+  EXPECT_EQ(busyChanges, 0);
+}
+
+TEST_F(FtpTest, A_missing_call_gives_everything_back) {
+  for (const char* call :
+       {"InternetOpenA", "InternetConnectA", "InternetSetStatusCallback", "InternetGetLastResponseInfoA",
+        "FtpGetCurrentDirectoryA", "FtpFindFirstFileA", "InternetFindNextFileA"}) {
+    wininet.entries = {FakeWininet::File("a")};
+    wininet.throwing = call;
+    EXPECT_THROW(Test(), RuntimeError) << call;
+    EXPECT_TRUE(wininet.open.empty()) << call;
+    EXPECT_FALSE(busy) << call;
+  }
+}
+
+TEST_F(FtpTest, A_list_that_refuses_a_line_gives_everything_back_at_each_line) {
+  for (const char* call : {"InternetConnectA", "FtpGetCurrentDirectoryA", "FtpFindFirstFileA"}) {
+    wininet.entries = {FakeWininet::File("a")};
+    box.refusing = false;
+    wininet.onCall = [&](const std::string& name) { box.refusing = box.refusing || name == call; };
+    EXPECT_THROW(Test(), RuntimeError) << call;
+    EXPECT_TRUE(wininet.open.empty()) << call;
+    EXPECT_FALSE(busy) << call;
+  }
+}
+
+TEST_F(FtpTest, A_reply_of_megabytes_of_lines_leaves_a_bounded_list) {
+  std::string reply;
+  for (int i = 0; i < 300'000; ++i) reply += "220-line\r\n";
+  wininet.replies = {reply, "257", "226"};
+  EXPECT_TRUE(Test());
+  EXPECT_LE(box.lines.size(), 1001U);
+}
+
+TEST_F(FtpTest, A_reply_of_megabytes_without_a_line_end_is_one_line) {
+  wininet.failing = {"InternetConnectA"};
+  wininet.replies = {std::string(3'000'000, 'x')};
+  EXPECT_FALSE(Test());
+  ASSERT_EQ(box.lines.size(), 3U);
+  EXPECT_EQ(box.lines[2].size(), 3'000'000U);
+}
+
+TEST_F(FtpTest, Bytes_that_are_no_text_are_shown_as_one_line_and_hide_no_text_after_them) {
+  std::string reply;
+  for (int byte = 255; byte > 0; --byte) reply.push_back(static_cast<char>(byte));
+  wininet.replies = {reply};
+  EXPECT_TRUE(Test());
+  // 16 pairs without a meaning, the half-width kana, 17 pairs more (the last takes the byte 0x7F), ASCII.
+  std::wstring expected(16, L'?');
+  for (wchar_t kana = 0xFF9F; kana >= 0xFF61; --kana) expected.push_back(kana);
+  expected.append(17, L'?');
+  for (wchar_t letter = 0x7E; letter > 0; --letter) expected.push_back(letter);
+  ASSERT_GE(box.lines.size(), 3U);
+  EXPECT_EQ(box.lines[2], expected);
+}
+
+TEST_F(FtpTest, Of_40000_entries_the_last_ones_are_in_the_list_and_the_verdict_stands) {
+  for (int i = 0; i < 40'000; ++i) wininet.entries.push_back(FakeWininet::File(std::to_string(100'000 + i)));
+  wininet.replies = {"220", "257", "221"};
+  EXPECT_TRUE(Test());
+  EXPECT_EQ(box.lines.size(), (2U + 2 + 3 + 40'000 + 1) % 1001);
+  EXPECT_EQ(box.lines[box.lines.size() - 2].substr(0, 6), L"139999");
+}
+
+}  // namespace
+}  // namespace tarvik::test

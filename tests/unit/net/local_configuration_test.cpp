@@ -1,0 +1,137 @@
+#include "net/local_configuration.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/fake_boxes.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_files.h"
+#include "tests/fakes/fake_ip_helper.h"
+#include "tests/fakes/fake_os_version.h"
+#include "tests/fakes/fake_processes.h"
+#include "tests/fakes/fake_pump.h"
+#include "tests/fakes/fake_winsock.h"
+
+namespace tarvik::test {
+namespace {
+
+int16_t KindOf(uint32_t platformId, uint32_t major) {
+  FakeOsVersion version;
+  version.platformId = platformId;
+  version.majorVersion = major;
+  int16_t kind = 99;
+  const bool supported = GetOsKind(version, kind);
+  EXPECT_EQ(supported, kind != -1);
+  EXPECT_EQ(version.askedSize, 148u);
+  return kind;
+}
+
+TEST(GetOsKind, Windows_95_and_98_are_0) { EXPECT_EQ(KindOf(1, 4), 0); }
+
+TEST(GetOsKind, Windows_NT_4_is_1) { EXPECT_EQ(KindOf(2, 4), 1); }
+
+TEST(GetOsKind, Every_later_Windows_NT_is_2) {
+  EXPECT_EQ(KindOf(2, 5), 2);
+  EXPECT_EQ(KindOf(2, 6), 2);
+  EXPECT_EQ(KindOf(2, 10), 2);
+}
+
+TEST(GetOsKind, Windows_NT_3_and_unknown_platforms_are_not_supported) {
+  EXPECT_EQ(KindOf(2, 3), -1);
+  EXPECT_EQ(KindOf(0, 3), -1);
+  EXPECT_EQ(KindOf(3, 5), -1);
+}
+
+TEST(GetOsKind, A_query_that_fails_is_not_supported) {
+  FakeOsVersion version;
+  version.succeeds = false;
+  int16_t kind = 99;
+  EXPECT_FALSE(GetOsKind(version, kind));
+  EXPECT_EQ(kind, -1);
+}
+
+struct LocalConfigurationTest : testing::Test {
+  LocalConfigurationTest() {
+    winsock.AddInterface("127.0.0.1", "255.0.0.0");
+    winsock.AddInterface("192.168.1.10", "255.255.255.0");
+    ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
+    processes.onStart = [this] {
+      files.contents[L"C:\\Tarvik\\ipconfig.txt"] = "IP Address: 10.0.0.1\r\nSubnet Mask: 255.0.0.0\r\n";
+    };
+  }
+
+  bool Get() {
+    return GetIpConfiguration(osVersion, winsock, ipHelper, {files, processes, codePage, boxes, pump, folder},
+                              list);
+  }
+
+  const std::wstring folder = L"C:\\Tarvik";
+  FakeOsVersion osVersion;
+  FakeWinsock winsock;
+  FakeIpHelper ipHelper;
+  FakeFiles files;
+  FakeProcesses processes;
+  FakeCodePage codePage;
+  FakeBoxes boxes;
+  FakePump pump;
+  std::vector<LocalAddressRecord> list;
+};
+
+TEST_F(LocalConfigurationTest, The_interface_list_is_filled_with_the_adapters_gateways) {
+  for (const uint32_t platformId : {1u, 2u}) {
+    osVersion.platformId = platformId;
+    osVersion.majorVersion = platformId == 1 ? 4 : 6;
+    ASSERT_TRUE(Get());
+    ASSERT_EQ(list.size(), 1u);
+    EXPECT_EQ(list[0].IpAddress, L"192.168.1.10");
+    EXPECT_EQ(list[0].SubnetMask, L"255.255.255.0");
+    EXPECT_EQ(list[0].Gateways, std::vector<std::wstring>{L"192.168.1.1"});
+  }
+  EXPECT_TRUE(processes.commandLines.empty());
+}
+
+TEST_F(LocalConfigurationTest, Windows_NT_4_is_asked_through_ipconfig) {
+  osVersion.majorVersion = 4;
+  ASSERT_TRUE(Get());
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].IpAddress, L"10.0.0.1");
+  EXPECT_EQ(ipHelper.calls, 0);
+}
+
+TEST_F(LocalConfigurationTest, A_failure_of_ipconfig_is_handed_on) {
+  osVersion.majorVersion = 4;
+  processes.processId = 0;
+  EXPECT_FALSE(Get());
+}
+
+TEST_F(LocalConfigurationTest, An_unsupported_system_is_not_asked) {
+  osVersion.majorVersion = 3;
+  EXPECT_FALSE(Get());
+  EXPECT_EQ(winsock.ioctlCode, 0u);
+  EXPECT_TRUE(processes.commandLines.empty());
+}
+
+TEST_F(LocalConfigurationTest, A_PC_with_only_the_loopback_interface_has_an_empty_list) {
+  winsock.interfaceBytes.clear();
+  winsock.AddInterface("127.0.0.1", "255.0.0.0");
+  ipHelper.adapters.clear();
+  EXPECT_TRUE(Get());
+  EXPECT_TRUE(list.empty());
+}
+
+TEST_F(LocalConfigurationTest, Without_an_interface_list_no_adapters_are_asked) {
+  winsock.ioctlSucceeds = false;
+  EXPECT_FALSE(Get());
+  EXPECT_EQ(list.size(), 1u);
+  EXPECT_EQ(ipHelper.calls, 0);
+}
+
+TEST_F(LocalConfigurationTest, Adapters_that_are_not_delivered_leave_one_empty_record) {
+  winsock.AddInterface("10.0.0.1", "255.0.0.0");
+  ipHelper.fillResult = 87;
+  EXPECT_FALSE(Get());
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].IpAddress, L"");
+}
+
+}  // namespace
+}  // namespace tarvik::test

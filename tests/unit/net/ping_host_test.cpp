@@ -1,0 +1,220 @@
+#include "net/ping_host.h"
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+
+#include "platform/runtime_error.h"
+#include "tests/fakes/fake_boxes.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_icmp.h"
+#include "tests/fakes/fake_pump.h"
+#include "tests/fakes/fake_winsock.h"
+#include "ui/memory/memory_controls.h"
+
+namespace tarvik::test {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+struct StatusRow {
+  uint32_t status;
+  const wchar_t* text;
+};
+
+constexpr StatusRow kStatusRows[] = {
+    {11001, L"Buffer Too Small"},
+    {11002, L"Destination Net Unreachable"},
+    {11003, L"Destination Host Unreachable"},
+    {11004, L"Destination Protocol Unreachable"},
+    {11005, L"Destination Port Unreachable"},
+    {11006, L"No Resources"},
+    {11007, L"Bad Option"},
+    {11008, L"Hardware Error"},
+    {11009, L"Packet Too Big"},
+    {11010, L"Request Timed Out"},
+    {11011, L"Bad Request"},
+    {11012, L"Bad Route"},
+    {11013, L"TimeToLive Expired Transit"},
+    {11014, L"TimeToLive Expired Reassembly"},
+    {11015, L"Parameter Problem"},
+    {11016, L"Source Quench"},
+    {11017, L"Option Too Big"},
+    {11018, L"Bad Destination"},
+    {11032, L"Negotiating IPSEC"},
+    {11050, L"General Failure"},
+};
+
+TEST(EvaluatePingResponse, Every_status_of_the_table_has_its_text) {
+  EXPECT_EQ(std::size(kStatusRows), 20u);
+  for (const StatusRow& row : kStatusRows)
+    EXPECT_EQ(EvaluatePingResponse(row.status), row.text) << row.status;
+}
+
+TEST(EvaluatePingResponse, A_good_status_has_no_text) { EXPECT_EQ(EvaluatePingResponse(0), L""); }
+
+TEST(EvaluatePingResponse, A_status_outside_the_table_is_an_unknown_response) {
+  for (const uint32_t status : {1u, 11000u, 11019u, 11031u, 11033u, 11049u, 11051u, 0xFFFFFFFFu})
+    EXPECT_EQ(EvaluatePingResponse(status), L"Unknown Response") << status;
+}
+
+TEST(IcmpLibraryTest, The_librarys_failure_is_no_handle) {
+  EXPECT_EQ(IcmpLibrary::CreatedHandle(-1), 0);
+  EXPECT_EQ(IcmpLibrary::CreatedHandle(0), 0);
+  EXPECT_EQ(IcmpLibrary::CreatedHandle(0x1CEB00DA), 0x1CEB00DA);
+}
+
+struct PingHostTest : testing::Test {
+  bool Ping(const std::wstring& host, int32_t count) {
+    return PingHost({results, boxes, pump, winsock, codePage, icmp, 0x1CEB00DA}, host, count);
+  }
+
+  ui::MemoryFocus focus;
+  ui::MemoryListBox box{focus};
+  ResultList results{box};
+  FakeBoxes boxes;
+  FakePump pump;
+  FakeWinsock winsock;
+  FakeCodePage codePage;
+  FakeIcmp icmp;
+};
+
+TEST_F(PingHostTest, An_answer_is_one_line_with_bytes_time_and_TTL) {
+  icmp.script = {FakeIcmp::Reply("192.168.1.10", 0, 17, 128)};
+  EXPECT_TRUE(Ping(L"192.168.1.10", 1));
+  EXPECT_EQ(box.lines, Lines{L"0001 Reply From 192.168.1.10: bytes=32 time=17ms TTL=128"});
+}
+
+TEST_F(PingHostTest, The_line_names_who_answered) {
+  icmp.script = {FakeIcmp::Reply("10.0.0.1")};
+  EXPECT_TRUE(Ping(L"192.168.1.10", 1));
+  EXPECT_EQ(box.lines, Lines{L"0001 Reply From 10.0.0.1: bytes=32 time=1ms TTL=64"});
+}
+
+TEST_F(PingHostTest, An_echo_is_32_blanks_without_options_and_waits_100_ms) {
+  Ping(L"192.168.1.10", 1);
+  ASSERT_EQ(icmp.requests.size(), 1u);
+  const FakeIcmp::Request& request = icmp.requests[0];
+  EXPECT_EQ(request.handle, 0x1CEB00DA);
+  EXPECT_EQ(request.address, AddressNumber("192.168.1.10"));
+  EXPECT_EQ(request.data, std::string(32, ' '));
+  EXPECT_FALSE(request.withOptions);
+  EXPECT_EQ(request.replySize, 278u);
+  EXPECT_EQ(request.timeout, 100u);
+}
+
+TEST_F(PingHostTest, A_count_of_zero_sends_nothing_writes_nothing_and_fails) {
+  icmp.AddHost("192.168.1.10");
+  EXPECT_FALSE(Ping(L"192.168.1.10", 0));
+  EXPECT_TRUE(icmp.requests.empty());
+  EXPECT_TRUE(box.lines.empty());
+  EXPECT_EQ(pump.now, 0u);
+}
+
+TEST_F(PingHostTest, A_negative_count_sends_nothing) {
+  icmp.AddHost("192.168.1.10");
+  EXPECT_FALSE(Ping(L"192.168.1.10", -1));
+  EXPECT_TRUE(icmp.requests.empty());
+}
+
+TEST_F(PingHostTest, A_host_that_does_not_answer_gives_the_code_of_the_call_and_fails) {
+  icmp.script = {FakeIcmp::TimedOut(), FakeIcmp::TimedOut(6)};
+  EXPECT_FALSE(Ping(L"192.168.1.10", 2));
+  EXPECT_EQ(box.lines, (Lines{L"ICMP_Error:11010", L"ICMP_Error:6"}));
+}
+
+TEST_F(PingHostTest, One_answer_among_many_echoes_is_enough) {
+  icmp.script = {FakeIcmp::TimedOut(), FakeIcmp::Reply("192.168.1.10"), FakeIcmp::TimedOut()};
+  EXPECT_TRUE(Ping(L"192.168.1.10", 3));
+  EXPECT_EQ(box.lines, (Lines{L"ICMP_Error:11010", L"0002 Reply From 192.168.1.10: bytes=32 time=1ms TTL=64",
+                              L"ICMP_Error:11010"}));
+}
+
+TEST_F(PingHostTest, A_reply_with_a_status_names_the_target_and_counts_as_an_answer) {
+  icmp.script = {FakeIcmp::Reply("10.0.0.1", 11003)};
+  EXPECT_TRUE(Ping(L"192.168.1.10", 1));
+  EXPECT_EQ(box.lines, Lines{L"0001 Reply From 192.168.1.10: Destination Host Unreachable"});
+}
+
+TEST_F(PingHostTest, A_reply_with_an_unknown_status_says_so) {
+  icmp.script = {FakeIcmp::Reply("10.0.0.1", 11019)};
+  EXPECT_TRUE(Ping(L"192.168.1.10", 1));
+  EXPECT_EQ(box.lines, Lines{L"0001 Reply From 192.168.1.10: Unknown Response"});
+}
+
+TEST_F(PingHostTest, The_sequence_number_is_padded_to_four_digits_and_never_cut) {
+  icmp.AddHost("192.168.1.10");
+  EXPECT_TRUE(Ping(L"192.168.1.10", 10001));
+  // The list was emptied when it held 1001 lines, so what it shows begins anew.
+  EXPECT_EQ(box.lines.back().substr(0, 17), L"10001 Reply From ");
+  EXPECT_EQ(box.lines[box.lines.size() - 3].substr(0, 16), L"9999 Reply From ");
+}
+
+TEST_F(PingHostTest, A_name_is_looked_up_and_its_first_address_pinged) {
+  winsock.AddHost("cnc1", {"192.168.1.100", "10.0.0.7"});
+  Ping(L"cnc1", 1);
+  EXPECT_EQ(icmp.requests.at(0).address, AddressNumber("192.168.1.100"));
+}
+
+TEST_F(PingHostTest, A_host_that_cannot_be_resolved_leaves_one_line_in_an_emptied_list) {
+  results.AddToList(L"earlier");
+  EXPECT_FALSE(Ping(L"nobody", 4));
+  EXPECT_EQ(box.lines, Lines{L"Bad IP address (Get Host Name) nobody"});
+  EXPECT_TRUE(icmp.requests.empty());
+  EXPECT_EQ(pump.now, 0u);
+}
+
+TEST_F(PingHostTest, Echoes_are_one_second_apart_in_four_pauses_that_let_events_run) {
+  icmp.AddHost("192.168.1.10");
+  EXPECT_TRUE(Ping(L"192.168.1.10", 3));
+  EXPECT_EQ(pump.now, 3000u);
+  EXPECT_EQ(pump.sleeps, std::vector<uint32_t>(12, 250));
+  EXPECT_EQ(pump.eventRounds, 12);
+}
+
+TEST_F(PingHostTest, A_stop_before_the_first_pause_ends_it_after_one_echo_without_a_pause) {
+  icmp.AddHost("192.168.1.10");
+  pump.stop = true;
+  EXPECT_TRUE(Ping(L"192.168.1.10", 1000));
+  EXPECT_EQ(icmp.requests.size(), 1u);
+  EXPECT_TRUE(pump.sleeps.empty());
+}
+
+TEST_F(PingHostTest, A_stop_that_comes_with_the_events_is_seen_before_the_sleep) {
+  icmp.AddHost("192.168.1.10");
+  pump.onEvents = [this] { pump.stop = pump.eventRounds >= 6; };
+  EXPECT_TRUE(Ping(L"192.168.1.10", 1000));
+  EXPECT_EQ(icmp.requests.size(), 2u);
+  EXPECT_EQ(pump.sleeps.size(), 5u);
+}
+
+TEST_F(PingHostTest, A_stop_without_any_answer_fails) {
+  pump.stopAt = 1300;
+  EXPECT_FALSE(Ping(L"192.168.1.10", 1000));
+  EXPECT_EQ(icmp.requests.size(), 2u);
+  EXPECT_EQ(pump.now, 1300u);
+}
+
+TEST_F(PingHostTest, A_runtime_failure_shows_the_last_socket_errors_sentence_and_fails) {
+  icmp.AddHost("192.168.1.10");
+  winsock.lastError = 10050;
+  box.refusing = true;
+  EXPECT_FALSE(Ping(L"192.168.1.10", 1));
+  EXPECT_EQ(boxes.Texts(), Lines{L"ネットワークがダウンしている。"});
+}
+
+TEST_F(PingHostTest, A_runtime_failure_after_an_answer_fails_all_the_same) {
+  icmp.AddHost("192.168.1.10");
+  pump.onEvents = [] { throw RuntimeError(L"broken"); };
+  EXPECT_FALSE(Ping(L"192.168.1.10", 1));
+}
+
+TEST_F(PingHostTest, A_runtime_failure_without_a_socket_error_shows_nothing) {
+  icmp.AddHost("192.168.1.10");
+  box.refusing = true;
+  EXPECT_FALSE(Ping(L"192.168.1.10", 1));
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+}  // namespace
+}  // namespace tarvik::test

@@ -1,0 +1,131 @@
+#include "resources/resource.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/fake_boxes.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_files.h"
+#include "tests/fakes/fake_profile_strings.h"
+#include "ui/memory/memory_controls.h"
+
+namespace tarvik::test {
+namespace {
+
+class ResourceTest : public testing::Test {
+ protected:
+  ResourceTest() { files.contents[L"C:\\Data\\Language\\Tarvik.exe_1041.ini"] = ""; }
+  void Add(int id, const std::string& text) {
+    profile.values["C:\\Data\\Language\\Tarvik.exe_1041.ini|1041|" + std::to_string(id)] = text;
+  }
+  bool Initialize(int32_t language = 1041) {
+    return resource.Initialize(language, L"C:\\Data", L"Tarvik.exe");
+  }
+
+  FakeFiles files;
+  FakeProfileStrings profile;
+  FakeCodePage codePage;
+  FakeBoxes boxes;
+  Resource resource{files, profile, codePage, boxes};
+};
+
+TEST_F(ResourceTest, A_folder_with_or_without_a_backslash_gives_the_same_path) {
+  EXPECT_TRUE(resource.Initialize(1041, L"C:\\Data", L"Tarvik.exe"));
+  EXPECT_TRUE(resource.Initialize(1041, L"C:\\Data\\", L"Tarvik.exe"));
+  EXPECT_EQ(resource.pLanguage(), 1041);
+}
+
+TEST_F(ResourceTest, A_missing_language_falls_back_to_English) {
+  files.contents = {{L"C:\\Data\\Language\\Tarvik.exe_1033.ini", ""}};
+  profile.values["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|5"] = "five";
+  EXPECT_TRUE(Initialize(1031));
+  EXPECT_EQ(resource.pLanguage(), 1033);
+  EXPECT_EQ(resource.LoadString(5), L"five");
+}
+
+TEST_F(ResourceTest, Without_any_file_the_error_names_both_paths_and_numbers_come_in_brackets) {
+  files.contents.clear();
+  EXPECT_FALSE(Initialize());
+  EXPECT_EQ(resource.pErrorText(),
+            L"Resource:Initialize\r\nNo such file (C:\\Data\\Language\\Tarvik.exe_1041.ini)\r\n"
+            L"No such file (C:\\Data\\Language\\Tarvik.exe_1033.ini)\r\nCannot open message file\r\n");
+  EXPECT_EQ(resource.LoadString(12), L"(12)");
+}
+
+TEST_F(ResourceTest, The_two_characters_of_a_line_break_come_back_as_one) {
+  Initialize();
+  Add(1, "one\\ntwo\\n");
+  EXPECT_EQ(resource.LoadString(1), L"one\r\ntwo\r\n");
+}
+
+TEST_F(ResourceTest, A_missing_id_is_given_in_brackets_and_looked_up_once) {
+  Initialize();
+  EXPECT_EQ(resource.LoadString(12), L"(12)");
+  EXPECT_EQ(resource.pErrorText(), L"Not exist");
+  EXPECT_EQ(resource.LoadString(12), L"(12)");
+  EXPECT_EQ(profile.reads, 1);
+}
+
+TEST_F(ResourceTest, A_text_is_read_from_the_file_once) {
+  Initialize();
+  Add(7, "seven");
+  EXPECT_EQ(resource.LoadString(7), L"seven");
+  Add(7, "changed");
+  EXPECT_EQ(resource.LoadString(7), L"seven");
+  EXPECT_EQ(profile.reads, 1);
+  EXPECT_EQ(resource.pErrorText(), L"");
+}
+
+TEST_F(ResourceTest, A_text_that_fills_the_buffer_without_an_end_is_read_no_further) {
+  Initialize();
+  profile.unterminated = true;
+  EXPECT_EQ(resource.LoadString(1), std::wstring(512, L'x'));
+}
+
+TEST_F(ResourceTest, Another_failure_is_named_in_the_error_text) {
+  Initialize();
+  profile.failing = true;
+  EXPECT_EQ(resource.LoadString(3), L"(3)");
+  EXPECT_EQ(resource.pErrorText(), L"Resource:LoadString(3, [The disk is gone.])\r\n");
+}
+
+TEST_F(ResourceTest, Terminate_forgets_the_texts) {
+  Initialize();
+  Add(7, "seven");
+  resource.LoadString(7);
+  resource.Terminate();
+  Initialize();
+  Add(7, "changed");
+  EXPECT_EQ(resource.LoadString(7), L"changed");
+}
+
+TEST_F(ResourceTest, A_string_is_put_onto_a_control_by_its_type) {
+  Initialize();
+  Add(1, "text");
+  ui::MemoryFocus focus;
+  ui::MemoryLabel label(focus);
+  ui::MemoryButton button(focus);
+  ui::MemoryCheckBox check(focus);
+  ui::MemoryMenuItem menu;
+  for (ui::Element* const element : std::initializer_list<ui::Element*>{&label, &button, &check, &menu}) {
+    resource.LoadRes(*element, 1);
+    EXPECT_EQ(element->Caption(), L"text") << std::wstring(element->TypeName()).size();
+  }
+  ui::MemoryTabStrip tabs(focus, std::vector<std::wstring>(3));
+  resource.LoadRes(tabs, 1, 2);
+  EXPECT_EQ(tabs.PageCaption(2), L"text");
+  ui::MemoryComboBox combo(focus);
+  resource.LoadRes(combo, 1);
+  resource.LoadRes(combo, 1);
+  EXPECT_EQ(combo.Count(), 2);
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(ResourceTest, A_control_that_takes_no_string_is_named_in_a_box) {
+  ui::MemoryFocus focus;
+  ui::MemoryTextBox box(focus);
+  resource.LoadRes(box, 4);
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"LoadRes(4):Invalid control type [TextBox]"});
+}
+
+}  // namespace
+}  // namespace tarvik::test
