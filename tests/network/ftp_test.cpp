@@ -47,7 +47,7 @@ class FtpTest : public LabTest<Suite> {
   }
 
   /// Starts the program, clicks a button of the Ftp page and returns the lines of the run; for Connect those
-  /// after its title, or the whole list when it no longer holds the title.
+  /// after its title, or the whole list when it no longer holds the title. TestIn does so in an open window.
   Lines Test(const std::string& user = {}, const std::string& password = {}, int button = ID_cmdFtpConnect) {
     return TestIn(this->Start(), user, password, button);
   }
@@ -60,8 +60,8 @@ class FtpTest : public LabTest<Suite> {
     window.SetText(ID_txtFtpUsername, user);
     window.SetText(ID_txtFtpPasswd, password);
     const Lines lines = ClickAndFollow(this->Program(), window, button, kTestTimeOut);
-    const auto begin = std::find(lines.begin(), lines.end(), kTestLine);
-    return {begin == lines.end() || button != ID_cmdFtpConnect ? lines.begin() : begin + 1, lines.end()};
+    const auto begin = std::find(lines.rbegin(), lines.rend(), kTestLine).base();
+    return {button == ID_cmdFtpConnect ? begin : lines.begin(), lines.end()};
   }
 };
 
