@@ -4,13 +4,10 @@ namespace tarvik::lab {
 namespace {
 
 constexpr char kAskToStop[] =
-    "When this command is executed, all of CNC which connected by NEXAL2/Ethernet are recognized as power "
-    "OFF.\r\n"
-    "Continue ?";
+    "Every CNC that is connected through NEXAL2/Ethernet will be treated as switched off.\r\nContinue?";
 constexpr char kStoppedNow[] =
-    "The K7 Service stopped. You have to re-start the K7 Service by 'Start' button before close this screen.";
-constexpr char kStopFirst[] =
-    "Before execute this command, you have to terminate the K7 Service by 'Stop' button.";
+    "The K7 service has stopped. Restart it with the [Start] button before you close this window.";
+constexpr char kStopFirst[] = "To use this command, first stop the K7 service with the [Stop] button.";
 
 class K7Service : public K7ServicePc<K7Service> {};
 
@@ -261,17 +258,17 @@ TEST_F(JapaneseK7Service, Speaks_Japanese) {
   window.Click(ID_cmdStartStopK7Server_0);
   Answer("すでに停止しています");
   window.Click(ID_cmdStartStopK7Server_1);
-  Answer("K7サービスを再起動中です...");
+  Answer("K7サービスを起動中です...");
   Answer("K7サービスを起動しました。");
   window.Click(ID_cmdK7ServerDebug);
-  Answer("このコマンドを実行するためには、'Stop' ボタンでK7サーバを停止させる必要があります。");
+  Answer("この操作を行うには、[停止] ボタンでK7サービスを停止してください。");
   window.Click(ID_cmdStartStopK7Server_0);
   Answer(
       "このコマンドを実行すると、NEXAL2/Ethernetで接続しているすべてのNCは、電源OFFと認識されます。\r\n"
       "実行しますか？",
       BoxButton::Yes);
   Answer(
-      "K7サービスを停止しました。この画面を終了する前に、必ず 'Start' "
+      "K7サービスを停止しました。この画面を終了する前に、必ず [開始] "
       "ボタンでK7サービスを再起動してください。");
 }
 
