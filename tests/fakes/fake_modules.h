@@ -80,7 +80,7 @@ class FakeKernel final : public KernelCalls {
   uint32_t GetLastError() override { return lastError; }
 
   std::map<std::string, FakePath> paths;     ///< full paths by name
-  std::optional<uint32_t> searchLie;         ///< what SearchPathA returns without writing anything
+  std::optional<uint32_t> searchLie;         ///< what SearchPathW returns without writing anything
   Module loadResult = 0x10000;               ///< 0 = the library cannot be loaded
   std::map<uint32_t, std::string> messages;  ///< by message id
   std::optional<uint32_t> formatLie;         ///< the length that FormatMessageA boasts of

@@ -113,6 +113,7 @@ TEST_F(PmcWindow, There_is_one_and_it_can_be_opened_again_after_its_end) {
   Main().InvokeCommand(ID_mnuPMC);
   const WindowUnderTest again = Program().WaitForWindow("frmPmcTest");
   EXPECT_EQ(again.Text(ID_cmbPmcAddr), "D");
+  again.SetFocus(ID_txtPmcStart);
   again.Press("Alt+X");
   again.WaitUntilGone();
   EXPECT_TRUE(Program().Runs());

@@ -22,7 +22,7 @@ class JournalledProgram {
       constexpr std::array<std::string_view, 12> kLeftOut = {"MultiByteToWideChar",
                                                              "MultiByteToWideChar of a language file",
                                                              "WideCharToMultiByte",
-                                                             "SearchPathA",
+                                                             "SearchPathW",
                                                              "GetFileVersionInfoSizeA",
                                                              "GetFileVersionInfoA",
                                                              "VerQueryValueA",

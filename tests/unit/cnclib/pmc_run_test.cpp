@@ -26,10 +26,13 @@ TEST_F(PmcTest, Every_pass_is_a_line_a_number_and_a_pause) {
   Box(ID_txtSleep).SetText(L"200");
   Read(L"3");
   EXPECT_EQ(sights, (std::vector<Sight>{{L"0001 OK", L"", 0},
+                                        {L"0001 OK", L"1", 0},
                                         {L"0001 OK", L"1", 200},
                                         {L"0002 OK", L"1", 200},
+                                        {L"0002 OK", L"2", 200},
                                         {L"0002 OK", L"2", 400},
                                         {L"0003 OK", L"2", 400},
+                                        {L"0003 OK", L"3", 400},
                                         {L"0003 OK", L"3", 600}}));
 }
 

@@ -152,9 +152,8 @@ TEST_P(K7ServiceTest, Start_waits_until_the_service_is_seen_running) {
   EXPECT_EQ(pc.pump.sleeps, (std::vector<uint32_t>{250, 250}));
   EXPECT_EQ(Journal(),
             (std::vector<std::string>{"Query", "Start", "box", "events",  // the box is closed first
-                                      "Query", "events", "sleep",         //
-                                      "Query", "events", "sleep",         //
-                                      "Query", "state 4", "box"}));
+                                      "Query", "events", "sleep", "events", "Query", "events", "sleep",
+                                      "events", "Query", "state 4", "box"}));
   ExpectBoxesOff();
 }
 
@@ -279,9 +278,9 @@ TEST_P(K7ServiceTest, Stop_waits_until_the_service_is_seen_stopped) {
   EXPECT_EQ(pc.library.Count("Stop K7Server -1"), 1);
   EXPECT_EQ(pc.shown, std::vector<int32_t>{kStopped});
   EXPECT_EQ(pc.pump.sleeps, std::vector<uint32_t>{250});
-  EXPECT_EQ(Journal(), (std::vector<std::string>{"Query", "box", "Stop", "events",  // the box is the question
-                                                 "Query", "events", "sleep",        //
-                                                 "Query", "state 1", "box"}));
+  EXPECT_EQ(Journal(),
+            (std::vector<std::string>{"Query", "box", "Stop", "events",  // the box is the question
+                                      "Query", "events", "sleep", "events", "Query", "state 1", "box"}));
   ExpectBoxesOff();
 }
 

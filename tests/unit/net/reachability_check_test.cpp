@@ -60,6 +60,7 @@ TEST_F(ReachabilityCheckTest, An_empty_target_cannot_be_resolved_and_is_not_look
   winsock.AddHost("  ", {"192.168.1.10"});
   icmp.AddHost("192.168.1.10");
   for (const wchar_t* const target : {L"", L"  "}) {
+    box.lines.clear();
     EXPECT_FALSE(Check(target));
     EXPECT_EQ(box.lines, (Lines{L"Cannot resolve specified host name to IP address", L""}));
   }
