@@ -1,7 +1,7 @@
-# All fuzzers are one program. Each starts from the corpus that is kept and runs for a bounded time, in the same order
-# with every run: what it finds is new only when the code is. What it finds meanwhile goes into a folder that is new
-# each time, or every run would take longer than the one before. Weighing its inputs by how rare their features are
-# would take it longer than running them.
+# All fuzzers are one program. Each starts from its seeds and runs for a bounded time, in the same order with every run:
+# what it finds is new only when the code is. What it finds meanwhile goes into a folder that is new each time, or every
+# run would take longer than the one before. Weighing its inputs by how rare their features are would take it longer
+# than running them.
 file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*.cpp)
 add_executable(fuzzers ${fuzzers} lab/pc/driver_protocol.cpp)
 target_compile_options(fuzzers PRIVATE -fsanitize=fuzzer -O1)
@@ -9,16 +9,30 @@ target_link_options(fuzzers PRIVATE -fsanitize=fuzzer)
 # The whole program comes from the tests' own fixture.
 target_link_libraries(fuzzers PRIVATE tarvik_memory bench_core lab_scenario GTest::gtest)
 
+# TARVIK_FUZZ_SECONDS: libFuzzer ends when more whole seconds than that have passed. Two seconds reach 95 percent of what
+# many minutes do.
+function(add_fuzzer name)
+  set(found ${CMAKE_BINARY_DIR}/found/${name})
+  set(archive ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name}.tar.gz)
+  set(unpack true)
+  if(EXISTS ${archive})
+    set(unpack "tar -xzf ${archive} -C ${found}")
+  endif()
+  add_test(NAME fuzz_${name} COMMAND sh -c "rm -rf ${found} && mkdir -p ${found} && ${unpack} && exec \"$0\" \"$@\" \
+    -seed=\${TARVIK_FUZZ_SEED:-90210} -max_total_time=\${TARVIK_FUZZ_SECONDS:-1}"
+    $<TARGET_FILE:fuzzers> --fuzzer=${name} -entropic=0 -max_len=8192 -timeout=5 ${found} ${ARGN})
+  set_tests_properties(fuzz_${name} PROPERTIES LABELS native PROCESSORS 2)
+endfunction()
+
 list(FILTER fuzzers EXCLUDE REGEX "/main\\.cpp$")
 foreach(source ${fuzzers})
   cmake_path(GET source STEM name)
-  set(found ${CMAKE_BINARY_DIR}/found/${name})
   set(seeds ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name})
-  if(name STREQUAL lab_scenario)
-    list(APPEND seeds ${PROJECT_SOURCE_DIR}/lab/scenarios)
+  if(NOT EXISTS ${seeds})
+    set(seeds)
   endif()
-  add_test(NAME fuzz_${name} COMMAND sh -c "rm -rf ${found} && mkdir -p ${found} && exec \"$0\" \"$@\" \
-    -seed=\${TARVIK_FUZZ_SEED:-90210} -max_total_time=\${TARVIK_FUZZ_SECONDS:-5}"
-    $<TARGET_FILE:fuzzers> --fuzzer=${name} -entropic=0 -max_len=8192 -timeout=5 ${found} ${seeds})
-  set_tests_properties(fuzz_${name} PROPERTIES LABELS native)
+  if(name MATCHES "^(bench|lab)_scenario$")
+    list(APPEND seeds ${PROJECT_SOURCE_DIR}/${CMAKE_MATCH_1}/scenarios)
+  endif()
+  add_fuzzer(${name} ${seeds})
 endforeach()

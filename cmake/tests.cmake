@@ -2,11 +2,15 @@
 
 find_package(GTest REQUIRED)
 
+# ./test runs three tests per core. Those that compute all the time count as two, so that those that mostly wait find
+# room beside them, and begin first with the longest of those that wait.
+set(computes PROCESSORS 2 COST 1000)
+
 # A test that runs a GoogleTest program. Its result file tells ./test how many test cases have run.
-function(add_cases name label cost)
-  cmake_parse_arguments(PARSE_ARGV 3 case "" "" "COMMAND;ENVIRONMENT")
+function(add_cases name label)
+  cmake_parse_arguments(PARSE_ARGV 2 case "" "" "COMMAND;ENVIRONMENT")
   add_test(NAME ${name} COMMAND ${case_COMMAND})
-  set_tests_properties(${name} PROPERTIES LABELS ${label} COST ${cost} TIMEOUT 900
+  set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT 900
     SKIP_REGULAR_EXPRESSION "\\[  SKIPPED \\]"
     ENVIRONMENT "GTEST_OUTPUT=xml:${CMAKE_BINARY_DIR}/results/${name}.xml;${case_ENVIRONMENT}")
 endfunction()
@@ -34,7 +38,7 @@ if(TARVIK_CLANG_FORMAT)
 endif()
 if(TARVIK_CLANG_TIDY)
   add_test(NAME Sources.Are_linted COMMAND ${CMAKE_COMMAND} --build ${CMAKE_BINARY_DIR} --target lint)
-  set_tests_properties(Sources.Are_linted PROPERTIES LABELS native COST 1000)
+  set_tests_properties(Sources.Are_linted PROPERTIES LABELS native ${computes})
 endif()
 
 file(GLOB native_folders CONFIGURE_DEPENDS LIST_DIRECTORIES true tests/unit/* tests/endurance tests/failures)
@@ -43,14 +47,13 @@ foreach(folder ${native_folders})
   cmake_path(GET folder FILENAME name)
   file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
   target_sources(native_tests PRIVATE ${sources})
-  set(cost 1)
-  if(name MATCHES "^(endurance|failures)$")
-    set(cost 1000)
-  endif()
   find_suites(suites ${sources})
   foreach(suite ${suites})
     # "*/" stands for the name of the parameters that a suite is run with.
-    add_cases(native.${name}.${suite} native ${cost} COMMAND native_tests --gtest_filter=${suite}.*:*/${suite}.*)
+    add_cases(native.${name}.${suite} native COMMAND native_tests --gtest_filter=${suite}.*:*/${suite}.*)
+    if(name MATCHES "^(endurance|failures)$")
+      set_tests_properties(native.${name}.${suite} PROPERTIES ${computes})
+    endif()
   endforeach()
 endforeach()
 target_compile_definitions(native_tests PRIVATE TARVIK_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
@@ -60,16 +63,17 @@ target_compile_options(native_tests PRIVATE -fno-sanitize=undefined)
 
 include(cmake/fuzzers.cmake)
 
-# Each suite on real windows owns a Windows of its own, so suites run side by side. The long ones begin first. A suite
-# that could not run here ends in "SKIPPED" lines and counts as skipped.
+# Each suite on real windows owns a Windows of its own, so suites run side by side. A suite that could not run here
+# ends in "SKIPPED" lines and counts as skipped.
 function(add_suite_tests program label machine cost)
   find_suites(suites ${ARGN})
   foreach(suite ${suites})
-    add_cases(${label}.${machine}.${suite} ${label} ${cost} COMMAND ${program} --gtest_filter=${suite}.*
+    add_cases(${label}.${machine}.${suite} ${label} COMMAND ${program} --gtest_filter=${suite}.*
       ENVIRONMENT TARVIK_EXE=${PROJECT_SOURCE_DIR}/out/${machine}/Tarvik.exe
                   TARVIK_DRIVER=${PROJECT_SOURCE_DIR}/out/x64/window_driver.exe
                   TARVIK_BENCH=${PROJECT_SOURCE_DIR}/out/bench/${machine}
                   TARVIK_CACHE=${PROJECT_SOURCE_DIR}/out/cache)
+    set_tests_properties(${label}.${machine}.${suite} PROPERTIES COST ${cost})
   endforeach()
 endfunction()
 

@@ -64,6 +64,7 @@ class Process {
   int id_ = 0;
   int input_ = -1;
   int output_ = -1;
+  int end_ = -1;  ///< a pidfd, readable once the program has ended
   std::string buffer_;
   std::optional<int> exitCode_;
 };
@@ -93,7 +94,8 @@ std::string EnvironmentValue(const std::string& name);
 template <typename Condition>
 bool WaitUntil(milliseconds timeOut, Condition condition);
 
-/// The pause between two polls.
+/// The pause between two polls, 20 ms. One poll asks the window driver three questions; with 5 ms, waiting
+/// tests spent a third of their processor time on asking.
 void ShortPause();
 
 /// An exclusive lock among processes (flock on a file), held during the object's lifetime.

@@ -3,6 +3,7 @@
 #include <signal.h>
 #include <sys/file.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -111,6 +112,9 @@ Process::Process(const std::vector<std::string>& arguments, const Options& optio
     _exit(127);
   }
   if (!options.outlivesOwner) setpgid(id_, id_);  // in both processes: either may run first
+  // glibc 2.36 declares pidfd_open without C++ linkage.
+  end_ = static_cast<int>(syscall(SYS_pidfd_open, id_, 0));
+  if (end_ < 0) throw LabError(SystemError("pidfd_open"));
   input_ = std::exchange(input.write, -1);
   output_ = std::exchange(output.read, -1);
 }
@@ -125,6 +129,7 @@ Process::~Process() {
     }
   }
   Close(output_);
+  Close(end_);
 }
 
 void Process::SignalGroup(int signal) {
@@ -148,10 +153,12 @@ bool Process::ReadMore(Clock::time_point deadline) {
     if (left <= 0) throw LabError(name_ + " does not answer in time");
     // A child of the program may keep the output open, so the program's own end counts too.
     const bool ended = Wait(milliseconds(0)).has_value();
-    pollfd waiting = {output_, POLLIN, 0};
-    const int ready = poll(&waiting, 1, ended ? 0 : static_cast<int>(std::min<long long>(left, 100)));
-    if (ready <= 0 && ended) return false;
-    if (ready <= 0) continue;
+    pollfd waiting[] = {{output_, POLLIN, 0}, {ended ? -1 : end_, POLLIN, 0}};
+    poll(waiting, 2, ended ? 0 : static_cast<int>(left));
+    if (waiting[0].revents == 0) {
+      if (ended) return false;
+      continue;
+    }
     char bytes[4096];
     const ssize_t count = read(output_, bytes, sizeof bytes);
     if (count < 0 && errno == EINTR) continue;
@@ -181,13 +188,13 @@ std::string Process::ReadAll(milliseconds timeOut) {
 }
 
 std::optional<int> Process::Wait(milliseconds timeOut) {
-  WaitUntil(timeOut, [this] {
-    int status = 0;
-    if (!exitCode_ && waitpid(id_, &status, WNOHANG) == id_) {
-      exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    }
-    return exitCode_.has_value();
-  });
+  if (exitCode_) return exitCode_;
+  pollfd waiting = {end_, POLLIN, 0};
+  poll(&waiting, 1, static_cast<int>(timeOut.count()));
+  int status = 0;
+  if (waitpid(id_, &status, WNOHANG) == id_) {
+    exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  }
   return exitCode_;
 }
 
@@ -224,7 +231,7 @@ std::string EnvironmentValue(const std::string& name) {
   return value == nullptr ? std::string() : value;
 }
 
-void ShortPause() { std::this_thread::sleep_for(milliseconds(5)); }
+void ShortPause() { std::this_thread::sleep_for(milliseconds(20)); }
 
 FileLock::FileLock(const std::string& path) : file_(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644)) {
   if (file_ < 0) throw LabError(SystemError(path));
