@@ -9,7 +9,9 @@ bool Form1::Form_QueryUnload() { return !loading_ && Form_QueryEndSession(); }
 
 bool Form1::Form_QueryEndSession() {
   const bool reading = pmcTest_ != nullptr && pmcTest_->Running();
-  return !ground_.flags.busy && !k7ApiBusy_ && !ServiceBusy() && !reading;
+  // The start-up asks for the state of the service by itself, and a box of that is no work of the user's.
+  const bool commanding = ServiceBusy() && !loading_;
+  return !ground_.flags.busy && !k7ApiBusy_ && !commanding && !reading;
 }
 
 void Form1::Form_EndSession() {

@@ -67,6 +67,15 @@ TEST_F(Form1K7ServiceTest, A_failed_first_query_is_told_and_start_up_goes_on) {
   EXPECT_EQ(List().horizontalExtent, 1500);
 }
 
+TEST_F(Form1K7ServiceTest, The_box_of_a_failed_first_query_does_not_keep_the_session_from_ending) {
+  svcKit.queryResult = 5;
+  bool agreed = false;
+  boxes.onShow = [&] { agreed = form.QueryEndSession(); };
+  StartGeneral(L"-X 0");
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_TRUE(agreed);
+}
+
 TEST_F(Form1K7ServiceTest, A_library_that_cannot_be_used_is_told_and_start_up_goes_on) {
   svcKit.missing = true;
   StartGeneral();
