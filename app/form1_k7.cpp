@@ -15,12 +15,13 @@ namespace {
 /// The button offers the stop for as long as it lives.
 class StopCaption {
  public:
-  explicit StopCaption(ui::Button& button) : button_(button) {
+  explicit StopCaption(ui::Button& button) : button_(button), causedValidation_(button.causesValidation) {
     button_.SetCaption(RowOf(Message::StopButton).english);
     button_.causesValidation = false;
   }
   ~StopCaption() {
-    button_.causesValidation = true;
+    // Another test around this one may still offer its stop.
+    button_.causesValidation = causedValidation_;
     try {
       button_.SetCaption(RowOf(Message::K7ApiButton).english);
     } catch (const RuntimeError&) {
@@ -32,6 +33,7 @@ class StopCaption {
 
  private:
   ui::Button& button_;
+  const bool causedValidation_;
 };
 
 /// Clears the stop request at the end of a test, unless the test is part of a run, whose request it is.

@@ -206,6 +206,22 @@ TEST_F(Form1K7Test, Its_button_asks_nothing_of_the_field_that_loses_the_focus_wh
   EXPECT_FALSE(form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdK7Api)));
 }
 
+TEST_F(Form1K7Test, The_end_of_a_nested_test_leaves_the_button_of_the_outer_one_asking_nothing) {
+  StartGeneral(L"-X 4 -PING_N");
+  bool nested = false;
+  onEvents = [&] {
+    if (std::exchange(nested, true)) return;
+    EXPECT_TRUE(form1->RunAllTests());
+    EXPECT_EQ(k7Api.Count("K7_AllocHandle"), 2);
+    Box(ID_txtPingReqCount).SetText(L"");
+    EXPECT_TRUE(form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdK7Api)));
+  };
+  Click(ID_cmdK7Api);
+  EXPECT_TRUE(nested);
+  EXPECT_FALSE(form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdK7Api)));
+  ExpectIdle();
+}
+
 TEST_F(Form1K7Test, The_ladder_leaves_it_out_with_bit_0x20_whatever_bit_4_says) {
   StartGeneral(L"-X 36 -PING_N");
   Click(ID_cmdAllTest);
