@@ -6,19 +6,35 @@
 
 namespace tarvik::ui {
 
-void MemoryScreen::Answer(MemoryForm& owner, const std::function<void(MessageBoxes&)>& answer) {
-  std::vector<MemoryForm*> disabled;
-  for (MemoryForm* form : forms_) {
-    if (!form->Enabled()) continue;
-    form->SetEnabled(false);
-    disabled.push_back(form);
+/// A box of the owner: during its life no form of the screen is enabled.
+class MemoryScreen::OpenBox {
+ public:
+  OpenBox(MemoryScreen& screen, MemoryForm& owner)
+      : screen_(screen), owner_(owner), outer_(std::exchange(screen.boxOwner, &owner)) {
+    for (MemoryForm* form : screen_.forms_)
+      if (form->Enabled()) disabled_.push_back(form);
+    for (MemoryForm* form : disabled_) form->SetEnabled(false);
   }
-  MemoryForm* const outer = std::exchange(boxOwner, &owner);
+  ~OpenBox() {
+    screen_.boxOwner = outer_;
+    for (MemoryForm* form : disabled_)
+      if (std::find(screen_.forms_.begin(), screen_.forms_.end(), form) != screen_.forms_.end())
+        form->SetEnabled(true);
+    screen_.active = owner_.Enabled() && owner_.Visible() ? &owner_ : nullptr;
+  }
+  OpenBox(const OpenBox&) = delete;
+  OpenBox& operator=(const OpenBox&) = delete;
+
+ private:
+  MemoryScreen& screen_;
+  MemoryForm& owner_;
+  MemoryForm* const outer_;
+  std::vector<MemoryForm*> disabled_;
+};
+
+void MemoryScreen::Answer(MemoryForm& owner, const std::function<void(MessageBoxes&)>& answer) {
+  const OpenBox box(*this, owner);
   answer(user_);
-  boxOwner = outer;
-  for (MemoryForm* form : disabled)
-    if (std::find(forms_.begin(), forms_.end(), form) != forms_.end()) form->SetEnabled(true);
-  active = owner.Enabled() && owner.Visible() ? &owner : nullptr;
 }
 
 void MemoryBoxes::Show(const std::wstring& text, BoxIcon icon, const std::wstring& title) {

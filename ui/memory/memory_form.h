@@ -26,6 +26,7 @@ class MemoryScreen {
  private:
   friend class MemoryForm;
   friend class MemoryBoxes;
+  class OpenBox;
   /// Has the user answer a box of the owner. As with MessageBox, a disabled owner stays disabled after it,
   /// and then the system activates another program's window.
   void Answer(MemoryForm& owner, const std::function<void(MessageBoxes&)>& answer);

@@ -133,5 +133,19 @@ TEST(MemoryScreenTest, A_window_that_was_disabled_before_a_box_stays_disabled_af
   EXPECT_FALSE(other.Enabled());
 }
 
+TEST(MemoryScreenTest, A_box_that_breaks_gives_the_windows_back) {
+  FakeBoxes boxes;
+  ui::MemoryScreen screen(boxes);
+  ui::MemoryForm owner(screen);
+  ui::MemoryForm other(screen);
+  owner.Show();
+  boxes.onShow = [] { throw RuntimeError(L"broken"); };
+  EXPECT_THROW(owner.Boxes().Show(L"box"), RuntimeError);
+  EXPECT_TRUE(owner.Enabled());
+  EXPECT_TRUE(other.Enabled());
+  EXPECT_EQ(screen.boxOwner, nullptr);
+  EXPECT_EQ(screen.active, &owner);
+}
+
 }  // namespace
 }  // namespace tarvik::test
