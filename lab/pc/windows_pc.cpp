@@ -74,6 +74,10 @@ std::optional<std::string> WindowsPc::ClipboardText() {
 
 void WindowsPc::SetClipboardText(const std::string& text) { Ask({"clipboard_set", text}); }
 
+void WindowsPc::HoldClipboard(milliseconds duration) {
+  Ask({"clipboard_hold", std::to_string(duration.count())});
+}
+
 std::optional<std::string> WindowsPc::RegistryText(const std::string& key, const std::string& name) {
   const std::vector<std::string> answer = Ask({"registry_get", key, name});
   if (answer.at(0) != "1") return std::nullopt;

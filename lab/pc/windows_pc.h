@@ -49,6 +49,8 @@ class WindowsPc {
   /// Nothing when the clipboard holds no text.
   std::optional<std::string> ClipboardText();
   void SetClipboardText(const std::string& text);
+  /// Another program keeps the clipboard open for so long; returns once it does.
+  void HoldClipboard(milliseconds duration);
 
   /// Text values below HKEY_CURRENT_USER; nothing when there is no such value.
   std::optional<std::string> RegistryText(const std::string& key, const std::string& name);

@@ -32,6 +32,29 @@ TEST_F(Copying, An_empty_list_leaves_an_empty_text) {
   ExpectClipboard("");
 }
 
+TEST_F(Copying, Waits_for_a_program_that_has_the_clipboard_for_a_moment) {
+  const WindowUnderTest window = Start();
+  Pc().SetClipboardText("before");
+  window.EmptyList(ID_lstResult);
+  Pc().HoldClipboard(milliseconds(500));
+  window.DoubleClick(ID_lstResult);
+  ExpectClipboard("");
+  EXPECT_FALSE(Program().HasBox());
+}
+
+TEST_F(Copying, A_program_that_keeps_the_clipboard_is_told_in_one_box_and_the_old_content_stays) {
+  const WindowUnderTest window = Start();
+  Pc().SetClipboardText("before");
+  Pc().HoldClipboard(milliseconds(3000));
+  window.DoubleClick(ID_lstResult);
+  const BoxUnderTest box = Program().WaitForBox();
+  EXPECT_EQ(box.text, "The clipboard is in use by another program. Try again.");
+  Program().Answer(box, BoxButton::Ok);
+  window.Settle();
+  EXPECT_FALSE(Program().HasBox());
+  ExpectClipboard("before");
+}
+
 class Pasting : public WindowsTest<Pasting> {
  protected:
   /// The lines after a double click with that text on the clipboard.

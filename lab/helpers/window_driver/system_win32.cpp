@@ -9,8 +9,8 @@ namespace {
 
 class OpenClipboardLock {
  public:
-  OpenClipboardLock() {
-    WaitFor(5000, "clipboard", [] { return OpenClipboard(nullptr) != FALSE; });
+  explicit OpenClipboardLock(HWND owner = nullptr) {
+    WaitFor(5000, "clipboard", [owner] { return OpenClipboard(owner) != FALSE; });
   }
   OpenClipboardLock(const OpenClipboardLock&) = delete;
   OpenClipboardLock& operator=(const OpenClipboardLock&) = delete;
@@ -43,6 +43,38 @@ Fields SetClipboard(const Arguments& arguments) {
     GlobalFree(memory);
     throw CommandError("error " + NumberText(GetLastError()));
   }
+  return {};
+}
+
+/// Signalled while the clipboard is held.
+HANDLE HeldClipboard() {
+  static const HANDLE held = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  return held;
+}
+
+DWORD WINAPI HoldOpenClipboard(LPVOID milliseconds) {
+  // Who has the clipboard without a window shares it with all others that have none.
+  const HWND owner =
+      CreateWindowExW(0, L"Static", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+  {
+    const OpenClipboardLock clipboard(owner);
+    SetEvent(HeldClipboard());
+    Sleep(static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(milliseconds)));
+    ResetEvent(HeldClipboard());
+  }
+  DestroyWindow(owner);
+  return 0;
+}
+
+/// clipboard_hold <milliseconds>: keeps the clipboard open from now on for so long, as another program might;
+/// returns at once
+Fields HoldClipboard(const Arguments& arguments) {
+  const auto milliseconds = static_cast<ULONG_PTR>(arguments.Number(0));
+  const HANDLE thread =
+      CreateThread(nullptr, 0, HoldOpenClipboard, reinterpret_cast<LPVOID>(milliseconds), 0, nullptr);
+  if (thread == nullptr) throw CommandError("error " + NumberText(GetLastError()));
+  CloseHandle(thread);
+  if (WaitForSingleObject(HeldClipboard(), 5000) != WAIT_OBJECT_0) throw CommandError("timed out: clipboard");
   return {};
 }
 
@@ -115,6 +147,7 @@ void AddSystemCommands() {
   AddCommand("end_session", EndSession);
   AddCommand("clipboard_get", GetClipboard);
   AddCommand("clipboard_set", SetClipboard);
+  AddCommand("clipboard_hold", HoldClipboard);
   AddCommand("registry_get", GetRegistry);
   AddCommand("registry_set", SetRegistry);
   AddCommand("registry_delete", DeleteRegistry);
