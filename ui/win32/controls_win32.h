@@ -99,6 +99,10 @@ class Win32ComboBox final : public UncaptionedControl<ComboBox> {
  protected:
   void OnMade() override;
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  /// Closes the open list; its selected entry, if there is one, becomes the text.
+  void TakeListEntry();
 };
 
 class Win32ListBox final : public UncaptionedControl<ListBox> {

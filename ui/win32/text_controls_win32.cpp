@@ -155,11 +155,18 @@ void Win32ComboBox::Select(int index) {
     throw RuntimeError(L"The drop-down list has no such item.");
 }
 
+void Win32ComboBox::TakeListEntry() {
+  // Typing takes the selection away: then there is no entry, and the field keeps its text.
+  const LRESULT index = Send(CB_GETCURSEL);
+  Send(CB_SHOWDROPDOWN, FALSE);
+  if (index >= 0) Send(CB_SETCURSEL, static_cast<WPARAM>(index));
+}
+
 LRESULT Win32ComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_KEYDOWN:
       // While the list is open, the keys are the list's. Enter takes its entry, and is then the field's too.
-      if (IsListOpen() && wParam == VK_RETURN) Send(WM_KEYDOWN, VK_RETURN, lParam);
+      if (IsListOpen() && wParam == VK_RETURN) TakeListEntry();
       if (!IsListOpen()) Raise(onKeyDown, static_cast<int16_t>(wParam), HeldShiftStates());
       break;
     case WM_CHAR:
