@@ -192,6 +192,22 @@ class WhileMinimised : public AnotherMonitor {
     Change(window, change);
     EXPECT_TRUE(Same(Places(window), places));
   }
+  static ScreenRect At(int percent, const ScreenRect& rect) {
+    return {rect.left, rect.top, rect.width * percent / 100, rect.height * percent / 100};
+  }
+  /// A scaling that changed while the window was minimised leaves it as one that changed while it stood.
+  static void ExpectLaidOutForAnotherScaling(const WindowUnderTest& window) {
+    window.Settle();
+    const ScreenRect first = window.Rect(0);
+    const std::vector<ScreenRect> small = Places(window);
+    window.ChangeDpi(144, At(150, first));
+    window.Settle();
+    const std::vector<ScreenRect> large = Places(window);
+    Change(window, [&] { window.ChangeDpi(96, first); });
+    EXPECT_TRUE(Same(Places(window), small));
+    Change(window, [&] { window.ChangeDpi(144, At(150, first)); });
+    EXPECT_TRUE(Same(Places(window), large));
+  }
   static void ExpectLaidOutFor150Percent(const WindowUnderTest& window) {
     window.Settle();
     const ScreenRect first = window.Rect(0);
@@ -219,7 +235,15 @@ TEST_F(WhileMinimised, Another_theme_and_other_colours_leave_the_PMC_window_laid
 }
 
 TEST_F(WhileMinimised, Another_scaling_lays_the_main_window_out_when_it_is_restored) {
-  ExpectLaidOutFor150Percent(Start());
+  ExpectLaidOutForAnotherScaling(Start());
+}
+
+TEST_F(WhileMinimised, Another_scaling_lays_a_main_window_out_that_the_user_has_enlarged) {
+  const WindowUnderTest window = Start();
+  window.Settle();
+  const ScreenRect first = window.Rect(0);
+  window.Move({first.left, first.top, first.width + 100, first.height + 60});
+  ExpectLaidOutForAnotherScaling(window);
 }
 
 TEST_F(WhileMinimised, Another_scaling_lays_the_PMC_window_out_when_it_is_restored) {
