@@ -31,11 +31,11 @@ class DirectoryListing {
 
 /// Enough for every list of 10,000 lines, the most that a real directory has, whatever their order; a tenth
 /// of a second for a hostile one of 500,000.
-inline constexpr int64_t kMostComparisons = 50'000'000;
+inline constexpr int64_t kMaxComparisons = 50'000'000;
 
 /// Sorts the lines as StrSort does when it compares by that order. Lines that are equal in that order without
 /// being the same text keep the order in which they came when StrSort would need more than `mostComparisons`.
 std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, TextOrder& order,
-                                 int64_t mostComparisons = kMostComparisons);
+                                 int64_t mostComparisons = kMaxComparisons);
 
 }  // namespace tarvik

@@ -26,7 +26,7 @@ constexpr uint32_t kFirstLength = 1024;
 constexpr uint32_t kGreatestLength = 16 * 1024 * 1024;
 
 /// No server has so many entries in one directory; a search that does not end has.
-constexpr size_t kMostDirectoryEntries = 500'000;
+constexpr size_t kMaxDirectoryEntries = 500'000;
 
 /// No call is made with a context, so the library has nothing to tell.
 void TARVIK_CALLBACK InternetStatusCallBack(Wininet::Handle, uintptr_t, uint32_t, void*, uint32_t) {}
@@ -137,7 +137,7 @@ bool clsFtpClient::ReadDirectory(std::vector<FindData>& entries) {
   do {
     entries.push_back(entry);
     entry = {};
-  } while (entries.size() < kMostDirectoryEntries &&
+  } while (entries.size() < kMaxDirectoryEntries &&
            wininet_.InternetFindNextFileA(search.Get(), &entry) != 0);
   return true;
 }

@@ -12,7 +12,7 @@ namespace {
 constexpr size_t kEntrySize = 76;
 constexpr size_t kAddressOffset = 4 + 4;
 constexpr size_t kNetmaskOffset = 4 + 2 * 24 + 4;
-constexpr size_t kMostInterfaces = 10;
+constexpr size_t kMaxInterfaces = 10;
 /// Room for the whole list of any PC.
 constexpr size_t kRoomForAll = 1024;
 
@@ -71,12 +71,12 @@ bool GetInterfaceList(Winsock& winsock, std::vector<LocalAddressRecord>& list) {
   list.assign(1, {});
   OpenSocket socket(winsock);
   if (!socket.IsOpen()) return false;
-  std::optional<std::vector<std::byte>> bytes = AskForList(winsock, socket.Get(), kMostInterfaces);
+  std::optional<std::vector<std::byte>> bytes = AskForList(winsock, socket.Get(), kMaxInterfaces);
   // Some versions of the library give the first entries where there are more, others refuse.
   if (!bytes && winsock.WSAGetLastError() == Winsock::kBufferTooSmall)
     bytes = AskForList(winsock, socket.Get(), kRoomForAll);
   if (!bytes || !socket.Close()) return false;
-  list = ParseInterfaceList(std::span(*bytes).first(std::min(bytes->size(), kMostInterfaces * kEntrySize)));
+  list = ParseInterfaceList(std::span(*bytes).first(std::min(bytes->size(), kMaxInterfaces * kEntrySize)));
   return true;
 }
 
