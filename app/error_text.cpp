@@ -13,7 +13,7 @@ std::wstring TextOf(const Texts& texts, Message message) {
 std::wstring LibraryText(const LibraryError& error, const Texts& texts) {
   if (error.Which() == LibraryError::Kind::CannotBeLoaded)
     return error.Library() + TextOf(texts, Message::LibraryCannotBeLoaded) + L"\r\n" + error.Detail();
-  // Where the call's name stands depends on the language.
+  // The language decides where in the sentence the call's name goes.
   std::wstring text = TextOf(texts, Message::LibraryDoesNotExport);
   if (const size_t place = text.find(L"%1"); place != std::wstring::npos)
     text.replace(place, 2, error.Detail());

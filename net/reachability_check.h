@@ -40,6 +40,7 @@ struct ReachabilityTools {
 /// target, `count` echoes each. The first step that fails ends the check with its lines. The stop request
 /// ends it too; what was not tried is not judged. `addToHistory` is called once, when the target has an
 /// address. True when the target answered.
+/// The lines are added to the result list; the caller empties it first.
 bool CheckReachability(const ReachabilityTools& tools, const std::wstring& target, int32_t count,
                        const std::function<void()>& addToHistory);
 

@@ -136,7 +136,7 @@ class FakeWininet final : public Wininet {
   }
 
   std::vector<FindData> entries;  ///< of the remote directory; without one the first find fails
-  bool endless = false;           ///< the search begins anew behind the last entry
+  bool endless = false;           ///< after the last entry the search starts again
   /// What each next question for the reply gets once a connection is tried. When there is none, it gets the
   /// reply before, even that of an earlier session.
   std::deque<std::string> replies;

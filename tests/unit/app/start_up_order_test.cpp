@@ -51,7 +51,7 @@ class JournalledProgram {
     if (onEntry) onEntry(entry);
   }
 
-  /// The journal so far, which begins anew.
+  /// The journal so far, which is empty afterwards.
   Events Take() {
     Note("");
     return std::exchange(journal_, {});
