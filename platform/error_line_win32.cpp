@@ -11,7 +11,7 @@ std::wstring ErrorLine(DWORD error, const std::wstring& subject) {
   while (length > 0 && buffer[length - 1] <= L' ') --length;
   std::wstring text(buffer, length);
   if (const size_t insert = text.find(L"%1"); insert != std::wstring::npos) text.replace(insert, 2, subject);
-  return L"ERROR: " + Decimal(error) + (text.empty() ? text : L" - " + text);
+  return L"ERROR: " + Decimal(error) + L" - " + text;
 }
 
 }  // namespace tarvik

@@ -7,7 +7,7 @@
 namespace tarvik {
 
 /// "ERROR: ", the number, " - " and Windows' own text for the error, in the language of Windows. Some of
-/// these texts name a file: that is `subject`. Only the number for an error without a text.
+/// these texts name a file: that is `subject`. The text is empty for an error that has none.
 std::wstring ErrorLine(DWORD error, const std::wstring& subject);
 
 }  // namespace tarvik
