@@ -85,11 +85,12 @@ clsFtpClient::clsFtpClient(Wininet& wininet, CodePage& codePage)
 bool clsFtpClient::Connect(const std::wstring& host, const std::wstring& user, const std::wstring& password) {
   if (!session_) return false;
   DisConnect();
+  hasReplied_ = false;
+  earlierReply_ = HeldReply();
   if (host.empty()) return false;
   const std::string ansiHost = Ansi(host);
   const std::string ansiUser = Ansi(user);
   const std::string ansiPassword = Ansi(password);
-  earlierReply_ = HeldReply();
   connection_.Reset(wininet_.InternetConnectA(session_.Get(), ansiHost.c_str(), Port, OrNoValue(ansiUser),
                                               OrNoValue(ansiPassword), kFtpService, 0, 0));
   hasReplied_ = connection_ || std::ranges::count(kRefusals, wininet_.GetLastError()) != 0;

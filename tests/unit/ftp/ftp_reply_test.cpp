@@ -102,5 +102,12 @@ TEST_F(FtpReply, A_reply_ends_at_its_first_NUL) {
   EXPECT_EQ(client.Response(), L"220 ok");
 }
 
+TEST_F(FtpReply, After_a_connect_without_a_host_the_reply_of_the_server_before_is_not_given) {
+  wininet.replies = {"220 ready"};
+  EXPECT_EQ(client.Response(), L"220 ready");
+  EXPECT_FALSE(client.Connect(L"", L"", L""));
+  EXPECT_EQ(client.Response(), L"");
+}
+
 }  // namespace
 }  // namespace tarvik::test
