@@ -130,6 +130,9 @@ void frmPmcTest::cmdRead_Click() {
   const ReadRun run(*this);
   // Inside the run: the window must not go away under the error dialog either.
   Guarded([this] { Read(); });
+  // The connection has closed by now, and the controller may have kept it waiting. What the user has clicked
+  // meanwhile was clicked during this run: it must not begin another one, which would clear the log.
+  tools_.pump.LetEventsRun();
 }
 
 std::optional<int32_t> frmPmcTest::ReadNumber(ui::TextBox& box, const ui::Label& label, int32_t least,
@@ -207,7 +210,8 @@ frmPmcTest::Range frmPmcTest::RangeOfPass() const {
 }
 
 void frmPmcTest::ReadPmcOnce(CncLibrary::Handle handle, int32_t pass) {
-  // Read again for each pass: the user may read on elsewhere without a new connection.
+  // Read again for each pass: the user may read on elsewhere without a new connection. A number
+  // that is not acceptable now, one out of range too, counts with its last good value.
   lastGood_ = RangeOfPass();
   const auto [start, length] = lastGood_;
   CncPmcRange range;

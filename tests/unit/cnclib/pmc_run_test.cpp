@@ -33,7 +33,8 @@ TEST_F(PmcTest, Every_pass_is_a_line_a_number_and_a_pause) {
                                         {L"0002 OK", L"2", 400},
                                         {L"0003 OK", L"2", 400},
                                         {L"0003 OK", L"3", 400},
-                                        {L"0003 OK", L"3", 600}}));
+                                        {L"0003 OK", L"3", 600},
+                                        {L"2/3/2024 4:05:06 PM", L"3", 600}}));
 }
 
 TEST_F(PmcTest, The_passes_end_with_the_date_and_time_and_the_last_line_is_in_view) {
@@ -44,7 +45,7 @@ TEST_F(PmcTest, The_passes_end_with_the_date_and_time_and_the_last_line_is_in_vi
   EXPECT_EQ(Caption(ID_lblCount), L"3");
   EXPECT_EQ(pump.sleeps, std::vector<uint32_t>(3, 600));
   EXPECT_EQ(pump.now, 1800U);
-  EXPECT_EQ(pump.eventRounds, 6);
+  EXPECT_EQ(pump.eventRounds, 7);
   EXPECT_EQ(library.frees, 1);
 }
 
@@ -52,7 +53,7 @@ TEST_F(PmcTest, An_interval_of_0_does_not_pause_and_lets_events_run) {
   Box(ID_txtSleep).SetText(L"0");
   Read(L"3");
   EXPECT_EQ(pump.now, 0U);
-  EXPECT_EQ(pump.eventRounds, 6);
+  EXPECT_EQ(pump.eventRounds, 7);
 }
 
 TEST_F(PmcTest, A_stop_ends_the_run_after_the_pass_without_the_date_and_time) {

@@ -164,8 +164,9 @@ TEST_F(PmcTest, The_words_about_a_box_follow_the_language_mode) {
   Open();
   Box(ID_txtPmcStart).SetText(L"x");
   Click(ID_cmdRead);
-  EXPECT_EQ(boxes.Texts(),
-            Lines{L"\"text 138\"(147)\r\ntext 133\r\ntext 138: 0text 13532767\r\ntext 134\"x\""});
+  EXPECT_EQ(
+      boxes.Texts(),
+      Lines{L"\"text 138\" is not a whole number.\r\ntext 133\r\ntext 138: 0text 13532767\r\ntext 134\"x\""});
 }
 
 TEST_F(PmcTest, A_whole_book_in_a_box_is_not_shown_whole) {
@@ -225,6 +226,38 @@ TEST_F(PmcTest, While_it_connects_only_nothing_can_be_clicked_and_while_it_reads
   boxes.onShow = [&] { EXPECT_EQ(enabled(), (std::vector<bool>{false, false, false})); };
   Read();
   EXPECT_EQ(boxes.boxes.size(), 1U);
+}
+
+TEST_F(PmcTest, A_click_on_Read_made_while_the_connection_closes_starts_no_new_run) {
+  // The call does not return until the controller has answered; the click waits for it.
+  bool waiting = false;
+  library.onCall = [&] { waiting = waiting || library.calls.back().starts_with("nx_freehandle"); };
+  pump.onEvents = [&] {
+    if (!waiting) return;
+    waiting = false;
+    EXPECT_FALSE(Button(ID_cmdRead).Enabled());
+    EXPECT_FALSE(Button(ID_cmdClose).Enabled());
+    Click(ID_cmdRead);
+  };
+  const auto expectOneRun = [&](const char* wayOut) {
+    EXPECT_FALSE(waiting) << wayOut;
+    EXPECT_EQ(library.Count("nx_allochandle3"), 1) << wayOut;
+    ExpectIdle();
+    waiting = false;
+    library.calls.clear();
+  };
+  Read();
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", clock.now}));
+  expectOneRun("all passes made");
+  library.onRead = [&] { Click(ID_cmdStop); };
+  Read(L"5");
+  expectOneRun("stopped");
+  library.missing = {"nx_pmc_rdrange"};
+  Read();
+  expectOneRun("a call that fails");
+  Box(ID_txtPmcLen).SetText(L"x");
+  Read();
+  expectOneRun("a box that is refused");
 }
 
 TEST_F(PmcTest, The_focus_that_the_user_has_moved_stays_there) {
