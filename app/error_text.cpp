@@ -6,15 +6,11 @@
 namespace tarvik {
 namespace {
 
-std::wstring TextOf(const Texts& texts, Message message) {
-  return texts.Get(message).value_or(std::wstring());
-}
-
 std::wstring LibraryText(const LibraryError& error, const Texts& texts) {
   if (error.Which() == LibraryError::Kind::CannotBeLoaded)
-    return error.Library() + TextOf(texts, Message::LibraryCannotBeLoaded) + L"\r\n" + error.Detail();
+    return error.Library() + texts.GetOrBuiltIn(Message::LibraryCannotBeLoaded) + L"\r\n" + error.Detail();
   // The language decides where in the sentence the call's name goes.
-  std::wstring text = TextOf(texts, Message::LibraryDoesNotExport);
+  std::wstring text = texts.GetOrBuiltIn(Message::LibraryDoesNotExport);
   if (const size_t place = text.find(L"%1"); place != std::wstring::npos)
     text.replace(place, 2, error.Detail());
   return error.Library() + text;

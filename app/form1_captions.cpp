@@ -43,7 +43,7 @@ void Form1::LoadCaptions() {
   load(c.cmdK7Api, Message::K7ApiButton);
 
   load(c.lblStatus, Message::StatusLabel);
-  c.lblK7ServerStatus.SetToolTip(resource_.LoadString(RowOf(Message::K7StatusTip).id));
+  c.lblK7ServerStatus.SetToolTip(texts_.FromFile(Message::K7StatusTip));
   load(c.lblPcUdpSetting, Message::UdpPortLabel);
   load(c.cmdStartK7Server, Message::StartButton);
   load(c.cmdStopK7Server, Message::StopServiceButton);

@@ -50,13 +50,13 @@ std::wstring BoxName(const std::wstring& labelCaption) {
 int32_t ToInt32(const std::wstring& text, const std::wstring& boxName) {
   using Range = std::numeric_limits<int32_t>;
   if (const auto number = ParseInt32(text)) return *number;
-  throw NumberError(text, boxName, Range::min(), Range::max());
+  throw NumberError(text, boxName, 0, Range::max());
 }
 
 int16_t ToInt16(const std::wstring& text, const std::wstring& boxName) {
   using Range = std::numeric_limits<int16_t>;
   if (const auto number = ParseInt16(text)) return *number;
-  throw NumberError(text, boxName, Range::min(), Range::max());
+  throw NumberError(text, boxName, 0, Range::max());
 }
 
 }  // namespace tarvik

@@ -25,8 +25,8 @@ bool IsWholeNumber(std::wstring_view text) {
 }  // namespace
 
 NumberError::NumberError(std::wstring typed, std::wstring boxName, int32_t least, int32_t most)
-    : RuntimeError(L"\"" + tarvik::BoxName(boxName) + L"\" is not a whole number from " + Decimal(least) +
-                   L" to " + Decimal(most) + L": \"" + Shown(typed) + L"\""),
+    : RuntimeError(L"\"" + tarvik::BoxName(boxName) + L"\": enter a whole number from " + Decimal(least) +
+                   L" to " + Decimal(most) + L", not \"" + Shown(typed) + L"\""),
       typed_(std::move(typed)),
       boxName_(std::move(boxName)),
       least_(least),
@@ -45,10 +45,11 @@ std::wstring NumberRequiredText(const std::wstring& typed, const std::wstring& b
   const auto text = [&texts](Message message) { return texts.Get(message).value_or(std::wstring()); };
   const std::wstring box = BoxName(boxName);
   std::wstring message;
-  if (!IsWholeNumber(typed)) message = L"\"" + box + L"\"" + text(Message::NotAWholeNumber) + L"\r\n";
+  if (!IsWholeNumber(typed))
+    message = L"\"" + box + L"\"" + texts.GetOrBuiltIn(Message::NotAWholeNumber) + L"\r\n";
   return message + text(Message::NumberRequired) + L"\r\n" + box + L": " + Decimal(least) +
-         text(Message::NumberRangeTo) + Decimal(most) + L"\r\n" + text(Message::NumberTyped) + L"\"" +
-         Shown(typed) + L"\"";
+         texts.GetOrBuiltIn(Message::NumberRangeTo) + Decimal(most) + L"\r\n" + text(Message::NumberTyped) +
+         L"\"" + Shown(typed) + L"\"";
 }
 
 }  // namespace tarvik

@@ -152,6 +152,11 @@ std::optional<std::wstring> Texts::Get(Message message) const {
   return text;
 }
 
+std::wstring Texts::GetOrBuiltIn(Message message) const {
+  if (mode_ == kLanguageFile) return FromFile(message);
+  return Get(message).value_or(std::wstring());
+}
+
 std::wstring Texts::FromFile(Message message) const {
   const MessageRow& row = RowOf(message);
   if (auto text = resource_.FindString(row.id)) return *text;

@@ -137,6 +137,10 @@ class Texts {
   /// The text of the message; nothing when the language has none, which leaves the message out.
   std::optional<std::wstring> Get(Message message) const;
 
+  /// As Get, but the built-in English one when the language file has none: for a message that is younger than
+  /// some language files, and part of a sentence.
+  std::wstring GetOrBuiltIn(Message message) const;
+
   /// The text of a message that comes from the language file in every mode; the built-in one when the file
   /// has none.
   std::wstring FromFile(Message message) const;

@@ -215,6 +215,7 @@ class MemoryTabStrip final : public MemoryControl<TabStrip> {
       : MemoryControl(focus), captions_(captions), on_(captions.size(), true) {}
   int PageCount() const override { return static_cast<int>(captions_.size()); }
   void SetPageCaption(int page, const std::wstring& caption) override {
+    pageTakingCaption = page;
     ThrowIfTextRefused();
     captions_.at(static_cast<size_t>(page)) = caption;
   }
@@ -229,6 +230,8 @@ class MemoryTabStrip final : public MemoryControl<TabStrip> {
   }
   int FrontPage() const override { return front_; }
   Size FrameSize() const override { return {8, 30}; }
+
+  int pageTakingCaption = kNoPage;  ///< the page that `beforeText` is about
 
  private:
   std::vector<std::wstring> captions_;

@@ -38,17 +38,33 @@ class ErrorTextTest : public testing::Test {
 TEST_F(ErrorTextTest, A_port_that_is_no_number_is_worded_as_a_number_box_words_it) {
   EXPECT_EQ(TextOf([] { ToInt16(L"80a", L"TCP po&rt:"); }),
             L"\"TCP port\" is not a whole number.\r\nEnter a whole number in this range:\r\n"
-            L"TCP port: -32768 ... 32767\r\nYou typed: \"80a\"");
+            L"TCP port: 0 ... 32767\r\nYou typed: \"80a\"");
   mode = kBuiltInJapanese;
   EXPECT_EQ(TextOf([] { ToInt16(L"80a", L"TCPﾎﾟｰﾄ番号(&R):"); }),
             L"\"TCPﾎﾟｰﾄ番号\"は整数ではありません。\r\n範囲内の整数を入力してください。\r\n"
-            L"TCPﾎﾟｰﾄ番号: -32768～32767\r\n入力値: \"80a\"");
+            L"TCPﾎﾟｰﾄ番号: 0～32767\r\n入力値: \"80a\"");
 }
 
 TEST_F(ErrorTextTest, A_number_outside_the_range_is_still_called_a_number) {
   const std::wstring text = TextOf([] { ToInt16(L" +99999999999999999999 ", L"TCP po&rt:"); });
   EXPECT_EQ(text.find(L"not a whole number"), std::wstring::npos);
   EXPECT_TRUE(text.starts_with(L"Enter a whole number in this range:\r\n"));
+}
+
+TEST_F(ErrorTextTest, The_range_shown_begins_at_0_although_negative_numbers_are_taken) {
+  EXPECT_NE(TextOf([] { ToInt32(L"x", L"Count:"); }).find(L"Count: 0 ... 2147483647\r\n"),
+            std::wstring::npos);
+  EXPECT_EQ(ToInt16(L"-32768", L"Box"), -32768);
+  EXPECT_EQ(ToInt32(L"-1", L"Box"), -1);
+}
+
+TEST_F(ErrorTextTest, The_errors_own_text_does_not_deny_that_a_number_is_one) {
+  try {
+    ToInt16(L"32768", L"TCP po&rt:");
+    FAIL() << "32768 was taken";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Text(), L"\"TCP port\": enter a whole number from 0 to 32767, not \"32768\"");
+  }
 }
 
 TEST_F(ErrorTextTest, Typed_text_is_cut_after_60_characters) {
@@ -79,6 +95,19 @@ TEST_F(ErrorTextTest, The_language_files_have_these_texts_too) {
   profile.values["D\\Language\\T_1033.ini|1033|149"] = ": %1 is missing";
   resource.Initialize(1033, L"D", L"T");
   EXPECT_EQ(TextOf([] { throw LibraryError::DoesNotExport(L"a.dll", L"b"); }), L"a.dll: b is missing");
+}
+
+TEST_F(ErrorTextTest, An_older_language_file_leaves_no_number_in_brackets_within_a_sentence) {
+  mode = kLanguageFile;
+  files.contents[L"D\\Language\\T_1033.ini"] = "";
+  profile.values["D\\Language\\T_1033.ini|1033|133"] = "Range:";
+  profile.values["D\\Language\\T_1033.ini|1033|134"] = "Typed: ";
+  resource.Initialize(1033, L"D", L"T");
+  EXPECT_EQ(TextOf([] { ToInt16(L"x", L"Port"); }),
+            L"\"Port\" is not a whole number.\r\nRange:\r\nPort: 0 ... 32767\r\nTyped: \"x\"");
+  EXPECT_EQ(TextOf([] { throw LibraryError::CannotBeLoaded(L"a.dll", L"why"); }),
+            L"a.dll cannot be loaded.\r\nwhy");
+  EXPECT_EQ(TextOf([] { throw LibraryError::DoesNotExport(L"a.dll", L"b"); }), L"a.dll does not export b.");
 }
 
 TEST_F(ErrorTextTest, Any_other_error_keeps_its_text) {
