@@ -1,12 +1,14 @@
 #include "about/module_check.h"
 
+#include <utility>
+
 namespace tarvik {
 
 ModuleCheckResult CheckModules(FileUtil& files, bool withK7Api) {
   ModuleCheckResult result;
   const auto check = [&](const wchar_t* name, Boolean16& missing) {
-    if (files.mSearchPath(name))
-      result.found.emplace_back(name);
+    if (auto path = files.mSearchPath(name))
+      result.found.push_back({name, std::move(*path)});
     else
       missing = true;
   };
@@ -18,18 +20,15 @@ ModuleCheckResult CheckModules(FileUtil& files, bool withK7Api) {
   return result;
 }
 
-std::wstring VersionReport(FileUtil& files, const std::vector<std::wstring>& modules) {
+std::wstring VersionReport(FileUtil& files, const std::vector<FoundModule>& modules) {
   std::wstring report;
-  for (const std::wstring& name : modules)
-    if (const auto line = GetModuleVersionLine(files, name)) report += *line + L"\r\n";
+  for (const FoundModule& module : modules) report += GetModuleVersionLine(files, module) + L"\r\n";
   return report;
 }
 
-std::optional<std::wstring> GetModuleVersionLine(FileUtil& files, const std::wstring& name) {
-  const auto path = files.mSearchPath(name);
-  if (!path) return std::nullopt;
-  const auto version = files.mGetFileVersionInfoString(*path);
-  return name + (version ? L" Ver." + *version : std::wstring()) + L" (" + *path + L")";
+std::wstring GetModuleVersionLine(FileUtil& files, const FoundModule& module) {
+  const auto version = files.mGetFileVersionInfoString(module.path);
+  return module.name + (version ? L" Ver." + *version : std::wstring()) + L" (" + module.path + L")";
 }
 
 }  // namespace tarvik

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,9 +18,15 @@ struct MissingModules {
   bool Any() const { return cncLibrary || k7Api || serviceSetup || internet; }
 };
 
+/// An optional module that is on the search path.
+struct FoundModule {
+  std::wstring name;
+  std::wstring path;
+};
+
 struct ModuleCheckResult {
   MissingModules missing;
-  std::vector<std::wstring> found;  ///< names of the modules on the search path, in the order of the check
+  std::vector<FoundModule> found;  ///< in the order of the check
 };
 
 /// Looks for every optional module on the search path; for the K7 API library only on request.
@@ -29,9 +34,9 @@ ModuleCheckResult CheckModules(FileUtil& files, bool withK7Api);
 
 /// The version report: a line for each module, followed by "\r\n". Reading versions is slow, so this waits
 /// until somebody wants to see them.
-std::wstring VersionReport(FileUtil& files, const std::vector<std::wstring>& modules);
+std::wstring VersionReport(FileUtil& files, const std::vector<FoundModule>& modules);
 
-/// The module's line of the version report; nothing when it is not on the search path.
-std::optional<std::wstring> GetModuleVersionLine(FileUtil& files, const std::wstring& name);
+/// The module's line of the version report.
+std::wstring GetModuleVersionLine(FileUtil& files, const FoundModule& module);
 
 }  // namespace tarvik

@@ -226,7 +226,8 @@ class Form1 {
   CommandLineValues commandLine_;
   IcmpLibrary::Handle icmpHandle_ = 0;
   MissingModules missing_;
-  std::vector<std::wstring> foundModules_;  ///< their versions are read for the about box
+  std::vector<FoundModule> foundModules_;
+  std::wstring versionReport_;  ///< empty until the about box is asked for
   std::unique_ptr<frmAbout> about_;
   Boolean16 k7ApiBusy_;
   bool changingService_ = false;    ///< Start or Stop is on the stack

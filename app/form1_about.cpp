@@ -27,15 +27,18 @@ frmAbout& Form1::About() {
     about_.reset();
     std::unique_ptr<ui::Form> form = ground_.newForm(L"frmAbout");
     const AboutTools tools{form->Boxes(), texts_, ground_.osVersion, ground_.registry, ground_.processes};
-    FileUtil files(ground_.kernel, ground_.version);
-    about_ = std::make_unique<frmAbout>(std::move(form), tools, VersionReport(files, foundModules_));
+    about_ = std::make_unique<frmAbout>(std::move(form), tools, versionReport_);
     // Else a main window that is kept above the others would cover it.
     if (TestOptionMask(kTopmost)) about_->MakeTopmost();
   }
   return *about_;
 }
 
-void Form1::mnuHelpSub_Click() { About().Show(); }
+void Form1::mnuHelpSub_Click() {
+  FileUtil files(ground_.kernel, ground_.version);
+  versionReport_ = VersionReport(files, foundModules_);
+  About().Show();
+}
 
 void Form1::UnloadAbout() {
   try {

@@ -9,7 +9,7 @@ target_link_options(fuzzers PRIVATE -fsanitize=fuzzer)
 # The whole program comes from the tests' own fixture.
 target_link_libraries(fuzzers PRIVATE tarvik_memory bench_core lab_scenario GTest::gtest)
 
-# TARVIK_FUZZ_SECONDS: libFuzzer ends when more whole seconds than that have passed. Two seconds reach 95 percent of what
+# TARVIK_FUZZ_SECONDS: libFuzzer ends when more whole seconds than that have passed. Two reach 95 percent of what
 # many minutes do.
 function(add_fuzzer name)
   set(found ${CMAKE_BINARY_DIR}/found/${name})
@@ -19,7 +19,7 @@ function(add_fuzzer name)
     set(unpack "tar -xzf ${archive} -C ${found}")
   endif()
   add_test(NAME fuzz_${name} COMMAND sh -c "rm -rf ${found} && mkdir -p ${found} && ${unpack} && exec \"$0\" \"$@\" \
-    -seed=\${TARVIK_FUZZ_SEED:-90210} -max_total_time=\${TARVIK_FUZZ_SECONDS:-1}"
+    -seed=\${TARVIK_FUZZ_SEED:-90210} -max_total_time=\${TARVIK_FUZZ_SECONDS:-2}"
     $<TARGET_FILE:fuzzers> --fuzzer=${name} -entropic=0 -max_len=8192 -timeout=5 ${found} ${ARGN})
   set_tests_properties(fuzz_${name} PROPERTIES LABELS native PROCESSORS 2)
 endfunction()

@@ -91,7 +91,10 @@ TEST_F(ShellFailures, The_about_box_survives_every_failure) {
     box->Get<ui::MemoryButton>(ID_cmdSysInfo).onClick();
     box->Get<ui::MemoryButton>(ID_cmdOK).onClick();
   };
-  routine.silences = {{"GetVersionExA", "a Windows that does not tell its version has no name in the box"}};
+  routine.silences = {{"GetVersionExA", "a Windows that does not tell its version has no name in the box"},
+                      {"GetFileVersionInfoSizeW", "a module without a version is shown without it"},
+                      {"GetFileVersionInfoW", "a module without a version is shown without it"},
+                      {"VerQueryValueW", "a module without a version is shown without it"}};
   StrikeEveryCall(routine);
 }
 
