@@ -41,7 +41,7 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       MakeOtherPages();
       return 0;
     case WM_SIZE:
-      if (layoutDue_ && wParam != SIZE_MINIMIZED) LayOutRestored(wParam == SIZE_MAXIMIZED);
+      if (layoutDue_ && wParam != SIZE_MINIMIZED) LayOutAnew();
       if (onResize) RunGuarded(window_, onResize);
       // A minimised window has no focus, and gets none back when it is activated before it is restored.
       if (wParam != SIZE_MINIMIZED && GetActiveWindow() == window_ && !IsChild(window_, GetFocus()))
@@ -144,29 +144,16 @@ bool Win32Form::TakeMessageFont() noexcept {
   return true;
 }
 
-void Win32Form::LayOutRestored(bool maximised) noexcept {
-  layoutDue_ = false;
-  const int before = std::exchange(sizeDpi_, dpi_);
-  if (before != dpi_ && !maximised) {
-    const Size old = WindowSize();
-    SetWindowPos(window_, nullptr, 0, 0, MulDiv(old.width, dpi_, before), MulDiv(old.height, dpi_, before),
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-  }
-  LayOutAnew();
-}
-
 void Win32Form::OnScaling(int dpi, const RECT& suggested) noexcept {
   dpi_ = dpi;
   TakeMessageFont();
   // The least size is that of the old scaling until the layout has measured anew.
   minimumSize_ = {};
-  // The suggestion for a minimised window is about its icon. Its own size follows when it is restored.
-  if (!Minimised()) {
-    sizeDpi_ = dpi;
+  // The suggestion for a minimised window is about its icon.
+  if (!Minimised())
     SetWindowPos(window_, nullptr, static_cast<int>(suggested.left), static_cast<int>(suggested.top),
                  static_cast<int>(suggested.right - suggested.left),
                  static_cast<int>(suggested.bottom - suggested.top), SWP_NOZORDER | SWP_NOACTIVATE);
-  }
   LayOutAnew();
 }
 

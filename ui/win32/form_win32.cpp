@@ -49,7 +49,7 @@ Win32Form::Win32Form(const wchar_t* className, FormRole role) : className_(class
     UnregisterClassW(className, description.hInstance);
     ThrowRefusal(L"The window cannot be created.");
   }
-  dpi_ = sizeDpi_ = scaling_.DpiOf(window_);
+  dpi_ = scaling_.DpiOf(window_);
   TakeMessageFont();
 }
 

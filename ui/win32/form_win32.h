@@ -110,8 +110,6 @@ class Win32Form final : public Form {
   void OnDestroy() noexcept;
   void Unload() noexcept;
   void OnScaling(int dpi, const RECT& suggested) noexcept;
-  /// The layout that was due while the window was minimised. A size of an earlier scaling is scaled first.
-  void LayOutRestored(bool maximised) noexcept;
   void OnColoursOrFont(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   bool TakeMessageFont() noexcept;
   void LayOutAnew() noexcept;
@@ -146,7 +144,6 @@ class Win32Form final : public Form {
   SystemLibrary commonControls_;
   HWND window_ = nullptr;
   int dpi_ = USER_DEFAULT_SCREEN_DPI;
-  int sizeDpi_ = USER_DEFAULT_SCREEN_DPI;  ///< the scaling that the window's size is of
   std::unique_ptr<MeasuredFont> font_;
   std::unique_ptr<Win32Menu> menuBar_;
   std::vector<std::unique_ptr<ControlWindow>> controls_;
