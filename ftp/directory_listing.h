@@ -30,7 +30,7 @@ class DirectoryListing {
 };
 
 /// Enough for every list of 10,000 lines, the most that a real directory has, whatever their order; a tenth
-/// of a second for a hostile one of 500,000.
+/// of a second for a hostile one of 200,000.
 inline constexpr int64_t kMaxComparisons = 50'000'000;
 
 /// Sorts the lines as StrSort does when it compares by that order. Lines that are equal in that order without

@@ -25,8 +25,9 @@ constexpr uint32_t kRefusals[] = {12003, 12013, 12014, 12015};
 constexpr uint32_t kFirstLength = 1024;
 constexpr uint32_t kGreatestLength = 16 * 1024 * 1024;
 
-/// No server has so many entries in one directory; a search that does not end has.
-constexpr size_t kMaxDirectoryEntries = 500'000;
+/// Stops a search that never ends; no real directory is this large. A list of so many names is sorted and
+/// shown within three seconds.
+constexpr size_t kMaxDirectoryEntries = 200'000;
 
 /// No call is made with a context, so the library has nothing to tell.
 void TARVIK_CALLBACK InternetStatusCallBack(Wininet::Handle, uintptr_t, uint32_t, void*, uint32_t) {}
