@@ -154,7 +154,7 @@ class Form1 {
   void CommandService(bool& active, const std::function<void(const K7ServiceTools&)>& command);
   bool ServiceBusy() const { return changingService_ || queryingService_; }
   /// Begins a run and calls `routine` in it; while one is active it raises the stop request instead. Every
-  /// button that starts a test starts it this way, except cmdK7Api, whose test has a stop of its own.
+  /// button that starts a test starts it this way, except cmdK7Api, whose test has its own stop.
   bool RunOutermost(const std::function<bool()>& routine);
   /// Calls `test`, then lets the pending window events run, also when it throws: what the user clicks while a
   /// library blocks the program has to reach the test before its flags are cleared. Left in the queue, a

@@ -25,7 +25,7 @@ bool IsPingCount(const std::wstring& text);
 /// What a message calls the box whose label has that caption: without its mnemonic and the colon behind it.
 std::wstring BoxName(const std::wstring& labelCaption);
 
-/// The text as a whole number of 32 bits, negative ones too. Throws NumberError when it is none; its range
+/// The text as a whole number of 32 bits, negative ones too. Throws NumberError when it is not one; its range
 /// begins at 0, as only such a number is of use.
 int32_t ToInt32(const std::wstring& text, const std::wstring& boxName);
 

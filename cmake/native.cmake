@@ -8,7 +8,7 @@ if(TARVIK_TESTS)
   target_link_options(tarvik_settings INTERFACE ${sanitizers} -fuse-ld=lld)
 endif()
 
-# What a fuzzer runs tells it which code it has reached. It runs fast; the tests themselves compile fast.
+# The code under test is instrumented for the fuzzers and optimised; the tests themselves are not, to compile fast.
 function(fuzzed)
   if(TARVIK_TESTS)
     foreach(target ${ARGN})

@@ -6,7 +6,7 @@ find_package(GTest REQUIRED)
 # room beside them, and begin first with the longest of those that wait.
 set(computes PROCESSORS 2 COST 1000)
 
-# A test that runs a GoogleTest program. Its result file tells ./test how many test cases have run.
+# A test that runs a GoogleTest program. ./test counts the test cases in its result file.
 function(add_cases name label)
   cmake_parse_arguments(PARSE_ARGV 2 case "" "" "COMMAND;ENVIRONMENT")
   add_test(NAME ${name} COMMAND ${case_COMMAND})
@@ -49,7 +49,7 @@ foreach(folder ${native_folders})
   target_sources(native_tests PRIVATE ${sources})
   find_suites(suites ${sources})
   foreach(suite ${suites})
-    # "*/" stands for the name of the parameters that a suite is run with.
+    # A parameterised suite has the name of its parameters before the slash.
     add_cases(native.${name}.${suite} native COMMAND native_tests --gtest_filter=${suite}.*:*/${suite}.*)
     if(name MATCHES "^(endurance|failures)$")
       set_tests_properties(native.${name}.${suite} PROPERTIES ${computes})
@@ -63,7 +63,7 @@ target_compile_options(native_tests PRIVATE -fno-sanitize=undefined)
 
 include(cmake/fuzzers.cmake)
 
-# Each suite on real windows owns a Windows of its own, so suites run side by side. A suite that could not run here
+# Each suite on real windows has its own Windows, so suites run side by side. A suite that could not run here
 # ends in "SKIPPED" lines and counts as skipped.
 function(add_suite_tests program label machine cost)
   find_suites(suites ${ARGN})

@@ -19,7 +19,7 @@ constexpr size_t kFirstLetter = kAddressLetters.find(L'D');
 constexpr int32_t kLastAddress = std::numeric_limits<int16_t>::max();
 constexpr int kFullLog = 32767;
 
-/// The typed text as a number of the range; nothing when it is none.
+/// The typed text as a number within the range; otherwise nothing.
 std::optional<int16_t> NumberIn(const std::wstring& typed, int32_t least, int32_t most) {
   const std::optional<int32_t> number = ParseInt32(typed);
   if (!number || *number < least || *number > most) return std::nullopt;

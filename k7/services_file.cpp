@@ -120,7 +120,8 @@ bool AppendLine(const ServicesFileTools& tools, const std::wstring& path, const 
   return tools.files.Append(path, tools.codePage.ToAnsi(line) + "\r\n") || FailToAppend(tools, line, path);
 }
 
-/// Gives the entry the next free port above `highestPort`, which follows. False when there is none.
+/// Gives the entry the next free port above `highestPort` and advances `highestPort` to it. False when no
+/// port is left.
 bool TakeNextPort(ServiceEntry& entry, std::span<const ServiceEntry> entries, int32_t& highestPort) {
   const auto isTaken = [&](const ServiceEntry& other) { return other.PortNo == highestPort; };
   do {

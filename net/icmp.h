@@ -41,7 +41,7 @@ class IcmpLibrary {
   /// (INVALID_HANDLE_VALUE) and not 0.
   static constexpr Handle CreatedHandle(Handle librarys) { return librarys == -1 ? 0 : librarys; }
 
-  /// 0 on failure; GetLastError tells why. See CreatedHandle.
+  /// 0 on failure; GetLastError has the reason. See CreatedHandle.
   virtual Handle IcmpCreateFile() = 0;
 
   /// Sends one echo and waits for the replies, `timeout` milliseconds at most. The number of reply records

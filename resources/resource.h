@@ -50,7 +50,7 @@ class Resource {
   std::wstring PathFor(int32_t language) const;
   std::wstring ReadString(int32_t id);
 
-  /// One string as it stands in the file, or its number in brackets.
+  /// One string as the file has it, or its number in brackets.
   struct clsRc {
     int32_t id;
     std::wstring text;
