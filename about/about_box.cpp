@@ -51,22 +51,22 @@ std::wstring VersionText(const ProgramVersion& version) {
 }
 
 std::wstring AboutTitle(const std::wstring& extraDescription) {
-  const std::wstring title = ui::kProgramTitle;
+  const std::wstring title = report::kProgramTitle;
   return extraDescription.empty() ? title : title + L"(" + extraDescription + L")";
 }
 
-frmAbout::frmAbout(std::unique_ptr<ui::Form> form, const AboutTools& tools, const std::wstring& versionReport)
+frmAbout::frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, OsVersion& osVersion,
+                   MachineRegistry& registry, Processes& processes, const std::wstring& versionReport)
     : form_(std::move(form)),
-      tools_(tools),
+      registry_(registry),
+      processes_(processes),
       cmdOK(form_->AddButton(ID_cmdOK, ui::kNoPage, L"OK")),
-      cmdSysInfo(form_->AddButton(ID_cmdSysInfo, ui::kNoPage,
-                                  tools.texts.Get(Message::SystemInfoButton).value_or(std::wstring()))),
+      cmdSysInfo(form_->AddButton(ID_cmdSysInfo, ui::kNoPage, texts.GetOrEmpty(Message::SystemInfoButton))),
       lblTitle(form_->AddLabel(ID_lblTitle, ui::kNoPage, AboutTitle(kExtraDescription))),
       lblVersion(form_->AddLabel(ID_lblVersion, ui::kNoPage, VersionText(kThisProgram))),
-      lblOsVersion(
-          form_->AddLabel(ID_lblOsVersion, ui::kNoPage, OsVersionInfo(tools.osVersion).GetVersionName())),
+      lblOsVersion(form_->AddLabel(ID_lblOsVersion, ui::kNoPage, OsVersionInfo(osVersion).GetVersionName())),
       lblModules(form_->AddLabel(ID_lblModules, ui::kNoPage, ForLabel(versionReport))) {
-  form_->SetCaption(std::wstring(ui::kProgramTitle) + L" Version Information");
+  form_->SetCaption(std::wstring(report::kProgramTitle) + L" Version Information");
   form_->FixSize();
   LayOut();
   form_->onScalingChanged = [this] { Guarded(&frmAbout::LayOut); };
@@ -80,7 +80,7 @@ void frmAbout::Guarded(void (frmAbout::*handler)()) {
   try {
     (this->*handler)();
   } catch (const RuntimeError& error) {
-    tools_.boxes.Show(error.Text(), ui::BoxIcon::Critical);
+    form_->Boxes().Show(error.Text(), report::BoxIcon::Critical);
   }
 }
 
@@ -105,6 +105,6 @@ void frmAbout::LayOut() {
 
 void frmAbout::cmdOK_Click() { form_->Close(); }
 
-void frmAbout::cmdSysInfo_Click() { StartSysInfo(tools_.registry, tools_.processes, tools_.boxes); }
+void frmAbout::cmdSysInfo_Click() { StartSysInfo(registry_, processes_, form_->Boxes()); }
 
 }  // namespace tarvik

@@ -8,18 +8,8 @@
 #include "platform/processes.h"
 #include "resources/messages.h"
 #include "ui/form.h"
-#include "ui/message_boxes.h"
 
 namespace tarvik {
-
-/// What the about box asks and starts.
-struct AboutTools {
-  ui::MessageBoxes& boxes;  ///< of the about box itself
-  const Texts& texts;
-  OsVersion& osVersion;
-  MachineRegistry& registry;
-  Processes& processes;
-};
 
 /// The four numbers of a version resource.
 struct ProgramVersion {
@@ -39,7 +29,8 @@ std::wstring AboutTitle(const std::wstring& extraDescription);
 class frmAbout {
  public:
   /// `form`: a new window. `versionReport`: as the module check made it.
-  frmAbout(std::unique_ptr<ui::Form> form, const AboutTools& tools, const std::wstring& versionReport);
+  frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, OsVersion& osVersion,
+           MachineRegistry& registry, Processes& processes, const std::wstring& versionReport);
   frmAbout(const frmAbout&) = delete;
   frmAbout& operator=(const frmAbout&) = delete;
 
@@ -59,7 +50,8 @@ class frmAbout {
   void LayOut();
 
   std::unique_ptr<ui::Form> form_;
-  AboutTools tools_;
+  MachineRegistry& registry_;
+  Processes& processes_;
   ui::Button& cmdOK;
   ui::Button& cmdSysInfo;
   ui::Label& lblTitle;

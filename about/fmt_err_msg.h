@@ -5,14 +5,14 @@
 
 #include "platform/code_page.h"
 #include "platform/kernel_calls.h"
-#include "ui/message_boxes.h"
+#include "report/message_boxes.h"
 
 namespace tarvik {
 
 /// Puts the error codes of Windows and its network into one line of text.
 class FmtErrMsg {
  public:
-  FmtErrMsg(KernelCalls& kernel, CodePage& codePage, ui::MessageBoxes& boxes)
+  FmtErrMsg(KernelCalls& kernel, CodePage& codePage, report::MessageBoxes& boxes)
       : kernel_(kernel), codePage_(codePage), boxes_(boxes) {}
 
   /// "ERROR: <code> - <the system's text>". A code that the system has no text for is told in a message box
@@ -25,7 +25,7 @@ class FmtErrMsg {
  private:
   KernelCalls& kernel_;
   CodePage& codePage_;
-  ui::MessageBoxes& boxes_;
+  report::MessageBoxes& boxes_;
 };
 
 }  // namespace tarvik

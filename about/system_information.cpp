@@ -14,7 +14,7 @@ std::wstring PathOfTool(MachineRegistry& registry) {
 
 }  // namespace
 
-void StartSysInfo(MachineRegistry& registry, Processes& processes, ui::MessageBoxes& boxes) {
+void StartSysInfo(MachineRegistry& registry, Processes& processes, report::MessageBoxes& boxes) {
   const std::wstring path = PathOfTool(registry);
   // Unquoted, "C:\Program Files\..." would first be tried as a program named "C:\Program".
   const std::wstring commandLine = path.starts_with(L'"') ? path : L"\"" + path + L"\"";

@@ -2,12 +2,12 @@
 
 #include "platform/machine_registry.h"
 #include "platform/processes.h"
-#include "ui/message_boxes.h"
+#include "report/message_boxes.h"
 
 namespace tarvik {
 
 /// Starts the system's information tool, which the registry names. A message box tells when there is none or
 /// it does not start.
-void StartSysInfo(MachineRegistry& registry, Processes& processes, ui::MessageBoxes& boxes);
+void StartSysInfo(MachineRegistry& registry, Processes& processes, report::MessageBoxes& boxes);
 
 }  // namespace tarvik

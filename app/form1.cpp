@@ -4,10 +4,10 @@
 #include <cmath>
 #include <utility>
 
-#include "app/error_text.h"
 #include "app/form1_layout.h"
 #include "app/input_filters.h"
 #include "platform/runtime_error.h"
+#include "report/error_text.h"
 
 namespace tarvik {
 namespace {
@@ -21,7 +21,8 @@ constexpr float kTwipsPerInch = 1440;
 Form1::Form1(Form1Ground ground)
     : ground_(std::move(ground)),
       controls_(ground_.form),
-      results_(controls_.lstResult),
+      resultView_(controls_.lstResult),
+      results_(resultView_),
       resource_(ground_.files, ground_.profile, ground_.codePage, ground_.boxes) {
   const ui::Size design = LayOutForm1(ground_.form, controls_);
   ground_.form.SetMinimumWindowSize(design);
@@ -33,7 +34,7 @@ void Form1::Guarded(const std::function<void()>& handler) {
   try {
     handler();
   } catch (const RuntimeError& error) {
-    ground_.boxes.Show(ErrorText(error, texts_), ui::BoxIcon::Critical);
+    ground_.boxes.Show(report::ErrorText(error, texts_), report::BoxIcon::Critical);
   }
 }
 

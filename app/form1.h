@@ -13,7 +13,6 @@
 #include "app/configuration_library.h"
 #include "app/form1_controls.h"
 #include "app/option_mask.h"
-#include "app/result_list.h"
 #include "app/run_flags.h"
 #include "app/secret_decoder.h"
 #include "cnclib/cnc_check.h"
@@ -40,19 +39,19 @@
 #include "platform/text_order.h"
 #include "platform/version_library.h"
 #include "platform/wall_clock.h"
+#include "report/check_context.h"
 #include "resources/messages.h"
 #include "resources/resource.h"
 #include "ui/form.h"
-#include "ui/message_boxes.h"
-#include "ui/pump.h"
+#include "ui/result_list_view.h"
 
 namespace tarvik {
 
 /// What the main window stands on. Everything outlives the window.
 struct Form1Ground {
   ui::Form& form;
-  ui::MessageBoxes& boxes;  ///< the form's own
-  ui::Pump& pump;
+  report::MessageBoxes& boxes;  ///< the form's own
+  report::Pump& pump;
   RunFlags& flags;  ///< the pump's stop request is `flags.stopRequested`
   ConfigurationLibrary& configuration;
   TxCodec& txCodec;
@@ -94,6 +93,9 @@ class Form1 {
   /// Everything from the configuration library to the auto-run. The caller shows the window afterwards,
   /// unless the auto-run has shown it.
   void Form_Load();
+
+  /// The list into which every test reports.
+  report::ResultList& Results() { return results_; }
 
   /// True when every one of the bits is set in the option mask.
   bool TestOptionMask(uint32_t mask) const { return optionMask_.Test(mask); }
@@ -151,7 +153,8 @@ class Form1 {
   /// The K7 API test that a click began: closing is refused and the next click is the stop.
   class K7ApiRun;
   /// Carries a command to the K7 service out. `active` is true meanwhile.
-  void CommandService(bool& active, const std::function<void(const K7ServiceTools&)>& command);
+  using K7ServiceCommand = std::function<void(const report::CheckContext&, SvcUtl&, const ShowServiceState&)>;
+  void CommandService(bool& active, const K7ServiceCommand& command);
   bool ServiceBusy() const { return changingService_ || queryingService_; }
   /// Begins a run and calls `routine` in it; while one is active it raises the stop request instead. Every
   /// button that starts a test starts it this way, except cmdK7Api, whose test has its own stop.
@@ -214,7 +217,8 @@ class Form1 {
 
   Form1Ground ground_;
   Form1Controls controls_;
-  ResultList results_;
+  ui::ResultListView resultView_;
+  report::ResultList results_;
 
   Boolean16 productFamily_;
   OptionMask optionMask_;
@@ -223,6 +227,7 @@ class Form1 {
   std::wstring commonDataFolder_;
   Resource resource_;
   Texts texts_{languageMode_, resource_};
+  report::CheckContext context_{results_, ground_.boxes, texts_, ground_.pump};
   CommandLineValues commandLine_;
   IcmpLibrary::Handle icmpHandle_ = 0;
   MissingModules missing_;

@@ -23,12 +23,11 @@ void Form1::CheckModules() {
 
 frmAbout& Form1::About() {
   if (about_ == nullptr || about_->Closed()) {
-    // The old window goes first: the new one bears the same class.
+    // The old window is destroyed first: two windows cannot register the same class.
     about_.reset();
-    std::unique_ptr<ui::Form> form = ground_.newForm(L"frmAbout");
-    const AboutTools tools{form->Boxes(), texts_, ground_.osVersion, ground_.registry, ground_.processes};
-    about_ = std::make_unique<frmAbout>(std::move(form), tools, versionReport_);
-    // Else a main window that is kept above the others would cover it.
+    about_ = std::make_unique<frmAbout>(ground_.newForm(L"frmAbout"), texts_, ground_.osVersion,
+                                        ground_.registry, ground_.processes, versionReport_);
+    // Otherwise a topmost main window would cover it.
     if (TestOptionMask(kTopmost)) about_->MakeTopmost();
   }
   return *about_;

@@ -13,9 +13,11 @@ CncTarget Form1::ReadCncTarget() const {
 bool Form1::RunLibraryTest() {
   std::optional<std::wstring> accessCode;
   if (controls_.chkAccessCode.Checked()) accessCode = controls_.txtAccessCode.Text();
-  return tarvik::RunLibraryTest(
-      {results_, ground_.boxes, texts_, ground_.pump, ground_.form, ground_.cncLibrary, ground_.codePage},
-      ReadCncTarget(), accessCode, missing_.cncLibrary, nxlibOptions_);
+  const auto showHourglass = [this](bool busy) {
+    ground_.form.SetPointer(busy ? ui::Pointer::Hourglass : ui::Pointer::Default);
+  };
+  return tarvik::RunLibraryTest(context_, ground_.cncLibrary, ground_.codePage, showHourglass,
+                                ReadCncTarget(), accessCode, missing_.cncLibrary, nxlibOptions_);
 }
 
 void Form1::cmdGetInfo_Click() {
@@ -26,10 +28,9 @@ void Form1::mnuPMC_Click() {
   if (pmcTest_ == nullptr || pmcTest_->Unloaded()) {
     // The old one goes first: two windows cannot register the same class.
     pmcTest_.reset();
-    std::unique_ptr<ui::Form> form = ground_.newForm(L"frmPmcTest");
-    const PmcTestTools tools{form->Boxes(),      ground_.pump,     texts_,
-                             ground_.cncLibrary, ground_.codePage, ground_.wallClock};
-    pmcTest_ = std::make_unique<frmPmcTest>(tools, std::move(form), [this] { return ReadCncTarget(); });
+    pmcTest_ =
+        std::make_unique<frmPmcTest>(ground_.newForm(L"frmPmcTest"), texts_, ground_.pump, ground_.cncLibrary,
+                                     ground_.codePage, ground_.wallClock, [this] { return ReadCncTarget(); });
     if (TestOptionMask(kTopmost)) pmcTest_->MakeTopmost();
   }
   pmcTest_->Show();

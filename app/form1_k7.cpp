@@ -4,9 +4,9 @@
 #include <optional>
 
 #include "app/form1.h"
-#include "app/number_box.h"
 #include "k7/k7_api_check.h"
 #include "platform/runtime_error.h"
+#include "report/typed_numbers.h"
 #include "ui/hourglass.h"
 
 namespace tarvik {
@@ -78,11 +78,10 @@ bool Form1::RunK7ApiTest() {
     }
     const std::wstring count = controls_.txtK7ApiTestCount.Text();
     passed = RunToLastEvent([&] {
-      return tarvik::RunK7ApiTest(
-          {results_, ground_.boxes, ground_.pump, ground_.codePage, ground_.k7Api, languageMode_}, address,
-          commandLine_.k7ServerHost, count,
-          NumberRequiredText(count, controls_.lblTestCount.Caption(), 0, std::numeric_limits<int32_t>::max(),
-                             texts_));
+      return tarvik::RunK7ApiTest(context_, ground_.k7Api, ground_.codePage, address,
+                                  commandLine_.k7ServerHost, count,
+                                  report::NumberRequiredText(count, controls_.lblTestCount.Caption(), 0,
+                                                             std::numeric_limits<int32_t>::max(), texts_));
     });
   });
   return passed;

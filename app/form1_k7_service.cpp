@@ -4,23 +4,11 @@
 #include "app/form1.h"
 #include "k7/debug_launch.h"
 #include "k7/start_program.h"
+#include "platform/scope_guard.h"
 #include "platform/text.h"
 
 namespace tarvik {
-
 namespace {
-
-/// True during its lifetime.
-class Active {
- public:
-  explicit Active(bool& active) : active_(active) { active_ = true; }
-  ~Active() { active_ = false; }
-  Active(const Active&) = delete;
-  Active& operator=(const Active&) = delete;
-
- private:
-  bool& active_;
-};
 
 ServiceEntry K7Entry() { return {L"NORVAX_K7_SERVER", 0, L"udp", false, false}; }
 
@@ -42,11 +30,11 @@ void Form1::EndServiceControl() {
   svcUtl_.reset();
 }
 
-void Form1::CommandService(bool& active, const std::function<void(const K7ServiceTools&)>& command) {
+void Form1::CommandService(bool& active, const K7ServiceCommand& command) {
   if (svcUtl_ == nullptr || !svcUtl_->pInitialized()) return;
-  const Active running(active);
-  command({*svcUtl_, ground_.boxes, texts_, ground_.pump,
-           [this](int32_t status) { ShowK7ServiceState(status); }});
+  active = true;
+  const ScopeGuard done([&] { active = false; });
+  command(context_, *svcUtl_, [this](int32_t status) { ShowK7ServiceState(status); });
 }
 
 void Form1::ShowK7ServiceState(int32_t status) {
@@ -61,7 +49,10 @@ void Form1::ShowK7ServiceState(int32_t status) {
 // service to start, and all of them while a test runs: the K7 API test shows what a restart does.
 
 void Form1::lblK7ServerStatus_Click() {
-  if (!queryingService_) CommandService(queryingService_, RefreshK7ServiceState);
+  if (queryingService_) return;
+  CommandService(queryingService_, [](const auto&, SvcUtl& service, const auto& showState) {
+    RefreshK7ServiceState(service, showState);
+  });
 }
 
 void Form1::cmdStartStopK7Server_Click(int16_t index) {
@@ -70,9 +61,9 @@ void Form1::cmdStartStopK7Server_Click(int16_t index) {
 
 void Form1::cmdK7ServerDebug_Click() {
   if (queryingService_) return;
-  CommandService(queryingService_, [this](const K7ServiceTools& tools) {
-    LaunchK7ServerDebug({tools.service, ground_.processes, tools.boxes, tools.texts, tools.pump,
-                         [this] { controls_.cmdStopK7Server.SetFocus(); }});
+  CommandService(queryingService_, [this](const auto& context, SvcUtl& service, const auto&) {
+    LaunchK7ServerDebug(context, service, ground_.processes,
+                        [this] { controls_.cmdStopK7Server.SetFocus(); });
   });
 }
 

@@ -2,9 +2,9 @@
 
 #include "app/address_history.h"
 #include "app/form1.h"
-#include "app/input_filters.h"
 #include "ftp/ftp_check.h"
 #include "platform/runtime_error.h"
+#include "report/typed_numbers.h"
 #include "ui/hourglass.h"
 
 namespace tarvik {
@@ -30,7 +30,7 @@ bool Form1::RunOutermost(const std::function<bool()>& routine) {
     return false;
   }
   const OutermostRun run(*this);
-  controls_.cmdPing.SetCaption(texts_.Get(Message::StopButton).value_or(std::wstring()));
+  controls_.cmdPing.SetCaption(texts_.GetOrEmpty(Message::StopButton));
   controls_.cmdPing.causesValidation = false;
   return RunToLastEvent(routine);
 }
@@ -50,10 +50,11 @@ bool Form1::RunToLastEvent(const std::function<bool()>& test) {
 bool Form1::RunReachabilityCheck() {
   const ui::Hourglass hourglass(ground_.form);
   results_.ClearList();
-  const int32_t count = ToInt32(controls_.txtPingReqCount.Text(), controls_.lblPingReqCount.Caption());
-  return CheckReachability({results_, ground_.boxes, texts_, ground_.pump, ground_.winsock, ground_.icmp,
-                            icmpHandle_, ground_.ipHelper, ground_.osVersion, ground_.files,
-                            ground_.processes, ground_.codePage, ground_.programFolder},
+  const int32_t count =
+      report::ToInt32(controls_.txtPingReqCount.Text(), controls_.lblPingReqCount.Caption());
+  return CheckReachability(context_,
+                           {ground_.winsock, ground_.icmp, icmpHandle_, ground_.ipHelper, ground_.osVersion,
+                            ground_.files, ground_.processes, ground_.codePage, ground_.programFolder},
                            controls_.cmbIPAddr.Text(), count,
                            [this] { AddHistoryIfNew(controls_.cmbIPAddr); });
 }
@@ -68,9 +69,9 @@ void Form1::SetBusy(bool busy) {
 
 bool Form1::RunFtpTest() {
   if (missing_.internet) return true;
-  return TestFtp({results_, ground_.pump, ground_.wininet, ground_.codePage, ground_.textOrder,
-                  [this](bool busy) { SetBusy(busy); }},
-                 controls_.cmbIPAddr.Text(), controls_.txtFtpUsername.Text(), controls_.txtFtpPasswd.Text());
+  return TestFtp(
+      context_, ground_.wininet, ground_.codePage, ground_.textOrder, [this](bool busy) { SetBusy(busy); },
+      controls_.cmbIPAddr.Text(), controls_.txtFtpUsername.Text(), controls_.txtFtpPasswd.Text());
 }
 
 bool Form1::RunRung(OptionBit bit, bool (Form1::*test)()) {

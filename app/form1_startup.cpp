@@ -75,7 +75,7 @@ void Form1::Form_Load() {
   step(&Form1::PrefillNumbers);
   if (TestOptionMask(kTopmost)) Guarded([this] { ground_.form.MakeTopmost(); });
   if (!commandLine_.targetHost.empty()) step(&Form1::TakeTargetFromCommandLine);
-  SetListExtent(controls_.lstResult, kListExtentFactor);
+  ui::SetListExtent(controls_.lstResult, kListExtentFactor);
   step(&Form1::CheckK7ServicesEntry);
 }
 

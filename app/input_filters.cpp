@@ -1,8 +1,5 @@
 #include "app/input_filters.h"
 
-#include <limits>
-
-#include "app/number_box.h"
 #include "platform/text.h"
 
 namespace tarvik {
@@ -36,27 +33,5 @@ void KeyPress_HostRange(int16_t& keyAscii, const ui::ComboBox& box, CodePage& co
 void TextBoxSellAll(ui::TextBox& box) { box.SetSelection(0, static_cast<int>(box.Text().size())); }
 
 bool IsPingCount(const std::wstring& text) { return ParseInt32(text).value_or(-1) >= 0; }
-
-std::wstring BoxName(const std::wstring& labelCaption) {
-  std::wstring name = labelCaption;
-  if (name.ends_with(L':')) name.pop_back();
-  // Where the language's own letters cannot be mnemonics, one stands in brackets behind the text.
-  const size_t brackets = name.rfind(L"(&");
-  if (brackets != std::wstring::npos && brackets + 4 == name.size()) name.resize(brackets);
-  for (size_t at = name.find(L'&'); at != std::wstring::npos; at = name.find(L'&', at + 1)) name.erase(at, 1);
-  return name;
-}
-
-int32_t ToInt32(const std::wstring& text, const std::wstring& boxName) {
-  using Range = std::numeric_limits<int32_t>;
-  if (const auto number = ParseInt32(text)) return *number;
-  throw NumberError(text, boxName, 0, Range::max());
-}
-
-int16_t ToInt16(const std::wstring& text, const std::wstring& boxName) {
-  using Range = std::numeric_limits<int16_t>;
-  if (const auto number = ParseInt16(text)) return *number;
-  throw NumberError(text, boxName, 0, Range::max());
-}
 
 }  // namespace tarvik

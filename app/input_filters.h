@@ -22,14 +22,4 @@ void TextBoxSellAll(ui::TextBox& box);
 /// True when the text is a whole number from 0 to 2147483647.
 bool IsPingCount(const std::wstring& text);
 
-/// What a message calls the box whose label has that caption: without its mnemonic and the colon behind it.
-std::wstring BoxName(const std::wstring& labelCaption);
-
-/// The text as a whole number of 32 bits, negative ones too. Throws NumberError when it is not one; its range
-/// begins at 0, as only such a number is of use.
-int32_t ToInt32(const std::wstring& text, const std::wstring& boxName);
-
-/// The same for 16 bits.
-int16_t ToInt16(const std::wstring& text, const std::wstring& boxName);
-
 }  // namespace tarvik

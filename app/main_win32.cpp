@@ -113,7 +113,7 @@ int Run() {
   try {
     form1.Form_Load();
   } catch (const RuntimeError& error) {
-    form.Boxes().Show(error.Text(), ui::BoxIcon::Critical);
+    form.Boxes().Show(error.Text(), report::BoxIcon::Critical);
   }
   // The auto-run has shown it, and the user may have minimised it since.
   if (!form.Visible()) form.Show();

@@ -3,8 +3,8 @@
 #include <string_view>
 
 #include "platform/fixed_buffer.h"
+#include "platform/scope_guard.h"
 #include "platform/text.h"
-#include "ui/hourglass.h"
 
 namespace tarvik {
 namespace {
@@ -14,10 +14,6 @@ constexpr uint32_t kExtendedLibraries = 1;
 constexpr int kNamedOptions = 7;
 constexpr wchar_t kNoAccessCode[] = L"0";
 
-std::wstring TextOf(const LibraryTestTools& tools, Message message) {
-  return tools.texts.Get(message).value_or(std::wstring());
-}
-
 /// A code counts as a number as far as it consists of digits.
 bool CountsAsZero(const std::wstring& accessCode) {
   std::wstring_view digits = TrimBlanks(accessCode);
@@ -25,86 +21,90 @@ bool CountsAsZero(const std::wstring& accessCode) {
   return digits.find_first_not_of(L'0') == std::wstring_view::npos;
 }
 
-bool Connect(const LibraryTestTools& tools, const CncTarget& target, const std::wstring& accessCode,
-             CncConnection& connection) {
-  int16_t result = connection.Open(target);
+bool Connect(const report::CheckContext& context, CncConnection& connection, const std::wstring& accessCode) {
+  int16_t result = connection.Open();
   if (result == CncLibrary::kAccessCodeRefused) {
-    result = connection.OpenWithCode(target, accessCode);
+    result = connection.OpenWithCode(accessCode);
     if (result == CncLibrary::kAccessCodeRefused)
-      tools.boxes.Show(tools.texts.FromFile(Message::AccessCodeWrong) + L"\r\n" +
-                       tools.texts.FromFile(Message::AccessCodeWrongHint));
+      context.boxes.Show(context.texts.FromFile(Message::AccessCodeWrong) + L"\r\n" +
+                         context.texts.FromFile(Message::AccessCodeWrongHint));
   }
-  if (result != 0) tools.results.AddToList(L"Allocate Handle error=" + Decimal(result));
+  if (result != 0) context.results.AddToList(L"Allocate Handle error=" + Decimal(result));
   return result == 0;
 }
 
 /// The line of a call that failed. The language files' texts stand without the code.
-void ReportFailure(const LibraryTestTools& tools, Message message, int16_t code) {
-  const std::wstring text = TextOf(tools, message);
-  tools.results.AddToList(tools.texts.Mode() == kLanguageFile ? text : text + Decimal(code));
-  tools.results.AddToList(L"");
+void ReportFailure(const report::CheckContext& context, Message message, int16_t code) {
+  const std::wstring text = context.texts.GetOrEmpty(message);
+  context.results.AddToList(context.texts.Mode() == kLanguageFile ? text : text + Decimal(code));
+  context.results.AddToList(L"");
 }
 
-bool CheckOption(const LibraryTestTools& tools, CncLibrary::Handle handle, uint32_t& nxlibOptions) {
+bool CheckOption(const report::CheckContext& context, CncLibrary& library, CncLibrary::Handle handle,
+                 uint32_t& nxlibOptions) {
   int32_t reserved = 0;
   nxlibOptions = 0;  // an answer that the library forgets must not be that of another controller
-  if (const int16_t result = tools.library.nx_getoptions1(handle, reserved, nxlibOptions); result != 0) {
-    ReportFailure(tools, Message::OptionCheckError, result);
+  if (const int16_t result = library.nx_getoptions1(handle, reserved, nxlibOptions); result != 0) {
+    ReportFailure(context, Message::OptionCheckError, result);
     return false;
   }
   if ((nxlibOptions & kExtendedLibraries) != 0) return true;
-  if (const auto text = tools.texts.Get(Message::NoOption)) tools.results.AddToList(*text);
-  tools.results.AddToList(L"");
+  if (const auto text = context.texts.Get(Message::NoOption)) context.results.AddToList(*text);
+  context.results.AddToList(L"");
   return false;
 }
 
-void ShowSystemInfo(const LibraryTestTools& tools, const CncSystemInfo& info) {
-  const auto text = [&tools](const auto& field) {
-    return tools.codePage.FromAnsi(TrimNull(std::string_view(field, sizeof field)));
+void ShowSystemInfo(report::ResultList& results, CodePage& codePage, const CncSystemInfo& info) {
+  const auto text = [&codePage](const auto& field) {
+    return codePage.FromAnsi(TrimNull(std::string_view(field, sizeof field)));
   };
   std::wstring type = text(info.model_type);
   if (type == L"GL") type = L"31";
   type = std::wstring(TrimBlanks(type));
   std::wstring model;
   if (GetModelFromSysInfo(info.addinfo, model) && !model.empty()) type += L"i" + model;
-  tools.results.AddToList(L"CNC Type\t" + type);
-  tools.results.AddToList(L"M/T     \t" + text(info.machine_type));
-  tools.results.AddToList(L"Serise  \t" + text(info.series_code));
-  tools.results.AddToList(L"Version \t" + text(info.version_code));
-  tools.results.AddToList(L"Max Axes\t" + Decimal(info.max_axes));
-  tools.results.AddToList(L"Axes    \t" + text(info.axes_text));
+  results.AddToList(L"CNC Type\t" + type);
+  results.AddToList(L"M/T     \t" + text(info.machine_type));
+  results.AddToList(L"Serise  \t" + text(info.series_code));
+  results.AddToList(L"Version \t" + text(info.version_code));
+  results.AddToList(L"Max Axes\t" + Decimal(info.max_axes));
+  results.AddToList(L"Axes    \t" + text(info.axes_text));
 }
 
-bool ReadSystemInfo(const LibraryTestTools& tools, CncLibrary::Handle handle) {
+bool ReadSystemInfo(const report::CheckContext& context, CncLibrary& library, CodePage& codePage,
+                    CncLibrary::Handle handle) {
   CncSystemInfo info;
-  if (const int16_t result = tools.library.nx_sysinfo(handle, info); result != 0) {
-    ReportFailure(tools, Message::SystemInfoError, result);
+  if (const int16_t result = library.nx_sysinfo(handle, info); result != 0) {
+    ReportFailure(context, Message::SystemInfoError, result);
     return false;
   }
-  ShowSystemInfo(tools, info);
+  ShowSystemInfo(context.results, codePage, info);
   return true;
 }
 
 }  // namespace
 
-bool RunLibraryTest(const LibraryTestTools& tools, const CncTarget& target,
+bool RunLibraryTest(const report::CheckContext& context, CncLibrary& library, CodePage& codePage,
+                    const std::function<void(bool busy)>& setBusy, const CncTarget& target,
                     const std::optional<std::wstring>& accessCode, bool nxlibMissing,
                     uint32_t& nxlibOptions) {
   if (nxlibMissing) return true;
   if (target.address.empty()) return false;
   if (accessCode && CountsAsZero(*accessCode)) {
-    tools.boxes.Show(tools.texts.FromFile(Message::AccessCodeMissing));
+    context.boxes.Show(context.texts.FromFile(Message::AccessCodeMissing));
     return false;
   }
-  const ui::Hourglass hourglass(tools.form);
-  tools.results.AddToList(L"");
-  tools.results.AddToList(L"Get System Information test....");
-  tools.pump.LetEventsRun();
+  setBusy(true);
+  const ScopeGuard endBusy([&] { setBusy(false); });
+  context.results.AddToList(L"");
+  context.results.AddToList(L"Get System Information test....");
+  context.pump.LetEventsRun();
   // What follows blocks; who has asked to stop should not have to sit a time-out through.
-  if (tools.pump.StopRequested()) return false;
-  CncConnection connection(tools.library, tools.codePage);
-  return Connect(tools, target, accessCode.value_or(kNoAccessCode), connection) &&
-         CheckOption(tools, connection.Handle(), nxlibOptions) && ReadSystemInfo(tools, connection.Handle());
+  if (context.pump.StopRequested()) return false;
+  CncConnection connection(library, codePage, target);
+  return Connect(context, connection, accessCode.value_or(kNoAccessCode)) &&
+         CheckOption(context, library, connection.Handle(), nxlibOptions) &&
+         ReadSystemInfo(context, library, codePage, connection.Handle());
 }
 
 bool GetModelFromSysInfo(int16_t nAddinfo, std::wstring& sModel) {
@@ -119,9 +119,10 @@ bool GetModelFromSysInfo(int16_t nAddinfo, std::wstring& sModel) {
   return true;
 }
 
-void DisplayNexal1Options(ResultList& results, const Texts& texts, bool nxlibMissing, uint32_t nxlibOptions) {
+void DisplayNexal1Options(report::ResultList& results, const Texts& texts, bool nxlibMissing,
+                          uint32_t nxlibOptions) {
   if (nxlibMissing) return;
-  const auto add = [&](Message message) { results.AddToList(texts.Get(message).value_or(std::wstring())); };
+  const auto add = [&](Message message) { results.AddToList(texts.GetOrEmpty(message)); };
   for (int bit = 0; bit < kNamedOptions; ++bit)
     if ((nxlibOptions >> bit & 1) != 0) add(static_cast<Message>(static_cast<int>(Message::Option0) + bit));
   if (nxlibOptions == 0) add(Message::OptionNone);

@@ -2,24 +2,27 @@
 
 #include <utility>
 
-#include "app/input_filters.h"
 #include "platform/runtime_error.h"
+#include "report/typed_numbers.h"
 
 namespace tarvik {
 
-int16_t CncConnection::Open(const CncTarget& target) {
-  const int16_t port = ToInt16(target.port.text, target.port.boxName);
-  const int16_t timeOut = ToInt16(target.timeOut.text, target.timeOut.boxName);
+CncConnection::CncConnection(CncLibrary& library, CodePage& codePage, const CncTarget& target)
+    : library_(library),
+      codePage_(codePage),
+      address_(codePage.ToAnsi(target.address)),
+      port_(report::ToInt16(target.port.text, target.port.boxName)),
+      timeOut_(report::ToInt16(target.timeOut.text, target.timeOut.boxName)) {}
+
+int16_t CncConnection::Open() {
   Release();
-  return library_.nx_allochandle3(codePage_.ToAnsi(target.address).c_str(), port, timeOut, handle_);
+  return library_.nx_allochandle3(address_.c_str(), port_, timeOut_, handle_);
 }
 
-int16_t CncConnection::OpenWithCode(const CncTarget& target, const std::wstring& accessCode) {
-  const int16_t port = ToInt16(target.port.text, target.port.boxName);
-  const int16_t timeOut = ToInt16(target.timeOut.text, target.timeOut.boxName);
+int16_t CncConnection::OpenWithCode(const std::wstring& accessCode) {
   Release();
-  return library_.nx_allochandle_code(codePage_.ToAnsi(target.address).c_str(), port,
-                                      codePage_.ToAnsi(accessCode).c_str(), timeOut, handle_);
+  return library_.nx_allochandle_code(address_.c_str(), port_, codePage_.ToAnsi(accessCode).c_str(), timeOut_,
+                                      handle_);
 }
 
 void CncConnection::Release() noexcept {
@@ -28,7 +31,7 @@ void CncConnection::Release() noexcept {
   try {
     library_.nx_freehandle(handle);
   } catch (const RuntimeError&) {
-    // A library without the call never gave a handle; there is nobody to hand it to.
+    // Without nx_freehandle no handle was ever allocated, so nothing leaks.
   }
 }
 

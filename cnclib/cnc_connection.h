@@ -20,18 +20,19 @@ struct CncTarget {
   TypedNumber timeOut;   ///< seconds, 16 bits, signed
 };
 
-/// A connection to a controller. Its end gives the handle back, whatever the library answered with it.
+/// A connection to a controller. Frees its handle when destroyed, even one that came with a failure.
 class CncConnection {
  public:
-  CncConnection(CncLibrary& library, CodePage& codePage) : library_(library), codePage_(codePage) {}
+  /// Nothing is opened yet. Throws NumberError when port or time-out is not a number of 16 bits.
+  CncConnection(CncLibrary& library, CodePage& codePage, const CncTarget& target);
   ~CncConnection() { Release(); }
   CncConnection(const CncConnection&) = delete;
   CncConnection& operator=(const CncConnection&) = delete;
 
-  /// nx_allochandle3. Throws RuntimeError when port or time-out is no number of 16 bits.
-  int16_t Open(const CncTarget& target);
-  /// nx_allochandle_code; the handle of an earlier try is given back first.
-  int16_t OpenWithCode(const CncTarget& target, const std::wstring& accessCode);
+  /// nx_allochandle3. Frees the handle of an earlier attempt first, as OpenWithCode does. 0 on success.
+  int16_t Open();
+  /// nx_allochandle_code. `accessCode`: up to 8 digits.
+  int16_t OpenWithCode(const std::wstring& accessCode);
 
   CncLibrary::Handle Handle() const { return handle_; }
 
@@ -40,6 +41,9 @@ class CncConnection {
 
   CncLibrary& library_;
   CodePage& codePage_;
+  std::string address_;  ///< in the ANSI code page
+  int16_t port_;
+  int16_t timeOut_;  ///< seconds
   CncLibrary::Handle handle_ = 0;
 };
 

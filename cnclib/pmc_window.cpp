@@ -4,10 +4,10 @@
 #include <limits>
 #include <utility>
 
-#include "app/error_text.h"
-#include "app/number_box.h"
 #include "platform/runtime_error.h"
 #include "platform/text.h"
+#include "report/error_text.h"
+#include "report/typed_numbers.h"
 #include "ui/redraw_pause.h"
 
 namespace tarvik {
@@ -52,9 +52,17 @@ frmPmcTest::ReadRun::~ReadRun() {
   }
 }
 
-frmPmcTest::frmPmcTest(const PmcTestTools& tools, std::unique_ptr<ui::Form> form,
+frmPmcTest::frmPmcTest(std::unique_ptr<ui::Form> form, const Texts& texts, report::Pump& pump,
+                       CncLibrary& library, CodePage& codePage, WallClock& clock,
                        std::function<CncTarget()> target)
-    : tools_(tools), form_(std::move(form)), controls_(*form_), target_(std::move(target)) {
+    : form_(std::move(form)),
+      texts_(texts),
+      pump_(pump),
+      library_(library),
+      codePage_(codePage),
+      clock_(clock),
+      controls_(*form_),
+      target_(std::move(target)) {
   Form_Load();
 }
 
@@ -62,7 +70,7 @@ void frmPmcTest::Guarded(const std::function<void()>& handler) {
   try {
     handler();
   } catch (const RuntimeError& error) {
-    tools_.boxes.Show(ErrorText(error, tools_.texts), ui::BoxIcon::Critical);
+    form_->Boxes().Show(report::ErrorText(error, texts_), report::BoxIcon::Critical);
   }
 }
 
@@ -96,7 +104,7 @@ void frmPmcTest::Form_Load() {
 void frmPmcTest::LoadCaptions() {
   form_->SetCaption(L"PMC Read Test");
   const auto load = [this](ui::Element& element, Message message) {
-    element.SetCaption(tools_.texts.Get(message).value_or(std::wstring()));
+    element.SetCaption(texts_.GetOrEmpty(message));
   };
   load(controls_.lblPmcAddr, Message::PmcAddressLabel);
   load(controls_.lblPmcStart, Message::PmcStartLabel);
@@ -132,12 +140,12 @@ void frmPmcTest::cmdRead_Click() {
   Guarded([this] { Read(); });
   // The connection has closed by now, and the controller may have kept it waiting. What the user has clicked
   // meanwhile was clicked during this run: it must not begin another one, which would clear the log.
-  tools_.pump.LetEventsRun();
+  pump_.LetEventsRun();
 }
 
 std::optional<int32_t> frmPmcTest::ReadNumber(ui::TextBox& box, const ui::Label& label, int32_t least,
                                               int32_t most) {
-  const auto number = NumberInBox(box.Text(), label.Caption(), least, most, tools_.texts, tools_.boxes);
+  const auto number = report::NumberInBox(box.Text(), label.Caption(), least, most, texts_, form_->Boxes());
   if (!number) box.SetFocus();
   return number;
 }
@@ -146,8 +154,8 @@ std::optional<int16_t> frmPmcTest::ReadLength() {
   const std::optional<int32_t> typed = ParseInt32(controls_.txtPmcLen.Text());
   if (typed && *typed > CncPmcRange::kMostData) {
     // The language files' text names the number itself.
-    const std::wstring text = tools_.texts.Get(Message::PmcLengthError).value_or(std::wstring());
-    tools_.boxes.Show(tools_.texts.Mode() == kLanguageFile ? text : text + Decimal(CncPmcRange::kMostData));
+    const std::wstring text = texts_.GetOrEmpty(Message::PmcLengthError);
+    form_->Boxes().Show(texts_.Mode() == kLanguageFile ? text : text + Decimal(CncPmcRange::kMostData));
     controls_.txtPmcLen.SetFocus();
     return std::nullopt;
   }
@@ -167,9 +175,9 @@ std::optional<frmPmcTest::Range> frmPmcTest::ReadRange() {
 }
 
 void frmPmcTest::Read() {
-  CncConnection connection(tools_.library, tools_.codePage);
-  if (const int16_t result = connection.Open(target_()); result != 0) {
-    tools_.boxes.Show(L"Allocate Handle error=" + Decimal(result));
+  CncConnection connection(library_, codePage_, target_());
+  if (const int16_t result = connection.Open(); result != 0) {
+    form_->Boxes().Show(L"Allocate Handle error=" + Decimal(result));
     return;
   }
   constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
@@ -192,11 +200,11 @@ void frmPmcTest::Read() {
     controls_.lblCount.SetCaption(Decimal(pass));
     // One wait, not several: each would end at the next tick of the system's clock and so add to the
     // interval.
-    tools_.pump.SleepUntil(static_cast<uint32_t>(*interval), [this] { return StopRequested(); });
-    tools_.pump.LetEventsRun();
+    pump_.SleepUntil(static_cast<uint32_t>(*interval), [this] { return StopRequested(); });
+    pump_.LetEventsRun();
     if (StopRequested()) return;
   }
-  controls_.lstResult.AddItem(tools_.clock.GeneralDateTime());
+  controls_.lstResult.AddItem(clock_.GeneralDateTime());
   controls_.lstResult.Select(controls_.lstResult.Count() - 1);
 }
 
@@ -219,8 +227,8 @@ void frmPmcTest::ReadPmcOnce(CncLibrary::Handle handle, int32_t pass) {
   range.first_no = start;
   range.last_no = static_cast<int16_t>(start + length - 1);
   const int16_t result =
-      tools_.library.nx_pmc_rdrange(handle, range.addr_type, range.data_type, range.first_no, range.last_no,
-                                    static_cast<int16_t>(length + CncPmcRange::kHeaderSize), range);
+      library_.nx_pmc_rdrange(handle, range.addr_type, range.data_type, range.first_no, range.last_no,
+                              static_cast<int16_t>(length + CncPmcRange::kHeaderSize), range);
   if (result == 0) {
     ShowData(range, length);
     // Only a good line makes room for itself; errors are never thrown away for the next one.
@@ -228,14 +236,14 @@ void frmPmcTest::ReadPmcOnce(CncLibrary::Handle handle, int32_t pass) {
     AddVerdict(pass, L"OK");
   } else if (result == CncLibrary::kPmcError) {
     CncPmcDetailError detail;
-    tools_.library.nx_pmc_detailerr(handle, detail);
+    library_.nx_pmc_detailerr(handle, detail);
     AddVerdict(pass, L"ERR Ret=" + Decimal(result) + L"," + Decimal(detail.error_code) + L"," +
                          Decimal(detail.error_item));
   } else {
     AddVerdict(pass, L"ERR Ret=" + Decimal(result));
   }
   controls_.lstResult.Select(controls_.lstResult.Count() - 1);
-  tools_.pump.LetEventsRun();
+  pump_.LetEventsRun();
 }
 
 void frmPmcTest::ShowData(const CncPmcRange& range, int16_t length) {

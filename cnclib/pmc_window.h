@@ -10,28 +10,19 @@
 #include "cnclib/pmc_controls.h"
 #include "platform/code_page.h"
 #include "platform/wall_clock.h"
+#include "report/pump.h"
 #include "resources/messages.h"
 #include "ui/form.h"
-#include "ui/message_boxes.h"
-#include "ui/pump.h"
 
 namespace tarvik {
-
-/// What the PMC read test takes.
-struct PmcTestTools {
-  ui::MessageBoxes& boxes;  ///< of the window itself
-  ui::Pump& pump;
-  const Texts& texts;
-  CncLibrary& library;
-  CodePage& codePage;
-  WallClock& clock;
-};
 
 /// The PMC read test window: reads one range of PMC data again and again and keeps a log of how that went.
 /// It stands beside the main window, which stays usable, and which it asks for the controller to talk to.
 class frmPmcTest {
  public:
-  frmPmcTest(const PmcTestTools& tools, std::unique_ptr<ui::Form> form, std::function<CncTarget()> target);
+  /// `form`: a new window. `target`: the controller of the main window's boxes, asked for at each run.
+  frmPmcTest(std::unique_ptr<ui::Form> form, const Texts& texts, report::Pump& pump, CncLibrary& library,
+             CodePage& codePage, WallClock& clock, std::function<CncTarget()> target);
   frmPmcTest(const frmPmcTest&) = delete;
   frmPmcTest& operator=(const frmPmcTest&) = delete;
 
@@ -76,7 +67,7 @@ class frmPmcTest {
   void ReadPmcOnce(CncLibrary::Handle handle, int32_t pass);
   void ShowData(const CncPmcRange& range, int16_t length);
   void AddVerdict(int32_t pass, const std::wstring& verdict);
-  bool StopRequested() const { return stopRequested_ || tools_.pump.StopRequested(); }
+  bool StopRequested() const { return stopRequested_ || pump_.StopRequested(); }
 
   // What the boxes hold. Nothing when it is refused; the user has been told then.
   std::optional<int16_t> ReadLength();
@@ -86,8 +77,12 @@ class frmPmcTest {
   Range RangeOfPass() const;
   std::optional<int32_t> ReadNumber(ui::TextBox& box, const ui::Label& label, int32_t least, int32_t most);
 
-  PmcTestTools tools_;
   std::unique_ptr<ui::Form> form_;
+  const Texts& texts_;
+  report::Pump& pump_;
+  CncLibrary& library_;
+  CodePage& codePage_;
+  WallClock& clock_;
   PmcTestControls controls_;
   std::function<CncTarget()> target_;
   Range lastGood_{};  ///< range of the latest pass of the run

@@ -4,16 +4,16 @@
 #include <string>
 #include <vector>
 
-#include "app/result_list.h"
 #include "ftp/ftp_client.h"
 #include "platform/text_order.h"
+#include "report/result_list.h"
 
 namespace tarvik {
 
 /// Receives the entries of a remote directory and lists them: directories first, each group sorted.
 class DirectoryListing {
  public:
-  DirectoryListing(ResultList& results, TextOrder& order) : results_(results), order_(order) {}
+  DirectoryListing(report::ResultList& results, TextOrder& order) : results_(results), order_(order) {}
 
   /// Adds the header and forgets the entries of the listing before.
   void BeginEnumFiles();
@@ -23,7 +23,7 @@ class DirectoryListing {
   void EndEnumFile();
 
  private:
-  ResultList& results_;
+  report::ResultList& results_;
   TextOrder& order_;
   std::vector<std::wstring> directories_;
   std::vector<std::wstring> files_;

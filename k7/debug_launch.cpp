@@ -5,16 +5,17 @@
 
 namespace tarvik {
 
-void LaunchK7ServerDebug(const DebugLaunchTools& tools) {
+void LaunchK7ServerDebug(const report::CheckContext& context, SvcUtl& service, Processes& processes,
+                         const std::function<void()>& focusStopButton) {
   int32_t status = 0;
-  if (tools.service.mGetServiceStatus(kK7Service, status) && status == SvcUtl::pSvcCondStopped) {
-    StartProgram(tools.processes, tools.boxes, std::wstring(kK7Service) + L" -debug");
+  if (service.mGetServiceStatus(kK7Service, status) && status == SvcUtl::pSvcCondStopped) {
+    StartProgram(processes, context.boxes, std::wstring(kK7Service) + L" -debug");
     return;
   }
-  tools.focusStopButton();
-  tools.pump.LetEventsRun();
-  if (const auto text = tools.texts.Get(Message::K7MustBeStopped))
-    tools.boxes.Show(*text, ui::BoxIcon::Exclamation);
+  focusStopButton();
+  context.pump.LetEventsRun();
+  if (const auto text = context.texts.Get(Message::K7MustBeStopped))
+    context.boxes.Show(*text, report::BoxIcon::Exclamation);
 }
 
 }  // namespace tarvik

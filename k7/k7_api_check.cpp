@@ -53,8 +53,14 @@ class Session {
 
 class Test {
  public:
-  Test(const K7ApiTools& tools, std::wstring& address, std::wstring& host)
-      : tools_(tools), address_(address), host_(host), session_(tools.k7Api) {}
+  Test(const report::CheckContext& context, K7Api& k7Api, CodePage& codePage, std::wstring& address,
+       std::wstring& host)
+      : context_(context),
+        k7Api_(k7Api),
+        codePage_(codePage),
+        address_(address),
+        host_(host),
+        session_(k7Api) {}
 
   /// The message of the failure; nothing when there was none.
   std::optional<std::wstring> Run(const std::wstring& count, const std::wstring& countMessage);
@@ -65,7 +71,9 @@ class Test {
   bool PauseIsStopped();
   std::wstring Failed(const wchar_t* call);
 
-  const K7ApiTools& tools_;
+  const report::CheckContext& context_;
+  K7Api& k7Api_;
+  CodePage& codePage_;
   std::wstring& address_;
   std::wstring& host_;
   Session session_;
@@ -74,14 +82,15 @@ class Test {
 std::wstring Test::Failed(const wchar_t* call) {
   int32_t errorCode = 0;
   int32_t systemError = 0;
-  tools_.k7Api.K7_GetLastError(session_.handle, errorCode, systemError);
-  return std::wstring(L"Failed to ") + call + L":" + K7ErrorText(errorCode, tools_.mode) + L":SystemError=" +
-         Hexadecimal(static_cast<uint32_t>(systemError)) + L":hdl=" + Decimal(session_.handle);
+  k7Api_.K7_GetLastError(session_.handle, errorCode, systemError);
+  return std::wstring(L"Failed to ") + call + L":" + K7ErrorText(errorCode, context_.texts.Mode()) +
+         L":SystemError=" + Hexadecimal(static_cast<uint32_t>(systemError)) + L":hdl=" +
+         Decimal(session_.handle);
 }
 
 bool Test::Connect() {
-  TextArgument host(tools_.codePage, host_);
-  const bool connected = tools_.k7Api.K7_ConnectServer(session_.handle, host.Data()) != 0;
+  TextArgument host(codePage_, host_);
+  const bool connected = k7Api_.K7_ConnectServer(session_.handle, host.Data()) != 0;
   host_ = host.Text();
   return connected;
 }
@@ -89,9 +98,9 @@ bool Test::Connect() {
 bool Test::PauseIsStopped() {
   bool stopped = false;
   for (int i = 0; i < kPausesPerCycle; ++i) {
-    tools_.pump.LetEventsRun();
-    tools_.pump.Sleep(kPauseMilliseconds);
-    stopped = stopped || tools_.pump.StopRequested();
+    context_.pump.LetEventsRun();
+    context_.pump.Sleep(kPauseMilliseconds);
+    stopped = stopped || context_.pump.StopRequested();
   }
   return stopped;
 }
@@ -100,16 +109,16 @@ std::optional<std::wstring> Test::RunCycles(int32_t count) {
   int32_t stateA = 0;
   int32_t stateB = 0;
   for (int64_t cycle = 1; cycle <= count; ++cycle) {
-    TextArgument address(tools_.codePage, address_);
+    TextArgument address(codePage_, address_);
     int32_t newA = 0;
     int32_t newB = 0;
     int32_t extra = 0;
     int16_t live = 0;
-    const bool checked = tools_.k7Api.K7_CheckReboot2(session_.handle, address.Data(), stateA, stateB, newA,
-                                                      newB, extra, live) != 0;
+    const bool checked =
+        k7Api_.K7_CheckReboot2(session_.handle, address.Data(), stateA, stateB, newA, newB, extra, live) != 0;
     if (!checked) return Failed(L"K7_CheckReboot");
     address_ = address.Text();
-    tools_.results.AddToList(ZeroPadded(cycle, 5) + L" Live=" + (live != 0 ? L"True" : L"False"));
+    context_.results.AddToList(ZeroPadded(cycle, 5) + L" Live=" + (live != 0 ? L"True" : L"False"));
     stateA = newA;
     stateB = newB;
     if (PauseIsStopped()) break;
@@ -119,10 +128,10 @@ std::optional<std::wstring> Test::RunCycles(int32_t count) {
 
 std::optional<std::wstring> Test::Run(const std::wstring& count, const std::wstring& countMessage) {
   if (address_.empty()) return L"";
-  tools_.results.AddToList(L"");
-  tools_.results.AddToList(L"K7Api test....");
-  tools_.k7Api.K7_WSAStartup();
-  if (tools_.k7Api.K7_AllocHandle(session_.handle) != 0) return Failed(L"K7_AllocHandle");
+  context_.results.AddToList(L"");
+  context_.results.AddToList(L"K7Api test....");
+  k7Api_.K7_WSAStartup();
+  if (k7Api_.K7_AllocHandle(session_.handle) != 0) return Failed(L"K7_AllocHandle");
   if (!Connect()) return Failed(L"K7_ConnectServer") + L" [" + host_ + L"]";
   const std::optional<int32_t> cycles = ParseInt32(count);
   if (!cycles) return countMessage;
@@ -131,11 +140,11 @@ std::optional<std::wstring> Test::Run(const std::wstring& count, const std::wstr
 
 }  // namespace
 
-bool RunK7ApiTest(const K7ApiTools& tools, std::wstring address, std::wstring& host,
-                  const std::wstring& count, const std::wstring& countMessage) {
-  Test test(tools, address, host);
+bool RunK7ApiTest(const report::CheckContext& context, K7Api& k7Api, CodePage& codePage, std::wstring address,
+                  std::wstring& host, const std::wstring& count, const std::wstring& countMessage) {
+  Test test(context, k7Api, codePage, address, host);
   const std::optional<std::wstring> failure = test.Run(count, countMessage);
-  if (failure) tools.boxes.Show(*failure);
+  if (failure) context.boxes.Show(*failure);
   return !failure;
 }
 

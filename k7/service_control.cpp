@@ -1,85 +1,80 @@
 #include "k7/service_control.h"
 
+#include "platform/scope_guard.h"
+
 namespace tarvik {
 namespace {
 
 constexpr int kServicePolls = 40;
 constexpr uint32_t kPollMilliseconds = 250;
 
-/// The message boxes of the service utility's failures: shown while one command of the user is carried out,
-/// which may be inside another one.
-class ErrorBoxes {
- public:
-  explicit ErrorBoxes(SvcUtl& service) : service_(service), before_(service.pDispErrMsgBox()) {
-    service_.pDispErrMsgBox(true);
-  }
-  ~ErrorBoxes() { service_.pDispErrMsgBox(before_); }
-  ErrorBoxes(const ErrorBoxes&) = delete;
-  ErrorBoxes& operator=(const ErrorBoxes&) = delete;
-
- private:
-  SvcUtl& service_;
-  Boolean16 before_;
-};
-
-void Tell(const K7ServiceTools& tools, Message message) {
-  if (const auto text = tools.texts.Get(message)) tools.boxes.Show(*text);
+/// Lets the service utility show its failures during one command of the user, which may be inside another
+/// one.
+auto ShowErrorBoxes(SvcUtl& service) {
+  const Boolean16 before = service.pDispErrMsgBox();
+  service.pDispErrMsgBox(true);
+  return ScopeGuard([&service, before] { service.pDispErrMsgBox(before); });
 }
 
-bool IsSeenAs(const K7ServiceTools& tools, int32_t wanted) {
+void ShowMessage(const report::CheckContext& context, Message message) {
+  if (const auto text = context.texts.Get(message)) context.boxes.Show(*text);
+}
+
+bool IsSeenAs(SvcUtl& service, int32_t wanted) {
   int32_t status = 0;
-  return tools.service.mGetServiceStatus(kK7Service, status) && status == wanted;
+  return service.mGetServiceStatus(kK7Service, status) && status == wanted;
 }
 
-bool WaitFor(const K7ServiceTools& tools, int32_t wanted) {
+bool WaitFor(const report::CheckContext& context, SvcUtl& service, const ShowServiceState& showState,
+             int32_t wanted) {
   for (int i = 0; i < kServicePolls; ++i) {
-    if (IsSeenAs(tools, wanted)) {
-      tools.showState(wanted);
+    if (IsSeenAs(service, wanted)) {
+      showState(wanted);
       return true;
     }
-    tools.pump.LetEventsRun();
-    tools.pump.Sleep(kPollMilliseconds);
+    context.pump.LetEventsRun();
+    context.pump.Sleep(kPollMilliseconds);
   }
   return false;
 }
 
 }  // namespace
 
-void RefreshK7ServiceState(const K7ServiceTools& tools) {
+void RefreshK7ServiceState(SvcUtl& service, const ShowServiceState& showState) {
   int32_t status = 0;
   bool known = false;
   {
-    const ErrorBoxes shown(tools.service);
-    known = tools.service.mGetServiceStatus(kK7Service, status);
+    const ScopeGuard restoreBoxes = ShowErrorBoxes(service);
+    known = service.mGetServiceStatus(kK7Service, status);
   }
-  if (known) tools.showState(status);
+  if (known) showState(status);
 }
 
-void StartK7Service(const K7ServiceTools& tools) {
-  const ErrorBoxes shown(tools.service);
-  if (IsSeenAs(tools, SvcUtl::pSvcCondRunning)) {
-    Tell(tools, Message::AlreadyRunning);
+void StartK7Service(const report::CheckContext& context, SvcUtl& service, const ShowServiceState& showState) {
+  const ScopeGuard restoreBoxes = ShowErrorBoxes(service);
+  if (IsSeenAs(service, SvcUtl::pSvcCondRunning)) {
+    ShowMessage(context, Message::AlreadyRunning);
     return;
   }
-  // Its failure has its own message box; whether the service runs all the same, the polling sees.
-  tools.service.mStartStopService(kK7Service, true);
-  Tell(tools, Message::StartingService);
-  tools.pump.LetEventsRun();
-  const bool running = WaitFor(tools, SvcUtl::pSvcCondRunning);
-  Tell(tools, running ? Message::ServiceStarted : Message::CannotStartService);
+  // A failure has its own message box; polling decides whether the service started anyway.
+  service.mStartStopService(kK7Service, true);
+  ShowMessage(context, Message::StartingService);
+  context.pump.LetEventsRun();
+  const bool running = WaitFor(context, service, showState, SvcUtl::pSvcCondRunning);
+  ShowMessage(context, running ? Message::ServiceStarted : Message::CannotStartService);
 }
 
-void StopK7Service(const K7ServiceTools& tools) {
-  const ErrorBoxes shown(tools.service);
-  if (IsSeenAs(tools, SvcUtl::pSvcCondStopped)) {
-    Tell(tools, Message::AlreadyStopped);
+void StopK7Service(const report::CheckContext& context, SvcUtl& service, const ShowServiceState& showState) {
+  const ScopeGuard restoreBoxes = ShowErrorBoxes(service);
+  if (IsSeenAs(service, SvcUtl::pSvcCondStopped)) {
+    ShowMessage(context, Message::AlreadyStopped);
     return;
   }
-  if (!tools.boxes.AskYesNo(tools.texts.Get(Message::ConfirmStop).value_or(std::wstring()), true)) return;
-  tools.service.mStartStopService(kK7Service, false);
-  tools.pump.LetEventsRun();
-  const bool stopped = WaitFor(tools, SvcUtl::pSvcCondStopped);
-  Tell(tools, stopped ? Message::ServiceStopped : Message::CannotStopService);
+  if (!context.boxes.AskYesNo(context.texts.GetOrEmpty(Message::ConfirmStop), true)) return;
+  service.mStartStopService(kK7Service, false);
+  context.pump.LetEventsRun();
+  const bool stopped = WaitFor(context, service, showState, SvcUtl::pSvcCondStopped);
+  ShowMessage(context, stopped ? Message::ServiceStopped : Message::CannotStopService);
 }
 
 }  // namespace tarvik

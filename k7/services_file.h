@@ -10,7 +10,7 @@
 #include "platform/boolean16.h"
 #include "platform/code_page.h"
 #include "platform/files.h"
-#include "ui/message_boxes.h"
+#include "report/message_boxes.h"
 
 namespace tarvik {
 
@@ -28,7 +28,7 @@ struct ServicesFileTools {
   Files& files;
   CodePage& codePage;
   FmtErrMsg& errors;
-  ui::MessageBoxes& boxes;
+  report::MessageBoxes& boxes;
 };
 
 /// A point in time by the PC's clock.

@@ -2,7 +2,7 @@
 
 namespace tarvik {
 
-void StartProgram(Processes& processes, ui::MessageBoxes& boxes, const std::wstring& commandLine) {
+void StartProgram(Processes& processes, report::MessageBoxes& boxes, const std::wstring& commandLine) {
   if (processes.Shell(commandLine, StartWindow::NormalFocused) == 0)
     boxes.Show(L"Error in Shell(" + commandLine + L")");
 }

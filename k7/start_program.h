@@ -3,11 +3,11 @@
 #include <string>
 
 #include "platform/processes.h"
-#include "ui/message_boxes.h"
+#include "report/message_boxes.h"
 
 namespace tarvik {
 
 /// Starts the command line with a normal, focused window. A failure has its message box.
-void StartProgram(Processes& processes, ui::MessageBoxes& boxes, const std::wstring& commandLine);
+void StartProgram(Processes& processes, report::MessageBoxes& boxes, const std::wstring& commandLine);
 
 }  // namespace tarvik

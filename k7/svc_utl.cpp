@@ -60,7 +60,7 @@ const wchar_t* SvcUtl::In(const ServiceWording& wording) const {
 Boolean16 SvcUtl::Fail(const ServiceWording& title, std::wstring text, int16_t code) {
   errMsg_ = std::move(text);
   errCode_ = code;
-  if (dispErrMsgBox_) boxes_.Show(errMsg_, ui::BoxIcon::Exclamation, In(title));
+  if (dispErrMsgBox_) boxes_.Show(errMsg_, report::BoxIcon::Exclamation, In(title));
   return false;
 }
 

@@ -7,8 +7,8 @@
 #include "k7/svc_kit.h"
 #include "platform/boolean16.h"
 #include "platform/code_page.h"
-#include "ui/message_boxes.h"
-#include "ui/pump.h"
+#include "report/message_boxes.h"
+#include "report/pump.h"
 
 namespace tarvik {
 
@@ -33,7 +33,8 @@ class SvcUtl {
   static constexpr int32_t pSvcStartTypeAutoStart = 2;
   static constexpr int32_t pSvcStartTypeDemandStart = 3;
 
-  SvcUtl(SvcKit& library, const FileUtil& files, ui::MessageBoxes& boxes, ui::Pump& pump, CodePage& codePage)
+  SvcUtl(SvcKit& library, const FileUtil& files, report::MessageBoxes& boxes, report::Pump& pump,
+         CodePage& codePage)
       : library_(library), files_(files), boxes_(boxes), pump_(pump), codePage_(codePage) {}
   SvcUtl(const SvcUtl&) = delete;
   SvcUtl& operator=(const SvcUtl&) = delete;
@@ -77,8 +78,8 @@ class SvcUtl {
 
   SvcKit& library_;
   FileUtil files_;
-  ui::MessageBoxes& boxes_;
-  ui::Pump& pump_;
+  report::MessageBoxes& boxes_;
+  report::Pump& pump_;
   CodePage& codePage_;
 
   Boolean16 initialized_;

@@ -49,7 +49,7 @@ class QueriedProcess {
 };
 
 /// False when the stop request is raised.
-bool Wait(ui::Pump& pump) {
+bool Wait(report::Pump& pump) {
   pump.LetEventsRun();
   pump.SleepUntil(kWaitMilliseconds, [&pump] { return pump.StopRequested(); });
   return !pump.StopRequested();
@@ -62,38 +62,43 @@ std::string InBatchFile(CodePage& codePage, const std::wstring& path) {
   return codePage.ToOem(doubled);
 }
 
-bool WriteBatchFile(const IpconfigTools& tools, const std::wstring& path, const std::wstring& outputPath) {
-  const std::string lines = "cd\\\r\nipconfig > \"" + InBatchFile(tools.codePage, outputPath) + "\"\r\n";
-  if (!tools.files.Write(path, lines)) return false;
-  while (!tools.files.Exists(path))
-    if (!Wait(tools.pump)) return false;
+bool WriteBatchFile(report::Pump& pump, const NetLibraries& libraries, const std::wstring& path,
+                    const std::wstring& outputPath) {
+  const std::string lines = "cd\\\r\nipconfig > \"" + InBatchFile(libraries.codePage, outputPath) + "\"\r\n";
+  if (!libraries.files.Write(path, lines)) return false;
+  while (!libraries.files.Exists(path))
+    if (!Wait(pump)) return false;
   return true;
 }
 
-bool RunBatchFile(const IpconfigTools& tools, const std::wstring& path) {
-  const uint32_t processId = tools.processes.Shell(L"\"" + path + L"\"", StartWindow::Hidden);
+bool RunBatchFile(const report::CheckContext& context, const NetLibraries& libraries,
+                  const std::wstring& path) {
+  const uint32_t processId = libraries.processes.Shell(L"\"" + path + L"\"", StartWindow::Hidden);
   if (processId == 0) return false;
   {
-    QueriedProcess process(tools.processes, processId);
+    QueriedProcess process(libraries.processes, processId);
     for (int i = 0; i < kIpconfigPolls; ++i) {
-      if (!Wait(tools.pump)) return false;
+      if (!Wait(context.pump)) return false;
       if (process.HasFinished()) return true;
     }
   }
-  tools.boxes.Show(L"GetIPConfig:GetExitCodeProcess(tID=" + Decimal(processId) + L"), [" + path + L"]");
+  context.boxes.Show(L"GetIPConfig:GetExitCodeProcess(tID=" + Decimal(processId) + L"), [" + path + L"]");
   return false;
 }
 
 }  // namespace
 
-bool GetIPConfig(const IpconfigTools& tools, std::vector<LocalAddressRecord>& list) {
+bool GetIPConfig(const report::CheckContext& context, const NetLibraries& libraries,
+                 std::vector<LocalAddressRecord>& list) {
   list.clear();
   const std::wstring folder =
-      tools.programFolder.ends_with(L'\\') ? tools.programFolder : tools.programFolder + L"\\";
-  const ScratchFile output(tools.files, folder + L"ipconfig.txt");
-  const ScratchFile batch(tools.files, folder + L"ipconfig.bat");
-  if (!WriteBatchFile(tools, batch.Path(), output.Path()) || !RunBatchFile(tools, batch.Path())) return false;
-  const std::optional<std::string> text = tools.files.Read(output.Path());
+      libraries.programFolder.ends_with(L'\\') ? libraries.programFolder : libraries.programFolder + L"\\";
+  const ScratchFile output(libraries.files, folder + L"ipconfig.txt");
+  const ScratchFile batch(libraries.files, folder + L"ipconfig.bat");
+  if (!WriteBatchFile(context.pump, libraries, batch.Path(), output.Path()) ||
+      !RunBatchFile(context, libraries, batch.Path()))
+    return false;
+  const std::optional<std::string> text = libraries.files.Read(output.Path());
   if (!text) return false;
   list = ParseIpconfigText(*text);
   return true;

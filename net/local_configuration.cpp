@@ -2,6 +2,7 @@
 
 #include "net/gateways.h"
 #include "net/interface_list.h"
+#include "net/ipconfig_command.h"
 
 namespace tarvik {
 
@@ -15,13 +16,13 @@ bool GetOsKind(OsVersion& osVersion, int16_t& kind) {
   return kind != kUnsupportedOs;
 }
 
-bool GetIpConfiguration(OsVersion& osVersion, Winsock& winsock, IpHelper& ipHelper,
-                        const IpconfigTools& ipconfig, std::vector<LocalAddressRecord>& list) {
+bool GetIpConfiguration(const report::CheckContext& context, const NetLibraries& libraries,
+                        std::vector<LocalAddressRecord>& list) {
   int16_t kind = kUnsupportedOs;
-  if (!GetOsKind(osVersion, kind)) return false;
-  if (kind == kWindowsNt4) return GetIPConfig(ipconfig, list);
-  if (!GetInterfaceList(winsock, list)) return false;
-  if (FillGateways(ipHelper, list)) return true;
+  if (!GetOsKind(libraries.osVersion, kind)) return false;
+  if (kind == kWindowsNt4) return GetIPConfig(context, libraries, list);
+  if (!GetInterfaceList(libraries.winsock, list)) return false;
+  if (FillGateways(libraries.ipHelper, list)) return true;
   list.assign(1, {});
   return false;
 }

@@ -3,11 +3,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "net/ip_helper.h"
-#include "net/ipconfig_command.h"
 #include "net/local_address_record.h"
-#include "net/winsock.h"
-#include "platform/os_version.h"
+#include "net/net_libraries.h"
+#include "report/check_context.h"
 
 namespace tarvik {
 
@@ -22,7 +20,7 @@ bool GetOsKind(OsVersion& osVersion, int16_t& kind);
 
 /// The PC's own IPv4 addresses with their masks and gateways, in the order in which the system reports them,
 /// without the loopback address. False when they cannot be had.
-bool GetIpConfiguration(OsVersion& osVersion, Winsock& winsock, IpHelper& ipHelper,
-                        const IpconfigTools& ipconfig, std::vector<LocalAddressRecord>& list);
+bool GetIpConfiguration(const report::CheckContext& context, const NetLibraries& libraries,
+                        std::vector<LocalAddressRecord>& list);
 
 }  // namespace tarvik

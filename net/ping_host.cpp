@@ -47,27 +47,27 @@ constexpr StatusText kStatusTexts[] = {
 };
 
 /// Sends one echo and returns its line.
-std::wstring Echo(const PingTools& tools, uint32_t target, int64_t number, bool& answered) {
+std::wstring Echo(const NetLibraries& libraries, uint32_t target, int64_t number, bool& answered) {
   std::array<char, kRequestSize> request;
   request.fill(' ');
   alignas(IcmpEchoReply) std::array<std::byte, kReplyBufferSize> buffer{};
   const uint32_t replies =
-      tools.icmp.IcmpSendEcho(tools.icmpHandle, target, request.data(), kRequestSize, nullptr, buffer.data(),
-                              kReplyBufferSize, kEchoTimeoutMilliseconds);
-  if (replies == 0) return L"ICMP_Error:" + Decimal(tools.icmp.GetLastError());
+      libraries.icmp.IcmpSendEcho(libraries.icmpHandle, target, request.data(), kRequestSize, nullptr,
+                                  buffer.data(), kReplyBufferSize, kEchoTimeoutMilliseconds);
+  if (replies == 0) return L"ICMP_Error:" + Decimal(libraries.icmp.GetLastError());
 
   answered = true;
   IcmpEchoReply reply;
   std::memcpy(&reply, buffer.data(), sizeof reply);
   const std::wstring prefix = ZeroPadded(number, 4) + L" Reply From ";
   if (reply.Status != 0)
-    return prefix + IpToString(tools.winsock, target) + L": " + EvaluatePingResponse(reply.Status);
-  return prefix + IpToString(tools.winsock, reply.Address) + L": bytes=" + Decimal(kRequestSize) + L" time=" +
-         Decimal(reply.RoundTripTime) + L"ms TTL=" + Decimal(reply.Options.Ttl);
+    return prefix + IpToString(libraries.winsock, target) + L": " + EvaluatePingResponse(reply.Status);
+  return prefix + IpToString(libraries.winsock, reply.Address) + L": bytes=" + Decimal(kRequestSize) +
+         L" time=" + Decimal(reply.RoundTripTime) + L"ms TTL=" + Decimal(reply.Options.Ttl);
 }
 
 /// False when the stop request is raised.
-bool PauseBetweenEchoes(ui::Pump& pump) {
+bool PauseBetweenEchoes(report::Pump& pump) {
   for (int i = 0; i < kPausesPerEcho; ++i) {
     pump.LetEventsRun();
     if (pump.StopRequested()) return false;
@@ -76,17 +76,18 @@ bool PauseBetweenEchoes(ui::Pump& pump) {
   return true;
 }
 
-bool SendEchoes(const PingTools& tools, const std::wstring& host, int32_t count) {
-  const uint32_t target = HostToAddress(tools.winsock, tools.codePage, host);
+bool SendEchoes(const report::CheckContext& context, const NetLibraries& libraries, const std::wstring& host,
+                int32_t count) {
+  const uint32_t target = HostToAddress(libraries.winsock, libraries.codePage, host);
   if (target == kNoAddress) {
-    tools.results.ClearList();
-    tools.results.AddToList(L"Bad IP address (Get Host Name) " + host);
+    context.results.ClearList();
+    context.results.AddToList(L"Bad IP address (Get Host Name) " + host);
     return false;
   }
   bool answered = false;
   for (int64_t i = 1; i <= count; ++i) {
-    tools.results.AddToList(Echo(tools, target, i, answered));
-    if (!PauseBetweenEchoes(tools.pump)) break;
+    context.results.AddToList(Echo(libraries, target, i, answered));
+    if (!PauseBetweenEchoes(context.pump)) break;
   }
   return answered;
 }
@@ -99,12 +100,13 @@ std::wstring EvaluatePingResponse(const uint32_t& status) {
   return L"Unknown Response";
 }
 
-bool PingHost(const PingTools& tools, const std::wstring& host, int32_t count) {
+bool PingHost(const report::CheckContext& context, const NetLibraries& libraries, const std::wstring& host,
+              int32_t count) {
   try {
-    return SendEchoes(tools, host, count);
+    return SendEchoes(context, libraries, host, count);
   } catch (const RuntimeError&) {
-    const std::wstring text = WinsockErrorText(tools.winsock.WSAGetLastError());
-    if (!text.empty()) tools.boxes.Show(text);
+    const std::wstring text = WinsockErrorText(libraries.winsock.WSAGetLastError());
+    if (!text.empty()) context.boxes.Show(text);
     return false;
   }
 }

@@ -15,7 +15,8 @@ enum class GatewaySearch { NoneConfigured, NoneUsable, NoneAnswered, Stopped, An
 
 class Check {
  public:
-  Check(const ReachabilityTools& tools, int32_t count) : tools_(tools), count_(count) {}
+  Check(const report::CheckContext& context, const NetLibraries& libraries, int32_t count)
+      : context_(context), libraries_(libraries), count_(count) {}
 
   bool Run(const std::wstring& target, const std::function<void()>& addToHistory);
 
@@ -30,18 +31,19 @@ class Check {
   GatewaySearch SearchGateway();
   bool CheckGateway();
 
-  const ReachabilityTools& tools_;
+  const report::CheckContext& context_;
+  const NetLibraries& libraries_;
   const int32_t count_;
   std::vector<LocalAddressRecord> locals_;
 };
 
 void Check::AddMessage(Message message) {
-  if (const auto text = tools_.texts.Get(message)) tools_.results.AddToList(*text);
+  if (const auto text = context_.texts.Get(message)) context_.results.AddToList(*text);
 }
 
 uint32_t Check::ToAddress(const std::wstring& dotted) {
   // inet_addr takes an empty text for no address at all, which as a mask would fit everything.
-  return dotted.empty() ? 0 : tools_.winsock.inet_addr(NarrowAscii(dotted).c_str());
+  return dotted.empty() ? 0 : libraries_.winsock.inet_addr(NarrowAscii(dotted).c_str());
 }
 
 bool Check::SameSubnet(const LocalAddressRecord& local, uint32_t address) {
@@ -56,32 +58,26 @@ std::wstring Check::Resolve(TcpIpHost& host, const std::wstring& target) {
   std::wstring address = empty ? std::wstring() : host.IpAddr(target);
   if (address.empty()) {
     AddMessage(Message::CannotResolve);
-    tools_.results.AddToList(L"");
+    context_.results.AddToList(L"");
   } else {
-    tools_.results.AddToList(target + L" -> " + address);
+    context_.results.AddToList(target + L" -> " + address);
   }
   return address;
 }
 
 bool Check::ReadConfiguration() {
-  const IpconfigTools ipconfig{tools_.files, tools_.processes, tools_.codePage,
-                               tools_.boxes, tools_.pump,      tools_.programFolder};
-  if (GetIpConfiguration(tools_.osVersion, tools_.winsock, tools_.ipHelper, ipconfig, locals_)) return true;
-  if (!tools_.pump.StopRequested()) AddMessage(Message::NoConfiguration);
+  if (GetIpConfiguration(context_, libraries_, locals_)) return true;
+  if (!context_.pump.StopRequested()) AddMessage(Message::NoConfiguration);
   return false;
 }
 
-bool Check::Ping(const std::wstring& address) {
-  const PingTools ping{tools_.results,  tools_.boxes, tools_.pump,      tools_.winsock,
-                       tools_.codePage, tools_.icmp,  tools_.icmpHandle};
-  return PingHost(ping, address, count_);
-}
+bool Check::Ping(const std::wstring& address) { return PingHost(context_, libraries_, address, count_); }
 
 void Check::AddDetails(const LocalAddressRecord& local, const std::wstring& address) {
-  tools_.results.AddToList(L"  Local      :" + local.IpAddress);
-  for (const std::wstring& gateway : local.Gateways) tools_.results.AddToList(L"  GateWay    :" + gateway);
-  tools_.results.AddToList(L"  SubnetMask :" + local.SubnetMask);
-  tools_.results.AddToList(L"  Target     :" + address);
+  context_.results.AddToList(L"  Local      :" + local.IpAddress);
+  for (const std::wstring& gateway : local.Gateways) context_.results.AddToList(L"  GateWay    :" + gateway);
+  context_.results.AddToList(L"  SubnetMask :" + local.SubnetMask);
+  context_.results.AddToList(L"  Target     :" + address);
 }
 
 GatewaySearch Check::SearchGateway() {
@@ -93,9 +89,9 @@ GatewaySearch Check::SearchGateway() {
       if (address == 0) continue;
       if (result == GatewaySearch::NoneConfigured) result = GatewaySearch::NoneUsable;
       if (!SameSubnet(local, address)) continue;
-      if (tools_.pump.StopRequested())
+      if (context_.pump.StopRequested())
         return result == GatewaySearch::NoneAnswered ? result : GatewaySearch::Stopped;
-      tools_.results.AddToList(L"GateWay (" + gateway + L") PING test ....");
+      context_.results.AddToList(L"GateWay (" + gateway + L") PING test ....");
       if (Ping(gateway)) return GatewaySearch::Answered;
       result = GatewaySearch::NoneAnswered;
     }
@@ -125,7 +121,7 @@ bool Check::CheckGateway() {
 }
 
 bool Check::Run(const std::wstring& target, const std::function<void()>& addToHistory) {
-  TcpIpHost host(tools_.winsock, tools_.codePage, tools_.boxes);
+  TcpIpHost host(libraries_.winsock, libraries_.codePage, context_.boxes);
   const std::wstring address = Resolve(host, target);
   if (address.empty()) return false;
   addToHistory();
@@ -151,8 +147,8 @@ bool Check::Run(const std::wstring& target, const std::function<void()>& addToHi
     if (!CheckGateway()) return false;
   }
 
-  if (tools_.pump.StopRequested()) return false;
-  tools_.results.AddToList(sameNetwork ? L"PING test..." : L"Target (" + address + L") PING test...");
+  if (context_.pump.StopRequested()) return false;
+  context_.results.AddToList(sameNetwork ? L"PING test..." : L"Target (" + address + L") PING test...");
   if (Ping(address)) return true;
   AddMessage(Message::CannotPingTarget);
   AddMessage(Message::CheckTarget);
@@ -161,9 +157,9 @@ bool Check::Run(const std::wstring& target, const std::function<void()>& addToHi
 
 }  // namespace
 
-bool CheckReachability(const ReachabilityTools& tools, const std::wstring& target, int32_t count,
-                       const std::function<void()>& addToHistory) {
-  return Check(tools, count).Run(target, addToHistory);
+bool CheckReachability(const report::CheckContext& context, const NetLibraries& libraries,
+                       const std::wstring& target, int32_t count, const std::function<void()>& addToHistory) {
+  return Check(context, libraries, count).Run(target, addToHistory);
 }
 
 }  // namespace tarvik

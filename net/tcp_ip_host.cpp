@@ -16,7 +16,7 @@ constexpr int kMostAddresses = 4096;
 
 }  // namespace
 
-TcpIpHost::TcpIpHost(Winsock& winsock, CodePage& codePage, ui::MessageBoxes& boxes)
+TcpIpHost::TcpIpHost(Winsock& winsock, CodePage& codePage, report::MessageBoxes& boxes)
     : winsock_(winsock), codePage_(codePage), boxes_(boxes) {
   SocketsInitialize();
 }

@@ -6,7 +6,7 @@
 
 #include "net/winsock.h"
 #include "platform/code_page.h"
-#include "ui/message_boxes.h"
+#include "report/message_boxes.h"
 
 namespace tarvik {
 
@@ -14,7 +14,7 @@ namespace tarvik {
 /// Every failure is shown in a message box; none keeps the object from being used.
 class TcpIpHost {
  public:
-  TcpIpHost(Winsock& winsock, CodePage& codePage, ui::MessageBoxes& boxes);
+  TcpIpHost(Winsock& winsock, CodePage& codePage, report::MessageBoxes& boxes);
   TcpIpHost(const TcpIpHost&) = delete;
   TcpIpHost& operator=(const TcpIpHost&) = delete;
   ~TcpIpHost();
@@ -36,7 +36,7 @@ class TcpIpHost {
 
   Winsock& winsock_;
   CodePage& codePage_;
-  ui::MessageBoxes& boxes_;
+  report::MessageBoxes& boxes_;
 };
 
 }  // namespace tarvik

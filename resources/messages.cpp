@@ -154,7 +154,7 @@ std::optional<std::wstring> Texts::Get(Message message) const {
 
 std::wstring Texts::GetOrBuiltIn(Message message) const {
   if (mode_ == kLanguageFile) return FromFile(message);
-  return Get(message).value_or(std::wstring());
+  return GetOrEmpty(message);
 }
 
 std::wstring Texts::FromFile(Message message) const {

@@ -15,6 +15,7 @@ using LanguageMode = int32_t;
 inline constexpr LanguageMode kLanguageFile = -1;
 /// Texts are the built-in Japanese ones; every value but these two selects the built-in English ones.
 inline constexpr LanguageMode kBuiltInJapanese = 0;
+inline constexpr LanguageMode kBuiltInEnglish = 1;
 
 /// Every text of the program that exists in more than one language. The table in messages.cpp gives each
 /// its number in the language files and its built-in wordings.
@@ -136,6 +137,9 @@ class Texts {
 
   /// The text of the message; nothing when the language has none, which leaves the message out.
   std::optional<std::wstring> Get(Message message) const;
+
+  /// As Get, but empty when the language has none.
+  std::wstring GetOrEmpty(Message message) const { return Get(message).value_or(std::wstring()); }
 
   /// As Get, but the built-in English one when the language file has none: for a message that is younger than
   /// some language files, and part of a sentence.

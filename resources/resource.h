@@ -8,15 +8,15 @@
 #include "platform/code_page.h"
 #include "platform/files.h"
 #include "platform/profile_strings.h"
+#include "report/message_boxes.h"
 #include "ui/control.h"
-#include "ui/message_boxes.h"
 
 namespace tarvik {
 
 /// The texts of one language file, by number, and the way to put them onto controls.
 class Resource {
  public:
-  Resource(Files& files, ProfileStrings& profile, CodePage& codePage, ui::MessageBoxes& boxes)
+  Resource(Files& files, ProfileStrings& profile, CodePage& codePage, report::MessageBoxes& boxes)
       : files_(files), profile_(profile), codePage_(codePage), boxes_(boxes) {}
 
   /// Looks for the language file of the locale id, then for the English one (1033). True when one was
@@ -61,7 +61,7 @@ class Resource {
   Files& files_;
   ProfileStrings& profile_;
   CodePage& codePage_;
-  ui::MessageBoxes& boxes_;
+  report::MessageBoxes& boxes_;
   int32_t language_ = 0;
   std::wstring commonDataFolder_;
   std::wstring resName_;

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "report/message_boxes.h"
 #include "ui/control.h"
-#include "ui/message_boxes.h"
 
 namespace tarvik::ui {
 
@@ -41,7 +41,7 @@ class Form {
   virtual MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) = 0;
 
   /// The boxes that this window owns. They live as long as the form.
-  virtual MessageBoxes& Boxes() = 0;
+  virtual report::MessageBoxes& Boxes() = 0;
 
   virtual void SetCaption(const std::wstring& caption) = 0;
   virtual std::wstring Caption() const = 0;

@@ -34,7 +34,7 @@ class Endurance : public Form1Test {
 
   /// The recorded libraries forget what they have noted.
   void Forget() {
-    List().lines = {};
+    form1->Results().ClearList();
     boxes.boxes = {};
     pump.sleeps = {};
     winsock.lookups = {};

@@ -87,7 +87,7 @@ std::unique_ptr<ui::Form> FailingProgram::NewForm(const std::wstring& windowClas
 
 void FailingProgram::Start(const std::wstring& commandLine, bool familyEdition) {
   const auto showError = [this](const RuntimeError& error) {
-    static_cast<ui::MessageBoxes&>(boxes).Show(error.Text(), ui::BoxIcon::Critical);
+    static_cast<report::MessageBoxes&>(boxes).Show(error.Text(), report::BoxIcon::Critical);
   };
   try {
     Construct(commandLine, familyEdition);

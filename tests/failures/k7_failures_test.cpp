@@ -29,7 +29,7 @@ class K7Failures : public FailureTest {
       try {
         if (utility.mInitialize(1) && method(utility)) program.List().lines.emplace_back(L"done");
       } catch (const RuntimeError& error) {
-        static_cast<ui::MessageBoxes&>(program.boxes).Show(error.Text(), ui::BoxIcon::Critical);
+        static_cast<report::MessageBoxes&>(program.boxes).Show(error.Text(), report::BoxIcon::Critical);
       }
       utility.mTerminate();
     });

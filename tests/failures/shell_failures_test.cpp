@@ -26,7 +26,7 @@ class ShellFailures : public FailureTest {
                             program.Label(ID_lblResult).Caption().starts_with(L"text ");
       if (program.plan.Struck().size() == 1 && program.plan.HasStruck("SetWindowText") && !captions)
         return "one refused caption has cost the others theirs";
-      program.List().lines.clear();
+      program.form1->Results().ClearList();
       program.Address().SetText(L"192.168.1.100");
       program.Box(ID_txtPingReqCount).SetText(L"1");
       program.Click(ID_cmdPing);
@@ -103,7 +103,8 @@ TEST_F(ShellFailures, Copying_and_pasting_survive_every_failure) {
     Routine routine{paste ? "Pasting into the list" : "Copying the list"};
     routine.start = [paste](FailingProgram& program) { program.Start(paste ? L"-X 16 -X" : L"-X 0 -X"); };
     routine.prepare = [](FailingProgram& program) {
-      program.List().lines = {L"one", L"two"};
+      program.form1->Results().ClearList();
+      program.form1->Results().AddBatch({L"one", L"two"});
       program.clipboard.text = L"three\r\nfour\r\n";
     };
     routine.run = [](FailingProgram& program) { program.List().onDoubleClick(); };

@@ -236,7 +236,7 @@ class Striker {
   }
 
   void Begin() {
-    if (program_->form1) program_->List().lines.clear();
+    if (program_->form1) program_->form1->Results().ClearList();
     program_->boxes.boxes.clear();
     program_->processes.commandLines.clear();
     routine_.prepare(*program_);

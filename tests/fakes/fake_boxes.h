@@ -4,30 +4,30 @@
 #include <string>
 #include <vector>
 
-#include "ui/message_boxes.h"
+#include "report/message_boxes.h"
 
 namespace tarvik::test {
 
 /// Message boxes that a quick user answers at once.
-class FakeBoxes final : public ui::MessageBoxes {
+class FakeBoxes final : public report::MessageBoxes {
  public:
   struct Box {
     std::wstring text;
     std::wstring title;
-    ui::BoxIcon icon = ui::BoxIcon::None;
+    report::BoxIcon icon = report::BoxIcon::None;
     bool systemModal = false;
     bool asksYesNo = false;
     bool defaultIsNo = false;
   };
 
-  void Show(const std::wstring& text, ui::BoxIcon icon, const std::wstring& title) override {
+  void Show(const std::wstring& text, report::BoxIcon icon, const std::wstring& title) override {
     Open({text, title, icon, false, false, false});
   }
   void ShowSystemModal(const std::wstring& text) override {
-    Open({text, {}, ui::BoxIcon::Critical, true, false, false});
+    Open({text, {}, report::BoxIcon::Critical, true, false, false});
   }
   bool AskYesNo(const std::wstring& text, bool defaultIsNo, const std::wstring& title) override {
-    Open({text, title, ui::BoxIcon::Exclamation, false, true, defaultIsNo});
+    Open({text, title, report::BoxIcon::Exclamation, false, true, defaultIsNo});
     return answerYes;
   }
 

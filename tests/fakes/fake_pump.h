@@ -6,13 +6,13 @@
 #include <optional>
 #include <vector>
 
-#include "ui/pump.h"
+#include "report/pump.h"
 
 namespace tarvik::test {
 
 /// A pump with a clock of its own: a wait moves it on and takes no time. As in a real window, events run at
 /// the begin of a wait, several times during a long one, and at its end.
-class FakePump final : public ui::Pump {
+class FakePump final : public report::Pump {
  public:
   void LetEventsRun() override {
     ++eventRounds;

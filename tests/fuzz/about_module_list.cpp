@@ -7,11 +7,12 @@
 #include "about/about_box.h"
 #include "about/module_check.h"
 #include "app/control_ids.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_modules.h"
 #include "tests/fakes/fake_os_version.h"
 #include "tests/fakes/fake_processes.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
+#include "ui/memory/memory_form.h"
 
 using tarvik::test::Demand;
 
@@ -24,7 +25,7 @@ constexpr const char* kModules[] = {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "
 TARVIK_FUZZER(about_module_list) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
-  test::ProgramGround ground;
+  test::FakeContext fake;
   test::FakeKernel kernel;
   test::FakeVersions versions;
   for (const char* const module : kModules) {
@@ -54,9 +55,10 @@ TARVIK_FUZZER(about_module_list) {
     registry.values[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"].assign(tool.begin(), tool.end());
   if (input.ConsumeBool())
     registry.values[L"SOFTWARE\\Microsoft\\Shared Tools Location|MSINFO"].assign(tool.begin(), tool.end());
-  auto made = std::make_unique<ui::MemoryForm>();
+  ui::MemoryScreen screen(fake.boxes);
+  auto made = std::make_unique<ui::MemoryForm>(screen);
   ui::MemoryForm& form = *made;
-  frmAbout about(std::move(made), {ground.boxes, ground.texts, osVersion, registry, processes}, report);
+  frmAbout about(std::move(made), fake.texts, osVersion, registry, processes, report);
   about.Show();
   const std::wstring shown = form.Get<ui::MemoryLabel>(ID_lblModules).Caption();
   size_t column = 0;
@@ -66,7 +68,7 @@ TARVIK_FUZZER(about_module_list) {
     Demand(column <= 2 * 120 + 1);
   }
   form.Get<ui::MemoryButton>(ID_cmdSysInfo).onClick();
-  Demand(processes.commandLines.empty() != ground.boxes.boxes.empty());
+  Demand(processes.commandLines.empty() != fake.boxes.boxes.empty());
   for (const std::wstring& line : processes.commandLines) Demand(line.starts_with(L'"'));
   Demand(form.Enabled());
   form.Get<ui::MemoryButton>(ID_cmdOK).onClick();

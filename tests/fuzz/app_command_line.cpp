@@ -3,7 +3,6 @@
 
 #include "app/command_line.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
 
 namespace tarvik::test {
 namespace {

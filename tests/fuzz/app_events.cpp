@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
 #include "tests/fuzz/whole_program.h"
 
 namespace {

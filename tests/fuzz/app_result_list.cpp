@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "platform/text.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
 
 using tarvik::test::Demand;
 
@@ -17,19 +17,20 @@ TARVIK_FUZZER(app_result_list) {
   // Byte 1 stands for a line break, so that one change of the input makes or takes one.
   for (size_t i = 1; i < size; ++i) text += data[i] == 1 ? std::wstring(L"\r\n") : std::wstring(1, data[i]);
 
-  tarvik::test::ProgramGround batch;
-  tarvik::test::ProgramGround single;
-  batch.list.lines.assign(held, L"x");
-  single.list.lines.assign(held, L"x");
+  tarvik::test::FakeContext batch;
+  tarvik::test::FakeContext single;
+  std::wstring present;
+  for (size_t i = 1; i < held; ++i) present += L"x\r\n";
+  batch.results.ShowPasted(present);
+  single.results.ShowPasted(present);
   batch.results.AddLinesToList(text);
   for (const std::wstring& line : tarvik::Split(text, L"\r\n")) single.results.AddToList(line);
-  Demand(batch.list.lines == single.list.lines && batch.list.redrawing);
-  Demand(batch.list.SelectedIndex() == batch.list.Count() - 1);
-  Demand(batch.list.Count() <= std::max(1001, static_cast<int>(held)));
+  Demand(batch.results.Lines() == single.results.Lines());
+  Demand(batch.results.Lines().size() <= std::max<size_t>(1001, held));
 
   batch.results.ShowPasted(text);
   const auto returns = static_cast<size_t>(std::count(text.begin(), text.end(), L'\r'));
-  Demand(batch.list.lines.size() == returns + 1);
+  Demand(batch.results.Lines().size() == returns + 1);
   // A line feed in a line of its own was none of a line break; what is copied then has one more.
   if (text.find(L'\n') != std::wstring::npos || returns != 0) return;
   Demand(batch.results.AllLines() == text + L"\r\n");

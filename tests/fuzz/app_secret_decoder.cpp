@@ -3,7 +3,6 @@
 
 #include "app/secret_decoder.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
 
 using tarvik::test::Demand;
 

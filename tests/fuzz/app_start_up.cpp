@@ -4,7 +4,6 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
 #include "tests/fuzz/whole_program.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include "cnclib/cnc_check.h"
 #include "platform/runtime_error.h"
 #include "tests/fakes/fake_cnc_library.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
 
 using tarvik::test::Demand;
 
@@ -30,9 +30,9 @@ std::wstring Text(FuzzedDataProvider& input) {
 TARVIK_FUZZER(cnclib_access_code) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
-  test::ProgramGround ground;
-  ground.mode = input.ConsumeIntegralInRange(-1, 1);
-  if (input.ConsumeBool()) ground.pump.stopAt = input.ConsumeIntegralInRange(0, 2000);
+  test::FakeContext fake;
+  fake.mode = input.ConsumeIntegralInRange(-1, 1);
+  if (input.ConsumeBool()) fake.pump.stopAt = input.ConsumeIntegralInRange(0, 2000);
   test::FakeCncLibrary library;
   library.openResult = Result(input);
   library.codeResult = Result(input);
@@ -50,17 +50,17 @@ TARVIK_FUZZER(cnclib_access_code) {
 
   uint32_t options = 0xFFFFFFFF;
   bool passed = false;
+  bool busy = false;
   try {
     passed = RunLibraryTest(
-        {ground.results, ground.boxes, ground.texts, ground.pump, ground.form, library, ground.codePage},
-        target, code, false, options);
+        fake.context, library, fake.codePage, [&busy](bool on) { busy = on; }, target, code, false, options);
   } catch (const RuntimeError&) {
   }
-  Demand(library.AllGivenBack() && ground.form.CurrentPointer() == ui::Pointer::Default);
+  Demand(library.AllGivenBack() && !busy);
   // Nothing passes that the controller has refused anywhere.
   if (passed) Demand((options & 1) != 0 && library.Count("nx_sysinfo") == 1 && library.infoResult == 0);
   if (library.Count("nx_allochandle_code") != 0) Demand(library.openResult == 7);
-  ground.list.lines.clear();
-  DisplayNexal1Options(ground.results, ground.texts, false, library.options);
-  Demand(ground.list.lines.size() <= 7);
+  fake.results.ClearList();
+  DisplayNexal1Options(fake.results, fake.texts, false, library.options);
+  Demand(fake.results.Lines().size() <= 7);
 }

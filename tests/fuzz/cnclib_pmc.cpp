@@ -6,9 +6,10 @@
 #include "app/control_ids.h"
 #include "cnclib/pmc_window.h"
 #include "tests/fakes/fake_cnc_library.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_wall_clock.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
+#include "ui/memory/memory_form.h"
 
 using tarvik::test::Demand;
 
@@ -29,8 +30,8 @@ std::wstring Number(FuzzedDataProvider& input) {
 TARVIK_FUZZER(cnclib_pmc) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
-  test::ProgramGround ground;
-  ground.mode = input.ConsumeIntegralInRange(-1, 1);
+  test::FakeContext fake;
+  fake.mode = input.ConsumeIntegralInRange(-1, 1);
   test::FakeCncLibrary library;
   library.openResult = input.ConsumeBool() ? input.ConsumeIntegral<int16_t>() : int16_t{0};
   library.nextHandle = input.ConsumeIntegral<uint16_t>();
@@ -40,10 +41,11 @@ TARVIK_FUZZER(cnclib_pmc) {
   if (input.ConsumeBool()) library.missing.insert("nx_pmc_detailerr");
   test::FakeWallClock clock;
   CncTarget target{L"cnc", {L"8193", L"port"}, {Number(input), L"time"}};
-  auto made = std::make_unique<ui::MemoryForm>();
+  ui::MemoryScreen screen(fake.boxes);
+  auto made = std::make_unique<ui::MemoryForm>(screen);
   ui::MemoryForm& form = *made;
-  frmPmcTest window({ground.boxes, ground.pump, ground.texts, library, ground.codePage, clock},
-                    std::move(made), [&target] { return target; });
+  frmPmcTest window(std::move(made), fake.texts, fake.pump, library, fake.codePage, clock,
+                    [&target] { return target; });
   window.Show();
   const auto box = [&form](int id) -> ui::MemoryTextBox& { return form.Get<ui::MemoryTextBox>(id); };
   const auto button = [&form](int id) -> ui::MemoryButton& { return form.Get<ui::MemoryButton>(id); };
@@ -51,7 +53,7 @@ TARVIK_FUZZER(cnclib_pmc) {
     if (input.ConsumeBool()) box(id).SetText(Number(input));
 
   int rounds = 0;
-  ground.pump.onEvents = [&] {
+  fake.pump.onEvents = [&] {
     switch (input.ConsumeIntegralInRange(0, 9)) {
       case 1:
         box(input.PickValueInArray(kBoxes)).SetText(Number(input));

@@ -4,15 +4,9 @@
 #include <cstring>
 
 #include "cnclib/cnc_check.h"
-#include "resources/resource.h"
-#include "tests/fakes/fake_boxes.h"
 #include "tests/fakes/fake_cnc_library.h"
-#include "tests/fakes/fake_code_page.h"
-#include "tests/fakes/fake_files.h"
-#include "tests/fakes/fake_profile_strings.h"
-#include "tests/fakes/fake_pump.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fuzz/fuzzer.h"
-#include "ui/memory/memory_form.h"
 
 TARVIK_FUZZER(cnclib_system_info) {
   using namespace tarvik;
@@ -24,16 +18,9 @@ TARVIK_FUZZER(cnclib_system_info) {
   } input{};
   std::memcpy(&input, data, size < sizeof input ? size : sizeof input);
 
-  ui::MemoryForm form;
-  ResultList results(form.AddListBox(1, ui::kNoPage, L""));
-  test::FakeBoxes boxes;
-  test::FakePump pump;
-  test::FakeCodePage codePage;
-  test::FakeFiles files;
-  test::FakeProfileStrings profile;
-  Resource resource(files, profile, codePage, boxes);
-  const LanguageMode mode = input.flags % 3 - 1;
-  const Texts texts(mode, resource);
+  test::FakeContext fake;
+  fake.mode = input.flags % 3 - 1;
+  bool busy = false;
   test::FakeCncLibrary library;
   library.openResult = input.results[0];
   library.codeResult = input.results[1];
@@ -43,7 +30,8 @@ TARVIK_FUZZER(cnclib_system_info) {
   library.givesHandleOnFailure = (input.flags & 0x80) != 0;
   library.info = input.info;
   uint32_t options = 0;
-  RunLibraryTest({results, boxes, texts, pump, form, library, codePage},
-                 {L"cnc", {L"8193", L""}, {L"10", L""}}, std::nullopt, false, options);
-  if (!library.AllGivenBack() || form.CurrentPointer() != ui::Pointer::Default) std::abort();
+  RunLibraryTest(
+      fake.context, library, fake.codePage, [&busy](bool on) { busy = on; },
+      {L"cnc", {L"8193", L""}, {L"10", L""}}, std::nullopt, false, options);
+  if (!library.AllGivenBack() || busy) std::abort();
 }

@@ -3,12 +3,10 @@
 #include <cstring>
 
 #include "ftp/ftp_check.h"
-#include "tests/fakes/fake_code_page.h"
-#include "tests/fakes/fake_pump.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_text_order.h"
 #include "tests/fakes/fake_wininet.h"
 #include "tests/fuzz/fuzzer.h"
-#include "ui/memory/memory_controls.h"
 
 // A server whose replies and directory are the fuzzer's bytes. The first byte chooses what the library makes
 // of its buffer, the next four are the length that it tells; the rest are the reply, and cut into records
@@ -37,15 +35,11 @@ TARVIK_FUZZER(ftp_server) {
     std::memcpy(&entry, data + at, std::min(sizeof entry, size - at));
     wininet.entries.push_back(entry);
   }
-  tarvik::ui::MemoryFocus focus;
-  tarvik::ui::MemoryListBox box{focus};
-  tarvik::ResultList results{box};
-  tarvik::test::FakePump pump;
-  tarvik::test::FakeCodePage codePage;
+  tarvik::test::FakeContext fake;
   tarvik::test::FakeTextOrder order;
   bool busy = false;
   const bool verdict = tarvik::TestFtp(
-      {results, pump, wininet, codePage, order, [&busy](bool on) { busy = on; }}, L"h", L"", L"");
-  if (!verdict || busy || !box.redrawing || !wininet.open.empty() || wininet.misuses != 0) std::abort();
-  if (box.lines.size() > 1001) std::abort();
+      fake.context, wininet, fake.codePage, order, [&busy](bool on) { busy = on; }, L"h", L"", L"");
+  if (!verdict || busy || !wininet.open.empty() || wininet.misuses != 0) std::abort();
+  if (fake.results.Lines().size() > 1001) std::abort();
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 
 namespace tarvik::test {
 
@@ -13,6 +14,11 @@ using FuzzerBody = void (*)(const uint8_t* data, size_t size);
 struct RegisteredFuzzer {
   RegisteredFuzzer(const char* name, FuzzerBody body);
 };
+
+/// Ends the fuzzer with its input when the rule does not hold.
+inline void Demand(bool rule) {
+  if (!rule) std::abort();
+}
 
 }  // namespace tarvik::test
 

@@ -2,31 +2,23 @@
 #include <cstring>
 
 #include "k7/k7_api_check.h"
-#include "tests/fakes/fake_boxes.h"
-#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_k7_api.h"
-#include "tests/fakes/fake_pump.h"
 #include "tests/fuzz/fuzzer.h"
-#include "ui/memory/memory_controls.h"
 
 /// Whatever the library writes over its texts, and whatever stands in the address and count boxes: the test
 /// ends and gives its handle back. The first four bytes are also the code of its errors.
 TARVIK_FUZZER(k7_api_texts) {
   const std::string written(reinterpret_cast<const char*>(data), size < 256 ? size : 256);
   const std::wstring typed(data, data + (size < 400 ? size : 400));
-  tarvik::ui::MemoryFocus focus;
-  tarvik::ui::MemoryListBox box{focus};
-  tarvik::ResultList results{box};
-  tarvik::test::FakeBoxes boxes;
-  tarvik::test::FakePump pump;
-  tarvik::test::FakeCodePage codePage;
+  tarvik::test::FakeContext fake;
   tarvik::test::FakeK7Api k7Api;
   k7Api.hostAfter = written;
   k7Api.addressAfter = written;
   k7Api.goodChecks = 3;
   std::memcpy(&k7Api.errorCode, data, size < sizeof k7Api.errorCode ? size : sizeof k7Api.errorCode);
   std::wstring host = typed;
-  tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, typed, host, L"3", L"");
-  tarvik::RunK7ApiTest({results, boxes, pump, codePage, k7Api, 1}, L"cnc", host, typed, L"");
+  tarvik::RunK7ApiTest(fake.context, k7Api, fake.codePage, typed, host, L"3", L"");
+  tarvik::RunK7ApiTest(fake.context, k7Api, fake.codePage, L"cnc", host, typed, L"");
   if (!k7Api.openHandles.empty() || k7Api.wrongFrees != 0 || k7Api.Count("K7_WSACleanup") != 2) std::abort();
 }

@@ -4,9 +4,9 @@
 
 #include "k7/service_control.h"
 #include "platform/runtime_error.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_modules.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
 
 using tarvik::test::Demand;
 
@@ -47,31 +47,31 @@ class HostileSvcKit final : public tarvik::SvcKit {
 TARVIK_FUZZER(k7_service_control) {
   using namespace tarvik;
   FuzzedDataProvider input(data, size);
-  test::ProgramGround ground;
-  ground.mode = input.ConsumeIntegralInRange(-1, 1);
-  ground.boxes.answerYes = input.ConsumeBool();
+  test::FakeContext fake;
+  fake.mode = input.ConsumeIntegralInRange(-1, 1);
+  fake.boxes.answerYes = input.ConsumeBool();
   test::FakeKernel kernel;
   test::FakeVersions versions;
   kernel.paths["SvcKit.DLL"] = "C:\\SvcKit.dll";
   HostileSvcKit library(input);
-  SvcUtl service(library, FileUtil(kernel, versions), ground.boxes, ground.pump, ground.codePage);
+  SvcUtl service(library, FileUtil(kernel, versions), fake.boxes, fake.pump, fake.codePage);
   Demand(service.mInitialize(input.ConsumeIntegralInRange(-1, 2)));
-  const K7ServiceTools tools{service, ground.boxes, ground.texts, ground.pump, [](int32_t) {}};
+  const ShowServiceState showState = [](int32_t) {};
   for (int round = 0; round < 8 && input.remaining_bytes() > 0; ++round) {
-    const size_t boxesBefore = ground.boxes.boxes.size();
-    const size_t sleepsBefore = ground.pump.sleeps.size();
+    const size_t boxesBefore = fake.boxes.boxes.size();
+    const size_t sleepsBefore = fake.pump.sleeps.size();
     try {
       switch (input.ConsumeIntegralInRange(0, 4)) {
         case 0:
-          RefreshK7ServiceState(tools);
+          RefreshK7ServiceState(service, showState);
           break;
         case 1:
-          StartK7Service(tools);
-          Demand(ground.boxes.boxes.size() > boxesBefore);
+          StartK7Service(fake.context, service, showState);
+          Demand(fake.boxes.boxes.size() > boxesBefore);
           break;
         case 2:
-          StopK7Service(tools);
-          Demand(ground.boxes.boxes.size() > boxesBefore);
+          StopK7Service(fake.context, service, showState);
+          Demand(fake.boxes.boxes.size() > boxesBefore);
           break;
         case 3:
           service.mSetupService(L"a", L"b", L"c", 2);
@@ -82,15 +82,15 @@ TARVIK_FUZZER(k7_service_control) {
       }
     } catch (const RuntimeError&) {
     }
-    Demand(ground.pump.sleeps.size() - sleepsBefore <= 40);
-    const size_t boxesBetween = ground.boxes.boxes.size();
+    Demand(fake.pump.sleeps.size() - sleepsBefore <= 40);
+    const size_t boxesBetween = fake.boxes.boxes.size();
     // The boxes of the utility's own failures were this command's alone.
     try {
       int32_t status = 0;
       service.mGetServiceStatus(L"a", status);
     } catch (const RuntimeError&) {
     }
-    Demand(ground.boxes.boxes.size() == boxesBetween);
+    Demand(fake.boxes.boxes.size() == boxesBetween);
   }
   service.mTerminate();
 }

@@ -4,7 +4,6 @@
 #include "lab/pc/driver_protocol.h"
 #include "platform/text.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
 
 /// Any line has fields, and fields that were once read come back the same after writing and reading.
 TARVIK_FUZZER(lab_driver_protocol) {

@@ -3,9 +3,8 @@
 #include <string>
 
 #include "net/ping_host.h"
-#include "tests/fakes/fake_winsock.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
+#include "tests/unit/net/recorded_pc.h"
 
 using tarvik::test::Demand;
 
@@ -55,14 +54,15 @@ class HostileIcmp final : public tarvik::IcmpLibrary {
 TARVIK_FUZZER(net_icmp_reply) {
   if (size == 0) return;
   HostileIcmp icmp(data, size);
-  tarvik::test::ProgramGround ground;
-  tarvik::test::FakeWinsock winsock;
-  winsock.noText = data[0] == 0xFF;
+  tarvik::test::FakePc pc;
+  pc.winsock.noText = data[0] == 0xFF;
   const auto count = static_cast<int32_t>(std::min<size_t>(size / kAnswerSize + 1, 20));
   const bool answered = tarvik::PingHost(
-      {ground.results, ground.boxes, ground.pump, winsock, ground.codePage, icmp, 1}, L"192.168.1.1", count);
-  const auto& lines = ground.list.lines;
-  if (winsock.noText) return;
+      pc.context,
+      {pc.winsock, icmp, 1, pc.ipHelper, pc.osVersion, pc.files, pc.processes, pc.codePage, pc.folder},
+      L"192.168.1.1", count);
+  const auto& lines = pc.results.Lines();
+  if (pc.winsock.noText) return;
   Demand(answered == icmp.anyReply);
   Demand(lines.size() == static_cast<size_t>(count));
   for (const std::wstring& line : lines)

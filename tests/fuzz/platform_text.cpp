@@ -6,7 +6,6 @@
 #include "platform/fixed_buffer.h"
 #include "platform/text.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/fuzz/program_ground.h"
 
 using tarvik::test::Demand;
 

@@ -32,22 +32,23 @@ class MemoryScreen::OpenBox {
   std::vector<MemoryForm*> disabled_;
 };
 
-void MemoryScreen::Answer(MemoryForm& owner, const std::function<void(MessageBoxes&)>& answer) {
+void MemoryScreen::Answer(MemoryForm& owner, const std::function<void(report::MessageBoxes&)>& answer) {
   const OpenBox box(*this, owner);
   answer(user_);
 }
 
-void MemoryBoxes::Show(const std::wstring& text, BoxIcon icon, const std::wstring& title) {
-  owner_.Screen().Answer(owner_, [&](MessageBoxes& user) { user.Show(text, icon, title); });
+void MemoryBoxes::Show(const std::wstring& text, report::BoxIcon icon, const std::wstring& title) {
+  owner_.Screen().Answer(owner_, [&](report::MessageBoxes& user) { user.Show(text, icon, title); });
 }
 
 void MemoryBoxes::ShowSystemModal(const std::wstring& text) {
-  owner_.Screen().Answer(owner_, [&](MessageBoxes& user) { user.ShowSystemModal(text); });
+  owner_.Screen().Answer(owner_, [&](report::MessageBoxes& user) { user.ShowSystemModal(text); });
 }
 
 bool MemoryBoxes::AskYesNo(const std::wstring& text, bool defaultIsNo, const std::wstring& title) {
   bool yes = false;
-  owner_.Screen().Answer(owner_, [&](MessageBoxes& user) { yes = user.AskYesNo(text, defaultIsNo, title); });
+  owner_.Screen().Answer(owner_,
+                         [&](report::MessageBoxes& user) { yes = user.AskYesNo(text, defaultIsNo, title); });
   return yes;
 }
 

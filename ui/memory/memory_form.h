@@ -16,7 +16,7 @@ class MemoryForm;
 class MemoryScreen {
  public:
   /// `user` is shown every box and answers it.
-  explicit MemoryScreen(MessageBoxes& user) : user_(user) {}
+  explicit MemoryScreen(report::MessageBoxes& user) : user_(user) {}
 
   const std::vector<MemoryForm*>& Forms() const { return forms_; }
 
@@ -29,17 +29,17 @@ class MemoryScreen {
   class OpenBox;
   /// Has the user answer a box of the owner. As with MessageBox, a disabled owner stays disabled after it,
   /// and then the system activates another program's window.
-  void Answer(MemoryForm& owner, const std::function<void(MessageBoxes&)>& answer);
+  void Answer(MemoryForm& owner, const std::function<void(report::MessageBoxes&)>& answer);
 
-  MessageBoxes& user_;
+  report::MessageBoxes& user_;
   std::vector<MemoryForm*> forms_;
 };
 
 /// The boxes of one form.
-class MemoryBoxes final : public MessageBoxes {
+class MemoryBoxes final : public report::MessageBoxes {
  public:
   explicit MemoryBoxes(MemoryForm& owner) : owner_(owner) {}
-  void Show(const std::wstring& text, BoxIcon icon, const std::wstring& title) override;
+  void Show(const std::wstring& text, report::BoxIcon icon, const std::wstring& title) override;
   void ShowSystemModal(const std::wstring& text) override;
   bool AskYesNo(const std::wstring& text, bool defaultIsNo, const std::wstring& title) override;
 
@@ -67,7 +67,7 @@ class MemoryForm final : public Form {
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
   MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
 
-  MessageBoxes& Boxes() override { return boxes_; }
+  report::MessageBoxes& Boxes() override { return boxes_; }
   void SetCaption(const std::wstring& caption) override {
     if (beforeCaption) beforeCaption();
     caption_ = caption;

@@ -12,7 +12,7 @@ namespace tarvik::ui {
 namespace {
 
 void ShowError(HWND owner, const wchar_t* text) noexcept {
-  ShowModalBox(owner, text, kProgramTitle, MB_OK | MB_ICONERROR);
+  ShowModalBox(owner, text, report::kProgramTitle, MB_OK | MB_ICONERROR);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/windows_win32.h"
-#include "ui/message_boxes.h"
+#include "report/message_boxes.h"
 
 namespace tarvik::ui {
 

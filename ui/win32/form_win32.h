@@ -50,7 +50,7 @@ class Win32Form final : public Form {
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
   MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
 
-  MessageBoxes& Boxes() override { return boxes_; }
+  report::MessageBoxes& Boxes() override { return boxes_; }
 
   void SetCaption(const std::wstring& caption) override;
   std::wstring Caption() const override;

@@ -7,11 +7,11 @@
 namespace tarvik::ui {
 namespace {
 
-UINT StyleOf(BoxIcon icon) {
+UINT StyleOf(report::BoxIcon icon) {
   switch (icon) {
-    case BoxIcon::Exclamation:
+    case report::BoxIcon::Exclamation:
       return MB_ICONEXCLAMATION;
-    case BoxIcon::Critical:
+    case report::BoxIcon::Critical:
       return MB_ICONERROR;
     default:
       return 0;
@@ -59,10 +59,11 @@ int ShowModalBox(HWND owner, const wchar_t* text, const wchar_t* title, UINT sty
 }
 
 int Win32MessageBoxes::Box(const std::wstring& text, const std::wstring& title, UINT style) {
-  return ShowModalBox(owner_.Window(), text.c_str(), title.empty() ? kProgramTitle : title.c_str(), style);
+  return ShowModalBox(owner_.Window(), text.c_str(), title.empty() ? report::kProgramTitle : title.c_str(),
+                      style);
 }
 
-void Win32MessageBoxes::Show(const std::wstring& text, BoxIcon icon, const std::wstring& title) {
+void Win32MessageBoxes::Show(const std::wstring& text, report::BoxIcon icon, const std::wstring& title) {
   Box(text, title, MB_OK | StyleOf(icon));
 }
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/windows_win32.h"
-#include "ui/message_boxes.h"
+#include "report/message_boxes.h"
 
 namespace tarvik::ui {
 
@@ -13,11 +13,11 @@ class Win32Form;
 /// every form of this thread is disabled. Returns the id of the button.
 int ShowModalBox(HWND owner, const wchar_t* text, const wchar_t* title, UINT style) noexcept;
 
-class Win32MessageBoxes final : public MessageBoxes {
+class Win32MessageBoxes final : public report::MessageBoxes {
  public:
   explicit Win32MessageBoxes(const Win32Form& owner) : owner_(owner) {}
 
-  void Show(const std::wstring& text, BoxIcon icon, const std::wstring& title) override;
+  void Show(const std::wstring& text, report::BoxIcon icon, const std::wstring& title) override;
   void ShowSystemModal(const std::wstring& text) override;
   bool AskYesNo(const std::wstring& text, bool defaultIsNo, const std::wstring& title) override;
 

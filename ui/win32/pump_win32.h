@@ -2,12 +2,12 @@
 
 #include <functional>
 
-#include "ui/pump.h"
+#include "report/pump.h"
 #include "ui/win32/message_filter_win32.h"
 
 namespace tarvik::ui {
 
-class Win32Pump final : public Pump {
+class Win32Pump final : public report::Pump {
  public:
   /// `stopRequested` tells whether the user has asked the running test to stop.
   Win32Pump(const MessageFilter& filter, std::function<bool()> stopRequested);

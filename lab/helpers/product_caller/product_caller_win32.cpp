@@ -49,9 +49,9 @@ std::string Utf8(const std::wstring& text) {
 Fields Verdict(bool passed) { return {passed ? "1" : "0"}; }
 
 /// Records the texts of message boxes; answers "No" to questions.
-class FakeMessageBoxes final : public ui::MessageBoxes {
+class FakeMessageBoxes final : public report::MessageBoxes {
  public:
-  void Show(const std::wstring& text, ui::BoxIcon, const std::wstring&) override {
+  void Show(const std::wstring& text, report::BoxIcon, const std::wstring&) override {
     texts.push_back(Utf8(text));
   }
   void ShowSystemModal(const std::wstring& text) override { texts.push_back(Utf8(text)); }

@@ -2,12 +2,15 @@
 
 #include <stdexcept>
 
-#include "app/result_list.h"
 #include "ftp/ftp_check.h"
 #include "ftp/wininet_win32.h"
 #include "lab/helpers/speed_probe/speed_probe_win32.h"
 #include "platform/code_page_win32.h"
+#include "platform/files_win32.h"
+#include "platform/profile_strings_win32.h"
 #include "platform/text_order_win32.h"
+#include "resources/resource.h"
+#include "ui/result_list_view.h"
 #include "ui/win32/form_win32.h"
 #include "ui/win32/message_filter_win32.h"
 #include "ui/win32/pump_win32.h"
@@ -51,11 +54,19 @@ void MeasureListing(const Words& words) {
   form.SetWindowSize({520, 300});
   form.Show();
   box.SetBounds({0, 0, 500, 250});
-  ResultList results(box);
+  ui::ResultListView view(box);
+  report::ResultList results(view);
+  Win32Files files;
+  Win32ProfileStrings profile;
+  Resource resource(files, profile, codePage, form.Boxes());
+  const LanguageMode mode = kBuiltInEnglish;
+  const Texts texts(mode, resource);
   int entries = 0;
   Report("bare", Milliseconds([&] { entries = BareLoop(wininet, codePage.ToAnsi(words.at(0))); }));
   Report("own", Milliseconds([&] {
-           TestFtp({results, pump, wininet, codePage, order, [](bool) {}}, words.at(0), L"", L"");
+           TestFtp(
+               {results, form.Boxes(), texts, pump}, wininet, codePage, order, [](bool) {}, words.at(0), L"",
+               L"");
          }));
   Report("entries", entries);
 }

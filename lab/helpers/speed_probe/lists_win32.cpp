@@ -2,12 +2,13 @@
 
 #include <stdexcept>
 
-#include "app/result_list.h"
 #include "cnclib/cnc_connection.h"
 #include "cnclib/cnc_library_win32.h"
 #include "lab/helpers/speed_probe/speed_probe_win32.h"
 #include "platform/code_page_win32.h"
 #include "platform/text.h"
+#include "report/result_list.h"
+#include "ui/result_list_view.h"
 #include "ui/win32/form_win32.h"
 
 namespace tarvik::lab {
@@ -45,12 +46,14 @@ int32_t Number(const Words& words, size_t index) {
 void MeasureLines(const Words& words) {
   const int32_t count = Number(words, 0);
   ListWindow list;
-  ResultList results(list.box);
+  ui::ResultListView view(list.box);
+  report::ResultList results(view);
   const std::wstring line = L"192.168.1.100 > 192.168.1.100: 56 bytes time=1ms";
   const auto text = reinterpret_cast<LPARAM>(line.c_str());
   const auto report = [&](const char* name, const std::function<void()>& add) {
     double fastest = 0;
     for (int round = 0; round < kRounds; ++round) {
+      results.ClearList();
       list.box.Clear();
       const double time = Milliseconds([&] {
         for (int32_t i = 0; i < count; ++i) add();

@@ -177,7 +177,7 @@ TEST_F(AboutBoxTest, A_window_that_cannot_be_made_is_told) {
   Start();
   form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
   ASSERT_EQ(boxes.boxes.size(), 1U);
-  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Critical);
 }
 
 }  // namespace

@@ -107,7 +107,7 @@ TEST_F(Form1CncTest, A_library_that_lacks_a_call_is_told_and_everything_is_resto
   cncLibrary.missing = {"nx_sysinfo"};
   Click(ID_cmdGetInfo);
   ASSERT_EQ(boxes.boxes.size(), 1U);
-  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Critical);
   ExpectIdle();
 }
 

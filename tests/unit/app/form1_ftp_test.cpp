@@ -7,7 +7,7 @@ class Form1FtpTest : public Form1Test {
  protected:
   Form1FtpTest() {
     Start();
-    List().lines.clear();
+    form1->Results().ClearList();
     Address().SetText(L"192.168.1.100");
     Box(ID_txtFtpUsername).SetText(L"cnc");
     Box(ID_txtFtpPasswd).SetText(L"secret");
@@ -158,7 +158,7 @@ TEST_F(Form1FtpTest, A_missing_library_is_told_and_everything_is_restored) {
     wininet.throwing = call;
     Click(ID_cmdFtpConnect);
     ASSERT_EQ(boxes.boxes.size(), 1U) << call;
-    EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+    EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Critical);
     ExpectIdle();
   }
 }

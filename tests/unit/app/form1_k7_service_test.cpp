@@ -81,7 +81,7 @@ TEST_F(Form1K7ServiceTest, A_library_that_cannot_be_used_is_told_and_start_up_go
   StartGeneral();
   ASSERT_EQ(boxes.boxes.size(), 1U);
   EXPECT_EQ(boxes.boxes[0].text, L"SvcKit.dll cannot be loaded.");
-  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Critical);
   EXPECT_EQ(List().horizontalExtent, 1500);
 }
 
@@ -468,7 +468,7 @@ TEST_F(Form1K7ServiceTest, An_editor_that_cannot_be_started_is_told) {
   ASSERT_EQ(boxes.boxes.size(), 1U);
   EXPECT_EQ(boxes.boxes[0].text,
             L"Error in Shell(notepad.exe C:\\Windows\\system32\\drivers\\etc\\services)");
-  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::None);
+  EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::None);
 }
 
 }  // namespace

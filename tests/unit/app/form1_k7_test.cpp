@@ -16,7 +16,7 @@ class Form1K7Test : public Form1Test {
     Start(commandLine, false);
     Address().SetText(L"192.168.1.100");
     Box(ID_txtK7ApiTestCount).SetText(L"3");
-    List().lines.clear();
+    form1->Results().ClearList();
   }
   void ExpectIdle() {
     EXPECT_FALSE(flags.busy);
@@ -148,7 +148,7 @@ TEST_F(Form1K7Test, A_library_that_cannot_be_used_is_told_in_the_standard_error_
   k7Api.missing = true;
   EXPECT_FALSE(form1->RunK7ApiTest());
   ASSERT_EQ(boxes.boxes.size(), 1U);
-  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Critical);
   EXPECT_EQ(boxes.boxes[0].text, L"k7api.dll cannot be loaded.");
   ExpectIdle();
 }

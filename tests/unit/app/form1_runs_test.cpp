@@ -138,7 +138,7 @@ TEST_F(Form1RunsTest, A_count_that_is_no_number_is_told_and_everything_is_restor
   Box(ID_txtPingReqCount).SetText(L"many");
   Click(ID_cmdPing);
   ASSERT_EQ(boxes.boxes.size(), 1U);
-  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Critical);
   EXPECT_NE(boxes.boxes[0].text.find(L"many"), std::wstring::npos);
   ExpectIdle();
 }

@@ -260,7 +260,7 @@ TEST_F(Form1Test, A_start_up_step_that_breaks_is_told_and_the_next_ones_are_made
   List().refusing = true;
   form1->Form_Load();
   EXPECT_EQ(boxes.boxes.size(), 2U);
-  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Critical);
   EXPECT_EQ(Box(ID_txtPingReqCount).Text(), L"7");
   EXPECT_TRUE(form.topmost);
   EXPECT_EQ(List().horizontalExtent, 3 * List().clientWidth);

@@ -59,7 +59,8 @@ TEST_F(Form1Test, Shut_down_cleans_the_sockets_up_even_after_a_failed_start_and_
 }
 
 TEST_F(Form1WindowTest, A_double_click_copies_all_lines_in_one_session_with_the_clipboard) {
-  List().lines = {L"a", L"b"};
+  form1->Results().ClearList();
+  form1->Results().AddBatch({L"a", L"b"});
   List().onDoubleClick();
   EXPECT_EQ(clipboard.sessions, 1);
   EXPECT_EQ(clipboard.text, L"a\r\nb\r\n");
@@ -67,7 +68,7 @@ TEST_F(Form1WindowTest, A_double_click_copies_all_lines_in_one_session_with_the_
 }
 
 TEST_F(Form1WindowTest, Copying_an_empty_list_leaves_an_empty_text) {
-  List().lines.clear();
+  form1->Results().ClearList();
   List().onDoubleClick();
   EXPECT_EQ(clipboard.sessions, 1);
   EXPECT_EQ(clipboard.text, L"");

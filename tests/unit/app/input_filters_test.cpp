@@ -83,13 +83,5 @@ TEST_F(InputFiltersTest, Selecting_all_covers_the_whole_text) {
   EXPECT_EQ(text.selectionLength, 4);
 }
 
-TEST(BoxNameTest, Has_neither_mnemonic_nor_colon) {
-  EXPECT_EQ(BoxName(L"TCP po&rt:"), L"TCP port");
-  EXPECT_EQ(BoxName(L"Ping回数(&C):"), L"Ping回数");
-  EXPECT_EQ(BoxName(L"Length"), L"Length");
-  EXPECT_EQ(BoxName(L"A && B"), L"A & B");
-  EXPECT_EQ(BoxName(L""), L"");
-}
-
 }  // namespace
 }  // namespace tarvik

@@ -5,14 +5,8 @@
 #include <limits>
 
 #include "platform/runtime_error.h"
-#include "resources/resource.h"
-#include "tests/fakes/fake_boxes.h"
 #include "tests/fakes/fake_cnc_library.h"
-#include "tests/fakes/fake_code_page.h"
-#include "tests/fakes/fake_files.h"
-#include "tests/fakes/fake_profile_strings.h"
-#include "tests/fakes/fake_pump.h"
-#include "ui/memory/memory_form.h"
+#include "tests/fakes/fake_context.h"
 
 namespace tarvik::test {
 namespace {
@@ -29,7 +23,7 @@ Lines WithHeading(const Lines& lines) {
   return all;
 }
 
-class LibraryTest : public testing::Test {
+class LibraryTest : public testing::Test, protected FakeContext {
  protected:
   LibraryTest() {
     files.contents[L"C:\\Data\\Language\\Tarvik.exe_1033.ini"] = "";
@@ -38,30 +32,20 @@ class LibraryTest : public testing::Test {
       profile.values["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|" + std::to_string(id)] =
           "text " + std::to_string(id);
   }
-  /// Whatever a test did: no handle is left, and the pointer is an arrow.
+  /// Whatever a test did: no handle is left, and the hourglass is gone.
   ~LibraryTest() override {
     EXPECT_TRUE(library.AllGivenBack());
-    EXPECT_EQ(form.CurrentPointer(), ui::Pointer::Default);
+    EXPECT_FALSE(busy);
   }
 
   bool Run() {
-    return RunLibraryTest({results, boxes, texts, pump, form, library, codePage}, target, accessCode, missing,
-                          options);
+    return RunLibraryTest(
+        context, library, codePage, [this](bool on) { busy = on; }, target, accessCode, missing, options);
   }
-  const Lines& Listed() { return list.lines; }
+  const Lines& Listed() { return results.Lines(); }
 
-  ui::MemoryForm form;
-  ui::MemoryListBox& list = dynamic_cast<ui::MemoryListBox&>(form.AddListBox(1, ui::kNoPage, L""));
-  ResultList results{list};
-  FakeBoxes boxes;
-  FakePump pump;
-  FakeCodePage codePage;
-  FakeFiles files;
-  FakeProfileStrings profile;
-  Resource resource{files, profile, codePage, boxes};
-  LanguageMode mode = kBuiltInEnglish;
-  Texts texts{mode, resource};
   FakeCncLibrary library;
+  bool busy = false;
   CncTarget target{L"192.168.1.100", {L"8193", L"TCP port"}, {L"10", L"Time-out"}};
   std::optional<std::wstring> accessCode;
   bool missing = false;
@@ -146,7 +130,7 @@ TEST_F(LibraryTest, A_good_run_shows_the_system_information) {
 
 TEST_F(LibraryTest, The_hourglass_shows_and_events_run_once_before_the_connection) {
   pump.onEvents = [&] {
-    EXPECT_EQ(form.CurrentPointer(), ui::Pointer::Hourglass);
+    EXPECT_TRUE(busy);
     EXPECT_EQ(Listed(), kHeading);
     EXPECT_TRUE(library.calls.empty());
   };
@@ -164,7 +148,7 @@ TEST_F(LibraryTest, A_stop_before_the_connection_ends_the_test) {
 TEST_F(LibraryTest, Every_failed_connection_is_one_line_in_every_language) {
   for (const LanguageMode each : {kBuiltInEnglish, kBuiltInJapanese, kLanguageFile}) {
     mode = each;
-    list.lines.clear();
+    results.ClearList();
     library.openResult = -16;
     EXPECT_FALSE(Run());
     EXPECT_EQ(Listed(), WithHeading({L"Allocate Handle error=-16"}));
@@ -224,7 +208,7 @@ TEST_F(LibraryTest, A_failed_option_check_is_a_line_and_an_empty_one) {
                                                               {kLanguageFile, L"text 112"}};
   for (const auto& [language, line] : expected) {
     mode = language;
-    list.lines.clear();
+    results.ClearList();
     EXPECT_FALSE(Run());
     EXPECT_EQ(Listed(), WithHeading({line, L""}));
   }
@@ -239,7 +223,7 @@ TEST_F(LibraryTest, A_controller_without_the_option_fails_and_Japanese_says_only
       {kLanguageFile, {L"text 113", L""}}};
   for (const auto& [language, lines] : expected) {
     mode = language;
-    list.lines.clear();
+    results.ClearList();
     EXPECT_FALSE(Run());
     EXPECT_EQ(Listed(), WithHeading(lines));
     EXPECT_EQ(options, 0xFFFFFFFE);
@@ -255,7 +239,7 @@ TEST_F(LibraryTest, A_failed_system_information_is_a_line_and_an_empty_one) {
       {kLanguageFile, L"text 114"}};
   for (const auto& [language, line] : expected) {
     mode = language;
-    list.lines.clear();
+    results.ClearList();
     EXPECT_FALSE(Run());
     EXPECT_EQ(Listed(), WithHeading({line, L""}));
   }
@@ -334,7 +318,7 @@ TEST_F(LibraryTest,
     library.openResult = call == std::string("nx_allochandle_code") ? 7 : 0;
     EXPECT_THROW(Run(), RuntimeError) << call;
     EXPECT_TRUE(library.AllGivenBack()) << call;
-    EXPECT_EQ(form.CurrentPointer(), ui::Pointer::Default) << call;
+    EXPECT_FALSE(busy) << call;
   }
 }
 

@@ -8,20 +8,15 @@
 
 #include "app/control_ids.h"
 #include "cnclib/pmc_window.h"
-#include "resources/resource.h"
-#include "tests/fakes/fake_boxes.h"
 #include "tests/fakes/fake_cnc_library.h"
-#include "tests/fakes/fake_code_page.h"
-#include "tests/fakes/fake_files.h"
-#include "tests/fakes/fake_profile_strings.h"
-#include "tests/fakes/fake_pump.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_wall_clock.h"
 #include "ui/memory/memory_form.h"
 
 namespace tarvik::test {
 
 /// The PMC window without a window, its library recorded.
-class PmcTest : public testing::Test {
+class PmcTest : public testing::Test, protected FakeContext {
  protected:
   using Lines = std::vector<std::wstring>;
   using Calls = std::vector<std::string>;
@@ -40,10 +35,10 @@ class PmcTest : public testing::Test {
 
   void Open() {
     window.reset();
-    auto made = std::make_unique<ui::MemoryForm>();
+    auto made = std::make_unique<ui::MemoryForm>(screen);
     form = made.get();
-    window = std::make_unique<frmPmcTest>(PmcTestTools{boxes, pump, texts, library, codePage, clock},
-                                          std::move(made), [this] { return target; });
+    window = std::make_unique<frmPmcTest>(std::move(made), texts, pump, library, codePage, clock,
+                                          [this] { return target; });
     window->Show();
   }
 
@@ -75,16 +70,9 @@ class PmcTest : public testing::Test {
     ExpectIdle();
   }
 
+  ui::MemoryScreen screen{boxes};
   ui::MemoryForm* form = nullptr;
-  FakeBoxes boxes;
-  FakePump pump;
-  FakeCodePage codePage;
   FakeWallClock clock;
-  FakeFiles files;
-  FakeProfileStrings profile;
-  Resource resource{files, profile, codePage, boxes};
-  LanguageMode mode = kEnglish;
-  Texts texts{mode, resource};
   FakeCncLibrary library;
   CncTarget target{L"192.168.1.100", {L"8193", L"TCP port"}, {L"10", L"Time-out"}};
   std::unique_ptr<frmPmcTest> window;

@@ -262,7 +262,7 @@ TEST_F(PmcTest, A_library_that_lacks_a_call_is_told_and_everything_is_restored) 
     library.missing = {call};
     Read();
     ASSERT_EQ(boxes.boxes.size(), 1U) << call;
-    EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+    EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Critical);
     EXPECT_TRUE(library.AllGivenBack()) << call;
     ExpectIdle();
   }

@@ -180,7 +180,7 @@ TEST_F(PmcTest, A_port_that_is_no_number_is_an_error_before_the_connection) {
   target.port.text = L"no";
   Click(ID_cmdRead);
   ASSERT_EQ(boxes.boxes.size(), 1U);
-  EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+  EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Critical);
   EXPECT_TRUE(library.calls.empty());
   ExpectIdle();
 }

@@ -5,15 +5,15 @@
 #include <random>
 
 #include "ftp/str_sort.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_text_order.h"
-#include "ui/memory/memory_controls.h"
 
 namespace tarvik::test {
 namespace {
 
 using Lines = std::vector<std::wstring>;
 
-struct Listing : testing::Test {
+struct Listing : testing::Test, FakeContext {
   FtpFile File(const std::wstring& name, uint64_t size = 0, uint32_t attributes = 0x80) {
     FtpFile file;
     file.FileName = name;
@@ -24,25 +24,22 @@ struct Listing : testing::Test {
 
   /// The lines below the header.
   Lines List(const std::vector<FtpFile>& files) {
-    box.lines.clear();
+    results.ClearList();
     listing.BeginEnumFiles();
     for (const FtpFile& file : files) listing.EnumFile(file);
     listing.EndEnumFile();
-    return {box.lines.begin() + 3, box.lines.end()};
+    return {results.Lines().begin() + 3, results.Lines().end()};
   }
 
   static std::wstring Blanks(size_t count) { return std::wstring(count, L' '); }
 
-  ui::MemoryFocus focus;
-  ui::MemoryListBox box{focus};
-  ResultList results{box};
   FakeTextOrder order;
   DirectoryListing listing{results, order};
 };
 
 TEST_F(Listing, The_header_is_an_empty_line_the_columns_and_45_hyphens) {
   EXPECT_TRUE(List({}).empty());
-  EXPECT_EQ(box.lines, (Lines{L"", L"Name" + Blanks(31 + 6) + L"Size", std::wstring(45, L'-')}));
+  EXPECT_EQ(results.Lines(), (Lines{L"", L"Name" + Blanks(31 + 6) + L"Size", std::wstring(45, L'-')}));
 }
 
 TEST_F(Listing, The_directory_itself_and_its_parent_are_left_out) {
@@ -96,14 +93,13 @@ TEST_F(Listing, A_second_listing_begins_anew) {
 TEST_F(Listing, Lines_beyond_1001_empty_the_list_first) {
   std::vector<FtpFile> files;
   for (int i = 0; i < 2000; ++i) files.push_back(File(std::to_wstring(10'000 + i)));
-  box.lines.clear();
+  results.ClearList();
   listing.BeginEnumFiles();
   for (const FtpFile& file : files) listing.EnumFile(file);
   listing.EndEnumFile();
   // 3 of the header and 998 entries, then 1001, then the last one.
-  ASSERT_EQ(box.lines.size(), 1U);
-  EXPECT_EQ(box.lines[0].substr(0, 5), L"11999");
-  EXPECT_EQ(box.SelectedIndex(), 0);
+  ASSERT_EQ(results.Lines().size(), 1U);
+  EXPECT_EQ(results.Lines()[0].substr(0, 5), L"11999");
 }
 
 TEST_F(Listing, Of_40000_entries_none_is_lost_and_their_order_holds) {
@@ -115,18 +111,17 @@ TEST_F(Listing, Of_40000_entries_none_is_lost_and_their_order_holds) {
   ASSERT_EQ(sorted.size(), 40'000U);
   for (int i = 0; i < 40'000; ++i) ASSERT_EQ(sorted[static_cast<size_t>(i)], std::to_wstring(100'000 + i));
   // 3 + 40,000 lines, an empty list at every 1001.
-  box.lines.clear();
+  results.ClearList();
   listing.BeginEnumFiles();
   for (const FtpFile& file : files) listing.EnumFile(file);
   listing.EndEnumFile();
-  ASSERT_EQ(box.lines.size(), 40'003U % 1001U);
-  EXPECT_EQ(box.lines.back().substr(0, 6), L"139999");
+  ASSERT_EQ(results.Lines().size(), 40'003U % 1001U);
+  EXPECT_EQ(results.Lines().back().substr(0, 6), L"139999");
 }
 
 TEST_F(Listing, The_entries_are_painted_in_one_go) {
   List({File(L"a"), File(L"b"), File(L"d", 0, 0x10)});
-  EXPECT_EQ(box.painted, 3);  // the header's
-  EXPECT_TRUE(box.redrawing);
+  EXPECT_EQ(view.updates, 5);  // cleared, three for the header, one for all entries
 }
 
 TEST_F(Listing, A_key_is_made_once_for_each_line) {
@@ -180,9 +175,8 @@ TEST_F(Listing, A_hundred_thousand_equal_names_are_not_compared_each_with_each) 
 TEST_F(Listing, A_list_that_refuses_a_line_is_painted_again) {
   listing.BeginEnumFiles();
   listing.EnumFile(File(L"a"));
-  box.refusing = true;
+  view.refusing = true;
   EXPECT_THROW(listing.EndEnumFile(), RuntimeError);
-  EXPECT_TRUE(box.redrawing);
 }
 
 }  // namespace

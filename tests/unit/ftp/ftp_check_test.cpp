@@ -2,11 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/fakes/fake_code_page.h"
-#include "tests/fakes/fake_pump.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_text_order.h"
 #include "tests/fakes/fake_wininet.h"
-#include "ui/memory/memory_controls.h"
 
 namespace tarvik::test {
 namespace {
@@ -14,23 +12,23 @@ namespace {
 using Lines = std::vector<std::wstring>;
 using Calls = std::vector<std::string>;
 
-class FtpTest : public testing::Test {
+class FtpTest : public testing::Test, protected FakeContext {
  protected:
   void TearDown() override {
     EXPECT_TRUE(wininet.open.empty());
     EXPECT_EQ(wininet.misuses, 0);
     EXPECT_FALSE(busy);
-    EXPECT_TRUE(box.redrawing);
   }
 
   bool Test(const std::wstring& host = L"192.168.1.100") {
-    return TestFtp({results, pump, wininet, codePage, order,
-                    [this](bool on) {
-                      EXPECT_NE(busy, on);
-                      busy = on;
-                      ++busyChanges;
-                    }},
-                   host, L"cnc", L"secret");
+    return TestFtp(
+        context, wininet, codePage, order,
+        [this](bool on) {
+          EXPECT_NE(busy, on);
+          busy = on;
+          ++busyChanges;
+        },
+        host, L"cnc", L"secret");
   }
 
   static Lines Listing(const Lines& entries) {
@@ -39,12 +37,7 @@ class FtpTest : public testing::Test {
     return lines;
   }
 
-  ui::MemoryFocus focus;
-  ui::MemoryListBox box{focus};
-  ResultList results{box};
-  FakePump pump;
   FakeWininet wininet;
-  FakeCodePage codePage;
   FakeTextOrder order;
   bool busy = false;
   int busyChanges = 0;
@@ -52,7 +45,7 @@ class FtpTest : public testing::Test {
 
 TEST_F(FtpTest, Without_a_host_nothing_is_done) {
   EXPECT_FALSE(Test(L""));
-  EXPECT_TRUE(box.lines.empty());
+  EXPECT_TRUE(results.Lines().empty());
   EXPECT_TRUE(wininet.calls.empty());
   EXPECT_EQ(busyChanges, 0);
 }
@@ -61,7 +54,7 @@ TEST_F(FtpTest, Replies_and_the_listing_are_shown_in_their_order) {
   wininet.replies = {"220 ready\r\n230 logged in", "257 \"/\"", "221 bye"};
   wininet.entries = {FakeWininet::File("a.txt", 12), FakeWininet::Directory("d")};
   EXPECT_TRUE(Test());
-  EXPECT_EQ(box.lines,
+  EXPECT_EQ(results.Lines(),
             (Lines{L"", L"FTP Connect test...", L"220 ready", L"230 logged in", L"257 \"/\"", L"",
                    L"Name                                     Size", std::wstring(45, L'-'),
                    L"/d" + std::wstring(43, L' '), L"a.txt" + std::wstring(38, L' ') + L"12", L"221 bye"}));
@@ -80,9 +73,9 @@ TEST_F(FtpTest, The_calls_come_in_their_order) {
 }
 
 TEST_F(FtpTest, What_was_listed_before_stays) {
-  box.lines = {L"before"};
+  results.AddToList(L"before");
   Test();
-  EXPECT_EQ(box.lines.front(), L"before");
+  EXPECT_EQ(results.Lines().front(), L"before");
 }
 
 TEST_F(FtpTest, The_user_is_kept_out_from_before_the_connection_until_the_end) {
@@ -99,27 +92,27 @@ TEST_F(FtpTest, A_refusal_shows_the_servers_reply) {
   wininet.failing = {"InternetConnectA"};
   wininet.replies = {"530 Login incorrect."};
   EXPECT_FALSE(Test());
-  EXPECT_EQ(box.lines, (Lines{L"", L"FTP Connect test...", L"530 Login incorrect."}));
+  EXPECT_EQ(results.Lines(), (Lines{L"", L"FTP Connect test...", L"530 Login incorrect."}));
   EXPECT_TRUE(wininet.CallsOf("FtpGetCurrentDirectoryA").empty());
 }
 
 TEST_F(FtpTest, No_connection_and_no_reply_is_said) {
   wininet.failing = {"InternetConnectA"};
   EXPECT_FALSE(Test());
-  EXPECT_EQ(box.lines, (Lines{L"", L"FTP Connect test...", L"Cannot connect ..."}));
+  EXPECT_EQ(results.Lines(), (Lines{L"", L"FTP Connect test...", L"Cannot connect ..."}));
 }
 
 TEST_F(FtpTest, A_server_that_cannot_be_reached_is_not_given_the_words_of_an_earlier_one) {
   wininet.replies = {"230 logged in", "257 \"/\"", "226 Transfer complete."};
   EXPECT_TRUE(Test());
-  EXPECT_EQ(box.lines.back(), L"226 Transfer complete.");
+  EXPECT_EQ(results.Lines().back(), L"226 Transfer complete.");
   wininet.failing = {"InternetConnectA"};
   // Timed out, name not resolved, cannot connect, aborted, reset, and a server that hangs up without a word.
   for (const uint32_t error : {12002U, 12007U, 12029U, 12030U, 12031U, 12110U, 0U}) {
     wininet.connectError = error;
-    box.lines.clear();
+    results.ClearList();
     EXPECT_FALSE(Test()) << error;
-    EXPECT_EQ(box.lines, (Lines{L"", L"FTP Connect test...", L"Cannot connect ..."})) << error;
+    EXPECT_EQ(results.Lines(), (Lines{L"", L"FTP Connect test...", L"Cannot connect ..."})) << error;
   }
 }
 
@@ -129,7 +122,7 @@ TEST_F(FtpTest, The_same_refusal_is_shown_each_time) {
     wininet.connectError = error;
     wininet.replies = {"530 Login incorrect."};
     EXPECT_FALSE(Test()) << error;
-    EXPECT_EQ(box.lines.back(), L"530 Login incorrect.") << error;
+    EXPECT_EQ(results.Lines().back(), L"530 Login incorrect.") << error;
   }
 }
 
@@ -139,13 +132,13 @@ TEST_F(FtpTest, A_server_that_hangs_up_is_shown_with_its_own_last_words) {
   wininet.connectError = 12031;
   wininet.replies = {"421 Too many users."};
   EXPECT_FALSE(Test());
-  EXPECT_EQ(box.lines.back(), L"421 Too many users.");
+  EXPECT_EQ(results.Lines().back(), L"421 Too many users.");
 }
 
 TEST_F(FtpTest, Without_a_session_there_is_no_connection) {
   wininet.failing = {"InternetOpenA"};
   EXPECT_FALSE(Test());
-  EXPECT_EQ(box.lines.back(), L"Cannot connect ...");
+  EXPECT_EQ(results.Lines().back(), L"Cannot connect ...");
 }
 
 TEST_F(FtpTest, An_empty_reply_after_a_connection_is_one_empty_line) {
@@ -154,7 +147,7 @@ TEST_F(FtpTest, An_empty_reply_after_a_connection_is_one_empty_line) {
   Lines expected{L"", L"FTP Connect test...", L"", L""};
   for (const std::wstring& line : Listing({})) expected.push_back(line);
   expected.push_back(L"");
-  EXPECT_EQ(box.lines, expected);
+  EXPECT_EQ(results.Lines(), expected);
 }
 
 TEST_F(FtpTest, A_directory_that_cannot_be_read_does_not_change_the_verdict) {
@@ -184,8 +177,8 @@ TEST_F(FtpTest, A_missing_call_gives_everything_back) {
 TEST_F(FtpTest, A_list_that_refuses_a_line_gives_everything_back_at_each_line) {
   for (const char* call : {"InternetConnectA", "FtpGetCurrentDirectoryA", "FtpFindFirstFileA"}) {
     wininet.entries = {FakeWininet::File("a")};
-    box.refusing = false;
-    wininet.onCall = [&](const std::string& name) { box.refusing = box.refusing || name == call; };
+    view.refusing = false;
+    wininet.onCall = [&](const std::string& name) { view.refusing = view.refusing || name == call; };
     EXPECT_THROW(Test(), RuntimeError) << call;
     EXPECT_TRUE(wininet.open.empty()) << call;
     EXPECT_FALSE(busy) << call;
@@ -197,15 +190,15 @@ TEST_F(FtpTest, A_reply_of_megabytes_of_lines_leaves_a_bounded_list) {
   for (int i = 0; i < 300'000; ++i) reply += "220-line\r\n";
   wininet.replies = {reply, "257", "226"};
   EXPECT_TRUE(Test());
-  EXPECT_LE(box.lines.size(), 1001U);
+  EXPECT_LE(results.Lines().size(), 1001U);
 }
 
 TEST_F(FtpTest, A_reply_of_megabytes_without_a_line_end_is_one_line) {
   wininet.failing = {"InternetConnectA"};
   wininet.replies = {std::string(3'000'000, 'x')};
   EXPECT_FALSE(Test());
-  ASSERT_EQ(box.lines.size(), 3U);
-  EXPECT_EQ(box.lines[2].size(), 3'000'000U);
+  ASSERT_EQ(results.Lines().size(), 3U);
+  EXPECT_EQ(results.Lines()[2].size(), 3'000'000U);
 }
 
 TEST_F(FtpTest, Bytes_that_are_no_text_are_shown_as_one_line_and_hide_no_text_after_them) {
@@ -218,16 +211,16 @@ TEST_F(FtpTest, Bytes_that_are_no_text_are_shown_as_one_line_and_hide_no_text_af
   for (wchar_t kana = 0xFF9F; kana >= 0xFF61; --kana) expected.push_back(kana);
   expected.append(17, L'?');
   for (wchar_t letter = 0x7E; letter > 0; --letter) expected.push_back(letter);
-  ASSERT_GE(box.lines.size(), 3U);
-  EXPECT_EQ(box.lines[2], expected);
+  ASSERT_GE(results.Lines().size(), 3U);
+  EXPECT_EQ(results.Lines()[2], expected);
 }
 
 TEST_F(FtpTest, Of_40000_entries_the_last_ones_are_in_the_list_and_the_verdict_stands) {
   for (int i = 0; i < 40'000; ++i) wininet.entries.push_back(FakeWininet::File(std::to_string(100'000 + i)));
   wininet.replies = {"220", "257", "221"};
   EXPECT_TRUE(Test());
-  EXPECT_EQ(box.lines.size(), (2U + 2 + 3 + 40'000 + 1) % 1001);
-  EXPECT_EQ(box.lines[box.lines.size() - 2].substr(0, 6), L"139999");
+  EXPECT_EQ(results.Lines().size(), (2U + 2 + 3 + 40'000 + 1) % 1001);
+  EXPECT_EQ(results.Lines()[results.Lines().size() - 2].substr(0, 6), L"139999");
 }
 
 }  // namespace

@@ -14,8 +14,8 @@ class DebugLaunchTest : public testing::TestWithParam<LanguageMode> {
     journal.clear();
     pc.pump.onEvents = [this] { journal.emplace_back("events"); };
     pc.boxes.onShow = [this] { journal.emplace_back("box"); };
-    LaunchK7ServerDebug({*pc.service, processes, pc.boxes, pc.texts, pc.pump,
-                         [this] { journal.emplace_back("focus on Stop"); }});
+    LaunchK7ServerDebug(pc.context, *pc.service, processes,
+                        [this] { journal.emplace_back("focus on Stop"); });
   }
 
   void ExpectWarning() {
@@ -24,7 +24,7 @@ class DebugLaunchTest : public testing::TestWithParam<LanguageMode> {
               : GetParam() == 0
                   ? L"このコマンドを実行するためには、'Stop' ボタンでK7サーバを停止させる必要があります。"
                   : L"Before execute this command, you have to terminate the K7 Service by 'Stop' button.");
-    EXPECT_EQ(pc.Box().icon, ui::BoxIcon::Exclamation);
+    EXPECT_EQ(pc.Box().icon, report::BoxIcon::Exclamation);
     EXPECT_EQ(pc.Box().title, L"");
     EXPECT_EQ(journal, (std::vector<std::string>{"focus on Stop", "events", "box"}));
     EXPECT_TRUE(processes.commandLines.empty());
@@ -53,7 +53,7 @@ TEST_P(DebugLaunchTest, A_server_that_cannot_be_started_is_told_without_an_icon)
   processes.processId = 0;
   Launch();
   EXPECT_EQ(pc.Box().text, L"Error in Shell(K7Server -debug)");
-  EXPECT_EQ(pc.Box().icon, ui::BoxIcon::None);
+  EXPECT_EQ(pc.Box().icon, report::BoxIcon::None);
 }
 
 TEST_P(DebugLaunchTest, A_service_that_is_not_stopped_is_in_the_way) {

@@ -2,11 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/fakes/fake_boxes.h"
-#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_k7_api.h"
-#include "tests/fakes/fake_pump.h"
-#include "ui/memory/memory_controls.h"
 
 namespace tarvik::test {
 namespace {
@@ -14,11 +11,10 @@ namespace {
 using Lines = std::vector<std::wstring>;
 using Calls = std::vector<std::string>;
 
-class K7ApiTestTest : public testing::Test {
+class K7ApiTest : public testing::Test, protected FakeContext {
  protected:
   bool Run(const std::wstring& count = L"1", const std::wstring& address = L"192.168.1.1") {
-    return RunK7ApiTest({results, boxes, pump, codePage, k7Api, mode}, address, host, count,
-                        L"a number is required");
+    return RunK7ApiTest(context, k7Api, codePage, address, host, count, L"a number is required");
   }
   /// What every test leaves behind, however it ended.
   void ExpectEverythingGivenBack() {
@@ -28,20 +24,13 @@ class K7ApiTestTest : public testing::Test {
     EXPECT_EQ(k7Api.calls.back(), "K7_WSACleanup");
   }
 
-  ui::MemoryFocus focus;
-  ui::MemoryListBox box{focus};
-  ResultList results{box};
-  FakeBoxes boxes;
-  FakePump pump;
-  FakeCodePage codePage;
   FakeK7Api k7Api;
-  LanguageMode mode = 1;
   std::wstring host = L"127.0.0.1";
 };
 
-TEST_F(K7ApiTestTest, Three_cycles_with_a_live_CNC_are_five_lines_and_three_seconds) {
+TEST_F(K7ApiTest, Three_cycles_with_a_live_CNC_are_five_lines_and_three_seconds) {
   EXPECT_TRUE(Run(L"3"));
-  EXPECT_EQ(box.lines,
+  EXPECT_EQ(results.Lines(),
             (Lines{L"", L"K7Api test....", L"00001 Live=True", L"00002 Live=True", L"00003 Live=True"}));
   EXPECT_EQ(pump.now, 3000U);
   EXPECT_EQ(pump.sleeps, std::vector<uint32_t>(12, 250));
@@ -49,24 +38,24 @@ TEST_F(K7ApiTestTest, Three_cycles_with_a_live_CNC_are_five_lines_and_three_seco
   ExpectEverythingGivenBack();
 }
 
-TEST_F(K7ApiTestTest, The_calls_come_in_their_order) {
+TEST_F(K7ApiTest, The_calls_come_in_their_order) {
   Run();
   EXPECT_EQ(k7Api.calls, (Calls{"K7_WSAStartup", "K7_AllocHandle", "K7_ConnectServer", "K7_CheckReboot2",
                                 "K7_FreeHandle", "K7_WSACleanup"}));
 }
 
-TEST_F(K7ApiTestTest, Every_value_but_zero_is_live) {
+TEST_F(K7ApiTest, Every_value_but_zero_is_live) {
   for (const int16_t live : {int16_t{-1}, int16_t{2}}) {
     k7Api.live = live;
     Run();
-    EXPECT_EQ(box.lines.back(), L"00001 Live=True");
+    EXPECT_EQ(results.Lines().back(), L"00001 Live=True");
   }
   k7Api.live = 0;
   Run();
-  EXPECT_EQ(box.lines.back(), L"00001 Live=False");
+  EXPECT_EQ(results.Lines().back(), L"00001 Live=False");
 }
 
-TEST_F(K7ApiTestTest, The_first_check_gets_zeros_and_the_later_ones_the_states_of_the_check_before) {
+TEST_F(K7ApiTest, The_first_check_gets_zeros_and_the_later_ones_the_states_of_the_check_before) {
   Run(L"3");
   ASSERT_EQ(k7Api.checks.size(), 3U);
   EXPECT_EQ(k7Api.checks[0].stateA, 0);
@@ -77,14 +66,14 @@ TEST_F(K7ApiTestTest, The_first_check_gets_zeros_and_the_later_ones_the_states_o
   EXPECT_EQ(k7Api.checks[2].handle, 5);
 }
 
-TEST_F(K7ApiTestTest, Without_an_address_there_is_an_empty_box_and_only_the_clean_up) {
+TEST_F(K7ApiTest, Without_an_address_there_is_an_empty_box_and_only_the_clean_up) {
   EXPECT_FALSE(Run(L"1", L""));
   EXPECT_EQ(boxes.Texts(), Lines{L""});
-  EXPECT_TRUE(box.lines.empty());
+  EXPECT_TRUE(results.Lines().empty());
   EXPECT_EQ(k7Api.calls, Calls{"K7_WSACleanup"});
 }
 
-TEST_F(K7ApiTestTest, A_handle_that_is_refused_is_told) {
+TEST_F(K7ApiTest, A_handle_that_is_refused_is_told) {
   k7Api.allocResult = 1;
   k7Api.handle = 0;
   EXPECT_FALSE(Run());
@@ -94,7 +83,7 @@ TEST_F(K7ApiTestTest, A_handle_that_is_refused_is_told) {
   ExpectEverythingGivenBack();
 }
 
-TEST_F(K7ApiTestTest, A_handle_that_came_with_a_failure_is_released_all_the_same) {
+TEST_F(K7ApiTest, A_handle_that_came_with_a_failure_is_released_all_the_same) {
   k7Api.allocResult = -1;
   k7Api.handle = -7;
   EXPECT_FALSE(Run());
@@ -102,7 +91,7 @@ TEST_F(K7ApiTestTest, A_handle_that_came_with_a_failure_is_released_all_the_same
   ExpectEverythingGivenBack();
 }
 
-TEST_F(K7ApiTestTest, A_failed_connection_names_the_host) {
+TEST_F(K7ApiTest, A_failed_connection_names_the_host) {
   k7Api.connectResult = 0;
   k7Api.errorCode = 0x1009F005;
   k7Api.systemError = -2;
@@ -115,25 +104,25 @@ TEST_F(K7ApiTestTest, A_failed_connection_names_the_host) {
   ExpectEverythingGivenBack();
 }
 
-TEST_F(K7ApiTestTest, A_failed_check_ends_the_test_and_keeps_the_lines_before_it) {
+TEST_F(K7ApiTest, A_failed_check_ends_the_test_and_keeps_the_lines_before_it) {
   k7Api.goodChecks = 1;
   k7Api.errorCode = 0x1009F003;
   k7Api.systemError = 0x2AB;
   EXPECT_FALSE(Run(L"5"));
-  EXPECT_EQ(box.lines, (Lines{L"", L"K7Api test....", L"00001 Live=True"}));
+  EXPECT_EQ(results.Lines(), (Lines{L"", L"K7Api test....", L"00001 Live=True"}));
   EXPECT_EQ(boxes.Texts(),
             Lines{L"Failed to K7_CheckReboot:Not connected to K7 Server:SystemError=2AB:hdl=5"});
   ExpectEverythingGivenBack();
 }
 
-TEST_F(K7ApiTestTest, The_box_is_shown_before_anything_is_given_back) {
+TEST_F(K7ApiTest, The_box_is_shown_before_anything_is_given_back) {
   k7Api.connectResult = 0;
   boxes.onShow = [this] { EXPECT_EQ(k7Api.openHandles.size(), 1U); };
   EXPECT_FALSE(Run());
   ExpectEverythingGivenBack();
 }
 
-TEST_F(K7ApiTestTest, Messages_are_Japanese_with_the_built_in_Japanese_texts) {
+TEST_F(K7ApiTest, Messages_are_Japanese_with_the_built_in_Japanese_texts) {
   mode = kBuiltInJapanese;
   k7Api.allocResult = 1;
   k7Api.handle = 0;
@@ -141,14 +130,14 @@ TEST_F(K7ApiTestTest, Messages_are_Japanese_with_the_built_in_Japanese_texts) {
   EXPECT_EQ(boxes.Texts(), Lines{L"Failed to K7_AllocHandle:空きハンドルがありません:SystemError=0:hdl=0"});
 }
 
-TEST_F(K7ApiTestTest, An_unknown_error_code_leaves_its_text_empty) {
+TEST_F(K7ApiTest, An_unknown_error_code_leaves_its_text_empty) {
   k7Api.connectResult = 0;
   k7Api.errorCode = 12345;
   Run();
   EXPECT_EQ(boxes.Texts(), Lines{L"Failed to K7_ConnectServer::SystemError=0:hdl=5 [127.0.0.1]"});
 }
 
-TEST_F(K7ApiTestTest, A_count_of_zero_or_less_connects_and_runs_no_cycle) {
+TEST_F(K7ApiTest, A_count_of_zero_or_less_connects_and_runs_no_cycle) {
   for (const wchar_t* const count : {L"0", L"-5", L"-2147483648"}) {
     k7Api.calls.clear();
     EXPECT_TRUE(Run(count)) << count;
@@ -158,7 +147,7 @@ TEST_F(K7ApiTestTest, A_count_of_zero_or_less_connects_and_runs_no_cycle) {
   }
 }
 
-TEST_F(K7ApiTestTest, A_count_that_is_no_number_is_told_with_its_range) {
+TEST_F(K7ApiTest, A_count_that_is_no_number_is_told_with_its_range) {
   for (const wchar_t* const count : {L"", L"ten", L"1.5", L"2147483648"}) {
     k7Api.calls.clear();
     boxes.boxes.clear();
@@ -169,10 +158,10 @@ TEST_F(K7ApiTestTest, A_count_that_is_no_number_is_told_with_its_range) {
   }
 }
 
-TEST_F(K7ApiTestTest, A_stop_in_the_second_cycle_takes_effect_at_the_end_of_its_second) {
+TEST_F(K7ApiTest, A_stop_in_the_second_cycle_takes_effect_at_the_end_of_its_second) {
   pump.stopAt = 1400;
   EXPECT_TRUE(Run(L"10"));
-  EXPECT_EQ(box.lines.back(), L"00002 Live=True");
+  EXPECT_EQ(results.Lines().back(), L"00002 Live=True");
   EXPECT_EQ(pump.now, 2000U);
   EXPECT_EQ(pump.sleeps.size(), 8U);
   EXPECT_EQ(pump.eventRounds, 8);
@@ -180,36 +169,36 @@ TEST_F(K7ApiTestTest, A_stop_in_the_second_cycle_takes_effect_at_the_end_of_its_
   ExpectEverythingGivenBack();
 }
 
-TEST_F(K7ApiTestTest, The_end_of_the_program_ends_the_test_at_once) {
+TEST_F(K7ApiTest, The_end_of_the_program_ends_the_test_at_once) {
   pump.onEvents = [this] { pump.ending = pump.now >= 250; };
   EXPECT_TRUE(Run(L"10"));
   EXPECT_EQ(pump.now, 250U);
-  EXPECT_EQ(box.lines.back(), L"00001 Live=True");
+  EXPECT_EQ(results.Lines().back(), L"00001 Live=True");
   ExpectEverythingGivenBack();
 }
 
-TEST_F(K7ApiTestTest, The_cycle_number_grows_beyond_five_digits_and_the_largest_count_does_not_overflow) {
+TEST_F(K7ApiTest, The_cycle_number_grows_beyond_five_digits_and_the_largest_count_does_not_overflow) {
   // The stop is looked at in the pause only, so the calls can be counted without it.
   pump.onEvents = [this] { pump.stop = k7Api.checks.size() >= 100001; };
   EXPECT_TRUE(Run(L"2147483647"));
-  EXPECT_EQ(box.lines.back(), L"100001 Live=True");
+  EXPECT_EQ(results.Lines().back(), L"100001 Live=True");
 }
 
-TEST_F(K7ApiTestTest, Texts_are_handed_over_in_256_zero_filled_bytes) {
+TEST_F(K7ApiTest, Texts_are_handed_over_in_256_zero_filled_bytes) {
   Run();
   EXPECT_EQ(k7Api.connectedTo, "127.0.0.1");
   EXPECT_EQ(k7Api.checks.at(0).address, "192.168.1.1");
   EXPECT_TRUE(k7Api.zeroFilled);
 }
 
-TEST_F(K7ApiTestTest, A_text_longer_than_the_buffer_still_ends_in_a_zero) {
+TEST_F(K7ApiTest, A_text_longer_than_the_buffer_still_ends_in_a_zero) {
   host = std::wstring(1000, L'h');
   Run();
   EXPECT_EQ(k7Api.connectedTo, std::string(1000, 'h'));
   EXPECT_EQ(host, std::wstring(1000, L'h'));
 }
 
-TEST_F(K7ApiTestTest, What_the_library_writes_over_the_texts_is_taken_back) {
+TEST_F(K7ApiTest, What_the_library_writes_over_the_texts_is_taken_back) {
   k7Api.hostAfter = std::string("10.0.0.7\0", 9);
   k7Api.addressAfter = std::string("cnc\0", 4);
   Run(L"2");
@@ -219,7 +208,7 @@ TEST_F(K7ApiTestTest, What_the_library_writes_over_the_texts_is_taken_back) {
   EXPECT_TRUE(k7Api.zeroFilled);
 }
 
-TEST_F(K7ApiTestTest, A_text_that_the_library_leaves_without_an_end_is_read_no_further_than_its_buffer) {
+TEST_F(K7ApiTest, A_text_that_the_library_leaves_without_an_end_is_read_no_further_than_its_buffer) {
   k7Api.hostAfter = std::string(256, 'x');
   k7Api.addressAfter = std::string(256, 'y');
   EXPECT_TRUE(Run(L"2"));
@@ -227,30 +216,30 @@ TEST_F(K7ApiTestTest, A_text_that_the_library_leaves_without_an_end_is_read_no_f
   EXPECT_EQ(k7Api.checks.at(1).address, std::string(256, 'y'));
 }
 
-TEST_F(K7ApiTestTest, Outputs_that_the_library_does_not_fill_are_zero) {
+TEST_F(K7ApiTest, Outputs_that_the_library_does_not_fill_are_zero) {
   k7Api.halfFilled = true;
   EXPECT_TRUE(Run(L"2"));
-  EXPECT_EQ(box.lines.back(), L"00002 Live=False");
+  EXPECT_EQ(results.Lines().back(), L"00002 Live=False");
   EXPECT_EQ(k7Api.checks.at(1).stateA, 0);
   k7Api.connectResult = 0;
   EXPECT_FALSE(Run());
   EXPECT_EQ(boxes.Texts(), Lines{L"Failed to K7_ConnectServer:No Error:SystemError=0:hdl=5 [127.0.0.1]"});
 }
 
-TEST_F(K7ApiTestTest, A_handle_of_zero_with_a_good_result_is_used_and_not_released) {
+TEST_F(K7ApiTest, A_handle_of_zero_with_a_good_result_is_used_and_not_released) {
   k7Api.handle = 0;
   EXPECT_TRUE(Run());
   EXPECT_EQ(k7Api.Count("K7_FreeHandle"), 0);
   ExpectEverythingGivenBack();
 }
 
-TEST_F(K7ApiTestTest, A_library_that_cannot_be_loaded_is_an_error_for_the_event_boundary) {
+TEST_F(K7ApiTest, A_library_that_cannot_be_loaded_is_an_error_for_the_event_boundary) {
   k7Api.missing = true;
   EXPECT_THROW(Run(), RuntimeError);
 }
 
-TEST_F(K7ApiTestTest, A_list_that_refuses_a_line_gives_everything_back) {
-  k7Api.onCheck = [this] { box.refusing = true; };
+TEST_F(K7ApiTest, A_list_that_refuses_a_line_gives_everything_back) {
+  k7Api.onCheck = [this] { view.refusing = true; };
   EXPECT_THROW(Run(), RuntimeError);
   ExpectEverythingGivenBack();
 }

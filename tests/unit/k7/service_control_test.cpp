@@ -107,7 +107,7 @@ INSTANTIATE_TEST_SUITE_P(, K7ServiceTest, testing::Values(-1, 0, 1), [](const au
 TEST_P(K7ServiceTest, Refreshing_shows_the_state) {
   for (const int32_t state : {kStopped, kStartPending, kStopPending, kRunning}) {
     pc.library.status = state;
-    RefreshK7ServiceState(pc.Tools());
+    pc.Refresh();
     EXPECT_EQ(pc.shown.back(), state);
   }
   EXPECT_EQ(pc.library.calls.front(), "Query K7Server -1");
@@ -116,7 +116,7 @@ TEST_P(K7ServiceTest, Refreshing_shows_the_state) {
 
 TEST_P(K7ServiceTest, Refreshing_tells_a_failed_query_and_shows_no_state) {
   pc.library.queryResult = 5;
-  RefreshK7ServiceState(pc.Tools());
+  pc.Refresh();
   EXPECT_EQ(pc.Box().text, GetParam() == 0 ? L"K7Server の動作状態の確認に失敗しました Err=0x5"
                                            : L"Can't get status information of \"K7Server\". Err=0x5");
   EXPECT_TRUE(pc.shown.empty());
@@ -125,7 +125,7 @@ TEST_P(K7ServiceTest, Refreshing_tells_a_failed_query_and_shows_no_state) {
 
 TEST_P(K7ServiceTest, Refreshing_leaves_the_boxes_off_also_when_the_library_cannot_be_used) {
   pc.library.missing = true;
-  EXPECT_THROW(RefreshK7ServiceState(pc.Tools()), RuntimeError);
+  EXPECT_THROW(pc.Refresh(), RuntimeError);
   pc.library.missing = false;
   ExpectBoxesOff();
 }
@@ -133,7 +133,7 @@ TEST_P(K7ServiceTest, Refreshing_leaves_the_boxes_off_also_when_the_library_cann
 // Start
 
 TEST_P(K7ServiceTest, Start_while_running_only_says_so) {
-  StartK7Service(pc.Tools());
+  pc.Start();
   ExpectSaid({kAlreadyRunning});
   EXPECT_EQ(pc.library.calls.size(), 1U);
   EXPECT_TRUE(pc.shown.empty());
@@ -145,7 +145,7 @@ TEST_P(K7ServiceTest, Start_waits_until_the_service_is_seen_running) {
   pc.library.slowness = 3;
   pc.library.pending = kStartPending;
   KeepJournal();
-  StartK7Service(pc.Tools());
+  pc.Start();
   ExpectSaid({kStarting, kStarted});
   EXPECT_EQ(pc.library.Count("Start K7Server -1"), 1);
   EXPECT_EQ(pc.shown, std::vector<int32_t>{kRunning});
@@ -160,7 +160,7 @@ TEST_P(K7ServiceTest, Start_waits_until_the_service_is_seen_running) {
 TEST_P(K7ServiceTest, Start_that_is_seen_at_the_40th_try_counts) {
   pc.library.status = kStopped;
   pc.library.slowness = 40;
-  StartK7Service(pc.Tools());
+  pc.Start();
   ExpectSaid({kStarting, kStarted});
   EXPECT_EQ(pc.pump.now, 39U * 250);
 }
@@ -168,7 +168,7 @@ TEST_P(K7ServiceTest, Start_that_is_seen_at_the_40th_try_counts) {
 TEST_P(K7ServiceTest, Start_that_would_be_seen_at_the_41st_try_does_not) {
   pc.library.status = kStopped;
   pc.library.slowness = 41;
-  StartK7Service(pc.Tools());
+  pc.Start();
   ExpectSaid({kStarting, kCannotStart});
   EXPECT_EQ(pc.library.Count("Query"), 41);  // one before the start
   EXPECT_EQ(pc.pump.now, 40U * 250);
@@ -179,8 +179,8 @@ TEST_P(K7ServiceTest, A_stop_request_of_a_run_does_not_shorten_the_polling) {
   pc.boxes.answerYes = true;
   pc.library.slowness = 40;
   pc.pump.stop = true;
-  StopK7Service(pc.Tools());
-  StartK7Service(pc.Tools());
+  pc.Stop();
+  pc.Start();
   ExpectSaid({kConfirm, kStoppedNow, kStarting, kStarted});
   EXPECT_EQ(pc.pump.now, 2 * 39U * 250);
 }
@@ -189,7 +189,7 @@ TEST_P(K7ServiceTest, The_end_of_the_program_does_not_wait_for_the_polling) {
   pc.library.status = kStopped;
   pc.library.slowness = 41;
   pc.pump.ending = true;
-  StartK7Service(pc.Tools());
+  pc.Start();
   EXPECT_EQ(pc.pump.now, 0U);
 }
 
@@ -197,14 +197,14 @@ TEST_P(K7ServiceTest, Start_is_tried_in_a_pending_state) {
   for (const int32_t state : {kStartPending, kStopPending}) {
     pc.library.status = state;
     pc.boxes.boxes.clear();
-    StartK7Service(pc.Tools());
+    pc.Start();
     ExpectSaid({kStarting, kStarted});
   }
 }
 
 TEST_P(K7ServiceTest, Start_is_tried_when_the_query_fails_and_every_failure_has_its_box) {
   pc.library.queryResult = 5;
-  StartK7Service(pc.Tools());
+  pc.Start();
   ASSERT_EQ(pc.boxes.boxes.size(), 1U + 1U + 40U + 1U);
   EXPECT_EQ(pc.boxes.boxes[1].text, kStarting.In(GetParam()));
   EXPECT_EQ(pc.boxes.boxes.back().text, kCannotStart.In(GetParam()));
@@ -214,20 +214,20 @@ TEST_P(K7ServiceTest, Start_is_tried_when_the_query_fails_and_every_failure_has_
 TEST_P(K7ServiceTest, Start_that_the_library_refuses_is_polled_all_the_same) {
   pc.library.status = kStopped;
   pc.library.startResult = 5;
-  StartK7Service(pc.Tools());
+  pc.Start();
   ASSERT_EQ(pc.boxes.boxes.size(), 3U);
   EXPECT_EQ(pc.boxes.boxes[0].text, GetParam() == 0 ? L"K7Server の開始に失敗しました Err=0x5"
                                                     : L"Can't Start \"K7Server\". Err=0x5");
-  EXPECT_EQ(pc.boxes.boxes[0].icon, ui::BoxIcon::Exclamation);
+  EXPECT_EQ(pc.boxes.boxes[0].icon, report::BoxIcon::Exclamation);
   EXPECT_EQ(pc.boxes.boxes[2].text, kCannotStart.In(GetParam()));
-  EXPECT_EQ(pc.boxes.boxes[2].icon, ui::BoxIcon::None);
+  EXPECT_EQ(pc.boxes.boxes[2].icon, report::BoxIcon::None);
   ExpectBoxesOff();
 }
 
 TEST_P(K7ServiceTest, Start_of_a_service_that_is_not_there_ends) {
   pc.library.queryResult = pc.library.startResult = FakeSvcKit::kNoService;
   pc.library.status = kRunning;
-  StartK7Service(pc.Tools());
+  pc.Start();
   ASSERT_EQ(pc.boxes.boxes.size(), 3U);
   EXPECT_EQ(pc.boxes.boxes[2].text, kCannotStart.In(GetParam()));
   EXPECT_TRUE(pc.shown.empty());
@@ -236,7 +236,7 @@ TEST_P(K7ServiceTest, Start_of_a_service_that_is_not_there_ends) {
 TEST_P(K7ServiceTest, Start_leaves_the_boxes_off_when_the_library_breaks_in_the_middle) {
   pc.library.status = kStopped;
   pc.library.onQuery = [this] { pc.library.missing = true; };
-  EXPECT_THROW(StartK7Service(pc.Tools()), RuntimeError);
+  EXPECT_THROW(pc.Start(), RuntimeError);
   pc.library.onQuery = nullptr;
   pc.library.missing = false;
   ExpectBoxesOff();
@@ -246,22 +246,22 @@ TEST_P(K7ServiceTest, Start_leaves_the_boxes_off_when_the_library_breaks_in_the_
 
 TEST_P(K7ServiceTest, Stop_while_stopped_only_says_so) {
   pc.library.status = kStopped;
-  StopK7Service(pc.Tools());
+  pc.Stop();
   ExpectSaid({kAlreadyStopped});
   EXPECT_EQ(pc.library.calls.size(), 1U);
   ExpectBoxesOff();
 }
 
 TEST_P(K7ServiceTest, Stop_asks_with_No_as_its_default) {
-  StopK7Service(pc.Tools());
+  pc.Stop();
   ExpectSaid({kConfirm});
   EXPECT_TRUE(pc.Box().asksYesNo);
   EXPECT_TRUE(pc.Box().defaultIsNo);
-  EXPECT_EQ(pc.Box().icon, ui::BoxIcon::Exclamation);
+  EXPECT_EQ(pc.Box().icon, report::BoxIcon::Exclamation);
 }
 
 TEST_P(K7ServiceTest, Stop_that_is_refused_stops_nothing_and_says_no_more) {
-  StopK7Service(pc.Tools());
+  pc.Stop();
   EXPECT_EQ(pc.library.Count("Stop"), 0);
   EXPECT_EQ(pc.boxes.boxes.size(), 1U);
   EXPECT_TRUE(pc.pump.sleeps.empty());
@@ -273,7 +273,7 @@ TEST_P(K7ServiceTest, Stop_waits_until_the_service_is_seen_stopped) {
   pc.library.slowness = 2;
   pc.library.pending = kStopPending;
   KeepJournal();
-  StopK7Service(pc.Tools());
+  pc.Stop();
   ExpectSaid({kConfirm, kStoppedNow});
   EXPECT_EQ(pc.library.Count("Stop K7Server -1"), 1);
   EXPECT_EQ(pc.shown, std::vector<int32_t>{kStopped});
@@ -287,14 +287,14 @@ TEST_P(K7ServiceTest, Stop_waits_until_the_service_is_seen_stopped) {
 TEST_P(K7ServiceTest, Stop_that_is_seen_at_the_40th_try_counts) {
   pc.boxes.answerYes = true;
   pc.library.slowness = 40;
-  StopK7Service(pc.Tools());
+  pc.Stop();
   ExpectSaid({kConfirm, kStoppedNow});
 }
 
 TEST_P(K7ServiceTest, Stop_that_would_be_seen_at_the_41st_try_does_not) {
   pc.boxes.answerYes = true;
   pc.library.slowness = 41;
-  StopK7Service(pc.Tools());
+  pc.Stop();
   ExpectSaid({kConfirm, kCannotStop});
   EXPECT_EQ(pc.pump.now, 40U * 250);
   EXPECT_TRUE(pc.shown.empty());
@@ -305,7 +305,7 @@ TEST_P(K7ServiceTest, Stop_is_tried_in_a_pending_state) {
   for (const int32_t state : {kStartPending, kStopPending}) {
     pc.library.status = state;
     pc.boxes.boxes.clear();
-    StopK7Service(pc.Tools());
+    pc.Stop();
     ExpectSaid({kConfirm, kStoppedNow});
   }
 }
@@ -313,7 +313,7 @@ TEST_P(K7ServiceTest, Stop_is_tried_in_a_pending_state) {
 TEST_P(K7ServiceTest, Stop_is_tried_when_the_query_fails) {
   pc.boxes.answerYes = true;
   pc.library.queryResult = 5;
-  StopK7Service(pc.Tools());
+  pc.Stop();
   ASSERT_EQ(pc.boxes.boxes.size(), 1U + 1U + 40U + 1U);
   EXPECT_TRUE(pc.boxes.boxes[1].asksYesNo);
   EXPECT_EQ(pc.boxes.boxes.back().text, kCannotStop.In(GetParam()));
@@ -322,7 +322,7 @@ TEST_P(K7ServiceTest, Stop_is_tried_when_the_query_fails) {
 TEST_P(K7ServiceTest, Stop_that_the_library_refuses_is_polled_all_the_same) {
   pc.boxes.answerYes = true;
   pc.library.stopResult = 1052;
-  StopK7Service(pc.Tools());
+  pc.Stop();
   ASSERT_EQ(pc.boxes.boxes.size(), 3U);
   EXPECT_EQ(pc.boxes.boxes[1].text, GetParam() == 0 ? L"K7Server の停止に失敗しました Err=0x41C"
                                                     : L"Can't stop \"K7Server\". Err=0x41C");

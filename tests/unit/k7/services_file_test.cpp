@@ -53,7 +53,7 @@ class ServicesFileTest : public testing::Test {
     ASSERT_EQ(boxes.boxes.size(), 1U);
     EXPECT_EQ(boxes.boxes[0].text, text);
     EXPECT_TRUE(boxes.boxes[0].systemModal);
-    EXPECT_EQ(boxes.boxes[0].icon, ui::BoxIcon::Critical);
+    EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Critical);
   }
 
   FakeCodePage codePage;

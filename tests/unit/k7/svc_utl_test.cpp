@@ -35,7 +35,7 @@ class SvcUtlTest : public testing::Test {
       if (!boxesOn) continue;
       EXPECT_EQ(pc.Box().title, expected.title);
       EXPECT_EQ(pc.Box().text, expected.text);
-      EXPECT_EQ(pc.Box().icon, ui::BoxIcon::Exclamation);
+      EXPECT_EQ(pc.Box().icon, report::BoxIcon::Exclamation);
       EXPECT_FALSE(pc.Box().asksYesNo);
     }
   }
@@ -250,7 +250,7 @@ TEST_F(SvcUtlTest, Removal_of_a_running_service_asks_in_both_languages) {
     EXPECT_EQ(pc.library.calls, (Calls{"Query Spooler -1", "Stop Spooler -1", "Remove Spooler"}));
     EXPECT_EQ(pc.pump.sleeps, std::vector<uint32_t>{1000});
     EXPECT_TRUE(pc.Box().asksYesNo);
-    EXPECT_EQ(pc.Box().icon, ui::BoxIcon::Exclamation);
+    EXPECT_EQ(pc.Box().icon, report::BoxIcon::Exclamation);
     EXPECT_FALSE(pc.Box().defaultIsNo);
     EXPECT_EQ(pc.Box().title, mode == kJapaneseMode ? L"サービスの削除確認" : L"Remove System Service");
     EXPECT_EQ(pc.Box().text, mode == kJapaneseMode
@@ -339,7 +339,7 @@ TEST_F(SvcUtlTest, Its_end_tells_that_it_is_still_initialised) {
     pc.service.reset();
     EXPECT_EQ(pc.Box().text, L"SvcUtl is not Terminated");
     EXPECT_EQ(pc.Box().title, L"");
-    EXPECT_EQ(pc.Box().icon, ui::BoxIcon::None);
+    EXPECT_EQ(pc.Box().icon, report::BoxIcon::None);
   }
 }
 

@@ -3,11 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/runtime_error.h"
-#include "tests/fakes/fake_boxes.h"
-#include "tests/fakes/fake_code_page.h"
-#include "tests/fakes/fake_files.h"
-#include "tests/fakes/fake_processes.h"
-#include "tests/fakes/fake_pump.h"
+#include "tests/unit/net/recorded_pc.h"
 
 namespace tarvik::test {
 namespace {
@@ -17,26 +13,20 @@ using Lines = std::vector<std::wstring>;
 const std::wstring kBatch = L"C:\\Tarvik\\ipconfig.bat";
 const std::wstring kOutput = L"C:\\Tarvik\\ipconfig.txt";
 
-struct IpconfigCommandTest : testing::Test {
+struct IpconfigCommandTest : testing::Test, FakePc {
   IpconfigCommandTest() {
     processes.onStart = [this] {
       files.contents[kOutput] = "IP Address: 192.168.1.10\r\nSubnet Mask: 255.255.255.0\r\n";
     };
   }
 
-  bool Run() { return GetIPConfig({files, processes, codePage, boxes, pump, folder}, list); }
+  bool Run() { return GetIPConfig(context, libraries, list); }
 
   void ExpectNothingLeftBehind() {
     EXPECT_TRUE(files.contents.empty());
     EXPECT_TRUE(processes.openHandles.empty());
   }
 
-  std::wstring folder = L"C:\\Tarvik";
-  FakeFiles files;
-  FakeProcesses processes;
-  FakeCodePage codePage;
-  FakeBoxes boxes;
-  FakePump pump;
   std::vector<LocalAddressRecord> list{{L"9.9.9.9", L"", {}}};
 };
 

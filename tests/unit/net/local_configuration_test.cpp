@@ -2,14 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/fakes/fake_boxes.h"
-#include "tests/fakes/fake_code_page.h"
-#include "tests/fakes/fake_files.h"
-#include "tests/fakes/fake_ip_helper.h"
-#include "tests/fakes/fake_os_version.h"
-#include "tests/fakes/fake_processes.h"
-#include "tests/fakes/fake_pump.h"
-#include "tests/fakes/fake_winsock.h"
+#include "tests/unit/net/recorded_pc.h"
 
 namespace tarvik::test {
 namespace {
@@ -49,7 +42,7 @@ TEST(GetOsKind, A_query_that_fails_is_not_supported) {
   EXPECT_EQ(kind, -1);
 }
 
-struct LocalConfigurationTest : testing::Test {
+struct LocalConfigurationTest : testing::Test, FakePc {
   LocalConfigurationTest() {
     winsock.AddInterface("127.0.0.1", "255.0.0.0");
     winsock.AddInterface("192.168.1.10", "255.255.255.0");
@@ -59,20 +52,8 @@ struct LocalConfigurationTest : testing::Test {
     };
   }
 
-  bool Get() {
-    return GetIpConfiguration(osVersion, winsock, ipHelper, {files, processes, codePage, boxes, pump, folder},
-                              list);
-  }
+  bool Get() { return GetIpConfiguration(context, libraries, list); }
 
-  const std::wstring folder = L"C:\\Tarvik";
-  FakeOsVersion osVersion;
-  FakeWinsock winsock;
-  FakeIpHelper ipHelper;
-  FakeFiles files;
-  FakeProcesses processes;
-  FakeCodePage codePage;
-  FakeBoxes boxes;
-  FakePump pump;
   std::vector<LocalAddressRecord> list;
 };
 

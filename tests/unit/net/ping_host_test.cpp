@@ -5,12 +5,7 @@
 #include <iterator>
 
 #include "platform/runtime_error.h"
-#include "tests/fakes/fake_boxes.h"
-#include "tests/fakes/fake_code_page.h"
-#include "tests/fakes/fake_icmp.h"
-#include "tests/fakes/fake_pump.h"
-#include "tests/fakes/fake_winsock.h"
-#include "ui/memory/memory_controls.h"
+#include "tests/unit/net/recorded_pc.h"
 
 namespace tarvik::test {
 namespace {
@@ -64,31 +59,20 @@ TEST(IcmpLibraryTest, The_librarys_failure_is_no_handle) {
   EXPECT_EQ(IcmpLibrary::CreatedHandle(0x1CEB00DA), 0x1CEB00DA);
 }
 
-struct PingHostTest : testing::Test {
-  bool Ping(const std::wstring& host, int32_t count) {
-    return PingHost({results, boxes, pump, winsock, codePage, icmp, 0x1CEB00DA}, host, count);
-  }
-
-  ui::MemoryFocus focus;
-  ui::MemoryListBox box{focus};
-  ResultList results{box};
-  FakeBoxes boxes;
-  FakePump pump;
-  FakeWinsock winsock;
-  FakeCodePage codePage;
-  FakeIcmp icmp;
+struct PingHostTest : testing::Test, FakePc {
+  bool Ping(const std::wstring& host, int32_t count) { return PingHost(context, libraries, host, count); }
 };
 
 TEST_F(PingHostTest, An_answer_is_one_line_with_bytes_time_and_TTL) {
   icmp.script = {FakeIcmp::Reply("192.168.1.10", 0, 17, 128)};
   EXPECT_TRUE(Ping(L"192.168.1.10", 1));
-  EXPECT_EQ(box.lines, Lines{L"0001 Reply From 192.168.1.10: bytes=32 time=17ms TTL=128"});
+  EXPECT_EQ(results.Lines(), Lines{L"0001 Reply From 192.168.1.10: bytes=32 time=17ms TTL=128"});
 }
 
 TEST_F(PingHostTest, The_line_names_who_answered) {
   icmp.script = {FakeIcmp::Reply("10.0.0.1")};
   EXPECT_TRUE(Ping(L"192.168.1.10", 1));
-  EXPECT_EQ(box.lines, Lines{L"0001 Reply From 10.0.0.1: bytes=32 time=1ms TTL=64"});
+  EXPECT_EQ(results.Lines(), Lines{L"0001 Reply From 10.0.0.1: bytes=32 time=1ms TTL=64"});
 }
 
 TEST_F(PingHostTest, An_echo_is_32_blanks_without_options_and_waits_100_ms) {
@@ -107,7 +91,7 @@ TEST_F(PingHostTest, A_count_of_zero_sends_nothing_writes_nothing_and_fails) {
   icmp.AddHost("192.168.1.10");
   EXPECT_FALSE(Ping(L"192.168.1.10", 0));
   EXPECT_TRUE(icmp.requests.empty());
-  EXPECT_TRUE(box.lines.empty());
+  EXPECT_TRUE(results.Lines().empty());
   EXPECT_EQ(pump.now, 0u);
 }
 
@@ -120,34 +104,35 @@ TEST_F(PingHostTest, A_negative_count_sends_nothing) {
 TEST_F(PingHostTest, A_host_that_does_not_answer_gives_the_code_of_the_call_and_fails) {
   icmp.script = {FakeIcmp::TimedOut(), FakeIcmp::TimedOut(6)};
   EXPECT_FALSE(Ping(L"192.168.1.10", 2));
-  EXPECT_EQ(box.lines, (Lines{L"ICMP_Error:11010", L"ICMP_Error:6"}));
+  EXPECT_EQ(results.Lines(), (Lines{L"ICMP_Error:11010", L"ICMP_Error:6"}));
 }
 
 TEST_F(PingHostTest, One_answer_among_many_echoes_is_enough) {
   icmp.script = {FakeIcmp::TimedOut(), FakeIcmp::Reply("192.168.1.10"), FakeIcmp::TimedOut()};
   EXPECT_TRUE(Ping(L"192.168.1.10", 3));
-  EXPECT_EQ(box.lines, (Lines{L"ICMP_Error:11010", L"0002 Reply From 192.168.1.10: bytes=32 time=1ms TTL=64",
-                              L"ICMP_Error:11010"}));
+  EXPECT_EQ(results.Lines(),
+            (Lines{L"ICMP_Error:11010", L"0002 Reply From 192.168.1.10: bytes=32 time=1ms TTL=64",
+                   L"ICMP_Error:11010"}));
 }
 
 TEST_F(PingHostTest, A_reply_with_a_status_names_the_target_and_counts_as_an_answer) {
   icmp.script = {FakeIcmp::Reply("10.0.0.1", 11003)};
   EXPECT_TRUE(Ping(L"192.168.1.10", 1));
-  EXPECT_EQ(box.lines, Lines{L"0001 Reply From 192.168.1.10: Destination Host Unreachable"});
+  EXPECT_EQ(results.Lines(), Lines{L"0001 Reply From 192.168.1.10: Destination Host Unreachable"});
 }
 
 TEST_F(PingHostTest, A_reply_with_an_unknown_status_says_so) {
   icmp.script = {FakeIcmp::Reply("10.0.0.1", 11019)};
   EXPECT_TRUE(Ping(L"192.168.1.10", 1));
-  EXPECT_EQ(box.lines, Lines{L"0001 Reply From 192.168.1.10: Unknown Response"});
+  EXPECT_EQ(results.Lines(), Lines{L"0001 Reply From 192.168.1.10: Unknown Response"});
 }
 
 TEST_F(PingHostTest, The_sequence_number_is_padded_to_four_digits_and_never_cut) {
   icmp.AddHost("192.168.1.10");
   EXPECT_TRUE(Ping(L"192.168.1.10", 10001));
   // The list was emptied when it held 1001 lines, so what it shows begins anew.
-  EXPECT_EQ(box.lines.back().substr(0, 17), L"10001 Reply From ");
-  EXPECT_EQ(box.lines[box.lines.size() - 3].substr(0, 16), L"9999 Reply From ");
+  EXPECT_EQ(results.Lines().back().substr(0, 17), L"10001 Reply From ");
+  EXPECT_EQ(results.Lines()[results.Lines().size() - 3].substr(0, 16), L"9999 Reply From ");
 }
 
 TEST_F(PingHostTest, A_name_is_looked_up_and_its_first_address_pinged) {
@@ -159,7 +144,7 @@ TEST_F(PingHostTest, A_name_is_looked_up_and_its_first_address_pinged) {
 TEST_F(PingHostTest, A_host_that_cannot_be_resolved_leaves_one_line_in_an_emptied_list) {
   results.AddToList(L"earlier");
   EXPECT_FALSE(Ping(L"nobody", 4));
-  EXPECT_EQ(box.lines, Lines{L"Bad IP address (Get Host Name) nobody"});
+  EXPECT_EQ(results.Lines(), Lines{L"Bad IP address (Get Host Name) nobody"});
   EXPECT_TRUE(icmp.requests.empty());
   EXPECT_EQ(pump.now, 0u);
 }
@@ -198,7 +183,7 @@ TEST_F(PingHostTest, A_stop_without_any_answer_fails) {
 TEST_F(PingHostTest, A_runtime_failure_shows_the_last_socket_errors_sentence_and_fails) {
   icmp.AddHost("192.168.1.10");
   winsock.lastError = 10050;
-  box.refusing = true;
+  view.refusing = true;
   EXPECT_FALSE(Ping(L"192.168.1.10", 1));
   EXPECT_EQ(boxes.Texts(), Lines{L"ネットワークがダウンしている。"});
 }
@@ -211,7 +196,7 @@ TEST_F(PingHostTest, A_runtime_failure_after_an_answer_fails_all_the_same) {
 
 TEST_F(PingHostTest, A_runtime_failure_without_a_socket_error_shows_nothing) {
   icmp.AddHost("192.168.1.10");
-  box.refusing = true;
+  view.refusing = true;
   EXPECT_FALSE(Ping(L"192.168.1.10", 1));
   EXPECT_TRUE(boxes.boxes.empty());
 }

@@ -19,8 +19,9 @@ TEST_F(ReachabilityCheckTest, A_target_on_the_own_subnet_is_pinged_at_once) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   icmp.AddHost("192.168.1.100");
   EXPECT_TRUE(Check(kSameSubnet, 2));
-  EXPECT_EQ(box.lines, (Lines{L"PING test...", L"0001 Reply From 192.168.1.100: bytes=32 time=1ms TTL=64",
-                              L"0002 Reply From 192.168.1.100: bytes=32 time=1ms TTL=64"}));
+  EXPECT_EQ(results.Lines(),
+            (Lines{L"PING test...", L"0001 Reply From 192.168.1.100: bytes=32 time=1ms TTL=64",
+                   L"0002 Reply From 192.168.1.100: bytes=32 time=1ms TTL=64"}));
   EXPECT_EQ(Pinged(), Lines{kSameSubnet});
   EXPECT_TRUE(boxes.boxes.empty());
 }
@@ -31,7 +32,7 @@ TEST_F(ReachabilityCheckTest, A_target_behind_the_gateway_is_pinged_after_the_ga
   icmp.AddHost("192.168.2.100");
   EXPECT_TRUE(Check(kBehindGateway));
   EXPECT_EQ(
-      box.lines,
+      results.Lines(),
       (Lines{L"Target is not exist on the same network", L"Start Gateway check...",
              L"  Local      :192.168.1.10", L"  GateWay    :192.168.1.1", L"  SubnetMask :255.255.255.0",
              L"  Target     :192.168.2.100", L"GateWay (192.168.1.1) PING test ....",
@@ -46,11 +47,8 @@ TEST_F(ReachabilityCheckTest, One_run_is_one_session_with_the_socket_library) {
 }
 
 TEST_F(ReachabilityCheckTest, The_session_ends_when_an_error_passes) {
-  box.refusing = true;
-  EXPECT_THROW(CheckReachability({results, boxes, texts, pump, winsock, icmp, 0, ipHelper, osVersion, files,
-                                  processes, codePage, folder},
-                                 L"192.168.1.1", 1, [] {}),
-               RuntimeError);
+  view.refusing = true;
+  EXPECT_THROW(Check(L"192.168.1.1"), RuntimeError);
   EXPECT_EQ(winsock.startups, winsock.cleanups);
 }
 
@@ -60,9 +58,9 @@ TEST_F(ReachabilityCheckTest, An_empty_target_cannot_be_resolved_and_is_not_look
   winsock.AddHost("  ", {"192.168.1.10"});
   icmp.AddHost("192.168.1.10");
   for (const wchar_t* const target : {L"", L"  "}) {
-    box.lines.clear();
+    results.ClearList();
     EXPECT_FALSE(Check(target));
-    EXPECT_EQ(box.lines, (Lines{L"Cannot resolve specified host name to IP address", L""}));
+    EXPECT_EQ(results.Lines(), (Lines{L"Cannot resolve specified host name to IP address", L""}));
   }
   EXPECT_TRUE(winsock.lookups.empty());
   EXPECT_TRUE(Pinged().empty());
@@ -82,8 +80,9 @@ TEST_F(ReachabilityCheckTest, A_number_that_base_8_does_not_have_makes_the_addre
   icmp.AddHost("192.168.1.1");
   EXPECT_FALSE(Check(L"192.168.1.099"));
   EXPECT_EQ(Pinged(), Lines{L"192.168.1.1"});
-  EXPECT_EQ(box.lines, (Lines{L"Bad IP address (Get Host Name) 192.168.1.099", L"Cannot ping to the Target",
-                              L"Please check Target's address, cable and power"}));
+  EXPECT_EQ(results.Lines(),
+            (Lines{L"Bad IP address (Get Host Name) 192.168.1.099", L"Cannot ping to the Target",
+                   L"Please check Target's address, cable and power"}));
 }
 
 TEST_F(ReachabilityCheckTest, A_resolved_name_is_shown_with_its_address) {
@@ -91,8 +90,8 @@ TEST_F(ReachabilityCheckTest, A_resolved_name_is_shown_with_its_address) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   icmp.AddHost("192.168.1.100");
   EXPECT_TRUE(Check(L"cnc1"));
-  EXPECT_EQ(box.lines.front(), L"cnc1 -> 192.168.1.100");
-  EXPECT_EQ(box.lines.at(1), L"PING test...");
+  EXPECT_EQ(results.Lines().front(), L"cnc1 -> 192.168.1.100");
+  EXPECT_EQ(results.Lines().at(1), L"PING test...");
 }
 
 TEST_F(ReachabilityCheckTest, Of_a_name_with_several_addresses_the_last_is_the_target) {
@@ -106,14 +105,14 @@ TEST_F(ReachabilityCheckTest, Of_a_name_with_several_addresses_the_last_is_the_t
 TEST_F(ReachabilityCheckTest, A_dotted_address_gets_no_line_with_an_arrow) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   Check(kSameSubnet);
-  EXPECT_EQ(box.lines.front(), L"PING test...");
+  EXPECT_EQ(results.Lines().front(), L"PING test...");
   EXPECT_TRUE(winsock.lookups.empty());
 }
 
 TEST_F(ReachabilityCheckTest, A_name_that_cannot_be_resolved_ends_the_check) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   EXPECT_FALSE(Check(L"nobody"));
-  EXPECT_EQ(box.lines, (Lines{L"Cannot resolve specified host name to IP address", L""}));
+  EXPECT_EQ(results.Lines(), (Lines{L"Cannot resolve specified host name to IP address", L""}));
   EXPECT_EQ(boxes.Texts(), Lines{L"gethostbyname(nobody)=11001"});
   EXPECT_EQ(historyCalls, 0);
   EXPECT_TRUE(icmp.requests.empty());
@@ -128,24 +127,24 @@ TEST_F(ReachabilityCheckTest, A_target_with_an_address_goes_into_the_history_eve
 TEST_F(ReachabilityCheckTest, A_configuration_that_cannot_be_had_ends_the_check) {
   winsock.ioctlSucceeds = false;
   EXPECT_FALSE(Check(kSameSubnet));
-  EXPECT_EQ(box.lines, Lines{L"Informational acquisition Failure"});
+  EXPECT_EQ(results.Lines(), Lines{L"Informational acquisition Failure"});
 }
 
 TEST_F(ReachabilityCheckTest, An_unsupported_system_is_a_configuration_that_cannot_be_had) {
   osVersion.majorVersion = 3;
   EXPECT_FALSE(Check(kSameSubnet));
-  EXPECT_EQ(box.lines, Lines{L"Informational acquisition Failure"});
+  EXPECT_EQ(results.Lines(), Lines{L"Informational acquisition Failure"});
 }
 
 TEST_F(ReachabilityCheckTest, A_PC_without_addresses_has_no_mask) {
   EXPECT_FALSE(Check(kSameSubnet));
-  EXPECT_EQ(box.lines, Lines{L"Subnet mask is not specified"});
+  EXPECT_EQ(results.Lines(), Lines{L"Subnet mask is not specified"});
 }
 
 TEST_F(ReachabilityCheckTest, A_mask_of_0_0_0_0_is_no_mask) {
   AddCard("192.168.1.10", "0.0.0.0", {"192.168.1.1"});
   EXPECT_FALSE(Check(kSameSubnet));
-  EXPECT_EQ(box.lines, Lines{L"Subnet mask is not specified"});
+  EXPECT_EQ(results.Lines(), Lines{L"Subnet mask is not specified"});
   EXPECT_TRUE(icmp.requests.empty());
 }
 
@@ -168,14 +167,14 @@ TEST_F(OldSystemTest, The_configuration_comes_from_ipconfig) {
 TEST_F(OldSystemTest, An_empty_mask_is_no_mask) {
   Print("IP Address: 192.168.1.10\r\nSubnet Mask: \r\nDefault Gateway: 192.168.1.1\r\n");
   EXPECT_FALSE(Check(kSameSubnet));
-  EXPECT_EQ(box.lines, Lines{L"Subnet mask is not specified"});
+  EXPECT_EQ(results.Lines(), Lines{L"Subnet mask is not specified"});
 }
 
 TEST_F(OldSystemTest, A_stop_while_ipconfig_runs_ends_the_check_without_a_verdict) {
   processes.runningPolls = 11;
   pump.stopAt = 700;
   EXPECT_FALSE(Check(kSameSubnet));
-  EXPECT_TRUE(box.lines.empty());
+  EXPECT_TRUE(results.Lines().empty());
   EXPECT_TRUE(boxes.boxes.empty());
   EXPECT_EQ(winsock.cleanups, 1);
 }
@@ -184,7 +183,7 @@ TEST_F(OldSystemTest, A_process_that_does_not_finish_ends_the_check_with_box_and
   processes.runningPolls = 11;
   EXPECT_FALSE(Check(kSameSubnet));
   EXPECT_EQ(boxes.boxes.size(), 1u);
-  EXPECT_EQ(box.lines, Lines{L"Informational acquisition Failure"});
+  EXPECT_EQ(results.Lines(), Lines{L"Informational acquisition Failure"});
 }
 
 TEST_F(ReachabilityCheckTest, The_subnet_of_the_second_address_counts_as_well) {
@@ -192,7 +191,7 @@ TEST_F(ReachabilityCheckTest, The_subnet_of_the_second_address_counts_as_well) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   icmp.AddHost("192.168.1.100");
   EXPECT_TRUE(Check(kSameSubnet));
-  EXPECT_EQ(box.lines.front(), L"PING test...");
+  EXPECT_EQ(results.Lines().front(), L"PING test...");
 }
 
 TEST_F(ReachabilityCheckTest, The_subnet_of_the_first_address_counts_with_another_behind_it) {
@@ -200,30 +199,30 @@ TEST_F(ReachabilityCheckTest, The_subnet_of_the_first_address_counts_with_anothe
   AddCard("10.1.2.3", "255.0.0.0", {});
   icmp.AddHost("192.168.1.100");
   EXPECT_TRUE(Check(kSameSubnet));
-  EXPECT_EQ(box.lines.front(), L"PING test...");
+  EXPECT_EQ(results.Lines().front(), L"PING test...");
 }
 
 TEST_F(ReachabilityCheckTest, An_address_without_mask_beside_one_with_is_not_compared) {
   AddCard("10.1.2.3", "0.0.0.0", {});
   AddCard("192.168.1.10", "255.255.255.0", {});
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(box.lines.front(), L"Target is not exist on the same network");
+  EXPECT_EQ(results.Lines().front(), L"Target is not exist on the same network");
 }
 
 TEST_F(ReachabilityCheckTest, The_mask_decides_where_the_subnet_ends) {
   AddCard("192.168.1.10", "255.255.254.0", {});
   icmp.AddHost("192.168.0.7");
   EXPECT_TRUE(Check(L"192.168.0.7"));
-  box.lines.clear();
+  results.ClearList();
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(box.lines.front(), L"Target is not exist on the same network");
+  EXPECT_EQ(results.Lines().front(), L"Target is not exist on the same network");
 }
 
 TEST_F(ReachabilityCheckTest, A_PC_without_a_gateway_is_told) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   ipHelper.adapters.clear();
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(box.lines,
+  EXPECT_EQ(results.Lines(),
             (Lines{L"Target is not exist on the same network", L"Start Gateway check...",
                    L"  Local      :192.168.1.10", L"  SubnetMask :255.255.255.0",
                    L"  Target     :192.168.2.100", L"Default Gateway is required but not specified"}));
@@ -232,39 +231,39 @@ TEST_F(ReachabilityCheckTest, A_PC_without_a_gateway_is_told) {
 TEST_F(ReachabilityCheckTest, An_empty_gateway_is_shown_as_read_and_counts_as_none) {
   AddCard("192.168.1.10", "255.255.255.0", {""});
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(box.lines.at(3), L"  GateWay    :");
-  EXPECT_EQ(box.lines.back(), L"Default Gateway is required but not specified");
+  EXPECT_EQ(results.Lines().at(3), L"  GateWay    :");
+  EXPECT_EQ(results.Lines().back(), L"Default Gateway is required but not specified");
 }
 
 TEST_F(ReachabilityCheckTest, A_gateway_0_0_0_0_is_shown_as_read_and_counts_as_none) {
   AddCard("192.168.1.10", "255.255.255.0", {"0.0.0.0"});
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(box.lines.at(3), L"  GateWay    :0.0.0.0");
-  EXPECT_EQ(box.lines.back(), L"Default Gateway is required but not specified");
+  EXPECT_EQ(results.Lines().at(3), L"  GateWay    :0.0.0.0");
+  EXPECT_EQ(results.Lines().back(), L"Default Gateway is required but not specified");
   EXPECT_TRUE(icmp.requests.empty());
 }
 
 TEST_F(ReachabilityCheckTest, The_details_name_every_gateway) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1", "192.168.1.2"});
   Check(kBehindGateway);
-  EXPECT_EQ(box.lines.at(3), L"  GateWay    :192.168.1.1");
-  EXPECT_EQ(box.lines.at(4), L"  GateWay    :192.168.1.2");
-  EXPECT_EQ(box.lines.at(5), L"  SubnetMask :255.255.255.0");
+  EXPECT_EQ(results.Lines().at(3), L"  GateWay    :192.168.1.1");
+  EXPECT_EQ(results.Lines().at(4), L"  GateWay    :192.168.1.2");
+  EXPECT_EQ(results.Lines().at(5), L"  SubnetMask :255.255.255.0");
 }
 
 TEST_F(ReachabilityCheckTest, With_two_addresses_no_details_are_written) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   AddCard("10.1.2.3", "255.0.0.0", {});
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(box.lines, (Lines{L"Target is not exist on the same network", L"Start Gateway check...",
-                              L"Default Gateway is required but not specified"}));
+  EXPECT_EQ(results.Lines(), (Lines{L"Target is not exist on the same network", L"Start Gateway check...",
+                                    L"Default Gateway is required but not specified"}));
 }
 
 TEST_F(ReachabilityCheckTest, A_gateway_outside_its_subnet_is_never_pinged) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.3.1"});
   icmp.AddHost("192.168.3.1");
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(Lines(box.lines.end() - 3, box.lines.end()),
+  EXPECT_EQ(Lines(results.Lines().end() - 3, results.Lines().end()),
             (Lines{L"  Target     :192.168.2.100", L"Subnetmask Mismatch",
                    L"Cannot access to the Gateway from this PC."}));
   EXPECT_TRUE(icmp.requests.empty());
@@ -274,13 +273,13 @@ TEST_F(ReachabilityCheckTest, A_gateway_in_the_subnet_of_another_address_is_not_
   AddCard("192.168.1.10", "255.255.255.0", {"10.0.0.1"});
   AddCard("10.1.2.3", "255.0.0.0", {});
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(box.lines.back(), L"Cannot access to the Gateway from this PC.");
+  EXPECT_EQ(results.Lines().back(), L"Cannot access to the Gateway from this PC.");
 }
 
 TEST_F(ReachabilityCheckTest, No_gateway_beside_one_outside_its_subnet_is_a_mismatch) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.3.1", "0.0.0.0"});
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(box.lines.back(), L"Cannot access to the Gateway from this PC.");
+  EXPECT_EQ(results.Lines().back(), L"Cannot access to the Gateway from this PC.");
 }
 
 TEST_F(ReachabilityCheckTest, Unusable_gateways_are_passed_over_for_a_usable_one) {
@@ -296,7 +295,7 @@ TEST_F(ReachabilityCheckTest, A_gateway_that_does_not_answer_ends_the_check) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   icmp.AddHost("192.168.2.100");
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(Lines(box.lines.end() - 4, box.lines.end()),
+  EXPECT_EQ(Lines(results.Lines().end() - 4, results.Lines().end()),
             (Lines{L"GateWay (192.168.1.1) PING test ....", L"ICMP_Error:11010",
                    L"Cannot ping to the Gateway", L"Please check Gateway's address, cable and power"}));
   EXPECT_EQ(Pinged(), Lines{L"192.168.1.1"});
@@ -315,21 +314,21 @@ TEST_F(ReachabilityCheckTest, Gateways_are_tried_in_the_order_of_the_addresses) 
   AddCard("10.1.2.3", "255.0.0.0", {"10.0.0.1"});
   EXPECT_FALSE(Check(kBehindGateway));
   EXPECT_EQ(Pinged(), (Lines{L"192.168.1.1", L"10.0.0.1"}));
-  EXPECT_EQ(box.lines.back(), L"Please check Gateway's address, cable and power");
+  EXPECT_EQ(results.Lines().back(), L"Please check Gateway's address, cable and power");
 }
 
 TEST_F(ReachabilityCheckTest, A_target_that_does_not_answer_on_the_own_subnet_ends_the_check) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   EXPECT_FALSE(Check(kSameSubnet));
-  EXPECT_EQ(box.lines, (Lines{L"PING test...", L"ICMP_Error:11010", L"Cannot ping to the Target",
-                              L"Please check Target's address, cable and power"}));
+  EXPECT_EQ(results.Lines(), (Lines{L"PING test...", L"ICMP_Error:11010", L"Cannot ping to the Target",
+                                    L"Please check Target's address, cable and power"}));
 }
 
 TEST_F(ReachabilityCheckTest, A_target_that_does_not_answer_behind_the_gateway_ends_the_check) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   icmp.AddHost("192.168.1.1");
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(Lines(box.lines.end() - 4, box.lines.end()),
+  EXPECT_EQ(Lines(results.Lines().end() - 4, results.Lines().end()),
             (Lines{L"Target (192.168.2.100) PING test...", L"ICMP_Error:11010", L"Cannot ping to the Target",
                    L"Please check Target's address, cable and power"}));
 }
@@ -338,8 +337,8 @@ TEST_F(ReachabilityCheckTest, A_count_of_zero_finds_the_target_unreachable_witho
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   icmp.AddHost("192.168.1.100");
   EXPECT_FALSE(Check(kSameSubnet, 0));
-  EXPECT_EQ(box.lines, (Lines{L"PING test...", L"Cannot ping to the Target",
-                              L"Please check Target's address, cable and power"}));
+  EXPECT_EQ(results.Lines(), (Lines{L"PING test...", L"Cannot ping to the Target",
+                                    L"Please check Target's address, cable and power"}));
 }
 
 TEST_F(ReachabilityCheckTest, The_count_holds_for_the_gateway_and_for_the_target) {
@@ -356,15 +355,16 @@ TEST_F(ReachabilityCheckTest, A_router_that_reports_the_target_unreachable_count
   icmp.AddHost("192.168.1.1");
   icmp.hosts[AddressNumber("192.168.2.100")] = FakeIcmp::Reply("192.168.1.1", 11003);
   EXPECT_TRUE(Check(kBehindGateway));
-  EXPECT_EQ(box.lines.back(), L"0001 Reply From 192.168.2.100: Destination Host Unreachable");
+  EXPECT_EQ(results.Lines().back(), L"0001 Reply From 192.168.2.100: Destination Host Unreachable");
 }
 
 TEST_F(ReachabilityCheckTest, The_all_ones_address_cannot_be_pinged) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   icmp.AddHost("192.168.1.1");
   EXPECT_FALSE(Check(L"255.255.255.255"));
-  EXPECT_EQ(box.lines, (Lines{L"Bad IP address (Get Host Name) 255.255.255.255", L"Cannot ping to the Target",
-                              L"Please check Target's address, cable and power"}));
+  EXPECT_EQ(results.Lines(),
+            (Lines{L"Bad IP address (Get Host Name) 255.255.255.255", L"Cannot ping to the Target",
+                   L"Please check Target's address, cable and power"}));
 }
 
 TEST_F(ReachabilityCheckTest, A_stop_after_the_gateway_answered_ends_the_check_without_further_lines) {
@@ -374,7 +374,7 @@ TEST_F(ReachabilityCheckTest, A_stop_after_the_gateway_answered_ends_the_check_w
   pump.stopAt = 300;
   EXPECT_FALSE(Check(kBehindGateway, 4));
   EXPECT_EQ(Pinged(), Lines{L"192.168.1.1"});
-  EXPECT_EQ(box.lines.back(), L"0001 Reply From 192.168.1.1: bytes=32 time=1ms TTL=64");
+  EXPECT_EQ(results.Lines().back(), L"0001 Reply From 192.168.1.1: bytes=32 time=1ms TTL=64");
 }
 
 TEST_F(ReachabilityCheckTest, A_stop_during_a_gateways_ping_starts_no_other_gateways_and_the_one_is_judged) {
@@ -383,7 +383,7 @@ TEST_F(ReachabilityCheckTest, A_stop_during_a_gateways_ping_starts_no_other_gate
   pump.stopAt = 300;
   EXPECT_FALSE(Check(kBehindGateway, 4));
   EXPECT_EQ(Pinged(), Lines{L"192.168.1.1"});
-  EXPECT_EQ(Lines(box.lines.end() - 2, box.lines.end()),
+  EXPECT_EQ(Lines(results.Lines().end() - 2, results.Lines().end()),
             (Lines{L"Cannot ping to the Gateway", L"Please check Gateway's address, cable and power"}));
 }
 
@@ -391,8 +391,8 @@ TEST_F(ReachabilityCheckTest, A_stop_during_the_targets_ping_without_an_answer_i
   AddCard("192.168.1.10", "255.255.255.0", {});
   pump.stopAt = 300;
   EXPECT_FALSE(Check(kSameSubnet, 4));
-  EXPECT_EQ(box.lines, (Lines{L"PING test...", L"ICMP_Error:11010", L"Cannot ping to the Target",
-                              L"Please check Target's address, cable and power"}));
+  EXPECT_EQ(results.Lines(), (Lines{L"PING test...", L"ICMP_Error:11010", L"Cannot ping to the Target",
+                                    L"Please check Target's address, cable and power"}));
 }
 
 TEST_F(ReachabilityCheckTest, A_stop_during_the_targets_ping_with_an_answer_is_a_good_verdict) {
@@ -409,9 +409,9 @@ TEST_F(ReachabilityCheckTest, A_stop_while_a_box_was_open_starts_no_ping) {
   winsock.data.iMaxSockets = 0;
   boxes.onShow = [this] { pump.stop = true; };
   EXPECT_FALSE(Check(kSameSubnet));
-  EXPECT_TRUE(box.lines.empty());
+  EXPECT_TRUE(results.Lines().empty());
   EXPECT_FALSE(Check(kBehindGateway));
-  EXPECT_EQ(box.lines.back(), L"  Target     :192.168.2.100");
+  EXPECT_EQ(results.Lines().back(), L"  Target     :192.168.2.100");
   EXPECT_TRUE(icmp.requests.empty());
 }
 

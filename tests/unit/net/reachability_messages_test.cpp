@@ -100,7 +100,7 @@ void ExpectLines(LanguageMode mode, const wchar_t* Way::Wording::*wording) {
       if (message.*wording != nullptr) expected.emplace_back(message.*wording);
     for (const auto& [index, line] : way.common)
       expected.insert(expected.begin() + static_cast<std::ptrdiff_t>(index), line);
-    EXPECT_EQ(pc.box.lines, expected);
+    EXPECT_EQ(pc.results.Lines(), expected);
   }
 }
 
@@ -116,7 +116,7 @@ TEST(ReachabilityMessages, Are_the_files_texts_where_there_is_a_language_file) {
   pc.profile.values["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|102"] = "No mask";
   ASSERT_TRUE(pc.resource.Initialize(1033, L"C:\\Data", L"Tarvik.exe"));
   EXPECT_FALSE(pc.Check(L"192.168.1.100"));
-  EXPECT_EQ(pc.box.lines, Lines{L"No mask"});
+  EXPECT_EQ(pc.results.Lines(), Lines{L"No mask"});
 }
 
 TEST(ReachabilityMessages, Are_the_built_in_Japanese_ones_in_mode_0) {
@@ -138,10 +138,10 @@ TEST(ReachabilityMessages, Progress_lines_are_the_same_in_every_mode) {
     pc.icmp.AddHost("192.168.1.1");
     pc.icmp.AddHost("192.168.2.100");
     EXPECT_TRUE(pc.Check(L"cnc1"));
-    ASSERT_EQ(pc.box.lines.size(), 11u);
-    EXPECT_EQ(pc.box.lines[0], L"cnc1 -> 192.168.2.100");
+    ASSERT_EQ(pc.results.Lines().size(), 11u);
+    EXPECT_EQ(pc.results.Lines()[0], L"cnc1 -> 192.168.2.100");
     EXPECT_EQ(
-        Lines(pc.box.lines.begin() + 3, pc.box.lines.end()),
+        Lines(pc.results.Lines().begin() + 3, pc.results.Lines().end()),
         (Lines{L"  Local      :192.168.1.10", L"  GateWay    :192.168.1.1", L"  SubnetMask :255.255.255.0",
                L"  Target     :192.168.2.100", L"GateWay (192.168.1.1) PING test ....",
                L"0001 Reply From 192.168.1.1: bytes=32 time=1ms TTL=64",

@@ -1,11 +1,11 @@
-#include "app/number_box.h"
+#include "report/typed_numbers.h"
 
+#include <limits>
 #include <utility>
 
-#include "app/input_filters.h"
 #include "platform/text.h"
 
-namespace tarvik {
+namespace tarvik::report {
 namespace {
 
 /// A longer text is not shown whole: a box can hold a book, a screen cannot.
@@ -25,15 +25,37 @@ bool IsWholeNumber(std::wstring_view text) {
 }  // namespace
 
 NumberError::NumberError(std::wstring typed, std::wstring boxName, int32_t least, int32_t most)
-    : RuntimeError(L"\"" + tarvik::BoxName(boxName) + L"\": enter a whole number from " + Decimal(least) +
+    : RuntimeError(L"\"" + report::BoxName(boxName) + L"\": enter a whole number from " + Decimal(least) +
                    L" to " + Decimal(most) + L", not \"" + Shown(typed) + L"\""),
       typed_(std::move(typed)),
       boxName_(std::move(boxName)),
       least_(least),
       most_(most) {}
 
+std::wstring BoxName(const std::wstring& labelCaption) {
+  std::wstring name = labelCaption;
+  if (name.ends_with(L':')) name.pop_back();
+  // Where the language's own letters cannot be mnemonics, one stands in brackets behind the text.
+  const size_t brackets = name.rfind(L"(&");
+  if (brackets != std::wstring::npos && brackets + 4 == name.size()) name.resize(brackets);
+  for (size_t at = name.find(L'&'); at != std::wstring::npos; at = name.find(L'&', at + 1)) name.erase(at, 1);
+  return name;
+}
+
+int32_t ToInt32(const std::wstring& text, const std::wstring& boxName) {
+  using Range = std::numeric_limits<int32_t>;
+  if (const auto number = ParseInt32(text)) return *number;
+  throw NumberError(text, boxName, 0, Range::max());
+}
+
+int16_t ToInt16(const std::wstring& text, const std::wstring& boxName) {
+  using Range = std::numeric_limits<int16_t>;
+  if (const auto number = ParseInt16(text)) return *number;
+  throw NumberError(text, boxName, 0, Range::max());
+}
+
 std::optional<int32_t> NumberInBox(const std::wstring& typed, const std::wstring& boxName, int32_t least,
-                                   int32_t most, const Texts& texts, ui::MessageBoxes& boxes) {
+                                   int32_t most, const Texts& texts, MessageBoxes& boxes) {
   const std::optional<int32_t> number = ParseInt32(typed);
   if (number && *number >= least && *number <= most) return number;
   boxes.Show(NumberRequiredText(typed, boxName, least, most, texts));
@@ -42,14 +64,13 @@ std::optional<int32_t> NumberInBox(const std::wstring& typed, const std::wstring
 
 std::wstring NumberRequiredText(const std::wstring& typed, const std::wstring& boxName, int32_t least,
                                 int32_t most, const Texts& texts) {
-  const auto text = [&texts](Message message) { return texts.Get(message).value_or(std::wstring()); };
   const std::wstring box = BoxName(boxName);
   std::wstring message;
   if (!IsWholeNumber(typed))
     message = L"\"" + box + L"\"" + texts.GetOrBuiltIn(Message::NotAWholeNumber) + L"\r\n";
-  return message + text(Message::NumberRequired) + L"\r\n" + box + L": " + Decimal(least) +
-         texts.GetOrBuiltIn(Message::NumberRangeTo) + Decimal(most) + L"\r\n" + text(Message::NumberTyped) +
-         L"\"" + Shown(typed) + L"\"";
+  return message + texts.GetOrEmpty(Message::NumberRequired) + L"\r\n" + box + L": " + Decimal(least) +
+         texts.GetOrBuiltIn(Message::NumberRangeTo) + Decimal(most) + L"\r\n" +
+         texts.GetOrEmpty(Message::NumberTyped) + L"\"" + Shown(typed) + L"\"";
 }
 
-}  // namespace tarvik
+}  // namespace tarvik::report

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <functional>
 
-namespace tarvik::ui {
+namespace tarvik::report {
 
 /// The one way in which a running test waits.
 class Pump {
@@ -27,4 +27,4 @@ class Pump {
   virtual bool StopRequested() const = 0;
 };
 
-}  // namespace tarvik::ui
+}  // namespace tarvik::report

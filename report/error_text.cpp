@@ -1,9 +1,9 @@
-#include "app/error_text.h"
+#include "report/error_text.h"
 
-#include "app/number_box.h"
 #include "platform/library_error.h"
+#include "report/typed_numbers.h"
 
-namespace tarvik {
+namespace tarvik::report {
 namespace {
 
 std::wstring LibraryText(const LibraryError& error, const Texts& texts) {
@@ -26,4 +26,4 @@ std::wstring ErrorText(const RuntimeError& error, const Texts& texts) {
   return error.Text();
 }
 
-}  // namespace tarvik
+}  // namespace tarvik::report

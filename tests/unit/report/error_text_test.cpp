@@ -1,9 +1,9 @@
-#include "app/error_text.h"
+#include "report/error_text.h"
 
 #include <gtest/gtest.h>
 
-#include "app/input_filters.h"
 #include "platform/library_error.h"
+#include "report/typed_numbers.h"
 #include "resources/resource.h"
 #include "tests/fakes/fake_boxes.h"
 #include "tests/fakes/fake_code_page.h"
@@ -21,7 +21,7 @@ class ErrorTextTest : public testing::Test {
     try {
       action();
     } catch (const RuntimeError& error) {
-      return ErrorText(error, texts);
+      return report::ErrorText(error, texts);
     }
     return L"(no error)";
   }
@@ -36,31 +36,31 @@ class ErrorTextTest : public testing::Test {
 };
 
 TEST_F(ErrorTextTest, A_port_that_is_no_number_is_worded_as_a_number_box_words_it) {
-  EXPECT_EQ(TextOf([] { ToInt16(L"80a", L"TCP po&rt:"); }),
+  EXPECT_EQ(TextOf([] { report::ToInt16(L"80a", L"TCP po&rt:"); }),
             L"\"TCP port\" is not a whole number.\r\nEnter a whole number in this range:\r\n"
             L"TCP port: 0 ... 32767\r\nYou typed: \"80a\"");
   mode = kBuiltInJapanese;
-  EXPECT_EQ(TextOf([] { ToInt16(L"80a", L"TCPﾎﾟｰﾄ番号(&R):"); }),
+  EXPECT_EQ(TextOf([] { report::ToInt16(L"80a", L"TCPﾎﾟｰﾄ番号(&R):"); }),
             L"\"TCPﾎﾟｰﾄ番号\"は整数ではありません。\r\n範囲内の整数を入力してください。\r\n"
             L"TCPﾎﾟｰﾄ番号: 0～32767\r\n入力値: \"80a\"");
 }
 
 TEST_F(ErrorTextTest, A_number_outside_the_range_is_still_called_a_number) {
-  const std::wstring text = TextOf([] { ToInt16(L" +99999999999999999999 ", L"TCP po&rt:"); });
+  const std::wstring text = TextOf([] { report::ToInt16(L" +99999999999999999999 ", L"TCP po&rt:"); });
   EXPECT_EQ(text.find(L"not a whole number"), std::wstring::npos);
   EXPECT_TRUE(text.starts_with(L"Enter a whole number in this range:\r\n"));
 }
 
 TEST_F(ErrorTextTest, The_range_shown_begins_at_0_although_negative_numbers_are_taken) {
-  EXPECT_NE(TextOf([] { ToInt32(L"x", L"Count:"); }).find(L"Count: 0 ... 2147483647\r\n"),
+  EXPECT_NE(TextOf([] { report::ToInt32(L"x", L"Count:"); }).find(L"Count: 0 ... 2147483647\r\n"),
             std::wstring::npos);
-  EXPECT_EQ(ToInt16(L"-32768", L"Box"), -32768);
-  EXPECT_EQ(ToInt32(L"-1", L"Box"), -1);
+  EXPECT_EQ(report::ToInt16(L"-32768", L"Box"), -32768);
+  EXPECT_EQ(report::ToInt32(L"-1", L"Box"), -1);
 }
 
 TEST_F(ErrorTextTest, The_errors_own_text_does_not_deny_that_a_number_is_one) {
   try {
-    ToInt16(L"32768", L"TCP po&rt:");
+    report::ToInt16(L"32768", L"TCP po&rt:");
     FAIL() << "32768 was taken";
   } catch (const RuntimeError& error) {
     EXPECT_EQ(error.Text(), L"\"TCP port\": enter a whole number from 0 to 32767, not \"32768\"");
@@ -69,8 +69,8 @@ TEST_F(ErrorTextTest, The_errors_own_text_does_not_deny_that_a_number_is_one) {
 
 TEST_F(ErrorTextTest, Typed_text_is_cut_after_60_characters) {
   const std::wstring sixty(60, L'x');
-  EXPECT_TRUE(TextOf([&] { ToInt32(sixty, L"Box"); }).ends_with(L"\"" + sixty + L"\""));
-  EXPECT_TRUE(TextOf([&] { ToInt32(sixty + L"y", L"Box"); }).ends_with(L"\"" + sixty + L"...\""));
+  EXPECT_TRUE(TextOf([&] { report::ToInt32(sixty, L"Box"); }).ends_with(L"\"" + sixty + L"\""));
+  EXPECT_TRUE(TextOf([&] { report::ToInt32(sixty + L"y", L"Box"); }).ends_with(L"\"" + sixty + L"...\""));
 }
 
 TEST_F(ErrorTextTest, A_library_that_cannot_be_loaded_gives_the_reason_of_Windows) {
@@ -103,7 +103,7 @@ TEST_F(ErrorTextTest, An_older_language_file_leaves_no_number_in_brackets_within
   profile.values["D\\Language\\T_1033.ini|1033|133"] = "Range:";
   profile.values["D\\Language\\T_1033.ini|1033|134"] = "Typed: ";
   resource.Initialize(1033, L"D", L"T");
-  EXPECT_EQ(TextOf([] { ToInt16(L"x", L"Port"); }),
+  EXPECT_EQ(TextOf([] { report::ToInt16(L"x", L"Port"); }),
             L"\"Port\" is not a whole number.\r\nRange:\r\nPort: 0 ... 32767\r\nTyped: \"x\"");
   EXPECT_EQ(TextOf([] { throw LibraryError::CannotBeLoaded(L"a.dll", L"why"); }),
             L"a.dll cannot be loaded.\r\nwhy");
@@ -112,6 +112,14 @@ TEST_F(ErrorTextTest, An_older_language_file_leaves_no_number_in_brackets_within
 
 TEST_F(ErrorTextTest, Any_other_error_keeps_its_text) {
   EXPECT_EQ(TextOf([] { throw RuntimeError(L"The page is switched off."); }), L"The page is switched off.");
+}
+
+TEST(BoxNameTest, Has_neither_mnemonic_nor_colon) {
+  EXPECT_EQ(report::BoxName(L"TCP po&rt:"), L"TCP port");
+  EXPECT_EQ(report::BoxName(L"Ping回数(&C):"), L"Ping回数");
+  EXPECT_EQ(report::BoxName(L"Length"), L"Length");
+  EXPECT_EQ(report::BoxName(L"A && B"), L"A & B");
+  EXPECT_EQ(report::BoxName(L""), L"");
 }
 
 }  // namespace

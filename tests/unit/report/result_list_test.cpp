@@ -1,43 +1,41 @@
-#include "app/result_list.h"
+#include "report/result_list.h"
 
 #include <gtest/gtest.h>
 
-#include "ui/memory/memory_controls.h"
-
-namespace tarvik {
+namespace tarvik::report {
 namespace {
 
 using Lines = std::vector<std::wstring>;
 
 class ResultListTest : public testing::Test {
  protected:
+  /// A list of that many lines; more than 1,001 of them are pasted.
   void Fill(int lines) {
-    for (int i = 0; i < lines; ++i) box.AddItem(L"line");
+    std::wstring text = L"line";
+    for (int i = 1; i < lines; ++i) text += L"\r\nline";
+    list.ShowPasted(text);
+    if (lines == 0) list.ClearList();
   }
 
-  ui::MemoryFocus focus;
-  ui::MemoryListBox box{focus};
-  ResultList list{box};
+  ResultList list;
 };
 
-TEST_F(ResultListTest, A_line_is_appended_unchanged_and_selected) {
+TEST_F(ResultListTest, A_line_is_appended_unchanged) {
   list.AddToList(L"  one ");
   list.AddToList(L"two");
-  EXPECT_EQ(box.lines, (Lines{L"  one ", L"two"}));
-  EXPECT_EQ(box.SelectedIndex(), 1);
+  EXPECT_EQ(list.Lines(), (Lines{L"  one ", L"two"}));
 }
 
 TEST_F(ResultListTest, With_1000_lines_the_next_makes_1001) {
   Fill(1000);
   list.AddToList(L"new");
-  EXPECT_EQ(box.Count(), 1001);
+  EXPECT_EQ(list.Lines().size(), 1001U);
 }
 
 TEST_F(ResultListTest, With_1001_lines_the_next_is_the_only_one) {
   Fill(1001);
   list.AddToList(L"new");
-  EXPECT_EQ(box.lines, Lines{L"new"});
-  EXPECT_EQ(box.SelectedIndex(), 0);
+  EXPECT_EQ(list.Lines(), Lines{L"new"});
 }
 
 TEST_F(ResultListTest, A_batch_leaves_what_its_lines_would_leave_one_by_one) {
@@ -45,71 +43,59 @@ TEST_F(ResultListTest, A_batch_leaves_what_its_lines_would_leave_one_by_one) {
     for (const int added : {0, 1, 2, 1000, 1001, 1002, 2003, 5000}) {
       Lines lines;
       for (int i = 0; i < added; ++i) lines.push_back(std::to_wstring(i));
-      box.Clear();
       Fill(held);
       for (const std::wstring& line : lines) list.AddToList(line);
-      const Lines oneByOne = box.lines;
-      const int selected = box.SelectedIndex();
-      box.Clear();
+      const Lines oneByOne = list.Lines();
       Fill(held);
       list.AddBatch(lines);
-      EXPECT_EQ(box.lines, oneByOne) << held << " + " << added;
-      EXPECT_EQ(box.SelectedIndex(), selected);
+      EXPECT_EQ(list.Lines(), oneByOne) << held << " + " << added;
     }
   }
 }
 
 TEST_F(ResultListTest, A_text_that_ends_in_a_line_break_adds_an_empty_last_line) {
   list.AddLinesToList(L"a\r\n");
-  EXPECT_EQ(box.lines, (Lines{L"a", L""}));
+  EXPECT_EQ(list.Lines(), (Lines{L"a", L""}));
 }
 
 TEST_F(ResultListTest, An_empty_text_adds_one_empty_line) {
   list.AddLinesToList(L"");
-  EXPECT_EQ(box.lines, Lines{L""});
+  EXPECT_EQ(list.Lines(), Lines{L""});
 }
 
 TEST_F(ResultListTest, A_lone_carriage_return_or_line_feed_breaks_no_line) {
   list.AddLinesToList(L"a\rb\nc\r\nd");
-  EXPECT_EQ(box.lines, (Lines{L"a\rb\nc", L"d"}));
+  EXPECT_EQ(list.Lines(), (Lines{L"a\rb\nc", L"d"}));
 }
 
 TEST_F(ResultListTest, Every_copied_line_is_followed_by_a_line_break) {
   EXPECT_EQ(list.AllLines(), L"");
-  box.lines = {L"a", L"b"};
+  list.AddBatch({L"a", L"b"});
   EXPECT_EQ(list.AllLines(), L"a\r\nb\r\n");
 }
 
 TEST_F(ResultListTest, A_pasted_text_replaces_the_list_line_by_line) {
-  box.lines = {L"old"};
+  list.AddToList(L"old");
   list.ShowPasted(L"x\r\ny");
-  EXPECT_EQ(box.lines, (Lines{L"x", L"y"}));
-  EXPECT_TRUE(box.redrawing);
+  EXPECT_EQ(list.Lines(), (Lines{L"x", L"y"}));
 }
 
 TEST_F(ResultListTest, A_pasted_text_that_ends_in_a_line_break_has_an_empty_last_line) {
   list.ShowPasted(L"x\r\ny\r\n");
-  EXPECT_EQ(box.lines, (Lines{L"x", L"y", L""}));
+  EXPECT_EQ(list.Lines(), (Lines{L"x", L"y", L""}));
 }
 
 TEST_F(ResultListTest, Pasting_drops_one_line_feed_only) {
   list.ShowPasted(L"x\r\n\ny");
-  EXPECT_EQ(box.lines, (Lines{L"x", L"\ny"}));
+  EXPECT_EQ(list.Lines(), (Lines{L"x", L"\ny"}));
 }
 
-TEST_F(ResultListTest, Pasting_knows_no_limit_and_selects_nothing) {
+TEST_F(ResultListTest, The_number_of_pasted_lines_is_not_limited) {
   std::wstring text;
   for (int i = 0; i < 3000; ++i) text += L"x\r\n";
   list.ShowPasted(text);
-  EXPECT_EQ(box.Count(), 3001);
-  EXPECT_EQ(box.SelectedIndex(), -1);
-}
-
-TEST_F(ResultListTest, The_horizontal_extent_is_a_multiple_of_the_client_width) {
-  box.clientWidth = 321;
-  SetListExtent(box, 3);
-  EXPECT_EQ(box.horizontalExtent, 963);
+  EXPECT_EQ(list.Lines().size(), 3001U);
 }
 
 }  // namespace
-}  // namespace tarvik
+}  // namespace tarvik::report

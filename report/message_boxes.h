@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace tarvik::ui {
+namespace tarvik::report {
 
 /// The program's name, as titles show it.
 inline constexpr const wchar_t* kProgramTitle = L"Tarvik";
@@ -27,4 +27,4 @@ class MessageBoxes {
   virtual bool AskYesNo(const std::wstring& text, bool defaultIsNo, const std::wstring& title = {}) = 0;
 };
 
-}  // namespace tarvik::ui
+}  // namespace tarvik::report

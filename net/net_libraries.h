@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "net/icmp.h"
+#include "net/ip_helper.h"
+#include "net/winsock.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/os_version.h"
+#include "platform/processes.h"
+
+namespace tarvik {
+
+/// What the reachability check asks of Windows.
+struct NetLibraries {
+  Winsock& winsock;
+  IcmpLibrary& icmp;
+  IcmpLibrary::Handle icmpHandle;
+  IpHelper& ipHelper;
+  OsVersion& osVersion;
+  Files& files;
+  Processes& processes;
+  CodePage& codePage;
+  const std::wstring& programFolder;  ///< where ipconfig's output is written temporarily
+};
+
+}  // namespace tarvik

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <utility>
+
+namespace tarvik {
+
+/// Calls `action`, which must not throw, when the scope is left on any path: for what is set and then
+/// restored.
+template <typename Action>
+class [[nodiscard]] ScopeGuard {
+ public:
+  explicit ScopeGuard(Action action) : action_(std::move(action)) {}
+  ~ScopeGuard() { action_(); }
+  ScopeGuard(const ScopeGuard&) = delete;
+  ScopeGuard& operator=(const ScopeGuard&) = delete;
+
+ private:
+  Action action_;
+};
+
+}  // namespace tarvik

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "report/message_boxes.h"
+#include "report/pump.h"
+#include "report/result_list.h"
+#include "resources/messages.h"
+
+namespace tarvik::report {
+
+/// What every check works with besides its libraries. All of it outlives the check.
+struct CheckContext {
+  ResultList& results;
+  MessageBoxes& boxes;
+  const Texts& texts;
+  Pump& pump;
+};
+
+}  // namespace tarvik::report

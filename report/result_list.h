@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace tarvik::report {
+
+/// Displays a result list.
+class ResultView {
+ public:
+  virtual ~ResultView() = default;
+
+  /// The list has changed: its first `kept` lines are those of the previous call, the others are new.
+  /// `selectLast`: the last line is to be selected and scrolled into view. May throw RuntimeError.
+  virtual void Update(const std::vector<std::wstring>& lines, size_t kept, bool selectLast) = 0;
+};
+
+/// The lines into which every check reports, in the order in which they were added. It works with and without
+/// a view.
+class ResultList {
+ public:
+  ResultList() = default;
+  /// `view` displays the list and outlives it.
+  explicit ResultList(ResultView& view) : view_(&view) {}
+  ResultList(const ResultList&) = delete;
+  ResultList& operator=(const ResultList&) = delete;
+
+  const std::vector<std::wstring>& Lines() const { return lines_; }
+
+  /// Appends one line and selects it. A list of more than 1,000 lines is cleared first.
+  void AddToList(const std::wstring& text) { AddBatch({text}); }
+
+  /// Appends each piece between line breaks ("\r\n") as a line; an empty text is one empty line.
+  void AddLinesToList(const std::wstring& text);
+
+  /// Appends the lines as repeated calls of AddToList would, but updates the view once.
+  void AddBatch(const std::vector<std::wstring>& lines);
+
+  void ClearList();
+
+  /// All lines, each followed by "\r\n".
+  std::wstring AllLines() const;
+
+  /// Shows a text that was copied from a result list: clears the list, splits the text at "\r" and drops a
+  /// "\n" at the start of each piece. The number of lines is not limited and no line is selected.
+  void ShowPasted(const std::wstring& text);
+
+ private:
+  void UpdateView(size_t kept, bool selectLast);
+
+  std::vector<std::wstring> lines_;
+  ResultView* view_ = nullptr;
+};
+
+}  // namespace tarvik::report

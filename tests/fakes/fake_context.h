@@ -1,0 +1,44 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/runtime_error.h"
+#include "report/check_context.h"
+#include "resources/resource.h"
+#include "tests/fakes/fake_boxes.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_files.h"
+#include "tests/fakes/fake_profile_strings.h"
+#include "tests/fakes/fake_pump.h"
+
+namespace tarvik::test {
+
+/// A view that only counts, or refuses every update.
+class FakeResultView final : public report::ResultView {
+ public:
+  void Update(const std::vector<std::wstring>&, size_t, bool) override {
+    if (refusing) throw RuntimeError(L"The list takes no line.");
+    ++updates;
+  }
+
+  bool refusing = false;
+  int updates = 0;
+};
+
+/// The context of a check, without any window. The language mode is that of the built-in English texts.
+struct FakeContext {
+  FakeResultView view;
+  report::ResultList results{view};
+  FakeBoxes boxes;
+  FakePump pump;
+  FakeCodePage codePage;
+  FakeFiles files;
+  FakeProfileStrings profile;
+  Resource resource{files, profile, codePage,
+                    boxes};  ///< without a file: every text is its number in brackets
+  LanguageMode mode = 1;
+  Texts texts{mode, resource};
+  report::CheckContext context{results, boxes, texts, pump};
+};
+
+}  // namespace tarvik::test

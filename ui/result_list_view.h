@@ -1,0 +1,23 @@
+#pragma once
+
+#include "report/result_list.h"
+#include "ui/control.h"
+
+namespace tarvik::ui {
+
+/// Shows a result list in a list box that nobody else changes.
+class ResultListView final : public report::ResultView {
+ public:
+  explicit ResultListView(ListBox& box) : box_(box) {}
+
+  /// Throws RuntimeError when the box refuses a line; the next update shows all lines again.
+  void Update(const std::vector<std::wstring>& lines, size_t kept, bool selectLast) override;
+
+ private:
+  ListBox& box_;
+};
+
+/// Lets the list box scroll sideways over `factor` times the width of its client area.
+void SetListExtent(ListBox& box, int16_t factor);
+
+}  // namespace tarvik::ui
