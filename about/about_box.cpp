@@ -6,10 +6,9 @@
 #include "about/os_version_info.h"
 #include "about/system_information.h"
 #include "app/control_ids.h"
-#include "platform/runtime_error.h"
 #include "platform/text.h"
 #include "resources/version.h"
-#include "ui/layout.h"
+#include "ui/form_layout.h"
 
 namespace tarvik {
 namespace {
@@ -20,8 +19,8 @@ constexpr wchar_t kExtraDescription[] = L"";
 constexpr ProgramVersion kThisProgram{TARVIK_VERSION_MAJOR, TARVIK_VERSION_MINOR, TARVIK_VERSION_PATCH,
                                       TARVIK_VERSION_BUILD};
 
-constexpr int kLeastWidthOfBoxInLines = 22;
-constexpr size_t kLongestLine = 120;
+constexpr int kMinWidthInLines = 22;
+constexpr size_t kMaxLineLength = 120;
 
 /// The report as a label shows it: paths are longer than a window should be wide, and an "&" in one is no
 /// mnemonic.
@@ -31,7 +30,7 @@ std::wstring ForLabel(const std::wstring& report) {
   for (size_t i = 0; i < report.size(); ++i) {
     const wchar_t letter = report[i];
     const bool lineEnds = letter == L'\n' || report.compare(i, 2, L"\r\n") == 0;
-    if (!lineEnds && column >= kLongestLine) {
+    if (!lineEnds && column >= kMaxLineLength) {
       text += L"\r\n";
       column = 0;
     }
@@ -69,38 +68,25 @@ frmAbout::frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, OsVersion
   form_->SetCaption(std::wstring(report::kProgramTitle) + L" Version Information");
   form_->FixSize();
   LayOut();
-  form_->onScalingChanged = [this] { Guarded(&frmAbout::LayOut); };
-  form_->onEscape = [this] { Guarded(&frmAbout::cmdOK_Click); };
+  form_->onScalingChanged = [this] { LayOut(); };
+  form_->onEscape = [this] { cmdOK_Click(); };
   form_->onUnload = [this] { closed_ = true; };
-  cmdOK.onClick = [this] { Guarded(&frmAbout::cmdOK_Click); };
-  cmdSysInfo.onClick = [this] { Guarded(&frmAbout::cmdSysInfo_Click); };
-}
-
-void frmAbout::Guarded(void (frmAbout::*handler)()) {
-  try {
-    (this->*handler)();
-  } catch (const RuntimeError& error) {
-    form_->Boxes().Show(error.Text(), report::BoxIcon::Critical);
-  }
+  cmdOK.onClick = [this] { cmdOK_Click(); };
+  cmdSysInfo.onClick = [this] { cmdSysInfo_Click(); };
 }
 
 void frmAbout::LayOut() {
-  const int line = form_->LineHeight();
-  const int near = std::max(1, (line + 1) / 3);
-  const int far = 2 * near;
+  const auto [gap, margin] = ui::SpacingOf(*form_);
   const ui::BoxPtr all = ui::Column(
-      2 * far,
-      ui::Boxed(ui::Column(near, ui::Boxed(ui::Fit(lblTitle, {}), ui::Fit(lblVersion, {}),
-                                           ui::Fit(lblOsVersion, {}))),
-                ui::Fit(lblModules, {}),
-                ui::Row(near, ui::Boxed(ui::Filler(), ui::Fit(cmdOK, {}), ui::Fit(cmdSysInfo, {})))));
+      2 * margin,
+      ui::Boxed(ui::Column(gap, ui::Boxed(ui::Captioned(lblTitle), ui::Captioned(lblVersion),
+                                          ui::Captioned(lblOsVersion))),
+                ui::Captioned(lblModules),
+                ui::Row(gap, ui::Boxed(ui::Filler(), ui::Captioned(cmdOK), ui::Captioned(cmdSysInfo)))));
   const ui::Size needed = all->Measure();
-  const int width = std::max(needed.width, kLeastWidthOfBoxInLines * line);
-  all->Place({2 * far, 2 * far, width, needed.height});
-  const ui::Size window = form_->WindowSize();
-  const ui::Size client = form_->ClientSize();
-  form_->SetWindowSize({width + 4 * far + window.width - client.width,
-                        needed.height + 4 * far + window.height - client.height});
+  const int width = std::max(needed.width, kMinWidthInLines * form_->LineHeight());
+  all->Place({2 * margin, 2 * margin, width, needed.height});
+  form_->SetWindowSize(ui::WindowSizeFor(*form_, {width + 4 * margin, needed.height + 4 * margin}));
 }
 
 void frmAbout::cmdOK_Click() { form_->Close(); }

@@ -45,8 +45,6 @@ class frmAbout {
  private:
   void cmdOK_Click();
   void cmdSysInfo_Click();
-  /// The event boundary, as the main window's.
-  void Guarded(void (frmAbout::*handler)());
   void LayOut();
 
   std::unique_ptr<ui::Form> form_;

@@ -23,25 +23,16 @@ Form1::Form1(Form1Ground ground)
       controls_(ground_.form),
       resultView_(controls_.lstResult),
       results_(resultView_),
-      resource_(ground_.files, ground_.profile, ground_.codePage, ground_.boxes) {
+      resource_(ground_.files, ground_.profile, ground_.codePage) {
   const ui::Size design = LayOutForm1(ground_.form, controls_);
   ground_.form.SetMinimumWindowSize(design);
   ground_.form.SetWindowSize(design);
   WireEvents();
 }
 
-void Form1::Guarded(const std::function<void()>& handler) {
-  try {
-    handler();
-  } catch (const RuntimeError& error) {
-    ground_.boxes.Show(report::ErrorText(error, texts_), report::BoxIcon::Critical);
-  }
-}
-
 void Form1::WireEvents() {
-  const auto on = [this](void (Form1::*handler)()) {
-    return [this, handler] { Guarded([&] { (this->*handler)(); }); };
-  };
+  const auto on = [this](void (Form1::*handler)()) { return [this, handler] { (this->*handler)(); }; };
+  ground_.form.errorText = [this](const RuntimeError& error) { return report::ErrorText(error, texts_); };
   ground_.form.onActivate = on(&Form1::Form_Activate);
   ground_.form.onResize = on(&Form1::Form_Resize);
   ground_.form.onScalingChanged = on(&Form1::LayOutAgain);
@@ -56,12 +47,12 @@ void Form1::WireEvents() {
   controls_.cmdAllFtpTest.onClick = on(&Form1::cmdAllFtpTest_Click);
   controls_.cmdK7Api.onClick = on(&Form1::cmdK7Api_Click);
   controls_.lblK7ServerStatus.onClick = on(&Form1::lblK7ServerStatus_Click);
-  controls_.cmdStartK7Server.onClick = [this] { Guarded([&] { cmdStartStopK7Server_Click(1); }); };
-  controls_.cmdStopK7Server.onClick = [this] { Guarded([&] { cmdStartStopK7Server_Click(0); }); };
+  controls_.cmdStartK7Server.onClick = [this] { cmdStartStopK7Server_Click(1); };
+  controls_.cmdStopK7Server.onClick = [this] { cmdStartStopK7Server_Click(0); };
   controls_.cmdK7ServerDebug.onClick = on(&Form1::cmdK7ServerDebug_Click);
-  controls_.tabMode.onPageFront = [this](int page) { Guarded([&] { tabMode_PageFront(page); }); };
+  controls_.tabMode.onPageFront = [this](int page) { tabMode_PageFront(page); };
   controls_.lblK7UdpPortNo.onMouseDown = controls_.txtTcpPortNo.onMouseDown =
-      [this](int16_t button, int16_t shift) { Guarded([&] { lblK7UdpPortNo_MouseDown(button, shift); }); };
+      [this](int16_t button, int16_t shift) { lblK7UdpPortNo_MouseDown(button, shift); };
   controls_.mnuHelpSub.onClick = on(&Form1::mnuHelpSub_Click);
   controls_.chkAccessCode.onClick = on(&Form1::chkAccessCode_Click);
   controls_.cmdGetInfo.onClick = on(&Form1::cmdGetInfo_Click);
@@ -69,7 +60,7 @@ void Form1::WireEvents() {
   controls_.lstResult.onDoubleClick = on(&Form1::lstResult_DblClick);
 
   controls_.cmbIPAddr.onKeyDown = [this](int16_t keyCode, int16_t shift) {
-    Guarded([&] { cmbIPAddr_KeyDown(keyCode, shift); });
+    cmbIPAddr_KeyDown(keyCode, shift);
   };
   controls_.cmbIPAddr.onKeyPress = [this](int16_t& key) {
     KeyPress_HostRange(key, controls_.cmbIPAddr, ground_.codePage);
@@ -80,7 +71,7 @@ void Form1::WireEvents() {
   controls_.txtPingReqCount.onValidate = [this] { return txtPingReqCount_Validate(); };
   for (ui::TextBox* const box : {&controls_.txtTcpPortNo, &controls_.txtPingReqCount,
                                  &controls_.txtNxlibTimeOut, &controls_.txtK7ApiTestCount})
-    box->onGotFocus = [this, box] { Guarded([&] { TextBoxSellAll(*box); }); };
+    box->onGotFocus = [box] { TextBoxSellAll(*box); };
 }
 
 void Form1::Form_Resize() {

@@ -140,24 +140,15 @@ class Form1 {
   bool txtPingReqCount_Validate();
   void Form_Escape();
 
-  /// A run that a click or the command line begins. While it lives, closing is refused and cmdPing offers
-  /// the stop; its end clears the flags and restores the caption, however the run ended.
-  class OutermostRun {
-   public:
-    explicit OutermostRun(Form1& form);
-    ~OutermostRun();
-
-   private:
-    Form1& form_;
-  };
-  /// The K7 API test that a click began: closing is refused and the next click is the stop.
-  class K7ApiRun;
+  /// Calls the K7 API test under the hourglass, while cmdK7Api offers the stop.
+  bool WhileStopIsOffered(const std::function<bool()>& test);
   /// Carries a command to the K7 service out. `active` is true meanwhile.
   using K7ServiceCommand = std::function<void(const report::CheckContext&, SvcUtl&, const ShowServiceState&)>;
   void CommandService(bool& active, const K7ServiceCommand& command);
   bool ServiceBusy() const { return changingService_ || queryingService_; }
-  /// Begins a run and calls `routine` in it; while one is active it raises the stop request instead. Every
-  /// button that starts a test starts it this way, except cmdK7Api, whose test has its own stop.
+  /// Begins a run and calls `routine` in it; while one is active it raises the stop request instead. During a
+  /// run the window refuses to close and cmdPing offers the stop. Every button that starts a test starts it
+  /// this way, except cmdK7Api, whose test has its own stop.
   bool RunOutermost(const std::function<bool()>& routine);
   /// Calls `test`, then lets the pending window events run, also when it throws: what the user clicks while a
   /// library blocks the program has to reach the test before its flags are cleared. Left in the queue, a
@@ -165,8 +156,6 @@ class Form1 {
   bool RunToLastEvent(const std::function<bool()>& test);
 
   void WireEvents();
-  /// The event boundary: calls a handler and shows its RuntimeError in the standard error dialog.
-  void Guarded(const std::function<void()>& handler);
   /// Disables the window and shows the hourglass over every window of the program; false undoes both.
   void SetBusy(bool busy);
   bool RunReachabilityCheck();

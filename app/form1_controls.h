@@ -7,8 +7,8 @@ namespace tarvik {
 /// The pages of `tabMode`. The numbers never move, also when a page is switched off.
 enum Page : int { kPingPage, kNexalPage, kK7ApiPage, kK7SvcPage, kFtpPage, kPageCount };
 
-/// Every control and menu command of the main window, made in the order of the Tab key. Captions are the
-/// built-in English ones until the caption loader replaces them.
+/// Every control and menu command of the main window, created in the order of the Tab key. Captions are the
+/// built-in English ones until LoadCaptions replaces them.
 struct Form1Controls {
   explicit Form1Controls(ui::Form& form);
 

@@ -1,90 +1,55 @@
-// The K7 pages.
+// The test of page K7 Api.
 
 #include <limits>
-#include <optional>
 
 #include "app/form1.h"
 #include "k7/k7_api_check.h"
 #include "platform/runtime_error.h"
+#include "platform/scope_guard.h"
 #include "report/typed_numbers.h"
 #include "ui/hourglass.h"
 
 namespace tarvik {
-namespace {
-
-/// The button offers the stop for as long as it lives.
-class StopCaption {
- public:
-  explicit StopCaption(ui::Button& button) : button_(button), causedValidation_(button.causesValidation) {
-    button_.SetCaption(RowOf(Message::StopButton).english);
-    button_.causesValidation = false;
-  }
-  ~StopCaption() {
-    // Another test around this one may still offer its stop.
-    button_.causesValidation = causedValidation_;
-    try {
-      button_.SetCaption(RowOf(Message::K7ApiButton).english);
-    } catch (const RuntimeError&) {
-      // The test has ended all the same; a caption is no reason to end the program.
-    }
-  }
-  StopCaption(const StopCaption&) = delete;
-  StopCaption& operator=(const StopCaption&) = delete;
-
- private:
-  ui::Button& button_;
-  const bool causedValidation_;
-};
-
-/// Clears the stop request at the end of a test, unless the test is part of a run, whose request it is.
-class StopRequestOfTest {
- public:
-  explicit StopRequestOfTest(RunFlags& flags) : flags_(flags) {}
-  ~StopRequestOfTest() {
-    if (!flags_.busy) flags_.stopRequested = false;
-  }
-  StopRequestOfTest(const StopRequestOfTest&) = delete;
-  StopRequestOfTest& operator=(const StopRequestOfTest&) = delete;
-
- private:
-  RunFlags& flags_;
-};
-
-}  // namespace
-
-class Form1::K7ApiRun {
- public:
-  explicit K7ApiRun(Form1& form) : form_(form) { form_.k7ApiBusy_ = true; }
-  ~K7ApiRun() { form_.k7ApiBusy_ = false; }
-  K7ApiRun(const K7ApiRun&) = delete;
-  K7ApiRun& operator=(const K7ApiRun&) = delete;
-
- private:
-  Form1& form_;
-};
-
 bool Form1::RunK7ApiTest() {
   if (missing_.k7Api) return true;
   bool passed = false;
-  Guarded([&] {
-    const StopRequestOfTest stopRequest(ground_.flags);
-    const std::wstring address = controls_.cmbIPAddr.Text();
-    // Without an address nothing begins that would have to be seen or stopped.
-    std::optional<ui::Hourglass> hourglass;
-    std::optional<StopCaption> caption;
-    if (!address.empty()) {
-      hourglass.emplace(ground_.form);
-      caption.emplace(controls_.cmdK7Api);
-    }
-    const std::wstring count = controls_.txtK7ApiTestCount.Text();
-    passed = RunToLastEvent([&] {
-      return tarvik::RunK7ApiTest(context_, ground_.k7Api, ground_.codePage, address,
-                                  commandLine_.k7ServerHost, count,
-                                  report::NumberRequiredText(count, controls_.lblTestCount.Caption(), 0,
-                                                             std::numeric_limits<int32_t>::max(), texts_));
+  ground_.form.Guarded([&] {
+    // The stop request of a run that contains this test is not this test's to clear.
+    const ScopeGuard clearStopRequest([this] {
+      if (!ground_.flags.busy) ground_.flags.stopRequested = false;
     });
+    const std::wstring count = controls_.txtK7ApiTestCount.Text();
+    const auto test = [&](const std::wstring& address) {
+      return RunToLastEvent([&] {
+        return tarvik::RunK7ApiTest(context_, ground_.k7Api, ground_.codePage, address,
+                                    commandLine_.k7ServerHost, count,
+                                    report::NumberRequiredText(count, controls_.lblTestCount.Caption(), 0,
+                                                               std::numeric_limits<int32_t>::max(), texts_));
+      });
+    };
+    const std::wstring address = controls_.cmbIPAddr.Text();
+    // Without an address the test ends at once; there is nothing to stop.
+    passed = address.empty() ? test(address) : WhileStopIsOffered([&] { return test(address); });
   });
   return passed;
+}
+
+bool Form1::WhileStopIsOffered(const std::function<bool()>& test) {
+  const ScopeGuard hourglass = ui::ShowHourglass(ground_.form);
+  ui::Button& button = controls_.cmdK7Api;
+  const bool causedValidation = button.causesValidation;
+  button.SetCaption(RowOf(Message::StopButton).english);
+  button.causesValidation = false;
+  const ScopeGuard restore([&] {
+    // Another test around this one may still offer its stop.
+    button.causesValidation = causedValidation;
+    try {
+      button.SetCaption(RowOf(Message::K7ApiButton).english);
+    } catch (const RuntimeError&) {
+      // A refused caption is no reason to end the program.
+    }
+  });
+  return test();
 }
 
 void Form1::cmdK7Api_Click() {
@@ -92,7 +57,8 @@ void Form1::cmdK7Api_Click() {
     ground_.flags.stopRequested = true;
     return;
   }
-  const K7ApiRun run(*this);
+  k7ApiBusy_ = true;
+  const ScopeGuard done([this] { k7ApiBusy_ = false; });
   RunK7ApiTest();
 }
 

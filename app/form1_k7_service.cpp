@@ -19,7 +19,7 @@ void Form1::StartServiceControl() {
   svcUtl_ = std::make_unique<SvcUtl>(ground_.svcKit, FileUtil(ground_.kernel, ground_.version), ground_.boxes,
                                      ground_.pump, ground_.codePage);
   if (svcUtl_->mInitialize(languageMode_))
-    Guarded([this] { lblK7ServerStatus_Click(); });
+    ground_.form.Guarded([this] { lblK7ServerStatus_Click(); });
   else
     missing_.serviceSetup = true;
 }

@@ -4,32 +4,31 @@
 #include "app/form1.h"
 #include "ftp/ftp_check.h"
 #include "platform/runtime_error.h"
+#include "platform/scope_guard.h"
 #include "report/typed_numbers.h"
 #include "ui/hourglass.h"
 
 namespace tarvik {
-
-Form1::OutermostRun::OutermostRun(Form1& form) : form_(form) {
-  form_.ground_.flags = {true, form_.k7ApiBusy_ && form_.ground_.flags.stopRequested};
-}
-
-Form1::OutermostRun::~OutermostRun() {
-  // Inside a K7 API test that a click began, the stop request is that test's too.
-  form_.ground_.flags = {false, form_.k7ApiBusy_ && form_.ground_.flags.stopRequested};
-  form_.controls_.cmdPing.causesValidation = true;
-  try {
-    form_.controls_.cmdPing.SetCaption(RowOf(Message::PingButton).english);
-  } catch (const RuntimeError&) {
-    // The run has ended all the same; a caption is no reason to end the program.
-  }
-}
 
 bool Form1::RunOutermost(const std::function<bool()>& routine) {
   if (ground_.flags.busy) {
     ground_.flags.stopRequested = true;
     return false;
   }
-  const OutermostRun run(*this);
+  // Inside a K7 API test that a click began, the stop request is that test's too.
+  const auto setFlags = [this](bool busy) {
+    ground_.flags = {busy, k7ApiBusy_ && ground_.flags.stopRequested};
+  };
+  setFlags(true);
+  const ScopeGuard end([&] {
+    setFlags(false);
+    controls_.cmdPing.causesValidation = true;
+    try {
+      controls_.cmdPing.SetCaption(RowOf(Message::PingButton).english);
+    } catch (const RuntimeError&) {
+      // A refused caption is no reason to end the program.
+    }
+  });
   controls_.cmdPing.SetCaption(texts_.GetOrEmpty(Message::StopButton));
   controls_.cmdPing.causesValidation = false;
   return RunToLastEvent(routine);
@@ -48,7 +47,7 @@ bool Form1::RunToLastEvent(const std::function<bool()>& test) {
 }
 
 bool Form1::RunReachabilityCheck() {
-  const ui::Hourglass hourglass(ground_.form);
+  const ScopeGuard hourglass = ui::ShowHourglass(ground_.form);
   results_.ClearList();
   const int32_t count =
       report::ToInt32(controls_.txtPingReqCount.Text(), controls_.lblPingReqCount.Caption());

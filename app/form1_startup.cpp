@@ -6,6 +6,7 @@
 #include "app/form1.h"
 #include "platform/fixed_buffer.h"
 #include "platform/runtime_error.h"
+#include "platform/scope_guard.h"
 #include "platform/text.h"
 
 namespace tarvik {
@@ -16,18 +17,6 @@ constexpr wchar_t kSeparator[] = L"-----";
 constexpr int32_t kJapanese = 1041;
 constexpr int32_t kEnglish = 1033;
 constexpr int16_t kListExtentFactor = 3;
-
-/// True while it lives: the window cannot be closed under its own start-up.
-class Loading {
- public:
-  explicit Loading(bool& loading) : loading_(loading) { loading_ = true; }
-  ~Loading() { loading_ = false; }
-  Loading(const Loading&) = delete;
-  Loading& operator=(const Loading&) = delete;
-
- private:
-  bool& loading_;
-};
 
 /// The configuration library between its Initialize and its Terminate.
 class ConfigurationSession {
@@ -50,9 +39,10 @@ class ConfigurationSession {
 }  // namespace
 
 void Form1::Form_Load() {
-  const Loading loading(loading_);
-  // A step that breaks is told, and the next ones are made all the same.
-  const auto step = [this](void (Form1::*make)()) { Guarded([&] { (this->*make)(); }); };
+  loading_ = true;  // the window cannot be closed during its own start-up
+  const ScopeGuard loaded([this] { loading_ = false; });
+  // A failing step is reported; the rest still run.
+  const auto step = [this](void (Form1::*make)()) { ground_.form.Guarded([&] { (this->*make)(); }); };
   productFamily_ = ground_.familyEdition;
   controls_.mnuPMC.SetVisible(false);
   RecordInitialSizes(ground_.form.WindowSize());
@@ -71,9 +61,9 @@ void Form1::Form_Load() {
   step(&Form1::CheckModules);
   step(&Form1::SwitchPages);
   step(&Form1::StartServiceControl);
-  Guarded([this] { LoadHistory(controls_.cmbIPAddr, ground_.settings); });
+  ground_.form.Guarded([this] { LoadHistory(controls_.cmbIPAddr, ground_.settings); });
   step(&Form1::PrefillNumbers);
-  if (TestOptionMask(kTopmost)) Guarded([this] { ground_.form.MakeTopmost(); });
+  if (TestOptionMask(kTopmost)) ground_.form.Guarded([this] { ground_.form.MakeTopmost(); });
   if (!commandLine_.targetHost.empty()) step(&Form1::TakeTargetFromCommandLine);
   ui::SetListExtent(controls_.lstResult, kListExtentFactor);
   step(&Form1::CheckK7ServicesEntry);
@@ -93,7 +83,7 @@ void Form1::ReadConfiguration() {
   // What the library does not tell, because it is absent or lacks a call, is the program's own.
   TakeProgramFolderAndLanguage();
   int32_t result = -1;
-  Guarded([&] {
+  ground_.form.Guarded([&] {
     if (ground_.configuration.Available()) result = AskConfiguration();
   });
   if (result != 0) ground_.boxes.Show(L"GetCommonDataFolder2 Error");
@@ -124,7 +114,7 @@ bool Form1::StartSockets() {
   // Read as a signed 16-bit number, as version 1.1 of the interface declares it; what is not greater than
   // zero is shown as its unsigned reading, so that "no limit" reads 65536.
   const auto datagram = static_cast<int16_t>(data.iMaxUdpDg);
-  Guarded([&] {
+  ground_.form.Guarded([&] {
     results_.AddToList(L"szDescription:" + text(data.szDescription, sizeof data.szDescription));
     results_.AddToList(L"szSystemStatus:" + text(data.szSystemStatus, sizeof data.szSystemStatus));
     results_.AddToList(L"iMaxSockets:" + Decimal(data.iMaxSockets));

@@ -110,11 +110,7 @@ int Run() {
                std::wstring(BehindProgramName(::GetCommandLineW())),
                ::GetUserDefaultUILanguage(),
                TARVIK_FAMILY_EDITION != 0});
-  try {
-    form1.Form_Load();
-  } catch (const RuntimeError& error) {
-    form.Boxes().Show(error.Text(), report::BoxIcon::Critical);
-  }
+  form.Guarded([&] { form1.Form_Load(); });
   // The auto-run has shown it, and the user may have minimised it since.
   if (!form.Visible()) form.Show();
   return ui::RunMainLoop(filter);

@@ -61,6 +61,13 @@ target_link_libraries(native_tests PRIVATE tarvik_memory bench_core lab_scenario
 # Sanitizers that only look at a test itself slow its compilation down.
 target_compile_options(native_tests PRIVATE -fno-sanitize=undefined)
 
+# The checks without any window.
+add_executable(ladder_without_window tests/unit/ladder_without_window.cpp)
+target_link_libraries(ladder_without_window PRIVATE tarvik_core)
+add_test(NAME native.report.Ladder_without_window COMMAND ladder_without_window)
+set_tests_properties(native.report.Ladder_without_window PROPERTIES LABELS native PASS_REGULAR_EXPRESSION
+  "PING test.*0002 Reply From.*CNC Type.*Live=True.*230 logged in.*O0001.NC.*Every rung passed")
+
 include(cmake/fuzzers.cmake)
 
 # Each suite on real windows has its own Windows, so suites run side by side. A suite that could not run here

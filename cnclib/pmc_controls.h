@@ -4,7 +4,8 @@
 
 namespace tarvik {
 
-/// Every control of the PMC read test window, made in the order of the Tab key, without captions.
+/// Every control of the PMC read test window, created in the order of the Tab key. Captions are the
+/// built-in English ones.
 struct PmcTestControls {
   explicit PmcTestControls(ui::Form& form);
 

@@ -66,26 +66,16 @@ frmPmcTest::frmPmcTest(std::unique_ptr<ui::Form> form, const Texts& texts, repor
   Form_Load();
 }
 
-void frmPmcTest::Guarded(const std::function<void()>& handler) {
-  try {
-    handler();
-  } catch (const RuntimeError& error) {
-    form_->Boxes().Show(report::ErrorText(error, texts_), report::BoxIcon::Critical);
-  }
-}
-
 void frmPmcTest::Form_Load() {
-  const auto on = [this](void (frmPmcTest::*handler)()) {
-    return [this, handler] { Guarded([&] { (this->*handler)(); }); };
-  };
-  form_->onResize = on(&frmPmcTest::Form_Resize);
-  form_->onScalingChanged = on(&frmPmcTest::Form_ScalingChanged);
+  form_->errorText = [this](const RuntimeError& error) { return report::ErrorText(error, texts_); };
+  form_->onResize = [this] { Form_Resize(); };
+  form_->onScalingChanged = [this] { Form_ScalingChanged(); };
   form_->onQueryClose = [this] { return !running_; };
   form_->onUnload = [this] { unloaded_ = true; };
-  form_->onEscape = on(&frmPmcTest::Form_Escape);
+  form_->onEscape = [this] { Form_Escape(); };
   controls_.cmdRead.onClick = [this] { cmdRead_Click(); };
-  controls_.cmdStop.onClick = on(&frmPmcTest::cmdStop_Click);
-  controls_.cmdClose.onClick = on(&frmPmcTest::cmdClose_Click);
+  controls_.cmdStop.onClick = [this] { cmdStop_Click(); };
+  controls_.cmdClose.onClick = [this] { cmdClose_Click(); };
 
   for (size_t i = 0; i < kAddressLetters.size(); ++i)
     controls_.cmbPmcAddr.InsertItem(static_cast<int>(i), std::wstring(1, kAddressLetters[i]));
@@ -103,19 +93,8 @@ void frmPmcTest::Form_Load() {
 
 void frmPmcTest::LoadCaptions() {
   form_->SetCaption(L"PMC Read Test");
-  const auto load = [this](ui::Element& element, Message message) {
-    element.SetCaption(texts_.GetOrEmpty(message));
-  };
-  load(controls_.lblPmcAddr, Message::PmcAddressLabel);
-  load(controls_.lblPmcStart, Message::PmcStartLabel);
-  load(controls_.lblPmcLen, Message::PmcLengthLabel);
-  load(controls_.lblTest, Message::PmcCountLabel);
-  load(controls_.lblSleep, Message::PmcIntervalLabel);
-  load(controls_.lblData, Message::PmcDataLabel);
-  load(controls_.lblResult, Message::PmcResultLabel);
-  load(controls_.cmdRead, Message::PmcReadButton);
-  load(controls_.cmdStop, Message::PmcStopButton);
-  load(controls_.cmdClose, Message::PmcCloseButton);
+  for (ui::Element* const element : form_->Captioned())
+    element->SetCaption(texts_.GetOrEmpty(*element->captionMessage));
 }
 
 void frmPmcTest::Form_Resize() {
@@ -137,7 +116,7 @@ void frmPmcTest::cmdRead_Click() {
   if (running_) return;
   const ReadRun run(*this);
   // Inside the run: the window must not go away under the error dialog either.
-  Guarded([this] { Read(); });
+  form_->Guarded([this] { Read(); });
   // The connection has closed by now, and the controller may have kept it waiting. What the user has clicked
   // meanwhile was clicked during this run: it must not begin another one, which would clear the log.
   pump_.LetEventsRun();
@@ -247,7 +226,7 @@ void frmPmcTest::ReadPmcOnce(CncLibrary::Handle handle, int32_t pass) {
 }
 
 void frmPmcTest::ShowData(const CncPmcRange& range, int16_t length) {
-  const ui::RedrawPause pause(controls_.lstData);
+  const ScopeGuard pause = ui::PauseRedraw(controls_.lstData);
   controls_.lstData.Clear();
   for (int16_t j = 0; j < length; ++j)
     controls_.lstData.AddItem(ZeroPadded(j, 4) + L"\t" + Hexadecimal(range.data[j]));

@@ -60,7 +60,6 @@ class frmPmcTest {
   void cmdClose_Click() { form_->Close(); }
   void Form_Escape();
 
-  void Guarded(const std::function<void()>& handler);
   void LoadCaptions();
   void Read();
   /// Reads once, reports it and lets events run.

@@ -1,5 +1,8 @@
 #include "report/result_list.h"
 
+#include <algorithm>
+
+#include "platform/scope_guard.h"
 #include "platform/text.h"
 
 namespace tarvik::report {
@@ -10,13 +13,22 @@ constexpr size_t kMaxLines = 1000;
 }  // namespace
 
 void ResultList::UpdateView(size_t kept, bool selectLast) {
-  if (view_ != nullptr) view_->Update(lines_, kept, selectLast);
+  if (view_ == nullptr) return;
+  const ScopeGuard count([this] { shown_ = view_->Count(); });
+  view_->Update(lines_, std::min(kept, shown_), selectLast);
+}
+
+void ResultList::ReadBack() {
+  if (view_ == nullptr || view_->Count() == shown_) return;
+  lines_ = view_->Shown();
+  shown_ = lines_.size();
 }
 
 void ResultList::AddLinesToList(const std::wstring& text) { AddBatch(Split(text, L"\r\n")); }
 
 void ResultList::AddBatch(const std::vector<std::wstring>& lines) {
   if (lines.empty()) return;
+  ReadBack();
   size_t kept = lines_.size();
   for (const std::wstring& line : lines) {
     // Cleared completely, not rotated: a long series of tests starts over with an empty list.
@@ -34,7 +46,8 @@ void ResultList::ClearList() {
   UpdateView(0, false);
 }
 
-std::wstring ResultList::AllLines() const {
+std::wstring ResultList::AllLines() {
+  ReadBack();
   std::wstring text;
   for (const std::wstring& line : lines_) text += line + L"\r\n";
   return text;

@@ -11,13 +11,17 @@ class ResultView {
  public:
   virtual ~ResultView() = default;
 
-  /// The list has changed: its first `kept` lines are those of the previous call, the others are new.
-  /// `selectLast`: the last line is to be selected and scrolled into view. May throw RuntimeError.
+  /// The list has changed: the first `kept` lines are shown already, the others are new. `selectLast`: the
+  /// last line is to be selected and scrolled into view. Throws RuntimeError when a line is refused; those
+  /// before it are shown.
   virtual void Update(const std::vector<std::wstring>& lines, size_t kept, bool selectLast) = 0;
+
+  virtual size_t Count() const = 0;
+  virtual std::vector<std::wstring> Shown() const = 0;
 };
 
 /// The lines into which every check reports, in the order in which they were added. It works with and without
-/// a view.
+/// a view. Another program, such as a test driver, may change the lines of a view: what is shown counts.
 class ResultList {
  public:
   ResultList() = default;
@@ -40,7 +44,7 @@ class ResultList {
   void ClearList();
 
   /// All lines, each followed by "\r\n".
-  std::wstring AllLines() const;
+  std::wstring AllLines();
 
   /// Shows a text that was copied from a result list: clears the list, splits the text at "\r" and drops a
   /// "\n" at the start of each piece. The number of lines is not limited and no line is selected.
@@ -48,9 +52,12 @@ class ResultList {
 
  private:
   void UpdateView(size_t kept, bool selectLast);
+  /// Takes over what another program has made of the view's lines.
+  void ReadBack();
 
   std::vector<std::wstring> lines_;
   ResultView* view_ = nullptr;
+  size_t shown_ = 0;  ///< lines in the view after its last update; fewer than `lines_` when it refused some
 };
 
 }  // namespace tarvik::report

@@ -84,21 +84,6 @@ std::wstring Resource::ReadString(int32_t id) {
   return codePage_.FromLanguage(TrimNull(bytes), language_);
 }
 
-void Resource::LoadRes(ui::Element& ctl, int32_t id, int16_t idx) {
-  const std::wstring_view type = ctl.TypeName();
-  if (type == L"Label" || type == L"CommandButton" || type == L"OptionButton" || type == L"CheckBox" ||
-      type == L"Frame" || type == L"Menu") {
-    ctl.SetCaption(LoadString(id));
-  } else if (type == L"SSTab") {
-    static_cast<ui::TabStrip&>(ctl).SetPageCaption(idx, LoadString(id));
-  } else if (type == L"ComboBox") {
-    auto& combo = static_cast<ui::ComboBox&>(ctl);
-    combo.InsertItem(combo.Count(), LoadString(id));
-  } else {
-    boxes_.Show(L"LoadRes(" + Decimal(id) + L"):Invalid control type [" + std::wstring(type) + L"]");
-  }
-}
-
 void Resource::Terminate() {
   cache_.clear();
   errorText_.clear();

@@ -8,16 +8,14 @@
 #include "platform/code_page.h"
 #include "platform/files.h"
 #include "platform/profile_strings.h"
-#include "report/message_boxes.h"
-#include "ui/control.h"
 
 namespace tarvik {
 
-/// The texts of one language file, by number, and the way to put them onto controls.
+/// The texts of one language file, by number.
 class Resource {
  public:
-  Resource(Files& files, ProfileStrings& profile, CodePage& codePage, report::MessageBoxes& boxes)
-      : files_(files), profile_(profile), codePage_(codePage), boxes_(boxes) {}
+  Resource(Files& files, ProfileStrings& profile, CodePage& codePage)
+      : files_(files), profile_(profile), codePage_(codePage) {}
 
   /// Looks for the language file of the locale id, then for the English one (1033). True when one was
   /// found. Without a file the object stays usable: LoadString gives numbers in brackets.
@@ -29,10 +27,6 @@ class Resource {
 
   /// As LoadString, but nothing when the file has no such text.
   std::optional<std::wstring> FindString(int32_t id);
-
-  /// Puts the string onto a control or menu item: its caption, the caption of tab `idx`, or a new item of
-  /// a combo box. A message box names a control that takes none of these.
-  void LoadRes(ui::Element& ctl, int32_t id, int16_t idx = 0);
 
   /// Releases the cache and the file; the object can be initialised again.
   void Terminate();
@@ -61,7 +55,6 @@ class Resource {
   Files& files_;
   ProfileStrings& profile_;
   CodePage& codePage_;
-  report::MessageBoxes& boxes_;
   int32_t language_ = 0;
   std::wstring commonDataFolder_;
   std::wstring resName_;

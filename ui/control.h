@@ -2,8 +2,12 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "resources/messages.h"
 
 namespace tarvik::ui {
 
@@ -51,6 +55,9 @@ class Element {
   virtual bool Visible() const = 0;
   virtual void SetEnabled(bool enabled) = 0;
   virtual bool Enabled() const = 0;
+
+  /// The message that is its caption; nothing when it has none, or another caption.
+  std::optional<Message> captionMessage;
 };
 
 /// An element with a place in the window.
@@ -161,6 +168,8 @@ class TabStrip : public Control {
   /// Throws RuntimeError when the page is switched off.
   virtual void BringToFront(int page) = 0;
   virtual int FrontPage() const = 0;
+  /// The messages that are the pages' captions; empty when they have others.
+  std::vector<Message> pageMessages;
   /// What the strip adds around its pages: the row of tabs and the frame.
   virtual Size FrameSize() const = 0;
   /// Where a page's controls start inside the strip's bounds; they are placed relative to the page.

@@ -4,7 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/runtime_error.h"
 #include "report/message_boxes.h"
+#include "resources/messages.h"
 #include "ui/control.h"
 
 namespace tarvik::ui {
@@ -39,6 +41,25 @@ class Form {
   virtual MenuItem& AddMenu(int id, const std::wstring& caption) = 0;
   /// A command in a menu that AddMenu made.
   virtual MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) = 0;
+
+  // Controls whose caption is a message; its built-in English text is the first caption.
+  Label& AddLabel(int id, int page, Message message);
+  Button& AddButton(int id, int page, Message message);
+  CheckBox& AddCheckBox(int id, int page, Message message);
+  /// One message a page.
+  TabStrip& AddTabStrip(int id, const std::vector<Message>& messages);
+  MenuItem& AddMenu(int id, Message message);
+  MenuItem& AddMenuCommand(int id, MenuItem& menu, Message message);
+
+  /// The elements that were created with a message, in the order of their creation.
+  const std::vector<Element*>& Captioned() const { return captioned_; }
+
+  /// The event boundary: calls one of the program's handlers and shows its RuntimeError in a critical box of
+  /// this form. Every handler is called this way.
+  void Guarded(const std::function<void()>& handler);
+
+  /// Puts an error into the words of that box; empty for the error's own text.
+  std::function<std::wstring(const RuntimeError& error)> errorText;
 
   /// The boxes that this window owns. They live as long as the form.
   virtual report::MessageBoxes& Boxes() = 0;
@@ -88,6 +109,16 @@ class Form {
   std::function<void()> onUnload;
   /// The Esc key, wherever the focus is.
   std::function<void()> onEscape;
+
+ protected:
+  /// Guarded, for a question: a handler that fails has not agreed. Without a handler the answer is yes.
+  bool Agrees(const std::function<bool()>& question);
+
+ private:
+  template <typename Type>
+  Type& WithMessage(Type& element, Message message);
+
+  std::vector<Element*> captioned_;
 };
 
 }  // namespace tarvik::ui

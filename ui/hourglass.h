@@ -1,19 +1,14 @@
 #pragma once
 
+#include "platform/scope_guard.h"
 #include "ui/form.h"
 
 namespace tarvik::ui {
 
-/// The hourglass over the window for as long as it lives.
-class Hourglass {
- public:
-  explicit Hourglass(Form& form) : form_(form) { form_.SetPointer(Pointer::Hourglass); }
-  ~Hourglass() { form_.SetPointer(Pointer::Default); }
-  Hourglass(const Hourglass&) = delete;
-  Hourglass& operator=(const Hourglass&) = delete;
-
- private:
-  Form& form_;
-};
+/// Shows the hourglass over the window as long as the returned guard exists.
+inline auto ShowHourglass(Form& form) {
+  form.SetPointer(Pointer::Hourglass);
+  return ScopeGuard([&form] { form.SetPointer(Pointer::Default); });
+}
 
 }  // namespace tarvik::ui

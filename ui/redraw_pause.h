@@ -1,19 +1,15 @@
 #pragma once
 
+#include "platform/scope_guard.h"
 #include "ui/control.h"
 
 namespace tarvik::ui {
 
-/// While it lives the list paints nothing, so that a batch of lines costs one painting.
-class RedrawPause {
- public:
-  explicit RedrawPause(ListBox& list) : list_(list) { list_.SetRedraw(false); }
-  ~RedrawPause() { list_.SetRedraw(true); }
-  RedrawPause(const RedrawPause&) = delete;
-  RedrawPause& operator=(const RedrawPause&) = delete;
-
- private:
-  ListBox& list_;
-};
+/// Keeps the list from painting as long as the returned guard exists, so that a batch of lines is painted
+/// once.
+inline auto PauseRedraw(ListBox& list) {
+  list.SetRedraw(false);
+  return ScopeGuard([&list] { list.SetRedraw(true); });
+}
 
 }  // namespace tarvik::ui

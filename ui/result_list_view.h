@@ -5,13 +5,14 @@
 
 namespace tarvik::ui {
 
-/// Shows a result list in a list box that nobody else changes.
+/// Shows a result list in a list box.
 class ResultListView final : public report::ResultView {
  public:
   explicit ResultListView(ListBox& box) : box_(box) {}
 
-  /// Throws RuntimeError when the box refuses a line; the next update shows all lines again.
   void Update(const std::vector<std::wstring>& lines, size_t kept, bool selectLast) override;
+  size_t Count() const override;
+  std::vector<std::wstring> Shown() const override;
 
  private:
   ListBox& box_;

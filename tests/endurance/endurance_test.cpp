@@ -92,7 +92,7 @@ class Endurance : public Form1Test {
 };
 
 TEST_F(Endurance, A_hundred_thousand_PMC_passes_leave_memory_and_handles_flat) {
-  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
   ui::MemoryForm& window = *lastForm;
   window.Get<ui::MemoryTextBox>(ID_txtCount).SetText(L"10000");
   window.Get<ui::MemoryTextBox>(ID_txtSleep).SetText(L"0");
@@ -104,7 +104,7 @@ TEST_F(Endurance, A_hundred_thousand_PMC_passes_leave_memory_and_handles_flat) {
     if (passes % 1000 == 0) cncLibrary.calls.clear();
   };
   ExpectFlat("100,000 PMC passes", [&] {
-    window.Get<ui::MemoryButton>(ID_cmdRead).onClick();
+    window.Get<ui::MemoryButton>(ID_cmdRead).Click();
     EXPECT_EQ(log.lines.size(), 10001U);
     log.lines = {};
   });
@@ -112,7 +112,7 @@ TEST_F(Endurance, A_hundred_thousand_PMC_passes_leave_memory_and_handles_flat) {
 }
 
 TEST_F(Endurance, One_read_of_a_hundred_thousand_passes_keeps_its_log_within_its_bounds) {
-  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
   ui::MemoryForm& window = *lastForm;
   window.Get<ui::MemoryTextBox>(ID_txtCount).SetText(L"100000");
   window.Get<ui::MemoryTextBox>(ID_txtSleep).SetText(L"0");
@@ -122,7 +122,7 @@ TEST_F(Endurance, One_read_of_a_hundred_thousand_passes_keeps_its_log_within_its
     longest = std::max(longest, log.lines.size());
     cncLibrary.calls.clear();
   };
-  window.Get<ui::MemoryButton>(ID_cmdRead).onClick();
+  window.Get<ui::MemoryButton>(ID_cmdRead).Click();
   EXPECT_EQ(longest, 32767U);
   EXPECT_EQ(log.lines.size(), 100000U - 3 * 32767U + 1);
 }
@@ -159,7 +159,7 @@ TEST_F(Endurance, A_thousand_further_windows_leave_memory_flat) {
   ExpectFlat("1,000 about boxes and PMC windows", [&] {
     for (int i = 0; i < 100; ++i) {
       for (const int command : {ID_mnuHelpSub, ID_mnuPMC}) {
-        form.Get<ui::MemoryMenuItem>(command).onClick();
+        form.Get<ui::MemoryMenuItem>(command).Click();
         lastForm->Close();
       }
     }

@@ -31,7 +31,7 @@ TEST_F(CncFailures, The_PMC_read_test_survives_every_failure) {
   routine.start = [](FailingProgram& program) {
     program.Start();
     program.Address().SetText(L"192.168.1.100");
-    program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+    program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
     auto& window = *program.Further();
     window.Get<ui::MemoryTextBox>(ID_txtCount).SetText(L"3");
     window.Get<ui::MemoryTextBox>(ID_txtPmcLen).SetText(L"2");
@@ -46,16 +46,14 @@ TEST_F(CncFailures, The_PMC_read_test_survives_every_failure) {
     for (const int id : {ID_lstData, ID_pmc_lstResult}) window.Get<ui::MemoryListBox>(id).lines.clear();
     window.Get<ui::MemoryLabel>(ID_lblCount).SetCaption(L"");
   };
-  routine.run = [](FailingProgram& program) {
-    program.Further()->Get<ui::MemoryButton>(ID_cmdRead).onClick();
-  };
+  routine.run = [](FailingProgram& program) { program.Further()->Get<ui::MemoryButton>(ID_cmdRead).Click(); };
   StrikeEveryCall(routine);
 }
 
 TEST_F(CncFailures, The_PMC_window_survives_every_failure) {
   Routine routine{"PMC window"};
   routine.run = [](FailingProgram& program) {
-    program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+    program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
     if (ui::MemoryForm* const window = program.Further()) window->Close();
   };
   StrikeEveryCall(routine);

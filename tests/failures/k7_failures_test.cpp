@@ -59,7 +59,7 @@ TEST_F(K7Failures, The_API_test_survives_every_failure) {
 
 TEST_F(K7Failures, The_state_of_the_service_survives_every_failure) {
   Routine routine = Command("K7 service, state", SvcUtl::pSvcCondRunning,
-                            [](FailingProgram& program) { program.Label(ID_lblK7ServerStatus).onClick(); });
+                            [](FailingProgram& program) { program.Label(ID_lblK7ServerStatus).Click(); });
   for (const int way : {2, 4, 5, 6})
     routine.silences.push_back({"QSetup_GetServiceStatus", "a state without a name is not shown", way});
   StrikeEveryCall(routine);
@@ -135,7 +135,7 @@ TEST_F(K7Failures, Adding_to_the_services_file_survives_every_failure) {
 TEST_F(K7Failures, The_editor_for_the_services_file_survives_every_failure) {
   Routine routine{"Services file, editor"};
   routine.run = [](FailingProgram& program) {
-    program.Label(ID_lblK7UdpPortNo).onMouseDown(ui::kLeftButton, ui::kCtrlHeld | ui::kAltHeld);
+    program.Label(ID_lblK7UdpPortNo).PressMouse(ui::kLeftButton, ui::kCtrlHeld | ui::kAltHeld);
   };
   StrikeEveryCall(routine);
 }

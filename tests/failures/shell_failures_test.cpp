@@ -50,8 +50,8 @@ class ShellFailures : public FailureTest {
     routine.start = [=](FailingProgram& program) {
       program.Start(L"-LANGID 1 -X 0", familyEdition);
       if (!withWindows) return;
-      program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
-      program.form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+      program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
+      program.form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
     };
     routine.run = [](FailingProgram& program) { program.form.Close(); };
     routine.check = [](FailingProgram& program) -> std::string {
@@ -85,11 +85,11 @@ TEST_F(ShellFailures, Shut_down_survives_every_failure) {
 TEST_F(ShellFailures, The_about_box_survives_every_failure) {
   Routine routine{"About box"};
   routine.run = [](FailingProgram& program) {
-    program.form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+    program.form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
     ui::MemoryForm* const box = program.Further();
     if (box == nullptr) return;
-    box->Get<ui::MemoryButton>(ID_cmdSysInfo).onClick();
-    box->Get<ui::MemoryButton>(ID_cmdOK).onClick();
+    box->Get<ui::MemoryButton>(ID_cmdSysInfo).Click();
+    box->Get<ui::MemoryButton>(ID_cmdOK).Click();
   };
   routine.silences = {{"GetVersionExA", "a Windows that does not tell its version has no name in the box"},
                       {"GetFileVersionInfoSizeW", "a module without a version is shown without it"},
@@ -107,7 +107,7 @@ TEST_F(ShellFailures, Copying_and_pasting_survive_every_failure) {
       program.form1->Results().AddBatch({L"one", L"two"});
       program.clipboard.text = L"three\r\nfour\r\n";
     };
-    routine.run = [](FailingProgram& program) { program.List().onDoubleClick(); };
+    routine.run = [](FailingProgram& program) { program.List().DoubleClick(); };
     StrikeEveryCall(routine);
   }
 }

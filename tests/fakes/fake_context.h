@@ -16,13 +16,19 @@ namespace tarvik::test {
 /// A view that only counts, or refuses every update.
 class FakeResultView final : public report::ResultView {
  public:
-  void Update(const std::vector<std::wstring>&, size_t, bool) override {
+  void Update(const std::vector<std::wstring>& lines, size_t, bool) override {
     if (refusing) throw RuntimeError(L"The list takes no line.");
     ++updates;
+    shown_ = lines;
   }
+  size_t Count() const override { return shown_.size(); }
+  std::vector<std::wstring> Shown() const override { return shown_; }
 
   bool refusing = false;
   int updates = 0;
+
+ private:
+  std::vector<std::wstring> shown_;
 };
 
 /// The context of a check, without any window. The language mode is that of the built-in English texts.
@@ -34,8 +40,7 @@ struct FakeContext {
   FakeCodePage codePage;
   FakeFiles files;
   FakeProfileStrings profile;
-  Resource resource{files, profile, codePage,
-                    boxes};  ///< without a file: every text is its number in brackets
+  Resource resource{files, profile, codePage};  ///< without a file: texts are numbers in brackets
   LanguageMode mode = 1;
   Texts texts{mode, resource};
   report::CheckContext context{results, boxes, texts, pump};

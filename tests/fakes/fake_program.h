@@ -35,7 +35,7 @@ struct FakeProgram {
   ui::MemoryComboBox& Address() { return form.Get<ui::MemoryComboBox>(ID_cmbIPAddr); }
   ui::MemoryTabStrip& Tabs() { return form.Get<ui::MemoryTabStrip>(ID_tabMode); }
   ui::MemoryListBox& List() { return form.Get<ui::MemoryListBox>(ID_lstResult); }
-  void Click(int id) { Button(id).onClick(); }
+  void Click(int id) { Button(id).Click(); }
 
   static constexpr wchar_t kServicesFile[] = L"C:\\Windows\\System32\\Drivers\\Etc\\Services";
 

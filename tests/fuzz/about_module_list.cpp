@@ -67,10 +67,10 @@ TARVIK_FUZZER(about_module_list) {
     // An "&" is written twice.
     Demand(column <= 2 * 120 + 1);
   }
-  form.Get<ui::MemoryButton>(ID_cmdSysInfo).onClick();
+  form.Get<ui::MemoryButton>(ID_cmdSysInfo).Click();
   Demand(processes.commandLines.empty() != fake.boxes.boxes.empty());
   for (const std::wstring& line : processes.commandLines) Demand(line.starts_with(L'"'));
   Demand(form.Enabled());
-  form.Get<ui::MemoryButton>(ID_cmdOK).onClick();
+  form.Get<ui::MemoryButton>(ID_cmdOK).Click();
   Demand(about.Closed());
 }

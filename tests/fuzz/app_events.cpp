@@ -48,7 +48,7 @@ class User {
       case 4:
         return Type(program_.form, input_.PickValueInArray(kTexts));
       case 5:
-        return program_.form.onEscape();
+        return program_.form.PressEscape();
       case 6:
         return CloseWhileRunning();
       case 7:
@@ -60,7 +60,7 @@ class User {
       case 10:
         return Open(ID_mnuHelpSub, about_);
       case 11:
-        return program_.List().onDoubleClick();
+        return program_.List().DoubleClick();
       case 12:
         return ChangeAnswers();
       case 13:
@@ -101,19 +101,19 @@ class User {
   }
 
   void StopAll() {
-    if (program_.form.Enabled()) program_.form.onEscape();
+    if (program_.form.Enabled()) program_.form.PressEscape();
     if (IsOpen(pmc_)) pmc_->onEscape();
   }
 
   void Press(int id) {
     ui::MemoryButton& button = program_.Button(id);
-    if (program_.form.Enabled() && button.Enabled() && button.Visible()) button.onClick();
+    if (program_.form.Enabled() && button.Enabled() && button.Visible()) button.Click();
   }
 
   void TypeAddress() {
     program_.Address().SetText(input_.PickValueInArray<std::wstring>(
         {L"192.168.1.100", L"192.168.2.100", L"nobody", L"", L"host", L"1.2.3"}));
-    if (input_.ConsumeBool() && program_.form.Enabled()) program_.Address().onKeyDown(13, 0);
+    if (input_.ConsumeBool() && program_.form.Enabled()) program_.Address().PressKey(13, 0);
   }
 
   void Type(ui::MemoryForm& form, int id) {
@@ -170,7 +170,7 @@ class User {
 
   void Open(int menu, ui::MemoryForm*& window) {
     const size_t before = program_.newForms.size();
-    program_.form.Get<ui::MemoryMenuItem>(menu).onClick();
+    program_.form.Get<ui::MemoryMenuItem>(menu).Click();
     if (program_.newForms.size() != before) window = program_.lastForm;
   }
 
@@ -180,14 +180,14 @@ class User {
 
   void ActOnFurtherWindow() {
     if (IsOpen(about_) && input_.ConsumeBool()) {
-      about_->Get<ui::MemoryButton>(input_.ConsumeBool() ? ID_cmdOK : ID_cmdSysInfo).onClick();
+      about_->Get<ui::MemoryButton>(input_.ConsumeBool() ? ID_cmdOK : ID_cmdSysInfo).Click();
       return;
     }
     if (!IsOpen(pmc_)) return;
     ui::MemoryForm* const pmc = pmc_;
     const auto press = [pmc](int id) {
       auto& button = pmc->Get<ui::MemoryButton>(id);
-      if (button.Enabled()) button.onClick();
+      if (button.Enabled()) button.Click();
     };
     switch (input_.ConsumeIntegralInRange(0, 5)) {
       case 0:

@@ -54,7 +54,7 @@ TARVIK_FUZZER(app_start_up) {
   // The user stops the run that a host on the command line begins.
   int rounds = 0;
   program.onEvents = [&] {
-    if (++rounds > 40 && program.flags.busy) program.Button(ID_cmdPing).onClick();
+    if (++rounds > 40 && program.flags.busy) program.Button(ID_cmdPing).Click();
   };
   program.Start(commandLine, family);
   test::Demand(program.Address().Count() <= 11);

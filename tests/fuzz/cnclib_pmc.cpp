@@ -65,10 +65,10 @@ TARVIK_FUZZER(cnclib_pmc) {
         Demand(!window.Running() || !form.Close());
         break;
       case 4:
-        button(ID_cmdRead).onClick();
+        button(ID_cmdRead).Click();
         break;
       case 5:
-        form.onEscape();
+        form.PressEscape();
         break;
       case 6:
         library.readResult = input.PickValueInArray<int16_t>({0, -16, 1, -103});
@@ -76,9 +76,9 @@ TARVIK_FUZZER(cnclib_pmc) {
       default:
         break;
     }
-    if (++rounds > kMostRounds) button(ID_cmdStop).onClick();
+    if (++rounds > kMostRounds) button(ID_cmdStop).Click();
   };
-  button(ID_cmdRead).onClick();
+  button(ID_cmdRead).Click();
   Demand(library.AllGivenBack() && !window.Running());
   Demand(button(ID_cmdRead).Enabled() && button(ID_cmdClose).Enabled() && !button(ID_cmdStop).Enabled());
   Demand(form.Get<ui::MemoryListBox>(ID_lstData).redrawing);

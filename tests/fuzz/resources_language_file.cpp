@@ -1,7 +1,6 @@
 #include <cstdlib>
 
 #include "resources/resource.h"
-#include "tests/fakes/fake_boxes.h"
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fakes/fake_files.h"
 #include "tests/fuzz/fuzzer.h"
@@ -30,8 +29,7 @@ TARVIK_FUZZER(resources_language_file) {
   HostileProfile profile(data, size);
   tarvik::test::FakeFiles files;
   tarvik::test::FakeCodePage codePage;
-  tarvik::test::FakeBoxes boxes;
-  tarvik::Resource resource(files, profile, codePage, boxes);
+  tarvik::Resource resource(files, profile, codePage);
   resource.Initialize(1033, L"C:", L"T");
   const std::wstring text = resource.LoadString(1);
   if (text.empty() || text.size() > 512) std::abort();

@@ -81,6 +81,8 @@ TEST_F(Closing, Under_a_box_of_the_PMC_window_every_window_is_disabled_and_none_
   const BoxUnderTest box = Program().WaitForBox();
   ExpectAllDisabledAndNoneToClose();
   AnswerAndExpectActive(box, *pmc_);
+  // The run refuses to end the program until it has ended itself.
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return pmc_->Enabled(ID_cmdRead); }));
   ExpectToEnd();
 }
 

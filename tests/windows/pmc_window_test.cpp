@@ -80,6 +80,8 @@ TEST_F(PmcWindow, Enter_in_its_boxes_presses_Read) {
     const BoxUnderTest box = Program().WaitForBox();
     EXPECT_TRUE(box.text.starts_with("Allocate Handle error=")) << id << ": " << box.text;
     Program().Answer(box, BoxButton::Ok);
+    // A key pressed before the end of the run would not start the next one.
+    EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Enabled(ID_cmdRead); }));
   }
 }
 

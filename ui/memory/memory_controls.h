@@ -44,8 +44,18 @@ class MemoryElement : public Base {
   /// From now on the platform refuses every operation of this control.
   bool refusing = false;
   const BeforeText* beforeText = nullptr;
+  Form* form = nullptr;  ///< guards its handlers; null: none does
 
  protected:
+  /// Raises an event of the program, if it listens.
+  template <typename Handler, typename... Arguments>
+  void Raise(const Handler& handler, Arguments... arguments) const {
+    if (!handler) return;
+    if (form == nullptr)
+      handler(arguments...);
+    else
+      form->Guarded([&] { handler(arguments...); });
+  }
   void ThrowIfRefusing() const {
     if (refusing) throw RuntimeError(L"The control refuses the operation.");
   }
@@ -90,6 +100,8 @@ class MemoryLabel final : public MemoryControl<Label> {
  public:
   using MemoryControl::MemoryControl;
   void SetToolTip(const std::wstring& text) override { toolTip = text; }
+  void Click() { Raise(onClick); }
+  void PressMouse(int16_t button, int16_t shift) { Raise(onMouseDown, button, shift); }
 
   std::wstring toolTip;
 };
@@ -97,6 +109,7 @@ class MemoryLabel final : public MemoryControl<Label> {
 class MemoryButton final : public MemoryControl<Button> {
  public:
   using MemoryControl::MemoryControl;
+  void Click() { Raise(onClick); }
 };
 
 class MemoryCheckBox final : public MemoryControl<CheckBox> {
@@ -107,7 +120,7 @@ class MemoryCheckBox final : public MemoryControl<CheckBox> {
     ThrowIfRefusing();
     if (checked == checked_) return;
     checked_ = checked;
-    if (onClick) onClick();
+    Raise(onClick);
   }
 
  private:
@@ -128,6 +141,8 @@ class MemoryTextBox final : public MemoryControl<TextBox> {
     selectionStart = start;
     selectionLength = length;
   }
+  void GetFocus() { Raise(onGotFocus); }
+  void PressMouse(int16_t button, int16_t shift) { Raise(onMouseDown, button, shift); }
 
   int selectionStart = 0;
   int selectionLength = 0;
@@ -168,6 +183,7 @@ class MemoryComboBox final : public MemoryControl<ComboBox> {
     selected_ = index;
   }
   int SelectedIndex() const override { return selected_; }
+  void PressKey(int16_t keyCode, int16_t shift) { Raise(onKeyDown, keyCode, shift); }
 
  private:
   ComboBoxStyle style_;
@@ -198,6 +214,7 @@ class MemoryListBox final : public MemoryControl<ListBox> {
   int ClientWidth() const override { return clientWidth; }
   void SetHorizontalExtent(int pixels) override { horizontalExtent = pixels; }
   void SetRedraw(bool redraw) override { redrawing = redraw; }
+  void DoubleClick() { Raise(onDoubleClick); }
 
   std::vector<std::wstring> lines;
   int clientWidth = 500;
@@ -226,7 +243,7 @@ class MemoryTabStrip final : public MemoryControl<TabStrip> {
     if (!PageOn(page)) throw RuntimeError(L"The page is switched off.");
     if (front_ == page) return;
     front_ = page;
-    if (onPageFront) onPageFront(page);
+    Raise(onPageFront, page);
   }
   int FrontPage() const override { return front_; }
   Size FrameSize() const override { return {8, 30}; }
@@ -239,6 +256,9 @@ class MemoryTabStrip final : public MemoryControl<TabStrip> {
   int front_ = 0;
 };
 
-class MemoryMenuItem final : public MemoryElement<MenuItem> {};
+class MemoryMenuItem final : public MemoryElement<MenuItem> {
+ public:
+  void Click() { Raise(onClick); }
+};
 
 }  // namespace tarvik::ui

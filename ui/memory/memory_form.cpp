@@ -75,6 +75,7 @@ MemoryType& MemoryForm::Add(int id, int page, Arguments&&... arguments) {
   auto element = std::make_unique<MemoryType>(std::forward<Arguments>(arguments)...);
   MemoryType& added = *element;
   added.beforeText = &beforeText;
+  added.form = this;
   if (!elements_.emplace(id, std::move(element)).second)
     throw RuntimeError(L"Two controls have the same id.");
   pages_[id] = page;
@@ -131,7 +132,7 @@ MenuItem& MemoryForm::AddMenuCommand(int id, MenuItem&, const std::wstring& capt
 
 void MemoryForm::SetWindowSize(Size size) {
   windowSize_ = size;
-  if (onResize) onResize();
+  Raise(onResize);
 }
 
 bool MemoryForm::MoveFocus(TextBox& from, Control& to) {
@@ -144,8 +145,8 @@ bool MemoryForm::MoveFocus(TextBox& from, Control& to) {
 
 bool MemoryForm::Close() {
   if (!enabled_) return false;
-  if (onQueryClose && !onQueryClose()) return false;
-  if (!unloaded && onUnload) onUnload();
+  if (!Agrees(onQueryClose)) return false;
+  if (!unloaded) Raise(onUnload);
   unloaded = true;
   visible_ = false;
   return true;

@@ -119,11 +119,13 @@ class MemoryForm final : public Form {
   }
 
   /// What Windows asks each window before its session ends; true agrees.
-  bool QueryEndSession() const { return !onQueryEndSession || onQueryEndSession(); }
+  bool QueryEndSession() { return Agrees(onQueryEndSession); }
   /// What Windows reports to each window when its session ends.
-  void EndSession() const {
-    if (!unloaded && onEndSession) onEndSession();
+  void EndSession() {
+    if (!unloaded) Raise(onEndSession);
   }
+  void Activate() { Raise(onActivate); }
+  void PressEscape() { Raise(onEscape); }
 
   BeforeText beforeText;                ///< of each of its controls
   std::function<void()> beforeCaption;  ///< before the window takes its own; throws to refuse it
@@ -140,6 +142,9 @@ class MemoryForm final : public Form {
 
   friend class MemoryBoxes;
   MemoryScreen& Screen() const;
+  void Raise(const std::function<void()>& handler) {
+    if (handler) Guarded(handler);
+  }
 
   MemoryScreen* screen_ = nullptr;
   MemoryBoxes boxes_{*this};

@@ -16,8 +16,6 @@ void ControlWindow::Make(HWND parent) {
   ApplyFont();
 }
 
-HWND ControlWindow::OwnerWindow() const { return form_.Window(); }
-
 void ControlWindow::ApplyFont() {
   moved_.reset();  // some kinds change their size with their font
   if (IsMade()) Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.Font().Handle()), FALSE);

@@ -99,14 +99,13 @@ class ControlWindow {
   /// Raises an event of the program, if it listens.
   template <typename Handler, typename... Arguments>
   void Raise(const Handler& handler, Arguments&&... arguments) const noexcept {
-    if (handler) RunGuarded(OwnerWindow(), [&] { handler(arguments...); });
+    if (handler) RunHandler(form_, [&] { handler(arguments...); });
   }
 
   Win32Form& form_;
 
  private:
   static LRESULT CALLBACK SubclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-  HWND OwnerWindow() const;
 
   WindowKind kind_;  ///< what the window is, or will be, made from
   int page_;

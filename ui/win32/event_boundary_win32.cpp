@@ -6,6 +6,7 @@
 
 #include "platform/runtime_error.h"
 #include "platform/text.h"
+#include "ui/win32/form_win32.h"
 #include "ui/win32/message_boxes_win32.h"
 
 namespace tarvik::ui {
@@ -26,6 +27,14 @@ void ReportException(HWND owner) noexcept {
     ShowError(owner, L"There is not enough memory to do this.");
   } catch (...) {
     ShowError(owner, L"An unexpected error occurred. The program can still be used.");
+  }
+}
+
+void RunHandler(Win32Form& form, const std::function<void()>& handler) noexcept {
+  try {
+    form.Guarded(handler);
+  } catch (...) {
+    ReportException(form.Window());
   }
 }
 

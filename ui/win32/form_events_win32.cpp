@@ -42,7 +42,7 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       return 0;
     case WM_SIZE:
       if (layoutDue_ && wParam != SIZE_MINIMIZED) LayOutAnew();
-      if (onResize) RunGuarded(window_, onResize);
+      if (onResize) RunHandler(*this, onResize);
       // A minimised window has no focus, and gets none back when it is activated before it is restored.
       if (wParam != SIZE_MINIMIZED && GetActiveWindow() == window_ && !IsChild(window_, GetFocus()))
         RestoreFocus();
@@ -56,7 +56,7 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       break;
     case WM_ACTIVATE:
       if (LOWORD(wParam) == WA_INACTIVE && IsChild(window_, GetFocus())) lastFocus_ = GetFocus();
-      if (LOWORD(wParam) != WA_INACTIVE && onActivate) RunGuarded(window_, onActivate);
+      if (LOWORD(wParam) != WA_INACTIVE && onActivate) RunHandler(*this, onActivate);
       break;
     case WM_SETFOCUS:
       RestoreFocus();
@@ -74,9 +74,9 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       return 0;
     case WM_QUERYENDSESSION:
       // A disabled window agrees too: a box that nobody answers must not keep the PC from shutting down.
-      return Agrees(onQueryEndSession);
+      return UserMayClose(onQueryEndSession);
     case WM_ENDSESSION:
-      if (wParam != FALSE && onEndSession) RunGuarded(window_, onEndSession);
+      if (wParam != FALSE && onEndSession) RunHandler(*this, onEndSession);
       return 0;
     case WM_DESTROY:
       OnDestroy();
@@ -93,7 +93,7 @@ void Win32Form::OnCommand(WPARAM wParam, LPARAM lParam) noexcept {
   }
   const Win32MenuItem* item = menuBar_ == nullptr ? nullptr : menuBar_->Find(id);
   // A hidden command is dormant, not dead: it works for whoever sends it, except to a disabled window.
-  if (item != nullptr && Enabled() && item->Enabled() && item->onClick) RunGuarded(window_, item->onClick);
+  if (item != nullptr && Enabled() && item->Enabled() && item->onClick) RunHandler(*this, item->onClick);
 }
 
 void Win32Form::SetMinimumTrack(MINMAXINFO& info) const {
@@ -109,21 +109,20 @@ bool Win32Form::ShowHourglass() const {
 
 // Closing
 
-bool Win32Form::Agrees(const std::function<bool()>& question) noexcept {
-  if (!question) return true;
+bool Win32Form::UserMayClose(const std::function<bool()>& question) noexcept {
   bool agrees = false;
-  RunGuarded(window_, [&] { agrees = question(); });
+  RunHandler(*this, [&] { agrees = Agrees(question); });
   return agrees;
 }
 
 void Win32Form::OnClose() noexcept {
   // A disabled window waits for a message box or a test. A user cannot close it, but the task bar can ask.
-  if (Enabled() && Agrees(onQueryClose)) DestroyWindow(window_);
+  if (Enabled() && UserMayClose(onQueryClose)) DestroyWindow(window_);
 }
 
 void Win32Form::Unload() noexcept {
   if (std::exchange(unloaded_, true)) return;
-  if (onUnload) RunGuarded(window_, onUnload);
+  if (onUnload) RunHandler(*this, onUnload);
 }
 
 void Win32Form::OnDestroy() noexcept {
@@ -170,7 +169,7 @@ void Win32Form::OnColoursOrFont(UINT message, WPARAM wParam, LPARAM lParam) noex
 void Win32Form::LayOutAnew() noexcept {
   layoutDue_ = Minimised();
   if (layoutDue_) return;
-  if (onScalingChanged) RunGuarded(window_, onScalingChanged);
+  if (onScalingChanged) RunHandler(*this, onScalingChanged);
   // Controls that changed both their place and their look leave traces where the system copies them.
   RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }

@@ -91,7 +91,7 @@ void Win32Form::MakePage(int page) {
 void Win32Form::MakeOtherPages() noexcept {
   KillTimer(window_, kOtherPagesTimer);
   if (tabStrip_ == nullptr) return;
-  RunGuarded(window_, [this] {
+  RunHandler(*this, [this] {
     for (int page = 0; page < tabStrip_->PageCount(); ++page) MakePage(page);
   });
 }

@@ -106,7 +106,7 @@ class Win32Form final : public Form {
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   void OnCommand(WPARAM wParam, LPARAM lParam) noexcept;
   void OnClose() noexcept;
-  bool Agrees(const std::function<bool()>& question) noexcept;
+  bool UserMayClose(const std::function<bool()>& question) noexcept;
   void OnDestroy() noexcept;
   void Unload() noexcept;
   void OnScaling(int dpi, const RECT& suggested) noexcept;

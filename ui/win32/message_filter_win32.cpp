@@ -80,7 +80,7 @@ bool Win32Form::FilterEscape(const MSG& message) {
   if (combo != nullptr && combo->IsListOpen())
     DispatchMessageW(&message);
   else if (onEscape && !IsRepeat(message))
-    RunGuarded(window_, onEscape);
+    RunHandler(*this, onEscape);
   return true;
 }
 

@@ -158,7 +158,7 @@ void Win32TabStrip::ShowFrontPanel() {
 }
 
 void Win32TabStrip::GoTo(int page) noexcept {
-  RunGuarded(form_.Window(), [&] {
+  RunHandler(form_, [&] {
     BringToFront(page);
     form_.FocusOnFirstOf(At(page).panel);
   });
@@ -176,7 +176,7 @@ void Win32TabStrip::OnMnemonic(wchar_t letter) { GoTo(PageOfMnemonic(letter)); }
 void Win32TabStrip::OnNotify(const NMHDR& notification) {
   if (notification.code != TCN_SELCHANGE) return;
   const int page = PageOfTab(static_cast<int>(Send(TCM_GETCURSEL)));
-  if (page != kNone) RunGuarded(form_.Window(), [&] { BringToFront(page); });
+  if (page != kNone) RunHandler(form_, [&] { BringToFront(page); });
 }
 
 bool Win32TabStrip::TakesFocusAt(POINT place) const {

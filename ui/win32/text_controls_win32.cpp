@@ -25,10 +25,10 @@ int FieldHeight(const Win32Form& form) {
 }
 
 /// Lets the program's filter see a typed letter, and change it. False when the filter swallowed it.
-bool PassesFilter(HWND owner, const KeyPress& filter, WPARAM& letter) noexcept {
+bool PassesFilter(Win32Form& form, const KeyPress& filter, WPARAM& letter) noexcept {
   if (!filter || !IsTyped(letter)) return true;
   auto keyAscii = static_cast<int16_t>(letter);
-  RunGuarded(owner, [&] { filter(keyAscii); });
+  RunHandler(form, [&] { filter(keyAscii); });
   letter = static_cast<uint16_t>(keyAscii);
   return keyAscii != 0;
 }
@@ -71,7 +71,7 @@ void Win32TextBox::OnCommand(WORD notification) {
 
 bool Win32TextBox::AgreesToLeave() {
   bool agrees = true;
-  if (onValidate) RunGuarded(form_.Window(), [&] { agrees = onValidate(); });
+  if (onValidate) RunHandler(form_, [&] { agrees = onValidate(); });
   return agrees;
 }
 
@@ -91,7 +91,7 @@ LRESULT Win32TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         SetSelection(0, -1);
         return 0;
       }
-      if (!PassesFilter(form_.Window(), onKeyPress, wParam)) return 0;
+      if (!PassesFilter(form_, onKeyPress, wParam)) return 0;
       break;
     case WM_LBUTTONDOWN:
       OnButtonDown(kLeftButton, message, wParam, lParam);
@@ -174,7 +174,7 @@ LRESULT Win32ComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         Send(CB_SETEDITSEL, 0, MAKELPARAM(0, -1));
         return 0;
       }
-      if (!PassesFilter(form_.Window(), onKeyPress, wParam)) return 0;
+      if (!PassesFilter(form_, onKeyPress, wParam)) return 0;
       break;
   }
   return CallOriginal(message, wParam, lParam);

@@ -58,7 +58,7 @@ void MeasureListing(const Words& words) {
   report::ResultList results(view);
   Win32Files files;
   Win32ProfileStrings profile;
-  Resource resource(files, profile, codePage, form.Boxes());
+  Resource resource(files, profile, codePage);
   const LanguageMode mode = kBuiltInEnglish;
   const Texts texts(mode, resource);
   int entries = 0;

@@ -13,10 +13,10 @@ class AboutBoxTest : public Form1Test {
     if (!familyEdition) files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
     AddString(1033, 31, "&System Info...");
     Start(L"", familyEdition);
-    form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+    form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
   }
   std::wstring Text(int id) { return lastForm->Get<ui::MemoryLabel>(id).Caption(); }
-  void ClickInBox(int id) { lastForm->Get<ui::MemoryButton>(id).onClick(); }
+  void ClickInBox(int id) { lastForm->Get<ui::MemoryButton>(id).Click(); }
 };
 
 TEST(AboutVersion, Is_the_first_the_second_and_the_fourth_number) {
@@ -37,7 +37,7 @@ TEST_F(AboutBoxTest, Shows_title_and_version_beside_the_main_window) {
 
 TEST_F(AboutBoxTest, Stands_above_the_others_with_a_main_window_that_does) {
   Start(L"-X 1 -LANGID 1");
-  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
   EXPECT_TRUE(lastForm->topmost);
 }
 
@@ -77,7 +77,7 @@ TEST_F(AboutBoxTest, A_description_of_the_edition_would_stand_in_brackets_behind
 
 TEST_F(AboutBoxTest, Is_one_window_however_often_it_is_opened) {
   Open();
-  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
   EXPECT_EQ(newForms.size(), 1U);
 }
 
@@ -89,7 +89,7 @@ TEST_F(AboutBoxTest, OK_and_Esc_and_the_close_button_close_it_and_it_opens_again
   for (const auto& close : closes) {
     close();
     EXPECT_FALSE(lastForm->Visible());
-    form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+    form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
     EXPECT_EQ(newForms.size(), ++opened);
     EXPECT_TRUE(lastForm->Visible());
   }
@@ -121,7 +121,7 @@ TEST_F(AboutBoxTest, Its_message_box_belongs_to_it_and_it_is_active_again_afterw
 
 TEST_F(AboutBoxTest, Its_button_speaks_Japanese_with_the_built_in_Japanese_texts) {
   Start(L"-LANGID 0 -PING_N");
-  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
   EXPECT_EQ(lastForm->Get<ui::MemoryButton>(ID_cmdSysInfo).Caption(), L"ｼｽﾃﾑ情報(&S)...");
 }
 
@@ -175,7 +175,7 @@ TEST_F(AboutBoxTest, Shut_down_goes_on_when_no_window_can_be_made) {
 TEST_F(AboutBoxTest, A_window_that_cannot_be_made_is_told) {
   refuseNewForms = true;
   Start();
-  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
   ASSERT_EQ(boxes.boxes.size(), 1U);
   EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Critical);
 }

@@ -20,10 +20,10 @@ class Form1ClosingTest : public Form1Test {
   }
 
   ui::MemoryForm* OpenWindow(int menuCommand) {
-    form.Get<ui::MemoryMenuItem>(menuCommand).onClick();
+    form.Get<ui::MemoryMenuItem>(menuCommand).Click();
     return lastForm;
   }
-  static void Click(ui::MemoryForm& window, int id) { window.Get<ui::MemoryButton>(id).onClick(); }
+  static void Click(ui::MemoryForm& window, int id) { window.Get<ui::MemoryButton>(id).Click(); }
 
   struct BoxOfWindow {
     ui::MemoryForm* owner;

@@ -18,9 +18,9 @@ class Form1CncTest : public Form1Test {
     EXPECT_EQ(form.CurrentPointer(), ui::Pointer::Default);
     EXPECT_TRUE(cncLibrary.AllGivenBack());
   }
-  void OpenPmc() { form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick(); }
+  void OpenPmc() { form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click(); }
   ui::MemoryForm& Pmc() { return *lastForm; }
-  void ClickPmc(int id) { Pmc().Get<ui::MemoryButton>(id).onClick(); }
+  void ClickPmc(int id) { Pmc().Get<ui::MemoryButton>(id).Click(); }
 };
 
 TEST_F(Form1CncTest, The_information_button_runs_the_library_test_with_the_boxes_of_the_window) {
@@ -270,7 +270,7 @@ TEST_F(Form1CncTest, The_end_of_the_Windows_session_does_not_pull_the_PMC_window
 
 TEST_F(Form1Test, With_option_1_the_PMC_window_stands_above_the_others_too) {
   Start(L"-X 1 -LANGID 1");
-  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
   EXPECT_TRUE(lastForm->topmost);
 }
 

@@ -94,9 +94,9 @@ TEST_F(Form1FtpTest, A_click_while_the_connection_is_closed_starts_no_second_tes
 }
 
 TEST_F(Form1FtpTest, Every_window_of_the_program_shows_the_hourglass) {
-  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
   const ui::MemoryForm& pmc = *lastForm;
-  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
   const ui::MemoryForm& about = *lastForm;
   int seen = 0;
   wininet.onCall = [&](const std::string& name) {
@@ -138,7 +138,7 @@ TEST_F(Form1FtpTest, All_Test_does_not_connect_to_what_cannot_be_reached) {
 }
 
 TEST_F(Form1FtpTest, All_Test_does_not_connect_after_a_stop_though_the_target_answered) {
-  onEvents = [&] { form.onEscape(); };
+  onEvents = [&] { form.PressEscape(); };
   Click(ID_cmdAllFtpTest);
   EXPECT_EQ(icmp.requests.size(), 1U);
   EXPECT_EQ(Connections(), 0U);

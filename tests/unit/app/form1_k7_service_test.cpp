@@ -16,7 +16,7 @@ class Form1K7ServiceTest : public Form1Test {
   ui::MemoryLabel& Label(int id) { return form.Get<ui::MemoryLabel>(id); }
   std::wstring Status() { return Label(ID_lblK7ServerStatus).Caption(); }
   std::wstring Port() { return Label(ID_lblK7UdpPortNo).Caption(); }
-  void ClickStatus() { Label(ID_lblK7ServerStatus).onClick(); }
+  void ClickStatus() { Label(ID_lblK7ServerStatus).Click(); }
 
   void StartGeneral(const std::wstring& commandLine = L"") { Start(commandLine, kGeneral); }
 };
@@ -337,7 +337,7 @@ TEST_F(Form1K7ServiceTest, A_command_inside_a_run_that_is_stopped_waits_for_the_
   Address().SetText(L"192.168.1.100");
   bool begun = false;
   onEvents = [&] {
-    if (std::exchange(begun, true)) return form.onEscape();
+    if (std::exchange(begun, true)) return form.PressEscape();
     Click(ID_cmdStartStopK7Server_1);
   };
   Click(ID_cmdPing);
@@ -354,7 +354,7 @@ TEST_F(Form1K7ServiceTest, A_stop_request_to_a_run_does_not_shorten_the_wait_for
   const uint64_t start = pump.now;
   onEvents = [&] {
     if (begun) {
-      form.onEscape();
+      form.PressEscape();
       return;
     }
     begun = true;
@@ -400,14 +400,14 @@ TEST_F(Form1K7ServiceTest, The_port_is_read_again_when_the_window_becomes_active
   StartGeneral();
   Tabs().BringToFront(kK7SvcPage);
   files.contents[kServicesFile] = "NORVAX_K7_SERVER  9000/udp\r\n";
-  form.onActivate();
+  form.Activate();
   EXPECT_EQ(Port(), L"9000");
   files.contents[kServicesFile] = "";
-  form.onActivate();
+  form.Activate();
   EXPECT_EQ(Port(), L"9000");
   Tabs().BringToFront(kPingPage);
   files.contents[kServicesFile] = "NORVAX_K7_SERVER  9001/udp\r\n";
-  form.onActivate();
+  form.Activate();
   EXPECT_EQ(Port(), L"9000") << "the page is not in front";
 }
 
@@ -415,8 +415,8 @@ TEST_F(Form1K7ServiceTest, A_services_file_that_has_gone_meanwhile_has_no_box_th
   StartGeneral();
   Tabs().BringToFront(kK7SvcPage);
   files.contents.erase(kServicesFile);
-  boxes.onShow = [&] { form.onActivate(); };
-  form.onActivate();
+  boxes.onShow = [&] { form.Activate(); };
+  form.Activate();
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
@@ -449,7 +449,7 @@ TEST_F(Form1K7ServiceTest, Left_button_with_Ctrl_and_Alt_alone_opens_the_service
       }
     }
   }
-  Label(ID_lblK7UdpPortNo).onMouseDown(1, 6);
+  Label(ID_lblK7UdpPortNo).PressMouse(1, 6);
   EXPECT_EQ(processes.commandLines.back(), L"notepad.exe C:\\Windows\\system32\\drivers\\etc\\services");
   EXPECT_EQ(processes.windows.back(), StartWindow::NormalFocused);
   EXPECT_TRUE(boxes.boxes.empty());
@@ -457,14 +457,14 @@ TEST_F(Form1K7ServiceTest, Left_button_with_Ctrl_and_Alt_alone_opens_the_service
 
 TEST_F(Form1K7ServiceTest, The_familys_edition_has_the_gesture_on_the_TCP_port) {
   Start();
-  Box(ID_txtTcpPortNo).onMouseDown(1, 6);
+  Box(ID_txtTcpPortNo).PressMouse(1, 6);
   EXPECT_EQ(processes.commandLines.size(), 1U);
 }
 
 TEST_F(Form1K7ServiceTest, An_editor_that_cannot_be_started_is_told) {
   Start();
   processes.processId = 0;
-  Box(ID_txtTcpPortNo).onMouseDown(1, 6);
+  Box(ID_txtTcpPortNo).PressMouse(1, 6);
   ASSERT_EQ(boxes.boxes.size(), 1U);
   EXPECT_EQ(boxes.boxes[0].text,
             L"Error in Shell(notepad.exe C:\\Windows\\system32\\drivers\\etc\\services)");

@@ -78,7 +78,7 @@ TEST_F(Form1K7Test, A_second_click_stops_it_at_the_end_of_the_second) {
 
 TEST_F(Form1K7Test, Esc_stops_it_too) {
   StartGeneral();
-  onEvents = [this] { form.onEscape(); };
+  onEvents = [this] { form.PressEscape(); };
   Click(ID_cmdK7Api);
   EXPECT_EQ(k7Api.checks.size(), 1U);
   ExpectIdle();
@@ -86,7 +86,7 @@ TEST_F(Form1K7Test, Esc_stops_it_too) {
 
 TEST_F(Form1K7Test, It_runs_again_after_it_was_stopped) {
   StartGeneral();
-  onEvents = [this] { form.onEscape(); };
+  onEvents = [this] { form.PressEscape(); };
   Click(ID_cmdK7Api);
   onEvents = nullptr;
   Click(ID_cmdK7Api);
@@ -280,7 +280,7 @@ TEST_F(Form1K7Test, A_run_that_begins_inside_the_test_leaves_the_stop_to_the_tes
       pinging = true;
       Click(ID_cmdPing);
     } else if (!icmp.requests.empty()) {
-      form.onEscape();
+      form.PressEscape();
     }
   };
   Click(ID_cmdK7Api);

@@ -72,14 +72,14 @@ TEST_F(Form1RunsTest, Every_button_that_begins_a_test_begins_an_outermost_run) {
 
 TEST_F(Form1RunsTest, Esc_stops_an_active_run) {
   Address().SetText(L"192.168.1.100");
-  onEvents = [&] { form.onEscape(); };
+  onEvents = [&] { form.PressEscape(); };
   Click(ID_cmdPing);
   EXPECT_EQ(icmp.requests.size(), 1U);
   ExpectIdle();
 }
 
 TEST_F(Form1RunsTest, Esc_without_a_run_leaves_no_stop_request_behind) {
-  form.onEscape();
+  form.PressEscape();
   EXPECT_FALSE(flags.stopRequested);
 }
 
@@ -105,14 +105,14 @@ TEST_F(Form1RunsTest, A_message_box_under_a_run_neither_closes_the_window_nor_st
 
 TEST_F(Form1RunsTest, Enter_in_the_address_box_runs_the_check) {
   Address().SetText(L"192.168.1.100");
-  Address().onKeyDown(13, 0);
+  Address().PressKey(13, 0);
   EXPECT_EQ(icmp.requests.size(), 4U);
 }
 
 TEST_F(Form1RunsTest, Enter_with_Shift_Ctrl_or_Alt_does_not) {
   Address().SetText(L"192.168.1.100");
-  for (const int16_t shift : {ui::kShiftHeld, ui::kCtrlHeld, ui::kAltHeld}) Address().onKeyDown(13, shift);
-  Address().onKeyDown(9, 0);
+  for (const int16_t shift : {ui::kShiftHeld, ui::kCtrlHeld, ui::kAltHeld}) Address().PressKey(13, shift);
+  Address().PressKey(9, 0);
   EXPECT_TRUE(icmp.requests.empty());
 }
 

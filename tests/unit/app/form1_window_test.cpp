@@ -61,7 +61,7 @@ TEST_F(Form1Test, Shut_down_cleans_the_sockets_up_even_after_a_failed_start_and_
 TEST_F(Form1WindowTest, A_double_click_copies_all_lines_in_one_session_with_the_clipboard) {
   form1->Results().ClearList();
   form1->Results().AddBatch({L"a", L"b"});
-  List().onDoubleClick();
+  List().DoubleClick();
   EXPECT_EQ(clipboard.sessions, 1);
   EXPECT_EQ(clipboard.text, L"a\r\nb\r\n");
   EXPECT_EQ(List().Count(), 2);
@@ -69,14 +69,14 @@ TEST_F(Form1WindowTest, A_double_click_copies_all_lines_in_one_session_with_the_
 
 TEST_F(Form1WindowTest, Copying_an_empty_list_leaves_an_empty_text) {
   form1->Results().ClearList();
-  List().onDoubleClick();
+  List().DoubleClick();
   EXPECT_EQ(clipboard.sessions, 1);
   EXPECT_EQ(clipboard.text, L"");
 }
 
 TEST_F(Form1WindowTest, A_clipboard_that_another_program_holds_is_told) {
   clipboard.taken = true;
-  List().onDoubleClick();
+  List().DoubleClick();
   EXPECT_EQ(boxes.boxes.size(), 1U);
   EXPECT_EQ(clipboard.text, L"from before");
 }
@@ -84,7 +84,7 @@ TEST_F(Form1WindowTest, A_clipboard_that_another_program_holds_is_told) {
 TEST_F(Form1Test, In_paste_mode_a_double_click_pastes) {
   Start(L"-X 16 -PING_N");
   clipboard.text = L"x\r\ny";
-  List().onDoubleClick();
+  List().DoubleClick();
   EXPECT_EQ(List().lines, (std::vector<std::wstring>{L"x", L"y"}));
 }
 
@@ -110,7 +110,7 @@ TEST_F(Form1WindowTest, A_ping_count_of_0_or_2147483647_is_accepted) {
 TEST_F(Form1WindowTest, The_number_boxes_select_their_text_when_they_get_the_focus) {
   for (const int id : {ID_txtTcpPortNo, ID_txtPingReqCount, ID_txtNxlibTimeOut, ID_txtK7ApiTestCount}) {
     Box(id).SetText(L"12345");
-    Box(id).onGotFocus();
+    Box(id).GetFocus();
     EXPECT_EQ(Box(id).selectionStart, 0);
     EXPECT_EQ(Box(id).selectionLength, 5);
   }

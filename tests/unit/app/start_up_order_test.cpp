@@ -194,23 +194,23 @@ class ShutDownOrder : public testing::Test {
   Events Close(bool familyEdition) {
     FailingProgram& program = journal_.program;
     program.Start(L"", familyEdition);
-    program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+    program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
     journal_.Take();
     // What leaves no trace of its own is asked for: the state of the service, for which the utility must
     // still be there, and a text, which is read from the file only when the texts have been released.
     journal_.onEntry = [&](const std::string& entry) {
       if (entry == "Write of a setting" || entry == "create frmAbout")
-        program.Label(ID_lblK7ServerStatus).onClick();
+        program.Label(ID_lblK7ServerStatus).Click();
     };
     program.onCreate = [&](const std::wstring& window) { journal_.Note("create " + NarrowAscii(window)); };
     program.onDestroy = [&](const std::wstring& window) {
       journal_.Note("destroy " + NarrowAscii(window));
-      if (window == L"frmPmcTest") program.form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).onClick();
+      if (window == L"frmPmcTest") program.form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
     };
     EXPECT_TRUE(program.form.Close());
     program.onDestroy = nullptr;
     journal_.Note("closed");
-    program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).onClick();
+    program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
     return journal_.Take();
   }
 

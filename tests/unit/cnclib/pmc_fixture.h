@@ -48,7 +48,7 @@ class PmcTest : public testing::Test, protected FakeContext {
   ui::MemoryComboBox& Address() { return form->Get<ui::MemoryComboBox>(ID_cmbPmcAddr); }
   ui::MemoryListBox& Data() { return form->Get<ui::MemoryListBox>(ID_lstData); }
   ui::MemoryListBox& Log() { return form->Get<ui::MemoryListBox>(ID_pmc_lstResult); }
-  void Click(int id) { Button(id).onClick(); }
+  void Click(int id) { Button(id).Click(); }
   void Read(const std::wstring& count = L"1") {
     Box(ID_txtCount).SetText(count);
     Click(ID_cmdRead);

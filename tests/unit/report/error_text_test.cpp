@@ -5,7 +5,6 @@
 #include "platform/library_error.h"
 #include "report/typed_numbers.h"
 #include "resources/resource.h"
-#include "tests/fakes/fake_boxes.h"
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fakes/fake_files.h"
 #include "tests/fakes/fake_profile_strings.h"
@@ -29,8 +28,7 @@ class ErrorTextTest : public testing::Test {
   FakeFiles files;
   FakeProfileStrings profile;
   FakeCodePage codePage;
-  FakeBoxes boxes;
-  Resource resource{files, profile, codePage, boxes};
+  Resource resource{files, profile, codePage};
   LanguageMode mode = 1;
   Texts texts{mode, resource};
 };

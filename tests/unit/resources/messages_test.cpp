@@ -8,7 +8,6 @@
 #include <string>
 
 #include "resources/resource.h"
-#include "tests/fakes/fake_boxes.h"
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fakes/fake_files.h"
 #include "tests/fakes/fake_profile_strings.h"
@@ -128,8 +127,7 @@ class TextsTest : public testing::Test {
   FakeFiles files;
   FakeProfileStrings profile;
   FakeCodePage codePage;
-  FakeBoxes boxes;
-  Resource resource{files, profile, codePage, boxes};
+  Resource resource{files, profile, codePage};
   LanguageMode mode = kLanguageFile;
   Texts texts{mode, resource};
 };

@@ -2,11 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/fakes/fake_boxes.h"
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fakes/fake_files.h"
 #include "tests/fakes/fake_profile_strings.h"
-#include "ui/memory/memory_controls.h"
 
 namespace tarvik::test {
 namespace {
@@ -24,8 +22,7 @@ class ResourceTest : public testing::Test {
   FakeFiles files;
   FakeProfileStrings profile;
   FakeCodePage codePage;
-  FakeBoxes boxes;
-  Resource resource{files, profile, codePage, boxes};
+  Resource resource{files, profile, codePage};
 };
 
 TEST_F(ResourceTest, A_folder_with_or_without_a_backslash_gives_the_same_path) {
@@ -96,35 +93,6 @@ TEST_F(ResourceTest, Terminate_forgets_the_texts) {
   Initialize();
   Add(7, "changed");
   EXPECT_EQ(resource.LoadString(7), L"changed");
-}
-
-TEST_F(ResourceTest, A_string_is_put_onto_a_control_by_its_type) {
-  Initialize();
-  Add(1, "text");
-  ui::MemoryFocus focus;
-  ui::MemoryLabel label(focus);
-  ui::MemoryButton button(focus);
-  ui::MemoryCheckBox check(focus);
-  ui::MemoryMenuItem menu;
-  for (ui::Element* const element : std::initializer_list<ui::Element*>{&label, &button, &check, &menu}) {
-    resource.LoadRes(*element, 1);
-    EXPECT_EQ(element->Caption(), L"text") << std::wstring(element->TypeName()).size();
-  }
-  ui::MemoryTabStrip tabs(focus, std::vector<std::wstring>(3));
-  resource.LoadRes(tabs, 1, 2);
-  EXPECT_EQ(tabs.PageCaption(2), L"text");
-  ui::MemoryComboBox combo(focus);
-  resource.LoadRes(combo, 1);
-  resource.LoadRes(combo, 1);
-  EXPECT_EQ(combo.Count(), 2);
-  EXPECT_TRUE(boxes.boxes.empty());
-}
-
-TEST_F(ResourceTest, A_control_that_takes_no_string_is_named_in_a_box) {
-  ui::MemoryFocus focus;
-  ui::MemoryTextBox box(focus);
-  resource.LoadRes(box, 4);
-  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"LoadRes(4):Invalid control type [TextBox]"});
 }
 
 }  // namespace

@@ -65,6 +65,18 @@ TEST_F(ResultListViewTest, A_line_that_the_box_refused_is_shown_with_the_next_on
   EXPECT_EQ(box.lines, (Lines{L"one", L"two", L"three"}));
 }
 
+TEST_F(ResultListViewTest, Lines_that_another_program_put_into_the_box_count_as_the_lists_own) {
+  list.AddToList(L"own");
+  box.lines.assign(1001, L"theirs");
+  list.AddToList(L"new");
+  EXPECT_EQ(box.lines, Lines{L"new"});
+  box.lines.clear();
+  EXPECT_EQ(list.AllLines(), L"");
+  list.AddToList(L"after");
+  EXPECT_EQ(box.lines, Lines{L"after"});
+  EXPECT_EQ(list.AllLines(), L"after\r\n");
+}
+
 TEST_F(ResultListViewTest, The_horizontal_extent_is_a_multiple_of_the_client_width) {
   box.clientWidth = 321;
   SetListExtent(box, 3);

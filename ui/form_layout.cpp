@@ -1,0 +1,32 @@
+#include "ui/form_layout.h"
+
+#include <algorithm>
+
+namespace tarvik::ui {
+
+Spacing SpacingOf(const Form& form) {
+  const int gap = std::max(1, (form.LineHeight() + 1) / 3);
+  return {gap, 2 * gap};
+}
+
+BoxPtr Captioned(Control& control, std::initializer_list<Message> others) {
+  std::vector<Message> messages = others;
+  if (control.captionMessage) messages.push_back(*control.captionMessage);
+  std::vector<std::wstring> captions;
+  for (const Message message : messages) {
+    const MessageRow& row = RowOf(message);
+    captions.emplace_back(row.english);
+    if (row.japanese != nullptr) captions.emplace_back(row.japanese);
+  }
+  return Fit(control, captions);
+}
+
+BoxPtr Sized(Control& control, const wchar_t* sample) { return Fit(control, {sample}); }
+
+Size WindowSizeFor(const Form& form, Size client) {
+  const Size window = form.WindowSize();
+  const Size present = form.ClientSize();
+  return {client.width + window.width - present.width, client.height + window.height - present.height};
+}
+
+}  // namespace tarvik::ui
