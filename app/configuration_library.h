@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 namespace tarvik {
 
@@ -19,5 +20,8 @@ class ConfigurationLibrary {
   /// Writes the common data folder, NUL-terminated, in the system's code page. 0 = success.
   virtual int32_t GetCommonDataFolder2(char* buffer, int32_t length) = 0;
 };
+
+/// ObryConfIO.dll of this PC, loaded at the first call.
+std::unique_ptr<ConfigurationLibrary> MakeConfigurationLibrary();
 
 }  // namespace tarvik

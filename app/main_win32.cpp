@@ -3,28 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "app/closed_libraries_win32.h"
 #include "app/form1.h"
-#include "cnclib/cnc_library_win32.h"
-#include "ftp/wininet_win32.h"
-#include "k7/k7_api_win32.h"
-#include "k7/svc_kit_win32.h"
-#include "net/icmp_win32.h"
-#include "net/ip_helper_win32.h"
-#include "net/winsock_win32.h"
-#include "platform/clipboard_win32.h"
-#include "platform/code_page_win32.h"
-#include "platform/files_win32.h"
-#include "platform/kernel_calls_win32.h"
-#include "platform/machine_registry_win32.h"
-#include "platform/os_version_win32.h"
-#include "platform/processes_win32.h"
-#include "platform/profile_strings_win32.h"
 #include "platform/runtime_error.h"
-#include "platform/settings_store_win32.h"
-#include "platform/text_order_win32.h"
-#include "platform/version_library_win32.h"
-#include "platform/wall_clock_win32.h"
 #include "platform/windows_win32.h"
 #include "ui/win32/form_win32.h"
 #include "ui/win32/message_filter_win32.h"
@@ -55,27 +35,27 @@ int Run() {
   ui::MessageFilter filter;
   ui::Win32Form form(L"Form1", ui::FormRole::Main);
   ui::Win32Pump pump(filter, [&flags] { return static_cast<bool>(flags.stopRequested); });
-  Win32ConfigurationLibrary configuration;
-  Win32TxCodec txCodec;
-  Win32Winsock winsock;
-  Win32IcmpLibrary icmp;
-  Win32IpHelper ipHelper;
-  Win32Wininet wininet;
-  Win32OsVersion osVersion;
-  Win32Files files;
-  Win32Processes processes;
-  Win32CodePage codePage;
-  Win32TextOrder textOrder;
-  Win32ProfileStrings profile;
-  Win32SettingsStore settings;
-  Win32Clipboard clipboard(form.Window());
-  Win32KernelCalls kernel;
-  Win32VersionLibrary version;
-  Win32MachineRegistry registry;
-  Win32K7Api k7Api;
-  Win32SvcKit svcKit;
-  Win32CncLibrary cncLibrary;
-  Win32WallClock wallClock;
+  const auto configuration = MakeConfigurationLibrary();
+  const auto txCodec = MakeTxCodec();
+  const auto winsock = MakeWinsock();
+  const auto icmp = MakeIcmpLibrary();
+  const auto ipHelper = MakeIpHelper();
+  const auto wininet = MakeWininet();
+  const auto osVersion = MakeOsVersion();
+  const auto files = MakeFiles();
+  const auto processes = MakeProcesses();
+  const auto codePage = MakeCodePage();
+  const auto textOrder = MakeTextOrder();
+  const auto profile = MakeProfileStrings();
+  const auto settings = MakeSettingsStore();
+  const auto clipboard = MakeClipboard(reinterpret_cast<std::intptr_t>(form.Window()));
+  const auto kernel = MakeKernelCalls();
+  const auto version = MakeVersionLibrary();
+  const auto registry = MakeMachineRegistry();
+  const auto k7Api = MakeK7Api();
+  const auto svcKit = MakeSvcKit();
+  const auto cncLibrary = MakeCncLibrary();
+  const auto wallClock = MakeWallClock();
   const auto newForm = [](const wchar_t* windowClass) -> std::unique_ptr<ui::Form> {
     return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary);
   };
@@ -83,27 +63,27 @@ int Run() {
                form.Boxes(),
                pump,
                flags,
-               configuration,
-               txCodec,
-               winsock,
-               icmp,
-               ipHelper,
-               wininet,
-               osVersion,
-               files,
-               processes,
-               codePage,
-               textOrder,
-               profile,
-               settings,
-               clipboard,
-               kernel,
-               version,
-               registry,
-               k7Api,
-               svcKit,
-               cncLibrary,
-               wallClock,
+               *configuration,
+               *txCodec,
+               *winsock,
+               *icmp,
+               *ipHelper,
+               *wininet,
+               *osVersion,
+               *files,
+               *processes,
+               *codePage,
+               *textOrder,
+               *profile,
+               *settings,
+               *clipboard,
+               *kernel,
+               *version,
+               *registry,
+               *k7Api,
+               *svcKit,
+               *cncLibrary,
+               *wallClock,
                newForm,
                ProgramFolder(),
                WindowsFolder(),

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -24,6 +25,9 @@ class TxCodec {
   /// Decodes `input` into `output`. 0 = success.
   virtual int32_t TxDecd(TxCodecRecord& record) = 0;
 };
+
+/// txcodec.dll of this PC, loaded at the first call.
+std::unique_ptr<TxCodec> MakeTxCodec();
 
 /// The plain text of an access code or FTP password that the command line carries in its encoded form.
 /// Nothing when it cannot be decoded, the library's absence included.

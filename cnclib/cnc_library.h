@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 namespace tarvik {
 
@@ -78,5 +79,8 @@ class CncLibrary {
                                  int16_t last, int16_t length, CncPmcRange& range) = 0;
   virtual int16_t nx_pmc_detailerr(Handle handle, CncPmcDetailError& error) = 0;
 };
+
+/// NxLib32.dll of this PC, loaded at the first call.
+std::unique_ptr<CncLibrary> MakeCncLibrary();
 
 }  // namespace tarvik

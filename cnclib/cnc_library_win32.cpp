@@ -1,40 +1,51 @@
-#include "cnclib/cnc_library_win32.h"
+#include "cnclib/cnc_library.h"
+
+#include "platform/closed_library_win32.h"
 
 namespace tarvik {
+namespace {
 
-int16_t Win32CncLibrary::nx_allochandle3(const char* address, int16_t port, int32_t timeOut, Handle& handle) {
-  // A library that could not take the handle back must not give one.
-  FindFreeHandle();
-  return library_.Call<int16_t(WINAPI*)(const char*, int16_t, int32_t, Handle*)>("nx_allochandle3")(
-      address, port, timeOut, &handle);
-}
+class Win32CncLibrary final : public CncLibrary {
+ public:
+  int16_t nx_allochandle3(const char* address, int16_t port, int32_t timeOut, Handle& handle) override {
+    // A library that could not take the handle back must not give one.
+    FindFreeHandle();
+    return library_.Call<int16_t(WINAPI*)(const char*, int16_t, int32_t, Handle*)>("nx_allochandle3")(
+        address, port, timeOut, &handle);
+  }
+  int16_t nx_allochandle_code(const char* address, int16_t port, const char* accessCode, int32_t timeOut,
+                              Handle& handle) override {
+    FindFreeHandle();
+    return library_.Call<int16_t(WINAPI*)(const char*, int16_t, const char*, int32_t, Handle*)>(
+        "nx_allochandle_code")(address, port, accessCode, timeOut, &handle);
+  }
+  int16_t nx_getoptions1(Handle handle, int32_t& reserved, uint32_t& options) override {
+    return library_.Call<int16_t(WINAPI*)(Handle, int32_t*, uint32_t*)>("nx_getoptions1")(handle, &reserved,
+                                                                                          &options);
+  }
+  int16_t nx_sysinfo(Handle handle, CncSystemInfo& info) override {
+    return library_.Call<int16_t(WINAPI*)(Handle, CncSystemInfo*)>("nx_sysinfo")(handle, &info);
+  }
+  int16_t nx_freehandle(Handle handle) override { return FindFreeHandle()(handle); }
+  int16_t nx_pmc_rdrange(Handle handle, int16_t addressType, int16_t dataType, int16_t first, int16_t last,
+                         int16_t length, CncPmcRange& range) override {
+    return library_.Call<int16_t(WINAPI*)(Handle, int16_t, int16_t, int16_t, int16_t, int16_t, CncPmcRange*)>(
+        "nx_pmc_rdrange")(handle, addressType, dataType, first, last, length, &range);
+  }
+  int16_t nx_pmc_detailerr(Handle handle, CncPmcDetailError& error) override {
+    return library_.Call<int16_t(WINAPI*)(Handle, CncPmcDetailError*)>("nx_pmc_detailerr")(handle, &error);
+  }
 
-int16_t Win32CncLibrary::nx_allochandle_code(const char* address, int16_t port, const char* accessCode,
-                                             int32_t timeOut, Handle& handle) {
-  FindFreeHandle();
-  return library_.Call<int16_t(WINAPI*)(const char*, int16_t, const char*, int32_t, Handle*)>(
-      "nx_allochandle_code")(address, port, accessCode, timeOut, &handle);
-}
+ private:
+  using FreeHandle = int16_t(WINAPI*)(Handle);
 
-int16_t Win32CncLibrary::nx_getoptions1(Handle handle, int32_t& reserved, uint32_t& options) {
-  return library_.Call<int16_t(WINAPI*)(Handle, int32_t*, uint32_t*)>("nx_getoptions1")(handle, &reserved,
-                                                                                        &options);
-}
+  FreeHandle FindFreeHandle() { return library_.Call<FreeHandle>("nx_freehandle"); }
 
-int16_t Win32CncLibrary::nx_sysinfo(Handle handle, CncSystemInfo& info) {
-  return library_.Call<int16_t(WINAPI*)(Handle, CncSystemInfo*)>("nx_sysinfo")(handle, &info);
-}
+  ClosedLibrary library_{L"NxLib32.dll"};
+};
 
-int16_t Win32CncLibrary::nx_freehandle(Handle handle) { return FindFreeHandle()(handle); }
+}  // namespace
 
-int16_t Win32CncLibrary::nx_pmc_rdrange(Handle handle, int16_t addressType, int16_t dataType, int16_t first,
-                                        int16_t last, int16_t length, CncPmcRange& range) {
-  return library_.Call<int16_t(WINAPI*)(Handle, int16_t, int16_t, int16_t, int16_t, int16_t, CncPmcRange*)>(
-      "nx_pmc_rdrange")(handle, addressType, dataType, first, last, length, &range);
-}
-
-int16_t Win32CncLibrary::nx_pmc_detailerr(Handle handle, CncPmcDetailError& error) {
-  return library_.Call<int16_t(WINAPI*)(Handle, CncPmcDetailError*)>("nx_pmc_detailerr")(handle, &error);
-}
+std::unique_ptr<CncLibrary> MakeCncLibrary() { return std::make_unique<Win32CncLibrary>(); }
 
 }  // namespace tarvik

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 // The calling convention of the functions that the library calls back.
 #ifdef _WIN32
@@ -93,5 +94,8 @@ class Wininet {
   /// Why the latest of these calls failed.
   virtual uint32_t GetLastError() = 0;
 };
+
+/// Windows' own Wininet.dll, loaded at the first call: most runs of the program never need it.
+std::unique_ptr<Wininet> MakeWininet();
 
 }  // namespace tarvik

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 namespace tarvik {
 
@@ -34,5 +35,8 @@ class K7Api {
 
   virtual void K7_WSACleanup() = 0;
 };
+
+/// k7api.dll of this PC, loaded at the first call.
+std::unique_ptr<K7Api> MakeK7Api();
 
 }  // namespace tarvik

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 namespace tarvik {
 
@@ -25,5 +26,8 @@ class SvcKit {
   /// `status`: a state of the Windows service control manager.
   virtual int32_t QSetup_GetServiceStatus(const char* name, int32_t& status, int32_t wait) = 0;
 };
+
+/// SvcKit.dll of this PC, loaded at the first call.
+std::unique_ptr<SvcKit> MakeSvcKit();
 
 }  // namespace tarvik

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 namespace tarvik {
 
@@ -56,5 +57,8 @@ class IcmpLibrary {
   /// Why the latest of these calls failed.
   virtual uint32_t GetLastError() = 0;
 };
+
+/// Windows' own ICMP helper, loaded at the first call.
+std::unique_ptr<IcmpLibrary> MakeIcmpLibrary();
 
 }  // namespace tarvik

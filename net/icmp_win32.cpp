@@ -1,41 +1,55 @@
-#include "net/icmp_win32.h"
+#include "net/icmp.h"
+
+#include "platform/system_library_win32.h"
 
 namespace tarvik {
+namespace {
 
-bool Win32IcmpLibrary::LoadFrom(const wchar_t* name) {
-  library_.Load(name);
-  createFile_ = library_.Find<CreateFileFunction>("IcmpCreateFile");
-  sendEcho_ = library_.Find<SendEchoFunction>("IcmpSendEcho");
-  closeHandle_ = library_.Find<CloseHandleFunction>("IcmpCloseHandle");
-  return IsLoaded();
-}
-
-bool Win32IcmpLibrary::IsLoaded() const {
-  return createFile_ != nullptr && sendEcho_ != nullptr && closeHandle_ != nullptr;
-}
-
-IcmpLibrary::Handle Win32IcmpLibrary::IcmpCreateFile() {
-  // ICMP.DLL is gone from the newest Windows, where iphlpapi has the same three calls.
-  if (!IsLoaded() && !LoadFrom(L"ICMP.DLL") && !LoadFrom(L"iphlpapi.dll")) return 0;
-  return CreatedHandle(std::bit_cast<Handle>(createFile_()));
-}
-
-uint32_t Win32IcmpLibrary::IcmpSendEcho(Handle handle, uint32_t address, const void* requestData,
-                                        uint16_t requestSize, const IpOptionInformation* requestOptions,
-                                        void* reply, uint32_t replySize, uint32_t timeout) {
-  if (!IsLoaded()) {
-    ::SetLastError(ERROR_MOD_NOT_FOUND);
-    return 0;
+class Win32IcmpLibrary final : public IcmpLibrary {
+ public:
+  Handle IcmpCreateFile() override {
+    // ICMP.DLL is gone from the newest Windows, where iphlpapi has the same three calls.
+    if (!IsLoaded() && !LoadFrom(L"ICMP.DLL") && !LoadFrom(L"iphlpapi.dll")) return 0;
+    return CreatedHandle(std::bit_cast<Handle>(createFile_()));
   }
-  // The library only reads the request and its options, though its declaration does not say so.
-  return sendEcho_(std::bit_cast<HANDLE>(handle), address, const_cast<void*>(requestData), requestSize,
-                   const_cast<IpOptionInformation*>(requestOptions), reply, replySize, timeout);
-}
+  uint32_t IcmpSendEcho(Handle handle, uint32_t address, const void* requestData, uint16_t requestSize,
+                        const IpOptionInformation* requestOptions, void* reply, uint32_t replySize,
+                        uint32_t timeout) override {
+    if (!IsLoaded()) {
+      ::SetLastError(ERROR_MOD_NOT_FOUND);
+      return 0;
+    }
+    // The library only reads the request and its options, though its declaration does not say so.
+    return sendEcho_(std::bit_cast<HANDLE>(handle), address, const_cast<void*>(requestData), requestSize,
+                     const_cast<IpOptionInformation*>(requestOptions), reply, replySize, timeout);
+  }
+  int32_t IcmpCloseHandle(Handle handle) override {
+    return !IsLoaded() ? FALSE : closeHandle_(std::bit_cast<HANDLE>(handle));
+  }
+  uint32_t GetLastError() override { return ::GetLastError(); }
 
-int32_t Win32IcmpLibrary::IcmpCloseHandle(Handle handle) {
-  return !IsLoaded() ? FALSE : closeHandle_(std::bit_cast<HANDLE>(handle));
-}
+ private:
+  using CreateFileFunction = HANDLE(WINAPI*)();
+  using SendEchoFunction = DWORD(WINAPI*)(HANDLE, ULONG, void*, WORD, void*, void*, DWORD, DWORD);
+  using CloseHandleFunction = BOOL(WINAPI*)(HANDLE);
 
-uint32_t Win32IcmpLibrary::GetLastError() { return ::GetLastError(); }
+  bool IsLoaded() const { return createFile_ != nullptr && sendEcho_ != nullptr && closeHandle_ != nullptr; }
+  bool LoadFrom(const wchar_t* name) {
+    library_.Load(name);
+    createFile_ = library_.Find<CreateFileFunction>("IcmpCreateFile");
+    sendEcho_ = library_.Find<SendEchoFunction>("IcmpSendEcho");
+    closeHandle_ = library_.Find<CloseHandleFunction>("IcmpCloseHandle");
+    return IsLoaded();
+  }
+
+  SystemLibrary library_;
+  CreateFileFunction createFile_ = nullptr;
+  SendEchoFunction sendEcho_ = nullptr;
+  CloseHandleFunction closeHandle_ = nullptr;
+};
+
+}  // namespace
+
+std::unique_ptr<IcmpLibrary> MakeIcmpLibrary() { return std::make_unique<Win32IcmpLibrary>(); }
 
 }  // namespace tarvik

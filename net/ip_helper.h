@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 namespace tarvik {
 
@@ -49,5 +50,8 @@ class IpHelper {
   /// adapters or without this library has one too.
   virtual uint32_t GetAdaptersInfo(void* buffer, uint32_t* size) = 0;
 };
+
+/// Windows' own IP helper, loaded at the first call.
+std::unique_ptr<IpHelper> MakeIpHelper();
 
 }  // namespace tarvik

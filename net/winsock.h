@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 namespace tarvik {
 
@@ -72,5 +73,8 @@ class Winsock {
   /// 0 on success, otherwise kSocketError.
   virtual int closesocket(Socket socket) = 0;
 };
+
+/// Windows' own socket library (ws2_32).
+std::unique_ptr<Winsock> MakeWinsock();
 
 }  // namespace tarvik

@@ -1,4 +1,4 @@
-#include "net/winsock_win32.h"
+#include "net/winsock.h"
 
 #include <algorithm>
 #include <bit>
@@ -7,6 +7,7 @@
 #include "platform/windows_win32.h"
 
 namespace tarvik {
+namespace {
 
 // ws2_32 is one of Windows' own known libraries: a static import cannot be led astray to a planted copy.
 
@@ -18,54 +19,51 @@ static_assert(Winsock::kBufferTooSmall == WSAEFAULT);
 static_assert(Winsock::kAddressFamilyInternet == AF_INET && Winsock::kTypeDatagram == SOCK_DGRAM &&
               Winsock::kProtocolUdp == IPPROTO_UDP);
 
-int Win32Winsock::WSAStartup(uint16_t versionRequested, WsaData& data) {
-  WSADATA granted = {};
-  const int result = ::WSAStartup(versionRequested, &granted);
-  data.wVersion = granted.wVersion;
-  data.wHighVersion = granted.wHighVersion;
-  std::copy(std::begin(granted.szDescription), std::end(granted.szDescription), data.szDescription);
-  std::copy(std::begin(granted.szSystemStatus), std::end(granted.szSystemStatus), data.szSystemStatus);
-  data.iMaxSockets = granted.iMaxSockets;
-  data.iMaxUdpDg = granted.iMaxUdpDg;
-  data.lpVendorInfo = std::bit_cast<std::intptr_t>(granted.lpVendorInfo);
-  return result;
-}
+class Win32Winsock final : public Winsock {
+ public:
+  int WSAStartup(uint16_t versionRequested, WsaData& data) override {
+    WSADATA granted = {};
+    const int result = ::WSAStartup(versionRequested, &granted);
+    data.wVersion = granted.wVersion;
+    data.wHighVersion = granted.wHighVersion;
+    std::copy(std::begin(granted.szDescription), std::end(granted.szDescription), data.szDescription);
+    std::copy(std::begin(granted.szSystemStatus), std::end(granted.szSystemStatus), data.szSystemStatus);
+    data.iMaxSockets = granted.iMaxSockets;
+    data.iMaxUdpDg = granted.iMaxUdpDg;
+    data.lpVendorInfo = std::bit_cast<std::intptr_t>(granted.lpVendorInfo);
+    return result;
+  }
+  int WSACleanup() override { return ::WSACleanup(); }
+  int WSAGetLastError() override { return ::WSAGetLastError(); }
+  int gethostname(char* name, int nameLength) override { return ::gethostname(name, nameLength); }
+  const HostEntry* gethostbyname(const char* name) override {
+    return reinterpret_cast<const HostEntry*>(::gethostbyname(name));
+  }
+  uint32_t inet_addr(const char* text) override { return ::inet_addr(text); }
+  const char* inet_ntoa(uint32_t address) override {
+    in_addr in = {};
+    in.s_addr = address;
+    return ::inet_ntoa(in);
+  }
+  Socket WSASocketA(int addressFamily, int type, int protocol, void* protocolInfo, uint32_t group,
+                    uint32_t flags) override {
+    return ::WSASocketA(addressFamily, type, protocol, static_cast<WSAPROTOCOL_INFOA*>(protocolInfo), group,
+                        flags);
+  }
+  int WSAIoctl(Socket socket, uint32_t controlCode, void* in, uint32_t inSize, void* out, uint32_t outSize,
+               uint32_t* bytesReturned, void* overlapped, void* completionRoutine) override {
+    DWORD returned = 0;
+    const int result = ::WSAIoctl(socket, controlCode, in, inSize, out, outSize, &returned,
+                                  static_cast<OVERLAPPED*>(overlapped),
+                                  std::bit_cast<LPWSAOVERLAPPED_COMPLETION_ROUTINE>(completionRoutine));
+    *bytesReturned = returned;
+    return result;
+  }
+  int closesocket(Socket socket) override { return ::closesocket(socket); }
+};
 
-int Win32Winsock::WSACleanup() { return ::WSACleanup(); }
+}  // namespace
 
-int Win32Winsock::WSAGetLastError() { return ::WSAGetLastError(); }
-
-int Win32Winsock::gethostname(char* name, int nameLength) { return ::gethostname(name, nameLength); }
-
-const HostEntry* Win32Winsock::gethostbyname(const char* name) {
-  return reinterpret_cast<const HostEntry*>(::gethostbyname(name));
-}
-
-uint32_t Win32Winsock::inet_addr(const char* text) { return ::inet_addr(text); }
-
-const char* Win32Winsock::inet_ntoa(uint32_t address) {
-  in_addr in = {};
-  in.s_addr = address;
-  return ::inet_ntoa(in);
-}
-
-Winsock::Socket Win32Winsock::WSASocketA(int addressFamily, int type, int protocol, void* protocolInfo,
-                                         uint32_t group, uint32_t flags) {
-  return ::WSASocketA(addressFamily, type, protocol, static_cast<WSAPROTOCOL_INFOA*>(protocolInfo), group,
-                      flags);
-}
-
-int Win32Winsock::WSAIoctl(Socket socket, uint32_t controlCode, void* in, uint32_t inSize, void* out,
-                           uint32_t outSize, uint32_t* bytesReturned, void* overlapped,
-                           void* completionRoutine) {
-  DWORD returned = 0;
-  const int result = ::WSAIoctl(socket, controlCode, in, inSize, out, outSize, &returned,
-                                static_cast<OVERLAPPED*>(overlapped),
-                                std::bit_cast<LPWSAOVERLAPPED_COMPLETION_ROUTINE>(completionRoutine));
-  *bytesReturned = returned;
-  return result;
-}
-
-int Win32Winsock::closesocket(Socket socket) { return ::closesocket(socket); }
+std::unique_ptr<Winsock> MakeWinsock() { return std::make_unique<Win32Winsock>(); }
 
 }  // namespace tarvik

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <memory>
 #include <string>
 
 namespace tarvik {
@@ -14,5 +16,8 @@ class Clipboard {
   /// The clipboard's text; empty when it holds none.
   virtual std::wstring GetText() = 0;
 };
+
+/// The clipboard of user32, opened for the window with the handle `owner`.
+std::unique_ptr<Clipboard> MakeClipboard(std::intptr_t owner);
 
 }  // namespace tarvik

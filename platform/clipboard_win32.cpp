@@ -1,10 +1,11 @@
-#include "platform/clipboard_win32.h"
+#include "platform/clipboard.h"
 
 #include <cstring>
 #include <string_view>
 
 #include "platform/fixed_buffer.h"
 #include "platform/runtime_error.h"
+#include "platform/windows_win32.h"
 
 namespace tarvik {
 namespace {
@@ -56,24 +57,34 @@ class MovableText {
   HGLOBAL memory_;
 };
 
+class Win32Clipboard final : public Clipboard {
+ public:
+  explicit Win32Clipboard(HWND owner) : owner_(owner) {}
+  void SetText(const std::wstring& text) override {
+    MovableText memory(text);
+    const OpenedClipboard opened(owner_);
+    if (!::EmptyClipboard() || ::SetClipboardData(CF_UNICODETEXT, memory.Get()) == nullptr)
+      throw RuntimeError(L"The clipboard does not accept the text.");
+    memory.Release();
+  }
+  std::wstring GetText() override {
+    const OpenedClipboard opened(owner_);
+    const HANDLE memory = ::GetClipboardData(CF_UNICODETEXT);
+    const auto* const text = memory == nullptr ? nullptr : static_cast<const wchar_t*>(::GlobalLock(memory));
+    if (text == nullptr) return {};
+    const std::wstring copy(TrimNull(std::wstring_view(text, ::GlobalSize(memory) / sizeof(wchar_t))));
+    ::GlobalUnlock(memory);
+    return copy;
+  }
+
+ private:
+  HWND owner_;
+};
+
 }  // namespace
 
-void Win32Clipboard::SetText(const std::wstring& text) {
-  MovableText memory(text);
-  const OpenedClipboard opened(owner_);
-  if (!::EmptyClipboard() || ::SetClipboardData(CF_UNICODETEXT, memory.Get()) == nullptr)
-    throw RuntimeError(L"The clipboard does not accept the text.");
-  memory.Release();
-}
-
-std::wstring Win32Clipboard::GetText() {
-  const OpenedClipboard opened(owner_);
-  const HANDLE memory = ::GetClipboardData(CF_UNICODETEXT);
-  const auto* const text = memory == nullptr ? nullptr : static_cast<const wchar_t*>(::GlobalLock(memory));
-  if (text == nullptr) return {};
-  const std::wstring copy(TrimNull(std::wstring_view(text, ::GlobalSize(memory) / sizeof(wchar_t))));
-  ::GlobalUnlock(memory);
-  return copy;
+std::unique_ptr<Clipboard> MakeClipboard(std::intptr_t owner) {
+  return std::make_unique<Win32Clipboard>(reinterpret_cast<HWND>(owner));
 }
 
 }  // namespace tarvik

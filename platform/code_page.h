@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -28,5 +29,8 @@ class CodePage {
   /// Length of the text in bytes of the system's code page.
   size_t AnsiLength(std::wstring_view text) { return ToAnsi(text).size(); }
 };
+
+/// The code pages of kernel32.
+std::unique_ptr<CodePage> MakeCodePage();
 
 }  // namespace tarvik

@@ -1,4 +1,4 @@
-#include "platform/code_page_win32.h"
+#include "platform/code_page.h"
 
 #include <algorithm>
 
@@ -38,16 +38,18 @@ UINT CodePageOf(int32_t language) {
   return got > 0 && codePage != 0 ? codePage : CP_ACP;
 }
 
+class Win32CodePage final : public CodePage {
+ public:
+  std::string ToAnsi(std::wstring_view text) override { return Narrow(text, CP_ACP); }
+  std::string ToOem(std::wstring_view text) override { return Narrow(text, CP_OEMCP); }
+  std::wstring FromAnsi(std::string_view bytes) override { return Widen(bytes, CP_ACP); }
+  std::wstring FromLanguage(std::string_view bytes, int32_t language) override {
+    return Widen(bytes, CodePageOf(language));
+  }
+};
+
 }  // namespace
 
-std::string Win32CodePage::ToAnsi(std::wstring_view text) { return Narrow(text, CP_ACP); }
-
-std::string Win32CodePage::ToOem(std::wstring_view text) { return Narrow(text, CP_OEMCP); }
-
-std::wstring Win32CodePage::FromAnsi(std::string_view bytes) { return Widen(bytes, CP_ACP); }
-
-std::wstring Win32CodePage::FromLanguage(std::string_view bytes, int32_t language) {
-  return Widen(bytes, CodePageOf(language));
-}
+std::unique_ptr<CodePage> MakeCodePage() { return std::make_unique<Win32CodePage>(); }
 
 }  // namespace tarvik

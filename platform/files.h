@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -43,5 +44,8 @@ class Files {
   /// succeeded.
   virtual uint32_t LastError() const = 0;
 };
+
+/// The files of this PC (kernel32).
+std::unique_ptr<Files> MakeFiles();
 
 }  // namespace tarvik

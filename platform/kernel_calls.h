@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 namespace tarvik {
 
@@ -34,5 +35,8 @@ class KernelCalls {
   /// Why the latest call of this thread failed.
   virtual uint32_t GetLastError() = 0;
 };
+
+/// The calls of this PC's kernel32.
+std::unique_ptr<KernelCalls> MakeKernelCalls();
 
 }  // namespace tarvik

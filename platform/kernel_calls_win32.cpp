@@ -1,4 +1,4 @@
-#include "platform/kernel_calls_win32.h"
+#include "platform/kernel_calls.h"
 
 #include <bit>
 #include <string>
@@ -6,28 +6,32 @@
 #include "platform/windows_win32.h"
 
 namespace tarvik {
+namespace {
 
-uint32_t Win32KernelCalls::SearchPathW(const wchar_t* fileName, wchar_t* buffer, uint32_t size) {
-  return ::SearchPathW(nullptr, fileName, nullptr, size, buffer, nullptr);
-}
+class Win32KernelCalls final : public KernelCalls {
+ public:
+  uint32_t SearchPathW(const wchar_t* fileName, wchar_t* buffer, uint32_t size) override {
+    return ::SearchPathW(nullptr, fileName, nullptr, size, buffer, nullptr);
+  }
+  Module LoadLibraryExA(const char* fileName, uint32_t flags) override {
+    // From system32 only: by its bare name a file planted beside the program would be taken.
+    char folder[MAX_PATH] = {};
+    const UINT length = ::GetSystemDirectoryA(folder, MAX_PATH);
+    if (length == 0 || length >= MAX_PATH) return 0;
+    const std::string path = std::string(folder, length) + "\\" + fileName;
+    return std::bit_cast<Module>(::LoadLibraryExA(path.c_str(), nullptr, flags));
+  }
+  int32_t FreeLibrary(Module module) override { return ::FreeLibrary(std::bit_cast<HMODULE>(module)); }
+  uint32_t FormatMessageA(uint32_t flags, Module module, uint32_t messageId, uint32_t languageId,
+                          char* buffer, uint32_t size) override {
+    return ::FormatMessageA(flags, std::bit_cast<HMODULE>(module), messageId, languageId, buffer, size,
+                            nullptr);
+  }
+  uint32_t GetLastError() override { return ::GetLastError(); }
+};
 
-KernelCalls::Module Win32KernelCalls::LoadLibraryExA(const char* fileName, uint32_t flags) {
-  // From system32 only: by its bare name a file planted beside the program would be taken.
-  char folder[MAX_PATH] = {};
-  const UINT length = ::GetSystemDirectoryA(folder, MAX_PATH);
-  if (length == 0 || length >= MAX_PATH) return 0;
-  const std::string path = std::string(folder, length) + "\\" + fileName;
-  return std::bit_cast<Module>(::LoadLibraryExA(path.c_str(), nullptr, flags));
-}
+}  // namespace
 
-int32_t Win32KernelCalls::FreeLibrary(Module module) { return ::FreeLibrary(std::bit_cast<HMODULE>(module)); }
-
-uint32_t Win32KernelCalls::FormatMessageA(uint32_t flags, Module module, uint32_t messageId,
-                                          uint32_t languageId, char* buffer, uint32_t size) {
-  return ::FormatMessageA(flags, std::bit_cast<HMODULE>(module), messageId, languageId, buffer, size,
-                          nullptr);
-}
-
-uint32_t Win32KernelCalls::GetLastError() { return ::GetLastError(); }
+std::unique_ptr<KernelCalls> MakeKernelCalls() { return std::make_unique<Win32KernelCalls>(); }
 
 }  // namespace tarvik

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,5 +15,8 @@ class MachineRegistry {
   /// when it is missing, is no text or cannot be read.
   virtual std::optional<std::wstring> Read(const std::wstring& key, const std::wstring& name) = 0;
 };
+
+/// The registry of this PC.
+std::unique_ptr<MachineRegistry> MakeMachineRegistry();
 
 }  // namespace tarvik

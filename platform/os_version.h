@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 namespace tarvik {
 
@@ -26,5 +27,8 @@ class OsVersion {
   /// False when the version cannot be queried.
   virtual bool GetVersionExA(OsVersionRecord& record) = 0;
 };
+
+/// The version query of kernel32. The manifest names the supported systems, so it reports the real one.
+std::unique_ptr<OsVersion> MakeOsVersion();
 
 }  // namespace tarvik

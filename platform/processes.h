@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace tarvik {
@@ -28,5 +29,8 @@ class Processes {
 
   virtual bool CloseHandle(Handle handle) = 0;
 };
+
+/// The processes of this PC (kernel32).
+std::unique_ptr<Processes> MakeProcesses();
 
 }  // namespace tarvik

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace tarvik {
@@ -15,5 +16,8 @@ class ProfileStrings {
   virtual uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
                                             uint32_t bufferSize, const std::wstring& path) = 0;
 };
+
+/// Reads the profile files of this PC.
+std::unique_ptr<ProfileStrings> MakeProfileStrings();
 
 }  // namespace tarvik

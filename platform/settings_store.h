@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -16,5 +17,8 @@ class SettingsStore {
   /// Writes the string value; creates the section when it is missing. False when it cannot be written.
   virtual bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) = 0;
 };
+
+/// The settings area in the registry of this PC (advapi32).
+std::unique_ptr<SettingsStore> MakeSettingsStore();
 
 }  // namespace tarvik

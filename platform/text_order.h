@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -14,5 +15,8 @@ class TextOrder {
   /// texts costs as much as making a key, so a sort makes each key once.
   virtual std::string SortKey(std::wstring_view text) = 0;
 };
+
+/// The order of kernel32.
+std::unique_ptr<TextOrder> MakeTextOrder();
 
 }  // namespace tarvik

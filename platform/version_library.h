@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 namespace tarvik {
 
@@ -49,5 +50,8 @@ class VersionLibrary {
   virtual int32_t VerQueryValueW(const void* block, const wchar_t* subBlock, const void*& value,
                                  uint32_t& length) = 0;
 };
+
+/// version.dll of this PC, loaded at the first call.
+std::unique_ptr<VersionLibrary> MakeVersionLibrary();
 
 }  // namespace tarvik

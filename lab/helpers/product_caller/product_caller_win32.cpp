@@ -17,15 +17,15 @@
 #include "about/file_util.h"
 #include "about/fmt_err_msg.h"
 #include "ftp/ftp_client.h"
-#include "ftp/wininet_win32.h"
+#include "ftp/wininet.h"
 #include "k7/services_file.h"
 #include "lab/helpers/bench_caller/command_loop_win32.h"
-#include "platform/code_page_win32.h"
-#include "platform/files_win32.h"
-#include "platform/kernel_calls_win32.h"
-#include "platform/profile_strings_win32.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/kernel_calls.h"
+#include "platform/profile_strings.h"
 #include "platform/text.h"
-#include "platform/version_library_win32.h"
+#include "platform/version_library.h"
 #include "platform/windows_win32.h"
 
 namespace tarvik::lab {
@@ -64,17 +64,17 @@ class FakeMessageBoxes final : public report::MessageBoxes {
 };
 
 Fields AddServices(const Fields& arguments) {
-  Win32Files files;
-  Win32CodePage codePage;
-  Win32KernelCalls kernel;
+  const auto files = MakeFiles();
+  const auto codePage = MakeCodePage();
+  const auto kernel = MakeKernelCalls();
   FakeMessageBoxes boxes;
-  FmtErrMsg errors(kernel, codePage, boxes);
+  FmtErrMsg errors(*kernel, *codePage, boxes);
   std::array<ServiceEntry, 1> entries;
   entries[0].Name = Wide(arguments.at(1));
   entries[0].PortNo = ParseInt32(Wide(arguments.at(2))).value_or(0);
   entries[0].Protocol = Wide(arguments.at(3));
-  const bool done = CheckServicesFile({files, codePage, errors, boxes}, Wide(arguments.at(0)), entries, false,
-                                      {2026, 11, 21, 9, 5});
+  const bool done = CheckServicesFile({*files, *codePage, errors, boxes}, Wide(arguments.at(0)), entries,
+                                      false, {2026, 11, 21, 9, 5});
   Fields answer = Verdict(done);
   answer.push_back(std::to_string(entries[0].PortNo));
   answer.insert(answer.end(), boxes.texts.begin(), boxes.texts.end());
@@ -86,14 +86,14 @@ Fields ReadProfile(const Fields& arguments) {
   char windows[512] = {};
   ::GetPrivateProfileStringA(section.c_str(), key.c_str(), "", windows, sizeof windows, path.c_str());
   char program[512] = {};
-  Win32ProfileStrings().GetPrivateProfileStringA(section, key, program, sizeof program, Wide(path));
+  MakeProfileStrings()->GetPrivateProfileStringA(section, key, program, sizeof program, Wide(path));
   return {windows, program};
 }
 
 Fields ModuleVersion(const Fields& arguments) {
-  Win32KernelCalls kernel;
-  Win32VersionLibrary version;
-  FileUtil files(kernel, version);
+  const auto kernel = MakeKernelCalls();
+  const auto version = MakeVersionLibrary();
+  FileUtil files(*kernel, *version);
   const auto text = files.mGetFileVersionInfoString(Wide(arguments.at(0)));
   return {text ? Utf8(*text) : std::string()};
 }
@@ -134,9 +134,9 @@ void AddFtpCommands(std::map<std::string, Command>& commands, clsFtpClient& clie
 
 int main() {
   using namespace tarvik;
-  Win32Wininet wininet;
-  Win32CodePage codePage;
-  clsFtpClient client(wininet, codePage);
+  const auto wininet = MakeWininet();
+  const auto codePage = MakeCodePage();
+  clsFtpClient client(*wininet, *codePage);
   std::map<std::string, lab::Command> commands{{"add_services", lab::AddServices},
                                                {"profile", lab::ReadProfile},
                                                {"module_version", lab::ModuleVersion}};

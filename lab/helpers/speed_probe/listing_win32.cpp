@@ -3,12 +3,12 @@
 #include <stdexcept>
 
 #include "ftp/ftp_check.h"
-#include "ftp/wininet_win32.h"
+#include "ftp/wininet.h"
 #include "lab/helpers/speed_probe/speed_probe_win32.h"
-#include "platform/code_page_win32.h"
-#include "platform/files_win32.h"
-#include "platform/profile_strings_win32.h"
-#include "platform/text_order_win32.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/profile_strings.h"
+#include "platform/text_order.h"
 #include "resources/resource.h"
 #include "ui/result_list_view.h"
 #include "ui/win32/form_win32.h"
@@ -44,9 +44,9 @@ int BareLoop(Wininet& wininet, const std::string& host) {
 }  // namespace
 
 void MeasureListing(const Words& words) {
-  Win32CodePage codePage;
-  Win32Wininet wininet;
-  Win32TextOrder order;
+  const auto codePage = MakeCodePage();
+  const auto wininet = MakeWininet();
+  const auto order = MakeTextOrder();
   ui::MessageFilter filter;
   ui::Win32Pump pump(filter, [] { return false; });
   ui::Win32Form form(L"SpeedProbe", ui::FormRole::Secondary);
@@ -56,17 +56,17 @@ void MeasureListing(const Words& words) {
   box.SetBounds({0, 0, 500, 250});
   ui::ResultListView view(box);
   report::ResultList results(view);
-  Win32Files files;
-  Win32ProfileStrings profile;
-  Resource resource(files, profile, codePage);
+  const auto files = MakeFiles();
+  const auto profile = MakeProfileStrings();
+  Resource resource(*files, *profile, *codePage);
   const LanguageMode mode = kBuiltInEnglish;
   const Texts texts(mode, resource);
   int entries = 0;
-  Report("bare", Milliseconds([&] { entries = BareLoop(wininet, codePage.ToAnsi(words.at(0))); }));
+  Report("bare", Milliseconds([&] { entries = BareLoop(*wininet, codePage->ToAnsi(words.at(0))); }));
   Report("own", Milliseconds([&] {
            TestFtp(
-               {results, form.Boxes(), texts, pump}, wininet, codePage, order, [](bool) {}, words.at(0), L"",
-               L"");
+               {results, form.Boxes(), texts, pump}, *wininet, *codePage, *order, [](bool) {}, words.at(0),
+               L"", L"");
          }));
   Report("entries", entries);
 }

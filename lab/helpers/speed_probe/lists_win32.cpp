@@ -3,9 +3,9 @@
 #include <stdexcept>
 
 #include "cnclib/cnc_connection.h"
-#include "cnclib/cnc_library_win32.h"
+#include "cnclib/cnc_library.h"
 #include "lab/helpers/speed_probe/speed_probe_win32.h"
-#include "platform/code_page_win32.h"
+#include "platform/code_page.h"
 #include "platform/text.h"
 #include "report/result_list.h"
 #include "ui/result_list_view.h"
@@ -73,24 +73,24 @@ void MeasureLines(const Words& words) {
 void MeasurePmcPass(const Words& words) {
   constexpr int16_t kPort = 8193;
   const auto length = static_cast<int16_t>(Number(words, 1));
-  Win32CodePage codePage;
-  Win32CncLibrary library;
+  const auto codePage = MakeCodePage();
+  const auto library = MakeCncLibrary();
   CncLibrary::Handle handle = 0;
-  if (library.nx_allochandle3(codePage.ToAnsi(words.at(0)).c_str(), kPort, 10, handle) != 0)
+  if (library->nx_allochandle3(codePage->ToAnsi(words.at(0)).c_str(), kPort, 10, handle) != 0)
     throw std::runtime_error("no connection to the controller");
   ListWindow list;
   Report("pass", Milliseconds([&] {
            CncPmcRange range;
            const auto last = static_cast<int16_t>(length - 1);
-           library.nx_pmc_rdrange(handle, 9, 0, 0, last,
-                                  static_cast<int16_t>(length + CncPmcRange::kHeaderSize), range);
+           library->nx_pmc_rdrange(handle, 9, 0, 0, last,
+                                   static_cast<int16_t>(length + CncPmcRange::kHeaderSize), range);
            list.Send(LB_RESETCONTENT);
            for (int16_t i = 0; i < length; ++i) {
              const std::wstring text = ZeroPadded(i, 4) + L"\t" + Hexadecimal(range.data[i]);
              list.Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
            }
          }));
-  library.nx_freehandle(handle);
+  library->nx_freehandle(handle);
 }
 
 }  // namespace tarvik::lab

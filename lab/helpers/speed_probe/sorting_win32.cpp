@@ -10,7 +10,7 @@
 #include "ftp/str_sort.h"
 #include "lab/helpers/speed_probe/speed_probe_win32.h"
 #include "platform/text.h"
-#include "platform/text_order_win32.h"
+#include "platform/text_order.h"
 
 namespace tarvik::lab {
 namespace {
@@ -56,15 +56,15 @@ std::wstring Name(int32_t number) { return L"O" + ZeroPadded(number, 8) + L".NC"
 
 void MeasureSort(const Words& words) {
   const int32_t count = ParseInt32(words.at(0)).value_or(0);
-  Win32TextOrder order;
+  const auto order = MakeTextOrder();
   std::vector<int32_t> numbers(static_cast<size_t>(count));
   std::iota(numbers.begin(), numbers.end(), 0);
   const auto report = [&](const std::string& name, const std::vector<int32_t>& from) {
     Lines lines;
     for (const int32_t number : from) lines.push_back(Name(number));
     Lines own, bare;
-    Report("bare-" + name, Milliseconds([&] { bare = StandardSorted(lines, order); }));
-    Report("own-" + name, Milliseconds([&] { own = Sorted(lines, order); }));
+    Report("bare-" + name, Milliseconds([&] { bare = StandardSorted(lines, *order); }));
+    Report("own-" + name, Milliseconds([&] { own = Sorted(lines, *order); }));
     if (own != bare) throw std::runtime_error("the two sorts differ");
   };
   report("sorted", numbers);
