@@ -54,16 +54,16 @@ std::wstring AboutTitle(const std::wstring& extraDescription) {
   return extraDescription.empty() ? title : title + L"(" + extraDescription + L")";
 }
 
-frmAbout::frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, OsVersion& osVersion,
-                   MachineRegistry& registry, Processes& processes, const std::wstring& versionReport)
+frmAbout::frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, System& system, Processes& processes,
+                   const std::wstring& versionReport)
     : form_(std::move(form)),
-      registry_(registry),
+      system_(system),
       processes_(processes),
       cmdOK(form_->AddButton(ID_cmdOK, ui::kNoPage, L"OK")),
       cmdSysInfo(form_->AddButton(ID_cmdSysInfo, ui::kNoPage, texts.GetOrEmpty(Message::SystemInfoButton))),
       lblTitle(form_->AddLabel(ID_lblTitle, ui::kNoPage, AboutTitle(kExtraDescription))),
       lblVersion(form_->AddLabel(ID_lblVersion, ui::kNoPage, VersionText(kThisProgram))),
-      lblOsVersion(form_->AddLabel(ID_lblOsVersion, ui::kNoPage, OsVersionInfo(osVersion).GetVersionName())),
+      lblOsVersion(form_->AddLabel(ID_lblOsVersion, ui::kNoPage, OsVersionInfo(system).GetVersionName())),
       lblModules(form_->AddLabel(ID_lblModules, ui::kNoPage, ForLabel(versionReport))) {
   form_->SetCaption(std::wstring(report::kProgramTitle) + L" Version Information");
   form_->FixSize();
@@ -91,6 +91,6 @@ void frmAbout::LayOut() {
 
 void frmAbout::cmdOK_Click() { form_->Close(); }
 
-void frmAbout::cmdSysInfo_Click() { StartSysInfo(registry_, processes_, form_->Boxes()); }
+void frmAbout::cmdSysInfo_Click() { StartSysInfo(system_, processes_, form_->Boxes()); }
 
 }  // namespace tarvik

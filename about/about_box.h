@@ -3,9 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/machine_registry.h"
-#include "platform/os_version.h"
 #include "platform/processes.h"
+#include "platform/system.h"
 #include "resources/messages.h"
 #include "ui/form.h"
 
@@ -29,8 +28,8 @@ std::wstring AboutTitle(const std::wstring& extraDescription);
 class frmAbout {
  public:
   /// `form`: a new window. `versionReport`: as the module check made it.
-  frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, OsVersion& osVersion,
-           MachineRegistry& registry, Processes& processes, const std::wstring& versionReport);
+  frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, System& system, Processes& processes,
+           const std::wstring& versionReport);
   frmAbout(const frmAbout&) = delete;
   frmAbout& operator=(const frmAbout&) = delete;
 
@@ -48,7 +47,7 @@ class frmAbout {
   void LayOut();
 
   std::unique_ptr<ui::Form> form_;
-  MachineRegistry& registry_;
+  System& system_;
   Processes& processes_;
   ui::Button& cmdOK;
   ui::Button& cmdSysInfo;

@@ -2,14 +2,14 @@
 
 #include <string>
 
-#include "platform/os_version.h"
+#include "platform/system.h"
 
 namespace tarvik {
 
 /// Which Windows this is. A version that cannot be queried is none of them and has no name.
 class OsVersionInfo {
  public:
-  explicit OsVersionInfo(OsVersion& osVersion) : known_(osVersion.GetVersionExA(record_)) {}
+  explicit OsVersionInfo(System& system) : known_(system.GetVersionExA(record_)) {}
 
   /// The platform, " Running ", and the version and build numbers: "Windows NT Running 6.1.7601".
   std::wstring GetVersionName() const;

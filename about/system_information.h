@@ -1,13 +1,13 @@
 #pragma once
 
-#include "platform/machine_registry.h"
 #include "platform/processes.h"
+#include "platform/system.h"
 #include "report/message_boxes.h"
 
 namespace tarvik {
 
 /// Starts the system's information tool, which the registry names. A message box tells when there is none or
 /// it does not start.
-void StartSysInfo(MachineRegistry& registry, Processes& processes, report::MessageBoxes& boxes);
+void StartSysInfo(System& system, Processes& processes, report::MessageBoxes& boxes);
 
 }  // namespace tarvik

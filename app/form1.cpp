@@ -23,7 +23,7 @@ Form1::Form1(Form1Ground ground)
       controls_(ground_.form),
       resultView_(controls_.lstResult),
       results_(resultView_),
-      resource_(ground_.files, ground_.profile, ground_.codePage) {
+      resource_(ground_.files, ground_.system, ground_.codePage) {
   const ui::Size design = LayOutForm1(ground_.form, controls_);
   ground_.form.SetMinimumWindowSize(design);
   ground_.form.SetWindowSize(design);

@@ -31,14 +31,10 @@
 #include "platform/code_page.h"
 #include "platform/files.h"
 #include "platform/kernel_calls.h"
-#include "platform/machine_registry.h"
-#include "platform/os_version.h"
 #include "platform/processes.h"
-#include "platform/profile_strings.h"
 #include "platform/settings_store.h"
-#include "platform/text_order.h"
+#include "platform/system.h"
 #include "platform/version_library.h"
-#include "platform/wall_clock.h"
 #include "report/check_context.h"
 #include "resources/messages.h"
 #include "resources/resource.h"
@@ -59,21 +55,17 @@ struct Form1Ground {
   IcmpLibrary& icmp;
   IpHelper& ipHelper;
   Wininet& wininet;
-  OsVersion& osVersion;
+  System& system;
   Files& files;
   Processes& processes;
   CodePage& codePage;
-  TextOrder& textOrder;
-  ProfileStrings& profile;
   SettingsStore& settings;
   Clipboard& clipboard;
   KernelCalls& kernel;
   VersionLibrary& version;
-  MachineRegistry& registry;
   K7Api& k7Api;
   SvcKit& svcKit;
   CncLibrary& cncLibrary;
-  WallClock& wallClock;
   /// Makes the window of a further form; its class is the form's name.
   std::function<std::unique_ptr<ui::Form>(const wchar_t* windowClass)> newForm;
   std::wstring programFolder;      ///< without a backslash at its end

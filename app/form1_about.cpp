@@ -25,8 +25,8 @@ frmAbout& Form1::About() {
   if (about_ == nullptr || about_->Closed()) {
     // The old window is destroyed first: two windows cannot register the same class.
     about_.reset();
-    about_ = std::make_unique<frmAbout>(ground_.newForm(L"frmAbout"), texts_, ground_.osVersion,
-                                        ground_.registry, ground_.processes, versionReport_);
+    about_ = std::make_unique<frmAbout>(ground_.newForm(L"frmAbout"), texts_, ground_.system,
+                                        ground_.processes, versionReport_);
     // Otherwise a topmost main window would cover it.
     if (TestOptionMask(kTopmost)) about_->MakeTopmost();
   }

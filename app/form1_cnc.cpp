@@ -30,7 +30,7 @@ void Form1::mnuPMC_Click() {
     pmcTest_.reset();
     pmcTest_ =
         std::make_unique<frmPmcTest>(ground_.newForm(L"frmPmcTest"), texts_, ground_.pump, ground_.cncLibrary,
-                                     ground_.codePage, ground_.wallClock, [this] { return ReadCncTarget(); });
+                                     ground_.codePage, ground_.system, [this] { return ReadCncTarget(); });
     if (TestOptionMask(kTopmost)) pmcTest_->MakeTopmost();
   }
   pmcTest_->Show();

@@ -52,7 +52,7 @@ bool Form1::RunReachabilityCheck() {
   const int32_t count =
       report::ToInt32(controls_.txtPingReqCount.Text(), controls_.lblPingReqCount.Caption());
   return CheckReachability(context_,
-                           {ground_.winsock, ground_.icmp, icmpHandle_, ground_.ipHelper, ground_.osVersion,
+                           {ground_.winsock, ground_.icmp, icmpHandle_, ground_.ipHelper, ground_.system,
                             ground_.files, ground_.processes, ground_.codePage, ground_.programFolder},
                            controls_.cmbIPAddr.Text(), count,
                            [this] { AddHistoryIfNew(controls_.cmbIPAddr); });
@@ -69,7 +69,7 @@ void Form1::SetBusy(bool busy) {
 bool Form1::RunFtpTest() {
   if (missing_.internet) return true;
   return TestFtp(
-      context_, ground_.wininet, ground_.codePage, ground_.textOrder, [this](bool busy) { SetBusy(busy); },
+      context_, ground_.wininet, ground_.codePage, ground_.system, [this](bool busy) { SetBusy(busy); },
       controls_.cmbIPAddr.Text(), controls_.txtFtpUsername.Text(), controls_.txtFtpPasswd.Text());
 }
 

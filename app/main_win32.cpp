@@ -41,21 +41,17 @@ int Run() {
   const auto icmp = MakeIcmpLibrary();
   const auto ipHelper = MakeIpHelper();
   const auto wininet = MakeWininet();
-  const auto osVersion = MakeOsVersion();
+  const auto system = MakeSystem();
   const auto files = MakeFiles();
   const auto processes = MakeProcesses();
   const auto codePage = MakeCodePage();
-  const auto textOrder = MakeTextOrder();
-  const auto profile = MakeProfileStrings();
   const auto settings = MakeSettingsStore();
   const auto clipboard = MakeClipboard(reinterpret_cast<std::intptr_t>(form.Window()));
   const auto kernel = MakeKernelCalls();
   const auto version = MakeVersionLibrary();
-  const auto registry = MakeMachineRegistry();
   const auto k7Api = MakeK7Api();
   const auto svcKit = MakeSvcKit();
   const auto cncLibrary = MakeCncLibrary();
-  const auto wallClock = MakeWallClock();
   const auto newForm = [](const wchar_t* windowClass) -> std::unique_ptr<ui::Form> {
     return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary);
   };
@@ -69,21 +65,17 @@ int Run() {
                *icmp,
                *ipHelper,
                *wininet,
-               *osVersion,
+               *system,
                *files,
                *processes,
                *codePage,
-               *textOrder,
-               *profile,
                *settings,
                *clipboard,
                *kernel,
                *version,
-               *registry,
                *k7Api,
                *svcKit,
                *cncLibrary,
-               *wallClock,
                newForm,
                ProgramFolder(),
                WindowsFolder(),

@@ -53,14 +53,14 @@ frmPmcTest::ReadRun::~ReadRun() {
 }
 
 frmPmcTest::frmPmcTest(std::unique_ptr<ui::Form> form, const Texts& texts, report::Pump& pump,
-                       CncLibrary& library, CodePage& codePage, WallClock& clock,
+                       CncLibrary& library, CodePage& codePage, System& system,
                        std::function<CncTarget()> target)
     : form_(std::move(form)),
       texts_(texts),
       pump_(pump),
       library_(library),
       codePage_(codePage),
-      clock_(clock),
+      system_(system),
       controls_(*form_),
       target_(std::move(target)) {
   Form_Load();
@@ -183,7 +183,7 @@ void frmPmcTest::Read() {
     pump_.LetEventsRun();
     if (StopRequested()) return;
   }
-  controls_.lstResult.AddItem(clock_.GeneralDateTime());
+  controls_.lstResult.AddItem(system_.GeneralDateTime());
   controls_.lstResult.Select(controls_.lstResult.Count() - 1);
 }
 

@@ -9,7 +9,7 @@
 #include "cnclib/cnc_library.h"
 #include "cnclib/pmc_controls.h"
 #include "platform/code_page.h"
-#include "platform/wall_clock.h"
+#include "platform/system.h"
 #include "report/pump.h"
 #include "resources/messages.h"
 #include "ui/form.h"
@@ -22,7 +22,7 @@ class frmPmcTest {
  public:
   /// `form`: a new window. `target`: the controller of the main window's boxes, asked for at each run.
   frmPmcTest(std::unique_ptr<ui::Form> form, const Texts& texts, report::Pump& pump, CncLibrary& library,
-             CodePage& codePage, WallClock& clock, std::function<CncTarget()> target);
+             CodePage& codePage, System& system, std::function<CncTarget()> target);
   frmPmcTest(const frmPmcTest&) = delete;
   frmPmcTest& operator=(const frmPmcTest&) = delete;
 
@@ -81,7 +81,7 @@ class frmPmcTest {
   report::Pump& pump_;
   CncLibrary& library_;
   CodePage& codePage_;
-  WallClock& clock_;
+  System& system_;
   PmcTestControls controls_;
   std::function<CncTarget()> target_;
   Range lastGood_{};  ///< range of the latest pass of the run

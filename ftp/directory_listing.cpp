@@ -30,11 +30,11 @@ std::wstring SizeText(uint64_t size) {
 
 }  // namespace
 
-std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, TextOrder& order, int64_t mostComparisons) {
+std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, System& system, int64_t mostComparisons) {
   const size_t count = lines.size();
   std::vector<std::string> keys;
   keys.reserve(count);
-  for (const std::wstring& line : lines) keys.push_back(order.SortKey(line));
+  for (const std::wstring& line : lines) keys.push_back(system.SortKey(line));
 
   // Ranks make StrSort's comparisons as cheap as can be.
   std::vector<int32_t> byKey(count);
@@ -80,8 +80,8 @@ void DirectoryListing::EnumFile(const FtpFile& file) {
 }
 
 void DirectoryListing::EndEnumFile() {
-  std::vector<std::wstring> lines = Sorted(std::move(directories_), order_);
-  for (std::wstring& line : Sorted(std::move(files_), order_)) lines.push_back(std::move(line));
+  std::vector<std::wstring> lines = Sorted(std::move(directories_), system_);
+  for (std::wstring& line : Sorted(std::move(files_), system_)) lines.push_back(std::move(line));
   results_.AddBatch(lines);
 }
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "ftp/ftp_client.h"
-#include "platform/text_order.h"
+#include "platform/system.h"
 #include "report/result_list.h"
 
 namespace tarvik {
@@ -13,7 +13,7 @@ namespace tarvik {
 /// Receives the entries of a remote directory and lists them: directories first, each group sorted.
 class DirectoryListing {
  public:
-  DirectoryListing(report::ResultList& results, TextOrder& order) : results_(results), order_(order) {}
+  DirectoryListing(report::ResultList& results, System& system) : results_(results), system_(system) {}
 
   /// Adds the header and forgets the entries of the listing before.
   void BeginEnumFiles();
@@ -24,7 +24,7 @@ class DirectoryListing {
 
  private:
   report::ResultList& results_;
-  TextOrder& order_;
+  System& system_;
   std::vector<std::wstring> directories_;
   std::vector<std::wstring> files_;
 };
@@ -33,9 +33,9 @@ class DirectoryListing {
 /// of a second for a hostile one of 200,000.
 inline constexpr int64_t kMaxComparisons = 50'000'000;
 
-/// Sorts the lines as StrSort does when it compares by that order. Lines that are equal in that order without
-/// being the same text keep the order in which they came when StrSort would need more than `mostComparisons`.
-std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, TextOrder& order,
+/// Sorts the lines as StrSort does when it compares their sort keys. Different lines with the same key keep
+/// the order in which they came when StrSort would need more than `mostComparisons`.
+std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, System& system,
                                  int64_t mostComparisons = kMaxComparisons);
 
 }  // namespace tarvik

@@ -6,12 +6,12 @@
 
 namespace tarvik {
 
-bool TestFtp(const report::CheckContext& context, Wininet& wininet, CodePage& codePage, TextOrder& order,
+bool TestFtp(const report::CheckContext& context, Wininet& wininet, CodePage& codePage, System& system,
              const std::function<void(bool busy)>& setBusy, const std::wstring& host,
              const std::wstring& user, const std::wstring& password) {
   if (host.empty()) return false;
   clsFtpClient mclsFTP(wininet, codePage);
-  DirectoryListing listing(context.results, order);
+  DirectoryListing listing(context.results, system);
   mclsFTP.onBeginEnumFiles = [&listing](int32_t) { listing.BeginEnumFiles(); };
   mclsFTP.onEnumFile = [&listing](const FtpFile& file) { listing.EnumFile(file); };
   mclsFTP.onEndEnumFile = [&listing](bool) { listing.EndEnumFile(); };

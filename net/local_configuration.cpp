@@ -6,10 +6,10 @@
 
 namespace tarvik {
 
-bool GetOsKind(OsVersion& osVersion, int16_t& kind) {
+bool GetOsKind(System& system, int16_t& kind) {
   kind = kUnsupportedOs;
   OsVersionRecord version;
-  if (!osVersion.GetVersionExA(version)) return false;
+  if (!system.GetVersionExA(version)) return false;
   if (version.platformId == kPlatformWindows9x) kind = kWindows9x;
   if (version.platformId == kPlatformNt && version.majorVersion == 4) kind = kWindowsNt4;
   if (version.platformId == kPlatformNt && version.majorVersion > 4) kind = kWindowsNtLater;
@@ -19,7 +19,7 @@ bool GetOsKind(OsVersion& osVersion, int16_t& kind) {
 bool GetIpConfiguration(const report::CheckContext& context, const NetLibraries& libraries,
                         std::vector<LocalAddressRecord>& list) {
   int16_t kind = kUnsupportedOs;
-  if (!GetOsKind(libraries.osVersion, kind)) return false;
+  if (!GetOsKind(libraries.system, kind)) return false;
   if (kind == kWindowsNt4) return GetIPConfig(context, libraries, list);
   if (!GetInterfaceList(libraries.winsock, list)) return false;
   if (FillGateways(libraries.ipHelper, list)) return true;

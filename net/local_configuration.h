@@ -16,7 +16,7 @@ inline constexpr int16_t kWindowsNt4 = 1;
 inline constexpr int16_t kWindowsNtLater = 2;
 
 /// False, with kUnsupportedOs, for every other system and when the version cannot be queried.
-bool GetOsKind(OsVersion& osVersion, int16_t& kind);
+bool GetOsKind(System& system, int16_t& kind);
 
 /// The PC's own IPv4 addresses with their masks and gateways, in the order in which the system reports them,
 /// without the loopback address. False when they cannot be had.

@@ -7,8 +7,8 @@
 #include "net/winsock.h"
 #include "platform/code_page.h"
 #include "platform/files.h"
-#include "platform/os_version.h"
 #include "platform/processes.h"
+#include "platform/system.h"
 
 namespace tarvik {
 
@@ -18,7 +18,7 @@ struct NetLibraries {
   IcmpLibrary& icmp;
   IcmpLibrary::Handle icmpHandle;
   IpHelper& ipHelper;
-  OsVersion& osVersion;
+  System& system;
   Files& files;
   Processes& processes;
   CodePage& codePage;

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 
 namespace tarvik {
 
@@ -19,16 +18,5 @@ struct OsVersionRecord {
   char servicePack[128] = {};
 };
 static_assert(sizeof(OsVersionRecord) == 148 && offsetof(OsVersionRecord, platformId) == 16);
-
-class OsVersion {
- public:
-  virtual ~OsVersion() = default;
-
-  /// False when the version cannot be queried.
-  virtual bool GetVersionExA(OsVersionRecord& record) = 0;
-};
-
-/// The version query of kernel32. The manifest names the supported systems, so it reports the real one.
-std::unique_ptr<OsVersion> MakeOsVersion();
 
 }  // namespace tarvik

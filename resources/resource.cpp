@@ -78,7 +78,7 @@ const Resource::clsRc& Resource::Look(int32_t id) {
 
 std::wstring Resource::ReadString(int32_t id) {
   char buffer[512] = {};
-  const uint32_t length = profile_.GetPrivateProfileStringA(
+  const uint32_t length = system_.GetPrivateProfileStringA(
       NarrowAscii(Decimal(language_)), NarrowAscii(Decimal(id)), buffer, sizeof buffer, path_);
   const std::string_view bytes(buffer, length < sizeof buffer ? length : sizeof buffer);
   return codePage_.FromLanguage(TrimNull(bytes), language_);

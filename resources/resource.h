@@ -7,15 +7,15 @@
 
 #include "platform/code_page.h"
 #include "platform/files.h"
-#include "platform/profile_strings.h"
+#include "platform/system.h"
 
 namespace tarvik {
 
 /// The texts of one language file, by number.
 class Resource {
  public:
-  Resource(Files& files, ProfileStrings& profile, CodePage& codePage)
-      : files_(files), profile_(profile), codePage_(codePage) {}
+  Resource(Files& files, System& system, CodePage& codePage)
+      : files_(files), system_(system), codePage_(codePage) {}
 
   /// Looks for the language file of the locale id, then for the English one (1033). True when one was
   /// found. Without a file the object stays usable: LoadString gives numbers in brackets.
@@ -53,7 +53,7 @@ class Resource {
   const clsRc& Look(int32_t id);
 
   Files& files_;
-  ProfileStrings& profile_;
+  System& system_;
   CodePage& codePage_;
   int32_t language_ = 0;
   std::wstring commonDataFolder_;

@@ -7,7 +7,6 @@
 #include "app/configuration_library.h"
 #include "app/secret_decoder.h"
 #include "platform/kernel_calls.h"
-#include "platform/machine_registry.h"
 #include "platform/version_library.h"
 #include "tests/failures/failure_plan.h"
 
@@ -90,18 +89,6 @@ class FailingVersions final : public Failing<VersionLibrary> {
     if (way == 3) value = static_cast<const char*>(block) - 1;
     if (way == 4) length = 4;
     return result;
-  }
-};
-
-class FailingRegistry final : public Failing<MachineRegistry> {
- public:
-  using Failing::Failing;
-
-  std::optional<std::wstring> Read(const std::wstring& key, const std::wstring& name) override {
-    const int way = plan_.Strike("Read of the registry", 2);
-    if (way == 1) return std::nullopt;
-    if (way == 2) return std::wstring();
-    return library_.Read(key, name);
   }
 };
 

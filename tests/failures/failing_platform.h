@@ -7,17 +7,14 @@
 #include "platform/clipboard.h"
 #include "platform/code_page.h"
 #include "platform/files.h"
-#include "platform/os_version.h"
 #include "platform/processes.h"
-#include "platform/profile_strings.h"
 #include "platform/settings_store.h"
-#include "platform/text_order.h"
-#include "platform/wall_clock.h"
+#include "platform/system.h"
 #include "tests/failures/failure_plan.h"
 
 namespace tarvik::test {
 
-class FailingOsVersion final : public Failing<OsVersion> {
+class FailingSystem final : public Failing<System> {
  public:
   using Failing::Failing;
 
@@ -27,6 +24,33 @@ class FailingOsVersion final : public Failing<OsVersion> {
     const bool known = library_.GetVersionExA(record);
     if (way == 2) record.platformId = 0;
     return known;
+  }
+  uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
+                                    uint32_t bufferSize, const std::wstring& path) override {
+    switch (plan_.Strike("GetPrivateProfileStringA", 3)) {
+      case 1:
+        return 0;
+      case 2:  // and nothing written
+        return bufferSize - 1;
+      case 3:
+        for (uint32_t i = 0; i < bufferSize; ++i) buffer[i] = 'x';
+        return bufferSize + 100;
+      default:
+        return library_.GetPrivateProfileStringA(section, key, buffer, bufferSize, path);
+    }
+  }
+  std::optional<std::wstring> ReadMachineRegistry(const std::wstring& key,
+                                                  const std::wstring& name) override {
+    const int way = plan_.Strike("Read of the registry", 2);
+    if (way == 1) return std::nullopt;
+    if (way == 2) return std::wstring();
+    return library_.ReadMachineRegistry(key, name);
+  }
+  std::string SortKey(std::wstring_view text) override {
+    return plan_.Strike("LCMapString", 1) == 1 ? std::string() : library_.SortKey(text);
+  }
+  std::wstring GeneralDateTime() override {
+    return plan_.Strike("GetDateFormat", 1) == 1 ? L" " : library_.GeneralDateTime();
   }
 };
 
@@ -148,35 +172,6 @@ class FailingCodePage final : public Failing<CodePage> {
   }
 };
 
-class FailingTextOrder final : public Failing<TextOrder> {
- public:
-  using Failing::Failing;
-
-  std::string SortKey(std::wstring_view text) override {
-    return plan_.Strike("LCMapString", 1) == 1 ? std::string() : library_.SortKey(text);
-  }
-};
-
-class FailingProfileStrings final : public Failing<ProfileStrings> {
- public:
-  using Failing::Failing;
-
-  uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
-                                    uint32_t bufferSize, const std::wstring& path) override {
-    switch (plan_.Strike("GetPrivateProfileStringA", 3)) {
-      case 1:
-        return 0;
-      case 2:  // and nothing written
-        return bufferSize - 1;
-      case 3:
-        for (uint32_t i = 0; i < bufferSize; ++i) buffer[i] = 'x';
-        return bufferSize + 100;
-      default:
-        return library_.GetPrivateProfileStringA(section, key, buffer, bufferSize, path);
-    }
-  }
-};
-
 class FailingSettings final : public Failing<SettingsStore> {
  public:
   using Failing::Failing;
@@ -206,15 +201,6 @@ class FailingClipboard final : public Failing<Clipboard> {
  private:
   void Strike(const char* call) {
     if (plan_.Strike(call, 1) == 1) throw RuntimeError(L"The clipboard is in use by another program.");
-  }
-};
-
-class FailingWallClock final : public Failing<WallClock> {
- public:
-  using Failing::Failing;
-
-  std::wstring GeneralDateTime() override {
-    return plan_.Strike("GetDateFormat", 1) == 1 ? L" " : library_.GeneralDateTime();
   }
 };
 

@@ -26,6 +26,7 @@ const char* NameOf(const ui::Element& element) {
 FailingProgram::FailingProgram(FailurePlan& failurePlan) : plan(failurePlan) {
   for (const wchar_t* const folder : {L"C:\\Data", L"C:\\Program"})
     files.contents[folder + std::wstring(L"\\Language\\Tarvik.exe_1033.ini")] = "";
+  system.anyProfileKey = [](const std::string& key) { return key == "10" ? "&Ping" : "text " + key; };
   files.contents[kServicesFile] = "http 80/tcp\r\nNORVAX_K7_SERVER 8193/udp\r\n";
   kernel.paths["SvcKit.DLL"] = "C:\\System\\SvcKit.dll";
   for (const std::string module : {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "SvcKit.dll", "Wininet.dll"}) {
@@ -35,7 +36,7 @@ FailingProgram::FailingProgram(FailurePlan& failurePlan) : plan(failurePlan) {
   kernel.messages[5] = "Access is denied.";
   settings.values[L"History\\01"] = L"192.168.1.100";
   settings.values[L"History\\02"] = L"10.0.0.5";
-  registry.values[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"] = L"C:\\msinfo.exe";
+  system.registry[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"] = L"C:\\msinfo.exe";
   winsock.AddInterface("192.168.1.10", "255.255.255.0");
   winsock.AddHost("cnc", {"10.0.0.5"});
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
@@ -113,21 +114,17 @@ void FailingProgram::Construct(const std::wstring& commandLine, bool familyEditi
                                               failingIcmp,
                                               failingIpHelper,
                                               failingWininet,
-                                              failingOsVersion,
+                                              failingSystem,
                                               failingFiles,
                                               failingProcesses,
                                               failingCodePage,
-                                              failingTextOrder,
-                                              failingProfile,
                                               failingSettings,
                                               failingClipboard,
                                               failingKernel,
                                               failingVersions,
-                                              failingRegistry,
                                               failingK7Api,
                                               failingSvcKit,
                                               failingCncLibrary,
-                                              failingWallClock,
                                               [this](const wchar_t* name) { return NewForm(name); },
                                               L"C:\\Program",
                                               L"C:\\Windows",

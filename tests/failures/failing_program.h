@@ -17,18 +17,6 @@
 
 namespace tarvik::test {
 
-/// A language file that has every text.
-class NumberedTexts final : public ProfileStrings {
- public:
-  uint32_t GetPrivateProfileStringA(const std::string&, const std::string& key, char* buffer,
-                                    uint32_t bufferSize, const std::wstring&) override {
-    const std::string text = key == "10" ? "&Ping" : "text " + key;
-    text.copy(buffer, bufferSize - 1);
-    buffer[text.size()] = '\0';
-    return static_cast<uint32_t>(text.size());
-  }
-};
-
 /// The whole program on recorded libraries, each behind one that fails as the plan says.
 class FailingProgram : public FakeProgram {
  public:
@@ -45,7 +33,6 @@ class FailingProgram : public FakeProgram {
   bool Close();
 
   FailurePlan& plan;
-  NumberedTexts texts;
 
   FailingConfiguration failingConfiguration{plan, configuration};
   FailingTxCodec failingTxCodec{plan, txCodec};
@@ -53,21 +40,17 @@ class FailingProgram : public FakeProgram {
   FailingIcmp failingIcmp{plan, icmp};
   FailingIpHelper failingIpHelper{plan, ipHelper};
   FailingWininet failingWininet{plan, wininet};
-  FailingOsVersion failingOsVersion{plan, osVersion};
+  FailingSystem failingSystem{plan, system};
   FailingFiles failingFiles{plan, files};
   FailingProcesses failingProcesses{plan, processes};
   FailingCodePage failingCodePage{plan, codePage};
-  FailingTextOrder failingTextOrder{plan, textOrder};
-  FailingProfileStrings failingProfile{plan, texts};
   FailingSettings failingSettings{plan, settings};
   FailingClipboard failingClipboard{plan, clipboard};
   FailingKernel failingKernel{plan, kernel};
   FailingVersions failingVersions{plan, versions};
-  FailingRegistry failingRegistry{plan, registry};
   FailingK7Api failingK7Api{plan, k7Api};
   FailingSvcKit failingSvcKit{plan, svcKit};
   FailingCncLibrary failingCncLibrary{plan, cncLibrary};
-  FailingWallClock failingWallClock{plan, wallClock};
 
   /// The latest window beside the main one; null when there is none.
   ui::MemoryForm* Further() const { return furtherLife_.expired() ? nullptr : further_; }

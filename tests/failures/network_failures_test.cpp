@@ -41,7 +41,7 @@ TEST_F(NetworkFailures, A_ping_from_a_PC_with_many_addresses_survives_every_fail
 TEST_F(NetworkFailures, A_ping_on_Windows_NT_4_survives_every_failure) {
   Routine routine = Ping("Ping on Windows NT 4.0", L"192.168.1.100", L"1");
   routine.start = [](FailingProgram& program) {
-    program.osVersion.majorVersion = 4;
+    program.system.majorVersion = 4;
     program.processes.onStart = [&program] {
       program.files.contents[L"C:\\Program\\ipconfig.txt"] =
           "IP Address. . . : 192.168.1.10\r\r\nSubnet Mask . . : 255.255.255.0\r\r\n"

@@ -8,8 +8,8 @@
 #include "tests/fakes/fake_boxes.h"
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fakes/fake_files.h"
-#include "tests/fakes/fake_profile_strings.h"
 #include "tests/fakes/fake_pump.h"
+#include "tests/fakes/fake_system.h"
 
 namespace tarvik::test {
 
@@ -39,8 +39,8 @@ struct FakeContext {
   FakePump pump;
   FakeCodePage codePage;
   FakeFiles files;
-  FakeProfileStrings profile;
-  Resource resource{files, profile, codePage};  ///< without a file: texts are numbers in brackets
+  FakeSystem system;
+  Resource resource{files, system, codePage};  ///< without a file: texts are numbers in brackets
   LanguageMode mode = 1;
   Texts texts{mode, resource};
   report::CheckContext context{results, boxes, texts, pump};

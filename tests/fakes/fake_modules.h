@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "platform/kernel_calls.h"
-#include "platform/machine_registry.h"
 #include "platform/text.h"
 #include "platform/version_library.h"
 
@@ -139,18 +138,6 @@ class FakeVersions final : public VersionLibrary {
   std::ptrdiff_t rootOffset = kRootOffset;
   uint32_t rootLength = sizeof(FixedFileInfo);
   std::optional<const void*> valueLie;  ///< where the root is said to lie
-};
-
-/// A registry in memory, under "key|name".
-class FakeRegistry final : public MachineRegistry {
- public:
-  std::optional<std::wstring> Read(const std::wstring& key, const std::wstring& name) override {
-    const auto found = values.find(key + L"|" + name);
-    if (found == values.end()) return std::nullopt;
-    return found->second;
-  }
-
-  std::map<std::wstring, std::wstring> values;
 };
 
 }  // namespace tarvik::test

@@ -13,14 +13,11 @@
 #include "tests/fakes/fake_ip_helper.h"
 #include "tests/fakes/fake_k7_api.h"
 #include "tests/fakes/fake_modules.h"
-#include "tests/fakes/fake_os_version.h"
 #include "tests/fakes/fake_processes.h"
-#include "tests/fakes/fake_profile_strings.h"
 #include "tests/fakes/fake_pump.h"
 #include "tests/fakes/fake_settings.h"
 #include "tests/fakes/fake_svc_kit.h"
-#include "tests/fakes/fake_text_order.h"
-#include "tests/fakes/fake_wall_clock.h"
+#include "tests/fakes/fake_system.h"
 #include "tests/fakes/fake_wininet.h"
 #include "tests/fakes/fake_winsock.h"
 #include "ui/memory/memory_form.h"
@@ -50,21 +47,17 @@ struct FakeProgram {
   FakeIcmp icmp;
   FakeIpHelper ipHelper;
   FakeWininet wininet;
-  FakeOsVersion osVersion;
+  FakeSystem system;
   FakeFiles files;
   FakeProcesses processes;
   FakeCodePage codePage;
-  FakeTextOrder textOrder;
-  FakeProfileStrings profile;
   FakeSettings settings;
   FakeClipboard clipboard;
   FakeKernel kernel;
   FakeVersions versions;
-  FakeRegistry registry;
   FakeK7Api k7Api;
   FakeSvcKit svcKit;
   FakeCncLibrary cncLibrary;
-  FakeWallClock wallClock;
 };
 
 }  // namespace tarvik::test

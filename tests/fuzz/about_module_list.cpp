@@ -9,7 +9,6 @@
 #include "app/control_ids.h"
 #include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_modules.h"
-#include "tests/fakes/fake_os_version.h"
 #include "tests/fakes/fake_processes.h"
 #include "tests/fuzz/fuzzer.h"
 #include "ui/memory/memory_form.h"
@@ -44,21 +43,20 @@ TARVIK_FUZZER(about_module_list) {
   const std::wstring report = VersionReport(files, found.found);
   Demand(report.empty() || report.ends_with(L"\r\n"));
 
-  test::FakeOsVersion osVersion;
-  osVersion.succeeds = input.ConsumeBool();
-  osVersion.platformId = input.ConsumeIntegralInRange(0U, 3U);
-  osVersion.majorVersion = input.ConsumeIntegral<uint32_t>();
-  test::FakeRegistry registry;
+  test::FakeSystem& system = fake.system;
+  system.versionKnown = input.ConsumeBool();
+  system.platformId = input.ConsumeIntegralInRange(0U, 3U);
+  system.majorVersion = input.ConsumeIntegral<uint32_t>();
   test::FakeProcesses processes;
   const std::string tool = input.ConsumeRandomLengthString(300);
   if (input.ConsumeBool())
-    registry.values[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"].assign(tool.begin(), tool.end());
+    system.registry[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"].assign(tool.begin(), tool.end());
   if (input.ConsumeBool())
-    registry.values[L"SOFTWARE\\Microsoft\\Shared Tools Location|MSINFO"].assign(tool.begin(), tool.end());
+    system.registry[L"SOFTWARE\\Microsoft\\Shared Tools Location|MSINFO"].assign(tool.begin(), tool.end());
   ui::MemoryScreen screen(fake.boxes);
   auto made = std::make_unique<ui::MemoryForm>(screen);
   ui::MemoryForm& form = *made;
-  frmAbout about(std::move(made), fake.texts, osVersion, registry, processes, report);
+  frmAbout about(std::move(made), fake.texts, system, processes, report);
   about.Show();
   const std::wstring shown = form.Get<ui::MemoryLabel>(ID_lblModules).Caption();
   size_t column = 0;

@@ -7,7 +7,6 @@
 #include "cnclib/pmc_window.h"
 #include "tests/fakes/fake_cnc_library.h"
 #include "tests/fakes/fake_context.h"
-#include "tests/fakes/fake_wall_clock.h"
 #include "tests/fuzz/fuzzer.h"
 #include "ui/memory/memory_form.h"
 
@@ -39,12 +38,11 @@ TARVIK_FUZZER(cnclib_pmc) {
   library.fillsRecords = input.ConsumeBool();
   library.data = input.ConsumeBytes<uint8_t>(input.ConsumeIntegralInRange<size_t>(0, 64));
   if (input.ConsumeBool()) library.missing.insert("nx_pmc_detailerr");
-  test::FakeWallClock clock;
   CncTarget target{L"cnc", {L"8193", L"port"}, {Number(input), L"time"}};
   ui::MemoryScreen screen(fake.boxes);
   auto made = std::make_unique<ui::MemoryForm>(screen);
   ui::MemoryForm& form = *made;
-  frmPmcTest window(std::move(made), fake.texts, fake.pump, library, fake.codePage, clock,
+  frmPmcTest window(std::move(made), fake.texts, fake.pump, library, fake.codePage, fake.system,
                     [&target] { return target; });
   window.Show();
   const auto box = [&form](int id) -> ui::MemoryTextBox& { return form.Get<ui::MemoryTextBox>(id); };

@@ -6,7 +6,6 @@
 #include "ftp/str_sort.h"
 #include "platform/text.h"
 #include "tests/fakes/fake_context.h"
-#include "tests/fakes/fake_text_order.h"
 #include "tests/fuzz/fuzzer.h"
 
 using tarvik::test::Demand;
@@ -15,17 +14,16 @@ using tarvik::test::Demand;
 /// letter of a name tells whether it is a directory.
 TARVIK_FUZZER(ftp_directory_listing) {
   std::vector<std::wstring> names = tarvik::Split(std::wstring(data, data + size), L"\n");
-  tarvik::test::FakeTextOrder order;
+  tarvik::test::FakeContext fake;
   std::vector<std::wstring> plain = names;
-  const auto before = [&order](const std::wstring& a, const std::wstring& b) {
-    return order.SortKey(a) < order.SortKey(b);
+  const auto before = [&fake](const std::wstring& a, const std::wstring& b) {
+    return fake.system.SortKey(a) < fake.system.SortKey(b);
   };
   tarvik::StrSort(plain, 0, static_cast<int32_t>(plain.size()) - 1, before);
-  Demand(tarvik::Sorted(names, order) == plain);
+  Demand(tarvik::Sorted(names, fake.system) == plain);
   Demand(std::is_sorted(plain.begin(), plain.end(), before));
 
-  tarvik::test::FakeContext fake;
-  tarvik::DirectoryListing listing(fake.results, order);
+  tarvik::DirectoryListing listing(fake.results, fake.system);
   listing.BeginEnumFiles();
   size_t shown = 0;
   size_t directories = 0;

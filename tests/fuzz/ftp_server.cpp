@@ -4,7 +4,6 @@
 
 #include "ftp/ftp_check.h"
 #include "tests/fakes/fake_context.h"
-#include "tests/fakes/fake_text_order.h"
 #include "tests/fakes/fake_wininet.h"
 #include "tests/fuzz/fuzzer.h"
 
@@ -36,10 +35,9 @@ TARVIK_FUZZER(ftp_server) {
     wininet.entries.push_back(entry);
   }
   tarvik::test::FakeContext fake;
-  tarvik::test::FakeTextOrder order;
   bool busy = false;
   const bool verdict = tarvik::TestFtp(
-      fake.context, wininet, fake.codePage, order, [&busy](bool on) { busy = on; }, L"h", L"", L"");
+      fake.context, wininet, fake.codePage, fake.system, [&busy](bool on) { busy = on; }, L"h", L"", L"");
   if (!verdict || busy || !wininet.open.empty() || wininet.misuses != 0) std::abort();
   if (fake.results.Lines().size() > 1001) std::abort();
 }

@@ -59,7 +59,7 @@ TARVIK_FUZZER(net_icmp_reply) {
   const auto count = static_cast<int32_t>(std::min<size_t>(size / kAnswerSize + 1, 20));
   const bool answered = tarvik::PingHost(
       pc.context,
-      {pc.winsock, icmp, 1, pc.ipHelper, pc.osVersion, pc.files, pc.processes, pc.codePage, pc.folder},
+      {pc.winsock, icmp, 1, pc.ipHelper, pc.system, pc.files, pc.processes, pc.codePage, pc.folder},
       L"192.168.1.1", count);
   const auto& lines = pc.results.Lines();
   if (pc.winsock.noText) return;

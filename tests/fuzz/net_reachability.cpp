@@ -73,7 +73,7 @@ TARVIK_FUZZER(net_reachability) {
   pc.winsock.noText = input.ConsumeIntegralInRange(0, 7) == 1;
   pc.winsock.startupResult = input.ConsumeIntegralInRange(0, 7) == 1 ? 10091 : 0;
   if (input.ConsumeBool()) pc.pump.stopAt = input.ConsumeIntegralInRange(0, 5000);
-  if (input.ConsumeBool()) pc.osVersion.majorVersion = input.ConsumeIntegralInRange(3U, 6U);
+  if (input.ConsumeBool()) pc.system.majorVersion = input.ConsumeIntegralInRange(3U, 6U);
   const std::string printed = input.ConsumeRandomLengthString(400);
   const int exitPolls = input.ConsumeIntegralInRange(0, 14);
   const int32_t count = input.ConsumeIntegralInRange(-1, 4);

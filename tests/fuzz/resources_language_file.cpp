@@ -3,12 +3,13 @@
 #include "resources/resource.h"
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fakes/fake_files.h"
+#include "tests/fakes/fake_system.h"
 #include "tests/fuzz/fuzzer.h"
 
 namespace {
 
 /// Answers every look-up with the fuzzer's bytes and boasts of the length that their first two name.
-class HostileProfile final : public tarvik::ProfileStrings {
+class HostileProfile final : public tarvik::test::FakeSystem {
  public:
   HostileProfile(const uint8_t* data, size_t size) : data_(data), size_(size) {}
   uint32_t GetPrivateProfileStringA(const std::string&, const std::string&, char* buffer, uint32_t bufferSize,

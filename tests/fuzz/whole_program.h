@@ -34,11 +34,11 @@ class WholeProgram final : public Form1Test {
   using Form1Test::newForms;
   using Form1Test::onEvents;
   using Form1Test::processes;
-  using Form1Test::profile;
   using Form1Test::pump;
   using Form1Test::screen;
   using Form1Test::settings;
   using Form1Test::svcKit;
+  using Form1Test::system;
   using Form1Test::txCodec;
   using Form1Test::windowsLanguage;
   using Form1Test::wininet;

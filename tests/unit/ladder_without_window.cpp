@@ -12,9 +12,7 @@
 #include "tests/fakes/fake_icmp.h"
 #include "tests/fakes/fake_ip_helper.h"
 #include "tests/fakes/fake_k7_api.h"
-#include "tests/fakes/fake_os_version.h"
 #include "tests/fakes/fake_processes.h"
-#include "tests/fakes/fake_text_order.h"
 #include "tests/fakes/fake_wininet.h"
 #include "tests/fakes/fake_winsock.h"
 
@@ -48,12 +46,12 @@ bool Climb() {
   test::FakeWinsock winsock;
   test::FakeIcmp icmp;
   test::FakeIpHelper ipHelper;
-  test::FakeOsVersion osVersion;
   test::FakeProcesses processes;
   winsock.AddInterface("192.168.1.10", "255.255.255.0");
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   icmp.AddHost("192.168.1.100");
-  const NetLibraries net{winsock, icmp, 1, ipHelper, osVersion, fake.files, processes, fake.codePage, folder};
+  const NetLibraries net{winsock,   icmp,          1,     ipHelper, fake.system, fake.files,
+                         processes, fake.codePage, folder};
 
   test::FakeCncLibrary cncLibrary;
   const CncTarget controller{target, {L"8193", L"TCP port"}, {L"10", L"Time-out"}};
@@ -63,7 +61,6 @@ bool Climb() {
   std::wstring k7Server = L"127.0.0.1";
 
   test::FakeWininet wininet;
-  test::FakeTextOrder order;
   wininet.replies = {"230 logged in", "257 \"/\"", "226 done"};
   wininet.entries.push_back(test::FakeWininet::File("O0001.NC", 1024));
 
@@ -71,7 +68,7 @@ bool Climb() {
          RunLibraryTest(context, cncLibrary, fake.codePage, setBusy, controller, std::nullopt, false,
                         options) &&
          RunK7ApiTest(context, k7Api, fake.codePage, target, k7Server, L"2", L"") &&
-         TestFtp(context, wininet, fake.codePage, order, setBusy, target, L"user", L"password");
+         TestFtp(context, wininet, fake.codePage, fake.system, setBusy, target, L"user", L"password");
 }
 
 }  // namespace

@@ -23,7 +23,7 @@
 #include "platform/code_page.h"
 #include "platform/files.h"
 #include "platform/kernel_calls.h"
-#include "platform/profile_strings.h"
+#include "platform/system.h"
 #include "platform/text.h"
 #include "platform/version_library.h"
 #include "platform/windows_win32.h"
@@ -86,7 +86,7 @@ Fields ReadProfile(const Fields& arguments) {
   char windows[512] = {};
   ::GetPrivateProfileStringA(section.c_str(), key.c_str(), "", windows, sizeof windows, path.c_str());
   char program[512] = {};
-  MakeProfileStrings()->GetPrivateProfileStringA(section, key, program, sizeof program, Wide(path));
+  MakeSystem()->GetPrivateProfileStringA(section, key, program, sizeof program, Wide(path));
   return {windows, program};
 }
 

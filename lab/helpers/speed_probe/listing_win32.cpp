@@ -7,8 +7,7 @@
 #include "lab/helpers/speed_probe/speed_probe_win32.h"
 #include "platform/code_page.h"
 #include "platform/files.h"
-#include "platform/profile_strings.h"
-#include "platform/text_order.h"
+#include "platform/system.h"
 #include "resources/resource.h"
 #include "ui/result_list_view.h"
 #include "ui/win32/form_win32.h"
@@ -46,7 +45,7 @@ int BareLoop(Wininet& wininet, const std::string& host) {
 void MeasureListing(const Words& words) {
   const auto codePage = MakeCodePage();
   const auto wininet = MakeWininet();
-  const auto order = MakeTextOrder();
+  const auto system = MakeSystem();
   ui::MessageFilter filter;
   ui::Win32Pump pump(filter, [] { return false; });
   ui::Win32Form form(L"SpeedProbe", ui::FormRole::Secondary);
@@ -57,15 +56,14 @@ void MeasureListing(const Words& words) {
   ui::ResultListView view(box);
   report::ResultList results(view);
   const auto files = MakeFiles();
-  const auto profile = MakeProfileStrings();
-  Resource resource(*files, *profile, *codePage);
+  Resource resource(*files, *system, *codePage);
   const LanguageMode mode = kBuiltInEnglish;
   const Texts texts(mode, resource);
   int entries = 0;
   Report("bare", Milliseconds([&] { entries = BareLoop(*wininet, codePage->ToAnsi(words.at(0))); }));
   Report("own", Milliseconds([&] {
            TestFtp(
-               {results, form.Boxes(), texts, pump}, *wininet, *codePage, *order, [](bool) {}, words.at(0),
+               {results, form.Boxes(), texts, pump}, *wininet, *codePage, *system, [](bool) {}, words.at(0),
                L"", L"");
          }));
   Report("entries", entries);

@@ -9,8 +9,8 @@
 #include "ftp/directory_listing.h"
 #include "ftp/str_sort.h"
 #include "lab/helpers/speed_probe/speed_probe_win32.h"
+#include "platform/system.h"
 #include "platform/text.h"
-#include "platform/text_order.h"
 
 namespace tarvik::lab {
 namespace {
@@ -18,10 +18,10 @@ namespace {
 using Lines = std::vector<std::wstring>;
 
 /// Sorts with std::sort and the same keys.
-Lines StandardSorted(Lines lines, TextOrder& order) {
+Lines StandardSorted(Lines lines, System& system) {
   std::vector<std::pair<std::string, size_t>> keyed;
   keyed.reserve(lines.size());
-  for (size_t i = 0; i < lines.size(); ++i) keyed.emplace_back(order.SortKey(lines[i]), i);
+  for (size_t i = 0; i < lines.size(); ++i) keyed.emplace_back(system.SortKey(lines[i]), i);
   std::sort(keyed.begin(), keyed.end());
   Lines sorted;
   sorted.reserve(lines.size());
@@ -56,15 +56,15 @@ std::wstring Name(int32_t number) { return L"O" + ZeroPadded(number, 8) + L".NC"
 
 void MeasureSort(const Words& words) {
   const int32_t count = ParseInt32(words.at(0)).value_or(0);
-  const auto order = MakeTextOrder();
+  const auto system = MakeSystem();
   std::vector<int32_t> numbers(static_cast<size_t>(count));
   std::iota(numbers.begin(), numbers.end(), 0);
   const auto report = [&](const std::string& name, const std::vector<int32_t>& from) {
     Lines lines;
     for (const int32_t number : from) lines.push_back(Name(number));
     Lines own, bare;
-    Report("bare-" + name, Milliseconds([&] { bare = StandardSorted(lines, *order); }));
-    Report("own-" + name, Milliseconds([&] { own = Sorted(lines, *order); }));
+    Report("bare-" + name, Milliseconds([&] { bare = StandardSorted(lines, *system); }));
+    Report("own-" + name, Milliseconds([&] { own = Sorted(lines, *system); }));
     if (own != bare) throw std::runtime_error("the two sorts differ");
   };
   report("sorted", numbers);

@@ -101,7 +101,7 @@ TEST_F(AboutBoxTest, OK_comes_first_in_the_order_of_the_Tab_key_so_that_Enter_pr
 }
 
 TEST_F(AboutBoxTest, The_system_information_is_started_by_its_button) {
-  registry.values[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"] = L"C:\\msinfo32.exe";
+  system.registry[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"] = L"C:\\msinfo32.exe";
   Open();
   EXPECT_EQ(lastForm->Get<ui::MemoryButton>(ID_cmdSysInfo).Caption(), L"&System Info...");
   ClickInBox(ID_cmdSysInfo);

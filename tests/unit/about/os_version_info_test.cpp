@@ -2,19 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/fakes/fake_os_version.h"
+#include "tests/fakes/fake_system.h"
 
 namespace tarvik::test {
 namespace {
 
 struct OsVersionInfoTest : testing::Test {
   OsVersionInfo Info(uint32_t platform, uint32_t major, uint32_t minor) {
-    osVersion.platformId = platform;
-    osVersion.majorVersion = major;
-    osVersion.minorVersion = minor;
-    return OsVersionInfo(osVersion);
+    system.platformId = platform;
+    system.majorVersion = major;
+    system.minorVersion = minor;
+    return OsVersionInfo(system);
   }
-  FakeOsVersion osVersion;
+  FakeSystem system;
 };
 
 TEST_F(OsVersionInfoTest, The_name_is_the_platform_and_the_version_numbers) {
@@ -40,7 +40,7 @@ TEST_F(OsVersionInfoTest, Each_Windows_is_itself_and_no_other) {
 }
 
 TEST_F(OsVersionInfoTest, A_version_that_cannot_be_queried_is_none_and_has_no_name) {
-  osVersion.succeeds = false;
+  system.versionKnown = false;
   const OsVersionInfo info = Info(2, 6, 0);
   EXPECT_EQ(info.GetVersionName(), L"");
   EXPECT_FALSE(info.IsVista());

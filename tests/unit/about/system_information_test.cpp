@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/fakes/fake_boxes.h"
-#include "tests/fakes/fake_modules.h"
 #include "tests/fakes/fake_processes.h"
+#include "tests/fakes/fake_system.h"
 
 namespace tarvik::test {
 namespace {
@@ -15,15 +15,15 @@ constexpr wchar_t kTool[] = L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH";
 constexpr wchar_t kFolder[] = L"SOFTWARE\\Microsoft\\Shared Tools Location|MSINFO";
 
 struct StartSysInfoTest : testing::Test {
-  void Start() { StartSysInfo(registry, processes, boxes); }
-  FakeRegistry registry;
+  void Start() { StartSysInfo(system, processes, boxes); }
+  FakeSystem system;
   FakeProcesses processes;
   FakeBoxes boxes;
 };
 
 TEST_F(StartSysInfoTest, Starts_the_tool_that_the_registry_names) {
-  registry.values[kTool] = L"C:\\Program Files\\msinfo32.exe";
-  registry.values[kFolder] = L"C:\\Other";
+  system.registry[kTool] = L"C:\\Program Files\\msinfo32.exe";
+  system.registry[kFolder] = L"C:\\Other";
   Start();
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\Program Files\\msinfo32.exe\""});
   EXPECT_EQ(processes.windows, std::vector<StartWindow>{StartWindow::NormalFocused});
@@ -31,16 +31,16 @@ TEST_F(StartSysInfoTest, Starts_the_tool_that_the_registry_names) {
 }
 
 TEST_F(StartSysInfoTest, Else_takes_the_tool_in_the_folder_of_the_shared_tools) {
-  registry.values[kFolder] = L"C:\\Shared";
+  system.registry[kFolder] = L"C:\\Shared";
   Start();
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\Shared\\MSINFO32.EXE\""});
-  registry.values[kTool] = L"";
+  system.registry[kTool] = L"";
   Start();
   EXPECT_EQ(processes.commandLines.back(), L"\"C:\\Shared\\MSINFO32.EXE\"");
 }
 
 TEST_F(StartSysInfoTest, Leaves_quotation_marks_that_are_there) {
-  registry.values[kTool] = L"\"C:\\a b.exe\" /x";
+  system.registry[kTool] = L"\"C:\\a b.exe\" /x";
   Start();
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\a b.exe\" /x"});
 }
@@ -52,7 +52,7 @@ TEST_F(StartSysInfoTest, Tells_when_there_is_no_tool) {
 }
 
 TEST_F(StartSysInfoTest, Tells_when_the_tool_does_not_start) {
-  registry.values[kTool] = L"C:\\gone.exe";
+  system.registry[kTool] = L"C:\\gone.exe";
   processes.processId = 0;
   Start();
   EXPECT_EQ(boxes.Texts(), Lines{L"Cannot display the system information"});

@@ -32,7 +32,7 @@ class Form1Test : public testing::Test, protected FakeProgram {
 
   void AddString(int language, int id, const std::string& text) {
     const std::string key = std::to_string(language);
-    profile.values["C:\\Data\\Language\\Tarvik.exe_" + key + ".ini|" + key + "|" + std::to_string(id)] = text;
+    system.profile["C:\\Data\\Language\\Tarvik.exe_" + key + ".ini|" + key + "|" + std::to_string(id)] = text;
   }
 
   /// Starts the program with this command line.
@@ -55,14 +55,12 @@ class Form1Test : public testing::Test, protected FakeProgram {
                     configuration,  txCodec,
                     winsock,        icmp,
                     ipHelper,       wininet,
-                    osVersion,      files,
+                    system,         files,
                     processes,      codePage,
-                    textOrder,      profile,
                     settings,       clipboard,
                     kernel,         versions,
-                    registry,       k7Api,
-                    svcKit,         cncLibrary,
-                    wallClock,      [this](const wchar_t* windowClass) { return NewForm(windowClass); },
+                    k7Api,          svcKit,
+                    cncLibrary,     [this](const wchar_t* windowClass) { return NewForm(windowClass); },
                     L"C:\\Program", L"C:\\Windows",
                     commandLine,    windowsLanguage,
                     familyEdition});

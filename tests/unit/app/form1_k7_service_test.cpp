@@ -24,7 +24,7 @@ class Form1K7ServiceTest : public Form1Test {
 // Start-up and shut-down
 
 TEST_F(Form1K7ServiceTest, The_state_says_that_a_click_refreshes_it) {
-  profile.values["C:\\Program\\Language\\Tarvik.exe_1033.ini|1033|32"] = "Click to refresh";
+  system.profile["C:\\Program\\Language\\Tarvik.exe_1033.ini|1033|32"] = "Click to refresh";
   StartGeneral();
   EXPECT_EQ(Label(ID_lblK7ServerStatus).toolTip, L"Click to refresh");
 }

@@ -10,7 +10,7 @@ class Form1K7Test : public Form1Test {
  protected:
   Form1K7Test() {
     files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
-    profile.values["C:\\Program\\Language\\Tarvik.exe_1033.ini|1033|17"] = "&Test";
+    system.profile["C:\\Program\\Language\\Tarvik.exe_1033.ini|1033|17"] = "&Test";
   }
   void StartGeneral(const std::wstring& commandLine = L"") {
     Start(commandLine, false);

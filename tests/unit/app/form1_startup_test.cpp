@@ -41,7 +41,7 @@ TEST_F(Form1Test, An_absent_configuration_library_leaves_the_program_its_own_fol
   configuration.available = false;
   windowsLanguage = 1041;
   files.contents[L"C:\\Program\\Language\\Tarvik.exe_1041.ini"] = "";
-  profile.values["C:\\Program\\Language\\Tarvik.exe_1041.ini|1041|10"] = "jp";
+  system.profile["C:\\Program\\Language\\Tarvik.exe_1041.ini|1041|10"] = "jp";
   Start();
   EXPECT_EQ(boxes.Texts(), Lines{L"GetCommonDataFolder2 Error"});
   EXPECT_TRUE(configuration.calls.empty());
@@ -63,7 +63,7 @@ TEST_F(Form1Test, A_configuration_library_without_a_folder_still_tells_the_langu
   configuration.lacking = "GetCommonDataFolder2";
   configuration.language = 1041;
   files.contents[L"C:\\Program\\Language\\Tarvik.exe_1041.ini"] = "";
-  profile.values["C:\\Program\\Language\\Tarvik.exe_1041.ini|1041|10"] = "jp";
+  system.profile["C:\\Program\\Language\\Tarvik.exe_1041.ini|1041|10"] = "jp";
   Start();
   EXPECT_EQ(boxes.boxes.size(), 2U);
   EXPECT_EQ(Button(ID_cmdPing).Caption(), L"jp");

@@ -29,7 +29,7 @@ class LibraryTest : public testing::Test, protected FakeContext {
     files.contents[L"C:\\Data\\Language\\Tarvik.exe_1033.ini"] = "";
     resource.Initialize(1033, L"C:\\Data", L"Tarvik.exe");
     for (int id = 112; id <= 152; ++id)
-      profile.values["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|" + std::to_string(id)] =
+      system.profile["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|" + std::to_string(id)] =
           "text " + std::to_string(id);
   }
   /// Whatever a test did: no handle is left, and the hourglass is gone.
@@ -88,7 +88,7 @@ TEST_F(LibraryTest, The_text_about_a_missing_access_code_is_the_files_in_every_l
 }
 
 TEST_F(LibraryTest, The_texts_about_the_access_code_are_built_in_when_the_file_has_none) {
-  profile.values.clear();
+  system.profile.clear();
   const std::pair<LanguageMode, const wchar_t * MessageRow::*> kLanguages[] = {
       {kBuiltInEnglish, &MessageRow::english},
       {kBuiltInJapanese, &MessageRow::japanese},

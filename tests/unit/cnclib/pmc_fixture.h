@@ -10,7 +10,6 @@
 #include "cnclib/pmc_window.h"
 #include "tests/fakes/fake_cnc_library.h"
 #include "tests/fakes/fake_context.h"
-#include "tests/fakes/fake_wall_clock.h"
 #include "ui/memory/memory_form.h"
 
 namespace tarvik::test {
@@ -27,7 +26,7 @@ class PmcTest : public testing::Test, protected FakeContext {
     files.contents[L"C:\\Data\\Language\\Tarvik.exe_1033.ini"] = "";
     resource.Initialize(1033, L"C:\\Data", L"Tarvik.exe");
     for (int id = 133; id <= 146; ++id)
-      profile.values["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|" + std::to_string(id)] =
+      system.profile["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|" + std::to_string(id)] =
           "text " + std::to_string(id);
     Open();
   }
@@ -37,7 +36,7 @@ class PmcTest : public testing::Test, protected FakeContext {
     window.reset();
     auto made = std::make_unique<ui::MemoryForm>(screen);
     form = made.get();
-    window = std::make_unique<frmPmcTest>(std::move(made), texts, pump, library, codePage, clock,
+    window = std::make_unique<frmPmcTest>(std::move(made), texts, pump, library, codePage, system,
                                           [this] { return target; });
     window->Show();
   }
@@ -72,7 +71,6 @@ class PmcTest : public testing::Test, protected FakeContext {
 
   ui::MemoryScreen screen{boxes};
   ui::MemoryForm* form = nullptr;
-  FakeWallClock clock;
   FakeCncLibrary library;
   CncTarget target{L"192.168.1.100", {L"8193", L"TCP port"}, {L"10", L"Time-out"}};
   std::unique_ptr<frmPmcTest> window;

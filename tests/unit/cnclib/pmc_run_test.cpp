@@ -9,7 +9,7 @@ namespace {
 TEST_F(PmcTest, A_count_below_1_reads_nothing_and_is_complete) {
   for (const wchar_t* count : {L"0", L"-7"}) {
     Read(count);
-    EXPECT_EQ(Log().lines, Lines{clock.now});
+    EXPECT_EQ(Log().lines, Lines{system.now});
   }
   EXPECT_EQ(library.reads, 0);
 }
@@ -40,7 +40,7 @@ TEST_F(PmcTest, Every_pass_is_a_line_a_number_and_a_pause) {
 TEST_F(PmcTest, The_passes_end_with_the_date_and_time_and_the_last_line_is_in_view) {
   Box(ID_txtSleep).SetText(L"600");
   Read(L"3");
-  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK", L"0003 OK", clock.now}));
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK", L"0003 OK", system.now}));
   EXPECT_EQ(Log().SelectedIndex(), 3);
   EXPECT_EQ(Caption(ID_lblCount), L"3");
   EXPECT_EQ(pump.sleeps, std::vector<uint32_t>(3, 600));
@@ -82,7 +82,7 @@ TEST_F(PmcTest, A_stop_is_lowered_with_its_run) {
   library.onRead = nullptr;
   Click(ID_cmdStop);
   Read(L"2");
-  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK", clock.now}));
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK", system.now}));
 }
 
 TEST_F(PmcTest, Esc_is_the_stop_of_a_run_and_nothing_else) {
@@ -130,7 +130,7 @@ TEST_F(PmcTest, An_error_is_a_line_with_its_code_and_the_data_stay) {
   Read();
   library.readResult = 6;
   Read();
-  EXPECT_EQ(Log().lines, (Lines{L"0001 ERR Ret=6", clock.now}));
+  EXPECT_EQ(Log().lines, (Lines{L"0001 ERR Ret=6", system.now}));
   EXPECT_EQ(Data().lines, Lines{L"0000\tFF"});
   EXPECT_EQ(library.Count("nx_pmc_detailerr"), 0);
 }
@@ -155,7 +155,7 @@ TEST_F(PmcTest, Details_that_the_library_leaves_out_are_0) {
 TEST_F(PmcTest, A_run_goes_on_after_an_error) {
   library.onRead = [&] { library.readResult = library.reads == 2 ? int16_t{6} : int16_t{0}; };
   Read(L"3");
-  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 ERR Ret=6", L"0003 OK", clock.now}));
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 ERR Ret=6", L"0003 OK", system.now}));
 }
 
 TEST_F(PmcTest, Data_that_the_library_leaves_out_are_not_those_of_the_pass_before) {
@@ -179,7 +179,7 @@ TEST_F(PmcTest, The_32768th_good_line_starts_a_fresh_log) {
   library.onRead = [&] { most = std::max(most, Log().Count()); };
   Read(L"32768");
   EXPECT_EQ(most, 32767);
-  EXPECT_EQ(Log().lines, (Lines{L"32768 OK", clock.now}));
+  EXPECT_EQ(Log().lines, (Lines{L"32768 OK", system.now}));
 }
 
 TEST_F(PmcTest, Errors_never_clear_the_log) {
@@ -193,7 +193,7 @@ TEST_F(PmcTest, Errors_never_clear_the_log) {
   };
   Read(L"32770");
   EXPECT_EQ(before, 32769);
-  EXPECT_EQ(Log().lines, (Lines{L"32770 OK", clock.now}));
+  EXPECT_EQ(Log().lines, (Lines{L"32770 OK", system.now}));
 }
 
 TEST_F(PmcTest, A_box_without_an_acceptable_number_counts_with_its_last_good_value_between_two_passes) {

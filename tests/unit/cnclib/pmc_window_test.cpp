@@ -58,7 +58,7 @@ TEST_F(PmcTest, One_byte_of_D_at_0_is_one_line_of_data) {
                                   "nx_pmc_rdrange(5, 9, 0, 0, 0, 9)", "nx_freehandle(5)"}));
   EXPECT_EQ(library.header, (std::vector<int16_t>{9, 0, 0, 0}));
   EXPECT_EQ(Data().lines, Lines{L"0000\tFF"});
-  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", clock.now}));
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", system.now}));
   EXPECT_TRUE(boxes.boxes.empty());
   ExpectIdle();
 }
@@ -247,7 +247,7 @@ TEST_F(PmcTest, A_click_on_Read_made_while_the_connection_closes_starts_no_new_r
     library.calls.clear();
   };
   Read();
-  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", clock.now}));
+  EXPECT_EQ(Log().lines, (Lines{L"0001 OK", system.now}));
   expectOneRun("all passes made");
   library.onRead = [&] { Click(ID_cmdStop); };
   Read(L"5");

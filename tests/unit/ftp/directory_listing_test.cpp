@@ -6,7 +6,6 @@
 
 #include "ftp/str_sort.h"
 #include "tests/fakes/fake_context.h"
-#include "tests/fakes/fake_text_order.h"
 
 namespace tarvik::test {
 namespace {
@@ -33,8 +32,7 @@ struct Listing : testing::Test, FakeContext {
 
   static std::wstring Blanks(size_t count) { return std::wstring(count, L' '); }
 
-  FakeTextOrder order;
-  DirectoryListing listing{results, order};
+  DirectoryListing listing{results, system};
 };
 
 TEST_F(Listing, The_header_is_an_empty_line_the_columns_and_45_hyphens) {
@@ -107,7 +105,7 @@ TEST_F(Listing, Of_40000_entries_none_is_lost_and_their_order_holds) {
   for (int i = 0; i < 40'000; ++i) files.push_back(File(std::to_wstring(100'000 + (i * 7919) % 40'000)));
   std::vector<std::wstring> lines;
   for (const FtpFile& file : files) lines.push_back(file.FileName);
-  const Lines sorted = Sorted(lines, order);
+  const Lines sorted = Sorted(lines, system);
   ASSERT_EQ(sorted.size(), 40'000U);
   for (int i = 0; i < 40'000; ++i) ASSERT_EQ(sorted[static_cast<size_t>(i)], std::to_wstring(100'000 + i));
   // 3 + 40,000 lines, an empty list at every 1001.
@@ -128,7 +126,7 @@ TEST_F(Listing, A_key_is_made_once_for_each_line) {
   std::vector<FtpFile> files;
   for (int i = 0; i < 100; ++i) files.push_back(File(std::to_wstring(i), 0, i % 2 == 0 ? 0x10 : 0));
   List(files);
-  EXPECT_EQ(order.keysMade, 100);
+  EXPECT_EQ(system.keysMade, 100);
 }
 
 TEST_F(Listing, The_order_is_that_of_a_sort_that_compares_each_time_also_for_equal_lines) {
@@ -143,16 +141,17 @@ TEST_F(Listing, The_order_is_that_of_a_sort_that_compares_each_time_also_for_equ
       lines.push_back(line);
     }
     Lines plain = lines;
-    StrSort(
-        plain, 0, static_cast<int32_t>(plain.size()) - 1,
-        [this](const std::wstring& a, const std::wstring& b) { return order.SortKey(a) < order.SortKey(b); });
-    EXPECT_EQ(Sorted(lines, order), plain) << letters;
+    StrSort(plain, 0, static_cast<int32_t>(plain.size()) - 1,
+            [this](const std::wstring& a, const std::wstring& b) {
+              return system.SortKey(a) < system.SortKey(b);
+            });
+    EXPECT_EQ(Sorted(lines, system), plain) << letters;
   }
 }
 
 TEST_F(Listing, A_list_that_would_need_too_many_comparisons_keeps_equal_lines_as_they_came) {
   const Lines lines = {L"b", L"A", L"B", L"a", L"b", L"A"};
-  EXPECT_EQ(Sorted(lines, order, 3), (Lines{L"A", L"a", L"A", L"b", L"B", L"b"}));
+  EXPECT_EQ(Sorted(lines, system, 3), (Lines{L"A", L"a", L"A", L"b", L"B", L"b"}));
 }
 
 TEST_F(Listing, Equal_lines_that_are_all_compared_with_each_other_have_the_order_of_the_plain_sort) {
@@ -161,15 +160,15 @@ TEST_F(Listing, Equal_lines_that_are_all_compared_with_each_other_have_the_order
   Lines plain = lines;
   StrSort(plain, 0, 299, [](const std::wstring&, const std::wstring&) { return false; });
   ASSERT_NE(plain, lines);
-  EXPECT_EQ(Sorted(lines, order, 300 * 299 / 2), plain);
-  EXPECT_EQ(Sorted(lines, order, 300 * 299 / 2 - 1), lines);
+  EXPECT_EQ(Sorted(lines, system, 300 * 299 / 2), plain);
+  EXPECT_EQ(Sorted(lines, system, 300 * 299 / 2 - 1), lines);
   EXPECT_GE(kMaxComparisons, int64_t{10'000} * 9'999 / 2);
 }
 
 TEST_F(Listing, A_hundred_thousand_equal_names_are_not_compared_each_with_each) {
   // That would be 5,000,000,000 comparisons.
   const Lines lines(100'000, L"name");
-  EXPECT_EQ(Sorted(lines, order), lines);
+  EXPECT_EQ(Sorted(lines, system), lines);
 }
 
 TEST_F(Listing, A_list_that_refuses_a_line_is_painted_again) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/fakes/fake_context.h"
-#include "tests/fakes/fake_text_order.h"
 #include "tests/fakes/fake_wininet.h"
 
 namespace tarvik::test {
@@ -22,7 +21,7 @@ class FtpTest : public testing::Test, protected FakeContext {
 
   bool Test(const std::wstring& host = L"192.168.1.100") {
     return TestFtp(
-        context, wininet, codePage, order,
+        context, wininet, codePage, system,
         [this](bool on) {
           EXPECT_NE(busy, on);
           busy = on;
@@ -38,7 +37,6 @@ class FtpTest : public testing::Test, protected FakeContext {
   }
 
   FakeWininet wininet;
-  FakeTextOrder order;
   bool busy = false;
   int busyChanges = 0;
 };

@@ -8,13 +8,13 @@ namespace tarvik::test {
 namespace {
 
 int16_t KindOf(uint32_t platformId, uint32_t major) {
-  FakeOsVersion version;
-  version.platformId = platformId;
-  version.majorVersion = major;
+  FakeSystem system;
+  system.platformId = platformId;
+  system.majorVersion = major;
   int16_t kind = 99;
-  const bool supported = GetOsKind(version, kind);
+  const bool supported = GetOsKind(system, kind);
   EXPECT_EQ(supported, kind != -1);
-  EXPECT_EQ(version.askedSize, 148u);
+  EXPECT_EQ(system.askedSize, 148u);
   return kind;
 }
 
@@ -35,10 +35,10 @@ TEST(GetOsKind, Windows_NT_3_and_unknown_platforms_are_not_supported) {
 }
 
 TEST(GetOsKind, A_query_that_fails_is_not_supported) {
-  FakeOsVersion version;
-  version.succeeds = false;
+  FakeSystem system;
+  system.versionKnown = false;
   int16_t kind = 99;
-  EXPECT_FALSE(GetOsKind(version, kind));
+  EXPECT_FALSE(GetOsKind(system, kind));
   EXPECT_EQ(kind, -1);
 }
 
@@ -59,8 +59,8 @@ struct LocalConfigurationTest : testing::Test, FakePc {
 
 TEST_F(LocalConfigurationTest, The_interface_list_is_filled_with_the_adapters_gateways) {
   for (const uint32_t platformId : {1u, 2u}) {
-    osVersion.platformId = platformId;
-    osVersion.majorVersion = platformId == 1 ? 4 : 6;
+    system.platformId = platformId;
+    system.majorVersion = platformId == 1 ? 4 : 6;
     ASSERT_TRUE(Get());
     ASSERT_EQ(list.size(), 1u);
     EXPECT_EQ(list[0].IpAddress, L"192.168.1.10");
@@ -71,7 +71,7 @@ TEST_F(LocalConfigurationTest, The_interface_list_is_filled_with_the_adapters_ga
 }
 
 TEST_F(LocalConfigurationTest, Windows_NT_4_is_asked_through_ipconfig) {
-  osVersion.majorVersion = 4;
+  system.majorVersion = 4;
   ASSERT_TRUE(Get());
   ASSERT_EQ(list.size(), 1u);
   EXPECT_EQ(list[0].IpAddress, L"10.0.0.1");
@@ -79,13 +79,13 @@ TEST_F(LocalConfigurationTest, Windows_NT_4_is_asked_through_ipconfig) {
 }
 
 TEST_F(LocalConfigurationTest, A_failure_of_ipconfig_is_handed_on) {
-  osVersion.majorVersion = 4;
+  system.majorVersion = 4;
   processes.processId = 0;
   EXPECT_FALSE(Get());
 }
 
 TEST_F(LocalConfigurationTest, An_unsupported_system_is_not_asked) {
-  osVersion.majorVersion = 3;
+  system.majorVersion = 3;
   EXPECT_FALSE(Get());
   EXPECT_EQ(winsock.ioctlCode, 0u);
   EXPECT_TRUE(processes.commandLines.empty());

@@ -131,7 +131,7 @@ TEST_F(ReachabilityCheckTest, A_configuration_that_cannot_be_had_ends_the_check)
 }
 
 TEST_F(ReachabilityCheckTest, An_unsupported_system_is_a_configuration_that_cannot_be_had) {
-  osVersion.majorVersion = 3;
+  system.majorVersion = 3;
   EXPECT_FALSE(Check(kSameSubnet));
   EXPECT_EQ(results.Lines(), Lines{L"Informational acquisition Failure"});
 }
@@ -150,7 +150,7 @@ TEST_F(ReachabilityCheckTest, A_mask_of_0_0_0_0_is_no_mask) {
 
 // An empty mask only comes from the old system's ipconfig.
 struct OldSystemTest : ReachabilityCheckTest {
-  OldSystemTest() { osVersion.majorVersion = 4; }
+  OldSystemTest() { system.majorVersion = 4; }
   void Print(const std::string& text) {
     processes.onStart = [this, text] { files.contents[L"C:\\Tarvik\\ipconfig.txt"] = text; };
   }

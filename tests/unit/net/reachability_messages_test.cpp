@@ -113,7 +113,7 @@ TEST(ReachabilityMessages, Are_the_files_texts_where_there_is_a_language_file) {
   FakePc pc;
   pc.mode = -1;
   pc.files.contents[L"C:\\Data\\Language\\Tarvik.exe_1033.ini"] = "";
-  pc.profile.values["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|102"] = "No mask";
+  pc.system.profile["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|102"] = "No mask";
   ASSERT_TRUE(pc.resource.Initialize(1033, L"C:\\Data", L"Tarvik.exe"));
   EXPECT_FALSE(pc.Check(L"192.168.1.100"));
   EXPECT_EQ(pc.results.Lines(), Lines{L"No mask"});

@@ -7,7 +7,6 @@
 #include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_icmp.h"
 #include "tests/fakes/fake_ip_helper.h"
-#include "tests/fakes/fake_os_version.h"
 #include "tests/fakes/fake_processes.h"
 #include "tests/fakes/fake_winsock.h"
 
@@ -35,10 +34,9 @@ struct FakePc : FakeContext {
   FakeWinsock winsock;
   FakeIcmp icmp;
   FakeIpHelper ipHelper;
-  FakeOsVersion osVersion;
   FakeProcesses processes;
   std::wstring folder = L"C:\\Tarvik";
-  NetLibraries libraries{winsock, icmp, 0x1CEB00DA, ipHelper, osVersion, files, processes, codePage, folder};
+  NetLibraries libraries{winsock, icmp, 0x1CEB00DA, ipHelper, system, files, processes, codePage, folder};
   int historyCalls = 0;
 
  private:

@@ -7,7 +7,7 @@
 #include "resources/resource.h"
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fakes/fake_files.h"
-#include "tests/fakes/fake_profile_strings.h"
+#include "tests/fakes/fake_system.h"
 
 namespace tarvik::test {
 namespace {
@@ -26,9 +26,9 @@ class ErrorTextTest : public testing::Test {
   }
 
   FakeFiles files;
-  FakeProfileStrings profile;
+  FakeSystem system;
   FakeCodePage codePage;
-  Resource resource{files, profile, codePage};
+  Resource resource{files, system, codePage};
   LanguageMode mode = 1;
   Texts texts{mode, resource};
 };
@@ -90,7 +90,7 @@ TEST_F(ErrorTextTest, A_missing_call_is_named) {
 TEST_F(ErrorTextTest, The_language_files_have_these_texts_too) {
   mode = kLanguageFile;
   files.contents[L"D\\Language\\T_1033.ini"] = "";
-  profile.values["D\\Language\\T_1033.ini|1033|149"] = ": %1 is missing";
+  system.profile["D\\Language\\T_1033.ini|1033|149"] = ": %1 is missing";
   resource.Initialize(1033, L"D", L"T");
   EXPECT_EQ(TextOf([] { throw LibraryError::DoesNotExport(L"a.dll", L"b"); }), L"a.dll: b is missing");
 }
@@ -98,8 +98,8 @@ TEST_F(ErrorTextTest, The_language_files_have_these_texts_too) {
 TEST_F(ErrorTextTest, An_older_language_file_leaves_no_number_in_brackets_within_a_sentence) {
   mode = kLanguageFile;
   files.contents[L"D\\Language\\T_1033.ini"] = "";
-  profile.values["D\\Language\\T_1033.ini|1033|133"] = "Range:";
-  profile.values["D\\Language\\T_1033.ini|1033|134"] = "Typed: ";
+  system.profile["D\\Language\\T_1033.ini|1033|133"] = "Range:";
+  system.profile["D\\Language\\T_1033.ini|1033|134"] = "Typed: ";
   resource.Initialize(1033, L"D", L"T");
   EXPECT_EQ(TextOf([] { report::ToInt16(L"x", L"Port"); }),
             L"\"Port\" is not a whole number.\r\nRange:\r\nPort: 0 ... 32767\r\nTyped: \"x\"");

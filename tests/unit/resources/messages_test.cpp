@@ -10,7 +10,7 @@
 #include "resources/resource.h"
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fakes/fake_files.h"
-#include "tests/fakes/fake_profile_strings.h"
+#include "tests/fakes/fake_system.h"
 
 namespace tarvik::test {
 namespace {
@@ -120,14 +120,14 @@ class TextsTest : public testing::Test {
  protected:
   TextsTest() {
     files.contents[L"D\\Language\\T_1033.ini"] = "";
-    profile.values["D\\Language\\T_1033.ini|1033|101"] = "from the file";
+    system.profile["D\\Language\\T_1033.ini|1033|101"] = "from the file";
     resource.Initialize(1033, L"D", L"T");
   }
 
   FakeFiles files;
-  FakeProfileStrings profile;
+  FakeSystem system;
   FakeCodePage codePage;
-  Resource resource{files, profile, codePage};
+  Resource resource{files, system, codePage};
   LanguageMode mode = kLanguageFile;
   Texts texts{mode, resource};
 };
@@ -158,7 +158,7 @@ TEST_F(TextsTest, A_text_that_is_always_the_files_is_built_in_when_the_file_lack
       EXPECT_EQ(texts.FromFile(Message::NoSubnetMask), L"Subnet mask is not specified");
     }
   }
-  EXPECT_EQ(profile.reads, 1);
+  EXPECT_EQ(system.profileReads, 1);
 }
 
 TEST_F(TextsTest, Every_other_mode_is_English) {

@@ -4,7 +4,7 @@
 
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fakes/fake_files.h"
-#include "tests/fakes/fake_profile_strings.h"
+#include "tests/fakes/fake_system.h"
 
 namespace tarvik::test {
 namespace {
@@ -13,16 +13,16 @@ class ResourceTest : public testing::Test {
  protected:
   ResourceTest() { files.contents[L"C:\\Data\\Language\\Tarvik.exe_1041.ini"] = ""; }
   void Add(int id, const std::string& text) {
-    profile.values["C:\\Data\\Language\\Tarvik.exe_1041.ini|1041|" + std::to_string(id)] = text;
+    system.profile["C:\\Data\\Language\\Tarvik.exe_1041.ini|1041|" + std::to_string(id)] = text;
   }
   bool Initialize(int32_t language = 1041) {
     return resource.Initialize(language, L"C:\\Data", L"Tarvik.exe");
   }
 
   FakeFiles files;
-  FakeProfileStrings profile;
+  FakeSystem system;
   FakeCodePage codePage;
-  Resource resource{files, profile, codePage};
+  Resource resource{files, system, codePage};
 };
 
 TEST_F(ResourceTest, A_folder_with_or_without_a_backslash_gives_the_same_path) {
@@ -33,7 +33,7 @@ TEST_F(ResourceTest, A_folder_with_or_without_a_backslash_gives_the_same_path) {
 
 TEST_F(ResourceTest, A_missing_language_falls_back_to_English) {
   files.contents = {{L"C:\\Data\\Language\\Tarvik.exe_1033.ini", ""}};
-  profile.values["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|5"] = "five";
+  system.profile["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|5"] = "five";
   EXPECT_TRUE(Initialize(1031));
   EXPECT_EQ(resource.pLanguage(), 1033);
   EXPECT_EQ(resource.LoadString(5), L"five");
@@ -59,7 +59,7 @@ TEST_F(ResourceTest, A_missing_id_is_given_in_brackets_and_looked_up_once) {
   EXPECT_EQ(resource.LoadString(12), L"(12)");
   EXPECT_EQ(resource.pErrorText(), L"Not exist");
   EXPECT_EQ(resource.LoadString(12), L"(12)");
-  EXPECT_EQ(profile.reads, 1);
+  EXPECT_EQ(system.profileReads, 1);
 }
 
 TEST_F(ResourceTest, A_text_is_read_from_the_file_once) {
@@ -68,19 +68,19 @@ TEST_F(ResourceTest, A_text_is_read_from_the_file_once) {
   EXPECT_EQ(resource.LoadString(7), L"seven");
   Add(7, "changed");
   EXPECT_EQ(resource.LoadString(7), L"seven");
-  EXPECT_EQ(profile.reads, 1);
+  EXPECT_EQ(system.profileReads, 1);
   EXPECT_EQ(resource.pErrorText(), L"");
 }
 
 TEST_F(ResourceTest, A_text_that_fills_the_buffer_without_an_end_is_read_no_further) {
   Initialize();
-  profile.unterminated = true;
+  system.profileUnterminated = true;
   EXPECT_EQ(resource.LoadString(1), std::wstring(512, L'x'));
 }
 
 TEST_F(ResourceTest, Another_failure_is_named_in_the_error_text) {
   Initialize();
-  profile.failing = true;
+  system.profileFails = true;
   EXPECT_EQ(resource.LoadString(3), L"(3)");
   EXPECT_EQ(resource.pErrorText(), L"Resource:LoadString(3, [The disk is gone.])\r\n");
 }

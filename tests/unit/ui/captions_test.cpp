@@ -17,7 +17,7 @@ class CaptionsTest : public testing::Test, protected FakeContext {
     resource.Initialize(1033, L"C:\\Data", L"Tarvik.exe");
   }
   void Add(int id, const std::string& text) {
-    profile.values["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|" + std::to_string(id)] = text;
+    system.profile["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|" + std::to_string(id)] = text;
   }
 };
 

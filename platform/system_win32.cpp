@@ -1,0 +1,78 @@
+#include "platform/system.h"
+
+#include <algorithm>
+
+#include "platform/files.h"
+#include "platform/profile_section.h"
+#include "platform/registry_win32.h"
+#include "platform/windows_win32.h"
+
+namespace tarvik {
+namespace {
+
+static_assert(sizeof(OsVersionRecord) == sizeof(OSVERSIONINFOA));
+
+class Win32System final : public System {
+ public:
+  // The manifest names the supported systems, so Windows reports its real version.
+  bool GetVersionExA(OsVersionRecord& record) override {
+    return ::GetVersionExA(reinterpret_cast<OSVERSIONINFOA*>(&record)) != 0;
+  }
+  // Gives what kernel32 gives, from one reading of the file. Windows' own call reads the file again for each
+  // key, and takes no path outside the system code page.
+  // The file must be in an ASCII-compatible code page; UTF-16 is not read.
+  uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
+                                    uint32_t bufferSize, const std::wstring& path) override {
+    if (bufferSize == 0) return 0;
+    if (path != profilePath_) {
+      profile_ = files_->Read(path).value_or(std::string());
+      profilePath_ = path;
+    }
+    std::string_view value = ProfileValue(ReadProfileSection(profile_, section), key);
+    value = value.substr(0, bufferSize - 1);
+    *std::copy(value.begin(), value.end(), buffer) = '\0';
+    return static_cast<uint32_t>(value.size());
+  }
+  std::optional<std::wstring> ReadMachineRegistry(const std::wstring& key,
+                                                  const std::wstring& name) override {
+    return ReadRegistryText(HKEY_LOCAL_MACHINE, key, name);
+  }
+  std::string SortKey(std::wstring_view text) override {
+    constexpr DWORD flags = LCMAP_SORTKEY | NORM_IGNORECASE;
+    const auto length = static_cast<int>(text.size());
+    // With LCMAP_SORTKEY the call writes, and counts, bytes. Asking for the size first would double the time
+    // that a long listing takes.
+    char usual[1024];
+    const int size = ::LCMapStringW(LOCALE_USER_DEFAULT, flags, text.data(), length,
+                                    reinterpret_cast<wchar_t*>(usual), sizeof usual);
+    if (size > 0) return std::string(usual, static_cast<size_t>(size));
+    const int needed = ::LCMapStringW(LOCALE_USER_DEFAULT, flags, text.data(), length, nullptr, 0);
+    if (needed <= 0) return {};
+    std::string key(static_cast<size_t>(needed), '\0');
+    ::LCMapStringW(LOCALE_USER_DEFAULT, flags, text.data(), length, reinterpret_cast<wchar_t*>(key.data()),
+                   needed);
+    return key;
+  }
+  std::wstring GeneralDateTime() override {
+    SYSTEMTIME now{};
+    ::GetLocalTime(&now);
+    // A user's own format has at most 80 characters, whose fields write themselves out to a few times that.
+    constexpr int kMaxCharacters = 512;
+    wchar_t date[kMaxCharacters] = {};
+    wchar_t time[kMaxCharacters] = {};
+    ::GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &now, nullptr, date, kMaxCharacters);
+    ::GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &now, nullptr, time, kMaxCharacters);
+    return std::wstring(date) + L" " + time;
+  }
+
+ private:
+  std::unique_ptr<Files> files_ = MakeFiles();
+  std::wstring profilePath_;  ///< of the file whose text is held
+  std::string profile_;
+};
+
+}  // namespace
+
+std::unique_ptr<System> MakeSystem() { return std::make_unique<Win32System>(); }
+
+}  // namespace tarvik
