@@ -84,7 +84,7 @@ void Form1::CheckK7ServicesEntry() {
   if (!controls_.tabMode.PageOn(kK7SvcPage)) return;
   ServiceEntry entries[] = {K7Entry()};
   FmtErrMsg errors(ground_.kernel, ground_.codePage, ground_.boxes);
-  CheckServicesFile({ground_.files, ground_.codePage, errors, ground_.boxes}, ServicesFile(), entries, true);
+  CheckServicesFile(ground_.files, ground_.codePage, errors, ground_.boxes, ServicesFile(), entries);
   ShowK7Port(entries[0]);
 }
 

@@ -1,4 +1,4 @@
-#include "k7/services_file.h"
+#include "k7/services_file_adding.h"
 #include "k7/svc_utl.h"
 #include "tests/failures/strike_every_call.h"
 
@@ -117,9 +117,9 @@ TEST_F(K7Failures, Adding_to_the_services_file_survives_every_failure) {
                               {L"http", 0, L"tcp", false, false},
                               {L"other", 95, L"tcp", false, false}};
     FmtErrMsg errors(program.failingKernel, program.failingCodePage, program.boxes);
-    if (CheckServicesFile({program.failingFiles, program.failingCodePage, errors, program.boxes},
-                          FailingProgram::kServicesFile, entries, false, {2024, 2, 3, 4, 5}))
-      program.List().lines.emplace_back(L"done");
+    ServicesFileAdder adder(program.failingFiles, program.failingCodePage, errors, program.boxes,
+                            FailingProgram::kServicesFile);
+    if (adder.Add(entries, {2024, 2, 3, 4, 5})) program.List().lines.emplace_back(L"done");
   };
   routine.check = [](FailingProgram& program) -> std::string {
     if (!program.files.contents[FailingProgram::kServicesFile].starts_with(kBefore))

@@ -1,6 +1,6 @@
 #include <string>
 
-#include "k7/services_file.h"
+#include "k7/services_file_adding.h"
 #include "tests/fakes/fake_context.h"
 #include "tests/fakes/fake_modules.h"
 #include "tests/fuzz/fuzzer.h"
@@ -8,8 +8,8 @@
 using tarvik::ServiceEntry;
 using tarvik::test::Demand;
 
-/// Lines for two services are added to any services file: the first byte tells which step fails, and which
-/// attributes the file has. What stood in the file stays, and what is added is found again.
+/// Adds two services to any services file. The first byte selects the step that fails and the file's
+/// attributes. The old content must stay, and a scan must find what was added.
 TARVIK_FUZZER(k7_services_add) {
   if (size == 0) return;
   const uint8_t manner = data[0];
@@ -26,8 +26,8 @@ TARVIK_FUZZER(k7_services_add) {
   if (manner % 8 == 4) fake.files.contents[backup] = "in the way";
   const std::wstring name = L"NORVAX_K7_SERVER";
   ServiceEntry entries[] = {{name, 0, L"udp", false, false}, {L"x", 7, L"tcp", false, false}};
-  const bool done = tarvik::CheckServicesFile({fake.files, fake.codePage, errors, fake.boxes}, path, entries,
-                                              false, {2024, 2, 3, 4, 5});
+  tarvik::ServicesFileAdder adder(fake.files, fake.codePage, errors, fake.boxes, path);
+  const bool done = adder.Add(entries, {2024, 2, 3, 4, 5});
   const std::string& after = fake.files.contents[path];
   Demand(after.starts_with(before));
   Demand(done || !fake.boxes.boxes.empty());

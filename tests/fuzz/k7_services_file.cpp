@@ -5,7 +5,7 @@
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fuzz/fuzzer.h"
 
-// The services file: any bytes, any length of line.
+/// Scans a services file of any bytes.
 TARVIK_FUZZER(k7_services_file) {
   using tarvik::ServiceEntry;
   tarvik::test::FakeCodePage codePage;

@@ -18,7 +18,7 @@
 #include "about/fmt_err_msg.h"
 #include "ftp/ftp_client.h"
 #include "ftp/wininet.h"
-#include "k7/services_file.h"
+#include "k7/services_file_adding.h"
 #include "lab/helpers/bench_caller/command_loop_win32.h"
 #include "platform/code_page.h"
 #include "platform/files.h"
@@ -73,8 +73,8 @@ Fields AddServices(const Fields& arguments) {
   entries[0].Name = Wide(arguments.at(1));
   entries[0].PortNo = ParseInt32(Wide(arguments.at(2))).value_or(0);
   entries[0].Protocol = Wide(arguments.at(3));
-  const bool done = CheckServicesFile({*files, *codePage, errors, boxes}, Wide(arguments.at(0)), entries,
-                                      false, {2026, 11, 21, 9, 5});
+  ServicesFileAdder adder(*files, *codePage, errors, boxes, Wide(arguments.at(0)));
+  const bool done = adder.Add(entries, {2026, 11, 21, 9, 5});
   Fields answer = Verdict(done);
   answer.push_back(std::to_string(entries[0].PortNo));
   answer.insert(answer.end(), boxes.texts.begin(), boxes.texts.end());
