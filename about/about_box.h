@@ -21,7 +21,8 @@ struct ProgramVersion {
 /// "Version 1.2.4" for 1.2.3.4: the fourth number is the one that counts up between releases.
 std::wstring VersionText(const ProgramVersion& version);
 
-/// The program's title; an extra description of the edition, if it has one, stands behind it in brackets.
+/// The program's title, followed by the extra description of the edition in brackets. Dormant: no edition
+/// has such a description today, so it is always empty.
 std::wstring AboutTitle(const std::wstring& extraDescription);
 
 /// The about box: the program's version, Windows' and those of the modules.

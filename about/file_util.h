@@ -22,6 +22,8 @@ class FileUtil {
   /// The four numbers of the file's version, joined by "."; nothing when it has none.
   std::optional<std::wstring> mGetFileVersionInfoString(const std::wstring& path);
 
+  // Dormant: no caller reports why a file or its version was not found. Kept for a caller that does.
+
   /// The method with its arguments, a line break, and the step that failed; empty after success.
   const std::wstring& pErrorMessage() const { return errorMessage_; }
 

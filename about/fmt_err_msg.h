@@ -19,7 +19,7 @@ class FmtErrMsg {
   /// and leaves the text empty.
   std::wstring Decode(int32_t lCode);
 
-  /// The same for the latest error of a platform call.
+  /// The same for the latest error of a platform call. Dormant: every caller has the code that it reports.
   std::wstring mGetLastError() { return Decode(static_cast<int32_t>(kernel_.GetLastError())); }
 
  private:

@@ -14,6 +14,8 @@ class OsVersionInfo {
   /// The platform, " Running ", and the version and build numbers: "Windows NT Running 6.1.7601".
   std::wstring GetVersionName() const;
 
+  // Dormant: no caller asks for one Windows release; the network check has its own GetOsKind. Kept to name
+  // the releases in one place.
   bool IsWinNt351() const { return IsNt(3, 51); }
   bool IsWinNt40() const { return IsNt(4, 0); }
   /// Windows 95 and its successors 98 and Me, which are the same platform.

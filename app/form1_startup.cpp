@@ -44,6 +44,7 @@ void Form1::Form_Load() {
   // A failing step is reported; the rest still run.
   const auto step = [this](void (Form1::*make)()) { ground_.form.Guarded([&] { (this->*make)(); }); };
   productFamily_ = ground_.familyEdition;
+  // Dormant: nothing shows the command again, so the PMC test opens only for a program that sends it.
   controls_.mnuPMC.SetVisible(false);
   RecordInitialSizes(ground_.form.WindowSize());
   step(&Form1::ReadConfiguration);

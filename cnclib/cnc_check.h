@@ -27,6 +27,9 @@ bool RunLibraryTest(const report::CheckContext& context, CncLibrary& library, Co
 bool GetModelFromSysInfo(int16_t nAddinfo, std::wstring& sModel);
 
 /// Lists the names of the options in the word, of which the program knows seven.
+///
+/// Dormant: no caller lists the options today; RunLibraryTest checks only the one that it needs. Kept for a
+/// page that shows them.
 void DisplayNexal1Options(report::ResultList& results, const Texts& texts, bool nxlibMissing,
                           uint32_t nxlibOptions);
 

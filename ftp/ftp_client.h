@@ -57,10 +57,14 @@ class clsFtpClient {
 
   /// The remote current directory; empty when it cannot be read.
   std::wstring CurrentDir();
-  bool SetCurrentDir(const std::wstring& directory);
 
   /// Lists the remote current directory through the three events below.
   void EnumFile();
+
+  // Dormant: the FTP test only lists a directory and calls none of the operations below. Kept, and tested, as
+  // a complete client for a test that transfers files.
+
+  bool SetCurrentDir(const std::wstring& directory);
 
   /// The entry of that name in the remote current directory; nothing when there is none.
   std::optional<FtpFile> FileInformation(const std::wstring& name);

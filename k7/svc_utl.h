@@ -50,9 +50,6 @@ class SvcUtl {
   /// 1 = the library is missing, or a query, a start or a registration failed; 2 = a stop or a removal
   /// failed, or the start behind a registration.
   int16_t pErrCode() const { return errCode_; }
-  /// Milliseconds between registering or stopping and the next call; 1000 at first.
-  void pSleepRegistToStart(int32_t milliseconds) { sleepRegistToStart_ = milliseconds; }
-
   /// Looks for the library on the search path.
   Boolean16 mInitialize(int32_t langId);
   Boolean16 mTerminate();
@@ -61,12 +58,17 @@ class SvcUtl {
   Boolean16 mGetServiceStatus(const std::wstring& serviceName, int32_t& status);
   Boolean16 mStartStopService(const std::wstring& serviceName, Boolean16 start);
 
+  // Dormant: no caller installs or removes services today; the program only queries, starts and stops them.
+  // Kept, and tested, because the class wraps the whole service-setup library.
+
   /// Registers the program at `path` as a service and starts it.
   Boolean16 mSetupService(const std::wstring& serviceName, const std::wstring& displayName,
                           const std::wstring& path, int32_t startType);
   /// Removes the service. One that is running is stopped before, if the user agrees; a refusal is no failure
   /// of its own and leaves pErrMsg as it was.
   Boolean16 mRemoveService(const std::wstring& serviceName);
+  /// The pause that both make after registering or stopping a service. 1000 unless set; 0 or less = no pause.
+  void pSleepRegistToStart(int32_t milliseconds) { sleepRegistToStart_ = milliseconds; }
 
  private:
   const wchar_t* In(const ServiceWording& wording) const;

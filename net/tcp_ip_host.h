@@ -19,7 +19,7 @@ class TcpIpHost {
   TcpIpHost& operator=(const TcpIpHost&) = delete;
   ~TcpIpHost();
 
-  /// The name of this PC; empty on failure.
+  /// The name of this PC; empty on failure. Dormant: no caller needs it today.
   std::wstring HostName();
 
   /// The last address of the host of that name, as dotted text; empty when it cannot be resolved.

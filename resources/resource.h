@@ -37,7 +37,7 @@ class Resource {
   /// The last error of Initialize or LoadString; empty after a LoadString that found its text.
   const std::wstring& pErrorText() const { return errorText_; }
 
-  /// Kept for callers of older releases; has no effect on the look-up.
+  /// Dormant: stored but never read. Kept for callers written for older releases.
   bool pUsingOldResource = false;
 
  private:
