@@ -8,10 +8,10 @@ namespace tarvik {
 
 /// The K7 API library (k7api.dll), which talks to the K7 Server of this PC. Each call throws RuntimeError
 /// when the library cannot be loaded or lacks one of these calls. A text is a single-byte buffer that the
-/// library may write to: at least kTextSize bytes, filled with zeros behind the text.
+/// library may write to: at least kMinTextBytes bytes, filled with zeros behind the text.
 class K7Api {
  public:
-  static constexpr size_t kTextSize = 256;
+  static constexpr size_t kMinTextBytes = 256;
 
   virtual ~K7Api() = default;
 

@@ -12,14 +12,14 @@ namespace tarvik {
 namespace {
 
 constexpr int kPausesPerCycle = 4;
-constexpr uint32_t kPauseMilliseconds = 250;
+constexpr uint32_t kPauseMs = 250;
 
 /// A text as the library takes it and may change it.
 class TextArgument {
  public:
   TextArgument(CodePage& codePage, const std::wstring& text)
       : codePage_(codePage), buffer_(codePage.ToAnsi(text)) {
-    buffer_.resize(std::max(K7Api::kTextSize, buffer_.size() + 1), '\0');
+    buffer_.resize(std::max(K7Api::kMinTextBytes, buffer_.size() + 1), '\0');
   }
   char* Data() { return buffer_.data(); }
   std::wstring Text() const { return codePage_.FromAnsi(TrimNull(std::string_view(buffer_))); }
@@ -99,7 +99,7 @@ bool Test::PauseIsStopped() {
   bool stopped = false;
   for (int i = 0; i < kPausesPerCycle; ++i) {
     context_.pump.LetEventsRun();
-    context_.pump.Sleep(kPauseMilliseconds);
+    context_.pump.Sleep(kPauseMs);
     stopped = stopped || context_.pump.StopRequested();
   }
   return stopped;

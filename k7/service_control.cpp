@@ -5,8 +5,8 @@
 namespace tarvik {
 namespace {
 
-constexpr int kServicePolls = 40;
-constexpr uint32_t kPollMilliseconds = 250;
+constexpr int kMaxServicePolls = 40;
+constexpr uint32_t kServicePollIntervalMs = 250;
 
 /// Lets the service utility show its failures during one command of the user, which may be inside another
 /// one.
@@ -27,13 +27,13 @@ bool IsSeenAs(SvcUtl& service, int32_t wanted) {
 
 bool WaitFor(const report::CheckContext& context, SvcUtl& service, const ShowServiceState& showState,
              int32_t wanted) {
-  for (int i = 0; i < kServicePolls; ++i) {
+  for (int i = 0; i < kMaxServicePolls; ++i) {
     if (IsSeenAs(service, wanted)) {
       showState(wanted);
       return true;
     }
     context.pump.LetEventsRun();
-    context.pump.Sleep(kPollMilliseconds);
+    context.pump.Sleep(kServicePollIntervalMs);
   }
   return false;
 }

@@ -37,7 +37,7 @@ class FailingK7Api final : public Failing<K7Api> {
     if (way == 1) return 0;
     if (way == 2) return 1;  // and nothing written
     const int16_t result = library_.K7_CheckReboot2(handle, address, stateA, stateB, newA, newB, extra, live);
-    if (way == 3) std::memset(address, 'x', kTextSize);
+    if (way == 3) std::memset(address, 'x', kMinTextBytes);
     return result;
   }
   void K7_GetLastError(int32_t handle, int32_t& errorCode, int32_t& systemError) override {

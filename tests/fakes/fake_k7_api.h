@@ -93,7 +93,7 @@ class FakeK7Api final : public K7Api {
   }
   std::string Take(const char* text) {
     std::string taken(text);
-    for (size_t i = taken.size(); i < kTextSize; ++i) zeroFilled = zeroFilled && text[i] == '\0';
+    for (size_t i = taken.size(); i < kMinTextBytes; ++i) zeroFilled = zeroFilled && text[i] == '\0';
     return taken;
   }
   static void Rewrite(char* text, const std::string& after) {
