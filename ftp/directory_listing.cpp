@@ -24,13 +24,13 @@ std::wstring ListingLine(std::wstring line, const std::wstring& size) {
 
 /// The size in decimal; one that no file can have counts as the greatest.
 std::wstring SizeText(uint64_t size) {
-  constexpr uint64_t greatest = std::numeric_limits<int64_t>::max();
-  return Decimal(static_cast<int64_t>(std::min(size, greatest)));
+  constexpr uint64_t kMaxSize = std::numeric_limits<int64_t>::max();
+  return Decimal(static_cast<int64_t>(std::min(size, kMaxSize)));
 }
 
 }  // namespace
 
-std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, System& system, int64_t mostComparisons) {
+std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, System& system, int64_t maxComparisons) {
   const size_t count = lines.size();
   std::vector<std::string> keys;
   keys.reserve(count);
@@ -54,7 +54,7 @@ std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, System& system
   }
   if (StrSort(
           ranked, 0, static_cast<int32_t>(count) - 1,
-          [](const Ranked& a, const Ranked& b) { return a.rank < b.rank; }, mostComparisons))
+          [](const Ranked& a, const Ranked& b) { return a.rank < b.rank; }, maxComparisons))
     std::transform(ranked.begin(), ranked.end(), byKey.begin(), [](const Ranked& line) { return line.line; });
 
   std::vector<std::wstring> sorted;

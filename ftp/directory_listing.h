@@ -33,9 +33,9 @@ class DirectoryListing {
 /// of a second for a hostile one of 200,000.
 inline constexpr int64_t kMaxComparisons = 50'000'000;
 
-/// Sorts the lines as StrSort does when it compares their sort keys. Different lines with the same key keep
-/// the order in which they came when StrSort would need more than `mostComparisons`.
+/// Sorts the lines as StrSort does when it compares their sort keys. Lines that are equal in that order without
+/// being the same text keep the order in which they came when StrSort would need more than `maxComparisons`.
 std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, System& system,
-                                 int64_t mostComparisons = kMaxComparisons);
+                                 int64_t maxComparisons = kMaxComparisons);
 
 }  // namespace tarvik

@@ -22,8 +22,8 @@ constexpr uint32_t kRefusals[] = {12003, 12013, 12014, 12015};
 
 /// Some versions of the library copy as many bytes as the buffer is said to hold, past the end of what they
 /// keep themselves, so a text is first asked for with a small one.
-constexpr uint32_t kFirstLength = 1024;
-constexpr uint32_t kGreatestLength = 16 * 1024 * 1024;
+constexpr uint32_t kFirstBufferBytes = 1024;
+constexpr uint32_t kMaxBufferBytes = 16 * 1024 * 1024;
 
 /// Stops a search that never ends; no real directory is this large. A list of so many names is sorted and
 /// shown within three seconds.
@@ -37,15 +37,15 @@ const char* OrNoValue(const std::string& text) { return text.empty() ? nullptr :
 /// Reads a text by `call(buffer, length)` into a buffer that grows to what the library asks for.
 template <typename Call>
 std::string ReadText(Wininet& wininet, Call call) {
-  for (uint32_t size = kFirstLength;;) {
+  for (uint32_t size = kFirstBufferBytes;;) {
     // The string's own NUL lies behind the bytes that the library knows of: it may leave out one and look for
     // it.
     std::string buffer(size, '\0');
     uint32_t length = size;
     if (call(buffer.data(), &length) != 0)
       return std::string(TrimNull(std::string_view(buffer).substr(0, length)));
-    if (wininet.GetLastError() != kInsufficientBuffer || size == kGreatestLength) return {};
-    size = std::min(std::max(length, 2 * size), kGreatestLength);
+    if (wininet.GetLastError() != kInsufficientBuffer || size == kMaxBufferBytes) return {};
+    size = std::min(std::max(length, 2 * size), kMaxBufferBytes);
   }
 }
 
