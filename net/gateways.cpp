@@ -12,10 +12,10 @@ namespace tarvik {
 namespace {
 
 // An adapter takes less than a kilobyte. A size beyond this is no size of an honest answer.
-constexpr uint32_t kLargestAnswer = 1024 * 1024;
+constexpr uint32_t kMaxAnswerBytes = 1024 * 1024;
 
 /// The list can grow between asking for its size and reading it, for example while a card is plugged in.
-constexpr int kTries = 3;
+constexpr int kMaxTries = 3;
 
 /// Bounds what a library that lies can make of a few bytes; no PC has as many adapters, or addresses on one.
 constexpr int kMaxLinks = 64;
@@ -74,8 +74,8 @@ bool FillGateways(IpHelper& ipHelper, std::vector<LocalAddressRecord>& list) {
   if (ipHelper.GetAdaptersInfo(nullptr, &size) != IpHelper::kBufferOverflow) return true;
   std::vector<std::byte> buffer;
   uint32_t result = IpHelper::kBufferOverflow;
-  for (int i = 0; i < kTries && result == IpHelper::kBufferOverflow; ++i) {
-    if (size > kLargestAnswer) return false;
+  for (int i = 0; i < kMaxTries && result == IpHelper::kBufferOverflow; ++i) {
+    if (size > kMaxAnswerBytes) return false;
     buffer.assign(size, std::byte{0});
     result = ipHelper.GetAdaptersInfo(buffer.data(), &size);
   }

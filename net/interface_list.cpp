@@ -9,12 +9,12 @@ namespace tarvik {
 namespace {
 
 // INTERFACE_INFO: flags, then three socket addresses of 24 bytes, each with its octets after family and port.
-constexpr size_t kEntrySize = 76;
+constexpr size_t kEntryBytes = 76;
 constexpr size_t kAddressOffset = 4 + 4;
 constexpr size_t kNetmaskOffset = 4 + 2 * 24 + 4;
 constexpr size_t kMaxInterfaces = 10;
 /// Room for the whole list of any PC.
-constexpr size_t kRoomForAll = 1024;
+constexpr size_t kRetryBufferEntries = 1024;
 
 std::wstring AddressAt(std::span<const std::byte> entry, size_t offset) {
   return DottedText({reinterpret_cast<const unsigned char*>(entry.data()) + offset, 4});
@@ -47,7 +47,7 @@ class OpenSocket {
 
 /// The library's list into a buffer for so many entries; nothing when it fails.
 std::optional<std::vector<std::byte>> AskForList(Winsock& winsock, Winsock::Socket socket, size_t entries) {
-  std::vector<std::byte> buffer(entries * kEntrySize);
+  std::vector<std::byte> buffer(entries * kEntryBytes);
   uint32_t returned = 0;
   if (winsock.WSAIoctl(socket, Winsock::kGetInterfaceList, nullptr, 0, buffer.data(),
                        static_cast<uint32_t>(buffer.size()), &returned, nullptr, nullptr) != 0)
@@ -60,7 +60,7 @@ std::optional<std::vector<std::byte>> AskForList(Winsock& winsock, Winsock::Sock
 
 std::vector<LocalAddressRecord> ParseInterfaceList(std::span<const std::byte> entries) {
   std::vector<LocalAddressRecord> list;
-  for (; entries.size() >= kEntrySize; entries = entries.subspan(kEntrySize)) {
+  for (; entries.size() >= kEntryBytes; entries = entries.subspan(kEntryBytes)) {
     std::wstring address = AddressAt(entries, kAddressOffset);
     if (address != kLoopback) list.push_back({std::move(address), AddressAt(entries, kNetmaskOffset), {}});
   }
@@ -74,9 +74,9 @@ bool GetInterfaceList(Winsock& winsock, std::vector<LocalAddressRecord>& list) {
   std::optional<std::vector<std::byte>> bytes = AskForList(winsock, socket.Get(), kMaxInterfaces);
   // Some versions of the library give the first entries where there are more, others refuse.
   if (!bytes && winsock.WSAGetLastError() == Winsock::kBufferTooSmall)
-    bytes = AskForList(winsock, socket.Get(), kRoomForAll);
+    bytes = AskForList(winsock, socket.Get(), kRetryBufferEntries);
   if (!bytes || !socket.Close()) return false;
-  list = ParseInterfaceList(std::span(*bytes).first(std::min(bytes->size(), kMaxInterfaces * kEntrySize)));
+  list = ParseInterfaceList(std::span(*bytes).first(std::min(bytes->size(), kMaxInterfaces * kEntryBytes)));
   return true;
 }
 

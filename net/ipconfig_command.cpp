@@ -8,8 +8,8 @@
 namespace tarvik {
 namespace {
 
-constexpr uint32_t kWaitMilliseconds = 500;
-constexpr int kIpconfigPolls = 11;
+constexpr uint32_t kIpconfigPollIntervalMs = 500;
+constexpr int kMaxIpconfigPolls = 11;
 
 /// A file that is there only for the while.
 class ScratchFile {
@@ -51,7 +51,7 @@ class QueriedProcess {
 /// False when the stop request is raised.
 bool Wait(report::Pump& pump) {
   pump.LetEventsRun();
-  pump.SleepUntil(kWaitMilliseconds, [&pump] { return pump.StopRequested(); });
+  pump.SleepUntil(kIpconfigPollIntervalMs, [&pump] { return pump.StopRequested(); });
   return !pump.StopRequested();
 }
 
@@ -77,7 +77,7 @@ bool RunBatchFile(const report::CheckContext& context, const NetLibraries& libra
   if (processId == 0) return false;
   {
     QueriedProcess process(libraries.processes, processId);
-    for (int i = 0; i < kIpconfigPolls; ++i) {
+    for (int i = 0; i < kMaxIpconfigPolls; ++i) {
       if (!Wait(context.pump)) return false;
       if (process.HasFinished()) return true;
     }

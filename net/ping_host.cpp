@@ -11,11 +11,11 @@
 namespace tarvik {
 namespace {
 
-constexpr size_t kRequestSize = 32;
-constexpr uint32_t kReplyBufferSize = 278;
-constexpr uint32_t kEchoTimeoutMilliseconds = 100;
+constexpr size_t kRequestBytes = 32;
+constexpr uint32_t kReplyBufferBytes = 278;
+constexpr uint32_t kEchoTimeoutMs = 100;
 constexpr int kPausesPerEcho = 4;
-constexpr uint32_t kEchoPauseMilliseconds = 250;
+constexpr uint32_t kEchoPauseMs = 250;
 
 struct StatusText {
   uint32_t status;
@@ -48,12 +48,12 @@ constexpr StatusText kStatusTexts[] = {
 
 /// Sends one echo and returns its line.
 std::wstring Echo(const NetLibraries& libraries, uint32_t target, int64_t number, bool& answered) {
-  std::array<char, kRequestSize> request;
+  std::array<char, kRequestBytes> request;
   request.fill(' ');
-  alignas(IcmpEchoReply) std::array<std::byte, kReplyBufferSize> buffer{};
+  alignas(IcmpEchoReply) std::array<std::byte, kReplyBufferBytes> buffer{};
   const uint32_t replies =
-      libraries.icmp.IcmpSendEcho(libraries.icmpHandle, target, request.data(), kRequestSize, nullptr,
-                                  buffer.data(), kReplyBufferSize, kEchoTimeoutMilliseconds);
+      libraries.icmp.IcmpSendEcho(libraries.icmpHandle, target, request.data(), kRequestBytes, nullptr,
+                                  buffer.data(), kReplyBufferBytes, kEchoTimeoutMs);
   if (replies == 0) return L"ICMP_Error:" + Decimal(libraries.icmp.GetLastError());
 
   answered = true;
@@ -62,7 +62,7 @@ std::wstring Echo(const NetLibraries& libraries, uint32_t target, int64_t number
   const std::wstring prefix = ZeroPadded(number, 4) + L" Reply From ";
   if (reply.Status != 0)
     return prefix + IpToString(libraries.winsock, target) + L": " + EvaluatePingResponse(reply.Status);
-  return prefix + IpToString(libraries.winsock, reply.Address) + L": bytes=" + Decimal(kRequestSize) +
+  return prefix + IpToString(libraries.winsock, reply.Address) + L": bytes=" + Decimal(kRequestBytes) +
          L" time=" + Decimal(reply.RoundTripTime) + L"ms TTL=" + Decimal(reply.Options.Ttl);
 }
 
@@ -71,7 +71,7 @@ bool PauseBetweenEchoes(report::Pump& pump) {
   for (int i = 0; i < kPausesPerEcho; ++i) {
     pump.LetEventsRun();
     if (pump.StopRequested()) return false;
-    pump.SleepUntil(kEchoPauseMilliseconds, [&pump] { return pump.StopRequested(); });
+    pump.SleepUntil(kEchoPauseMs, [&pump] { return pump.StopRequested(); });
   }
   return true;
 }

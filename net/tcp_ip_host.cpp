@@ -7,12 +7,12 @@
 namespace tarvik {
 namespace {
 
-constexpr int kMinimumMajor = 1;
-constexpr int kMinimumMinor = 1;
-constexpr int kMinimumSockets = 1;
+constexpr int kMinMajorVersion = 1;
+constexpr int kMinMinorVersion = 1;
+constexpr int kMinSockets = 1;
 
 // More addresses than a name server's answer has room for: the end of a list that forgets its own.
-constexpr int kMostAddresses = 4096;
+constexpr int kMaxAddresses = 4096;
 
 }  // namespace
 
@@ -32,12 +32,11 @@ void TcpIpHost::SocketsInitialize() {
   }
   const int major = LoByte(data.wVersion);
   const int minor = HiByte(data.wVersion);
-  if (major < kMinimumMajor || (major == kMinimumMajor && minor < kMinimumMinor)) {
+  if (major < kMinMajorVersion || (major == kMinMajorVersion && minor < kMinMinorVersion)) {
     boxes_.Show(L"Windows Sockets version " + Decimal(major) + L"." + Decimal(minor) +
                 L" is not supported by winsock.dll ");
-  } else if (data.iMaxSockets < kMinimumSockets) {
-    boxes_.Show(L"This application requires a minimum of " + Decimal(kMinimumSockets) +
-                L" supported sockets.");
+  } else if (data.iMaxSockets < kMinSockets) {
+    boxes_.Show(L"This application requires a minimum of " + Decimal(kMinSockets) + L" supported sockets.");
   }
 }
 
@@ -67,7 +66,7 @@ std::wstring TcpIpHost::IpAddr(const std::wstring& sHostName) {
   }
   if (host->h_addr_list == nullptr) return {};
   const char* last = nullptr;
-  for (int i = 0; i < kMostAddresses && host->h_addr_list[i] != nullptr; ++i) last = host->h_addr_list[i];
+  for (int i = 0; i < kMaxAddresses && host->h_addr_list[i] != nullptr; ++i) last = host->h_addr_list[i];
   return last == nullptr ? std::wstring() : DottedText(OctetsOf(*host, last));
 }
 
