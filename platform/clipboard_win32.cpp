@@ -10,16 +10,16 @@
 namespace tarvik {
 namespace {
 
-constexpr DWORD kPauseMs = 20;
-constexpr int kTries = 1000 / kPauseMs;
+constexpr DWORD kRetryPauseMs = 20;
+constexpr int kMaxOpenTries = 1000 / kRetryPauseMs;
 
 /// Holds the clipboard open. Another program's clipboard viewer often has it for a moment, hence the tries.
 class OpenedClipboard {
  public:
   explicit OpenedClipboard(HWND owner) {
-    for (int i = 0; i < kTries; ++i) {
+    for (int i = 0; i < kMaxOpenTries; ++i) {
       if (::OpenClipboard(owner)) return;
-      ::Sleep(kPauseMs);
+      ::Sleep(kRetryPauseMs);
     }
     throw RuntimeError(L"The clipboard is in use by another program. Try again.");
   }

@@ -7,11 +7,11 @@
 namespace tarvik {
 namespace {
 
-/// The conversions count in int; what is longer is cut.
-constexpr size_t kLongest = 0x10000000;
+/// Bytes or UTF-16 units. The calls count in int; longer texts are truncated.
+constexpr size_t kMaxUnits = 0x10000000;
 
 std::wstring Widen(std::string_view bytes, UINT codePage) {
-  const int length = static_cast<int>(std::min(bytes.size(), kLongest));
+  const int length = static_cast<int>(std::min(bytes.size(), kMaxUnits));
   if (length == 0) return {};
   const int needed = ::MultiByteToWideChar(codePage, 0, bytes.data(), length, nullptr, 0);
   if (needed <= 0) return {};
@@ -21,7 +21,7 @@ std::wstring Widen(std::string_view bytes, UINT codePage) {
 }
 
 std::string Narrow(std::wstring_view text, UINT codePage) {
-  const int length = static_cast<int>(std::min(text.size(), kLongest));
+  const int length = static_cast<int>(std::min(text.size(), kMaxUnits));
   if (length == 0) return {};
   const int needed = ::WideCharToMultiByte(codePage, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
   if (needed <= 0) return {};

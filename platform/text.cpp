@@ -13,12 +13,12 @@ std::optional<Number> ParseWhole(std::wstring_view text) {
   const bool negative = !digits.empty() && digits.front() == L'-';
   if (!digits.empty() && (negative || digits.front() == L'+')) digits.remove_prefix(1);
   if (digits.empty()) return std::nullopt;
-  constexpr int64_t beyond = int64_t{std::numeric_limits<Number>::max()} + 2;
+  constexpr int64_t kTooLarge = int64_t{std::numeric_limits<Number>::max()} + 2;
   int64_t value = 0;
   for (const wchar_t digit : digits) {
     if (digit < L'0' || digit > L'9') return std::nullopt;
     // Saturates: any further digit leaves the value out of range, however long the text is.
-    value = value >= beyond ? beyond : value * 10 + (digit - L'0');
+    value = value >= kTooLarge ? kTooLarge : value * 10 + (digit - L'0');
   }
   if (negative) value = -value;
   if (value < std::numeric_limits<Number>::min() || value > std::numeric_limits<Number>::max())
