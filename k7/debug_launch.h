@@ -8,8 +8,9 @@
 
 namespace tarvik {
 
-/// Starts the K7 Server by hand, in its debug mode. Only while its service is known to be stopped: the two
-/// would want the same port; otherwise `focusStopButton` leads the user to the button that stops the service.
+/// Starts the K7 Server as a program in its debug mode, if its service is known to be stopped: both would
+/// need the same UDP port. Otherwise moves the focus by `focusStopButton` to the button that stops the
+/// service, and a message box explains why.
 void LaunchK7ServerDebug(const report::CheckContext& context, SvcUtl& service, Processes& processes,
                          const std::function<void()>& focusStopButton);
 

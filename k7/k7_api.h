@@ -6,9 +6,9 @@
 
 namespace tarvik {
 
-/// The K7 API library (k7api.dll), which talks to the K7 Server of this PC. Each call throws RuntimeError
-/// when the library cannot be loaded or lacks one of these calls. A text is a single-byte buffer that the
-/// library may write to: at least kMinTextBytes bytes, filled with zeros behind the text.
+/// The K7 API library (k7api.dll), which talks to the K7 Server on this PC. Every call throws RuntimeError
+/// when the library cannot be loaded or does not export all of these functions. A text is an ANSI buffer that
+/// the library may write to: at least kMinTextBytes long and zero-filled after the text.
 class K7Api {
  public:
   static constexpr size_t kMinTextBytes = 256;
@@ -17,14 +17,14 @@ class K7Api {
 
   virtual void K7_WSAStartup() = 0;
 
-  /// 0 = success.
+  /// 0 on success. A handle other than 0 must be freed even after a failure.
   virtual int32_t K7_AllocHandle(int32_t& handle) = 0;
 
-  /// Connects the handle to the server on that host. A 16-bit Boolean.
+  /// Connects the handle to the server on `host`. Returns a 16-bit Boolean.
   virtual int16_t K7_ConnectServer(int32_t handle, char* host) = 0;
 
-  /// Asks the server whether the CNC is live. The states are those that the call before returned, 0 at first.
-  /// A 16-bit Boolean, as `live` is.
+  /// Asks the server whether the CNC at `address` is live. `stateA` and `stateB` are the `newA` and `newB` of
+  /// the previous call, 0 at first. The result and `live` are 16-bit Booleans.
   virtual int16_t K7_CheckReboot2(int32_t handle, char* address, int32_t stateA, int32_t stateB,
                                   int32_t& newA, int32_t& newB, int32_t& extra, int16_t& live) = 0;
 

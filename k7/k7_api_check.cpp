@@ -14,7 +14,7 @@ namespace {
 constexpr int kPausesPerCycle = 4;
 constexpr uint32_t kPauseMs = 250;
 
-/// A text as the library takes it and may change it.
+/// A text argument as the library requires it: in a buffer that the library may write to.
 class TextArgument {
  public:
   TextArgument(CodePage& codePage, const std::wstring& text)
@@ -29,8 +29,8 @@ class TextArgument {
   std::string buffer_;
 };
 
-/// What the library gives back at the end of every test: the handle, if there is one, and its own clean-up,
-/// which it is owed even when the test ended before its start-up.
+/// Frees the handle, if there is one, and cleans the library up at the end of every test. The library expects
+/// K7_WSACleanup even when the test ended before K7_WSAStartup.
 class Session {
  public:
   explicit Session(K7Api& k7Api) : k7Api_(k7Api) {}
@@ -39,7 +39,7 @@ class Session {
       if (handle != 0) k7Api_.K7_FreeHandle(handle);
       k7Api_.K7_WSACleanup();
     } catch (const RuntimeError&) {
-      // A library that is not there has nothing to clean up, and the test has told that already.
+      // A missing library has nothing to clean up, and the test has already reported it.
     }
   }
   Session(const Session&) = delete;
@@ -62,7 +62,7 @@ class Test {
         host_(host),
         session_(k7Api) {}
 
-  /// The message of the failure; nothing when there was none.
+  /// Returns the message of the failure; nothing on success.
   std::optional<std::wstring> Run(const std::wstring& count, const std::wstring& countMessage);
 
  private:

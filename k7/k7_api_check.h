@@ -8,10 +8,10 @@
 
 namespace tarvik {
 
-/// Connects to the K7 Server on `host` and asks it once a second, as often as `count` says, whether the CNC
-/// at the address is live; each answer is one line. The library may rewrite both texts. A failure ends the
-/// test with a message box; a count that is no number has `countMessage`. The stop request ends it at the end
-/// of the present second. True unless it failed.
+/// Connects to the K7 Server on `host` and asks it `count` times, once a second, whether the CNC at `address`
+/// is live; each answer is one line. `host` is updated when the library rewrites it. A failure ends the test
+/// with a message box, which is empty when the address is and shows `countMessage` when the count is not a
+/// whole number. A stop request takes effect at the end of the current second. Returns false on failure.
 bool RunK7ApiTest(const report::CheckContext& context, K7Api& k7Api, CodePage& codePage, std::wstring address,
                   std::wstring& host, const std::wstring& count, const std::wstring& countMessage);
 

@@ -9,8 +9,8 @@ struct K7ErrorRow {
   const wchar_t* japanese;
 };
 
-// The two languages differ in wording on purpose: the Japanese texts speak of the service. They are no part
-// of the language files, whose mode shows the English ones.
+// The wordings differ on purpose: some Japanese texts say "service" where the English ones say "server". They
+// are not in the language files; that language mode shows the English ones.
 constexpr K7ErrorRow kK7Errors[] = {
     {0x00000000, L"No Error", L"エラー無し"},
     {0x1009F000, L"Invalid handle", L"ハンドル値が不正です"},

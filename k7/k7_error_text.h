@@ -7,8 +7,8 @@
 
 namespace tarvik {
 
-/// What an error code of the K7 API library means, in Japanese for the built-in Japanese texts and in English
-/// for every other mode; empty for a code that is not known.
+/// The meaning of an error code of the K7 API library: in Japanese in the built-in Japanese mode, otherwise
+/// in English. Empty for an unknown code.
 std::wstring K7ErrorText(int32_t code, LanguageMode mode);
 
 }  // namespace tarvik

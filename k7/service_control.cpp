@@ -8,8 +8,8 @@ namespace {
 constexpr int kMaxServicePolls = 40;
 constexpr uint32_t kServicePollIntervalMs = 250;
 
-/// Lets the service utility show its failures during one command of the user, which may be inside another
-/// one.
+/// Makes the service utility show its failures during one command. Commands can be nested, so the guard
+/// restores the earlier setting.
 auto ShowErrorBoxes(SvcUtl& service) {
   const Boolean16 before = service.pDispErrMsgBox();
   service.pDispErrMsgBox(true);
@@ -20,15 +20,15 @@ void ShowMessage(const report::CheckContext& context, Message message) {
   if (const auto text = context.texts.Get(message)) context.boxes.Show(*text);
 }
 
-bool IsSeenAs(SvcUtl& service, int32_t wanted) {
+bool IsInState(SvcUtl& service, int32_t wanted) {
   int32_t status = 0;
   return service.mGetServiceStatus(kK7Service, status) && status == wanted;
 }
 
-bool WaitFor(const report::CheckContext& context, SvcUtl& service, const ShowServiceState& showState,
-             int32_t wanted) {
+bool WaitForState(const report::CheckContext& context, SvcUtl& service, const ShowServiceState& showState,
+                  int32_t wanted) {
   for (int i = 0; i < kMaxServicePolls; ++i) {
-    if (IsSeenAs(service, wanted)) {
+    if (IsInState(service, wanted)) {
       showState(wanted);
       return true;
     }
@@ -52,28 +52,28 @@ void RefreshK7ServiceState(SvcUtl& service, const ShowServiceState& showState) {
 
 void StartK7Service(const report::CheckContext& context, SvcUtl& service, const ShowServiceState& showState) {
   const ScopeGuard restoreBoxes = ShowErrorBoxes(service);
-  if (IsSeenAs(service, SvcUtl::pSvcCondRunning)) {
+  if (IsInState(service, SvcUtl::pSvcCondRunning)) {
     ShowMessage(context, Message::AlreadyRunning);
     return;
   }
-  // A failure has its own message box; polling decides whether the service started anyway.
+  // The utility reports a failure itself; polling decides whether the service started anyway.
   service.mStartStopService(kK7Service, true);
   ShowMessage(context, Message::StartingService);
   context.pump.LetEventsRun();
-  const bool running = WaitFor(context, service, showState, SvcUtl::pSvcCondRunning);
+  const bool running = WaitForState(context, service, showState, SvcUtl::pSvcCondRunning);
   ShowMessage(context, running ? Message::ServiceStarted : Message::CannotStartService);
 }
 
 void StopK7Service(const report::CheckContext& context, SvcUtl& service, const ShowServiceState& showState) {
   const ScopeGuard restoreBoxes = ShowErrorBoxes(service);
-  if (IsSeenAs(service, SvcUtl::pSvcCondStopped)) {
+  if (IsInState(service, SvcUtl::pSvcCondStopped)) {
     ShowMessage(context, Message::AlreadyStopped);
     return;
   }
   if (!context.boxes.AskYesNo(context.texts.GetOrEmpty(Message::ConfirmStop), true)) return;
   service.mStartStopService(kK7Service, false);
   context.pump.LetEventsRun();
-  const bool stopped = WaitFor(context, service, showState, SvcUtl::pSvcCondStopped);
+  const bool stopped = WaitForState(context, service, showState, SvcUtl::pSvcCondStopped);
   ShowMessage(context, stopped ? Message::ServiceStopped : Message::CannotStopService);
 }
 

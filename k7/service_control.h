@@ -8,21 +8,21 @@
 
 namespace tarvik {
 
-/// The K7 Server's name among the services of Windows.
+/// Name of the K7 Server's Windows service.
 inline constexpr wchar_t kK7Service[] = L"K7Server";
 
-/// Shows a state of the service (SvcUtl's pSvcCond values) to the user.
+/// Shows the user a state of the service, one of SvcUtl's pSvcCond values.
 using ShowServiceState = std::function<void(int32_t status)>;
 
-/// Queries the service and shows its state. A failure has its message box.
+/// Queries the service and shows its state. A message box reports a failure.
 void RefreshK7ServiceState(SvcUtl& service, const ShowServiceState& showState);
 
-/// Starts the service, unless it runs already, and waits up to ten seconds for it. Every outcome has its
-/// message box.
+/// Starts the service unless it is running, and waits up to ten seconds until it is. A message box reports
+/// every outcome.
 void StartK7Service(const report::CheckContext& context, SvcUtl& service, const ShowServiceState& showState);
 
-/// Stops the service, unless it is stopped already and if the user confirms it, and waits up to ten seconds
-/// for it. Every outcome but a refusal has its message box.
+/// Stops the service unless it is stopped or the user declines, and waits up to ten seconds until it is. A
+/// message box reports every outcome except a declined stop.
 void StopK7Service(const report::CheckContext& context, SvcUtl& service, const ShowServiceState& showState);
 
 }  // namespace tarvik

@@ -7,7 +7,7 @@
 
 namespace tarvik {
 
-/// Starts the command line with a normal, focused window. A failure has its message box.
+/// Starts the command line with a normal, focused window. A message box reports a failure.
 void StartProgram(Processes& processes, report::MessageBoxes& boxes, const std::wstring& commandLine);
 
 }  // namespace tarvik

@@ -5,11 +5,11 @@
 
 namespace tarvik {
 
-/// The service-setup library (SvcKit.dll). Strings are single-byte. Every call returns 0 or the library's
-/// error code, and throws RuntimeError when the library cannot be loaded or lacks the call.
+/// The service-setup library (SvcKit.dll). Strings are ANSI. Every call returns 0 or the library's error
+/// code, and throws RuntimeError when the library cannot be loaded or does not export the function.
 class SvcKit {
  public:
-  /// The wait that the program always passes; what it stands for is the library's own.
+  /// The program passes this as every `wait`. The library does not document the argument.
   static constexpr int32_t kWait = -1;
 
   virtual ~SvcKit() = default;
@@ -23,7 +23,8 @@ class SvcKit {
 
   virtual int32_t QSetup_StopService(const char* name, int32_t wait) = 0;
 
-  /// `status`: a state of the Windows service control manager.
+  /// `status`: a state of the Windows service control manager, see SvcUtl's pSvcCond values. Not set for a
+  /// service that the library does not know.
   virtual int32_t QSetup_GetServiceStatus(const char* name, int32_t& status, int32_t wait) = 0;
 };
 

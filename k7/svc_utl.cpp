@@ -6,13 +6,13 @@
 
 namespace tarvik {
 
-/// A text in the two languages of this class; the language files have none of them.
+/// A text in both languages of SvcUtl. These texts are not in the language files.
 struct ServiceWording {
   const wchar_t* english;
   const wchar_t* japanese;
 };
 
-/// What a failed call leaves behind. The service's name follows the English text and goes before the
+/// Title, text and pErrCode of a failed call. The service's name follows the English text and precedes the
 /// Japanese one.
 struct ServiceFailure {
   ServiceWording title;
@@ -24,9 +24,9 @@ namespace {
 
 constexpr wchar_t kLibrary[] = L"SvcKit.DLL";
 
-/// What the library says of a service that it does not know. Such a one has no state to tell and nothing
-/// to remove, which is no failure of the program.
-constexpr auto kTolerated = static_cast<int32_t>(0x80000124);
+/// The library's code for a service that it does not know. It has no state and needs no removal, so neither
+/// query nor removal counts as failed.
+constexpr auto kUnknownService = static_cast<int32_t>(0x80000124);
 
 constexpr ServiceWording kConfirming{L"Confirming System Service", L"サービスの動作確認"};
 constexpr ServiceWording kAdding{L"Adding System Service", L"サービスの登録"};
@@ -91,7 +91,7 @@ Boolean16 SvcUtl::Query(const ServiceFailure& failure, const std::wstring& servi
   int32_t answer = status;
   const std::string name = codePage_.ToAnsi(serviceName);
   const int32_t result = library_.QSetup_GetServiceStatus(name.c_str(), answer, SvcKit::kWait);
-  if (result != 0 && result != kTolerated) return Fail(failure, serviceName, result);
+  if (result != 0 && result != kUnknownService) return Fail(failure, serviceName, result);
   status = answer;
   return true;
 }
@@ -140,7 +140,8 @@ Boolean16 SvcUtl::mRemoveService(const std::wstring& serviceName) {
     PauseAfterChange();
   }
   const int32_t result = library_.QSetup_RemoveService(name.c_str());
-  return result == 0 || result == kTolerated ? Boolean16(true) : Fail(kRemovalFailure, serviceName, result);
+  return result == 0 || result == kUnknownService ? Boolean16(true)
+                                                  : Fail(kRemovalFailure, serviceName, result);
 }
 
 }  // namespace tarvik

@@ -15,13 +15,13 @@ namespace tarvik {
 struct ServiceWording;
 struct ServiceFailure;
 
-/// Services of Windows through the service-setup library: state, start, stop, setup and removal. Methods
-/// return true for success; a failure keeps its text and its class until the next one, and is shown in a
-/// message box while pDispErrMsgBox is set. Everything but mInitialize throws RuntimeError when the library
-/// cannot be used.
+/// Queries, starts, stops, installs and removes Windows services through the service-setup library. Methods
+/// return true on success. A failure sets pErrMsg and pErrCode, which then keep their values until the next
+/// failure, and shows a message box while pDispErrMsgBox is set. Every method that takes a service name
+/// throws RuntimeError when the library cannot be used.
 class SvcUtl {
  public:
-  // The two languages of its messages. Every other language id speaks English.
+  // Languages of the messages. Every id except the Japanese one selects English.
   static constexpr int32_t pLangJapanese = 0;
   static constexpr int32_t pLangEnglish = 1;
 
@@ -38,23 +38,23 @@ class SvcUtl {
       : library_(library), files_(files), boxes_(boxes), pump_(pump), codePage_(codePage) {}
   SvcUtl(const SvcUtl&) = delete;
   SvcUtl& operator=(const SvcUtl&) = delete;
-  /// Tells an owner that forgot mTerminate.
+  /// Warns in a message box when the owner forgot mTerminate.
   ~SvcUtl();
 
   /// True between a successful mInitialize and mTerminate.
   Boolean16 pInitialized() const { return initialized_; }
-  /// False at first.
+  /// False unless set.
   void pDispErrMsgBox(Boolean16 show) { dispErrMsgBox_ = show; }
   Boolean16 pDispErrMsgBox() const { return dispErrMsgBox_; }
   const std::wstring& pErrMsg() const { return errMsg_; }
-  /// 1 = the library is missing, or a query, a start or a registration failed; 2 = a stop or a removal
-  /// failed, or the start behind a registration.
+  /// 0 = no failure yet; 1 = the library is missing, or a query, a start or a registration failed; 2 = a stop
+  /// or a removal failed, or the start after a registration.
   int16_t pErrCode() const { return errCode_; }
-  /// Looks for the library on the search path.
+  /// Selects the language and looks for the library on the search path. False when it is missing.
   Boolean16 mInitialize(int32_t langId);
   Boolean16 mTerminate();
 
-  /// `status` stays as it is when the library does not tell the state.
+  /// `status` keeps its value on failure and when the library does not know the service.
   Boolean16 mGetServiceStatus(const std::wstring& serviceName, int32_t& status);
   Boolean16 mStartStopService(const std::wstring& serviceName, Boolean16 start);
 
@@ -64,8 +64,8 @@ class SvcUtl {
   /// Registers the program at `path` as a service and starts it.
   Boolean16 mSetupService(const std::wstring& serviceName, const std::wstring& displayName,
                           const std::wstring& path, int32_t startType);
-  /// Removes the service. One that is running is stopped before, if the user agrees; a refusal is no failure
-  /// of its own and leaves pErrMsg as it was.
+  /// Removes the service. A running service is stopped first if the user agrees; otherwise returns false and
+  /// leaves pErrMsg unchanged.
   Boolean16 mRemoveService(const std::wstring& serviceName);
   /// The pause that both make after registering or stopping a service. 1000 unless set; 0 or less = no pause.
   void pSleepRegistToStart(int32_t milliseconds) { sleepRegistToStart_ = milliseconds; }
