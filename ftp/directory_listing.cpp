@@ -15,14 +15,14 @@ namespace {
 constexpr size_t kNameColumns = 35;
 constexpr size_t kSizeColumns = 10;
 
-/// A name or size that is wider than its columns is shown whole.
+/// A name or size that is wider than its column is not truncated.
 std::wstring ListingLine(std::wstring line, const std::wstring& size) {
   if (line.size() < kNameColumns) line.resize(kNameColumns, L' ');
   if (size.size() < kSizeColumns) line.append(kSizeColumns - size.size(), L' ');
   return line + size;
 }
 
-/// The size in decimal; one that no file can have counts as the greatest.
+/// The size in decimal. Sizes beyond 63 bits, which no file can have, become the largest 63-bit number.
 std::wstring SizeText(uint64_t size) {
   constexpr uint64_t kMaxSize = std::numeric_limits<int64_t>::max();
   return Decimal(static_cast<int64_t>(std::min(size, kMaxSize)));
@@ -36,7 +36,7 @@ std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, System& system
   keys.reserve(count);
   for (const std::wstring& line : lines) keys.push_back(system.SortKey(line));
 
-  // Ranks make StrSort's comparisons as cheap as can be.
+  // StrSort makes up to 50 million comparisons: comparing ranks is much cheaper than comparing keys.
   std::vector<int32_t> byKey(count);
   std::iota(byKey.begin(), byKey.end(), 0);
   const auto keyOf = [&keys](int32_t line) -> const std::string& { return keys[static_cast<size_t>(line)]; };

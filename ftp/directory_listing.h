@@ -10,16 +10,17 @@
 
 namespace tarvik {
 
-/// Receives the entries of a remote directory and lists them: directories first, each group sorted.
+/// Collects the entries of a remote directory and adds them to the result list: directories first, then
+/// files, each group sorted by name.
 class DirectoryListing {
  public:
   DirectoryListing(report::ResultList& results, System& system) : results_(results), system_(system) {}
 
-  /// Adds the header and forgets the entries of the listing before.
+  /// Adds the heading and discards the entries of the previous listing.
   void BeginEnumFiles();
-  /// Takes one entry; those that stand for the directory itself and its parent are left out.
+  /// Collects one entry; "." and ".." are skipped.
   void EnumFile(const FtpFile& file);
-  /// Adds the lines of the entries.
+  /// Adds one line for each entry.
   void EndEnumFile();
 
  private:
@@ -29,12 +30,12 @@ class DirectoryListing {
   std::vector<std::wstring> files_;
 };
 
-/// Enough for every list of 10,000 lines, the most that a real directory has, whatever their order; a tenth
-/// of a second for a hostile one of 200,000.
+/// Enough for 10,000 lines, as many as a real directory has, in the worst order. A hostile list of 200,000
+/// lines reaches this limit in a tenth of a second.
 inline constexpr int64_t kMaxComparisons = 50'000'000;
 
-/// Sorts the lines as StrSort does when it compares their sort keys. Lines that are equal in that order without
-/// being the same text keep the order in which they came when StrSort would need more than `maxComparisons`.
+/// Sorts the lines with StrSort, comparing their sort keys. When that would need more than `maxComparisons`, sorts
+/// them stably instead; then only different lines that compare as equal can end up in another order.
 std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, System& system,
                                  int64_t maxComparisons = kMaxComparisons);
 

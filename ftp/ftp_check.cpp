@@ -19,12 +19,12 @@ bool TestFtp(const report::CheckContext& context, Wininet& wininet, CodePage& co
   context.results.AddToList(L"");
   context.results.AddToList(L"FTP Connect test...");
   context.pump.LetEventsRun();
-  // From here on the user is kept out, so this is the last place where a stop can have been asked for.
+  // setBusy disables the window, so this is the last chance to ask for a stop.
   if (context.pump.StopRequested()) return false;
 
   setBusy(true);
   const ScopeGuard endBusy([&] {
-    // Discards what the user has clicked meanwhile; left in the queue, it would start the next test.
+    // Discards the clicks of the meantime, which would otherwise start the next test.
     context.pump.LetEventsRun();
     setBusy(false);
   });

@@ -10,9 +10,10 @@
 
 namespace tarvik {
 
-/// Logs in to the FTP server of the host, shows its replies and a listing of its current directory, and
-/// disconnects. `setBusy(true)` is called before the first call that blocks, and `setBusy(false)` at the end.
-/// True when it could log in; false at once when the host is empty.
+/// Logs in to the FTP server on `host`, adds its replies and a listing of its current directory to the result
+/// list, and disconnects. Calls `setBusy(true)` before the first blocking call and `setBusy(false)` at the
+/// end. True when the login succeeded. Returns false at once when the host is empty, and before the login
+/// when a stop is requested.
 bool TestFtp(const report::CheckContext& context, Wininet& wininet, CodePage& codePage, System& system,
              const std::function<void(bool busy)>& setBusy, const std::wstring& host,
              const std::wstring& user, const std::wstring& password);

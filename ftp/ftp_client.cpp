@@ -16,12 +16,12 @@ constexpr uint32_t kNoCacheWriteFlag = 0x04000000;
 constexpr uint32_t kNormalFile = 0x80;
 constexpr uint32_t kInsufficientBuffer = 122;
 
-/// Why InternetConnectA fails when the server itself has refused: ERROR_INTERNET_EXTENDED_ERROR,
+/// InternetConnectA's errors when the server replied and refused: ERROR_INTERNET_EXTENDED_ERROR,
 /// _INCORRECT_USER_NAME, _INCORRECT_PASSWORD and _LOGIN_FAILURE.
-constexpr uint32_t kRefusals[] = {12003, 12013, 12014, 12015};
+constexpr uint32_t kRefusalErrors[] = {12003, 12013, 12014, 12015};
 
-/// Some versions of the library copy as many bytes as the buffer is said to hold, past the end of what they
-/// keep themselves, so a text is first asked for with a small one.
+/// Some versions of the library copy as many bytes as the buffer holds, reading past the end of their own
+/// text, so start with a small buffer.
 constexpr uint32_t kFirstBufferBytes = 1024;
 constexpr uint32_t kMaxBufferBytes = 16 * 1024 * 1024;
 
@@ -29,17 +29,18 @@ constexpr uint32_t kMaxBufferBytes = 16 * 1024 * 1024;
 /// shown within three seconds.
 constexpr size_t kMaxDirectoryEntries = 200'000;
 
-/// No call is made with a context, so the library has nothing to tell.
+/// Empty: the library calls it only for operations with a context, and none here has one.
 void TARVIK_CALLBACK InternetStatusCallBack(Wininet::Handle, uintptr_t, uint32_t, void*, uint32_t) {}
 
 const char* OrNoValue(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
 
-/// Reads a text by `call(buffer, length)` into a buffer that grows to what the library asks for.
+/// Reads a text with `call(buffer, length)`, enlarging the buffer to the size that the library asks for.
+/// Empty when the call fails or the text is too long.
 template <typename Call>
 std::string ReadText(Wininet& wininet, Call call) {
   for (uint32_t size = kFirstBufferBytes;;) {
-    // The string's own NUL lies behind the bytes that the library knows of: it may leave out one and look for
-    // it.
+    // The string's terminating NUL is beyond `size`, so it is there even if the library fills the whole
+    // buffer without one.
     std::string buffer(size, '\0');
     uint32_t length = size;
     if (call(buffer.data(), &length) != 0)
@@ -87,28 +88,28 @@ bool clsFtpClient::Connect(const std::wstring& host, const std::wstring& user, c
   if (!session_) return false;
   DisConnect();
   hasReplied_ = false;
-  earlierReply_ = HeldReply();
+  earlierReply_ = StoredReply();
   if (host.empty()) return false;
   const std::string ansiHost = Ansi(host);
   const std::string ansiUser = Ansi(user);
   const std::string ansiPassword = Ansi(password);
   connection_.Reset(wininet_.InternetConnectA(session_.Get(), ansiHost.c_str(), Port, OrNoValue(ansiUser),
                                               OrNoValue(ansiPassword), kFtpService, 0, 0));
-  hasReplied_ = connection_ || std::ranges::count(kRefusals, wininet_.GetLastError()) != 0;
+  hasReplied_ = connection_ || std::ranges::count(kRefusalErrors, wininet_.GetLastError()) != 0;
   if (!connection_) return false;
   wininet_.InternetSetStatusCallback(connection_.Get(), InternetStatusCallBack);
   return true;
 }
 
 std::wstring clsFtpClient::Response() {
-  // The library keeps the text of an earlier connection until another server replies, so a server that is
-  // switched off would seem to say what the last one said. A text that has changed is from this connection.
-  std::wstring reply = HeldReply();
+  // The library keeps the reply of an earlier connection until another server replies, so a server that is
+  // switched off would seem to repeat it. A reply that has changed belongs to this connection.
+  std::wstring reply = StoredReply();
   if (!hasReplied_ && reply == earlierReply_) reply.clear();
   return reply;
 }
 
-std::wstring clsFtpClient::HeldReply() {
+std::wstring clsFtpClient::StoredReply() {
   return codePage_.FromAnsi(ReadText(wininet_, [this](char* buffer, uint32_t* length) {
     uint32_t error = 0;
     return wininet_.InternetGetLastResponseInfoA(&error, buffer, length);
@@ -163,7 +164,7 @@ void clsFtpClient::EnumFile() {
 }
 
 std::optional<FtpFile> clsFtpClient::FileInformation(const std::wstring& name) {
-  // By the whole listing: asked for a directory alone, servers list what is in it.
+  // Searches the whole listing: a server that is asked for a directory by name lists its contents instead.
   std::vector<FindData> entries;
   ReadDirectory(entries);
   const std::string wanted = Ansi(name);

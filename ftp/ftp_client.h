@@ -13,7 +13,7 @@
 
 namespace tarvik {
 
-/// A date and time of day as a file time holds them. All zero = none.
+/// A date and time of day. All zero = none.
 struct DateAndTime {
   int year = 0;
   int month = 0;  ///< 1 to 12
@@ -24,7 +24,7 @@ struct DateAndTime {
   bool operator==(const DateAndTime&) const = default;
 };
 
-/// The date and time of a file time; none when it is 0 or beyond the year 9999.
+/// The date and time of a file time; none when it is 0 or after the year 9999.
 DateAndTime ToDateAndTime(const FileTime& time);
 
 /// One entry of a remote directory.
@@ -33,26 +33,26 @@ struct FtpFile {
 
   std::wstring FileName;
   uint64_t Size = 0;  ///< bytes
-  uint32_t Attr = 0;  ///< FILE_ATTRIBUTE_ bits
+  uint32_t Attr = 0;  ///< FILE_ATTRIBUTE_* bits
   DateAndTime ftCreate;
   DateAndTime ftWrite;
   DateAndTime ftAccess;
 };
 
-/// One session with at most one connection to an FTP server, in active mode. The session begins with the
-/// object and ends with it. Operations on files and directories return false when there is no connection
-/// or the server refuses; Response then tells why.
+/// A WinINet session with at most one connection to an FTP server, in active mode. The session lasts as long
+/// as the object. Operations on files and directories return false when there is no connection or the server
+/// refuses; Response then has the reason.
 class clsFtpClient {
  public:
   clsFtpClient(Wininet& wininet, CodePage& codePage);
 
-  /// Ends the connection that is open and makes a new one; an empty user and an empty password are not
-  /// given at all, which makes it anonymous. False when the host is empty, refuses or does not answer.
+  /// Closes the connection, if there is one, and opens a new one. An empty user or password is not sent,
+  /// which makes the login anonymous. False when the host is empty, refuses or does not answer.
   bool Connect(const std::wstring& host, const std::wstring& user, const std::wstring& password);
   void DisConnect() { connection_.Reset(); }
 
-  /// The latest reply of the server that Connect was last called for, its lines separated by "\r\n"; empty
-  /// when that server has not replied, or when the reply is longer than 16 MiB.
+  /// The latest reply of the server of the latest Connect, lines separated by "\r\n"; empty when that server
+  /// has not replied, or when the reply is longer than 16 MiB.
   std::wstring Response();
 
   /// The remote current directory; empty when it cannot be read.
@@ -69,7 +69,7 @@ class clsFtpClient {
   /// The entry of that name in the remote current directory; nothing when there is none.
   std::optional<FtpFile> FileInformation(const std::wstring& name);
 
-  /// Fetches a remote file into a local one, which must not exist yet when `failIfExists` says so.
+  /// Downloads a remote file. Fails when the local file exists and `failIfExists` is set.
   bool Get(const std::wstring& remoteFile, const std::wstring& localFile, bool failIfExists);
   bool Put(const std::wstring& localFile, const std::wstring& remoteFile);
   bool Delete(const std::wstring& file);
@@ -79,18 +79,18 @@ class clsFtpClient {
 
   uint16_t Port = 21;
   uint32_t TransferType = 2;      ///< 1 = text, 2 = binary
-  Boolean16 Reload = true;        ///< ask the server, not the system's cache
-  Boolean16 NoCacheWrite = true;  ///< what comes is not kept in the system's cache
+  Boolean16 Reload = true;        ///< bypass the system's cache when reading
+  Boolean16 NoCacheWrite = true;  ///< do not store results in the system's cache
 
   std::function<void(int32_t fileCnt)> onBeginEnumFiles;
   std::function<void(const FtpFile& file)> onEnumFile;
-  std::function<void(bool enumerated)> onEndEnumFile;  ///< false when there is no listing
+  std::function<void(bool enumerated)> onEndEnumFile;  ///< false when the directory could not be read
 
  private:
-  /// The reply that the library holds, whichever server it came from.
-  std::wstring HeldReply();
+  /// The reply that the library has stored, from whichever server.
+  std::wstring StoredReply();
   uint32_t CacheFlags() const;
-  /// The entries in the order found; false when there is no first one.
+  /// Adds the entries in the server's order; false when not even a first one can be read.
   bool ReadDirectory(std::vector<FindData>& entries);
   FtpFile ToFtpFile(const FindData& entry);
   std::string Ansi(const std::wstring& text) { return codePage_.ToAnsi(text); }
@@ -99,7 +99,7 @@ class clsFtpClient {
   CodePage& codePage_;
   InternetHandle session_;
   InternetHandle connection_;
-  std::wstring earlierReply_;  ///< what the library held before the latest Connect
+  std::wstring earlierReply_;  ///< the reply stored before the latest Connect
   bool hasReplied_ = false;    ///< the server of the latest Connect is known to have replied
 };
 

@@ -4,7 +4,7 @@
 
 namespace tarvik {
 
-/// Owns a handle of the internet library, or none.
+/// Owns a WinINet handle, or 0 for none.
 class InternetHandle {
  public:
   explicit InternetHandle(Wininet& wininet, Wininet::Handle handle = 0)
@@ -16,7 +16,7 @@ class InternetHandle {
   explicit operator bool() const { return handle_ != 0; }
   Wininet::Handle Get() const { return handle_; }
 
-  /// Closes the handle and owns the new one.
+  /// Closes the present handle, if any, and takes ownership of the new one.
   void Reset(Wininet::Handle handle = 0) {
     if (handle_ != 0) wininet_.InternetCloseHandle(handle_);
     handle_ = handle;

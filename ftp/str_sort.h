@@ -8,11 +8,10 @@
 
 namespace tarvik {
 
-/// Sorts lines[lo..hi] in place, ascending: a quicksort with the middle element as pivot. Equal elements
-/// are not moved, so the order is not stable but always the same for the same input. `less` says whether
-/// its first argument comes before its second. Gives up, with the lines in any order, and returns false
-/// when it would need more than `comparisonsLeft`, from which it takes those that it made: equal elements,
-/// and some orders of different ones, need the square of their number.
+/// Sorts lines[lo..hi] in place, ascending: a quicksort with the middle element as pivot. It is not stable,
+/// but the same input always gives the same order. `less(a, b)`: a sorts before b. Subtracts its comparisons
+/// from `comparisonsLeft`; when they run out, returns false and leaves the lines in any order. Equal lines,
+/// and some orders of different ones, need a number of comparisons that grows with the square of their count.
 template <typename Line, typename Less>
 [[nodiscard]] bool StrSort(std::vector<Line>& lines, int32_t lo, int32_t hi, Less less,
                            int64_t& comparisonsLeft) {
@@ -27,8 +26,8 @@ template <typename Line, typename Less>
       if (less(at(i), pivot)) std::swap(at(++last), at(i));
     at(lo) = at(last);
     at(last) = pivot;
-    // The two sides are independent of each other; recursing into the smaller one only keeps the stack
-    // shallow for a list of any order.
+    // The two sides are independent. Recursing only into the smaller one limits the depth to log2 of the
+    // count, whatever the order.
     if (last - lo < hi - last) {
       if (!StrSort(lines, lo, last - 1, less, comparisonsLeft)) return false;
       lo = last + 1;
@@ -40,7 +39,7 @@ template <typename Line, typename Less>
   return true;
 }
 
-/// The same, however many comparisons it takes.
+/// The same with unlimited comparisons.
 template <typename Line, typename Less>
 void StrSort(std::vector<Line>& lines, int32_t lo, int32_t hi, Less less) {
   int64_t comparisonsLeft = std::numeric_limits<int64_t>::max();

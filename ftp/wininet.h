@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-// The calling convention of the functions that the library calls back.
+// Calling convention of the functions that the library calls back.
 #ifdef _WIN32
 #define TARVIK_CALLBACK __stdcall
 #else
@@ -13,7 +13,7 @@
 
 namespace tarvik {
 
-/// FILETIME: 100-nanosecond steps since the beginning of 1601, in two halves.
+/// FILETIME: 100-nanosecond steps since the start of 1601, in two halves.
 struct FileTime {
   uint32_t dwLowDateTime = 0;
   uint32_t dwHighDateTime = 0;
@@ -40,7 +40,8 @@ static_assert(offsetof(FindData, nFileSizeHigh) == 28 && offsetof(FindData, nFil
 static_assert(offsetof(FindData, dwReserved0) == 36 && offsetof(FindData, dwReserved1) == 40);
 static_assert(offsetof(FindData, cFileName) == 44 && offsetof(FindData, cAlternateFileName) == 304);
 
-/// Wininet.dll. Texts are single-byte. Where nothing else is said, the result is not 0 on success.
+/// Wininet.dll. Texts are ANSI. Unless stated otherwise, a result other than 0 means success. Every call but
+/// InternetCloseHandle and GetLastError throws RuntimeError when the library is missing.
 class Wininet {
  public:
   using Handle = std::intptr_t;  ///< 0 = none
@@ -49,29 +50,29 @@ class Wininet {
 
   virtual ~Wininet() = default;
 
-  /// A session; 0 when it cannot be opened. Throws RuntimeError when the library is missing, as every call
-  /// but InternetCloseHandle and GetLastError does.
+  /// A session; 0 when it cannot be opened.
   virtual Handle InternetOpenA(const char* agent, uint32_t accessType, const char* proxy,
                                const char* proxyBypass, uint32_t flags) = 0;
 
-  /// A connection; 0 when the server refuses or does not answer. Null = no user, no password.
+  /// A connection; 0 when the server refuses or does not answer. `user` and `password` may be null.
   virtual Handle InternetConnectA(Handle session, const char* host, uint16_t port, const char* user,
                                   const char* password, uint32_t service, uint32_t flags,
                                   uintptr_t context) = 0;
 
-  /// The callback that was registered before.
+  /// Returns the callback that was registered before.
   virtual StatusCallback InternetSetStatusCallback(Handle handle, StatusCallback callback) = 0;
 
-  /// `length`: bytes of the buffer, and then of the text; when the buffer is too small, what it needs.
+  /// `length`: in, size of the buffer in bytes; out, length of the text, or the size needed when the buffer
+  /// is too small.
   virtual int32_t FtpGetCurrentDirectoryA(Handle connection, char* buffer, uint32_t* length) = 0;
 
   virtual int32_t FtpSetCurrentDirectoryA(Handle connection, const char* directory) = 0;
 
-  /// A search, with its first find in `found`; 0 when there is none.
+  /// A search, with the first entry in `found`; 0 when there is none.
   virtual Handle FtpFindFirstFileA(Handle connection, const char* pattern, FindData* found, uint32_t flags,
                                    uintptr_t context) = 0;
 
-  /// 0 behind the last find, too.
+  /// Also 0 after the last entry.
   virtual int32_t InternetFindNextFileA(Handle search, FindData* found) = 0;
 
   /// The server's latest reply. `length` as in FtpGetCurrentDirectoryA.
@@ -91,7 +92,7 @@ class Wininet {
   virtual int32_t FtpCreateDirectoryA(Handle connection, const char* directory) = 0;
   virtual int32_t FtpRemoveDirectoryA(Handle connection, const char* directory) = 0;
 
-  /// Why the latest of these calls failed.
+  /// Windows error code of the latest of these calls that failed.
   virtual uint32_t GetLastError() = 0;
 };
 
