@@ -11,21 +11,21 @@
 namespace tarvik {
 namespace {
 
-// An adapter takes less than a kilobyte. A size beyond this is no size of an honest answer.
-constexpr uint32_t kMaxAnswerBytes = 1024 * 1024;
+/// An adapter needs less than a kilobyte, so a larger size is not credible.
+constexpr uint32_t kMaxAdapterBytes = 1024 * 1024;
 
-/// The list can grow between asking for its size and reading it, for example while a card is plugged in.
+/// The list can grow between asking for its size and reading it, for example when a card is plugged in.
 constexpr int kMaxTries = 3;
 
-/// Bounds what a library that lies can make of a few bytes; no PC has as many adapters, or addresses on one.
+/// Bounds the work on a corrupt buffer; no PC has this many adapters, or addresses on one adapter.
 constexpr int kMaxLinks = 64;
 
-/// Reads records at native pointers into the answer, each place once.
-class AdapterAnswer {
+/// Reads records through pointers into the buffer, each at most once.
+class AdapterBuffer {
  public:
-  explicit AdapterAnswer(std::span<const std::byte> bytes) : bytes_(bytes) {}
+  explicit AdapterBuffer(std::span<const std::byte> bytes) : bytes_(bytes) {}
 
-  /// False when the record does not lie wholly inside the answer, or was read before.
+  /// False when the record is not entirely inside the buffer or was already read.
   template <typename Record>
   bool Read(const void* place, Record& record) {
     const auto address = reinterpret_cast<std::uintptr_t>(place);
@@ -55,13 +55,13 @@ class AdapterAnswer {
 }  // namespace
 
 void AddGateways(std::span<const std::byte> adapters, std::vector<LocalAddressRecord>& list) {
-  AdapterAnswer answer(adapters);
+  AdapterBuffer buffer(adapters);
   IpAdapterInfo adapter;
   const void* place = adapters.data();
-  for (int i = 0; i < kMaxLinks && answer.Read(place, adapter); ++i, place = adapter.Next) {
+  for (int i = 0; i < kMaxLinks && buffer.Read(place, adapter); ++i, place = adapter.Next) {
     const auto* const bytes = static_cast<const std::byte*>(place);
-    const auto addresses = answer.ReadAddresses(bytes + offsetof(IpAdapterInfo, IpAddressList));
-    const auto gateways = answer.ReadAddresses(bytes + offsetof(IpAdapterInfo, GatewayList));
+    const auto addresses = buffer.ReadAddresses(bytes + offsetof(IpAdapterInfo, IpAddressList));
+    const auto gateways = buffer.ReadAddresses(bytes + offsetof(IpAdapterInfo, GatewayList));
     for (const std::wstring& address : addresses)
       for (LocalAddressRecord& record : list)
         if (record.IpAddress == address)
@@ -75,7 +75,7 @@ bool FillGateways(IpHelper& ipHelper, std::vector<LocalAddressRecord>& list) {
   std::vector<std::byte> buffer;
   uint32_t result = IpHelper::kBufferOverflow;
   for (int i = 0; i < kMaxTries && result == IpHelper::kBufferOverflow; ++i) {
-    if (size > kMaxAnswerBytes) return false;
+    if (size > kMaxAdapterBytes) return false;
     buffer.assign(size, std::byte{0});
     result = ipHelper.GetAdaptersInfo(buffer.data(), &size);
   }

@@ -9,14 +9,15 @@
 
 namespace tarvik {
 
-/// Adds to each record the gateways of the adapters that have its address. `adapters` is what the IP helper
-/// left: adapter records chained by pointers into it, the first at its start. Nothing outside is read; a
-/// link that leads outside, or to a record that was read before, ends its chain. So does the 64th of a list.
+/// Adds to each record the gateways of the adapters that have its address. `adapters` is the buffer that
+/// GetAdaptersInfo filled: adapter records chained by pointers into it, the first one at its start. Reads
+/// nothing outside the buffer. A chain ends at a link that points outside or to a record that was already
+/// read, and after 64 links.
 void AddGateways(std::span<const std::byte> adapters, std::vector<LocalAddressRecord>& list);
 
-/// Asks the IP helper for the adapters and adds their gateways. A helper that has none to tell of leaves
-/// the list as it is; false when it announced them and then could not deliver, in three tries when the list
-/// grows meanwhile.
+/// Gets the adapters from the IP helper and adds their gateways. True, with the list unchanged, when there
+/// are no adapters or no IP helper. False when the helper reports a size but then cannot return the adapters,
+/// even after three tries while their number grows.
 bool FillGateways(IpHelper& ipHelper, std::vector<LocalAddressRecord>& list);
 
 }  // namespace tarvik

@@ -19,7 +19,7 @@ static_assert(sizeof(IpOptionInformation) == 2 * sizeof(void*));
 /// ICMP_ECHO_REPLY. Addresses are in network byte order.
 struct IcmpEchoReply {
   uint32_t Address = 0;        ///< who replied
-  uint32_t Status = 0;         ///< 0 = the echo came back, otherwise a status beyond 11000
+  uint32_t Status = 0;         ///< 0 = the echo was returned, otherwise an IP_STATUS code from 11001
   uint32_t RoundTripTime = 0;  ///< milliseconds
   uint16_t DataSize = 0;
   uint16_t Reserved = 0;
@@ -38,23 +38,23 @@ class IcmpLibrary {
 
   virtual ~IcmpLibrary() = default;
 
-  /// What IcmpCreateFile answers for a handle of the library's own, whose failure is -1
-  /// (INVALID_HANDLE_VALUE) and not 0.
-  static constexpr Handle CreatedHandle(Handle librarys) { return librarys == -1 ? 0 : librarys; }
+  /// Converts the library's result to that of IcmpCreateFile below: the library's failure value is -1
+  /// (INVALID_HANDLE_VALUE), not 0.
+  static constexpr Handle CreatedHandle(Handle result) { return result == -1 ? 0 : result; }
 
-  /// 0 on failure; GetLastError has the reason. See CreatedHandle.
+  /// 0 on failure; GetLastError has the reason.
   virtual Handle IcmpCreateFile() = 0;
 
-  /// Sends one echo and waits for the replies, `timeout` milliseconds at most. The number of reply records
-  /// in `reply`; 0 = none, GetLastError tells why.
+  /// Sends one echo request and waits up to `timeout` milliseconds for replies. Returns the number of reply
+  /// records in `reply`; 0 = none, GetLastError has the reason.
   virtual uint32_t IcmpSendEcho(Handle handle, uint32_t address, const void* requestData,
                                 uint16_t requestSize, const IpOptionInformation* requestOptions, void* reply,
                                 uint32_t replySize, uint32_t timeout) = 0;
 
-  /// Not 0 on success.
+  /// 0 on failure.
   virtual int32_t IcmpCloseHandle(Handle handle) = 0;
 
-  /// Why the latest of these calls failed.
+  /// Windows error code of the latest of these calls that failed.
   virtual uint32_t GetLastError() = 0;
 };
 

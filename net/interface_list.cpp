@@ -13,7 +13,7 @@ constexpr size_t kEntryBytes = 76;
 constexpr size_t kAddressOffset = 4 + 4;
 constexpr size_t kNetmaskOffset = 4 + 2 * 24 + 4;
 constexpr size_t kMaxInterfaces = 10;
-/// Room for the whole list of any PC.
+/// Enough for any PC.
 constexpr size_t kRetryBufferEntries = 1024;
 
 std::wstring AddressAt(std::span<const std::byte> entry, size_t offset) {
@@ -45,7 +45,7 @@ class OpenSocket {
   Winsock::Socket socket_;
 };
 
-/// The library's list into a buffer for so many entries; nothing when it fails.
+/// The library's list, read into a buffer for `entries` records; nothing on failure.
 std::optional<std::vector<std::byte>> AskForList(Winsock& winsock, Winsock::Socket socket, size_t entries) {
   std::vector<std::byte> buffer(entries * kEntryBytes);
   uint32_t returned = 0;
@@ -72,7 +72,7 @@ bool GetInterfaceList(Winsock& winsock, std::vector<LocalAddressRecord>& list) {
   OpenSocket socket(winsock);
   if (!socket.IsOpen()) return false;
   std::optional<std::vector<std::byte>> bytes = AskForList(winsock, socket.Get(), kMaxInterfaces);
-  // Some versions of the library give the first entries where there are more, others refuse.
+  // When the buffer is too small, some versions of the library return the entries that fit and others fail.
   if (!bytes && winsock.WSAGetLastError() == Winsock::kBufferTooSmall)
     bytes = AskForList(winsock, socket.Get(), kRetryBufferEntries);
   if (!bytes || !socket.Close()) return false;

@@ -9,12 +9,12 @@
 
 namespace tarvik {
 
-/// The addresses and masks in the socket library's 76-byte interface entries, in their order, without the
-/// loopback address. An entry that is not whole is left out.
+/// The addresses and masks in an array of INTERFACE_INFO records (76 bytes each), in their order, without the
+/// loopback address. An incomplete last record is skipped.
 std::vector<LocalAddressRecord> ParseInterfaceList(std::span<const std::byte> entries);
 
-/// Asks the socket library for the PC's addresses; ten interfaces at most. On failure false, and the list
-/// is one empty record so that a caller can still index it.
+/// Gets the PC's addresses from the socket library, at most ten interfaces. On failure returns false and
+/// leaves one empty record in the list, so that a caller can still index it.
 bool GetInterfaceList(Winsock& winsock, std::vector<LocalAddressRecord>& list);
 
 }  // namespace tarvik

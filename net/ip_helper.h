@@ -6,7 +6,7 @@
 
 namespace tarvik {
 
-/// IP_ADDR_STRING: one link of a list of addresses.
+/// IP_ADDR_STRING: one link of an address list.
 struct IpAddrString {
   const IpAddrString* Next = nullptr;
   char IpAddress[16] = {};
@@ -16,7 +16,7 @@ struct IpAddrString {
 static_assert(sizeof(IpAddrString) == (sizeof(void*) == 4 ? 40 : 48));
 static_assert(offsetof(IpAddrString, IpAddress) == sizeof(void*));
 
-/// IP_ADAPTER_INFO, up to the last member that is read; the library's own records are longer.
+/// IP_ADAPTER_INFO up to the last member that is read; the library's records are longer.
 struct IpAdapterInfo {
   const IpAdapterInfo* Next = nullptr;
   uint32_t ComboIndex = 0;
@@ -45,9 +45,9 @@ class IpHelper {
 
   virtual ~IpHelper() = default;
 
-  /// Fills the buffer of `*size` bytes with a chain of adapter records whose links point into it. A buffer
-  /// that is too small gives kBufferOverflow and the needed size. Otherwise an error code; a PC without
-  /// adapters or without this library has one too.
+  /// Fills the buffer of `*size` bytes with a chain of adapter records whose links point into it. Returns
+  /// kBufferOverflow and the needed size when the buffer is too small, and another error code on failure,
+  /// also when the PC has no adapters or lacks this library.
   virtual uint32_t GetAdaptersInfo(void* buffer, uint32_t* size) = 0;
 };
 

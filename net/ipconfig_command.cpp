@@ -11,13 +11,13 @@ namespace {
 constexpr uint32_t kIpconfigPollIntervalMs = 500;
 constexpr int kMaxIpconfigPolls = 11;
 
-/// A file that is there only for the while.
-class ScratchFile {
+/// A temporary file, deleted on destruction.
+class TemporaryFile {
  public:
-  ScratchFile(Files& files, std::wstring path) : files_(files), path_(std::move(path)) {}
-  ScratchFile(const ScratchFile&) = delete;
-  ScratchFile& operator=(const ScratchFile&) = delete;
-  ~ScratchFile() {
+  TemporaryFile(Files& files, std::wstring path) : files_(files), path_(std::move(path)) {}
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() {
     if (files_.Exists(path_)) files_.Delete(path_);
   }
 
@@ -48,14 +48,15 @@ class QueriedProcess {
   Processes::Handle handle_;
 };
 
-/// False when the stop request is raised.
-bool Wait(report::Pump& pump) {
+/// False when a stop is requested.
+bool WaitForNextPoll(report::Pump& pump) {
   pump.LetEventsRun();
   pump.SleepUntil(kIpconfigPollIntervalMs, [&pump] { return pump.StopRequested(); });
   return !pump.StopRequested();
 }
 
-/// The command interpreter reads a batch file in the OEM code page and takes a single "%" for a variable's.
+/// The path as text in a batch file, which the command interpreter reads in the OEM code page and in which a
+/// single "%" would begin a variable.
 std::string InBatchFile(CodePage& codePage, const std::wstring& path) {
   std::wstring doubled;
   for (const wchar_t character : path) doubled.append(character == L'%' ? 2 : 1, character);
@@ -67,7 +68,7 @@ bool WriteBatchFile(report::Pump& pump, const NetLibraries& libraries, const std
   const std::string lines = "cd\\\r\nipconfig > \"" + InBatchFile(libraries.codePage, outputPath) + "\"\r\n";
   if (!libraries.files.Write(path, lines)) return false;
   while (!libraries.files.Exists(path))
-    if (!Wait(pump)) return false;
+    if (!WaitForNextPoll(pump)) return false;
   return true;
 }
 
@@ -78,7 +79,7 @@ bool RunBatchFile(const report::CheckContext& context, const NetLibraries& libra
   {
     QueriedProcess process(libraries.processes, processId);
     for (int i = 0; i < kMaxIpconfigPolls; ++i) {
-      if (!Wait(context.pump)) return false;
+      if (!WaitForNextPoll(context.pump)) return false;
       if (process.HasFinished()) return true;
     }
   }
@@ -93,8 +94,8 @@ bool GetIPConfig(const report::CheckContext& context, const NetLibraries& librar
   list.clear();
   const std::wstring folder =
       libraries.programFolder.ends_with(L'\\') ? libraries.programFolder : libraries.programFolder + L"\\";
-  const ScratchFile output(libraries.files, folder + L"ipconfig.txt");
-  const ScratchFile batch(libraries.files, folder + L"ipconfig.bat");
+  const TemporaryFile output(libraries.files, folder + L"ipconfig.txt");
+  const TemporaryFile batch(libraries.files, folder + L"ipconfig.bat");
   if (!WriteBatchFile(context.pump, libraries, batch.Path(), output.Path()) ||
       !RunBatchFile(context, libraries, batch.Path()))
     return false;

@@ -8,9 +8,9 @@
 
 namespace tarvik {
 
-/// Runs the system's ipconfig through a batch file and reads what it prints; the way of Windows NT 4.0.
-/// False, with an empty list, when the batch file cannot be written or started, when it does not finish
-/// within 5.5 seconds (message box), or when the stop request is raised meanwhile.
+/// Gets the PC's addresses from the output of the system's ipconfig, run through a batch file. Used on
+/// Windows NT 4.0. False, with an empty list, when the batch file cannot be written or started, does not
+/// finish within 5.5 seconds (message box), or a stop is requested meanwhile.
 bool GetIPConfig(const report::CheckContext& context, const NetLibraries& libraries,
                  std::vector<LocalAddressRecord>& list);
 

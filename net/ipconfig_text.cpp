@@ -7,12 +7,12 @@
 namespace tarvik {
 namespace {
 
-/// The records as the lines build them up.
+/// Builds the records line by line.
 class Records {
  public:
   void StartRecord(const std::wstring& address) {
     const bool counts = !address.empty() && address != kLoopback;
-    // A record counts from its mask on: one that is still without makes room for the next.
+    // A record without a mask is incomplete: the next one replaces it.
     if (maskExpected_ && counts) list_.pop_back();
     maskExpected_ = counts;
     if (!maskExpected_) return;
@@ -29,7 +29,7 @@ class Records {
   void EndBlock(const std::wstring& gateway) {
     if (!gateway.empty())
       for (size_t i = blockStart_; i < list_.size(); ++i) list_[i].Gateways.push_back(gateway);
-    // Also an adapter without a gateway has its line; its addresses are none of the next adapter's.
+    // An adapter without a gateway has an empty gateway line, so the line always ends the adapter.
     blockStart_ = list_.size();
   }
 
@@ -37,7 +37,7 @@ class Records {
 
  private:
   std::vector<LocalAddressRecord> list_;
-  bool maskExpected_ = false;  ///< the last record is still without its mask
+  bool maskExpected_ = false;  ///< the last record has no mask yet
   size_t blockStart_ = 0;      ///< first record after the latest gateway line
 };
 
@@ -54,7 +54,7 @@ bool GetValueAfterColon(std::wstring_view line, std::wstring_view key, std::wstr
 std::vector<LocalAddressRecord> ParseIpconfigText(std::string_view text) {
   Records records;
   while (!text.empty()) {
-    // Redirected, ipconfig ends its lines with two carriage returns and a line feed: any of them is an end.
+    // Redirected, ipconfig ends its lines with CR CR LF, so each of these characters ends a line.
     const size_t end = std::min(text.find_first_of("\r\n"), text.size());
     const std::wstring line = WidenAscii(text.substr(0, end));
     text.remove_prefix(std::min(end + 1, text.size()));

@@ -12,7 +12,7 @@
 
 namespace tarvik {
 
-/// What the reachability check asks of Windows.
+/// The platform libraries that the reachability check uses.
 struct NetLibraries {
   Winsock& winsock;
   IcmpLibrary& icmp;

@@ -66,7 +66,7 @@ std::wstring Echo(const NetLibraries& libraries, uint32_t target, int64_t number
          L" time=" + Decimal(reply.RoundTripTime) + L"ms TTL=" + Decimal(reply.Options.Ttl);
 }
 
-/// False when the stop request is raised.
+/// False when a stop is requested.
 bool PauseBetweenEchoes(report::Pump& pump) {
   for (int i = 0; i < kPausesPerEcho; ++i) {
     pump.LetEventsRun();

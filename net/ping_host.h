@@ -8,11 +8,12 @@
 
 namespace tarvik {
 
-/// What the status of an echo reply means; empty for 0.
+/// The meaning of an echo reply's status; empty for 0.
 std::wstring EvaluatePingResponse(const uint32_t& status);
 
-/// Sends `count` echoes to the host (dotted address or name), about one a second, and writes one line
-/// each. True when at least one brought a reply record, whatever its status. The stop request ends it.
+/// Sends `count` echo requests to the host (dotted address or name), about one per second, and adds one line
+/// for each. A host that cannot be resolved replaces the list with one line. True when at least one request
+/// returned a reply record, whatever its status. Ends early when a stop is requested.
 bool PingHost(const report::CheckContext& context, const NetLibraries& libraries, const std::wstring& host,
               int32_t count);
 

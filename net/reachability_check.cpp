@@ -42,7 +42,7 @@ void Check::AddMessage(Message message) {
 }
 
 uint32_t Check::ToAddress(const std::wstring& dotted) {
-  // inet_addr takes an empty text for no address at all, which as a mask would fit everything.
+  // inet_addr returns INADDR_NONE for an empty text, which would pass for a subnet mask.
   return dotted.empty() ? 0 : libraries_.winsock.inet_addr(NarrowAscii(dotted).c_str());
 }
 
@@ -85,7 +85,7 @@ GatewaySearch Check::SearchGateway() {
   for (const LocalAddressRecord& local : locals_) {
     for (const std::wstring& gateway : local.Gateways) {
       const uint32_t address = ToAddress(gateway);
-      // Windows says "no gateway" also by an entry that is empty or 0.0.0.0.
+      // Windows also reports "no gateway" as an entry that is empty or 0.0.0.0.
       if (address == 0) continue;
       if (result == GatewaySearch::NoneConfigured) result = GatewaySearch::NoneUsable;
       if (!SameSubnet(local, address)) continue;
@@ -127,13 +127,13 @@ bool Check::Run(const std::wstring& target, const std::function<void()>& addToHi
   addToHistory();
 
   if (!ReadConfiguration()) return false;
-  const uint32_t target32 = ToAddress(address);
+  const uint32_t targetAddress = ToAddress(address);
   bool maskSeen = false;
   bool sameNetwork = false;
   for (const LocalAddressRecord& local : locals_) {
     if (ToAddress(local.SubnetMask) == 0) continue;
     maskSeen = true;
-    if (SameSubnet(local, target32)) sameNetwork = true;
+    if (SameSubnet(local, targetAddress)) sameNetwork = true;
   }
   if (!maskSeen) {
     AddMessage(Message::NoSubnetMask);

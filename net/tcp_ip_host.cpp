@@ -11,7 +11,7 @@ constexpr int kMinMajorVersion = 1;
 constexpr int kMinMinorVersion = 1;
 constexpr int kMinSockets = 1;
 
-// More addresses than a name server's answer has room for: the end of a list that forgets its own.
+/// Guards against an unterminated h_addr_list; no DNS reply holds this many.
 constexpr int kMaxAddresses = 4096;
 
 }  // namespace

@@ -10,8 +10,8 @@
 
 namespace tarvik {
 
-/// One session with the socket library, from construction to destruction, and the look-ups made in it.
-/// Every failure is shown in a message box; none keeps the object from being used.
+/// A session with the socket library, from construction to destruction, and look-ups in it. A message box
+/// reports every failure; the object stays usable.
 class TcpIpHost {
  public:
   TcpIpHost(Winsock& winsock, CodePage& codePage, report::MessageBoxes& boxes);
@@ -22,10 +22,11 @@ class TcpIpHost {
   /// The name of this PC; empty on failure. Dormant: no caller needs it today.
   std::wstring HostName();
 
-  /// The last address of the host of that name, as dotted text; empty when it cannot be resolved.
+  /// The last address of the host with that name, as dotted text; empty when it cannot be resolved.
   std::wstring IpAddr(const std::wstring& sHostName);
 
-  /// True for four decimal parts of one to three digits, 0 to 255 each, joined by ".". Nothing is looked up.
+  /// True for four decimal numbers from 0 to 255, of one to three digits each, joined by ".". Looks nothing
+  /// up.
   static bool IsIpAddr(std::wstring_view sNameOrAddr);
 
  private:

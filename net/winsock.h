@@ -6,10 +6,10 @@
 
 namespace tarvik {
 
-/// The library's answer to WSAStartup. The library's own record has another order of members in 64 bits, so
-/// the values are copied one by one and this record's layout is our own.
+/// WSADATA. The order of its members differs between 32 and 64 bits, so the values are copied one by one and
+/// this layout is our own.
 struct WsaData {
-  uint16_t wVersion = 0;      ///< version granted: low byte = major, high byte = minor
+  uint16_t wVersion = 0;      ///< granted version: low byte = major, high byte = minor
   uint16_t wHighVersion = 0;  ///< highest version the library supports
   char szDescription[257] = {};
   char szSystemStatus[129] = {};
@@ -18,21 +18,21 @@ struct WsaData {
   std::intptr_t lpVendorInfo = 0;
 };
 
-/// A host entry as gethostbyname returns it. Belongs to the library; valid until the next look-up.
+/// hostent, the result of gethostbyname. Belongs to the library and is valid until the next look-up.
 struct HostEntry {
   char* h_name = nullptr;
   char** h_aliases = nullptr;
   int16_t h_addrtype = 0;
   int16_t h_length = 0;          ///< length of each address in bytes
-  char** h_addr_list = nullptr;  ///< addresses in network byte order, ended by a null pointer
+  char** h_addr_list = nullptr;  ///< addresses in network byte order; the last pointer is null
 };
 static_assert(sizeof(HostEntry) == 4 * sizeof(void*));
 static_assert(offsetof(HostEntry, h_addrtype) == 2 * sizeof(void*));
 static_assert(offsetof(HostEntry, h_length) == 2 * sizeof(void*) + 2);
 static_assert(offsetof(HostEntry, h_addr_list) == 3 * sizeof(void*));
 
-/// Windows Sockets. Single-byte texts are in the system's code page; 32-bit addresses are in network byte
-/// order (the first octet is the lowest byte in memory).
+/// Windows Sockets. Texts are ANSI; 32-bit addresses are in network byte order (the first octet is the lowest
+/// byte in memory).
 class Winsock {
  public:
   using Socket = std::uintptr_t;
@@ -58,15 +58,15 @@ class Winsock {
   virtual int gethostname(char* name, int nameLength) = 0;
   /// Null when the name cannot be resolved.
   virtual const HostEntry* gethostbyname(const char* name) = 0;
-  /// All-ones when the text is no address; an empty text is none either.
+  /// INADDR_NONE (all ones) when the text is not an address, also when it is empty.
   virtual uint32_t inet_addr(const char* text) = 0;
-  /// A text of the library's own, valid until the next call; may be null.
+  /// A text that belongs to the library and is valid until the next call; may be null.
   virtual const char* inet_ntoa(uint32_t address) = 0;
 
   /// kInvalidSocket when no socket can be opened.
   virtual Socket WSASocketA(int addressFamily, int type, int protocol, void* protocolInfo, uint32_t group,
                             uint32_t flags) = 0;
-  /// 0 on success, otherwise kSocketError. `bytesReturned` counts what was written to `out`.
+  /// 0 on success, otherwise kSocketError. `bytesReturned`: number of bytes written to `out`.
   virtual int WSAIoctl(Socket socket, uint32_t controlCode, void* in, uint32_t inSize, void* out,
                        uint32_t outSize, uint32_t* bytesReturned, void* overlapped,
                        void* completionRoutine) = 0;

@@ -5,8 +5,8 @@
 
 namespace tarvik {
 
-/// What a socket error code means, in Japanese (there are no English wordings). Empty for 0; "(code)" for
-/// a code that has no wording.
+/// The meaning of a socket error code, in Japanese only: there are no English texts. Empty for 0; "(code)"
+/// for an unknown code.
 std::wstring WinsockErrorText(int32_t code);
 
 }  // namespace tarvik
