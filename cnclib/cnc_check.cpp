@@ -9,12 +9,12 @@
 namespace tarvik {
 namespace {
 
-/// "Extended drivers and libraries", without which the controller serves no library.
+/// Option bit of "Extended drivers and libraries", without which the controller serves no library.
 constexpr uint32_t kExtendedLibraries = 1;
 constexpr int kNamedOptions = 7;
 constexpr wchar_t kNoAccessCode[] = L"0";
 
-/// A code counts as a number as far as it consists of digits.
+/// Only the leading digits of a code count, so a code without digits is zero too.
 bool CountsAsZero(const std::wstring& accessCode) {
   std::wstring_view digits = TrimBlanks(accessCode);
   digits = digits.substr(0, digits.find_first_not_of(L"0123456789"));
@@ -33,7 +33,7 @@ bool Connect(const report::CheckContext& context, CncConnection& connection, con
   return result == 0;
 }
 
-/// The line of a call that failed. The language files' texts stand without the code.
+/// Adds the line of a failed call. Texts of the language files are shown without the code.
 void ReportFailure(const report::CheckContext& context, Message message, int16_t code) {
   const std::wstring text = context.texts.GetOrEmpty(message);
   context.results.AddToList(context.texts.Mode() == kLanguageFile ? text : text + Decimal(code));
@@ -43,7 +43,7 @@ void ReportFailure(const report::CheckContext& context, Message message, int16_t
 bool CheckOption(const report::CheckContext& context, CncLibrary& library, CncLibrary::Handle handle,
                  uint32_t& nxlibOptions) {
   int32_t reserved = 0;
-  nxlibOptions = 0;  // an answer that the library forgets must not be that of another controller
+  nxlibOptions = 0;  // the previous controller's options, in case the library does not set them
   if (const int16_t result = library.nx_getoptions1(handle, reserved, nxlibOptions); result != 0) {
     ReportFailure(context, Message::OptionCheckError, result);
     return false;
@@ -99,7 +99,7 @@ bool RunLibraryTest(const report::CheckContext& context, CncLibrary& library, Co
   context.results.AddToList(L"");
   context.results.AddToList(L"Get System Information test....");
   context.pump.LetEventsRun();
-  // What follows blocks; who has asked to stop should not have to sit a time-out through.
+  // Connecting can block for the whole time-out, so this is the last chance to stop without a wait.
   if (context.pump.StopRequested()) return false;
   CncConnection connection(library, codePage, target);
   return Connect(context, connection, accessCode.value_or(kNoAccessCode)) &&

@@ -7,29 +7,30 @@
 
 namespace tarvik {
 
-/// A number as the user typed it, and the box's name for the words about it.
+/// A number as the user typed it, and the name of its box for error messages.
 struct TypedNumber {
   std::wstring text;
   std::wstring boxName;
 };
 
-/// The controller and its library service, as the main window's boxes hold them.
+/// The controller and its library service, as typed in the main window.
 struct CncTarget {
   std::wstring address;  ///< host name or dotted address
   TypedNumber port;      ///< 16 bits, signed
   TypedNumber timeOut;   ///< seconds, 16 bits, signed
 };
 
-/// A connection to a controller. Frees its handle when destroyed, even one that came with a failure.
+/// A connection to a controller. Frees its handle on destruction, even one that a failed call returned.
 class CncConnection {
  public:
-  /// Nothing is opened yet. Throws NumberError when port or time-out is not a number of 16 bits.
+  /// Opens nothing yet. Throws NumberError when the port or the time-out is not a 16-bit number.
   CncConnection(CncLibrary& library, CodePage& codePage, const CncTarget& target);
   ~CncConnection() { Release(); }
   CncConnection(const CncConnection&) = delete;
   CncConnection& operator=(const CncConnection&) = delete;
 
-  /// nx_allochandle3. Frees the handle of an earlier attempt first, as OpenWithCode does. 0 on success.
+  /// nx_allochandle3. First frees the handle of an earlier attempt, as OpenWithCode does. Returns 0 on
+  /// success.
   int16_t Open();
   /// nx_allochandle_code. `accessCode`: up to 8 digits.
   int16_t OpenWithCode(const std::wstring& accessCode);
