@@ -9,7 +9,7 @@ namespace {
 std::wstring LibraryText(const LibraryError& error, const Texts& texts) {
   if (error.Which() == LibraryError::Kind::CannotBeLoaded)
     return error.Library() + texts.GetOrBuiltIn(Message::LibraryCannotBeLoaded) + L"\r\n" + error.Detail();
-  // The language decides where in the sentence the call's name goes.
+  // The name of the function has another place in each language's sentence.
   std::wstring text = texts.GetOrBuiltIn(Message::LibraryDoesNotExport);
   if (const size_t place = text.find(L"%1"); place != std::wstring::npos)
     text.replace(place, 2, error.Detail());
@@ -22,7 +22,7 @@ std::wstring ErrorText(const RuntimeError& error, const Texts& texts) {
   if (const auto* const library = dynamic_cast<const LibraryError*>(&error))
     return LibraryText(*library, texts);
   if (const auto* const number = dynamic_cast<const NumberError*>(&error))
-    return NumberRequiredText(number->Typed(), number->BoxName(), number->Least(), number->Most(), texts);
+    return NumberRequiredText(number->Typed(), number->BoxName(), number->Min(), number->Max(), texts);
   return error.Text();
 }
 

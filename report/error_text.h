@@ -7,8 +7,8 @@
 
 namespace tarvik::report {
 
-/// What the error dialog says: in the user's language where the error is a LibraryError or a NumberError,
-/// otherwise the error's own text.
+/// The text of the error dialog: in the user's language for a LibraryError or a NumberError, otherwise the
+/// error's own text.
 std::wstring ErrorText(const RuntimeError& error, const Texts& texts);
 
 }  // namespace tarvik::report

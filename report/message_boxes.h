@@ -10,8 +10,8 @@ inline constexpr const wchar_t* kProgramTitle = L"Tarvik";
 enum class BoxIcon { None, Exclamation, Critical };
 
 /// The message boxes of one window. While one is open, no window of the program takes input or closes.
-/// Afterwards each is enabled or disabled as before, and the box's own window is active again. With an
-/// empty title a box has the default one, the program's.
+/// Afterwards each is enabled or disabled as before, and the box's own window is active again. An empty
+/// title selects the program's name.
 class MessageBoxes {
  public:
   virtual ~MessageBoxes() = default;

@@ -20,8 +20,8 @@ class ResultView {
   virtual std::vector<std::wstring> Shown() const = 0;
 };
 
-/// The lines into which every check reports, in the order in which they were added. It works with and without
-/// a view. Another program, such as a test driver, may change the lines of a view: what is shown counts.
+/// The lines that the checks report, in the order in which they were added. Works with and without a view.
+/// Another program, such as a test driver, may change the lines of a view: what is shown counts.
 class ResultList {
  public:
   ResultList() = default;

@@ -8,14 +8,14 @@
 namespace tarvik::report {
 namespace {
 
-/// A longer text is not shown whole: a box can hold a book, a screen cannot.
-constexpr size_t kMaxShown = 60;
+/// Longer texts are truncated: a text box can hold more than a message box can show.
+constexpr size_t kMaxShownCharacters = 60;
 
 std::wstring Shown(const std::wstring& typed) {
-  return typed.size() > kMaxShown ? typed.substr(0, kMaxShown) + L"..." : typed;
+  return typed.size() > kMaxShownCharacters ? typed.substr(0, kMaxShownCharacters) + L"..." : typed;
 }
 
-/// Of any size.
+/// A whole number of any size, so that a large one is reported as out of range only.
 bool IsWholeNumber(std::wstring_view text) {
   text = TrimBlanks(text);
   if (text.starts_with(L'-') || text.starts_with(L'+')) text.remove_prefix(1);
@@ -24,18 +24,18 @@ bool IsWholeNumber(std::wstring_view text) {
 
 }  // namespace
 
-NumberError::NumberError(std::wstring typed, std::wstring boxName, int32_t least, int32_t most)
-    : RuntimeError(L"\"" + report::BoxName(boxName) + L"\": enter a whole number from " + Decimal(least) +
-                   L" to " + Decimal(most) + L", not \"" + Shown(typed) + L"\""),
+NumberError::NumberError(std::wstring typed, std::wstring boxName, int32_t minimum, int32_t maximum)
+    : RuntimeError(L"\"" + report::BoxName(boxName) + L"\": enter a whole number from " + Decimal(minimum) +
+                   L" to " + Decimal(maximum) + L", not \"" + Shown(typed) + L"\""),
       typed_(std::move(typed)),
       boxName_(std::move(boxName)),
-      least_(least),
-      most_(most) {}
+      minimum_(minimum),
+      maximum_(maximum) {}
 
 std::wstring BoxName(const std::wstring& labelCaption) {
   std::wstring name = labelCaption;
   if (name.ends_with(L':')) name.pop_back();
-  // Where the language's own letters cannot be mnemonics, one stands in brackets behind the text.
+  // Japanese captions have their mnemonic in brackets at the end.
   const size_t brackets = name.rfind(L"(&");
   if (brackets != std::wstring::npos && brackets + 4 == name.size()) name.resize(brackets);
   for (size_t at = name.find(L'&'); at != std::wstring::npos; at = name.find(L'&', at + 1)) name.erase(at, 1);
@@ -54,22 +54,22 @@ int16_t ToInt16(const std::wstring& text, const std::wstring& boxName) {
   throw NumberError(text, boxName, 0, Range::max());
 }
 
-std::optional<int32_t> NumberInBox(const std::wstring& typed, const std::wstring& boxName, int32_t least,
-                                   int32_t most, const Texts& texts, MessageBoxes& boxes) {
+std::optional<int32_t> NumberInBox(const std::wstring& typed, const std::wstring& boxName, int32_t minimum,
+                                   int32_t maximum, const Texts& texts, MessageBoxes& boxes) {
   const std::optional<int32_t> number = ParseInt32(typed);
-  if (number && *number >= least && *number <= most) return number;
-  boxes.Show(NumberRequiredText(typed, boxName, least, most, texts));
+  if (number && *number >= minimum && *number <= maximum) return number;
+  boxes.Show(NumberRequiredText(typed, boxName, minimum, maximum, texts));
   return std::nullopt;
 }
 
-std::wstring NumberRequiredText(const std::wstring& typed, const std::wstring& boxName, int32_t least,
-                                int32_t most, const Texts& texts) {
+std::wstring NumberRequiredText(const std::wstring& typed, const std::wstring& boxName, int32_t minimum,
+                                int32_t maximum, const Texts& texts) {
   const std::wstring box = BoxName(boxName);
   std::wstring message;
   if (!IsWholeNumber(typed))
     message = L"\"" + box + L"\"" + texts.GetOrBuiltIn(Message::NotAWholeNumber) + L"\r\n";
-  return message + texts.GetOrEmpty(Message::NumberRequired) + L"\r\n" + box + L": " + Decimal(least) +
-         texts.GetOrBuiltIn(Message::NumberRangeTo) + Decimal(most) + L"\r\n" +
+  return message + texts.GetOrEmpty(Message::NumberRequired) + L"\r\n" + box + L": " + Decimal(minimum) +
+         texts.GetOrBuiltIn(Message::NumberRangeTo) + Decimal(maximum) + L"\r\n" +
          texts.GetOrEmpty(Message::NumberTyped) + L"\"" + Shown(typed) + L"\"";
 }
 
