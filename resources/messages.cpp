@@ -9,8 +9,8 @@ namespace {
 
 constexpr const wchar_t* kNone = nullptr;
 
-// In the order of the enumeration. The numbers are those of the language files and never change; a number
-// that is missing here was never used.
+// In the order of the enumeration. The numbers are those of the language files and never change; the missing
+// ones were never used.
 constexpr std::array<MessageRow, static_cast<size_t>(Message::Count)> kRows{{
     // Captions of the main window
     {Message::WindowCaption, 0, L"Tarvik - Obry Ethernet診断", L"Tarvik - Ethernet diagnosis for Obry"},

@@ -9,12 +9,13 @@ namespace tarvik {
 
 class Resource;
 
-/// Which texts the program speaks; 32 bits, signed.
+/// Selects the language of the program's texts.
 using LanguageMode = int32_t;
-/// Texts come from the language file by number.
+/// Texts are read from the language file, by number.
 inline constexpr LanguageMode kLanguageFile = -1;
-/// Texts are the built-in Japanese ones; every value but these two selects the built-in English ones.
+/// Built-in Japanese texts.
 inline constexpr LanguageMode kBuiltInJapanese = 0;
+/// Built-in English texts, as with every value other than these three.
 inline constexpr LanguageMode kBuiltInEnglish = 1;
 
 /// Every text of the program that exists in more than one language. The table in messages.cpp gives each
@@ -120,33 +121,32 @@ enum class Message {
 struct MessageRow {
   Message message;
   int32_t id;               ///< number in the language files
-  const wchar_t* japanese;  ///< built-in Japanese; null when the message has none and is left out
+  const wchar_t* japanese;  ///< built-in Japanese; null = the message is left out in Japanese
   const wchar_t* english;   ///< built-in English
 };
 
 /// The row of a message.
 const MessageRow& RowOf(Message message);
 
-/// The texts as the present language mode gives them. The owner of the mode and of the language resource
-/// object keeps both alive; either may change at any time.
+/// The texts in the current language mode. The mode and the language resource must outlive this object and
+/// may change at any time.
 class Texts {
  public:
   Texts(const LanguageMode& mode, Resource& resource) : mode_(mode), resource_(resource) {}
 
   LanguageMode Mode() const { return mode_; }
 
-  /// The text of the message; nothing when the language has none, which leaves the message out.
+  /// The text of the message; nothing when the language leaves the message out.
   std::optional<std::wstring> Get(Message message) const;
 
-  /// As Get, but empty when the language has none.
+  /// As Get, but empty when the language leaves the message out.
   std::wstring GetOrEmpty(Message message) const { return Get(message).value_or(std::wstring()); }
 
-  /// As Get, but the built-in English one when the language file has none: for a message that is younger than
-  /// some language files, and part of a sentence.
+  /// As Get, but the built-in English text when the language file has none. For parts of a sentence, in
+  /// messages that are newer than some language files.
   std::wstring GetOrBuiltIn(Message message) const;
 
-  /// The text of a message that comes from the language file in every mode; the built-in one when the file
-  /// has none.
+  /// The text in the language file, whatever the mode; the built-in one when the file has none.
   std::wstring FromFile(Message message) const;
 
  private:

@@ -47,15 +47,15 @@ bool Resource::Initialize(int32_t language, const std::wstring& commonDataFolder
   return false;
 }
 
-std::wstring Resource::LoadString(int32_t id) { return WithLineBreaks(Look(id).text); }
+std::wstring Resource::LoadString(int32_t id) { return WithLineBreaks(LookUp(id).text); }
 
 std::optional<std::wstring> Resource::FindString(int32_t id) {
-  const clsRc& found = Look(id);
+  const clsRc& found = LookUp(id);
   if (!found.inFile) return std::nullopt;
   return WithLineBreaks(found.text);
 }
 
-const Resource::clsRc& Resource::Look(int32_t id) {
+const Resource::clsRc& Resource::LookUp(int32_t id) {
   errorText_.clear();
   const std::wstring key = Decimal(id);
   auto found = cache_.find(key);

@@ -11,27 +11,27 @@
 
 namespace tarvik {
 
-/// The texts of one language file, by number.
+/// Reads the texts of one language file by number.
 class Resource {
  public:
   Resource(Files& files, System& system, CodePage& codePage)
       : files_(files), system_(system), codePage_(codePage) {}
 
-  /// Looks for the language file of the locale id, then for the English one (1033). True when one was
-  /// found. Without a file the object stays usable: LoadString gives numbers in brackets.
+  /// Selects the language file of the locale id or, if that is missing, the English one (1033). False when
+  /// both are missing; the object stays usable and LoadString returns numbers in brackets.
   bool Initialize(int32_t language, const std::wstring& commonDataFolder, const std::wstring& resName);
 
-  /// The text of the string; "(id)" when the file has none. The two characters "\n" of the file come back
-  /// as a real line break. Each number is looked up in the file once.
+  /// The string; "(id)" when the file has none. The two characters "\n" in the file become a line break. Each
+  /// id is read from the file once.
   std::wstring LoadString(int32_t id);
 
-  /// As LoadString, but nothing when the file has no such text.
+  /// As LoadString, but nothing when the file has no such string.
   std::optional<std::wstring> FindString(int32_t id);
 
-  /// Releases the cache and the file; the object can be initialised again.
+  /// Clears the cache and deselects the file; Initialize may be called again.
   void Terminate();
 
-  /// The language id in use: the one asked for, or 1033 after the fallback.
+  /// The locale id in use: the requested one, or 1033 after the fallback.
   int32_t pLanguage() const { return language_; }
 
   /// The last error of Initialize or LoadString; empty after a LoadString that found its text.
@@ -44,13 +44,13 @@ class Resource {
   std::wstring PathFor(int32_t language) const;
   std::wstring ReadString(int32_t id);
 
-  /// One string as the file has it, or its number in brackets.
+  /// A cached string as the file has it, or its number in brackets.
   struct clsRc {
     int32_t id;
     std::wstring text;
     bool inFile;
   };
-  const clsRc& Look(int32_t id);
+  const clsRc& LookUp(int32_t id);
 
   Files& files_;
   System& system_;

@@ -1,5 +1,5 @@
-// The program's version: the one place of the number. Read by the compiler, the resource compiler and CMake,
-// so plain macros and nothing else.
+// The program's version number, defined only here. The compiler, the resource compiler and CMake read this
+// file, so it contains only macros.
 
 #ifndef TARVIK_RESOURCES_VERSION_H
 #define TARVIK_RESOURCES_VERSION_H
