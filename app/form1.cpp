@@ -18,29 +18,29 @@ constexpr float kTwipsPerInch = 1440;
 
 }  // namespace
 
-Form1::Form1(Form1Ground ground)
-    : ground_(std::move(ground)),
-      controls_(ground_.form),
+Form1::Form1(Dependencies dependencies)
+    : deps_(std::move(dependencies)),
+      controls_(deps_.form),
       resultView_(controls_.lstResult),
       results_(resultView_),
-      resource_(ground_.files, ground_.system, ground_.codePage) {
-  const ui::Size design = LayOutForm1(ground_.form, controls_);
-  ground_.form.SetMinimumWindowSize(design);
-  ground_.form.SetWindowSize(design);
+      resource_(deps_.files, deps_.system, deps_.codePage) {
+  const ui::Size design = LayOutForm1(deps_.form, controls_);
+  deps_.form.SetMinimumWindowSize(design);
+  deps_.form.SetWindowSize(design);
   WireEvents();
 }
 
 void Form1::WireEvents() {
   const auto on = [this](void (Form1::*handler)()) { return [this, handler] { (this->*handler)(); }; };
-  ground_.form.errorText = [this](const RuntimeError& error) { return report::ErrorText(error, texts_); };
-  ground_.form.onActivate = on(&Form1::Form_Activate);
-  ground_.form.onResize = on(&Form1::Form_Resize);
-  ground_.form.onScalingChanged = on(&Form1::LayOutAgain);
-  ground_.form.onQueryClose = [this] { return Form_QueryUnload(); };
-  ground_.form.onQueryEndSession = [this] { return Form_QueryEndSession(); };
-  ground_.form.onEndSession = on(&Form1::Form_EndSession);
-  ground_.form.onUnload = on(&Form1::Form_Unload);
-  ground_.form.onEscape = on(&Form1::Form_Escape);
+  deps_.form.errorText = [this](const RuntimeError& error) { return report::ErrorText(error, texts_); };
+  deps_.form.onActivate = on(&Form1::Form_Activate);
+  deps_.form.onResize = on(&Form1::Form_Resize);
+  deps_.form.onScalingChanged = on(&Form1::LayOutAgain);
+  deps_.form.onQueryClose = [this] { return Form_QueryUnload(); };
+  deps_.form.onQueryEndSession = [this] { return Form_QueryEndSession(); };
+  deps_.form.onEndSession = on(&Form1::Form_EndSession);
+  deps_.form.onUnload = on(&Form1::Form_Unload);
+  deps_.form.onEscape = on(&Form1::Form_Escape);
   controls_.cmdPing.onClick = on(&Form1::cmdPing_Click);
   controls_.cmdAllTest.onClick = on(&Form1::cmdAllTest_Click);
   controls_.cmdFtpConnect.onClick = on(&Form1::cmdFtpConnect_Click);
@@ -63,10 +63,10 @@ void Form1::WireEvents() {
     cmbIPAddr_KeyDown(keyCode, shift);
   };
   controls_.cmbIPAddr.onKeyPress = [this](int16_t& key) {
-    KeyPress_HostRange(key, controls_.cmbIPAddr, ground_.codePage);
+    KeyPress_HostRange(key, controls_.cmbIPAddr, deps_.codePage);
   };
   controls_.txtAccessCode.onKeyPress = [this](int16_t& key) {
-    KeyPress_NumRange(key, controls_.txtAccessCode, kAccessCodeDigits, ground_.codePage);
+    KeyPress_NumRange(key, controls_.txtAccessCode, kAccessCodeDigits, deps_.codePage);
   };
   controls_.txtPingReqCount.onValidate = [this] { return txtPingReqCount_Validate(); };
   for (ui::TextBox* const box : {&controls_.txtTcpPortNo, &controls_.txtPingReqCount,
@@ -75,15 +75,15 @@ void Form1::WireEvents() {
 }
 
 void Form1::Form_Resize() {
-  if (ground_.form.Minimised()) return;
-  const ui::Size window = ground_.form.WindowSize();
+  if (deps_.form.Minimised()) return;
+  const ui::Size window = deps_.form.WindowSize();
   const ui::Size least{Pixels(initialWindowWidth_), Pixels(initialWindowHeight_)};
   if (window.width < least.width) {
-    ground_.form.SetWindowSize({least.width, window.height});
+    deps_.form.SetWindowSize({least.width, window.height});
     return;
   }
   if (window.height < least.height) {
-    ground_.form.SetWindowSize({window.width, least.height});
+    deps_.form.SetWindowSize({window.width, least.height});
     return;
   }
   ui::Rect list = controls_.lstResult.Bounds();
@@ -93,13 +93,13 @@ void Form1::Form_Resize() {
 }
 
 void Form1::LayOutAgain() {
-  const ui::Size window = ground_.form.WindowSize();
+  const ui::Size window = deps_.form.WindowSize();
   const ui::Size least{Pixels(initialWindowWidth_), Pixels(initialWindowHeight_)};
-  const ui::Size design = LayOutForm1(ground_.form, controls_);
+  const ui::Size design = LayOutForm1(deps_.form, controls_);
   RecordInitialSizes(design);
-  ground_.form.SetMinimumWindowSize(design);
+  deps_.form.SetMinimumWindowSize(design);
   // A dimension that stood at its least follows the design; one that the user has made larger stays.
-  ground_.form.SetWindowSize(
+  deps_.form.SetWindowSize(
       {window.width > least.width ? std::max(window.width, design.width) : design.width,
        window.height > least.height ? std::max(window.height, design.height) : design.height});
   Form_Resize();
@@ -114,11 +114,11 @@ void Form1::RecordInitialSizes(ui::Size window) {
 }
 
 float Form1::Twips(int pixels) const {
-  return static_cast<float>(pixels) * kTwipsPerInch / static_cast<float>(ground_.form.Dpi());
+  return static_cast<float>(pixels) * kTwipsPerInch / static_cast<float>(deps_.form.Dpi());
 }
 
 int Form1::Pixels(float twips) const {
-  return static_cast<int>(std::lround(twips * static_cast<float>(ground_.form.Dpi()) / kTwipsPerInch));
+  return static_cast<int>(std::lround(twips * static_cast<float>(deps_.form.Dpi()) / kTwipsPerInch));
 }
 
 void Form1::cmbIPAddr_KeyDown(int16_t keyCode, int16_t shift) {
@@ -129,20 +129,20 @@ void Form1::chkAccessCode_Click() { controls_.txtAccessCode.SetEnabled(controls_
 
 void Form1::lstResult_DblClick() {
   if (TestOptionMask(kPasteMode)) {
-    results_.ShowPasted(ground_.clipboard.GetText());
+    results_.ShowPasted(deps_.clipboard.GetText());
     return;
   }
-  ground_.clipboard.SetText(results_.AllLines());
+  deps_.clipboard.SetText(results_.AllLines());
 }
 
 bool Form1::txtPingReqCount_Validate() {
   if (IsPingCount(controls_.txtPingReqCount.Text())) return true;
-  ground_.boxes.Show(L"0 to 2147483647 is required");
+  deps_.form.Boxes().Show(L"0 to 2147483647 is required");
   return false;
 }
 
 void Form1::Form_Escape() {
-  if (ground_.flags.busy || k7ApiBusy_) ground_.flags.stopRequested = true;
+  if (deps_.flags.busy || k7ApiBusy_) deps_.flags.stopRequested = true;
 }
 
 }  // namespace tarvik

@@ -7,78 +7,27 @@
 #include <vector>
 
 #include "about/about_box.h"
-#include "about/file_util.h"
 #include "about/module_check.h"
 #include "app/command_line.h"
-#include "app/configuration_library.h"
+#include "app/dependencies.h"
 #include "app/form1_controls.h"
 #include "app/option_mask.h"
-#include "app/run_flags.h"
-#include "app/secret_decoder.h"
 #include "cnclib/cnc_check.h"
-#include "cnclib/cnc_library.h"
 #include "cnclib/pmc_window.h"
-#include "ftp/wininet.h"
-#include "k7/k7_api.h"
 #include "k7/service_control.h"
 #include "k7/services_file.h"
-#include "k7/svc_kit.h"
 #include "k7/svc_utl.h"
-#include "net/icmp.h"
-#include "net/reachability_check.h"
-#include "net/winsock.h"
-#include "platform/clipboard.h"
-#include "platform/code_page.h"
-#include "platform/files.h"
-#include "platform/kernel_calls.h"
-#include "platform/processes.h"
-#include "platform/settings_store.h"
-#include "platform/system.h"
-#include "platform/version_library.h"
 #include "report/check_context.h"
 #include "resources/messages.h"
 #include "resources/resource.h"
-#include "ui/form.h"
 #include "ui/result_list_view.h"
 
 namespace tarvik {
 
-/// What the main window stands on. Everything outlives the window.
-struct Form1Ground {
-  ui::Form& form;
-  report::MessageBoxes& boxes;  ///< the form's own
-  report::Pump& pump;
-  RunFlags& flags;  ///< the pump's stop request is `flags.stopRequested`
-  ConfigurationLibrary& configuration;
-  TxCodec& txCodec;
-  Winsock& winsock;
-  IcmpLibrary& icmp;
-  IpHelper& ipHelper;
-  Wininet& wininet;
-  System& system;
-  Files& files;
-  Processes& processes;
-  CodePage& codePage;
-  SettingsStore& settings;
-  Clipboard& clipboard;
-  KernelCalls& kernel;
-  VersionLibrary& version;
-  K7Api& k7Api;
-  SvcKit& svcKit;
-  CncLibrary& cncLibrary;
-  /// Makes the window of a further form; its class is the form's name.
-  std::function<std::unique_ptr<ui::Form>(const wchar_t* windowClass)> newForm;
-  std::wstring programFolder;      ///< without a backslash at its end
-  std::wstring windowsFolder;      ///< value of the environment variable WinDir
-  std::wstring commandLine;        ///< the text behind the program's name
-  int32_t windowsLanguage = 1033;  ///< language of the user's Windows menus, as a locale id
-  bool familyEdition = true;       ///< value of the product-family switch
-};
-
 /// The main window: every control, flag and event handler of the program.
 class Form1 {
  public:
-  explicit Form1(Form1Ground ground);
+  explicit Form1(Dependencies dependencies);
   Form1(const Form1&) = delete;
   Form1& operator=(const Form1&) = delete;
 
@@ -196,7 +145,7 @@ class Form1 {
   float Twips(int pixels) const;
   int Pixels(float twips) const;
 
-  Form1Ground ground_;
+  Dependencies deps_;
   Form1Controls controls_;
   ui::ResultListView resultView_;
   report::ResultList results_;
@@ -208,7 +157,7 @@ class Form1 {
   std::wstring commonDataFolder_;
   Resource resource_;
   Texts texts_{languageMode_, resource_};
-  report::CheckContext context_{results_, ground_.boxes, texts_, ground_.pump};
+  report::CheckContext context_{results_, deps_.form.Boxes(), texts_, deps_.pump};
   CommandLineValues commandLine_;
   IcmpLibrary::Handle icmpHandle_ = 0;
   MissingModules missing_;

@@ -6,7 +6,7 @@
 namespace tarvik {
 
 void Form1::CheckModules() {
-  FileUtil files(ground_.kernel, ground_.version);
+  FileUtil files(deps_.kernel, deps_.version);
   ModuleCheckResult found = tarvik::CheckModules(files, !IsOptionMask_HideK7Test());
   missing_ = found.missing;
   foundModules_ = std::move(found.found);
@@ -25,8 +25,8 @@ frmAbout& Form1::About() {
   if (about_ == nullptr || about_->Closed()) {
     // The old window is destroyed first: two windows cannot register the same class.
     about_.reset();
-    about_ = std::make_unique<frmAbout>(ground_.newForm(L"frmAbout"), texts_, ground_.system,
-                                        ground_.processes, versionReport_);
+    about_ = std::make_unique<frmAbout>(deps_.newForm(L"frmAbout"), texts_, deps_.system, deps_.processes,
+                                        versionReport_);
     // Otherwise a topmost main window would cover it.
     if (TestOptionMask(kTopmost)) about_->MakeTopmost();
   }
@@ -34,7 +34,7 @@ frmAbout& Form1::About() {
 }
 
 void Form1::mnuHelpSub_Click() {
-  FileUtil files(ground_.kernel, ground_.version);
+  FileUtil files(deps_.kernel, deps_.version);
   versionReport_ = VersionReport(files, foundModules_);
   About().Show();
 }

@@ -8,11 +8,11 @@ namespace tarvik {
 
 void Form1::LoadCaptions() {
   try {
-    ground_.form.SetCaption(resource_.LoadString(RowOf(Message::WindowCaption).id));
+    deps_.form.SetCaption(resource_.LoadString(RowOf(Message::WindowCaption).id));
   } catch (const RuntimeError&) {
     // The window keeps its caption; its controls still get theirs.
   }
-  ui::LoadCaptions(ground_.form, resource_);
+  ui::LoadCaptions(deps_.form, resource_);
   controls_.lblK7ServerStatus.SetToolTip(texts_.FromFile(Message::K7StatusTip));
 }
 

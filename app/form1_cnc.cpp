@@ -14,10 +14,10 @@ bool Form1::RunLibraryTest() {
   std::optional<std::wstring> accessCode;
   if (controls_.chkAccessCode.Checked()) accessCode = controls_.txtAccessCode.Text();
   const auto showHourglass = [this](bool busy) {
-    ground_.form.SetPointer(busy ? ui::Pointer::Hourglass : ui::Pointer::Default);
+    deps_.form.SetPointer(busy ? ui::Pointer::Hourglass : ui::Pointer::Default);
   };
-  return tarvik::RunLibraryTest(context_, ground_.cncLibrary, ground_.codePage, showHourglass,
-                                ReadCncTarget(), accessCode, missing_.cncLibrary, nxlibOptions_);
+  return tarvik::RunLibraryTest(context_, deps_.cncLibrary, deps_.codePage, showHourglass, ReadCncTarget(),
+                                accessCode, missing_.cncLibrary, nxlibOptions_);
 }
 
 void Form1::cmdGetInfo_Click() {
@@ -29,8 +29,8 @@ void Form1::mnuPMC_Click() {
     // The old one goes first: two windows cannot register the same class.
     pmcTest_.reset();
     pmcTest_ =
-        std::make_unique<frmPmcTest>(ground_.newForm(L"frmPmcTest"), texts_, ground_.pump, ground_.cncLibrary,
-                                     ground_.codePage, ground_.system, [this] { return ReadCncTarget(); });
+        std::make_unique<frmPmcTest>(deps_.newForm(L"frmPmcTest"), texts_, deps_.pump, deps_.cncLibrary,
+                                     deps_.codePage, deps_.system, [this] { return ReadCncTarget(); });
     if (TestOptionMask(kTopmost)) pmcTest_->MakeTopmost();
   }
   pmcTest_->Show();

@@ -13,15 +13,15 @@ namespace tarvik {
 bool Form1::RunK7ApiTest() {
   if (missing_.k7Api) return true;
   bool passed = false;
-  ground_.form.Guarded([&] {
+  deps_.form.Guarded([&] {
     // The stop request of a run that contains this test is not this test's to clear.
     const ScopeGuard clearStopRequest([this] {
-      if (!ground_.flags.busy) ground_.flags.stopRequested = false;
+      if (!deps_.flags.busy) deps_.flags.stopRequested = false;
     });
     const std::wstring count = controls_.txtK7ApiTestCount.Text();
     const auto test = [&](const std::wstring& address) {
       return RunToLastEvent([&] {
-        return tarvik::RunK7ApiTest(context_, ground_.k7Api, ground_.codePage, address,
+        return tarvik::RunK7ApiTest(context_, deps_.k7Api, deps_.codePage, address,
                                     commandLine_.k7ServerHost, count,
                                     report::NumberRequiredText(count, controls_.lblTestCount.Caption(), 0,
                                                                std::numeric_limits<int32_t>::max(), texts_));
@@ -35,7 +35,7 @@ bool Form1::RunK7ApiTest() {
 }
 
 bool Form1::WhileStopIsOffered(const std::function<bool()>& test) {
-  const ScopeGuard hourglass = ui::ShowHourglass(ground_.form);
+  const ScopeGuard hourglass = ui::ShowHourglass(deps_.form);
   ui::Button& button = controls_.cmdK7Api;
   const bool causedValidation = button.causesValidation;
   button.SetCaption(RowOf(Message::StopButton).english);
@@ -54,7 +54,7 @@ bool Form1::WhileStopIsOffered(const std::function<bool()>& test) {
 
 void Form1::cmdK7Api_Click() {
   if (k7ApiBusy_) {
-    ground_.flags.stopRequested = true;
+    deps_.flags.stopRequested = true;
     return;
   }
   k7ApiBusy_ = true;

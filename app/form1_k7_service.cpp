@@ -16,10 +16,10 @@ ServiceEntry K7Entry() { return {L"NORVAX_K7_SERVER", 0, L"udp", false, false}; 
 
 void Form1::StartServiceControl() {
   if (productFamily_) return;
-  svcUtl_ = std::make_unique<SvcUtl>(ground_.svcKit, FileUtil(ground_.kernel, ground_.version), ground_.boxes,
-                                     ground_.pump, ground_.codePage);
+  svcUtl_ = std::make_unique<SvcUtl>(deps_.svcKit, FileUtil(deps_.kernel, deps_.version), deps_.form.Boxes(),
+                                     deps_.pump, deps_.codePage);
   if (svcUtl_->mInitialize(languageMode_))
-    ground_.form.Guarded([this] { lblK7ServerStatus_Click(); });
+    deps_.form.Guarded([this] { lblK7ServerStatus_Click(); });
   else
     missing_.serviceSetup = true;
 }
@@ -42,7 +42,7 @@ void Form1::ShowK7ServiceState(int32_t status) {
     controls_.lblK7ServerStatus.SetCaption(L"Running");
   else if (status == SvcUtl::pSvcCondStopped)
     controls_.lblK7ServerStatus.SetCaption(L"Stopped");
-  ground_.pump.LetEventsRun();
+  deps_.pump.LetEventsRun();
 }
 
 // Start and Stop exclude each other. Debug and the state are also of use while the program waits for a
@@ -62,8 +62,7 @@ void Form1::cmdStartStopK7Server_Click(int16_t index) {
 void Form1::cmdK7ServerDebug_Click() {
   if (queryingService_) return;
   CommandService(queryingService_, [this](const auto& context, SvcUtl& service, const auto&) {
-    LaunchK7ServerDebug(context, service, ground_.processes,
-                        [this] { controls_.cmdStopK7Server.SetFocus(); });
+    LaunchK7ServerDebug(context, service, deps_.processes, [this] { controls_.cmdStopK7Server.SetFocus(); });
   });
 }
 
@@ -72,8 +71,8 @@ void Form1::lblK7UdpPortNo_MouseDown(int16_t button, int16_t shift) {
 }
 
 void Form1::OpenServicesFileInEditor() {
-  StartProgram(ground_.processes, ground_.boxes,
-               L"notepad.exe " + ground_.windowsFolder + L"\\system32\\drivers\\etc\\services");
+  StartProgram(deps_.processes, deps_.form.Boxes(),
+               L"notepad.exe " + deps_.windowsFolder + L"\\system32\\drivers\\etc\\services");
 }
 
 void Form1::tabMode_PageFront(int page) {
@@ -83,8 +82,8 @@ void Form1::tabMode_PageFront(int page) {
 void Form1::CheckK7ServicesEntry() {
   if (!controls_.tabMode.PageOn(kK7SvcPage)) return;
   ServiceEntry entries[] = {K7Entry()};
-  FmtErrMsg errors(ground_.kernel, ground_.codePage, ground_.boxes);
-  CheckServicesFile(ground_.files, ground_.codePage, errors, ground_.boxes, ServicesFile(), entries);
+  FmtErrMsg errors(deps_.kernel, deps_.codePage, deps_.form.Boxes());
+  CheckServicesFile(deps_.files, deps_.codePage, errors, deps_.form.Boxes(), ServicesFile(), entries);
   ShowK7Port(entries[0]);
 }
 
@@ -92,10 +91,10 @@ void Form1::Form_Activate() {
   if (controls_.tabMode.FrontPage() != kK7SvcPage) return;
   // The user may come back from editing the file. One that cannot be read has no box here: closing the box
   // would activate the window again.
-  const std::optional<std::string> bytes = ground_.files.Read(ServicesFile());
+  const std::optional<std::string> bytes = deps_.files.Read(ServicesFile());
   if (!bytes) return;
   ServiceEntry entries[] = {K7Entry()};
-  ScanServices(*bytes, entries, ground_.codePage);
+  ScanServices(*bytes, entries, deps_.codePage);
   ShowK7Port(entries[0]);
 }
 
@@ -104,7 +103,7 @@ void Form1::ShowK7Port(const ServiceEntry& entry) {
 }
 
 std::wstring Form1::ServicesFile() const {
-  return ground_.windowsFolder + L"\\System32\\Drivers\\Etc\\Services";
+  return deps_.windowsFolder + L"\\System32\\Drivers\\Etc\\Services";
 }
 
 }  // namespace tarvik

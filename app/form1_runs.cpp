@@ -3,6 +3,7 @@
 #include "app/address_history.h"
 #include "app/form1.h"
 #include "ftp/ftp_check.h"
+#include "net/reachability_check.h"
 #include "platform/runtime_error.h"
 #include "platform/scope_guard.h"
 #include "report/typed_numbers.h"
@@ -11,13 +12,13 @@
 namespace tarvik {
 
 bool Form1::RunOutermost(const std::function<bool()>& routine) {
-  if (ground_.flags.busy) {
-    ground_.flags.stopRequested = true;
+  if (deps_.flags.busy) {
+    deps_.flags.stopRequested = true;
     return false;
   }
   // Inside a K7 API test that a click began, the stop request is that test's too.
   const auto setFlags = [this](bool busy) {
-    ground_.flags = {busy, k7ApiBusy_ && ground_.flags.stopRequested};
+    deps_.flags = {busy, k7ApiBusy_ && deps_.flags.stopRequested};
   };
   setFlags(true);
   const ScopeGuard end([&] {
@@ -39,29 +40,29 @@ bool Form1::RunToLastEvent(const std::function<bool()>& test) {
   try {
     passed = test();
   } catch (...) {
-    ground_.pump.LetEventsRun();
+    deps_.pump.LetEventsRun();
     throw;
   }
-  ground_.pump.LetEventsRun();
+  deps_.pump.LetEventsRun();
   return passed;
 }
 
 bool Form1::RunReachabilityCheck() {
-  const ScopeGuard hourglass = ui::ShowHourglass(ground_.form);
+  const ScopeGuard hourglass = ui::ShowHourglass(deps_.form);
   results_.ClearList();
   const int32_t count =
       report::ToInt32(controls_.txtPingReqCount.Text(), controls_.lblPingReqCount.Caption());
   return CheckReachability(context_,
-                           {ground_.winsock, ground_.icmp, icmpHandle_, ground_.ipHelper, ground_.system,
-                            ground_.files, ground_.processes, ground_.codePage, ground_.programFolder},
+                           {deps_.winsock, deps_.icmp, icmpHandle_, deps_.ipHelper, deps_.system, deps_.files,
+                            deps_.processes, deps_.codePage, deps_.programFolder},
                            controls_.cmbIPAddr.Text(), count,
                            [this] { AddHistoryIfNew(controls_.cmbIPAddr); });
 }
 
 void Form1::SetBusy(bool busy) {
-  ground_.form.SetEnabled(!busy);
+  deps_.form.SetEnabled(!busy);
   const ui::Pointer pointer = busy ? ui::Pointer::Hourglass : ui::Pointer::Default;
-  ground_.form.SetPointer(pointer);
+  deps_.form.SetPointer(pointer);
   if (about_ != nullptr) about_->SetPointer(pointer);
   if (pmcTest_ != nullptr) pmcTest_->SetPointer(pointer);
 }
@@ -69,12 +70,12 @@ void Form1::SetBusy(bool busy) {
 bool Form1::RunFtpTest() {
   if (missing_.internet) return true;
   return TestFtp(
-      context_, ground_.wininet, ground_.codePage, ground_.system, [this](bool busy) { SetBusy(busy); },
+      context_, deps_.wininet, deps_.codePage, deps_.system, [this](bool busy) { SetBusy(busy); },
       controls_.cmbIPAddr.Text(), controls_.txtFtpUsername.Text(), controls_.txtFtpPasswd.Text());
 }
 
 bool Form1::RunRung(OptionBit bit, bool (Form1::*test)()) {
-  if (ground_.flags.stopRequested) return false;
+  if (deps_.flags.stopRequested) return false;
   return !TestOptionMask(bit) || (this->*test)();
 }
 
@@ -100,7 +101,7 @@ void Form1::cmdFtpConnect_Click() {
 }
 
 void Form1::cmdAllFtpTest_Click() {
-  RunOutermost([this] { return RunReachabilityCheck() && !ground_.pump.StopRequested() && RunFtpTest(); });
+  RunOutermost([this] { return RunReachabilityCheck() && !deps_.pump.StopRequested() && RunFtpTest(); });
 }
 
 }  // namespace tarvik

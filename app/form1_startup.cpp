@@ -42,11 +42,11 @@ void Form1::Form_Load() {
   loading_ = true;  // the window cannot be closed during its own start-up
   const ScopeGuard loaded([this] { loading_ = false; });
   // A failing step is reported; the rest still run.
-  const auto step = [this](void (Form1::*make)()) { ground_.form.Guarded([&] { (this->*make)(); }); };
-  productFamily_ = ground_.familyEdition;
+  const auto step = [this](void (Form1::*make)()) { deps_.form.Guarded([&] { (this->*make)(); }); };
+  productFamily_ = deps_.familyEdition;
   // Dormant: nothing shows the command again, so the PMC test opens only for a program that sends it.
   controls_.mnuPMC.SetVisible(false);
-  RecordInitialSizes(ground_.form.WindowSize());
+  RecordInitialSizes(deps_.form.WindowSize());
   step(&Form1::ReadConfiguration);
   step(&Form1::LoadLanguage);
   if (!StartSockets()) return;
@@ -62,17 +62,17 @@ void Form1::Form_Load() {
   step(&Form1::CheckModules);
   step(&Form1::SwitchPages);
   step(&Form1::StartServiceControl);
-  ground_.form.Guarded([this] { LoadHistory(controls_.cmbIPAddr, ground_.settings); });
+  deps_.form.Guarded([this] { LoadHistory(controls_.cmbIPAddr, deps_.settings); });
   step(&Form1::PrefillNumbers);
-  if (TestOptionMask(kTopmost)) ground_.form.Guarded([this] { ground_.form.MakeTopmost(); });
+  if (TestOptionMask(kTopmost)) deps_.form.Guarded([this] { deps_.form.MakeTopmost(); });
   if (!commandLine_.targetHost.empty()) step(&Form1::TakeTargetFromCommandLine);
   ui::SetListExtent(controls_.lstResult, kListExtentFactor);
   step(&Form1::CheckK7ServicesEntry);
 }
 
 void Form1::TakeProgramFolderAndLanguage() {
-  commonDataFolder_ = ground_.programFolder;
-  languageId_ = ground_.windowsLanguage == kJapanese ? kJapanese : kEnglish;
+  commonDataFolder_ = deps_.programFolder;
+  languageId_ = deps_.windowsLanguage == kJapanese ? kJapanese : kEnglish;
 }
 
 void Form1::ReadConfiguration() {
@@ -84,38 +84,38 @@ void Form1::ReadConfiguration() {
   // What the library does not tell, because it is absent or lacks a call, is the program's own.
   TakeProgramFolderAndLanguage();
   int32_t result = -1;
-  ground_.form.Guarded([&] {
-    if (ground_.configuration.Available()) result = AskConfiguration();
+  deps_.form.Guarded([&] {
+    if (deps_.configuration.Available()) result = AskConfiguration();
   });
-  if (result != 0) ground_.boxes.Show(L"GetCommonDataFolder2 Error");
+  if (result != 0) deps_.form.Boxes().Show(L"GetCommonDataFolder2 Error");
 }
 
 int32_t Form1::AskConfiguration() {
   {
-    const ConfigurationSession session(ground_.configuration);
-    languageId_ = ground_.configuration.GetLanguage();
+    const ConfigurationSession session(deps_.configuration);
+    languageId_ = deps_.configuration.GetLanguage();
   }
   char folder[512] = {};
-  const int32_t result = ground_.configuration.GetCommonDataFolder2(folder, sizeof folder - 1);
-  commonDataFolder_ = ground_.codePage.FromAnsi(TrimNull(std::string_view(folder, sizeof folder)));
+  const int32_t result = deps_.configuration.GetCommonDataFolder2(folder, sizeof folder - 1);
+  commonDataFolder_ = deps_.codePage.FromAnsi(TrimNull(std::string_view(folder, sizeof folder)));
   return result;
 }
 
 void Form1::LoadLanguage() {
   if (!resource_.Initialize(languageId_, commonDataFolder_, kProgramName))
-    ground_.boxes.Show(L"Loading language data is failed\r\n" + resource_.pErrorText());
+    deps_.form.Boxes().Show(L"Loading language data is failed\r\n" + resource_.pErrorText());
 }
 
 bool Form1::StartSockets() {
   WsaData data;
-  const int result = ground_.winsock.WSAStartup(Winsock::kVersion11, data);
+  const int result = deps_.winsock.WSAStartup(Winsock::kVersion11, data);
   const auto text = [this](const char* field, size_t size) {
-    return ground_.codePage.FromAnsi(TrimNull(std::string_view(field, size)));
+    return deps_.codePage.FromAnsi(TrimNull(std::string_view(field, size)));
   };
   // Read as a signed 16-bit number, as version 1.1 of the interface declares it; what is not greater than
   // zero is shown as its unsigned reading, so that "no limit" reads 65536.
   const auto datagram = static_cast<int16_t>(data.iMaxUdpDg);
-  ground_.form.Guarded([&] {
+  deps_.form.Guarded([&] {
     results_.AddToList(L"szDescription:" + text(data.szDescription, sizeof data.szDescription));
     results_.AddToList(L"szSystemStatus:" + text(data.szSystemStatus, sizeof data.szSystemStatus));
     results_.AddToList(L"iMaxSockets:" + Decimal(data.iMaxSockets));
@@ -127,14 +127,14 @@ bool Form1::StartSockets() {
 }
 
 void Form1::OpenIcmp() {
-  icmpHandle_ = ground_.icmp.IcmpCreateFile();
+  icmpHandle_ = deps_.icmp.IcmpCreateFile();
   if (icmpHandle_ != 0) return;
   results_.AddToList(L"ICMPCreateFile Error");
   results_.AddToList(kSeparator);
 }
 
 void Form1::ReadCommandLine() {
-  ParseCommandLine(ground_.commandLine, commandLine_, optionMask_, languageMode_, [this](int32_t language) {
+  ParseCommandLine(deps_.commandLine, commandLine_, optionMask_, languageMode_, [this](int32_t language) {
     languageId_ = language;
     resource_.Terminate();
     resource_.Initialize(languageId_, commonDataFolder_, kProgramName);
@@ -161,15 +161,15 @@ void Form1::TakeTargetFromCommandLine() {
   AddHistoryIfNew(controls_.cmbIPAddr);
   if (TestOptionMask(kLibraryTest)) PrefillAccessCode();
   if (TestOptionMask(kFtpTest)) PrefillFtp();
-  ground_.form.Show();
-  ground_.pump.LetEventsRun();
+  deps_.form.Show();
+  deps_.pump.LetEventsRun();
   controls_.cmdPing.SetFocus();
   RunAllTests();
 }
 
 void Form1::PrefillAccessCode() {
   controls_.tabMode.BringToFront(kPingPage);
-  ground_.pump.LetEventsRun();
+  deps_.pump.LetEventsRun();
   controls_.chkAccessCode.SetChecked(false);
   const std::wstring code = Decoded(commandLine_.accessCode, Message::AccessCodeUndecodable);
   controls_.txtAccessCode.SetText(code);
@@ -178,15 +178,15 @@ void Form1::PrefillAccessCode() {
 
 void Form1::PrefillFtp() {
   if (controls_.tabMode.PageOn(kFtpPage)) controls_.tabMode.BringToFront(kFtpPage);
-  ground_.pump.LetEventsRun();
+  deps_.pump.LetEventsRun();
   controls_.txtFtpUsername.SetText(commandLine_.ftpUser);
   controls_.txtFtpPasswd.SetText(Decoded(commandLine_.ftpPassword, Message::PasswordUndecodable));
 }
 
 std::wstring Form1::Decoded(const std::wstring& encoded, Message failure) {
   if (encoded.empty()) return {};
-  if (const auto text = DecodeSecret(encoded, ground_.txCodec, ground_.codePage)) return *text;
-  ground_.boxes.Show(resource_.LoadString(RowOf(failure).id));
+  if (const auto text = DecodeSecret(encoded, deps_.txCodec, deps_.codePage)) return *text;
+  deps_.form.Boxes().Show(resource_.LoadString(RowOf(failure).id));
   return {};
 }
 

@@ -1,10 +1,9 @@
-// The process: everything it has one of lives here, is handed to the main window, and ends behind it.
+// Entry point. Creates every process-wide object and hands it to the main window, which they outlive.
 
 #include <memory>
 #include <string>
 
 #include "app/form1.h"
-#include "platform/runtime_error.h"
 #include "platform/windows_win32.h"
 #include "ui/win32/form_win32.h"
 #include "ui/win32/message_filter_win32.h"
@@ -35,12 +34,6 @@ int Run() {
   ui::MessageFilter filter;
   ui::Win32Form form(L"Form1", ui::FormRole::Main);
   ui::Win32Pump pump(filter, [&flags] { return static_cast<bool>(flags.stopRequested); });
-  const auto configuration = MakeConfigurationLibrary();
-  const auto txCodec = MakeTxCodec();
-  const auto winsock = MakeWinsock();
-  const auto icmp = MakeIcmpLibrary();
-  const auto ipHelper = MakeIpHelper();
-  const auto wininet = MakeWininet();
   const auto system = MakeSystem();
   const auto files = MakeFiles();
   const auto processes = MakeProcesses();
@@ -49,39 +42,45 @@ int Run() {
   const auto clipboard = MakeClipboard(reinterpret_cast<std::intptr_t>(form.Window()));
   const auto kernel = MakeKernelCalls();
   const auto version = MakeVersionLibrary();
+  const auto winsock = MakeWinsock();
+  const auto icmp = MakeIcmpLibrary();
+  const auto ipHelper = MakeIpHelper();
+  const auto wininet = MakeWininet();
+  const auto configuration = MakeConfigurationLibrary();
+  const auto txCodec = MakeTxCodec();
+  const auto cncLibrary = MakeCncLibrary();
   const auto k7Api = MakeK7Api();
   const auto svcKit = MakeSvcKit();
-  const auto cncLibrary = MakeCncLibrary();
-  const auto newForm = [](const wchar_t* windowClass) -> std::unique_ptr<ui::Form> {
-    return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary);
-  };
-  Form1 form1({form,
-               form.Boxes(),
-               pump,
-               flags,
-               *configuration,
-               *txCodec,
-               *winsock,
-               *icmp,
-               *ipHelper,
-               *wininet,
-               *system,
-               *files,
-               *processes,
-               *codePage,
-               *settings,
-               *clipboard,
-               *kernel,
-               *version,
-               *k7Api,
-               *svcKit,
-               *cncLibrary,
-               newForm,
-               ProgramFolder(),
-               WindowsFolder(),
-               std::wstring(BehindProgramName(::GetCommandLineW())),
-               ::GetUserDefaultUILanguage(),
-               TARVIK_FAMILY_EDITION != 0});
+  Form1 form1(Dependencies{
+      .form = form,
+      .newForm = [](const wchar_t* windowClass) -> std::unique_ptr<ui::Form> {
+        return std::make_unique<ui::Win32Form>(windowClass, ui::FormRole::Secondary);
+      },
+      .pump = pump,
+      .flags = flags,
+      .system = *system,
+      .files = *files,
+      .processes = *processes,
+      .codePage = *codePage,
+      .settings = *settings,
+      .clipboard = *clipboard,
+      .kernel = *kernel,
+      .version = *version,
+      .winsock = *winsock,
+      .icmp = *icmp,
+      .ipHelper = *ipHelper,
+      .wininet = *wininet,
+      .configuration = *configuration,
+      .txCodec = *txCodec,
+      .cncLibrary = *cncLibrary,
+      .k7Api = *k7Api,
+      .svcKit = *svcKit,
+      .programFolder = ProgramFolder(),
+      .windowsFolder = WindowsFolder(),
+      .commandLine = std::wstring(BehindProgramName(::GetCommandLineW())),
+      .windowsLanguage = ::GetUserDefaultUILanguage(),
+      .familyEdition = TARVIK_FAMILY_EDITION != 0,
+  });
   form.Guarded([&] { form1.Form_Load(); });
   // The auto-run has shown it, and the user may have minimised it since.
   if (!form.Visible()) form.Show();

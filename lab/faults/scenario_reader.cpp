@@ -1,5 +1,5 @@
 // The parser of scenario files: first headings with their indented lines, then each section by its heading. A
-// new verb of the laboratory is added to kVerbs here and carried out in scenario_ground.cpp.
+// new verb of the laboratory is added to kVerbs here and carried out in scenario_setup.cpp.
 
 #include <algorithm>
 #include <iterator>

@@ -70,8 +70,8 @@ std::string InWords(const ResultLines& texts) {
 }
 
 /// What every run has to leave as it found it.
-struct Ground {
-  explicit Ground(FailingProgram& program)
+struct RunInvariants {
+  explicit RunInvariants(FailingProgram& program)
       : enabled(Enabled(program.form)),
         furtherEnabled(program.Further() == nullptr ? std::vector<bool>() : Enabled(*program.Further())),
         sessions(program.failingWinsock.sessions) {}
@@ -138,10 +138,10 @@ void LookAtWindow(FailingProgram& program, Faults& faults) {
   }
 }
 
-void LookBehindRun(FailingProgram& program, const Ground& before, Faults& faults) {
+void LookBehindRun(FailingProgram& program, const RunInvariants& before, Faults& faults) {
   LookAtWindow(program, faults);
   LookAtReleases(program, faults);
-  const Ground now(program);
+  const RunInvariants now(program);
   faults.Unless(program.plan.HasStruck("SetWindowText") || program.Button(ID_cmdPing).Caption() == L"&Ping",
                 "the Ping button offers a stop");
   faults.Unless(now.enabled == before.enabled, "controls are enabled or disabled otherwise than before");
@@ -216,7 +216,7 @@ class Striker {
     Faults faults;
     const bool struck = !failures.empty();
     Begin();
-    const Ground before(*program_);
+    const RunInvariants before(*program_);
     plan_.Begin(std::move(failures));
     Attempt(faults);
     plan_.End();

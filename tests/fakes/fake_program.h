@@ -1,9 +1,12 @@
 #pragma once
 
-#include <vector>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
 
 #include "app/control_ids.h"
-#include "app/run_flags.h"
+#include "app/dependencies.h"
 #include "tests/fakes/fake_boxes.h"
 #include "tests/fakes/fake_closed_libraries.h"
 #include "tests/fakes/fake_cnc_library.h"
@@ -24,7 +27,7 @@
 
 namespace tarvik::test {
 
-/// All that the whole program stands on, recorded, and the controls of its main window.
+/// Fakes of everything that the main window depends on, and access to its controls.
 struct FakeProgram {
   ui::MemoryTextBox& Box(int id) { return form.Get<ui::MemoryTextBox>(id); }
   ui::MemoryButton& Button(int id) { return form.Get<ui::MemoryButton>(id); }
@@ -34,6 +37,38 @@ struct FakeProgram {
   ui::MemoryListBox& List() { return form.Get<ui::MemoryListBox>(ID_lstResult); }
   void Click(int id) { Button(id).Click(); }
 
+  Dependencies MakeDependencies(std::function<std::unique_ptr<ui::Form>(const wchar_t* windowClass)> newForm,
+                                const std::wstring& commandLine, bool familyEdition) {
+    return {
+        .form = form,
+        .newForm = std::move(newForm),
+        .pump = pump,
+        .flags = flags,
+        .system = system,
+        .files = files,
+        .processes = processes,
+        .codePage = codePage,
+        .settings = settings,
+        .clipboard = clipboard,
+        .kernel = kernel,
+        .version = versions,
+        .winsock = winsock,
+        .icmp = icmp,
+        .ipHelper = ipHelper,
+        .wininet = wininet,
+        .configuration = configuration,
+        .txCodec = txCodec,
+        .cncLibrary = cncLibrary,
+        .k7Api = k7Api,
+        .svcKit = svcKit,
+        .programFolder = L"C:\\Program",
+        .windowsFolder = L"C:\\Windows",
+        .commandLine = commandLine,
+        .windowsLanguage = windowsLanguage,
+        .familyEdition = familyEdition,
+    };
+  }
+
   static constexpr wchar_t kServicesFile[] = L"C:\\Windows\\System32\\Drivers\\Etc\\Services";
 
   FakeBoxes boxes;  ///< of every window
@@ -41,12 +76,6 @@ struct FakeProgram {
   ui::MemoryForm form{screen};
   FakePump pump;
   RunFlags flags;
-  FakeConfiguration configuration;
-  FakeTxCodec txCodec;
-  FakeWinsock winsock;
-  FakeIcmp icmp;
-  FakeIpHelper ipHelper;
-  FakeWininet wininet;
   FakeSystem system;
   FakeFiles files;
   FakeProcesses processes;
@@ -55,9 +84,16 @@ struct FakeProgram {
   FakeClipboard clipboard;
   FakeKernel kernel;
   FakeVersions versions;
+  FakeWinsock winsock;
+  FakeIcmp icmp;
+  FakeIpHelper ipHelper;
+  FakeWininet wininet;
+  FakeConfiguration configuration;
+  FakeTxCodec txCodec;
+  FakeCncLibrary cncLibrary;
   FakeK7Api k7Api;
   FakeSvcKit svcKit;
-  FakeCncLibrary cncLibrary;
+  int32_t windowsLanguage = 1033;
 };
 
 }  // namespace tarvik::test

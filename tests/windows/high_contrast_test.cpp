@@ -5,7 +5,7 @@
 namespace tarvik::lab {
 namespace {
 
-/// A PC whose user has chosen light text on a black ground, as one does who sees little else.
+/// A PC whose user has chosen light text on a black background, as one does who sees little else.
 class HighContrast : public WindowsTest<HighContrast> {
  public:
   static void PreparePc(WindowsPc& pc) {
@@ -13,7 +13,7 @@ class HighContrast : public WindowsTest<HighContrast> {
       pc.Prefix().SetRegistryValue(WinePrefix::Hive::User, "Control Panel\\Colors", name,
                                    "\"" + std::string(value) + "\"");
     };
-    for (const char* ground : {"ButtonFace", "Window", "Menu", "MenuBar"}) colour(ground, "0 0 0");
+    for (const char* background : {"ButtonFace", "Window", "Menu", "MenuBar"}) colour(background, "0 0 0");
     for (const char* text : {"ButtonText", "WindowText", "MenuText"}) colour(text, "255 255 0");
     // Windows' own schemes of that kind draw with these colours and nothing else.
     pc.Prefix().SetRegistryValue(WinePrefix::Hive::User,
@@ -44,7 +44,7 @@ class HighContrast : public WindowsTest<HighContrast> {
   }
 };
 
-TEST_F(HighContrast, Every_ground_and_every_text_has_the_colour_that_the_user_chose) {
+TEST_F(HighContrast, Every_background_and_every_text_has_the_colour_that_the_user_chose) {
   const WindowUnderTest window = Start();
   window.BringToForeground();
   for (const int id :

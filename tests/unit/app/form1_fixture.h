@@ -49,21 +49,8 @@ class Form1Test : public testing::Test, protected FakeProgram {
       if (onEvents) onEvents();
       pump.stop = flags.stopRequested;
     };
-    form1 = std::make_unique<Form1>(
-        Form1Ground{form,           form.Boxes(),
-                    pump,           flags,
-                    configuration,  txCodec,
-                    winsock,        icmp,
-                    ipHelper,       wininet,
-                    system,         files,
-                    processes,      codePage,
-                    settings,       clipboard,
-                    kernel,         versions,
-                    k7Api,          svcKit,
-                    cncLibrary,     [this](const wchar_t* windowClass) { return NewForm(windowClass); },
-                    L"C:\\Program", L"C:\\Windows",
-                    commandLine,    windowsLanguage,
-                    familyEdition});
+    form1 = std::make_unique<Form1>(MakeDependencies(
+        [this](const wchar_t* windowClass) { return NewForm(windowClass); }, commandLine, familyEdition));
   }
 
   bool Listed(const std::wstring& line) {
@@ -98,8 +85,7 @@ class Form1Test : public testing::Test, protected FakeProgram {
   std::vector<std::wstring> newForms;  ///< classes of the further windows, in their order
   bool refuseNewForms = false;
   ui::MemoryForm* lastForm = nullptr;  ///< the latest of them
-  int32_t windowsLanguage = 1033;
-  std::function<void()> onEvents;  ///< what the user does while a test pauses
+  std::function<void()> onEvents;      ///< what the user does while a test pauses
   std::unique_ptr<Form1> form1;
 
  private:
