@@ -250,8 +250,9 @@ void Reader::ReadShown(const Section& section) {
       shown.kind = Shown::Kind::Field;
       shown.field = before.substr(std::min(kField.size(), before.size()));
       if (!after.empty()) Fail(line.number, "write: shows FIELD \"TEXT\"");
-      if (!FindPart(kFields, shown.field))
-        Fail(line.number, "there is no field \"" + shown.field + "\", only " + Listed(kFields));
+      if (!FindText(shown.field))
+        Fail(line.number,
+             "there is no field \"" + shown.field + "\", only " + Listed(kFields) + ", " + Listed(kLabels));
     } else if (!before.empty() || !after.empty()) {
       Fail(line.number, "write only the text in double quotes");
     }

@@ -132,8 +132,7 @@ Outcome Technician::PerformSteps() {
   RecordInOrder({});
   for (const Shown& shown : scenario_.shown) {
     if (shown.kind != Shown::Kind::Field) continue;
-    outcome_.shown.push_back(
-        {Shown::Kind::Field, window_->Text(FindPart(kFields, shown.field)->id), shown.field, {}});
+    outcome_.shown.push_back({Shown::Kind::Field, window_->Text(FindText(shown.field)->id), shown.field, {}});
   }
   return std::move(outcome_);
 }

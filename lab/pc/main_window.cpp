@@ -8,6 +8,7 @@
 #include <regex>
 
 #include "app/control_ids.h"
+#include "lab/pc/window_parts.h"
 
 namespace tarvik::lab {
 namespace {
@@ -75,10 +76,10 @@ WindowUnderTest WaitForMainWindow(ProgramUnderTest& program, const Listener& lis
   const bool visible = WaitUntil(kStartTimeOut, [&] {
     AnswerBoxes(program, listener);
     program.RequireRunning();
-    return program.HasWindow("Form1");
+    return program.HasWindow(kMainWindowClass);
   });
   if (!visible) throw LabError("The main window does not appear");
-  WindowUnderTest window = program.WaitForWindow("Form1");
+  WindowUnderTest window = program.WaitForWindow(kMainWindowClass);
   // Pages other than the front one are created after the window appears. The driver waits for this control,
   // the last one of the last page.
   window.Enabled(ID_cmdAllFtpTest);

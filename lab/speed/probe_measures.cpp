@@ -12,6 +12,7 @@
 #include "lab/network/controller.h"
 #include "lab/network/ftp_server.h"
 #include "lab/pc/main_window.h"
+#include "lab/pc/window_parts.h"
 #include "lab/speed/table.h"
 
 namespace tarvik::lab {
@@ -54,7 +55,7 @@ double OwnPmcPass(const ProbeContext& context) {
   const WindowUnderTest mainWindow = WaitForMainWindow(program);
   mainWindow.SetText(ID_cmbIPAddr, kNearAddress);
   mainWindow.InvokeCommand(ID_mnuPMC);
-  const WindowUnderTest window = program.WaitForWindow("frmPmcTest");
+  const WindowUnderTest window = program.WaitForWindow(kPmcWindowClass);
   window.SetText(ID_txtPmcStart, "0");
   window.SetText(ID_txtPmcLen, std::to_string(kPmcLength));
   window.SetText(ID_txtCount, std::to_string(kPmcPasses));
