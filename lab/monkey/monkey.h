@@ -12,19 +12,20 @@
 
 #include "lab/network/laboratory.h"
 #include "lab/pc/program.h"
+#include "lab/pc/window_parts.h"
 
 namespace tarvik::lab {
 
-/// The program does what it must not: ends, hangs, shows a box that belongs to no window of its own, does not
-/// close when it is at rest. What a single action cannot do is no such thing.
+/// The program did what it must never do: it crashed, hung, showed a message box without an owner, did not
+/// close when at rest. An action that is not possible at the moment is not misbehaviour.
 class Misbehaviour : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// A user who does anything at any time on the real window, while somebody pulls cables and plugs them in
-/// again. What it does follows from its seed alone, one action after the other; only what comes of an action
-/// depends on the moment. Play and Finish throw Misbehaviour, and LabError when the laboratory itself fails.
+/// Performs random actions on the real window while network cables are unplugged and plugged in. The seed
+/// alone decides the sequence of actions; their effects also depend on timing. Play and Finish throw
+/// Misbehaviour, and LabError when the laboratory itself fails.
 class Monkey {
  public:
   struct Setup {
@@ -38,21 +39,23 @@ class Monkey {
   Monkey& operator=(const Monkey&) = delete;
   ~Monkey();
 
-  /// Starts the program, and acts for so long.
+  /// Starts the program and performs actions until the time is up.
   void Play(std::chrono::seconds length);
 
-  /// Stops whatever still runs, and one more run, sees that the program is at rest as if nothing had been,
-  /// lets it test one more address, closes it and sees that the address was kept. Call behind Play.
+  /// Call after Play. Stops what still runs, checks that the program is at rest and leaks no handles, starts
+  /// and stops one more run, tests one more address, closes the program and checks that the address was
+  /// saved.
   void Finish();
 
-  /// What was done, and what came of it.
+  /// The actions and their results, one per line.
   const std::vector<std::string>& Log() const { return log_; }
   /// Counts, on one line.
   std::string Summary() const;
 
  private:
   enum class Outcome { Done, NotPossible };
-  /// The numbers of one action. Each action draws as many, so that what one makes of them moves no other.
+  /// The random numbers of one action. Every action draws all four, used or not, so that a change to one
+  /// action does not change the ones after it.
   using Draws = std::array<uint32_t, 4>;
   struct Kind {
     const char* name;
@@ -61,61 +64,77 @@ class Monkey {
   };
   static const Kind kKinds[];
 
-  void StartProgram();
+  /// How long one library call may block the window. Wine's WinINet waits half a minute for a server.
+  static constexpr std::chrono::seconds kMaxCallTime{90};
+  /// For what may never happen: a tab does not change while its page has an invalid number, and a run keeps
+  /// the window open.
+  static constexpr std::chrono::seconds kShortWait{2};
+  static constexpr char kHistoryKey[] = "Software\\NORVAX_FN_PingUtil\\History";
+
   void TakeOneAction();
   const Kind& Choose(uint32_t draw) const;
   uint32_t Draw();
+  /// Adds to the log line of the current action.
   void Note(const std::string& text);
 
-  // The actions
+  // Actions on the main window
   Outcome PressButton(const Draws& draws);
   Outcome TestFtp(const Draws& draws);
   Outcome ChooseAddress(const Draws& draws);
-  Outcome TypeIntoBox(const Draws& draws);
-  Outcome FillBox(const Draws& draws);
+  Outcome TypeIntoField(const Draws& draws);
+  Outcome FillField(const Draws& draws);
   Outcome SelectTab(const Draws& draws);
   Outcome PressKeys(const Draws& draws);
-  Outcome Resize(const Draws& draws);
   Outcome Minimise(const Draws& draws);
   Outcome ChangeScaling(const Draws& draws);
-  Outcome Close(const Draws& draws);
-  Outcome EndSession(const Draws& draws);
+  Outcome CopyList(const Draws& draws);
+  Outcome ClickLabel(const Draws& draws);
+  /// Selects the page's tab; false when this edition of the program does not have it. Throws LabError when
+  /// an invalid number keeps another page in front.
+  bool BringToFront(Page page) const;
+
+  // Actions on other windows and on the network
   Outcome OpenWindow(const Draws& draws);
   Outcome UseAboutBox(const Draws& draws);
   Outcome UsePmcWindow(const Draws& draws);
+  Outcome Resize(const Draws& draws);
   Outcome MoveCable(const Draws& draws);
-  Outcome CopyList(const Draws& draws);
-  Outcome ClickLabel(const Draws& draws);
   Outcome Idle(const Draws& draws);
 
-  // What must hold at any time
+  // Judging what the program shows
   void CheckAlive();
+  void CheckAllDisabled();
+  void CheckNoneCloses();
+  void CheckExitCode();
   void AnswerBoxes(bool yes);
   void AnswerBox(bool yes);
-  void RequireAllDisabled();
-  void CloseAllUnderBox();
-  std::vector<std::pair<std::string, WindowUnderTest>> Windows();
   void WaitUntilIdle();
   void WaitForAnswer();
-
+  std::vector<std::pair<std::string, WindowUnderTest>> Windows();
   bool Enabled() const;
   bool IsActive() const;
   bool PmcReads();
   bool AtRest();
-  void PlugEverything() const;
-  void StopEverything();
-  void CloseFurtherWindows();
-  void StartAndStopRun();
+
+  // Starting and stopping
+  void StartProgram();
+  Outcome Close(const Draws& draws);
+  Outcome EndSession(const Draws& draws);
+  bool RefusesToClose();
   void CloseProgram();
+  void BringToRest();
+  void CloseOtherWindows();
+  void StartAndStopRun();
   void TestOneMoreAddress();
+  void PlugInAllCables() const;
 
   Setup setup_;
   std::mt19937 numbers_;
   std::unique_ptr<ProgramUnderTest> program_;
   std::optional<WindowUnderTest> window_;
-  std::vector<int> tabs_;  ///< the pages that the program shows, by their numbers
+  std::vector<Page> tabs_;  ///< the page of each visible tab
   std::string k7ApiCaption_;
-  std::string done_;  ///< what the present action says of itself
+  std::string current_;  ///< the log line of the current action
   std::vector<std::string> log_;
   int actions_ = 0;
   int notPossible_ = 0;
