@@ -4,7 +4,7 @@
 
 #include "net/ping_host.h"
 #include "tests/fuzz/fuzzer.h"
-#include "tests/unit/net/recorded_pc.h"
+#include "tests/unit/net/fake_pc.h"
 
 using tarvik::test::Demand;
 

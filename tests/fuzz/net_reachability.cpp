@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "tests/fuzz/fuzzer.h"
-#include "tests/unit/net/recorded_pc.h"
+#include "tests/unit/net/fake_pc.h"
 
 using tarvik::test::Demand;
 

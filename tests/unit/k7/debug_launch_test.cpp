@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/fakes/fake_processes.h"
-#include "tests/unit/k7/recorded_service.h"
+#include "tests/unit/k7/fake_service.h"
 
 namespace tarvik::test {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "tests/unit/k7/recorded_service.h"
+#include "tests/unit/k7/fake_service.h"
 
 namespace tarvik::test {
 namespace {

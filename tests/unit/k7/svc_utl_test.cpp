@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "tests/unit/k7/recorded_service.h"
+#include "tests/unit/k7/fake_service.h"
 
 namespace tarvik::test {
 namespace {

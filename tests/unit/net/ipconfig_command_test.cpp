@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/runtime_error.h"
-#include "tests/unit/net/recorded_pc.h"
+#include "tests/unit/net/fake_pc.h"
 
 namespace tarvik::test {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/unit/net/recorded_pc.h"
+#include "tests/unit/net/fake_pc.h"
 
 namespace tarvik::test {
 namespace {

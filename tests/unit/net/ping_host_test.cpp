@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "platform/runtime_error.h"
-#include "tests/unit/net/recorded_pc.h"
+#include "tests/unit/net/fake_pc.h"
 
 namespace tarvik::test {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "tests/unit/net/recorded_pc.h"
+#include "tests/unit/net/fake_pc.h"
 
 // Every message of the check in every language mode: from the language file, Japanese, English.
 

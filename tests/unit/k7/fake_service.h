@@ -11,7 +11,7 @@
 
 namespace tarvik::test {
 
-/// A service utility on recorded libraries, and what the commands of the K7 Svc page take.
+/// A service utility with fake libraries, and the commands of the K7 Svc page.
 struct FakeService : FakeContext {
   explicit FakeService(LanguageMode languageMode = 1) {
     mode = languageMode;
@@ -33,7 +33,7 @@ struct FakeService : FakeContext {
   void Start() { StartK7Service(context, *service, showState); }
   void Stop() { StopK7Service(context, *service, showState); }
 
-  /// The only box that was shown.
+  /// The box that was shown, which must be the only one.
   FakeBoxes::Box Box() const {
     return boxes.boxes.size() == 1 ? boxes.boxes.front() : FakeBoxes::Box{L"not one box", {}, {}, {}, {}, {}};
   }

@@ -12,7 +12,7 @@
 
 namespace tarvik::test {
 
-/// A PC on recorded libraries, and the reachability check run on it.
+/// A PC with fake libraries, and the reachability check run on it.
 struct FakePc : FakeContext {
   /// One network card with one address.
   void AddCard(const std::string& address, const std::string& mask, std::vector<std::string> gateways) {
@@ -24,7 +24,7 @@ struct FakePc : FakeContext {
     return CheckReachability(context, libraries, target, count, [this] { ++historyCalls; });
   }
 
-  /// The dotted addresses that were pinged, in their order.
+  /// The dotted addresses that were pinged, in order.
   std::vector<std::wstring> Pinged() {
     std::vector<std::wstring> pinged;
     for (const uint32_t address : icmp.Targets()) pinged.push_back(IpToText(address));
