@@ -15,7 +15,6 @@ class Form1K7ServiceTest : public Form1Test {
 
   ui::MemoryLabel& Label(int id) { return form.Get<ui::MemoryLabel>(id); }
   std::wstring Status() { return Label(ID_lblK7ServerStatus).Caption(); }
-  std::wstring Port() { return Label(ID_lblK7UdpPortNo).Caption(); }
   void ClickStatus() { Label(ID_lblK7ServerStatus).Click(); }
 
   void StartGeneral(const std::wstring& commandLine = L"") { Start(commandLine, kGeneral); }
@@ -363,112 +362,6 @@ TEST_F(Form1K7ServiceTest, A_stop_request_to_a_run_does_not_shorten_the_wait_for
   Click(ID_cmdStartStopK7Server_1);
   EXPECT_TRUE(begun);
   EXPECT_GE(pump.now - start, 40U * 250);
-}
-
-// The services file
-
-TEST_F(Form1K7ServiceTest, The_registered_port_is_shown_from_the_start) {
-  files.contents[kServicesFile] = "NORVAX_K7_SERVER  8193/udp\r\n";
-  StartGeneral();
-  EXPECT_EQ(Port(), L"8193");
-}
-
-TEST_F(Form1K7ServiceTest, Without_the_entry_the_label_keeps_its_caption) {
-  files.contents[kServicesFile] = "NORVAX_K7_SERVER  8193/tcp\r\nzero 0/udp\r\n";
-  StartGeneral();
-  EXPECT_EQ(Port(), L"---");
-}
-
-TEST_F(Form1K7ServiceTest, The_port_is_read_anew_each_time_the_page_comes_to_front) {
-  StartGeneral();
-  files.contents[kServicesFile] = "NORVAX_K7_SERVER  8193/udp\r\n";
-  Tabs().BringToFront(kNexalPage);
-  EXPECT_EQ(Port(), L"---");
-  Tabs().BringToFront(kK7SvcPage);
-  EXPECT_EQ(Port(), L"8193");
-  files.contents[kServicesFile] = "";
-  Tabs().BringToFront(kPingPage);
-  Tabs().BringToFront(kK7SvcPage);
-  EXPECT_EQ(Port(), L"8193");
-  files.contents[kServicesFile] = "NORVAX_K7_SERVER  9000/udp\r\n";
-  Tabs().BringToFront(kPingPage);
-  Tabs().BringToFront(kK7SvcPage);
-  EXPECT_EQ(Port(), L"9000");
-}
-
-TEST_F(Form1K7ServiceTest, The_port_is_read_again_when_the_window_becomes_active_under_its_page) {
-  StartGeneral();
-  Tabs().BringToFront(kK7SvcPage);
-  files.contents[kServicesFile] = "NORVAX_K7_SERVER  9000/udp\r\n";
-  form.Activate();
-  EXPECT_EQ(Port(), L"9000");
-  files.contents[kServicesFile] = "";
-  form.Activate();
-  EXPECT_EQ(Port(), L"9000");
-  Tabs().BringToFront(kPingPage);
-  files.contents[kServicesFile] = "NORVAX_K7_SERVER  9001/udp\r\n";
-  form.Activate();
-  EXPECT_EQ(Port(), L"9000") << "the page is not in front";
-}
-
-TEST_F(Form1K7ServiceTest, A_services_file_that_has_gone_meanwhile_has_no_box_that_comes_again_and_again) {
-  StartGeneral();
-  Tabs().BringToFront(kK7SvcPage);
-  files.contents.erase(kServicesFile);
-  boxes.onShow = [&] { form.Activate(); };
-  form.Activate();
-  EXPECT_TRUE(boxes.boxes.empty());
-}
-
-TEST_F(Form1K7ServiceTest, A_services_file_that_is_not_there_is_told) {
-  files.contents.erase(kServicesFile);
-  StartGeneral();
-  ASSERT_EQ(boxes.boxes.size(), 1U);
-  EXPECT_EQ(boxes.boxes[0].text,
-            std::wstring(L"Can't Open [") + kServicesFile + L"] for Read\n\rERROR: 2 - Not there.");
-  EXPECT_TRUE(boxes.boxes[0].systemModal);
-  EXPECT_EQ(Port(), L"---");
-}
-
-TEST_F(Form1K7ServiceTest, Where_the_page_is_off_the_services_file_is_not_read) {
-  files.contents.erase(kServicesFile);
-  Start();
-  EXPECT_TRUE(boxes.boxes.empty());
-}
-
-TEST_F(Form1K7ServiceTest, Left_button_with_Ctrl_and_Alt_alone_opens_the_services_file) {
-  StartGeneral();
-  for (const ui::MouseDown& onMouseDown :
-       {Label(ID_lblK7UdpPortNo).onMouseDown, Box(ID_txtTcpPortNo).onMouseDown}) {
-    for (int16_t button = 0; button <= 4; ++button) {
-      for (int16_t shift = 0; shift <= 7; ++shift) {
-        processes.commandLines.clear();
-        onMouseDown(button, shift);
-        EXPECT_EQ(processes.commandLines.size(), button == 1 && shift == 6 ? 1U : 0U)
-            << button << "|" << shift;
-      }
-    }
-  }
-  Label(ID_lblK7UdpPortNo).PressMouse(1, 6);
-  EXPECT_EQ(processes.commandLines.back(), L"notepad.exe C:\\Windows\\system32\\drivers\\etc\\services");
-  EXPECT_EQ(processes.windows.back(), StartWindow::NormalFocused);
-  EXPECT_TRUE(boxes.boxes.empty());
-}
-
-TEST_F(Form1K7ServiceTest, The_familys_edition_has_the_gesture_on_the_TCP_port) {
-  Start();
-  Box(ID_txtTcpPortNo).PressMouse(1, 6);
-  EXPECT_EQ(processes.commandLines.size(), 1U);
-}
-
-TEST_F(Form1K7ServiceTest, An_editor_that_cannot_be_started_is_told) {
-  Start();
-  processes.processId = 0;
-  Box(ID_txtTcpPortNo).PressMouse(1, 6);
-  ASSERT_EQ(boxes.boxes.size(), 1U);
-  EXPECT_EQ(boxes.boxes[0].text,
-            L"Error in Shell(notepad.exe C:\\Windows\\system32\\drivers\\etc\\services)");
-  EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::None);
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "platform/runtime_error.h"
 #include "tests/fakes/fake_cnc_library.h"
 #include "tests/fakes/fake_context.h"
@@ -14,7 +12,6 @@ namespace {
 using Lines = std::vector<std::wstring>;
 using Calls = std::vector<std::string>;
 
-constexpr LanguageMode kBuiltInEnglish = 1;
 const Lines kHeading = {L"", L"Get System Information test...."};
 
 Lines WithHeading(const Lines& lines) {
@@ -344,61 +341,6 @@ TEST_F(LibraryTest, The_address_goes_to_the_library_in_the_code_page_of_the_syst
   target.address = L"工場";
   EXPECT_TRUE(Run());
   EXPECT_EQ(library.calls[0], "nx_allochandle3(" + codePage.ToAnsi(L"工場") + ", 8193, 10)");
-}
-
-TEST(GetModelFromSysInfo, Names_the_generation_in_the_high_byte) {
-  const std::pair<int16_t, const wchar_t*> expected[] = {
-      {std::numeric_limits<int16_t>::min(), L""},
-      {-512, L""},
-      {0, L""},
-      {255, L""},
-      {256, L"A"},
-      {512, L"B"},
-      {767, L"B"},
-      {6656, L"Z"},
-      {6912, L"(6912)"},
-      {32767, L"(32767)"},
-  };
-  for (const auto& [addinfo, model] : expected) {
-    std::wstring text = L"old";
-    EXPECT_TRUE(GetModelFromSysInfo(addinfo, text));
-    EXPECT_EQ(text, model) << addinfo;
-  }
-}
-
-TEST_F(LibraryTest, The_options_are_listed_by_name_in_ascending_order) {
-  DisplayNexal1Options(results, texts, false, 0b1000101);
-  EXPECT_EQ(Listed(), (Lines{RowOf(Message::Option0).english, RowOf(Message::Option2).english,
-                             RowOf(Message::Option6).english}));
-  for (const std::wstring& line : Listed()) EXPECT_EQ(line.find(L' '), 0U);
-}
-
-TEST_F(LibraryTest, The_options_are_listed_in_the_language_of_the_mode) {
-  mode = kLanguageFile;
-  DisplayNexal1Options(results, texts, false, 0x7F);
-  mode = kBuiltInJapanese;
-  DisplayNexal1Options(results, texts, false, 2);
-  EXPECT_EQ(Listed(), (Lines{L"text 125", L"text 126", L"text 127", L"text 128", L"text 129", L"text 130",
-                             L"text 131", RowOf(Message::Option1).japanese}));
-}
-
-TEST_F(LibraryTest, No_option_at_all_is_listed_as_none) {
-  DisplayNexal1Options(results, texts, false, 0);
-  mode = kBuiltInJapanese;
-  DisplayNexal1Options(results, texts, false, 0);
-  mode = kLanguageFile;
-  DisplayNexal1Options(results, texts, false, 0);
-  EXPECT_EQ(Listed(), (Lines{L" (None)", L" (なし)", L"text 132"}));
-}
-
-TEST_F(LibraryTest, Options_without_a_name_are_neither_listed_nor_none) {
-  DisplayNexal1Options(results, texts, false, 0x80);
-  EXPECT_TRUE(Listed().empty());
-}
-
-TEST_F(LibraryTest, A_missing_library_lists_no_options) {
-  DisplayNexal1Options(results, texts, true, 0);
-  EXPECT_TRUE(Listed().empty());
 }
 
 }  // namespace
