@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <iterator>
-
 #include "platform/runtime_error.h"
 #include "tests/unit/net/fake_pc.h"
 
@@ -12,38 +10,20 @@ namespace {
 
 using Lines = std::vector<std::wstring>;
 
-struct StatusRow {
-  uint32_t status;
-  const wchar_t* text;
-};
+TEST(EvaluatePingResponse, A_status_has_a_short_English_text) {
+  EXPECT_EQ(EvaluatePingResponse(11001), L"Buffer Too Small");
+  EXPECT_EQ(EvaluatePingResponse(11003), L"Destination Host Unreachable");
+  EXPECT_EQ(EvaluatePingResponse(11010), L"Request Timed Out");
+  EXPECT_EQ(EvaluatePingResponse(11014), L"TimeToLive Expired Reassembly");
+  EXPECT_EQ(EvaluatePingResponse(11032), L"Negotiating IPSEC");
+  EXPECT_EQ(EvaluatePingResponse(11050), L"General Failure");
+}
 
-constexpr StatusRow kStatusRows[] = {
-    {11001, L"Buffer Too Small"},
-    {11002, L"Destination Net Unreachable"},
-    {11003, L"Destination Host Unreachable"},
-    {11004, L"Destination Protocol Unreachable"},
-    {11005, L"Destination Port Unreachable"},
-    {11006, L"No Resources"},
-    {11007, L"Bad Option"},
-    {11008, L"Hardware Error"},
-    {11009, L"Packet Too Big"},
-    {11010, L"Request Timed Out"},
-    {11011, L"Bad Request"},
-    {11012, L"Bad Route"},
-    {11013, L"TimeToLive Expired Transit"},
-    {11014, L"TimeToLive Expired Reassembly"},
-    {11015, L"Parameter Problem"},
-    {11016, L"Source Quench"},
-    {11017, L"Option Too Big"},
-    {11018, L"Bad Destination"},
-    {11032, L"Negotiating IPSEC"},
-    {11050, L"General Failure"},
-};
-
-TEST(EvaluatePingResponse, Every_status_of_the_table_has_its_text) {
-  EXPECT_EQ(std::size(kStatusRows), 20u);
-  for (const StatusRow& row : kStatusRows)
-    EXPECT_EQ(EvaluatePingResponse(row.status), row.text) << row.status;
+TEST(EvaluatePingResponse, Twenty_statuses_have_a_text) {
+  int texts = 0;
+  for (uint32_t status = 11000; status <= 11100; ++status)
+    if (EvaluatePingResponse(status) != L"Unknown Response") ++texts;
+  EXPECT_EQ(texts, 20);
 }
 
 TEST(EvaluatePingResponse, A_good_status_has_no_text) { EXPECT_EQ(EvaluatePingResponse(0), L""); }
