@@ -9,7 +9,7 @@ namespace tarvik::test {
 namespace {
 
 /// More than the longest wait of the program takes.
-constexpr int kMostPauses = 5000;
+constexpr int kMaxPauses = 5000;
 
 /// The name under which the plan knows a control's taking of a text.
 const char* NameOf(const ui::Element& element) {
@@ -58,7 +58,7 @@ void FailingProgram::TakeCaption() {
 
 void FailingProgram::OnEvents() {
   pump.stop = flags.stopRequested;
-  if (++pauses_ < kMostPauses) return;
+  if (++pauses_ < kMaxPauses) return;
   endless = true;
   throw std::runtime_error("a run without an end");
 }

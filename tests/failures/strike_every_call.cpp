@@ -12,7 +12,7 @@ namespace tarvik::test {
 namespace {
 
 /// So many wrong runs are shown; more say nothing new.
-constexpr int kMostShown = 15;
+constexpr int kMaxShown = 15;
 
 using ResultLines = std::vector<std::wstring>;
 
@@ -199,7 +199,7 @@ class Striker {
 
   int Injected() const { return injected_; }
   int Runs() const { return runs_; }
-  bool Enough() const { return shown_ >= kMostShown; }
+  bool Enough() const { return shown_ >= kMaxShown; }
   std::vector<std::string> UnusedSilences() const {
     std::vector<std::string> unused;
     for (const Silence& silence : routine_.silences)

@@ -14,7 +14,7 @@ using tarvik::test::Demand;
 
 namespace {
 
-constexpr int kMostRounds = 30;
+constexpr int kMaxRounds = 30;
 constexpr int kBoxes[] = {tarvik::ID_txtPmcStart, tarvik::ID_txtPmcLen, tarvik::ID_txtCount,
                           tarvik::ID_txtSleep};
 
@@ -74,7 +74,7 @@ TARVIK_FUZZER(cnclib_pmc) {
       default:
         break;
     }
-    if (++rounds > kMostRounds) button(ID_cmdStop).Click();
+    if (++rounds > kMaxRounds) button(ID_cmdStop).Click();
   };
   button(ID_cmdRead).Click();
   Demand(library.AllGivenBack() && !window.Running());

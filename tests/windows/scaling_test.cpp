@@ -95,18 +95,18 @@ std::vector<std::string> Editions() {
 /// The PMC window, with so many lines of data that their list has a scroll bar.
 void ExpectWholePmcWindow(const WindowUnderTest& window, int dpi) {
   constexpr int kTabStop = 44;
-  constexpr char kLongestLine[] = "0000\tFF";
+  constexpr char kWidestLine[] = "0000\tFF";
   SCOPED_TRACE("PMC window");
   EXPECT_TRUE(Inside(window.Rect(0), kScreen));
   ExpectWholePage(window, dpi);
   const int widthBefore = window.ClientRect(ID_lstData).width;
-  window.AddLines(ID_lstData, 100, kLongestLine);
+  window.AddLines(ID_lstData, 100, kWidestLine);
   const int width = window.ClientRect(ID_lstData).width;
   EXPECT_LT(width, widthBefore) << "there is no scroll bar";
   // The room that every list has beside its text. The fonts of Windows differ from those here, so a list that
   // measures another text than its own is seen by lacking it.
   const int room = 8 * dpi / 96;
-  EXPECT_GE(width, window.WidthOfLine(ID_lstData, kLongestLine, kTabStop) + room);
+  EXPECT_GE(width, window.WidthOfLine(ID_lstData, kWidestLine, kTabStop) + room);
 }
 
 /// Both languages, on an English and on a Japanese PC, at one scaling.

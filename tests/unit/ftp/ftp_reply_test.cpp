@@ -11,7 +11,7 @@ namespace {
 
 using Sizes = std::vector<uint32_t>;
 
-constexpr uint32_t kLongest = 16 * 1024 * 1024;
+constexpr uint32_t kMaxReplyBytes = 16 * 1024 * 1024;
 
 struct FtpReply : testing::Test {
   FtpReply() {
@@ -61,7 +61,7 @@ TEST_F(FtpReply, A_library_that_always_asks_for_more_is_asked_no_longer_at_16_Mi
     return 0;
   };
   EXPECT_EQ(client.Response(), L"");
-  EXPECT_EQ(wininet.bufferSizes, (Sizes{1024, kLongest}));
+  EXPECT_EQ(wininet.bufferSizes, (Sizes{1024, kMaxReplyBytes}));
 }
 
 TEST_F(FtpReply, Another_failure_is_an_empty_text_at_once) {
