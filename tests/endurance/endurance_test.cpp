@@ -8,19 +8,19 @@
 namespace tarvik::test {
 namespace {
 
-/// A test is looked at behind each part; behind the first the program's own warming up is over.
+/// Memory is measured after each part. The first part also fills the program's caches.
 constexpr int kParts = 10;
 
-/// So much may a part end above the first: a number with one more digit, and not a thing that was kept.
-constexpr size_t kSlack = 512;
+/// Bytes by which a part may exceed the first: numbers get longer, but nothing may be kept per run.
+constexpr size_t kMaxGrowthBytes = 512;
 
-/// Long series of tests by the tests' clock. What a user's list shows is his, and the recorded libraries'
-/// notes are the tests': both are emptied before each look at the memory.
+/// Long series of runs; pauses take no real time. The result list and the calls recorded by the fake
+/// libraries are cleared before each measurement.
 class Endurance : public Form1Test {
  protected:
-  struct Measure {
-    size_t heap = 0;     ///< bytes in use
-    size_t handles = 0;  ///< of every kind that a library gave, and sessions with them
+  struct Usage {
+    size_t heap = 0;     ///< bytes allocated
+    size_t handles = 0;  ///< open handles of every library, and sessions
   };
 
   Endurance() {
@@ -29,11 +29,10 @@ class Endurance : public Form1Test {
     Box(ID_txtPingReqCount).SetText(L"1");
     Box(ID_txtK7ApiTestCount).SetText(L"1");
     wininet.entries = {FakeWininet::Directory("b"), FakeWininet::File("A.txt", 7)};
-    Forget();
+    ClearRecords();
   }
 
-  /// The recorded libraries forget what they have noted.
-  void Forget() {
+  void ClearRecords() {
     form1->Results().ClearList();
     boxes.boxes = {};
     pump.sleeps = {};
@@ -51,33 +50,33 @@ class Endurance : public Form1Test {
     kernel.searchSizes = {};
   }
 
-  Measure Look() {
-    Forget();
-    Measure measure;
-    measure.handles = winsock.openSockets.size() + wininet.open.size() + k7Api.openHandles.size() +
-                      cncLibrary.out.size() + processes.openHandles.size() +
-                      static_cast<size_t>(kernel.openModules) +
-                      static_cast<size_t>(winsock.startups - winsock.cleanups);
-    measure.heap = __sanitizer_get_current_allocated_bytes();
-    return measure;
+  Usage Measure() {
+    ClearRecords();
+    Usage usage;
+    usage.handles = winsock.openSockets.size() + wininet.open.size() + k7Api.openHandles.size() +
+                    cncLibrary.out.size() + processes.openHandles.size() +
+                    static_cast<size_t>(kernel.openModules) +
+                    static_cast<size_t>(winsock.startups - winsock.cleanups);
+    usage.heap = __sanitizer_get_current_allocated_bytes();
+    return usage;
   }
 
-  /// Runs `part` ten times and looks behind each.
+  /// Runs `part` ten times. Memory and handles must be the same after each.
   void ExpectFlat(const char* name, const std::function<void()>& part) {
-    std::vector<Measure> measures(kParts);
-    for (Measure& measure : measures) {
+    std::vector<Usage> usages(kParts);
+    for (Usage& usage : usages) {
       part();
-      measure = Look();
+      usage = Measure();
     }
-    const Measure& first = measures.front();
-    const Measure& last = measures.back();
-    std::printf("%s: heap %zu bytes behind the first tenth, %zu at the end; handles %zu and %zu\n", name,
+    const Usage& first = usages.front();
+    const Usage& last = usages.back();
+    std::printf("%s: heap %zu bytes after the first tenth, %zu at the end; handles %zu and %zu\n", name,
                 first.heap, last.heap, first.handles, last.handles);
     RecordProperty("heap_first_tenth", std::to_string(first.heap));
     RecordProperty("heap_end", std::to_string(last.heap));
-    for (const Measure& measure : measures) {
-      EXPECT_LE(measure.heap, first.heap + kSlack);
-      EXPECT_EQ(measure.handles, first.handles);
+    for (const Usage& usage : usages) {
+      EXPECT_LE(usage.heap, first.heap + kMaxGrowthBytes);
+      EXPECT_EQ(usage.handles, first.handles);
     }
     EXPECT_EQ(wininet.misuses, 0);
     EXPECT_EQ(cncLibrary.strayFrees, 0);
@@ -99,7 +98,7 @@ TEST_F(Endurance, A_hundred_thousand_PMC_passes_leave_memory_and_handles_flat) {
   auto& log = window.Get<ui::MemoryListBox>(ID_pmc_lstResult);
   int passes = 0;
   cncLibrary.onRead = [&] {
-    // Now and then the PMC refuses.
+    // One read in 1,000 fails.
     cncLibrary.readResult = ++passes % 1000 == 0 ? CncLibrary::kPmcError : int16_t{0};
     if (passes % 1000 == 0) cncLibrary.calls.clear();
   };
@@ -111,7 +110,7 @@ TEST_F(Endurance, A_hundred_thousand_PMC_passes_leave_memory_and_handles_flat) {
   EXPECT_EQ(passes, 100000);
 }
 
-TEST_F(Endurance, One_read_of_a_hundred_thousand_passes_keeps_its_log_within_its_bounds) {
+TEST_F(Endurance, The_log_of_a_hundred_thousand_PMC_passes_is_limited) {
   form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
   ui::MemoryForm& window = *lastForm;
   window.Get<ui::MemoryTextBox>(ID_txtCount).SetText(L"100000");
@@ -134,7 +133,7 @@ TEST_F(Endurance, Ten_thousand_ladders_leave_memory_and_handles_flat) {
       wininet.replies = {"230 logged in", "257 \"/\"", "226 done"};
       Click(ID_cmdAllTest);
       listings += static_cast<size_t>(List().lines.back() == L"226 done");
-      Forget();
+      ClearRecords();
     }
   });
   EXPECT_EQ(listings, 10000U);
@@ -150,12 +149,12 @@ TEST_F(Endurance, A_thousand_FTP_tests_leave_memory_and_handles_flat) {
       longest = std::max(longest, List().Count());
     }
   });
-  // The list keeps what was listed before, up to its own bound.
+  // Listings accumulate until the list is cleared at 1,000 lines.
   EXPECT_GT(longest, 1000);
   EXPECT_LT(longest, 1200);
 }
 
-TEST_F(Endurance, A_thousand_further_windows_leave_memory_flat) {
+TEST_F(Endurance, A_thousand_secondary_windows_leave_memory_flat) {
   ExpectFlat("1,000 about boxes and PMC windows", [&] {
     for (int i = 0; i < 100; ++i) {
       for (const int command : {ID_mnuHelpSub, ID_mnuPMC}) {

@@ -1,4 +1,4 @@
-#include "tests/failures/strike_every_call.h"
+#include "tests/failures/fail_every_call.h"
 
 namespace tarvik::test {
 namespace {
@@ -13,7 +13,7 @@ class CncFailures : public FailureTest {
   }
 };
 
-TEST_F(CncFailures, The_library_test_survives_every_failure) { StrikeEveryCall(LibraryTest("Library test")); }
+TEST_F(CncFailures, The_library_test_survives_every_failure) { FailEveryCall(LibraryTest("Library test")); }
 
 TEST_F(CncFailures, The_library_test_with_an_access_code_survives_every_failure) {
   Routine routine = LibraryTest("Library test with access code");
@@ -23,7 +23,7 @@ TEST_F(CncFailures, The_library_test_with_an_access_code_survives_every_failure)
     program.form.Get<ui::MemoryCheckBox>(ID_chkAccessCode).SetChecked(true);
     program.Box(ID_txtAccessCode).SetText(L"123");
   };
-  StrikeEveryCall(routine);
+  FailEveryCall(routine);
 }
 
 TEST_F(CncFailures, The_PMC_read_test_survives_every_failure) {
@@ -32,7 +32,7 @@ TEST_F(CncFailures, The_PMC_read_test_survives_every_failure) {
     program.Start();
     program.Address().SetText(L"192.168.1.100");
     program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
-    auto& window = *program.Further();
+    auto& window = *program.OtherWindow();
     window.Get<ui::MemoryTextBox>(ID_txtCount).SetText(L"3");
     window.Get<ui::MemoryTextBox>(ID_txtPmcLen).SetText(L"2");
     window.Get<ui::MemoryTextBox>(ID_txtSleep).SetText(L"300");
@@ -42,21 +42,23 @@ TEST_F(CncFailures, The_PMC_read_test_survives_every_failure) {
   };
   routine.prepare = [](FailingProgram& program) {
     program.cncLibrary.reads = 0;
-    auto& window = *program.Further();
+    auto& window = *program.OtherWindow();
     for (const int id : {ID_lstData, ID_pmc_lstResult}) window.Get<ui::MemoryListBox>(id).lines.clear();
     window.Get<ui::MemoryLabel>(ID_lblCount).SetCaption(L"");
   };
-  routine.run = [](FailingProgram& program) { program.Further()->Get<ui::MemoryButton>(ID_cmdRead).Click(); };
-  StrikeEveryCall(routine);
+  routine.run = [](FailingProgram& program) {
+    program.OtherWindow()->Get<ui::MemoryButton>(ID_cmdRead).Click();
+  };
+  FailEveryCall(routine);
 }
 
 TEST_F(CncFailures, The_PMC_window_survives_every_failure) {
   Routine routine{"PMC window"};
   routine.run = [](FailingProgram& program) {
     program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
-    if (ui::MemoryForm* const window = program.Further()) window->Close();
+    if (ui::MemoryForm* const window = program.OtherWindow()) window->Close();
   };
-  StrikeEveryCall(routine);
+  FailEveryCall(routine);
 }
 
 }  // namespace

@@ -16,10 +16,10 @@ class FailingWinsock final : public Failing<Winsock> {
  public:
   using Failing::Failing;
 
-  // The program ends a session that it could not begin, too.
+  // The program calls WSACleanup even after a failed WSAStartup.
   int WSAStartup(uint16_t versionRequested, WsaData& data) override {
     ++sessions;
-    const int way = Strike("WSAStartup", 4);
+    const int way = WayToFail("WSAStartup", 4);
     const int result = library_.WSAStartup(versionRequested, data);
     if (way == 1) return FailWith(10093);
     if (way == 2) return 10091;
@@ -29,20 +29,20 @@ class FailingWinsock final : public Failing<Winsock> {
   }
   int WSACleanup() override {
     --sessions;
-    const int way = Strike("WSACleanup", 1);
+    const int way = WayToFail("WSACleanup", 1);
     const int result = library_.WSACleanup();
     return way == 1 ? FailWith(10050) : result;
   }
   int WSAGetLastError() override {
-    if (plan_.Strike("WSAGetLastError", 1) == 1) return 0;
+    if (plan_.WayToFail("WSAGetLastError", 1) == 1) return 0;
     return error_ != 0 ? error_ : library_.WSAGetLastError();
   }
 
   int gethostname(char* name, int nameLength) override {
-    return Strike("gethostname", 1) == 1 ? FailWith(10050) : library_.gethostname(name, nameLength);
+    return WayToFail("gethostname", 1) == 1 ? FailWith(10050) : library_.gethostname(name, nameLength);
   }
   const HostEntry* gethostbyname(const char* name) override {
-    const int way = Strike("gethostbyname", 4);
+    const int way = WayToFail("gethostbyname", 4);
     const HostEntry* const found = library_.gethostbyname(name);
     if (way == 0 || found == nullptr) return found;
     FailWith(11001 + way);
@@ -54,23 +54,23 @@ class FailingWinsock final : public Failing<Winsock> {
     return &lie_;
   }
   uint32_t inet_addr(const char* text) override {
-    return Strike("inet_addr", 1) == 1 ? 0xFFFFFFFF : library_.inet_addr(text);
+    return WayToFail("inet_addr", 1) == 1 ? 0xFFFFFFFF : library_.inet_addr(text);
   }
   const char* inet_ntoa(uint32_t address) override {
-    return Strike("inet_ntoa", 1) == 1 ? nullptr : library_.inet_ntoa(address);
+    return WayToFail("inet_ntoa", 1) == 1 ? nullptr : library_.inet_ntoa(address);
   }
 
   Socket WSASocketA(int addressFamily, int type, int protocol, void* protocolInfo, uint32_t group,
                     uint32_t flags) override {
-    if (Strike("WSASocketA", 1) == 1) {
+    if (WayToFail("WSASocketA", 1) == 1) {
       FailWith(10024);
       return kInvalidSocket;
     }
-    return sockets.Give(library_.WSASocketA(addressFamily, type, protocol, protocolInfo, group, flags));
+    return sockets.Opened(library_.WSASocketA(addressFamily, type, protocol, protocolInfo, group, flags));
   }
   int WSAIoctl(Socket socket, uint32_t controlCode, void* in, uint32_t inSize, void* out, uint32_t outSize,
                uint32_t* bytesReturned, void* overlapped, void* completionRoutine) override {
-    const int way = Strike("WSAIoctl", 5);
+    const int way = WayToFail("WSAIoctl", 5);
     if (way == 1) return FailWith(10050);
     if (way == 2) return FailWith(kBufferTooSmall);
     const int result = library_.WSAIoctl(socket, controlCode, in, inSize, out, outSize, bytesReturned,
@@ -81,13 +81,13 @@ class FailingWinsock final : public Failing<Winsock> {
     return result;
   }
   int closesocket(Socket socket) override {
-    sockets.TakeBack(socket);
-    const int way = Strike("closesocket", 1);
+    sockets.Closed(socket);
+    const int way = WayToFail("closesocket", 1);
     const int result = library_.closesocket(socket);
     return way == 1 ? FailWith(10036) : result;
   }
 
-  int sessions = 0;  ///< begun and not ended
+  int sessions = 0;  ///< calls of WSAStartup without WSACleanup
   HandleLedger<Socket> sockets;
 
  private:
@@ -96,10 +96,10 @@ class FailingWinsock final : public Failing<Winsock> {
     return kSocketError;
   }
 
-  /// A new call, whose error is the library's until it is struck.
-  int Strike(const char* name, int ways) {
+  /// WSAGetLastError reports the library's own error unless this call is made to fail.
+  int WayToFail(const char* name, int ways) {
     error_ = 0;
-    return plan_.Strike(name, ways);
+    return plan_.WayToFail(name, ways);
   }
 
   int error_ = 0;
@@ -112,20 +112,20 @@ class FailingIcmp final : public Failing<IcmpLibrary> {
   using Failing::Failing;
 
   Handle IcmpCreateFile() override {
-    const int way = plan_.Strike("IcmpCreateFile", 2);
+    const int way = plan_.WayToFail("IcmpCreateFile", 2);
     if (way == 1) return 0;
-    return handles.Give(way == 2 ? -1 : library_.IcmpCreateFile());
+    return handles.Opened(way == 2 ? -1 : library_.IcmpCreateFile());
   }
   uint32_t IcmpSendEcho(Handle handle, uint32_t address, const void* requestData, uint16_t requestSize,
                         const IpOptionInformation* requestOptions, void* reply, uint32_t replySize,
                         uint32_t timeout) override {
-    const int way = plan_.Strike("IcmpSendEcho", 5);
+    const int way = plan_.WayToFail("IcmpSendEcho", 5);
     error_.reset();
     if (way == 1 || way == 2) {
       error_ = way == 1 ? 11010 : 11050;
       return 0;
     }
-    if (way == 4) return 1;  // and nothing written
+    if (way == 4) return 1;  // writes nothing
     if (way == 5) {
       std::memset(reply, 0xFF, replySize);
       return std::numeric_limits<uint32_t>::max();
@@ -142,13 +142,13 @@ class FailingIcmp final : public Failing<IcmpLibrary> {
     return replies;
   }
   int32_t IcmpCloseHandle(Handle handle) override {
-    handles.TakeBack(handle);
-    const int way = plan_.Strike("IcmpCloseHandle", 1);
+    handles.Closed(handle);
+    const int way = plan_.WayToFail("IcmpCloseHandle", 1);
     const int32_t result = library_.IcmpCloseHandle(handle);
     return way == 1 ? 0 : result;
   }
   uint32_t GetLastError() override {
-    if (plan_.Strike("GetLastError of ICMP", 1) == 1) return 0;
+    if (plan_.WayToFail("GetLastError of ICMP", 1) == 1) return 0;
     return error_.value_or(library_.GetLastError());
   }
 
@@ -166,12 +166,12 @@ class FailingIpHelper final : public Failing<IpHelper> {
     constexpr uint32_t kNoData = 232;
     constexpr uint32_t kNotSupported = 50;
     const uint32_t room = *size;
-    switch (plan_.Strike("GetAdaptersInfo", 6)) {
+    switch (plan_.WayToFail("GetAdaptersInfo", 6)) {
       case 1:
         return kNoData;
       case 2:
         return kNotSupported;
-      case 3:  // and nothing written
+      case 3:  // writes nothing
         return kSuccess;
       case 4:
         *size = 0;

@@ -19,7 +19,7 @@ class FailingSystem final : public Failing<System> {
   using Failing::Failing;
 
   bool GetVersionExA(OsVersionRecord& record) override {
-    const int way = plan_.Strike("GetVersionExA", 2);
+    const int way = plan_.WayToFail("GetVersionExA", 2);
     if (way == 1) return false;
     const bool known = library_.GetVersionExA(record);
     if (way == 2) record.platformId = 0;
@@ -27,7 +27,7 @@ class FailingSystem final : public Failing<System> {
   }
   uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
                                     uint32_t bufferSize, const std::wstring& path) override {
-    switch (plan_.Strike("GetPrivateProfileStringA", 3)) {
+    switch (plan_.WayToFail("GetPrivateProfileStringA", 3)) {
       case 1:
         return 0;
       case 2:  // and nothing written
@@ -41,16 +41,16 @@ class FailingSystem final : public Failing<System> {
   }
   std::optional<std::wstring> ReadMachineRegistry(const std::wstring& key,
                                                   const std::wstring& name) override {
-    const int way = plan_.Strike("Read of the registry", 2);
+    const int way = plan_.WayToFail("Read of the registry", 2);
     if (way == 1) return std::nullopt;
     if (way == 2) return std::wstring();
     return library_.ReadMachineRegistry(key, name);
   }
   std::string SortKey(std::wstring_view text) override {
-    return plan_.Strike("LCMapString", 1) == 1 ? std::string() : library_.SortKey(text);
+    return plan_.WayToFail("LCMapString", 1) == 1 ? std::string() : library_.SortKey(text);
   }
   std::wstring GeneralDateTime() override {
-    return plan_.Strike("GetDateFormat", 1) == 1 ? L" " : library_.GeneralDateTime();
+    return plan_.WayToFail("GetDateFormat", 1) == 1 ? L" " : library_.GeneralDateTime();
   }
 };
 
@@ -59,10 +59,10 @@ class FailingFiles final : public Failing<Files> {
   using Failing::Failing;
 
   bool Exists(const std::wstring& path) override {
-    return plan_.Strike("Exists", 1) != 1 && library_.Exists(path);
+    return plan_.WayToFail("Exists", 1) != 1 && library_.Exists(path);
   }
   std::optional<std::string> Read(const std::wstring& path) override {
-    const int way = plan_.Strike("Read of a file", 3);
+    const int way = plan_.WayToFail("Read of a file", 3);
     if (way == 1) {
       Refuse();
       return std::nullopt;
@@ -73,30 +73,30 @@ class FailingFiles final : public Failing<Files> {
     return bytes;
   }
   bool Write(const std::wstring& path, std::string_view bytes) override {
-    return plan_.Strike("Write of a file", 1) != 1 && library_.Write(path, bytes);
+    return plan_.WayToFail("Write of a file", 1) != 1 && library_.Write(path, bytes);
   }
   bool Delete(const std::wstring& path) override {
-    return plan_.Strike("Delete", 1) != 1 && library_.Delete(path);
+    return plan_.WayToFail("Delete", 1) != 1 && library_.Delete(path);
   }
   bool Copy(const std::wstring& from, const std::wstring& to) override {
-    return plan_.Strike("Copy", 1) == 1 ? Refuse() : Forward(library_.Copy(from, to));
+    return plan_.WayToFail("Copy", 1) == 1 ? Refuse() : Forward(library_.Copy(from, to));
   }
   bool Append(const std::wstring& path, std::string_view bytes) override {
-    return plan_.Strike("Append", 1) == 1 ? Refuse() : Forward(library_.Append(path, bytes));
+    return plan_.WayToFail("Append", 1) == 1 ? Refuse() : Forward(library_.Append(path, bytes));
   }
   std::optional<uint32_t> Attributes(const std::wstring& path) override {
-    if (plan_.Strike("Attributes", 1) == 1) {
+    if (plan_.WayToFail("Attributes", 1) == 1) {
       Refuse();
       return std::nullopt;
     }
     return Forward(library_.Attributes(path));
   }
   bool SetAttributes(const std::wstring& path, uint32_t attributes) override {
-    return plan_.Strike("SetAttributes", 1) == 1 ? Refuse()
-                                                 : Forward(library_.SetAttributes(path, attributes));
+    return plan_.WayToFail("SetAttributes", 1) == 1 ? Refuse()
+                                                    : Forward(library_.SetAttributes(path, attributes));
   }
   uint32_t LastError() const override {
-    if (plan_.Strike("LastError of a file", 1) == 1) return 0;
+    if (plan_.WayToFail("LastError of a file", 1) == 1) return 0;
     return refused_ ? kAccessDenied : library_.LastError();
   }
 
@@ -121,14 +121,15 @@ class FailingProcesses final : public Failing<Processes> {
   using Failing::Failing;
 
   uint32_t Shell(const std::wstring& commandLine, StartWindow window) override {
-    return plan_.Strike("Shell", 1) == 1 ? 0 : library_.Shell(commandLine, window);
+    return plan_.WayToFail("Shell", 1) == 1 ? 0 : library_.Shell(commandLine, window);
   }
   Handle OpenProcess(uint32_t access, uint32_t processId) override {
-    return plan_.Strike("OpenProcess", 1) == 1 ? 0 : handles.Give(library_.OpenProcess(access, processId));
+    return plan_.WayToFail("OpenProcess", 1) == 1 ? 0
+                                                  : handles.Opened(library_.OpenProcess(access, processId));
   }
   bool GetExitCodeProcess(Handle process, uint32_t& code) override {
     constexpr uint32_t kStillActive = 259;
-    const int way = plan_.Strike("GetExitCodeProcess", 3);
+    const int way = plan_.WayToFail("GetExitCodeProcess", 3);
     if (way == 1) return false;
     const bool read = library_.GetExitCodeProcess(process, code);
     if (way == 2) code = kStillActive;
@@ -136,36 +137,36 @@ class FailingProcesses final : public Failing<Processes> {
     return read;
   }
   bool CloseHandle(Handle handle) override {
-    handles.TakeBack(handle);
-    const int way = plan_.Strike("CloseHandle", 1);
+    handles.Closed(handle);
+    const int way = plan_.WayToFail("CloseHandle", 1);
     return library_.CloseHandle(handle) && way != 1;
   }
 
   HandleLedger<Handle> handles;
 };
 
-/// A conversion that fails gives nothing, or as many zeros as the text would have had.
+/// A failing conversion returns nothing, or a NUL for each character.
 class FailingCodePage final : public Failing<CodePage> {
  public:
   using Failing::Failing;
 
   std::string ToAnsi(std::wstring_view text) override {
-    return Spoilt(plan_.Strike("WideCharToMultiByte", 2), library_.ToAnsi(text));
+    return Damaged(plan_.WayToFail("WideCharToMultiByte", 2), library_.ToAnsi(text));
   }
   std::string ToOem(std::wstring_view text) override {
-    return Spoilt(plan_.Strike("WideCharToMultiByte", 2), library_.ToOem(text));
+    return Damaged(plan_.WayToFail("WideCharToMultiByte", 2), library_.ToOem(text));
   }
   std::wstring FromAnsi(std::string_view bytes) override {
-    return Spoilt(plan_.Strike("MultiByteToWideChar", 2), library_.FromAnsi(bytes));
+    return Damaged(plan_.WayToFail("MultiByteToWideChar", 2), library_.FromAnsi(bytes));
   }
   std::wstring FromLanguage(std::string_view bytes, int32_t language) override {
-    return Spoilt(plan_.Strike("MultiByteToWideChar of a language file", 2),
-                  library_.FromLanguage(bytes, language));
+    return Damaged(plan_.WayToFail("MultiByteToWideChar of a language file", 2),
+                   library_.FromLanguage(bytes, language));
   }
 
  private:
   template <typename Text>
-  static Text Spoilt(int way, Text text) {
+  static Text Damaged(int way, Text text) {
     if (way == 1) return {};
     if (way == 2) text.assign(text.size(), 0);
     return text;
@@ -177,11 +178,11 @@ class FailingSettings final : public Failing<SettingsStore> {
   using Failing::Failing;
 
   std::optional<std::wstring> Read(const std::wstring& section, const std::wstring& key) override {
-    if (plan_.Strike("Read of a setting", 1) == 1) return std::nullopt;
+    if (plan_.WayToFail("Read of a setting", 1) == 1) return std::nullopt;
     return library_.Read(section, key);
   }
   bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) override {
-    return plan_.Strike("Write of a setting", 1) != 1 && library_.Write(section, key, value);
+    return plan_.WayToFail("Write of a setting", 1) != 1 && library_.Write(section, key, value);
   }
 };
 
@@ -190,17 +191,17 @@ class FailingClipboard final : public Failing<Clipboard> {
   using Failing::Failing;
 
   void SetText(const std::wstring& text) override {
-    Strike("SetClipboardData");
+    ThrowIfFailing("SetClipboardData");
     library_.SetText(text);
   }
   std::wstring GetText() override {
-    Strike("GetClipboardData");
+    ThrowIfFailing("GetClipboardData");
     return library_.GetText();
   }
 
  private:
-  void Strike(const char* call) {
-    if (plan_.Strike(call, 1) == 1) throw RuntimeError(L"The clipboard is in use by another program.");
+  void ThrowIfFailing(const char* call) {
+    if (plan_.WayToFail(call, 1) == 1) throw RuntimeError(L"The clipboard is in use by another program.");
   }
 };
 

@@ -8,10 +8,10 @@
 namespace tarvik::test {
 namespace {
 
-/// More than the longest wait of the program takes.
+/// More than the longest run of these tests needs.
 constexpr int kMaxPauses = 5000;
 
-/// The name under which the plan knows a control's taking of a text.
+/// The Windows call that sets the text of such a control, as the plan's name for it.
 const char* NameOf(const ui::Element& element) {
   const std::wstring_view type = element.TypeName();
   if (type == L"ListBox") return "LB_ADDSTRING";
@@ -41,37 +41,37 @@ FailingProgram::FailingProgram(FailurePlan& failurePlan) : plan(failurePlan) {
   winsock.AddHost("cnc", {"10.0.0.5"});
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   for (const char* const host : {"192.168.1.100", "192.168.1.1", "10.0.0.5"}) icmp.AddHost(host);
-  form.beforeText = TakingTexts();
-  form.beforeCaption = [this] { TakeCaption(); };
+  form.beforeText = FailOnText();
+  form.beforeCaption = [this] { FailOnCaption(); };
   pump.onEvents = [this] { OnEvents(); };
 }
 
-ui::BeforeText FailingProgram::TakingTexts() {
+ui::BeforeText FailingProgram::FailOnText() {
   return [this](const ui::Element& element) {
-    if (plan.Strike(NameOf(element), 1) == 1) throw RuntimeError(L"A control does not take its text.");
+    if (plan.WayToFail(NameOf(element), 1) == 1) throw RuntimeError(L"The text of a control cannot be set.");
   };
 }
 
-void FailingProgram::TakeCaption() {
-  if (plan.Strike("SetWindowText", 1) == 1) throw RuntimeError(L"The window does not take its caption.");
+void FailingProgram::FailOnCaption() {
+  if (plan.WayToFail("SetWindowText", 1) == 1) throw RuntimeError(L"The window's caption cannot be set.");
 }
 
 void FailingProgram::OnEvents() {
   pump.stop = flags.stopRequested;
   if (++pauses_ < kMaxPauses) return;
   endless = true;
-  throw std::runtime_error("a run without an end");
+  throw std::runtime_error("the run does not end");
 }
 
 std::unique_ptr<ui::Form> FailingProgram::NewForm() {
-  if (plan.Strike("CreateWindow", 1) == 1) throw RuntimeError(L"The window cannot be created.");
+  if (plan.WayToFail("CreateWindow", 1) == 1) throw RuntimeError(L"The window cannot be created.");
   auto made = std::make_unique<ui::MemoryForm>(screen);
-  const auto life = std::make_shared<int>();
-  // The form keeps what stands for its life.
-  made->beforeText = [life, take = TakingTexts()](const ui::Element& element) { take(element); };
-  made->beforeCaption = [this] { TakeCaption(); };
-  furtherLife_ = life;
-  further_ = made.get();
+  const auto alive = std::make_shared<int>();
+  // Captured by the form, so that it expires with the form.
+  made->beforeText = [alive, fail = FailOnText()](const ui::Element& element) { fail(element); };
+  made->beforeCaption = [this] { FailOnCaption(); };
+  otherAlive_ = alive;
+  other_ = made.get();
   return made;
 }
 
@@ -82,7 +82,7 @@ std::unique_ptr<ui::Form> FailingProgram::NewForm(const std::wstring& windowClas
     delete token;
     if (onDestroy) onDestroy(windowClass);
   });
-  further_->beforeText = [end, take = further_->beforeText](const ui::Element& element) { take(element); };
+  other_->beforeText = [end, fail = other_->beforeText](const ui::Element& element) { fail(element); };
   return made;
 }
 

@@ -17,19 +17,19 @@
 
 namespace tarvik::test {
 
-/// The whole program on recorded libraries, each behind one that fails as the plan says.
+/// The whole program on fake libraries, each wrapped in one that fails according to the plan.
 class FailingProgram : public FakeProgram {
  public:
   explicit FailingProgram(FailurePlan& plan);
   FailingProgram(const FailingProgram&) = delete;
   FailingProgram& operator=(const FailingProgram&) = delete;
 
-  /// As the process does it: the main window, then its start-up. An error that leaves either is shown;
-  /// without a main window the process ends.
+  /// Constructs the main window and runs its start-up as the process does. Shows an error of either in a
+  /// message box; without a main window the process ends.
   void Start(const std::wstring& commandLine = L"-LANGID 1 -X 0", bool familyEdition = false);
-  /// A run begins; what has no end is told by the length of one run.
+  /// Resets the count of pauses by which OnEvents recognises a run that does not end.
   void BeginRun() { pauses_ = 0; }
-  /// The user closes the main window, and the process ends. False when the window stays.
+  /// Closes the main window as the user does, then destroys it. False when the window refuses.
   bool Close();
 
   FailurePlan& plan;
@@ -52,28 +52,28 @@ class FailingProgram : public FakeProgram {
   FailingSvcKit failingSvcKit{plan, svcKit};
   FailingCncLibrary failingCncLibrary{plan, cncLibrary};
 
-  /// The latest window beside the main one; null when there is none.
-  ui::MemoryForm* Further() const { return furtherLife_.expired() ? nullptr : further_; }
+  /// The latest secondary window; null after its destruction.
+  ui::MemoryForm* OtherWindow() const { return otherAlive_.expired() ? nullptr : other_; }
 
-  /// Hear of the secondary windows by their classes: before one is created, and when one is destroyed.
+  /// Called before a secondary window is created, and when it is destroyed.
   std::function<void(const std::wstring&windowClass)> onCreate, onDestroy;
-  bool endless = false;  ///< something came to no end and had to be stopped
+  bool endless = false;  ///< a run did not end and was aborted
   std::unique_ptr<Form1> form1;
 
  private:
   void Construct(const std::wstring& commandLine, bool familyEdition);
   std::unique_ptr<ui::Form> NewForm();
-  /// The same, reported by onCreate and onDestroy.
+  /// The same with calls of onCreate and onDestroy.
   std::unique_ptr<ui::Form> NewForm(const std::wstring& windowClass);
-  /// How the controls of a form take their texts.
-  ui::BeforeText TakingTexts();
-  /// How a form takes its own.
-  void TakeCaption();
+  /// Makes setting a control's text fail when the plan says so.
+  ui::BeforeText FailOnText();
+  /// The same for the window's own caption.
+  void FailOnCaption();
   void OnEvents();
 
   int pauses_ = 0;
-  ui::MemoryForm* further_ = nullptr;
-  std::weak_ptr<int> furtherLife_;
+  ui::MemoryForm* other_ = nullptr;
+  std::weak_ptr<int> otherAlive_;
 };
 
 }  // namespace tarvik::test

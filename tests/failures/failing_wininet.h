@@ -16,47 +16,47 @@ class FailingWininet final : public Failing<Wininet> {
   Handle InternetOpenA(const char* agent, uint32_t accessType, const char* proxy, const char* proxyBypass,
                        uint32_t flags) override {
     reply_ = "";
-    return Strike("InternetOpenA") ? 0 : library_.InternetOpenA(agent, accessType, proxy, proxyBypass, flags);
+    return Fails("InternetOpenA") ? 0 : library_.InternetOpenA(agent, accessType, proxy, proxyBypass, flags);
   }
   Handle InternetConnectA(Handle session, const char* host, uint16_t port, const char* user,
                           const char* password, uint32_t service, uint32_t flags,
                           uintptr_t context) override {
-    const int way = plan_.Strike("InternetConnectA", 3);
+    const int way = plan_.WayToFail("InternetConnectA", 3);
     error_.reset();
-    if (way == 2) Lack("InternetConnectA");
+    if (way == 2) ThrowMissing("InternetConnectA");
     reply_ = way == 0 ? nullptr : way == 1 ? "" : "530 Login incorrect.";
-    if (way != 0) return Fail(kCutOff);
+    if (way != 0) return Fail(kConnectionAborted);
     return library_.InternetConnectA(session, host, port, user, password, service, flags, context);
   }
   StatusCallback InternetSetStatusCallback(Handle handle, StatusCallback callback) override {
-    return Strike("InternetSetStatusCallback") ? nullptr
-                                               : library_.InternetSetStatusCallback(handle, callback);
+    return Fails("InternetSetStatusCallback") ? nullptr
+                                              : library_.InternetSetStatusCallback(handle, callback);
   }
   int32_t FtpGetCurrentDirectoryA(Handle connection, char* buffer, uint32_t* length) override {
-    return GiveText("FtpGetCurrentDirectoryA", buffer, length,
-                    [&] { return library_.FtpGetCurrentDirectoryA(connection, buffer, length); });
+    return ReturnText("FtpGetCurrentDirectoryA", buffer, length,
+                      [&] { return library_.FtpGetCurrentDirectoryA(connection, buffer, length); });
   }
   int32_t FtpSetCurrentDirectoryA(Handle connection, const char* directory) override {
-    return Strike("FtpSetCurrentDirectoryA") ? 0 : library_.FtpSetCurrentDirectoryA(connection, directory);
+    return Fails("FtpSetCurrentDirectoryA") ? 0 : library_.FtpSetCurrentDirectoryA(connection, directory);
   }
   Handle FtpFindFirstFileA(Handle connection, const char* pattern, FindData* found, uint32_t flags,
                            uintptr_t context) override {
-    return Strike("FtpFindFirstFileA")
+    return Fails("FtpFindFirstFileA")
                ? 0
                : library_.FtpFindFirstFileA(connection, pattern, found, flags, context);
   }
   int32_t InternetFindNextFileA(Handle search, FindData* found) override {
-    const int way = plan_.Strike("InternetFindNextFileA", 4);
+    const int way = plan_.WayToFail("InternetFindNextFileA", 4);
     error_.reset();
-    if (way == 1) return Fail(kCutOff);
-    if (way == 2) Lack("InternetFindNextFileA");
+    if (way == 1) return Fail(kConnectionAborted);
+    if (way == 2) ThrowMissing("InternetFindNextFileA");
     const int32_t result = library_.InternetFindNextFileA(search, found);
     if (way == 3 && result != 0) std::memset(found, 'x', sizeof *found);
     if (way == 4 && result != 0) *found = FindData();
     return result;
   }
   int32_t InternetGetLastResponseInfoA(uint32_t* error, char* buffer, uint32_t* length) override {
-    return GiveText("InternetGetLastResponseInfoA", buffer, length, [&] {
+    return ReturnText("InternetGetLastResponseInfoA", buffer, length, [&] {
       if (reply_ == nullptr) return library_.InternetGetLastResponseInfoA(error, buffer, length);
       *length = static_cast<uint32_t>(std::strlen(reply_));
       std::memcpy(buffer, reply_, *length + 1);
@@ -64,9 +64,9 @@ class FailingWininet final : public Failing<Wininet> {
     });
   }
   int32_t InternetCloseHandle(Handle handle) override {
-    const int way = plan_.Strike("InternetCloseHandle", 1);
+    const int way = plan_.WayToFail("InternetCloseHandle", 1);
     const int32_t result = library_.InternetCloseHandle(handle);
-    return way == 1 ? Fail(kCutOff) : result;
+    return way == 1 ? Fail(kConnectionAborted) : result;
   }
   int32_t FtpGetFileA(Handle connection, const char* remoteFile, const char* newFile, int32_t failIfExists,
                       uint32_t attributes, uint32_t flags, uintptr_t context) override {
@@ -89,33 +89,33 @@ class FailingWininet final : public Failing<Wininet> {
     return library_.FtpRemoveDirectoryA(connection, directory);
   }
   uint32_t GetLastError() override {
-    if (plan_.Strike("GetLastError of Wininet", 1) == 1) return 0;
+    if (plan_.WayToFail("GetLastError of Wininet", 1) == 1) return 0;
     return error_.value_or(library_.GetLastError());
   }
 
  private:
-  static constexpr uint32_t kCutOff = 12030;
+  static constexpr uint32_t kConnectionAborted = 12030;
   static constexpr uint32_t kInsufficientBuffer = 122;
 
   int32_t Fail(uint32_t error) {
     error_ = error;
     return 0;
   }
-  /// True when the call fails; one that the library lacks throws.
-  bool Strike(const char* call) {
-    const int way = plan_.Strike(call, 2);
+  /// True when the call fails. Throws when it fails as a missing export.
+  bool Fails(const char* call) {
+    const int way = plan_.WayToFail(call, 2);
     error_.reset();
-    if (way == 2) Lack(call);
-    if (way == 1) error_ = kCutOff;
+    if (way == 2) ThrowMissing(call);
+    if (way == 1) error_ = kConnectionAborted;
     return way == 1;
   }
   template <typename Call>
-  int32_t GiveText(const char* name, char* buffer, uint32_t* length, Call call) {
+  int32_t ReturnText(const char* name, char* buffer, uint32_t* length, Call call) {
     const uint32_t room = *length;
     error_.reset();
-    switch (plan_.Strike(name, 5)) {
+    switch (plan_.WayToFail(name, 5)) {
       case 1:
-        return Fail(kCutOff);
+        return Fail(kConnectionAborted);
       case 2:
         *length = 0;
         return Fail(kInsufficientBuffer);
@@ -123,17 +123,17 @@ class FailingWininet final : public Failing<Wininet> {
         std::memset(buffer, 'x', room);
         *length = std::numeric_limits<uint32_t>::max();
         return 1;
-      case 4:  // and nothing written
+      case 4:  // writes nothing
         return 1;
       case 5:
-        Lack(name);
+        ThrowMissing(name);
       default:
         return call();
     }
   }
 
   std::optional<uint32_t> error_;
-  const char* reply_ = nullptr;  ///< that of a server to which there is no connection; null = there is one
+  const char* reply_ = nullptr;  ///< the reply to a failed connection; null = the library's own
 };
 
 }  // namespace tarvik::test

@@ -1,9 +1,9 @@
-#include "tests/failures/strike_every_call.h"
+#include "tests/failures/fail_every_call.h"
 
 namespace tarvik::test {
 namespace {
 
-/// The rungs of a ladder have every pair of failures in tests of their own.
+/// Ladders are tested with one pair of each kind; other tests cover all pairs of each rung.
 class FtpFailures : public FailureTest {
  protected:
   static void PrepareServer(FailingProgram& program) {
@@ -22,30 +22,29 @@ class FtpFailures : public FailureTest {
     Routine routine{name};
     routine.prepare = PrepareServer;
     routine.run = [button](FailingProgram& program) { program.Click(button); };
-    routine.silences = {
-        {"InternetGetLastResponseInfoA", "a reply that cannot be had reads as an empty one"},
-        {"MultiByteToWideChar", "nor does one appear that is no text"},
-        {"FtpFindFirstFileA", "a directory that cannot be listed reads as an empty one"},
-        {"InternetFindNextFileA", "a listing ends where the server ends it, whatever its reason"}};
+    routine.silences = {{"InternetGetLastResponseInfoA", "a reply that cannot be read counts as empty"},
+                        {"MultiByteToWideChar", "a reply that cannot be converted counts as empty"},
+                        {"FtpFindFirstFileA", "a directory that cannot be listed looks empty"},
+                        {"InternetFindNextFileA", "a listing that the server cuts off looks complete"}};
     return routine;
   }
 };
 
 TEST_F(FtpFailures, The_FTP_test_survives_every_failure) {
-  StrikeEveryCall(Click("FTP test", ID_cmdFtpConnect));
+  FailEveryCall(Click("FTP test", ID_cmdFtpConnect));
 }
 
 TEST_F(FtpFailures, The_FTP_pages_ladder_survives_every_failure) {
   Routine routine = Click("All tests of the FTP page", ID_cmdAllFtpTest);
   routine.pairs = Pairs::OfEachKind;
-  StrikeEveryCall(routine);
+  FailEveryCall(routine);
 }
 
 TEST_F(FtpFailures, The_whole_ladder_survives_every_failure) {
   Routine routine = Click("Whole ladder", ID_cmdAllTest);
   routine.start = [](FailingProgram& program) { program.Start(L"-LANGID 1 -X 8"); };
   routine.pairs = Pairs::OfEachKind;
-  StrikeEveryCall(routine);
+  FailEveryCall(routine);
 }
 
 }  // namespace

@@ -1,13 +1,13 @@
 #include "k7/services_file_adding.h"
 #include "k7/svc_utl.h"
-#include "tests/failures/strike_every_call.h"
+#include "tests/failures/fail_every_call.h"
 
 namespace tarvik::test {
 namespace {
 
 class K7Failures : public FailureTest {
  protected:
-  /// A command of the K7 Svc page to a service in this state.
+  /// A command of the K7 Svc page while the service is in this state.
   static Routine Command(const char* name, int32_t state, std::function<void(FailingProgram&)> command) {
     Routine routine{name};
     routine.prepare = [state](FailingProgram& program) {
@@ -20,7 +20,7 @@ class K7Failures : public FailureTest {
     return routine;
   }
 
-  /// A method of the service utility; the list tells when it has succeeded.
+  /// A method of the service utility; a line of the list shows its success.
   static Routine Method(const char* name, int32_t state, const std::function<bool(SvcUtl&)>& method) {
     return Command(name, state, [method](FailingProgram& program) {
       SvcUtl utility(program.failingSvcKit, FileUtil(program.failingKernel, program.failingVersions),
@@ -46,50 +46,51 @@ TEST_F(K7Failures, The_API_test_survives_every_failure) {
   };
   routine.run = [](FailingProgram& program) { program.Click(ID_cmdK7Api); };
   routine.check = [](FailingProgram& program) -> std::string {
-    // A button that does not take its caption ends the test before it has begun.
-    const auto& struck = program.plan.Struck();
-    const int wanted = !struck.empty() && struck.front().name == std::string_view("SetWindowText") &&
-                               program.k7Api.calls.empty()
-                           ? 0
-                           : 1;
-    return program.failingK7Api.cleanups == wanted ? "" : "the library is not cleaned up once";
+    // A button whose caption cannot be set ends the test before its first call.
+    const auto& failed = program.plan.Failed();
+    const int expected = !failed.empty() && failed.front().name == std::string_view("SetWindowText") &&
+                                 program.k7Api.calls.empty()
+                             ? 0
+                             : 1;
+    return program.failingK7Api.cleanups == expected ? "" : "K7_WSACleanup was not called exactly once";
   };
-  StrikeEveryCall(routine);
+  FailEveryCall(routine);
 }
 
 TEST_F(K7Failures, The_state_of_the_service_survives_every_failure) {
   Routine routine = Command("K7 service, state", SvcUtl::pSvcCondRunning,
                             [](FailingProgram& program) { program.Label(ID_lblK7ServerStatus).Click(); });
   for (const int way : {2, 4, 5, 6})
-    routine.silences.push_back({"QSetup_GetServiceStatus", "a state without a name is not shown", way});
-  StrikeEveryCall(routine);
+    routine.silences.push_back(
+        {"QSetup_GetServiceStatus", "a state without a name leaves the label unchanged", way});
+  FailEveryCall(routine);
 }
 
 TEST_F(K7Failures, The_start_of_the_service_survives_every_failure) {
-  StrikeEveryCall(Command("K7 service, start", SvcUtl::pSvcCondStopped,
-                          [](FailingProgram& program) { program.Click(ID_cmdStartStopK7Server_1); }));
+  FailEveryCall(Command("K7 service, start", SvcUtl::pSvcCondStopped,
+                        [](FailingProgram& program) { program.Click(ID_cmdStartStopK7Server_1); }));
 }
 
 TEST_F(K7Failures, The_stop_of_the_service_survives_every_failure) {
-  StrikeEveryCall(Command("K7 service, stop", SvcUtl::pSvcCondRunning,
-                          [](FailingProgram& program) { program.Click(ID_cmdStartStopK7Server_0); }));
+  FailEveryCall(Command("K7 service, stop", SvcUtl::pSvcCondRunning,
+                        [](FailingProgram& program) { program.Click(ID_cmdStartStopK7Server_0); }));
 }
 
 TEST_F(K7Failures, The_debug_launch_survives_every_failure) {
-  StrikeEveryCall(Command("K7 debug launch", SvcUtl::pSvcCondStopped,
-                          [](FailingProgram& program) { program.Click(ID_cmdK7ServerDebug); }));
+  FailEveryCall(Command("K7 debug launch", SvcUtl::pSvcCondStopped,
+                        [](FailingProgram& program) { program.Click(ID_cmdK7ServerDebug); }));
 }
 
 TEST_F(K7Failures, The_setup_of_a_service_survives_every_failure) {
-  StrikeEveryCall(Method("K7 service, setup", SvcUtl::pSvcCondStopped, [](SvcUtl& utility) -> bool {
+  FailEveryCall(Method("K7 service, setup", SvcUtl::pSvcCondStopped, [](SvcUtl& utility) -> bool {
     return utility.mSetupService(L"K7Server", L"K7 Server", L"C:\\K7Server.exe",
                                  SvcUtl::pSvcStartTypeAutoStart);
   }));
 }
 
 TEST_F(K7Failures, The_removal_of_a_service_survives_every_failure) {
-  StrikeEveryCall(Method("K7 service, removal", SvcUtl::pSvcCondRunning,
-                         [](SvcUtl& utility) -> bool { return utility.mRemoveService(L"K7Server"); }));
+  FailEveryCall(Method("K7 service, removal", SvcUtl::pSvcCondRunning,
+                       [](SvcUtl& utility) -> bool { return utility.mRemoveService(L"K7Server"); }));
 }
 
 TEST_F(K7Failures, The_check_of_the_services_file_survives_every_failure) {
@@ -100,9 +101,9 @@ TEST_F(K7Failures, The_check_of_the_services_file_survives_every_failure) {
   };
   routine.run = [](FailingProgram& program) { program.Tabs().BringToFront(kK7SvcPage); };
   for (const int way : {2, 3})
-    routine.silences.push_back({"Read of a file", "a file without the entry shows no port", way});
-  routine.silences.push_back({"WideCharToMultiByte", "nor does one with a name that cannot be looked for"});
-  StrikeEveryCall(routine);
+    routine.silences.push_back({"Read of a file", "without the entry no port is shown", way});
+  routine.silences.push_back({"WideCharToMultiByte", "without the name's bytes the entry is not found"});
+  FailEveryCall(routine);
 }
 
 TEST_F(K7Failures, Adding_to_the_services_file_survives_every_failure) {
@@ -123,13 +124,13 @@ TEST_F(K7Failures, Adding_to_the_services_file_survives_every_failure) {
   };
   routine.check = [](FailingProgram& program) -> std::string {
     if (!program.files.contents[FailingProgram::kServicesFile].starts_with(kBefore))
-      return "what the file held is gone";
+      return "the file has lost earlier contents";
     if (program.files.attributes[FailingProgram::kServicesFile] != 0x21 &&
-        !program.plan.HasStruck("SetAttributes"))
+        !program.plan.HasFailed("SetAttributes"))
       return "the file's attributes are not restored";
     return "";
   };
-  StrikeEveryCall(routine);
+  FailEveryCall(routine);
 }
 
 TEST_F(K7Failures, The_editor_for_the_services_file_survives_every_failure) {
@@ -137,7 +138,7 @@ TEST_F(K7Failures, The_editor_for_the_services_file_survives_every_failure) {
   routine.run = [](FailingProgram& program) {
     program.Label(ID_lblK7UdpPortNo).PressMouse(ui::kLeftButton, ui::kCtrlHeld | ui::kAltHeld);
   };
-  StrikeEveryCall(routine);
+  FailEveryCall(routine);
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
-#include "tests/failures/strike_every_call.h"
+#include "tests/failures/fail_every_call.h"
 
 namespace tarvik::test {
 namespace {
 
 class NetworkFailures : public FailureTest {
  protected:
-  /// A ping of the address, so many echoes to each host.
+  /// A ping of the address with `count` echoes per host.
   static Routine Ping(const char* name, const std::wstring& address, const std::wstring& count) {
     Routine routine{name};
     routine.prepare = [address, count](FailingProgram& program) {
@@ -18,13 +18,13 @@ class NetworkFailures : public FailureTest {
 };
 
 TEST_F(NetworkFailures, A_ping_on_the_own_subnet_survives_every_failure) {
-  StrikeEveryCall(Ping("Ping on the own subnet", L"192.168.1.100", L"2"));
+  FailEveryCall(Ping("Ping on the own subnet", L"192.168.1.100", L"2"));
 }
 
 TEST_F(NetworkFailures, A_ping_through_a_gateway_survives_every_failure) {
   Routine routine = Ping("Ping of a name through a gateway", L"cnc", L"1");
-  routine.silences = {{"WSAIoctl", "the PC's own address is shown only when it is the only one"}};
-  StrikeEveryCall(routine);
+  routine.silences = {{"WSAIoctl", "the PC's address is shown only when it is the only one"}};
+  FailEveryCall(routine);
 }
 
 TEST_F(NetworkFailures, A_ping_from_a_PC_with_many_addresses_survives_every_failure) {
@@ -35,7 +35,7 @@ TEST_F(NetworkFailures, A_ping_from_a_PC_with_many_addresses_survives_every_fail
     program.winsock.refusesSmallBuffer = true;
     program.Start();
   };
-  StrikeEveryCall(routine);
+  FailEveryCall(routine);
 }
 
 TEST_F(NetworkFailures, A_ping_on_Windows_NT_4_survives_every_failure) {
@@ -58,12 +58,12 @@ TEST_F(NetworkFailures, A_ping_on_Windows_NT_4_survives_every_failure) {
     bool left = false;
     for (const wchar_t* const name : {L"C:\\Program\\ipconfig.txt", L"C:\\Program\\ipconfig.bat"})
       left = program.files.contents.erase(name) != 0 || left;
-    // What cannot be deleted, or not even be seen, stays.
-    return left && !program.plan.HasStruck("Delete") && !program.plan.HasStruck("Exists")
-               ? "a file is left behind"
+    // A file stays when deleting it or looking for it fails.
+    return left && !program.plan.HasFailed("Delete") && !program.plan.HasFailed("Exists")
+               ? "a temporary file was not deleted"
                : "";
   };
-  StrikeEveryCall(routine);
+  FailEveryCall(routine);
 }
 
 }  // namespace

@@ -1,31 +1,31 @@
-#include "tests/failures/strike_every_call.h"
+#include "tests/failures/fail_every_call.h"
 
 namespace tarvik::test {
 namespace {
 
-/// With every kind of option; the K7 API test is not among the rungs, because it would take long.
+/// Every kind of option. No K7 API test (4) in -X: it would take too long.
 constexpr wchar_t kWholeCommandLine[] =
     L"-X 11 -LOCALEID 1033 -LANGID 1 -PING_N 1 -FTP_USER anna -FTP_PASSWD code 192.168.1.100;code";
 
 class ShellFailures : public FailureTest {
  protected:
-  /// The start-up of the program, and behind each failure a ping with what came up.
+  /// The start-up. After each failure the program must still be able to ping.
   static Routine StartUp(const char* name, const wchar_t* commandLine, bool familyEdition) {
     Routine routine{name};
     routine.start = nullptr;
-    routine.captionsTell = true;
-    routine.again = false;
+    routine.captionsReport = true;
+    routine.runsAgain = false;
     routine.pairs = Pairs::OfEachKind;
     routine.run = [=](FailingProgram& program) { program.Start(commandLine, familyEdition); };
     routine.check = [](FailingProgram& program) -> std::string {
       if (!program.form1) return "";
-      if (!program.plan.HasStruck("WSAStartup") && program.List().horizontalExtent == 0)
-        return "start-up has not come to its end";
-      // The first caption that is loaded, and the last.
+      if (!program.plan.HasFailed("WSAStartup") && program.List().horizontalExtent == 0)
+        return "start-up was not completed";
+      // The first and the last caption to be loaded.
       const bool captions = program.form.Caption().starts_with(L"text ") ||
                             program.Label(ID_lblResult).Caption().starts_with(L"text ");
-      if (program.plan.Struck().size() == 1 && program.plan.HasStruck("SetWindowText") && !captions)
-        return "one refused caption has cost the others theirs";
+      if (program.plan.Failed().size() == 1 && program.plan.HasFailed("SetWindowText") && !captions)
+        return "one failed caption kept the others from being loaded";
       program.form1->Results().ClearList();
       program.Address().SetText(L"192.168.1.100");
       program.Box(ID_txtPingReqCount).SetText(L"1");
@@ -33,20 +33,20 @@ class ShellFailures : public FailureTest {
       const auto& lines = program.List().lines;
       return lines.size() == 2 && lines[1].starts_with(L"0001 Reply From 192.168.1.100")
                  ? ""
-                 : "the program does not ping behind its start-up";
+                 : "the program cannot ping after its start-up";
     };
     routine.silences = {
         {"Read of a setting", "an address of the history that cannot be read is left out"},
-        {"TxDecd", "a secret that decodes to nothing is an empty one"},
-        {"MultiByteToWideChar", "and so is one that is no text"},
+        {"TxDecd", "a secret that decodes to nothing is empty"},
+        {"MultiByteToWideChar", "a secret that cannot be converted is empty"},
     };
     return routine;
   }
 
-  /// The end of a program in which every window was open.
+  /// Closing the program; `withWindows`: with the PMC window and the about box open.
   static Routine ShutDown(const char* name, bool familyEdition, bool withWindows) {
     Routine routine{name};
-    routine.again = false;
+    routine.runsAgain = false;
     routine.start = [=](FailingProgram& program) {
       program.Start(L"-LANGID 1 -X 0", familyEdition);
       if (!withWindows) return;
@@ -55,47 +55,47 @@ class ShellFailures : public FailureTest {
     };
     routine.run = [](FailingProgram& program) { program.form.Close(); };
     routine.check = [](FailingProgram& program) -> std::string {
-      return program.form.unloaded ? "" : "the window stays";
+      return program.form.unloaded ? "" : "the window does not close";
     };
     return routine;
   }
 };
 
 TEST_F(ShellFailures, The_familys_start_up_survives_every_failure) {
-  StrikeEveryCall(StartUp("Start-up of the family's edition", kWholeCommandLine, true));
+  FailEveryCall(StartUp("Start-up of the family's edition", kWholeCommandLine, true));
 }
 
 TEST_F(ShellFailures, The_general_start_up_survives_every_failure) {
-  StrikeEveryCall(StartUp("Start-up of the general edition", kWholeCommandLine, false));
+  FailEveryCall(StartUp("Start-up of the general edition", kWholeCommandLine, false));
 }
 
 TEST_F(ShellFailures, A_start_up_without_a_command_line_survives_every_failure) {
   Routine routine = StartUp("Start-up without a command line", L"", true);
   routine.pairs = Pairs::None;
   routine.silences.resize(1);
-  StrikeEveryCall(routine);
+  FailEveryCall(routine);
 }
 
 TEST_F(ShellFailures, Shut_down_survives_every_failure) {
-  StrikeEveryCall(ShutDown("Shut-down of the family's edition", true, false));
-  StrikeEveryCall(ShutDown("Shut-down of the general edition", false, false));
-  StrikeEveryCall(ShutDown("Shut-down with further windows", false, true));
+  FailEveryCall(ShutDown("Shut-down of the family's edition", true, false));
+  FailEveryCall(ShutDown("Shut-down of the general edition", false, false));
+  FailEveryCall(ShutDown("Shut-down with other windows open", false, true));
 }
 
 TEST_F(ShellFailures, The_about_box_survives_every_failure) {
   Routine routine{"About box"};
   routine.run = [](FailingProgram& program) {
     program.form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
-    ui::MemoryForm* const box = program.Further();
+    ui::MemoryForm* const box = program.OtherWindow();
     if (box == nullptr) return;
     box->Get<ui::MemoryButton>(ID_cmdSysInfo).Click();
     box->Get<ui::MemoryButton>(ID_cmdOK).Click();
   };
-  routine.silences = {{"GetVersionExA", "a Windows that does not tell its version has no name in the box"},
+  routine.silences = {{"GetVersionExA", "without a version Windows has no name in the box"},
                       {"GetFileVersionInfoSizeW", "a module without a version is shown without it"},
                       {"GetFileVersionInfoW", "a module without a version is shown without it"},
                       {"VerQueryValueW", "a module without a version is shown without it"}};
-  StrikeEveryCall(routine);
+  FailEveryCall(routine);
 }
 
 TEST_F(ShellFailures, Copying_and_pasting_survive_every_failure) {
@@ -108,7 +108,7 @@ TEST_F(ShellFailures, Copying_and_pasting_survive_every_failure) {
       program.clipboard.text = L"three\r\nfour\r\n";
     };
     routine.run = [](FailingProgram& program) { program.List().DoubleClick(); };
-    StrikeEveryCall(routine);
+    FailEveryCall(routine);
   }
 }
 
