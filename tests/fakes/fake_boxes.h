@@ -8,7 +8,7 @@
 
 namespace tarvik::test {
 
-/// Message boxes that a quick user answers at once.
+/// Message boxes that are answered at once.
 class FakeBoxes final : public report::MessageBoxes {
  public:
   struct Box {
@@ -39,7 +39,7 @@ class FakeBoxes final : public report::MessageBoxes {
 
   std::vector<Box> boxes;
   bool answerYes = false;
-  std::function<void()> onShow;  ///< window events that run while a box is open
+  std::function<void()> onShow;  ///< events that are handled while a box is open
 
  private:
   void Open(Box box) {

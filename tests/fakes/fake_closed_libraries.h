@@ -10,7 +10,7 @@
 
 namespace tarvik::test {
 
-/// The family's configuration library in memory; it writes down in which order it is called.
+/// The family's configuration library in memory. Records the calls in order.
 class FakeConfiguration final : public ConfigurationLibrary {
  public:
   bool Available() override { return available; }
@@ -29,21 +29,21 @@ class FakeConfiguration final : public ConfigurationLibrary {
   bool available = true;
   int32_t language = 1033;
   std::string folder = "C:\\Data";
-  bool terminated = true;
+  bool terminated = true;  ///< the folder ends with a NUL
   int32_t folderResult = 0;
-  std::string lacking;  ///< the call that the library does not have
+  std::string lacking;  ///< the call that the library does not export
   int32_t askedLength = 0;
   std::vector<std::string> calls;
 
  private:
   int32_t Call(const char* name, int32_t result) {
-    if (lacking == name) throw RuntimeError(L"The library lacks a call.");
+    if (lacking == name) throw RuntimeError(L"The library does not export a call.");
     calls.emplace_back(name);
     return result;
   }
 };
 
-/// Decodes by putting "plain " in front; refuses what begins with "!".
+/// Decodes every secret to `output`.
 class FakeTxCodec final : public TxCodec {
  public:
   int32_t TxDecd(TxCodecRecord& record) override {

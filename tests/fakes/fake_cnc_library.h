@@ -14,8 +14,7 @@
 
 namespace tarvik::test {
 
-/// A CNC library without a controller: answers as told, writes down every call with its arguments, and
-/// knows which handles are out.
+/// A CNC library without a controller. Records every call with its arguments, and which handles are open.
 class FakeCncLibrary final : public CncLibrary {
  public:
   int16_t nx_allochandle3(const char* address, int16_t port, int32_t timeOut, Handle& handle) override {
@@ -61,15 +60,15 @@ class FakeCncLibrary final : public CncLibrary {
     return 0;
   }
 
-  /// Every handle was given back, once.
+  /// True when every handle was freed exactly once.
   bool AllGivenBack() const { return out.empty() && strayFrees == 0; }
-  /// The names of the calls in their order.
+  /// The names of the calls, in order.
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
     for (const std::string& call : calls) names.push_back(call.substr(0, call.find('(')));
     return names;
   }
-  /// How often that call was made.
+  /// Number of calls of that name.
   long Count(std::string_view name) const {
     const auto names = Names();
     return std::count(names.begin(), names.end(), name);
@@ -80,15 +79,15 @@ class FakeCncLibrary final : public CncLibrary {
   int16_t optionsResult = 0;
   int16_t infoResult = 0;
   int16_t readResult = 0;
-  Handle nextHandle = 5;              ///< the next handle given, 0 included; the one after it is one more
-  bool givesHandleOnFailure = false;  ///< a failed call leaves a handle all the same
-  bool fillsRecords = true;           ///< false: a good result, and the record as it came
-  bool spoilsHeader = false;          ///< a read writes over its own request
+  Handle nextHandle = 5;              ///< the next handle to allocate; 0 stays 0, others count up
+  bool givesHandleOnFailure = false;  ///< a failed call allocates a handle, too
+  bool fillsRecords = true;           ///< false: calls succeed but leave the records untouched
+  bool spoilsHeader = false;          ///< a read overwrites the fields of its request
   uint32_t options = 1;
   CncSystemInfo info{512, 8, {'G', 'L'}, {'M', 'M'}, {'D', '4', '1', '1'}, {'0', '1', '0', '2'}, {' ', '3'}};
   std::vector<uint8_t> data = {0xFF};
   CncPmcDetailError detail{3, 12};
-  std::set<std::string> missing;  ///< calls that the library does not have
+  std::set<std::string> missing;  ///< calls that the library does not export
   std::function<void()> onRead;
   std::function<void()> onCall;
 
@@ -96,8 +95,8 @@ class FakeCncLibrary final : public CncLibrary {
   std::vector<int16_t> header;     ///< the four fields of the latest request
   int reads = 0;
   int frees = 0;
-  int strayFrees = 0;  ///< of handles that are not out
-  std::set<Handle> out;
+  int strayFrees = 0;    ///< frees of handles that were not open
+  std::set<Handle> out;  ///< open handles
 
  private:
   void Record(const std::string& name, std::initializer_list<std::string> arguments) {
@@ -106,7 +105,7 @@ class FakeCncLibrary final : public CncLibrary {
     calls.push_back(call + ")");
     if (onCall) onCall();
     if (missing.contains(name))
-      throw RuntimeError(L"NxLib32.dll has no call " + std::wstring(name.begin(), name.end()) + L".");
+      throw RuntimeError(L"NxLib32.dll does not export " + std::wstring(name.begin(), name.end()) + L".");
   }
   int16_t GiveHandle(int16_t result, Handle& handle) {
     if (result == 0 || givesHandleOnFailure) {

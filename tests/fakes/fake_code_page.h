@@ -6,8 +6,8 @@
 
 namespace tarvik::test {
 
-/// A double-byte code page as the Japanese one is: ASCII and half-width kana take one byte, every other
-/// character two. Which two is settled when a character is first met.
+/// A double-byte code page like the Japanese one: ASCII and half-width katakana take one byte, every other
+/// character two, which are assigned when the character first occurs.
 class FakeCodePage final : public CodePage {
  public:
   std::string ToAnsi(std::wstring_view text) override {
@@ -18,10 +18,10 @@ class FakeCodePage final : public CodePage {
       } else if (character >= kFirstKana && character <= kLastKana) {
         bytes.push_back(static_cast<char>(character - kFirstKana + kFirstKanaByte));
       } else {
-        size_t index = met_.find(character);
+        size_t index = known_.find(character);
         if (index == std::wstring::npos) {
-          index = met_.size();
-          met_.push_back(character);
+          index = known_.size();
+          known_.push_back(character);
         }
         bytes.push_back(static_cast<char>(kFirstLead + index / kTrails % kLeads));
         bytes.push_back(static_cast<char>(kFirstTrail + index % kTrails));
@@ -30,7 +30,7 @@ class FakeCodePage final : public CodePage {
     return bytes;
   }
 
-  /// Marked, so that a test sees which of the two code pages was asked for.
+  /// Starts with "oem ", so that tests can tell the two code pages apart.
   std::string ToOem(std::wstring_view text) override { return "oem " + ToAnsi(text); }
 
   std::wstring FromAnsi(std::string_view bytes) override {
@@ -45,7 +45,7 @@ class FakeCodePage final : public CodePage {
         const auto trail = static_cast<unsigned char>(i + 1 < bytes.size() ? bytes[i + 1] : '\0');
         ++i;
         const size_t index = (byte - kFirstLead) * kTrails + (trail - kFirstTrail);
-        text.push_back(index < met_.size() ? met_[index] : L'?');
+        text.push_back(index < known_.size() ? known_[index] : L'?');
       }
     }
     return text;
@@ -62,7 +62,7 @@ class FakeCodePage final : public CodePage {
   static constexpr size_t kFirstTrail = 0x80;
   static constexpr size_t kTrails = 0x70;
 
-  std::wstring met_;
+  std::wstring known_;
 };
 
 }  // namespace tarvik::test

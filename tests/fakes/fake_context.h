@@ -13,11 +13,11 @@
 
 namespace tarvik::test {
 
-/// A view that only counts, or refuses every update.
+/// A view that counts updates, or rejects every one.
 class FakeResultView final : public report::ResultView {
  public:
   void Update(const std::vector<std::wstring>& lines, size_t, bool) override {
-    if (refusing) throw RuntimeError(L"The list takes no line.");
+    if (refusing) throw RuntimeError(L"A line could not be added to the list.");
     ++updates;
     shown_ = lines;
   }
@@ -31,7 +31,7 @@ class FakeResultView final : public report::ResultView {
   std::vector<std::wstring> shown_;
 };
 
-/// The context of a check, without any window. The language mode is that of the built-in English texts.
+/// The context of a check without windows, with the built-in English texts.
 struct FakeContext {
   FakeResultView view;
   report::ResultList results{view};

@@ -25,7 +25,7 @@ class FakeFiles final : public Files {
   std::optional<std::string> Read(const std::wstring& path) override {
     const auto found = contents.find(path);
     const bool readable = found != contents.end() && !unreadable.contains(path);
-    if (!Noted(readable)) return std::nullopt;
+    if (!Succeeds(readable)) return std::nullopt;
     return found->second;
   }
   bool Write(const std::wstring& path, std::string_view bytes) override {
@@ -36,40 +36,41 @@ class FakeFiles final : public Files {
   }
   bool Delete(const std::wstring& path) override { return contents.erase(path) != 0; }
   bool Copy(const std::wstring& from, const std::wstring& to) override {
-    if (!Noted(contents.contains(from) && !contents.contains(to) && !unwritable.contains(to))) return false;
+    if (!Succeeds(contents.contains(from) && !contents.contains(to) && !unwritable.contains(to)))
+      return false;
     contents[to] = contents[from];
     return true;
   }
   bool Append(const std::wstring& path, std::string_view bytes) override {
     const bool readOnly = (AttributesOf(path) & kReadOnly) != 0;
-    if (!Noted(contents.contains(path) && !unwritable.contains(path) && !readOnly && appendsLeft != 0))
+    if (!Succeeds(contents.contains(path) && !unwritable.contains(path) && !readOnly && appendsLeft != 0))
       return false;
     --appendsLeft;
     contents[path] += bytes;
     return true;
   }
   std::optional<uint32_t> Attributes(const std::wstring& path) override {
-    if (!Noted(attributesReadable && contents.contains(path))) return std::nullopt;
+    if (!Succeeds(attributesReadable && contents.contains(path))) return std::nullopt;
     return AttributesOf(path);
   }
   bool SetAttributes(const std::wstring& path, uint32_t value) override {
-    if (!Noted(attributesLeft != 0)) return false;
+    if (!Succeeds(attributesLeft != 0)) return false;
     --attributesLeft;
     attributes[path] = value;
     return true;
   }
   uint32_t LastError() const override { return lastError_; }
 
-  std::map<std::wstring, std::string> contents;  ///< what is there now
-  std::map<std::wstring, std::string> written;   ///< what was ever written
+  std::map<std::wstring, std::string> contents;  ///< of the existing files
+  std::map<std::wstring, std::string> written;   ///< what was last written, deleted files included
   std::set<std::wstring> unwritable;
   std::set<std::wstring> unreadable;
-  std::map<std::wstring, uint32_t> attributes;  ///< those that are not 0x20
+  std::map<std::wstring, uint32_t> attributes;  ///< other than 0x20
   bool attributesReadable = true;
-  int appendsLeft = -1;     ///< so many succeed; -1 = all
-  int attributesLeft = -1;  ///< the same for setting attributes
-  uint32_t failure = 2;     ///< Windows' code of the calls that fail
-  int hiddenQueries = 0;    ///< so many queries do not see a file yet
+  int appendsLeft = -1;     ///< number of appends that succeed; -1 = all
+  int attributesLeft = -1;  ///< the same for SetAttributes
+  uint32_t failure = 2;     ///< the last error of failed calls
+  int hiddenQueries = 0;    ///< number of Exists calls that find no file yet
   int existsQueries = 0;
 
  private:
@@ -77,7 +78,7 @@ class FakeFiles final : public Files {
     const auto found = attributes.find(path);
     return found == attributes.end() ? 0x20 : found->second;
   }
-  bool Noted(bool done) {
+  bool Succeeds(bool done) {
     lastError_ = done ? 0 : failure;
     return done;
   }

@@ -13,7 +13,7 @@
 
 namespace tarvik::test {
 
-/// An ICMP helper that sends nothing: hosts answer as told, all others time out.
+/// An ICMP library that sends nothing. Known hosts answer, all others time out.
 class FakeIcmp final : public IcmpLibrary {
  public:
   struct Answer {
@@ -42,7 +42,7 @@ class FakeIcmp final : public IcmpLibrary {
     return {1, status, AddressNumber(from), time, ttl, 0};
   }
 
-  /// From now on the host answers every echo.
+  /// Makes the host answer every echo.
   void AddHost(const std::string& dotted) { hosts[AddressNumber(dotted)] = Reply(dotted); }
 
   Handle IcmpCreateFile() override { return createResult; }
@@ -78,7 +78,7 @@ class FakeIcmp final : public IcmpLibrary {
 
   uint32_t GetLastError() override { return lastError_; }
 
-  /// The addresses of the hosts that echoes went to, each run of equal ones once.
+  /// The addresses to which echoes were sent; repeated ones count once.
   std::vector<uint32_t> Targets() const {
     std::vector<uint32_t> targets;
     for (const Request& request : requests)
@@ -88,7 +88,7 @@ class FakeIcmp final : public IcmpLibrary {
 
   Handle createResult = 0x1CEB00DA;
   std::map<uint32_t, Answer> hosts;  ///< by address
-  std::deque<Answer> script;         ///< comes before the hosts: the answers to the next echoes
+  std::deque<Answer> script;         ///< answers to the next echoes, before those of the hosts
   std::function<void()> onSend;
 
   std::vector<Request> requests;

@@ -11,8 +11,8 @@
 
 namespace tarvik::test {
 
-/// Lays adapter records into a buffer as the IP helper does: one adapter after the other, each at its true
-/// length, the further addresses behind them, linked by pointers into the buffer.
+/// Writes adapter records into a buffer as GetAdaptersInfo does: the adapters in full length, then their
+/// second and later addresses, linked by pointers into the buffer.
 class AdapterChain {
  public:
   struct Adapter {
@@ -20,32 +20,33 @@ class AdapterChain {
     std::vector<std::string> gateways;
   };
 
-  /// The true length of an adapter record.
+  /// sizeof(IP_ADAPTER_INFO), of which the product reads only a part.
   static constexpr size_t kAdapterSize = sizeof(void*) == 4 ? 648 : 704;
 
   static size_t SizeOf(const std::vector<Adapter>& adapters) {
     size_t size = 0;
     for (const Adapter& adapter : adapters)
-      size += kAdapterSize + (Further(adapter.addresses) + Further(adapter.gateways)) * sizeof(IpAddrString);
+      size += kAdapterSize +
+              (ExtraLinks(adapter.addresses) + ExtraLinks(adapter.gateways)) * sizeof(IpAddrString);
     return size;
   }
 
   /// The buffer must have SizeOf(adapters) bytes.
-  static void Lay(const std::vector<Adapter>& adapters, std::byte* buffer) {
+  static void Write(const std::vector<Adapter>& adapters, std::byte* buffer) {
     std::byte* free = buffer + adapters.size() * kAdapterSize;
     for (size_t i = 0; i < adapters.size(); ++i) {
       std::byte* const place = buffer + i * kAdapterSize;
       IpAdapterInfo info;
       if (i + 1 < adapters.size()) info.Next = reinterpret_cast<const IpAdapterInfo*>(place + kAdapterSize);
-      info.IpAddressList = LayList(adapters[i].addresses, free);
-      info.GatewayList = LayList(adapters[i].gateways, free);
+      info.IpAddressList = WriteList(adapters[i].addresses, free);
+      info.GatewayList = WriteList(adapters[i].gateways, free);
       std::memset(place, 0, kAdapterSize);
       std::memcpy(place, &info, sizeof info);
     }
   }
 
  private:
-  static size_t Further(const std::vector<std::string>& texts) {
+  static size_t ExtraLinks(const std::vector<std::string>& texts) {
     return texts.empty() ? 0 : texts.size() - 1;
   }
 
@@ -55,8 +56,8 @@ class AdapterChain {
     return link;
   }
 
-  // Returns the first link, which the adapter record holds itself.
-  static IpAddrString LayList(const std::vector<std::string>& texts, std::byte*& free) {
+  // Returns the first link, which is part of the adapter record.
+  static IpAddrString WriteList(const std::vector<std::string>& texts, std::byte*& free) {
     IpAddrString first = Link(texts.empty() ? std::string() : texts.front());
     for (size_t i = texts.size(); i > 1; --i) {
       IpAddrString link = Link(texts[i - 1]);
@@ -69,7 +70,7 @@ class AdapterChain {
   }
 };
 
-/// An IP helper that reports the adapters it was told of.
+/// An IP helper that reports the added adapters.
 class FakeIpHelper final : public IpHelper {
  public:
   void AddAdapter(std::vector<std::string> addresses, std::vector<std::string> gateways) {
@@ -94,15 +95,15 @@ class FakeIpHelper final : public IpHelper {
       *size = needed;
       return kBufferOverflow;
     }
-    AdapterChain::Lay(adapters, static_cast<std::byte*>(buffer));
+    AdapterChain::Write(adapters, static_cast<std::byte*>(buffer));
     return kSuccess;
   }
 
   static constexpr uint32_t kNoData = 232;
 
   std::vector<AdapterChain::Adapter> adapters;
-  std::optional<uint32_t> sizeResult;     ///< the answer to the query of the size, if not the true one
-  std::optional<uint32_t> announcedSize;  ///< the size told, if not the true one
+  std::optional<uint32_t> sizeResult;     ///< wrong result of the size query
+  std::optional<uint32_t> announcedSize;  ///< wrong size that it reports
   uint32_t fillResult = kSuccess;
   int growths = 0;  ///< how many more times an adapter is added just before the list is read
   int calls = 0;

@@ -12,7 +12,7 @@
 
 namespace tarvik::test {
 
-/// A K7 Server in memory. It writes down every call, and which handles were not given back.
+/// A K7 API without a server. Records every call, and which handles are open.
 class FakeK7Api final : public K7Api {
  public:
   struct Check {
@@ -61,22 +61,22 @@ class FakeK7Api final : public K7Api {
   }
   void K7_WSACleanup() override { Call("K7_WSACleanup"); }
 
-  /// How often the call was made.
+  /// Number of calls of that name.
   int Count(const std::string& name) const {
     return static_cast<int>(std::count(calls.begin(), calls.end(), name));
   }
 
-  bool missing = false;  ///< every call says that the library cannot be loaded
-  int32_t handle = 5;    ///< what K7_AllocHandle gives; 0 = none
+  bool missing = false;  ///< the library cannot be loaded
+  int32_t handle = 5;    ///< the handle from K7_AllocHandle; 0 = none
   int32_t allocResult = 0;
   int16_t connectResult = -1;
-  int goodChecks = 1000000;  ///< the checks after so many fail
+  int goodChecks = 1000000;  ///< number of checks that succeed
   int16_t live = 1;
   uint32_t errorCode = 0x1009F002;
   int32_t systemError = 0;
-  bool halfFilled = false;   ///< outputs are left as they are
-  std::string hostAfter;     ///< what the library writes over the host, with as many bytes as it has
-  std::string addressAfter;  ///< the same for the address
+  bool halfFilled = false;   ///< calls succeed but leave their outputs untouched
+  std::string hostAfter;     ///< overwrites the host name
+  std::string addressAfter;  ///< overwrites the address
   std::function<void()> onCheck;
 
   std::vector<std::string> calls;
@@ -84,7 +84,7 @@ class FakeK7Api final : public K7Api {
   std::vector<Check> checks;
   std::set<int32_t> openHandles;
   int wrongFrees = 0;
-  bool zeroFilled = true;  ///< every text came with zeros up to the size that is promised
+  bool zeroFilled = true;  ///< every text argument was filled with NULs up to kTextSize
 
  private:
   void Call(const char* name) {

@@ -14,7 +14,7 @@
 
 namespace tarvik::test {
 
-/// A full path, given wide or in ASCII.
+/// A full path, from wide or ASCII text.
 struct FakePath {
   FakePath() = default;
   FakePath(std::wstring wide) : text(std::move(wide)) {}
@@ -25,7 +25,7 @@ struct FakePath {
   std::wstring text;
 };
 
-/// A search path, message tables and last errors in memory.
+/// Kernel calls in memory: search path, modules and message tables.
 class FakeKernel final : public KernelCalls {
  public:
   struct Format {
@@ -79,10 +79,10 @@ class FakeKernel final : public KernelCalls {
   uint32_t GetLastError() override { return lastError; }
 
   std::map<std::string, FakePath> paths;     ///< full paths by name
-  std::optional<uint32_t> searchLie;         ///< what SearchPathW returns without writing anything
+  std::optional<uint32_t> searchLie;         ///< wrong result of SearchPathW, which then writes nothing
   Module loadResult = 0x10000;               ///< 0 = the library cannot be loaded
   std::map<uint32_t, std::string> messages;  ///< by message id
-  std::optional<uint32_t> formatLie;         ///< the length that FormatMessageA boasts of
+  std::optional<uint32_t> formatLie;         ///< wrong length from FormatMessageA
   uint32_t lastError = 0;
   std::function<void()> onSearch;
 
@@ -94,16 +94,16 @@ class FakeKernel final : public KernelCalls {
   std::vector<Format> formats;
 };
 
-/// Version information in memory: blocks by path, whose root lies where `rootOffset` says.
+/// Version resources in memory.
 class FakeVersions final : public VersionLibrary {
  public:
-  /// A block whose root carries this version.
+  /// A version resource with this file version.
   static std::vector<std::byte> Block(uint16_t a, uint16_t b, uint16_t c, uint16_t d) {
     FixedFileInfo info;
     info.signature = FixedFileInfo::kSignature;
     info.fileVersionHigh = static_cast<uint32_t>(a) << 16 | b;
     info.fileVersionLow = static_cast<uint32_t>(c) << 16 | d;
-    info.productVersionHigh = 0x00630063;  // 99.99, which nobody asks for
+    info.productVersionHigh = 0x00630063;  // 99.99; the product shows the file version
     std::vector<std::byte> block(kRootOffset + sizeof info + 20);
     std::memcpy(block.data() + kRootOffset, &info, sizeof info);
     return block;
@@ -131,13 +131,13 @@ class FakeVersions final : public VersionLibrary {
 
   static constexpr size_t kRootOffset = 40;
 
-  std::map<FakePath, std::vector<std::byte>> blocks;
+  std::map<FakePath, std::vector<std::byte>> blocks;  ///< by path
   std::optional<uint32_t> sizeLie;
   bool readable = true;
   bool queryable = true;
-  std::ptrdiff_t rootOffset = kRootOffset;
+  std::ptrdiff_t rootOffset = kRootOffset;  ///< of the fixed file info in the block
   uint32_t rootLength = sizeof(FixedFileInfo);
-  std::optional<const void*> valueLie;  ///< where the root is said to lie
+  std::optional<const void*> valueLie;  ///< wrong pointer from VerQueryValueW
 };
 
 }  // namespace tarvik::test

@@ -9,7 +9,7 @@
 
 namespace tarvik::test {
 
-/// Starts nothing; remembers what it was asked for.
+/// Starts nothing; records the command lines.
 class FakeProcesses final : public Processes {
  public:
   static constexpr uint32_t kStillActive = 259;
@@ -35,12 +35,12 @@ class FakeProcesses final : public Processes {
   }
   bool CloseHandle(Handle closed) override { return openHandles.erase(closed) != 0; }
 
-  uint32_t processId = 4711;  ///< 0 = nothing can be started
+  uint32_t processId = 4711;  ///< of started programs; 0 = starting fails
   Handle handle = 0x88;       ///< 0 = the process cannot be opened
-  int runningPolls = 0;       ///< so many polls find the process still running
+  int runningPolls = 0;       ///< number of polls that find the process running
   uint32_t exitCode = 0;
   bool exitCodeReadable = true;
-  std::function<void()> onStart;  ///< what the started process does at once
+  std::function<void()> onStart;  ///< what the started process does
   std::function<void()> onPoll;
 
   std::vector<std::wstring> commandLines;

@@ -10,8 +10,8 @@
 
 namespace tarvik::test {
 
-/// A pump with a clock of its own: a wait moves it on and takes no time. As in a real window, events run at
-/// the begin of a wait, several times during a long one, and at its end.
+/// A pump with a simulated clock: a wait advances it and takes no real time. As in a real window, events are
+/// handled at the start of a wait, several times during a long one, and at its end.
 class FakePump final : public report::Pump {
  public:
   void LetEventsRun() override {
@@ -33,15 +33,15 @@ class FakePump final : public report::Pump {
 
   bool StopRequested() const override { return stop || ending || (stopAt && now >= *stopAt); }
 
-  static constexpr uint64_t kBetweenEvents = 250;  ///< milliseconds between two rounds of events in a wait
+  static constexpr uint64_t kBetweenEvents = 250;  ///< milliseconds
 
-  uint64_t now = 0;                ///< milliseconds since the test began
-  bool stop = false;               ///< the user has asked to stop
-  bool ending = false;             ///< the program is about to end
-  std::optional<uint64_t> stopAt;  ///< when the user will ask to stop
-  std::function<void()> onEvents;  ///< window events that are pending at every pause
+  uint64_t now = 0;                ///< milliseconds since the test started
+  bool stop = false;               ///< the user has requested a stop
+  bool ending = false;             ///< the program is ending
+  std::optional<uint64_t> stopAt;  ///< when the user requests a stop
+  std::function<void()> onEvents;  ///< the window events that each round handles
   int eventRounds = 0;             ///< calls of LetEventsRun
-  std::vector<uint32_t> sleeps;    ///< the lengths asked for
+  std::vector<uint32_t> sleeps;    ///< durations of the waits, milliseconds
 };
 
 }  // namespace tarvik::test

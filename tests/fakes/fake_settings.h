@@ -10,7 +10,7 @@
 
 namespace tarvik::test {
 
-/// A settings area in memory, under "section\key".
+/// A settings store in memory; values by "section\key".
 class FakeSettings final : public SettingsStore {
  public:
   std::optional<std::wstring> Read(const std::wstring& section, const std::wstring& key) override {
@@ -39,8 +39,8 @@ class FakeClipboard final : public Clipboard {
   std::wstring GetText() override { return text.value_or(std::wstring()); }
 
   std::optional<std::wstring> text = L"from before";
-  int sessions = 0;    ///< how often it was opened to write
-  bool taken = false;  ///< another program holds it
+  int sessions = 0;    ///< number of calls of SetText
+  bool taken = false;  ///< another program has it open
 };
 
 }  // namespace tarvik::test

@@ -10,7 +10,7 @@
 
 namespace tarvik::test {
 
-/// A service control manager in memory with one service. It writes down every call.
+/// A service control manager with one service. Records every call.
 class FakeSvcKit final : public SvcKit {
  public:
   static constexpr auto kNoService = static_cast<int32_t>(0x80000124);
@@ -42,23 +42,23 @@ class FakeSvcKit final : public SvcKit {
     return queryResult;
   }
 
-  /// The service is in this state, and no start or stop is on its way.
+  /// Puts the service into this state, without a pending start or stop.
   void Settle(int32_t state) {
     status = state;
     queriesLeft = 0;
   }
 
-  /// How many of the calls begin with the word.
+  /// Number of calls whose record starts with the word.
   long Count(const std::string& word) const {
     return std::count_if(calls.begin(), calls.end(),
                          [&](const std::string& call) { return call.starts_with(word); });
   }
 
-  bool missing = false;  ///< every call says that the library cannot be loaded
-  int32_t status = 4;
-  /// A start or a stop is seen by this query behind it; 0 = by none. The states before are `pending`.
+  bool missing = false;  ///< the library cannot be loaded
+  int32_t status = 4;    ///< 1 = stopped, 4 = running
+  /// The number of queries until a start or stop takes effect; 0 = it never does.
   int slowness = 1;
-  int32_t pending = 0;  ///< 0 = the state before
+  int32_t pending = 0;  ///< the state until then; 0 = the former state
   int32_t installResult = 0;
   int32_t removeResult = 0;
   int32_t startResult = 0;

@@ -14,8 +14,7 @@
 
 namespace tarvik::test {
 
-/// An internet library without a network. It writes down every call with its arguments, and which handles
-/// are open.
+/// A WinINet without a network. Records every call with its arguments, and which handles are open.
 class FakeWininet final : public Wininet {
  public:
   static constexpr uint32_t kInsufficientBuffer = 122;
@@ -135,24 +134,24 @@ class FakeWininet final : public Wininet {
     return found;
   }
 
-  std::vector<FindData> entries;  ///< of the remote directory; without one the first find fails
-  bool endless = false;           ///< after the last entry the search starts again
-  /// What each next question for the reply gets once a connection is tried. When there is none, it gets the
-  /// reply before, even that of an earlier session.
+  std::vector<FindData> entries;  ///< the remote directory; FtpFindFirstFileA fails when empty
+  bool endless = false;           ///< after the last entry the search starts over
+  /// The replies of InternetGetLastResponseInfoA after a connection attempt. When they are used up it repeats
+  /// the last one, even in a later session.
   std::deque<std::string> replies;
-  std::string heldReply;          ///< the latest reply
-  uint32_t connectError = 12003;  ///< why a connection fails
+  std::string heldReply;          ///< the last reply
+  uint32_t connectError = 12003;  ///< the error of a failed connection
   std::string currentDirectory = "/";
   std::set<std::string> failing;  ///< the calls that fail
-  std::string throwing;           ///< the call that the library lacks
+  std::string throwing;           ///< the call that the library does not export
   std::function<void(const std::string& name)> onCall;
-  /// In the place of a well-behaved reply.
+  /// Replaces InternetGetLastResponseInfoA.
   std::function<int32_t(char* buffer, uint32_t* length, uint32_t& lastError)> onResponse;
 
   std::vector<std::string> calls;     ///< all but InternetFindNextFileA, such as "FtpDeleteFileA(a.txt)"
-  std::vector<uint32_t> bufferSizes;  ///< that replies were asked for with
+  std::vector<uint32_t> bufferSizes;  ///< of InternetGetLastResponseInfoA
   std::set<Handle> open;
-  int misuses = 0;  ///< handles that were used or closed without being open
+  int misuses = 0;  ///< number of calls with a handle that was not open
 
  private:
   static std::string Text(const char* text) { return text == nullptr ? "none" : text; }
@@ -163,7 +162,7 @@ class FakeWininet final : public Wininet {
     for (const std::string& argument : arguments) call += (call.back() == '(' ? "" : ", ") + argument;
     calls.push_back(call + ")");
     if (onCall) onCall(name);
-    if (throwing == name) throw RuntimeError(L"The library lacks a call.");
+    if (throwing == name) throw RuntimeError(L"The library does not export a call.");
     lastError_ = 12003;
     return failing.contains(name) ? 0 : 1;
   }
@@ -184,7 +183,7 @@ class FakeWininet final : public Wininet {
     return fits ? 1 : 0;
   }
 
-  bool connecting_ = false;  ///< the session has tried a connection
+  bool connecting_ = false;  ///< InternetConnectA was called in this session
   size_t next_ = 0;
   Handle latest_ = 0;
   uint32_t lastError_ = 0;

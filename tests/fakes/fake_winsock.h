@@ -17,7 +17,7 @@
 
 namespace tarvik::test {
 
-/// The octets of a strict dotted address; nothing for any other text.
+/// The octets of an address of four decimal parts; nothing for any other text.
 inline std::optional<std::array<unsigned char, 4>> OctetsOfText(const std::string& text) {
   std::array<unsigned char, 4> octets{};
   size_t part = 0;
@@ -37,9 +37,8 @@ inline std::optional<std::array<unsigned char, 4>> OctetsOfText(const std::strin
   return part == 4 ? std::optional(octets) : std::nullopt;
 }
 
-/// What inet_addr makes of a text, as the socket library documents it: one to four parts joined by ".", each
-/// decimal, octal after "0" or hexadecimal after "0x", the last filling the bytes that are left. All-ones for
-/// any other text.
+/// inet_addr as documented: one to four parts separated by ".", each decimal, octal after "0" or hexadecimal
+/// after "0x"; the last part fills the remaining bytes. 0xFFFFFFFF for any other text.
 inline uint32_t InetAddr(const std::string& text) {
   constexpr uint32_t kNone = 0xFFFFFFFF;
   std::vector<uint64_t> parts;
@@ -77,20 +76,19 @@ inline uint32_t InetAddr(const std::string& text) {
   return address;
 }
 
-/// A dotted address as the socket library's 32-bit number.
+/// An address of four decimal parts as a number in network byte order.
 inline uint32_t AddressNumber(const std::string& dotted) {
   const auto octets = OctetsOfText(dotted);
-  if (!octets) throw std::invalid_argument("no dotted address: " + dotted);
+  if (!octets) throw std::invalid_argument("not an IPv4 address: " + dotted);
   uint32_t number = 0;
   std::memcpy(&number, octets->data(), sizeof number);
   return number;
 }
 
-/// A socket library that knows the hosts and interfaces it was told of and sends nothing. As on Windows the
-/// empty name is this PC's.
+/// A socket library without a network. It resolves the added hosts; as on Windows, the empty name is this PC.
 class FakeWinsock final : public Winsock {
  public:
-  /// Lets gethostbyname resolve the name to these dotted addresses, in this order.
+  /// Makes gethostbyname resolve the name to these addresses, in this order.
   void AddHost(const std::string& name, std::initializer_list<const char*> addresses) {
     Host& host = hosts_[name];
     host.addresses.clear();
@@ -198,18 +196,18 @@ class FakeWinsock final : public Winsock {
   static constexpr Socket kSocket = 0x1C4;
 
   int startupResult = 0;
-  WsaData data{0x0101, 0x0202, "Recorded sockets", "Running", 32767, 65467, 0};
+  WsaData data{0x0101, 0x0202, "Fake sockets", "Running", 32767, 65467, 0};
   int cleanupResult = 0;
   int lastError = 0;
-  int lookupError = 11001;  ///< last error after a name that no host has
+  int lookupError = 11001;  ///< last error for an unknown name
   std::optional<std::string> hostNameResult = std::string("technician\0", 11);
-  bool withoutAddressList = false;  ///< host entries come with a null list
-  bool noText = false;              ///< inet_ntoa gives null
+  bool withoutAddressList = false;  ///< host entries have a null list
+  bool noText = false;              ///< inet_ntoa returns null
   bool socketOpens = true;
   bool ioctlSucceeds = true;
-  bool refusesSmallBuffer = false;  ///< instead of giving what fits
+  bool refusesSmallBuffer = false;  ///< WSAIoctl fails instead of filling what fits
   std::vector<std::byte> interfaceBytes;
-  std::optional<uint32_t> ioctlReturned;  ///< the byte count that WSAIoctl tells, if not the true one
+  std::optional<uint32_t> ioctlReturned;  ///< wrong byte count from WSAIoctl
   int closeResult = 0;
 
   int startups = 0;

@@ -53,7 +53,7 @@ TEST_F(Form1Test, What_a_configuration_library_lacks_a_call_for_is_told_and_is_t
   files.contents[L"C:\\Program\\Language\\Tarvik.exe_1041.ini"] = "";
   configuration.lacking = "GetLanguage";
   Start();
-  EXPECT_EQ(boxes.Texts(), (Lines{L"The library lacks a call.", L"GetCommonDataFolder2 Error"}));
+  EXPECT_EQ(boxes.Texts(), (Lines{L"The library does not export a call.", L"GetCommonDataFolder2 Error"}));
   EXPECT_EQ(configuration.calls, (Strings{"Initialize", "Terminate"}));
   EXPECT_FALSE(Tabs().PageOn(kK7ApiPage));
   EXPECT_EQ(winsock.startups, 1);

@@ -17,7 +17,7 @@ struct GatewaysTest : testing::Test {
 
   static std::vector<std::byte> Lay(const std::vector<AdapterChain::Adapter>& adapters) {
     std::vector<std::byte> buffer(AdapterChain::SizeOf(adapters));
-    AdapterChain::Lay(adapters, buffer.data());
+    AdapterChain::Write(adapters, buffer.data());
     return buffer;
   }
   static IpAdapterInfo ReadAdapter(const std::vector<std::byte>& buffer, size_t offset) {
