@@ -6,7 +6,8 @@
 #include "tests/fakes/fake_modules.h"
 #include "tests/fuzz/fuzzer.h"
 
-/// Any text of the platform gives one line. The first byte tells how much longer it is said to be than it is.
+/// Any message text of Windows becomes one line. First byte: by how much FormatMessageA overstates its
+/// length.
 TARVIK_FUZZER(about_error_text) {
   if (size < 1) return;
   tarvik::test::FakeKernel kernel;

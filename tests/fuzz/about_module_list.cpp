@@ -1,4 +1,4 @@
-// Whatever the search path, the version resources and the registry say: the about box shows it in lines.
+// The about box shows any search path, version resources and registry values in lines of limited length.
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -13,7 +13,7 @@
 #include "tests/fuzz/fuzzer.h"
 #include "ui/memory/memory_form.h"
 
-using tarvik::test::Demand;
+using tarvik::test::Require;
 
 namespace {
 
@@ -41,7 +41,7 @@ TARVIK_FUZZER(about_module_list) {
   FileUtil files(kernel, versions);
   const ModuleCheckResult found = CheckModules(files, input.ConsumeBool());
   const std::wstring report = VersionReport(files, found.found);
-  Demand(report.empty() || report.ends_with(L"\r\n"));
+  Require(report.empty() || report.ends_with(L"\r\n"));
 
   test::FakeSystem& system = fake.system;
   system.versionKnown = input.ConsumeBool();
@@ -62,13 +62,13 @@ TARVIK_FUZZER(about_module_list) {
   size_t column = 0;
   for (const wchar_t letter : shown) {
     column = letter == L'\n' ? 0 : column + 1;
-    // An "&" is written twice.
-    Demand(column <= 2 * 120 + 1);
+    // Every "&" is doubled.
+    Require(column <= 2 * 120 + 1);
   }
   form.Get<ui::MemoryButton>(ID_cmdSysInfo).Click();
-  Demand(processes.commandLines.empty() != fake.boxes.boxes.empty());
-  for (const std::wstring& line : processes.commandLines) Demand(line.starts_with(L'"'));
-  Demand(form.Enabled());
+  Require(processes.commandLines.empty() != fake.boxes.boxes.empty());
+  for (const std::wstring& line : processes.commandLines) Require(line.starts_with(L'"'));
+  Require(form.Enabled());
   form.Get<ui::MemoryButton>(ID_cmdOK).Click();
-  Demand(about.Closed());
+  Require(about.Closed());
 }

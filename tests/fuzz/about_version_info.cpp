@@ -5,8 +5,8 @@
 #include "tests/fakes/fake_modules.h"
 #include "tests/fuzz/fuzzer.h"
 
-/// Any version information, and any claim about where its root lies and how long it is: the first twelve
-/// bytes are the claims, the rest is the block.
+/// Any version resource. First 12 bytes: offset and length that VerQueryValueW returns for its root, and the
+/// result of SearchPathW. The rest: the resource.
 TARVIK_FUZZER(about_version_info) {
   if (size < 12) return;
   int32_t offset = 0;
@@ -19,7 +19,7 @@ TARVIK_FUZZER(about_version_info) {
   tarvik::test::FakeVersions versions;
   const auto* bytes = reinterpret_cast<const std::byte*>(data);
   versions.blocks["a"].assign(bytes + 12, bytes + size);
-  // Mostly near the block, where a mistake would read.
+  // Limited to the neighbourhood of the block, which a wrong check would read.
   versions.rootOffset = offset % 4096;
   versions.rootLength = length;
   kernel.searchLie = searched;

@@ -7,9 +7,9 @@
 namespace tarvik::test {
 namespace {
 
-/// What a command line leaves behind.
-struct Reading {
-  void Read(std::wstring_view text) {
+/// The result of parsing a command line.
+struct Parsed {
+  void Parse(std::wstring_view text) {
     ParseCommandLine(text, values, mask, mode, [this](int32_t) { ++languages; });
   }
   auto All() const {
@@ -32,21 +32,21 @@ struct Reading {
 }  // namespace
 }  // namespace tarvik::test
 
-/// Any command line is read without trouble. Reading it again changes nothing, and no bit that was set before
-/// is lost.
+/// Any command line can be parsed. Parsing it again changes nothing, and bits of the mask that were set
+/// before stay set.
 TARVIK_FUZZER(app_command_line) {
   using namespace tarvik::test;
   const std::wstring line(data, data + size);
   const std::wstring_view text = tarvik::BehindProgramName(line);
-  Reading once;
-  once.Read(text);
-  Demand(once.values.targetHost.find(L' ') == std::wstring::npos);
-  Reading twice = once;
-  twice.Read(text);
-  Demand(twice.All() == once.All() && twice.Bits() == once.Bits() && twice.languages == 2 * once.languages);
+  Parsed once;
+  once.Parse(text);
+  Require(once.values.targetHost.find(L' ') == std::wstring::npos);
+  Parsed twice = once;
+  twice.Parse(text);
+  Require(twice.All() == once.All() && twice.Bits() == once.Bits() && twice.languages == 2 * once.languages);
   constexpr uint32_t kBefore = 0xA5A5A5A5;
-  Reading later;
+  Parsed later;
   later.mask.Set(kBefore);
-  later.Read(text);
-  Demand(later.Bits() == (once.Bits() | kBefore));
+  later.Parse(text);
+  Require(later.Bits() == (once.Bits() | kBefore));
 }

@@ -1,5 +1,5 @@
-// A user who does anything at any time: each byte is an event, also in the middle of a run whenever the
-// program lets events run. What a user cannot do, because a window or a button is disabled, does not happen.
+// A user who does anything at any time, also during a run whenever the program lets events run. Only what a
+// user can do: disabled windows and buttons get no events.
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -11,7 +11,7 @@
 namespace {
 
 using namespace tarvik;
-using test::Demand;
+using test::Require;
 
 constexpr int kTexts[] = {ID_txtPingReqCount,   ID_txtNxlibTimeOut, ID_txtTcpPortNo, ID_txtAccessCode,
                           ID_txtK7ApiTestCount, ID_txtFtpUsername,  ID_txtFtpPasswd};
@@ -25,16 +25,16 @@ constexpr int kButtons[] = {ID_cmdPing,
                             ID_cmdStartStopK7Server_1,
                             ID_cmdK7ServerDebug};
 constexpr int kPmcTexts[] = {ID_txtPmcStart, ID_txtPmcLen, ID_txtCount, ID_txtSleep};
-constexpr int kDeepest = 6;
+constexpr int kMaxDepth = 6;  ///< events that are handled inside each other
 
 class User {
  public:
   User(FuzzedDataProvider& input, test::WholeProgram& program) : input_(input), program_(program) {
     program_.onEvents = [this] { MaybeAct(); };
-    program_.boxes.onShow = [this] { Meanwhile(); };
+    program_.boxes.onShow = [this] { ActUnderBox(); };
   }
 
-  /// The session has ended with the program at rest: there is no window to act on any more.
+  /// True when the session has ended, and the window with it.
   bool ProgramHasEnded() const { return program_.form.unloaded; }
 
   void Act() {
@@ -68,34 +68,34 @@ class User {
       case 14:
         return EndSession();
       default:
-        return ActOnFurtherWindow();
+        return ActOnOtherWindow();
     }
   }
 
  private:
-  bool Spent() const { return input_.remaining_bytes() == 0; }
+  bool InputUsedUp() const { return input_.remaining_bytes() == 0; }
 
-  /// At each pause: mostly the user waits. One who has nothing more to do stops everything.
+  /// At each pause. The user mostly waits, and stops everything when the input is used up.
   void MaybeAct() {
-    if (Spent() || depth_ == kDeepest || !program_.form.Enabled()) return StopAll();
+    if (InputUsedUp() || depth_ == kMaxDepth || !program_.form.Enabled()) return StopAll();
     if (input_.ConsumeIntegralInRange(0, 3) != 0) return;
     ++depth_;
     Act();
     --depth_;
   }
 
-  /// Under a message box no window takes anything or closes, whichever window opened it. The session may end.
-  void Meanwhile() {
+  /// While a message box is open all windows are disabled and do not close. The session may end.
+  void ActUnderBox() {
     const std::vector<ui::MemoryForm*> windows = program_.screen.Forms();
-    for (ui::MemoryForm* window : windows) Demand(!window->Close() && !window->Enabled());
-    if (!Spent() && input_.ConsumeBool()) EndSession();
-    Demand(program_.screen.Forms() == windows);
+    for (ui::MemoryForm* window : windows) Require(!window->Close() && !window->Enabled());
+    if (!InputUsedUp() && input_.ConsumeBool()) EndSession();
+    Require(program_.screen.Forms() == windows);
   }
 
-  /// Windows asks, and may end the session against a refusal.
+  /// Windows asks first, but may end the session although the program refuses.
   void EndSession() {
     const bool agreed = program_.form.QueryEndSession();
-    Demand(!agreed || !program_.flags.busy);
+    Require(!agreed || !program_.flags.busy);
     if (!agreed && input_.ConsumeBool()) return;
     program_.form.EndSession();
   }
@@ -123,7 +123,7 @@ class User {
 
   void CloseWhileRunning() {
     if (!program_.flags.busy) return;
-    Demand(!program_.form.Close());
+    Require(!program_.form.Close());
   }
 
   void ChangeTab() {
@@ -146,7 +146,7 @@ class User {
         program_.cncLibrary.readResult = input_.PickValueInArray<int16_t>({0, -16, -104});
         break;
       case 4:
-        // A library does not go while a test holds its handle.
+        // Not during a test: a loaded library stays loaded.
         if (program_.Button(ID_cmdK7Api).Caption() != L"&Stop") program_.k7Api.missing = input_.ConsumeBool();
         break;
       case 5:
@@ -178,7 +178,7 @@ class User {
     return window != nullptr && !window->unloaded && window->Enabled();
   }
 
-  void ActOnFurtherWindow() {
+  void ActOnOtherWindow() {
     if (IsOpen(about_) && input_.ConsumeBool()) {
       about_->Get<ui::MemoryButton>(input_.ConsumeBool() ? ID_cmdOK : ID_cmdSysInfo).Click();
       return;

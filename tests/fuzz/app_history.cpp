@@ -18,8 +18,8 @@ std::vector<std::wstring> Items(const tarvik::ui::ComboBox& box) {
 
 }  // namespace
 
-/// Whatever stands in the settings store is loaded without trouble, and what is loaded, saved and loaded
-/// again is the same list, with a typed address in front when it is new.
+/// Any settings can be loaded, and saving the list, with a typed address added, and loading it again gives
+/// the same list. Lines of the input: the typed address, then the saved ones.
 TARVIK_FUZZER(app_history) {
   const std::vector<std::wstring> texts = tarvik::Split(std::wstring(data, data + size), L"\n");
   tarvik::test::FakeSettings store;

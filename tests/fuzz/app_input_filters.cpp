@@ -8,7 +8,7 @@
 #include "tests/fuzz/fuzzer.h"
 #include "ui/memory/memory_form.h"
 
-using tarvik::test::Demand;
+using tarvik::test::Require;
 
 namespace {
 
@@ -24,8 +24,8 @@ bool Throws(Convert convert) {
 
 }  // namespace
 
-/// A key in a box that holds any text: the first two bytes are the key, the third, less 128, the length
-/// that the box may have, the rest its text and its label.
+/// A key typed into a field with any text. First two bytes: the key. Third byte, minus 128: the field's
+/// maximum length. The rest: its text and label.
 TARVIK_FUZZER(app_input_filters) {
   if (size < 3) return;
   int16_t key = 0;
@@ -39,25 +39,25 @@ TARVIK_FUZZER(app_input_filters) {
 
   auto& box = form.AddTextBox(2, tarvik::ui::kNoPage, tarvik::ui::TextBoxStyle::Plain);
   box.SetText(text);
-  int16_t taken = key;
-  tarvik::KeyPress_NumRange(taken, box, room, fake.codePage);
-  const bool numberTakes = key == 8 || (digit && room > 0 && length < static_cast<size_t>(room));
-  Demand(taken == (numberTakes ? key : 0));
+  int16_t accepted = key;
+  tarvik::KeyPress_NumRange(accepted, box, room, fake.codePage);
+  const bool numberAccepts = key == 8 || (digit && room > 0 && length < static_cast<size_t>(room));
+  Require(accepted == (numberAccepts ? key : 0));
 
   auto& host = form.AddComboBox(3, tarvik::ui::kNoPage, tarvik::ui::ComboBoxStyle::Editable);
   host.SetText(text);
-  taken = key;
-  tarvik::KeyPress_HostRange(taken, host, fake.codePage);
+  accepted = key;
+  tarvik::KeyPress_HostRange(accepted, host, fake.codePage);
   const bool letter = (key >= 'A' && key <= 'Z') || (key >= 'a' && key <= 'z');
-  Demand(taken == (key == 8 || (length < 63 && (digit || letter || key == '.' || key == '-')) ? key : 0));
+  Require(accepted == (key == 8 || (length < 63 && (digit || letter || key == '.' || key == '-')) ? key : 0));
 
   const auto number = tarvik::ParseInt32(text);
-  Demand(tarvik::IsPingCount(text) == (number && *number >= 0));
-  Demand(Throws([&] { tarvik::report::ToInt32(text, text); }) == !number);
-  Demand(Throws([&] { tarvik::report::ToInt16(text, text); }) == !tarvik::ParseInt16(text));
-  Demand(tarvik::report::BoxName(text).size() <= text.size());
+  Require(tarvik::IsPingCount(text) == (number && *number >= 0));
+  Require(Throws([&] { tarvik::report::ToInt32(text, text); }) == !number);
+  Require(Throws([&] { tarvik::report::ToInt16(text, text); }) == !tarvik::ParseInt16(text));
+  Require(tarvik::report::BoxName(text).size() <= text.size());
   const auto inBox = tarvik::report::NumberInBox(text, L"&Box:", 0, 9, fake.texts, fake.boxes);
-  Demand(inBox.has_value() == fake.boxes.boxes.empty());
-  Demand(!inBox || (*inBox >= 0 && *inBox <= 9));
-  for (const auto& shown : fake.boxes.boxes) Demand(shown.text.size() < 200);
+  Require(inBox.has_value() == fake.boxes.boxes.empty());
+  Require(!inBox || (*inBox >= 0 && *inBox <= 9));
+  for (const auto& shown : fake.boxes.boxes) Require(shown.text.size() < 200);
 }

@@ -1,5 +1,5 @@
-// Everything that the program is told at its start: the command line, the configuration library's folder, the
-// socket library's description, the settings, the language and the services file, and the decoded secrets.
+// The inputs of start-up: command line, configuration library, WSAStartup's description, settings, language
+// file, services file, decoded secrets.
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -51,13 +51,13 @@ TARVIK_FUZZER(app_start_up) {
     program.AddString(1033, input.ConsumeIntegralInRange(1, 170), input.ConsumeRandomLengthString(80));
   if (input.ConsumeBool()) program.kernel.paths.erase("NxLib32.dll");
   if (input.ConsumeBool()) program.kernel.paths.erase("Wininet.dll");
-  // The user stops the run that a host on the command line begins.
+  // A host on the command line starts a run, which the user stops.
   int rounds = 0;
   program.onEvents = [&] {
     if (++rounds > 40 && program.flags.busy) program.Button(ID_cmdPing).Click();
   };
   program.Start(commandLine, family);
-  test::Demand(program.Address().Count() <= 11);
-  test::Demand(program.List().Count() <= 1001);
+  test::Require(program.Address().Count() <= 11);
+  test::Require(program.List().Count() <= 1001);
   program.End();
 }

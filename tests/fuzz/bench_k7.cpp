@@ -4,7 +4,7 @@
 #include "bench/scenario_text.h"
 #include "tests/fuzz/fuzzer.h"
 
-// What came in a datagram, and the text of a scenario.
+// Any datagram, and any scenario text.
 TARVIK_FUZZER(bench_k7) {
   using namespace tarvik::bench;
   const std::string_view text(reinterpret_cast<const char*>(data), size);

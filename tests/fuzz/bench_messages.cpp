@@ -3,7 +3,7 @@
 #include "bench/controller.h"
 #include "tests/fuzz/fuzzer.h"
 
-// What came over the network: messages one behind the other, first to a controller and then to its client.
+// Any bytes from the network, first as requests to a controller, then as replies to its client.
 TARVIK_FUZZER(bench_messages) {
   using namespace tarvik::bench;
   static const ControllerScenario scenario = ReadControllerScenario(

@@ -1,4 +1,4 @@
-// Every way through the library test: access codes, option words, numbers that are none, a stop at any pause.
+// Every path through the library test: access codes, option words, invalid numbers, a stop at any pause.
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -8,7 +8,7 @@
 #include "tests/fakes/fake_context.h"
 #include "tests/fuzz/fuzzer.h"
 
-using tarvik::test::Demand;
+using tarvik::test::Require;
 
 namespace {
 
@@ -19,7 +19,7 @@ int16_t Result(FuzzedDataProvider& input) {
 std::wstring Text(FuzzedDataProvider& input) {
   const std::string bytes = input.ConsumeRandomLengthString(300);
   std::wstring text(bytes.begin(), bytes.end());
-  // Bytes beyond ASCII stand for characters that the code page writes with two.
+  // Bytes beyond ASCII become a double-byte character.
   for (wchar_t& character : text)
     if (character < 0 || character > 0x7F) character = L'漢';
   return text;
@@ -56,11 +56,11 @@ TARVIK_FUZZER(cnclib_access_code) {
         fake.context, library, fake.codePage, [&busy](bool on) { busy = on; }, target, code, false, options);
   } catch (const RuntimeError&) {
   }
-  Demand(library.AllGivenBack() && !busy);
-  // Nothing passes that the controller has refused anywhere.
-  if (passed) Demand((options & 1) != 0 && library.Count("nx_sysinfo") == 1 && library.infoResult == 0);
-  if (library.Count("nx_allochandle_code") != 0) Demand(library.openResult == 7);
+  Require(library.AllGivenBack() && !busy);
+  // A test passes only if the controller accepted every call.
+  if (passed) Require((options & 1) != 0 && library.Count("nx_sysinfo") == 1 && library.infoResult == 0);
+  if (library.Count("nx_allochandle_code") != 0) Require(library.openResult == 7);
   fake.results.ClearList();
   DisplayNexal1Options(fake.results, fake.texts, false, library.options);
-  Demand(fake.results.Lines().size() <= 7);
+  Require(fake.results.Lines().size() <= 7);
 }

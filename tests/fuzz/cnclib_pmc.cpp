@@ -1,5 +1,5 @@
-// The PMC read test window: whatever stands in its boxes, whatever the library answers, and a user who types
-// and clicks between the passes.
+// The PMC read test with any texts in its fields and any answers of the library, and a user who types and
+// clicks between the passes.
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -10,7 +10,7 @@
 #include "tests/fuzz/fuzzer.h"
 #include "ui/memory/memory_form.h"
 
-using tarvik::test::Demand;
+using tarvik::test::Require;
 
 namespace {
 
@@ -60,7 +60,7 @@ TARVIK_FUZZER(cnclib_pmc) {
         form.Get<ui::MemoryComboBox>(ID_cmbPmcAddr).Select(input.ConsumeIntegralInRange(0, 12));
         break;
       case 3:
-        Demand(!window.Running() || !form.Close());
+        Require(!window.Running() || !form.Close());
         break;
       case 4:
         button(ID_cmdRead).Click();
@@ -77,12 +77,12 @@ TARVIK_FUZZER(cnclib_pmc) {
     if (++rounds > kMaxRounds) button(ID_cmdStop).Click();
   };
   button(ID_cmdRead).Click();
-  Demand(library.AllGivenBack() && !window.Running());
-  Demand(button(ID_cmdRead).Enabled() && button(ID_cmdClose).Enabled() && !button(ID_cmdStop).Enabled());
-  Demand(form.Get<ui::MemoryListBox>(ID_lstData).redrawing);
-  Demand(form.Get<ui::MemoryListBox>(ID_lstData).Count() <= 8000);
+  Require(library.AllGivenBack() && !window.Running());
+  Require(button(ID_cmdRead).Enabled() && button(ID_cmdClose).Enabled() && !button(ID_cmdStop).Enabled());
+  Require(form.Get<ui::MemoryListBox>(ID_lstData).redrawing);
+  Require(form.Get<ui::MemoryListBox>(ID_lstData).Count() <= 8000);
   for (const std::string& call : library.calls) {
-    // A range never reaches beyond the 16 bits that the call has for its last address.
-    if (call.starts_with("nx_pmc_rdrange")) Demand(call.find('-') == std::string::npos);
+    // The last address fits into 16 bits: larger ones would appear as negative numbers.
+    if (call.starts_with("nx_pmc_rdrange")) Require(call.find('-') == std::string::npos);
   }
 }

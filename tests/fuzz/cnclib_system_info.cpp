@@ -1,4 +1,4 @@
-// Whatever the CNC library answers and writes into its records: the library test reads nothing beyond them.
+// The library test reads nothing beyond the records of the CNC library, whatever is in them.
 
 #include <cstdlib>
 #include <cstring>

@@ -8,10 +8,10 @@
 #include "tests/fakes/fake_context.h"
 #include "tests/fuzz/fuzzer.h"
 
-using tarvik::test::Demand;
+using tarvik::test::Require;
 
-/// Names between line feeds. They are sorted as the plain sort does it, and listed with none lost: the first
-/// letter of a name tells whether it is a directory.
+/// A directory listing is sorted like StrSort sorts, and complete. Each line of the input is a name; its
+/// first letter decides whether it is a directory.
 TARVIK_FUZZER(ftp_directory_listing) {
   std::vector<std::wstring> names = tarvik::Split(std::wstring(data, data + size), L"\n");
   tarvik::test::FakeContext fake;
@@ -20,8 +20,8 @@ TARVIK_FUZZER(ftp_directory_listing) {
     return fake.system.SortKey(a) < fake.system.SortKey(b);
   };
   tarvik::StrSort(plain, 0, static_cast<int32_t>(plain.size()) - 1, before);
-  Demand(tarvik::Sorted(names, fake.system) == plain);
-  Demand(std::is_sorted(plain.begin(), plain.end(), before));
+  Require(tarvik::Sorted(names, fake.system) == plain);
+  Require(std::is_sorted(plain.begin(), plain.end(), before));
 
   tarvik::DirectoryListing listing(fake.results, fake.system);
   listing.BeginEnumFiles();
@@ -40,6 +40,6 @@ TARVIK_FUZZER(ftp_directory_listing) {
   listing.EndEnumFile();
   if (shown + 3 > 1000) return;
   const std::vector<std::wstring>& lines = fake.results.Lines();
-  Demand(lines.size() == shown + 3);
-  for (size_t i = 3; i < 3 + directories; ++i) Demand(lines[i].starts_with(L'/') && lines[i].size() >= 45);
+  Require(lines.size() == shown + 3);
+  for (size_t i = 3; i < 3 + directories; ++i) Require(lines[i].starts_with(L'/') && lines[i].size() >= 45);
 }

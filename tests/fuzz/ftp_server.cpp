@@ -7,26 +7,25 @@
 #include "tests/fakes/fake_wininet.h"
 #include "tests/fuzz/fuzzer.h"
 
-// A server whose replies and directory are the fuzzer's bytes. The first byte chooses what the library makes
-// of its buffer, the next four are the length that it tells; the rest are the reply, and cut into records
-// the entries.
+// A server with any replies and any directory. First byte: how the library handles a small buffer. Next four:
+// the length that it returns. The rest: the reply, and cut into records, the entries.
 TARVIK_FUZZER(ftp_server) {
   if (size < 5) return;
-  const uint8_t manner = data[0];
-  uint32_t told = 0;
-  std::memcpy(&told, data + 1, sizeof told);
+  const uint8_t mode = data[0];
+  uint32_t claimed = 0;
+  std::memcpy(&claimed, data + 1, sizeof claimed);
   data += 5;
   size -= 5;
 
   tarvik::test::FakeWininet wininet;
   wininet.onResponse = [&](char* buffer, uint32_t* length, uint32_t& lastError) {
-    if (manner % 4 == 1 && *length < size) {
+    if (mode % 4 == 1 && *length < size) {
       lastError = tarvik::test::FakeWininet::kInsufficientBuffer;
-      *length = told;
+      *length = claimed;
       return 0;
     }
     std::memcpy(buffer, data, std::min<size_t>(size, *length));
-    *length = manner % 4 == 2 ? told : static_cast<uint32_t>(std::min<size_t>(size, *length));
+    *length = mode % 4 == 2 ? claimed : static_cast<uint32_t>(std::min<size_t>(size, *length));
     return 1;
   };
   for (size_t at = 0; at < size; at += sizeof(tarvik::FindData) / 4) {

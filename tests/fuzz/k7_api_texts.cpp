@@ -6,8 +6,8 @@
 #include "tests/fakes/fake_k7_api.h"
 #include "tests/fuzz/fuzzer.h"
 
-/// Whatever the library writes over its texts, and whatever stands in the address and count boxes: the test
-/// ends and gives its handle back. The first four bytes are also the code of its errors.
+/// The K7 API test ends and frees its handle whatever the library writes into its text arguments and whatever
+/// the address and count fields contain. The first four bytes are also the error code.
 TARVIK_FUZZER(k7_api_texts) {
   const std::string written(reinterpret_cast<const char*>(data), size < 256 ? size : 256);
   const std::wstring typed(data, data + (size < 400 ? size : 400));

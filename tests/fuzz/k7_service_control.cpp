@@ -1,4 +1,4 @@
-// Whatever the service-setup library answers, call by call: a command ends, and says how it went.
+// Every command of the K7 Svc page ends and reports its result, whatever the service-setup library answers.
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -8,7 +8,7 @@
 #include "tests/fakes/fake_modules.h"
 #include "tests/fuzz/fuzzer.h"
 
-using tarvik::test::Demand;
+using tarvik::test::Require;
 
 namespace {
 
@@ -33,7 +33,7 @@ class HostileSvcKit final : public tarvik::SvcKit {
       case 2:
         return input_.ConsumeIntegral<int32_t>();
       case 3:
-        throw tarvik::RuntimeError(L"The library lacks the call.");
+        throw tarvik::RuntimeError(L"The library does not export the call.");
       default:
         return 0;
     }
@@ -55,7 +55,7 @@ TARVIK_FUZZER(k7_service_control) {
   kernel.paths["SvcKit.DLL"] = "C:\\SvcKit.dll";
   HostileSvcKit library(input);
   SvcUtl service(library, FileUtil(kernel, versions), fake.boxes, fake.pump, fake.codePage);
-  Demand(service.mInitialize(input.ConsumeIntegralInRange(-1, 2)));
+  Require(service.mInitialize(input.ConsumeIntegralInRange(-1, 2)));
   const ShowServiceState showState = [](int32_t) {};
   for (int round = 0; round < 8 && input.remaining_bytes() > 0; ++round) {
     const size_t boxesBefore = fake.boxes.boxes.size();
@@ -67,11 +67,11 @@ TARVIK_FUZZER(k7_service_control) {
           break;
         case 1:
           StartK7Service(fake.context, service, showState);
-          Demand(fake.boxes.boxes.size() > boxesBefore);
+          Require(fake.boxes.boxes.size() > boxesBefore);
           break;
         case 2:
           StopK7Service(fake.context, service, showState);
-          Demand(fake.boxes.boxes.size() > boxesBefore);
+          Require(fake.boxes.boxes.size() > boxesBefore);
           break;
         case 3:
           service.mSetupService(L"a", L"b", L"c", 2);
@@ -82,15 +82,15 @@ TARVIK_FUZZER(k7_service_control) {
       }
     } catch (const RuntimeError&) {
     }
-    Demand(fake.pump.sleeps.size() - sleepsBefore <= 40);
+    Require(fake.pump.sleeps.size() - sleepsBefore <= 40);
     const size_t boxesBetween = fake.boxes.boxes.size();
-    // The boxes of the utility's own failures were this command's alone.
+    // A command switches message boxes for query errors off again.
     try {
       int32_t status = 0;
       service.mGetServiceStatus(L"a", status);
     } catch (const RuntimeError&) {
     }
-    Demand(fake.boxes.boxes.size() == boxesBetween);
+    Require(fake.boxes.boxes.size() == boxesBetween);
   }
   service.mTerminate();
 }

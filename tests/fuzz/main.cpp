@@ -1,5 +1,5 @@
-// All fuzzers are one program, because each compiles and links the whole product. "--fuzzer=NAME" selects
-// one; libFuzzer passes over options with two dashes and hands them on to the processes that it starts.
+// All fuzzers are one program, because each would have to compile and link the whole product. "--fuzzer=NAME"
+// selects one; libFuzzer ignores options with two dashes and passes them on to its child processes.
 
 #include <cstdio>
 #include <cstdlib>

@@ -7,8 +7,8 @@
 
 namespace {
 
-/// Where a link leads, by its two bytes: from the start of the answer, or, with 255 or 254 as the second one,
-/// a little before or behind the last place where a whole adapter or a whole address fits.
+/// The target of a link, from its two bytes: an offset in the answer, or, if the second byte is 255 or 254, a
+/// place close to the last one where a whole adapter or a whole address fits.
 std::uintptr_t TargetOf(const uint8_t* bytes, const std::vector<std::byte>& buffer) {
   const auto begin = reinterpret_cast<std::uintptr_t>(buffer.data());
   const auto end = begin + buffer.size();
@@ -20,19 +20,19 @@ std::uintptr_t TargetOf(const uint8_t* bytes, const std::vector<std::byte>& buff
 
 }  // namespace
 
-// A chain of adapters: any bytes, with links that mostly lead somewhere into them. The first byte is the
-// number of links; three bytes each tell where a link stands and where it leads.
+// A chain of adapters of any bytes, with links into them. First byte: the number of links. Then three bytes
+// per link: its place and its target.
 TARVIK_FUZZER(net_adapter_chain) {
   if (size == 0) return;
   const size_t links = data[0];
   if (size < 1 + links * 3) return;
   const auto bytes = std::as_bytes(std::span(data, size)).subspan(1 + links * 3);
-  // Repeated, so that small inputs already make several records.
+  // Repeated, so that even small inputs fill several records.
   std::vector<std::byte> repeated;
   if (!bytes.empty())
     while (repeated.size() < 4 * sizeof(tarvik::IpAdapterInfo))
       repeated.insert(repeated.end(), bytes.begin(), bytes.end());
-  // Without room behind its end, so that the sanitizer sees every byte too far.
+  // A copy without spare capacity, so that the sanitizer sees every read beyond the end.
   std::vector<std::byte> buffer = repeated;
   for (size_t i = 0; i < links && buffer.size() > sizeof(void*); ++i) {
     const uint8_t* const link = data + 1 + i * 3;

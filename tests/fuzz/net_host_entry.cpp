@@ -8,8 +8,8 @@
 #include "tests/fakes/fake_winsock.h"
 #include "tests/fuzz/fuzzer.h"
 
-// A host entry: the first two bytes are its length field, the third the number of its addresses, the rest
-// their bytes. Each address has exactly the bytes that the length field promises.
+// Any host entry. First two bytes: its length field. Third: the number of addresses. The rest: their bytes;
+// each address has exactly the length of the length field.
 TARVIK_FUZZER(net_host_entry) {
   if (size < 3) return;
   int16_t length = 0;

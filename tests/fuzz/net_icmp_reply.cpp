@@ -6,13 +6,13 @@
 #include "tests/fuzz/fuzzer.h"
 #include "tests/unit/net/fake_pc.h"
 
-using tarvik::test::Demand;
+using tarvik::test::Require;
 
 namespace {
 
 constexpr size_t kAnswerSize = 64;
 
-/// Answers each echo with the next bytes: the first four are the count that it tells, the others the record.
+/// Answers each echo with the next bytes: four for the number of replies that it returns, then the record.
 class HostileIcmp final : public tarvik::IcmpLibrary {
  public:
   HostileIcmp(const uint8_t* data, size_t size) : data_(data), size_(size) {}
@@ -21,12 +21,12 @@ class HostileIcmp final : public tarvik::IcmpLibrary {
   uint32_t IcmpSendEcho(Handle, uint32_t, const void* request, uint16_t requestSize,
                         const tarvik::IpOptionInformation* options, void* reply, uint32_t replySize,
                         uint32_t) override {
-    Demand(requestSize == 32 && options == nullptr);
-    Demand(std::string(static_cast<const char*>(request), requestSize) == std::string(32, ' '));
+    Require(requestSize == 32 && options == nullptr);
+    Require(std::string(static_cast<const char*>(request), requestSize) == std::string(32, ' '));
     uint32_t replies = 0;
-    const size_t told = std::min(size_, sizeof replies);
-    std::memcpy(&replies, data_, told);
-    Skip(told);
+    const size_t counted = std::min(size_, sizeof replies);
+    std::memcpy(&replies, data_, counted);
+    Skip(counted);
     const size_t written = std::min({size_, kAnswerSize - sizeof replies, size_t{replySize}});
     std::memcpy(reply, data_, written);
     Skip(written);
@@ -50,7 +50,7 @@ class HostileIcmp final : public tarvik::IcmpLibrary {
 
 }  // namespace
 
-/// An echo's reply: any bytes in the record and any count of records.
+/// Any reply record, and any number of replies.
 TARVIK_FUZZER(net_icmp_reply) {
   if (size == 0) return;
   HostileIcmp icmp(data, size);
@@ -63,8 +63,8 @@ TARVIK_FUZZER(net_icmp_reply) {
       L"192.168.1.1", count);
   const auto& lines = pc.results.Lines();
   if (pc.winsock.noText) return;
-  Demand(answered == icmp.anyReply);
-  Demand(lines.size() == static_cast<size_t>(count));
+  Require(answered == icmp.anyReply);
+  Require(lines.size() == static_cast<size_t>(count));
   for (const std::wstring& line : lines)
-    Demand(line.starts_with(L"ICMP_Error:") || line.find(L" Reply From ") == 4);
+    Require(line.starts_with(L"ICMP_Error:") || line.find(L" Reply From ") == 4);
 }

@@ -6,7 +6,7 @@
 #include "tests/fakes/fake_winsock.h"
 #include "tests/fuzz/fuzzer.h"
 
-// The interface list: the first four bytes are the count that the library tells, the rest are its entries.
+// Any interface list. First four bytes: the byte count from WSAIoctl. The rest: the entries.
 TARVIK_FUZZER(net_interface_list) {
   const auto bytes = std::as_bytes(std::span(data, size));
   if (tarvik::ParseInterfaceList(bytes).size() > size / 76) std::abort();

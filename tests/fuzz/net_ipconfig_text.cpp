@@ -4,7 +4,7 @@
 #include "net/ipconfig_text.h"
 #include "tests/fuzz/fuzzer.h"
 
-// What ipconfig printed: any bytes, any length of line.
+// Any output of ipconfig.
 TARVIK_FUZZER(net_ipconfig_text) {
   const auto list = tarvik::ParseIpconfigText({reinterpret_cast<const char*>(data), size});
   for (const auto& record : list)

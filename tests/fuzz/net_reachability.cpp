@@ -1,5 +1,5 @@
-// The whole reachability check on a PC that tells anything of itself: addresses, masks, gateways, names, what
-// ipconfig printed, how echoes were answered, and a user who stops somewhere.
+// The whole reachability check with any addresses, masks, gateways, names, ipconfig output and replies, and a
+// user who requests a stop at any time.
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -8,7 +8,7 @@
 #include "tests/fuzz/fuzzer.h"
 #include "tests/unit/net/fake_pc.h"
 
-using tarvik::test::Demand;
+using tarvik::test::Require;
 
 namespace {
 
@@ -59,7 +59,7 @@ TARVIK_FUZZER(net_reachability) {
       break;
     default:
       pc.winsock.AddRawHost("host", {input.ConsumeBytes<unsigned char>(16)}, 4);
-      // The library promises as many bytes as its length field says.
+      // An address always has as many bytes as the length field says.
       if (pc.winsock.gethostbyname("host")->h_addr_list[0] == nullptr) return;
       pc.winsock.AddHost("host", {"192.168.1.100", "10.9.8.7"});
       break;
@@ -81,8 +81,8 @@ TARVIK_FUZZER(net_reachability) {
   pc.processes.onStart = [&] { pc.files.contents[pc.folder + L"\\ipconfig.txt"] = printed; };
 
   pc.Check(target, count);
-  Demand(pc.historyCalls <= 1 && pc.winsock.openSockets.empty() && pc.processes.openHandles.empty());
-  Demand(pc.winsock.startups == pc.winsock.cleanups);
-  Demand(pc.files.contents.empty());
-  Demand(pc.results.Lines().size() <= 1001);
+  Require(pc.historyCalls <= 1 && pc.winsock.openSockets.empty() && pc.processes.openHandles.empty());
+  Require(pc.winsock.startups == pc.winsock.cleanups);
+  Require(pc.files.contents.empty());
+  Require(pc.results.Lines().size() <= 1001);
 }

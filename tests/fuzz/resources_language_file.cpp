@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Answers every look-up with the fuzzer's bytes and boasts of the length that their first two name.
+/// Answers every look-up with the fuzzer's bytes; the first two are the length that it returns.
 class HostileProfile final : public tarvik::test::FakeSystem {
  public:
   HostileProfile(const uint8_t* data, size_t size) : data_(data), size_(size) {}
@@ -25,7 +25,7 @@ class HostileProfile final : public tarvik::test::FakeSystem {
 
 }  // namespace
 
-/// Any bytes from a language file give a text that is not empty and no longer than the buffer allows.
+/// Any value in a language file gives a text that is not empty and not longer than the buffer.
 TARVIK_FUZZER(resources_language_file) {
   HostileProfile profile(data, size);
   tarvik::test::FakeFiles files;

@@ -6,7 +6,7 @@
 
 namespace tarvik::test {
 
-/// The whole program without a window, outside of any test.
+/// The whole program without real windows, for use outside of GoogleTest.
 class WholeProgram final : public Form1Test {
  public:
   using Form1Test::Address;
@@ -44,31 +44,31 @@ class WholeProgram final : public Form1Test {
   using Form1Test::wininet;
   using Form1Test::winsock;
 
-  /// The user stops whatever still runs, and closes the window, unless the session has ended with the program
-  /// at rest. Nothing is left behind.
+  /// Closes the program, which must be at rest, unless the end of the session has closed it. Checks that
+  /// everything was released.
   void End() {
     onEvents = nullptr;
     if (!form.unloaded) Close();
-    Demand(screen.Forms().size() == 1);
-    Demand(winsock.startups == winsock.cleanups);
-    Demand(icmp.closed.size() == (icmp.createResult == 0 ? 0U : 1U));
+    Require(screen.Forms().size() == 1);
+    Require(winsock.startups == winsock.cleanups);
+    Require(icmp.closed.size() == (icmp.createResult == 0 ? 0U : 1U));
   }
 
  private:
   void TestBody() override {}
-  static void Demand(bool rule) {
+  static void Require(bool rule) {
     if (!rule) std::abort();
   }
   void Close() {
-    Demand(!flags.busy && !flags.stopRequested);
-    Demand(form.Enabled() && form.CurrentPointer() == ui::Pointer::Default);
-    Demand(Button(ID_cmdPing).Caption() != L"&Stop");
-    Demand(cncLibrary.AllGivenBack());
-    // Tests may stand inside each other, and the recorded library knows but one handle.
-    Demand(k7Api.Count("K7_AllocHandle") == k7Api.Count("K7_FreeHandle"));
-    Demand(wininet.open.empty() && wininet.misuses == 0);
-    Demand(winsock.openSockets.empty() && processes.openHandles.empty());
-    Demand(form.Close() && form.unloaded);
+    Require(!flags.busy && !flags.stopRequested);
+    Require(form.Enabled() && form.CurrentPointer() == ui::Pointer::Default);
+    Require(Button(ID_cmdPing).Caption() != L"&Stop");
+    Require(cncLibrary.AllGivenBack());
+    // Counted, because nested tests get the same handle from the fake library.
+    Require(k7Api.Count("K7_AllocHandle") == k7Api.Count("K7_FreeHandle"));
+    Require(wininet.open.empty() && wininet.misuses == 0);
+    Require(winsock.openSockets.empty() && processes.openHandles.empty());
+    Require(form.Close() && form.unloaded);
   }
 };
 
