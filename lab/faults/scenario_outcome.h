@@ -18,8 +18,7 @@ struct Outcome {
 std::optional<Rung> HighestBegun(const std::vector<std::string>& lines);
 
 /// The difference between the scenario and the outcome in the notation of scenario files: a line diff ("-"
-/// missing,
-/// "+" unexpected) and the verdict. Empty when they match.
+/// missing, "+" unexpected) and the verdict. Empty when they match.
 std::string Difference(const Scenario& scenario, const Outcome& outcome);
 
 }  // namespace tarvik::lab

@@ -106,7 +106,7 @@ class WindowUnderTest {
   void WaitForChange(int id, const std::vector<std::string>& known, milliseconds timeOut) const;
   /// Clears the list box (LB_RESETCONTENT) without the program's knowledge.
   void EmptyList(int id) const;
-  /// Adds the line that many times, behind the program's back.
+  /// Adds the line `count` times without the program's knowledge.
   void AddLines(int id, int count, const std::string& line) const;
   /// What the line needs in the list, whose tab stop is that many dialog units away.
   int WidthOfLine(int id, const std::string& line, int tabStop) const;

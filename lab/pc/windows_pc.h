@@ -49,7 +49,7 @@ class WindowsPc {
   /// Nothing when the clipboard holds no text.
   std::optional<std::string> ClipboardText();
   void SetClipboardText(const std::string& text);
-  /// Another program keeps the clipboard open for so long; returns once it does.
+  /// Makes another program keep the clipboard open for this time. Returns once it is open.
   void HoldClipboard(milliseconds duration);
 
   /// Text values below HKEY_CURRENT_USER; nothing when there is no such value.

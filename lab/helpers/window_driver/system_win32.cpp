@@ -53,7 +53,7 @@ HANDLE HeldClipboard() {
 }
 
 DWORD WINAPI HoldOpenClipboard(LPVOID milliseconds) {
-  // Who has the clipboard without a window shares it with all others that have none.
+  // With a window of its own: without one, other windowless programs could open the clipboard as well.
   const HWND owner =
       CreateWindowExW(0, L"Static", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
   {
@@ -66,8 +66,8 @@ DWORD WINAPI HoldOpenClipboard(LPVOID milliseconds) {
   return 0;
 }
 
-/// clipboard_hold <milliseconds>: keeps the clipboard open from now on for so long, as another program might;
-/// returns at once
+/// clipboard_hold <milliseconds>: keeps the clipboard open for this time, as another program might; returns
+/// once it is open
 Fields HoldClipboard(const Arguments& arguments) {
   const auto milliseconds = static_cast<ULONG_PTR>(arguments.Number(0));
   const HANDLE thread =
