@@ -13,12 +13,11 @@ bool Offers(const std::vector<std::string>& tabs, const std::string& caption) {
   return std::find(tabs.begin(), tabs.end(), caption) != tabs.end();
 }
 
-/// "Version " and three of the four numbers in the version resource of the program's file: major, minor and
-/// the last one.
+/// "Version " and the major, minor and build number from the version resource of the program's file.
 std::string VersionInTheFile() {
   std::ifstream stream(ProgramPath(), std::ios::binary);
   const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-  std::string key;  // in UTF-16; the numbers come after it, with a signature of their own
+  std::string key;  // in UTF-16; the signature of the numbers follows
   for (const char letter : std::string("VS_VERSION_INFO")) key.append({letter, '\0'});
   const size_t record = bytes.find("\xBD\x04\xEF\xFE", bytes.find(key));
   const auto number = [&](size_t offset) {
@@ -31,14 +30,14 @@ std::string VersionInTheFile() {
 class AboutBox : public WindowsTest<AboutBox> {
  protected:
   WindowUnderTest Open(const WindowUnderTest& mainWindow) {
-    // A user opens it from a window that has come to rest; until then the screen may still hand it the focus.
+    // Until the main window has settled, the window manager may still give it the focus.
     mainWindow.Settle();
     mainWindow.InvokeCommand(ID_mnuHelpSub);
     return Program().WaitForWindow("frmAbout");
   }
 };
 
-TEST_F(AboutBox, Shows_the_programs_version_and_the_modules_that_were_found) {
+TEST_F(AboutBox, Shows_the_version_of_the_program_and_of_every_module_found) {
   const WindowUnderTest box = Open(Start());
   EXPECT_EQ(box.Text(0), "Tarvik Version Information");
   EXPECT_EQ(box.Text(ID_lblTitle), "Tarvik");
@@ -55,7 +54,7 @@ TEST_F(AboutBox, Shows_the_programs_version_and_the_modules_that_were_found) {
   EXPECT_EQ(modules.find("k7api"), std::string::npos) << modules;
 }
 
-TEST_F(AboutBox, Cuts_none_of_its_texts) {
+TEST_F(AboutBox, Shows_all_its_texts_completely) {
   const WindowUnderTest box = Open(Start());
   const ScreenRect client = box.ClientRect(0);
   for (const WindowUnderTest::ControlInfo& control : box.Controls()) {
@@ -65,7 +64,7 @@ TEST_F(AboutBox, Cuts_none_of_its_texts) {
   }
 }
 
-TEST_F(AboutBox, OK_Enter_Esc_and_the_close_button_close_it_and_the_program_stays) {
+TEST_F(AboutBox, OK_Enter_Esc_and_the_close_button_close_only_the_box) {
   const WindowUnderTest mainWindow = Start();
   const std::function<void(const WindowUnderTest&)> closes[] = {
       [](const WindowUnderTest& box) { box.Press("Enter"); },
@@ -81,7 +80,7 @@ TEST_F(AboutBox, OK_Enter_Esc_and_the_close_button_close_it_and_the_program_stay
   }
 }
 
-TEST_F(AboutBox, Is_one_window_beside_the_main_window_which_stays_usable) {
+TEST_F(AboutBox, Opens_once_and_leaves_the_main_window_usable) {
   const WindowUnderTest mainWindow = Start();
   const WindowUnderTest box = Open(mainWindow);
   EXPECT_EQ(Open(mainWindow).Handle(), box.Handle());
@@ -91,31 +90,31 @@ TEST_F(AboutBox, Is_one_window_beside_the_main_window_which_stays_usable) {
   EXPECT_TRUE(Program().HasWindow("frmAbout"));
 }
 
-TEST_F(AboutBox, Closing_the_main_window_ends_the_program_with_it) {
+TEST_F(AboutBox, Closing_the_main_window_ends_the_program_in_spite_of_an_open_box) {
   const WindowUnderTest mainWindow = Start();
   Open(mainWindow);
   mainWindow.Close();
   EXPECT_EQ(Program().WaitForEnd(), 0U);
 }
 
-TEST_F(AboutBox, Stays_above_a_main_window_that_is_topmost) {
+TEST_F(AboutBox, Is_topmost_when_the_main_window_is) {
   const WindowUnderTest box = Open(Start("-X 1 -PING_N"));
   EXPECT_TRUE(box.Topmost());
 }
 
-TEST_F(AboutBox, Tells_when_there_is_no_system_information) {
+TEST_F(AboutBox, Missing_system_information_is_reported) {
   const WindowUnderTest box = Open(Start());
   box.Click(ID_cmdSysInfo);
   const BoxUnderTest message = Program().WaitForBox();
   EXPECT_EQ(message.text, "Cannot display the system information");
-  // Under its message box it does not go away.
+  // It does not close while its message box is open.
   box.Close();
   Program().Answer(message, BoxButton::Ok);
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return box.Enabled(0); }));
   EXPECT_TRUE(Program().HasWindow("frmAbout"));
 }
 
-TEST_F(AboutBox, Is_laid_out_anew_when_the_scaling_changes) {
+TEST_F(AboutBox, Is_laid_out_again_when_the_scaling_changes) {
   const WindowUnderTest box = Open(Start());
   const ScreenRect before = box.Rect(ID_lblModules);
   const ScreenRect outer = box.Rect(0);
@@ -124,7 +123,7 @@ TEST_F(AboutBox, Is_laid_out_anew_when_the_scaling_changes) {
   EXPECT_GT(box.Rect(0).width, outer.width);
 }
 
-TEST_F(AboutBox, The_modules_that_are_there_keep_their_pages) {
+TEST_F(AboutBox, Pages_of_installed_libraries_are_visible) {
   const WindowUnderTest window = Start();
   const std::vector<std::string> tabs = window.StateOfTabs(ID_tabMode).captions;
   EXPECT_TRUE(Offers(tabs, "NEXAL2(&2)"));
@@ -132,7 +131,7 @@ TEST_F(AboutBox, The_modules_that_are_there_keep_their_pages) {
   EXPECT_TRUE(window.Visible(ID_cmdAllTest));
 }
 
-/// A PC that has the configuration library and none of the others.
+/// A PC with no closed library but the configuration library.
 class WithoutModules : public WindowsTest<WithoutModules> {
  public:
   static WindowsPc::Options Options() {
@@ -152,7 +151,7 @@ class WithoutModules : public WindowsTest<WithoutModules> {
   static inline std::unique_ptr<TempDirectory> folder_;
 };
 
-TEST_F(WithoutModules, The_CNC_page_and_the_ladder_are_not_offered) {
+TEST_F(WithoutModules, The_CNC_page_and_the_ladder_are_hidden) {
   const WindowUnderTest window = Start();
   const std::vector<std::string> tabs = window.StateOfTabs(ID_tabMode).captions;
   EXPECT_FALSE(Offers(tabs, "NEXAL2(&2)"));
@@ -161,7 +160,7 @@ TEST_F(WithoutModules, The_CNC_page_and_the_ladder_are_not_offered) {
   EXPECT_FALSE(window.Visible(ID_cmdAllTest));
 }
 
-TEST_F(WithoutModules, The_about_box_shows_what_is_there) {
+TEST_F(WithoutModules, The_about_box_shows_the_libraries_of_Windows) {
   const WindowUnderTest window = Start();
   window.InvokeCommand(ID_mnuHelpSub);
   const std::string modules = Program().WaitForWindow("frmAbout").Text(ID_lblModules);
@@ -178,7 +177,7 @@ class JapaneseAboutBox : public WindowsTest<JapaneseAboutBox> {
   }
 };
 
-TEST_F(JapaneseAboutBox, Has_its_button_in_Japanese) {
+TEST_F(JapaneseAboutBox, Has_a_Japanese_button) {
   const WindowUnderTest window = Start();
   window.InvokeCommand(ID_mnuHelpSub);
   EXPECT_EQ(Program().WaitForWindow("frmAbout").Text(ID_cmdSysInfo), "ｼｽﾃﾑ情報(&S)...");

@@ -16,14 +16,14 @@
 
 namespace tarvik::lab {
 
-/// A program of the test's own that loads the bench's libraries and calls them: one Windows a suite, the
-/// program started anew for each test.
+/// Calls the bench's libraries through bench_caller.exe. One Wine prefix per suite; the program is started
+/// for each test.
 class BenchTest : public testing::Test {
  protected:
   using Fields = std::vector<std::string>;
 
   static void SetUpTestSuite() { SetUpSuiteIn({}); }
-  /// `networkNamespace`: that of the programs; empty = this process'.
+  /// `networkNamespace`: for the programs; empty = this process'.
   static void SetUpSuiteIn(const std::string& networkNamespace) {
     namespace_ = networkNamespace;
     unsupportedReason_ = WindowsUnsupportedReason();
@@ -61,7 +61,7 @@ class BenchTest : public testing::Test {
     return std::make_unique<Process>(InNamespace(namespace_, command), options);
   }
 
-  /// The fields of the answer, of which the first is the call's result.
+  /// Returns the fields of the answer; the first is the result of the call. Throws LabError.
   Fields Call(const Fields& command) {
     caller_->Write(JoinFields(command) + "\n");
     Fields answer = SplitFields(caller_->ReadLine(std::chrono::seconds(120)));
@@ -78,7 +78,7 @@ class BenchTest : public testing::Test {
 
   void Set(const std::string& variable, const std::string& value) { Call({"set", variable, value}); }
 
-  /// What the stand-ins have written down of the calls so far.
+  /// The calls so far, as recorded by the stand-in libraries.
   Fields Calls() const { return LinesOfFile(folder_->Path() + "/calls"); }
 
  private:

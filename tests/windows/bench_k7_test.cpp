@@ -9,7 +9,7 @@ constexpr char kLive[] = "-1";
 
 class BenchK7Api : public BenchTest {
  protected:
-  /// Starts the server by hand, as an ordinary program.
+  /// Starts the server as an ordinary program.
   void StartServer(const std::string& scenario) {
     std::filesystem::copy_file(Bench() + "/K7Server.exe", Folder() + "/K7Server.exe");
     std::ofstream(Folder() + "/K7Server.scenario") << "port 0\n" << scenario;
@@ -48,7 +48,7 @@ class BenchK7Api : public BenchTest {
   std::unique_ptr<Process> server_;
 };
 
-TEST_F(BenchK7Api, Live_and_dead_units_are_told_apart_and_the_state_is_handed_back) {
+TEST_F(BenchK7Api, Units_are_live_or_dead_and_their_state_is_returned) {
   StartServer("unit 192.168.1.100 live\nunit 192.168.1.101 dead\n");
   const std::string handle = ConnectedHandle();
   EXPECT_EQ(Call({"K7_CheckReboot2", handle, "192.168.1.100", "0", "0"}),
@@ -65,21 +65,21 @@ TEST_F(BenchK7Api, Live_and_dead_units_are_told_apart_and_the_state_is_handed_ba
   EXPECT_EQ(calls.at(calls.size() - 2), "K7_FreeHandle(" + handle + ") = 0 open=0");
 }
 
-TEST_F(BenchK7Api, A_restart_is_seen_by_the_next_check) {
+TEST_F(BenchK7Api, The_next_check_reports_a_restart) {
   StartServer("unit a reboots\n");
   const std::string handle = ConnectedHandle();
   EXPECT_EQ(Call({"K7_CheckReboot2", handle, "a", "0", "0"}), (Fields{"-1", "a", "1", "1", "0", kLive}));
   EXPECT_EQ(Call({"K7_CheckReboot2", handle, "a", "1", "1"}), (Fields{"-1", "a", "2", "2", "1", kLive}));
 }
 
-TEST_F(BenchK7Api, A_unit_that_the_server_does_not_know_is_an_error) {
+TEST_F(BenchK7Api, An_unknown_unit_is_an_error) {
   StartServer("others unknown\n");
   const std::string handle = ConnectedHandle();
   EXPECT_EQ(Call({"K7_CheckReboot2", handle, "192.168.1.100", "0", "0"}).at(0), "0");
   EXPECT_EQ(ErrorOf(handle), 0x1009F004U);
 }
 
-TEST_F(BenchK7Api, No_server_is_an_error) {
+TEST_F(BenchK7Api, A_stopped_server_is_an_error) {
   StartServer("");
   const std::string handle = ConnectedHandle();
   StopServer();
@@ -89,7 +89,7 @@ TEST_F(BenchK7Api, No_server_is_an_error) {
   EXPECT_EQ(ErrorOf(handle), 0x1009F101U);
 }
 
-TEST_F(BenchK7Api, A_server_that_keeps_silent_is_no_server) {
+TEST_F(BenchK7Api, A_server_that_does_not_answer_counts_as_none) {
   StartServer("silent\n");
   const std::string handle = Handle();
   EXPECT_EQ(Call({"K7_ConnectServer", handle, "127.0.0.1"}).at(0), "0");
@@ -108,7 +108,7 @@ TEST_F(BenchK7Api, Fails_on_demand_with_both_codes) {
   EXPECT_EQ(Call({"K7_GetLastError", "0"}), (Fields{"0", std::to_string(0x1009F002), "8"}));
 }
 
-TEST_F(BenchK7Api, Lies_with_a_handle_of_0_and_with_texts) {
+TEST_F(BenchK7Api, Returns_handle_0_and_overwritten_texts_on_demand) {
   Set("TARVIK_BENCH_K7_LIE", "handle0 rewritten");
   EXPECT_EQ(Call({"K7_AllocHandle"}), (Fields{"0", "0"}));
   EXPECT_EQ(Call({"K7_ConnectServer", "9", "127.0.0.1"}).at(1), "rewritten");

@@ -27,7 +27,7 @@ class BenchNxLib : public BenchTest {
   std::unique_ptr<Controller> controller_;
 };
 
-TEST_F(BenchNxLib, Every_library_says_practice_bench) {
+TEST_F(BenchNxLib, Every_version_resource_says_practice_bench) {
   for (const char* name : {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "SvcKit.dll", "ObryConfIO.dll",
                            "txcodec.dll", "K7Server.exe", "practice_controller.exe"}) {
     const Fields version = Call({"version", name});
@@ -36,12 +36,12 @@ TEST_F(BenchNxLib, Every_library_says_practice_bench) {
   }
 }
 
-TEST_F(BenchNxLib, The_companion_can_be_loaded_and_has_no_calls) {
+TEST_F(BenchNxLib, The_companion_library_can_be_loaded_and_exports_no_calls) {
   EXPECT_EQ(Call({"exports", "NxLibe1.dll", "nx_sysinfo"}).at(0), "0");
   EXPECT_EQ(Call({"exports", "NxLib32.dll", "nx_sysinfo"}).at(0), "1");
 }
 
-TEST_F(BenchNxLib, A_whole_conversation_is_seen_from_outside) {
+TEST_F(BenchNxLib, Every_call_is_recorded_with_its_result) {
   SwitchOn("model_type GL\nmachine_type \" T\"\naddinfo 512\nmax_axes 8\noptions 0x41\n");
   const std::string handle = Handle();
   EXPECT_EQ(Call({"nx_getoptions1", handle}), (Fields{"0", "65"}));
@@ -54,7 +54,7 @@ TEST_F(BenchNxLib, A_whole_conversation_is_seen_from_outside) {
                     "nx_freehandle(" + handle + ") = 0 open=0"}));
 }
 
-TEST_F(BenchNxLib, An_access_code_is_asked_for_with_7) {
+TEST_F(BenchNxLib, Result_7_requests_an_access_code) {
   SwitchOn("access_code 12345678\n");
   EXPECT_EQ(Allocate(), (Fields{"7", "0"}));
   EXPECT_EQ(AllocateWithCode("0"), (Fields{"7", "0"}));
@@ -77,27 +77,27 @@ TEST_F(BenchNxLib, The_longest_PMC_read_fills_8000_bytes_and_no_more) {
   EXPECT_EQ(answer.at(5), "8000");
 }
 
-TEST_F(BenchNxLib, A_length_too_small_for_the_range_is_refused) {
+TEST_F(BenchNxLib, A_length_too_small_for_the_range_is_rejected) {
   SwitchOn("");
   const Fields answer = Call({"nx_pmc_rdrange", Handle(), "9", "0", "0", "1", "9"});
   EXPECT_EQ(answer.at(0), "4");
   EXPECT_EQ(answer.at(5), "0");
 }
 
-TEST_F(BenchNxLib, A_PMC_error_has_its_detail) {
+TEST_F(BenchNxLib, A_PMC_error_has_details) {
   SwitchOn(BenchScenario("pmc_errors"));
   const std::string handle = Handle();
   EXPECT_EQ(Call({"nx_pmc_rdrange", handle, "9", "0", "150", "150", "9"}).at(0), "-16");
   EXPECT_EQ(Call({"nx_pmc_detailerr", handle}), (Fields{"0", "5", "3"}));
 }
 
-TEST_F(BenchNxLib, A_handle_that_is_not_open_is_bad) {
+TEST_F(BenchNxLib, A_handle_that_is_not_open_is_invalid) {
   for (const char* call : {"nx_getoptions1", "nx_sysinfo", "nx_pmc_detailerr", "nx_freehandle"}) {
     EXPECT_EQ(Call({call, "77"}).at(0), "-8") << call;
   }
 }
 
-TEST_F(BenchNxLib, A_controller_that_is_off_or_falls_silent_is_told_apart) {
+TEST_F(BenchNxLib, A_silent_controller_and_one_that_is_off_have_different_codes) {
   SwitchOn("silent sysinfo\n");
   const std::string handle = Handle("1");
   EXPECT_EQ(Call({"nx_sysinfo", handle}).at(0), "-103");
@@ -108,14 +108,14 @@ TEST_F(BenchNxLib, A_controller_that_is_off_or_falls_silent_is_told_apart) {
   EXPECT_EQ(Call({"nx_freehandle", handle}).at(0), "0");
 }
 
-TEST_F(BenchNxLib, Lies_with_a_handle_of_0) {
+TEST_F(BenchNxLib, Returns_handle_0_on_demand) {
   SwitchOn("");
   Set("TARVIK_BENCH_NXLIB_LIE", "handle0");
   EXPECT_EQ(Allocate(), (Fields{"0", "0"}));
   EXPECT_TRUE(Calls().back().ends_with("open=0"));
 }
 
-TEST_F(BenchNxLib, Lies_with_a_handle_that_a_failure_leaves) {
+TEST_F(BenchNxLib, Returns_a_handle_with_a_failure_on_demand) {
   SwitchOn("");
   Set("TARVIK_BENCH_NXLIB_LIE", "handle_on_failure");
   const Fields answer = Allocate();
@@ -124,7 +124,7 @@ TEST_F(BenchNxLib, Lies_with_a_handle_that_a_failure_leaves) {
   EXPECT_EQ(Call({"nx_freehandle", answer.at(1)}).at(0), "0");
 }
 
-TEST_F(BenchNxLib, Lies_with_texts_without_an_end_and_records_half_filled) {
+TEST_F(BenchNxLib, Returns_unterminated_texts_and_half_filled_records_on_demand) {
   SwitchOn("pmc D 0 1 2 3 4\n");
   const std::string handle = Handle();
   Set("TARVIK_BENCH_NXLIB_LIE", "unended");
@@ -136,7 +136,7 @@ TEST_F(BenchNxLib, Lies_with_texts_without_an_end_and_records_half_filled) {
   EXPECT_EQ(Call({"nx_pmc_rdrange", handle, "9", "0", "0", "3", "12"}).at(6), "0102");
 }
 
-TEST_F(BenchNxLib, Lies_by_taking_its_whole_time_out) {
+TEST_F(BenchNxLib, Waits_for_the_whole_time_out_on_demand) {
   SwitchOn("");
   const std::string handle = Handle("1");
   Set("TARVIK_BENCH_NXLIB_LIE", "whole_time_out");

@@ -15,7 +15,7 @@ const std::string kAccessDenied = "5";
 
 class BenchService : public BenchTest {
  protected:
-  /// Installs the K7 server with the scenario beside it.
+  /// Installs the K7 server as a service with this scenario.
   void Install(const std::string& scenario) {
     const std::string program = Folder() + "/K7Server.exe";
     std::filesystem::copy_file(Bench() + "/K7Server.exe", program);
@@ -25,7 +25,7 @@ class BenchService : public BenchTest {
     installed_ = true;
   }
 
-  /// A service that does not obey ends with its Windows.
+  /// Ends all programs of the prefix, because a service may ignore the request to stop.
   void TearDown() override {
     if (installed_) Prefix().EndPrograms();
     BenchTest::TearDown();
@@ -48,8 +48,8 @@ class BenchService : public BenchTest {
 
   ::testing::AssertionResult Becomes(const std::string& state) {
     std::string seen;
-    const auto there = [&] { return (seen = State()) == state; };
-    if (WaitUntil(std::chrono::seconds(60), there)) return ::testing::AssertionSuccess();
+    const auto reached = [&] { return (seen = State()) == state; };
+    if (WaitUntil(std::chrono::seconds(60), reached)) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << "state " << seen;
   }
 
@@ -71,14 +71,14 @@ TEST_F(BenchService, Is_installed_started_queried_stopped_and_removed) {
   EXPECT_EQ(Stop(), "0");
   EXPECT_TRUE(Becomes(kStopped));
   EXPECT_EQ(Remove(), "0");
-  // The manager forgets a service when the last one who holds it, its own process too, has let go of it.
+  // The service manager deletes a service once its process has ended and all its handles are closed.
   EXPECT_TRUE(WaitUntil(std::chrono::seconds(60), [this] {
     return Call({"QSetup_GetServiceStatus", kService}).at(0) == kNoService;
   }));
   EXPECT_TRUE(Calls().front().starts_with("QSetup_InstallService(\"K7Server\", \"K7 server\", \"Z:\\"));
 }
 
-TEST_F(BenchService, One_that_is_not_there_has_a_code_of_its_own) {
+TEST_F(BenchService, A_missing_service_has_its_own_code) {
   EXPECT_EQ(Call({"QSetup_GetServiceStatus", kService}).at(0), kNoService);
   EXPECT_EQ(Start(), kNoService);
   EXPECT_EQ(Stop(), kNoService);
@@ -95,7 +95,7 @@ TEST_F(BenchService, Starts_and_stops_slowly) {
   EXPECT_TRUE(Becomes(kStopped));
 }
 
-TEST_F(BenchService, Is_waited_for_when_that_is_asked) {
+TEST_F(BenchService, A_call_with_a_time_out_waits_for_the_new_state) {
   Install("start_takes 1000\nstop_takes 1000\n");
   EXPECT_EQ(Start("60000"), "0");
   EXPECT_EQ(State(), kRunning);
@@ -103,27 +103,27 @@ TEST_F(BenchService, Is_waited_for_when_that_is_asked) {
   EXPECT_EQ(State(), kStopped);
 }
 
-TEST_F(BenchService, Can_stay_in_start_pending) {
+TEST_F(BenchService, Stays_in_start_pending_on_demand) {
   Install("start_takes forever\n");
   EXPECT_EQ(Start("2000"), "1053");
   EXPECT_EQ(State(), kStartPending);
 }
 
-TEST_F(BenchService, Can_take_the_request_to_stop_and_run_on) {
+TEST_F(BenchService, Accepts_a_stop_and_keeps_running_on_demand) {
   Install("stop ignored\n");
   EXPECT_EQ(Start("60000"), "0");
   EXPECT_EQ(Stop("1000"), "1053");
   EXPECT_EQ(State(), kRunning);
 }
 
-TEST_F(BenchService, Can_refuse_to_stop) {
+TEST_F(BenchService, Rejects_a_stop_on_demand) {
   Install("stop refused\n");
   EXPECT_EQ(Start("60000"), "0");
   EXPECT_NE(Stop(), "0");
   EXPECT_EQ(State(), kRunning);
 }
 
-TEST_F(BenchService, A_scenario_that_cannot_be_read_ends_it) {
+TEST_F(BenchService, Ends_when_its_scenario_cannot_be_read) {
   Install("stop sometimes\n");
   EXPECT_EQ(Start(), "0");
   EXPECT_TRUE(Becomes(kStopped));

@@ -20,7 +20,7 @@ WindowsPc::Options JapanesePc() {
 
 class EnglishCaptions : public WindowsTest<EnglishCaptions> {};
 
-TEST_F(EnglishCaptions, The_family_edition_shows_three_pages_and_the_first_is_in_front) {
+TEST_F(EnglishCaptions, The_family_edition_shows_three_pages_with_the_first_in_front) {
   const WindowUnderTest window = Start();
   const WindowUnderTest::Tabs tabs = window.StateOfTabs(ID_tabMode);
   EXPECT_EQ(tabs.captions, (Captions{"Ping(&1)", "NEXAL2(&2)", "Ftp(&5)"}));
@@ -29,7 +29,7 @@ TEST_F(EnglishCaptions, The_family_edition_shows_three_pages_and_the_first_is_in
   EXPECT_FALSE(window.Visible(ID_cmdGetInfo));
 }
 
-TEST_F(EnglishCaptions, Each_page_shows_its_own_controls_only) {
+TEST_F(EnglishCaptions, Each_page_shows_only_its_own_controls) {
   const WindowUnderTest window = Start();
   constexpr int kOfPage[] = {ID_cmdPing, ID_cmdGetInfo, ID_cmdFtpConnect};
   for (int page = 0; page < 3; ++page) {
@@ -39,7 +39,7 @@ TEST_F(EnglishCaptions, Each_page_shows_its_own_controls_only) {
   }
 }
 
-TEST_F(EnglishCaptions, The_Japanese_file_is_read_in_its_own_code_page) {
+TEST_F(EnglishCaptions, The_Japanese_file_is_read_in_code_page_932) {
   const WindowUnderTest window = Start("-LOCALEID 1041 -X 0");
   EXPECT_EQ(window.Text(0), kJapaneseTitle);
   EXPECT_EQ(window.Text(ID_cmdGetInfo), kJapaneseGetInfo);
@@ -61,7 +61,7 @@ TEST_F(JapaneseCaptions, Come_from_the_Japanese_language_file) {
   EXPECT_EQ(window.Text(ID_cmdAllTest), "全ﾃｽﾄ(&A)");
 }
 
-TEST_F(JapaneseCaptions, A_locale_id_asks_for_English) {
+TEST_F(JapaneseCaptions, LOCALEID_selects_English) {
   const WindowUnderTest window = Start("-LOCALEID 1033 -X 0");
   EXPECT_EQ(window.Text(0), "Tarvik - Ethernet diagnosis for Obry");
   EXPECT_EQ(window.Text(ID_cmdGetInfo), "&Get CNC Info.");
@@ -72,12 +72,12 @@ class GeneralEditionTest : public WindowsTest<Suite> {
  protected:
   void SetUp() override {
     if (!std::filesystem::exists(GeneralProgramPath())) {
-      GTEST_SKIP() << "there is no " << GeneralProgramPath();
+      GTEST_SKIP() << GeneralProgramPath() << " does not exist";
     }
     WindowsTest<Suite>::SetUp();
   }
 
-  /// It must show no message box.
+  /// Throws LabError when a message box appears.
   WindowUnderTest StartGeneral() {
     this->StartOnly({}, GeneralProgramPath());
     return WaitForMainWindow(this->Program());
@@ -86,18 +86,18 @@ class GeneralEditionTest : public WindowsTest<Suite> {
 
 class GeneralEdition : public GeneralEditionTest<GeneralEdition> {
  public:
-  /// A configuration library that would make itself felt if it were asked.
+  /// A configuration library whose answers would be visible.
   static WindowsPc::Options Options() {
     WindowsPc::Options options = PcForTests();
     options.environment["TARVIK_BENCH_LANGUAGE"] = "1041";
     options.environment["TARVIK_BENCH_FOLDER_RESULT"] = "-1";
-    // The edition is a 32-bit one, whichever machine's program the other tests look at.
+    // The general edition is always 32-bit.
     options.programPath = std::filesystem::path(PcForTests().programPath).parent_path() / "x86";
     return options;
   }
 };
 
-TEST_F(GeneralEdition, Shows_five_pages_and_asks_no_configuration_library) {
+TEST_F(GeneralEdition, Shows_five_pages_and_does_not_call_the_configuration_library) {
   const WindowUnderTest window = StartGeneral();
   EXPECT_EQ(window.StateOfTabs(ID_tabMode).captions,
             (Captions{"Ping(&1)", "NEXAL2(&2)", "K7 Api(&3)", "K7 Svc(&4)", "Ftp(&5)"}));
@@ -119,7 +119,7 @@ TEST_F(GeneralEditionAlone, Shows_the_pages_that_need_no_closed_library) {
   EXPECT_EQ(window.Text(0), "Tarvik - Ethernet diagnosis for Obry");
 }
 
-/// Its own folder is also the one with the language files.
+/// The general edition has its language files in its own folder.
 TEST_F(GeneralEditionAlone, Has_its_captions_in_a_folder_that_the_code_page_cannot_represent) {
   const TempDirectory folder(PcForTests().cacheFolder);
   const std::filesystem::path odd = folder.Path() + "/日本 ไทย";

@@ -24,7 +24,7 @@ TEST_F(Copying, A_double_click_copies_every_line_with_its_line_break) {
   EXPECT_EQ(window.Lines(ID_lstResult), lines);
 }
 
-TEST_F(Copying, An_empty_list_leaves_an_empty_text) {
+TEST_F(Copying, Copying_an_empty_list_gives_an_empty_text) {
   const WindowUnderTest window = Start();
   Pc().SetClipboardText("before");
   window.EmptyList(ID_lstResult);
@@ -32,7 +32,7 @@ TEST_F(Copying, An_empty_list_leaves_an_empty_text) {
   ExpectClipboard("");
 }
 
-TEST_F(Copying, Waits_for_a_program_that_has_the_clipboard_for_a_moment) {
+TEST_F(Copying, Waits_for_a_program_that_keeps_the_clipboard_open_briefly) {
   const WindowUnderTest window = Start();
   Pc().SetClipboardText("before");
   window.EmptyList(ID_lstResult);
@@ -42,7 +42,7 @@ TEST_F(Copying, Waits_for_a_program_that_has_the_clipboard_for_a_moment) {
   EXPECT_FALSE(Program().HasBox());
 }
 
-TEST_F(Copying, A_program_that_keeps_the_clipboard_is_told_in_one_box_and_the_old_content_stays) {
+TEST_F(Copying, A_clipboard_that_stays_open_is_reported_once_and_keeps_its_content) {
   const WindowUnderTest window = Start();
   Pc().SetClipboardText("before");
   Pc().HoldClipboard(milliseconds(3000));
@@ -62,7 +62,7 @@ class Pasting : public WindowsTest<Pasting> {
     Pc().SetClipboardText(text);
     const WindowUnderTest window = Start("-X 16 -PING_N");
     window.DoubleClick(ID_lstResult);
-    // The lines of the start-up are gone then.
+    // The six lines of the start-up report are replaced.
     EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.LineCount(ID_lstResult) != 6; }));
     window.Settle();
     EXPECT_EQ(Pc().ClipboardText(), text);
@@ -70,17 +70,15 @@ class Pasting : public WindowsTest<Pasting> {
   }
 };
 
-TEST_F(Pasting, Cuts_the_text_at_its_line_breaks) { EXPECT_EQ(Pasted("x\r\ny"), (Lines{"x", "y"})); }
+TEST_F(Pasting, Splits_the_text_at_its_line_breaks) { EXPECT_EQ(Pasted("x\r\ny"), (Lines{"x", "y"})); }
 
-TEST_F(Pasting, A_line_break_at_the_end_gives_a_last_empty_line) {
+TEST_F(Pasting, A_final_line_break_adds_an_empty_line) {
   EXPECT_EQ(Pasted("x\r\ny\r\n"), (Lines{"x", "y", ""}));
 }
 
-TEST_F(Pasting, Japanese_text_comes_back_whole) {
-  EXPECT_EQ(Pasted("x\r\n日本語\r\n"), (Lines{"x", "日本語", ""}));
-}
+TEST_F(Pasting, Japanese_text_is_kept) { EXPECT_EQ(Pasted("x\r\n日本語\r\n"), (Lines{"x", "日本語", ""})); }
 
-TEST_F(Pasting, Takes_more_lines_than_a_test_may_write) {
+TEST_F(Pasting, Accepts_more_lines_than_a_test_may_write) {
   std::string text = "0";
   for (int i = 1; i < 1500; ++i) text += "\r\n" + std::to_string(i);
   const Lines lines = Pasted(text);

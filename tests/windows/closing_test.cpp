@@ -7,14 +7,14 @@ namespace {
 
 constexpr char kHistory[] = "Software\\NORVAX_FN_PingUtil\\History";
 
-/// The main window, and the PMC window and the about box beside it.
+/// The main window, the PMC window and the about box, all open.
 class Closing : public WindowsTest<Closing> {
  protected:
   void SetUp() override {
     WindowsTest::SetUp();
     if (IsSkipped()) return;
     Pc().DeleteRegistryKey(kHistory);
-    // Saved, the second address moves up to "02".
+    // Saving moves the second address to "02".
     Pc().SetRegistryText(kHistory, "01", "10.1.1.1");
     Pc().SetRegistryText(kHistory, "03", "10.1.1.3");
   }
@@ -32,18 +32,18 @@ class Closing : public WindowsTest<Closing> {
   }
   std::vector<WindowUnderTest> Windows() const { return {*main_, *pmc_, *about_}; }
 
-  /// The box that says that this PC has no system information tool.
-  BoxUnderTest ProvokeBoxOfAboutBox() {
+  /// The message box about the missing system information tool.
+  BoxUnderTest OpenMessageBoxOfAboutBox() {
     about_->Click(ID_cmdSysInfo);
     return Program().WaitForBox();
   }
-  void ExpectAllDisabledAndNoneToClose() {
+  void ExpectDisabledAndOpen() {
     for (const WindowUnderTest& window : Windows()) {
       EXPECT_FALSE(window.Enabled(0)) << window.Text(0);
       window.Close();
     }
     for (const char* const name : {"Form1", "frmPmcTest", "frmAbout"}) {
-      main_->Text(0);  // answered after what was posted
+      main_->Text(0);  // answered after the posted close requests
       EXPECT_TRUE(Program().HasWindow(name)) << name;
     }
     EXPECT_TRUE(Program().HasBox());
@@ -55,7 +55,7 @@ class Closing : public WindowsTest<Closing> {
     for (const WindowUnderTest& window : Windows())
       EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Enabled(0); })) << window.Text(0);
   }
-  void ExpectToEnd() {
+  void CloseAndExpectEnd() {
     main_->Close();
     EXPECT_EQ(Program().WaitForEnd(), 0u);
   }
@@ -65,53 +65,53 @@ class Closing : public WindowsTest<Closing> {
   std::optional<WindowUnderTest> about_;
 };
 
-TEST_F(Closing, Under_a_box_of_the_about_box_every_window_is_disabled_and_none_closes) {
+TEST_F(Closing, A_message_box_of_the_about_box_disables_all_windows_and_keeps_them_open) {
   OpenAll();
-  const BoxUnderTest box = ProvokeBoxOfAboutBox();
-  ExpectAllDisabledAndNoneToClose();
+  const BoxUnderTest box = OpenMessageBoxOfAboutBox();
+  ExpectDisabledAndOpen();
   AnswerAndExpectActive(box, *about_);
-  ExpectToEnd();
+  CloseAndExpectEnd();
 }
 
-TEST_F(Closing, Under_a_box_of_the_PMC_window_every_window_is_disabled_and_none_closes) {
+TEST_F(Closing, A_message_box_of_the_PMC_window_disables_all_windows_and_keeps_them_open) {
   OpenAll();
   main_->SetText(ID_txtTcpPortNo, "port");
   pmc_->BringToForeground();
   pmc_->Click(ID_cmdRead);
   const BoxUnderTest box = Program().WaitForBox();
-  ExpectAllDisabledAndNoneToClose();
+  ExpectDisabledAndOpen();
   AnswerAndExpectActive(box, *pmc_);
   // The run refuses to end the program until it has ended itself.
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return pmc_->Enabled(ID_cmdRead); }));
-  ExpectToEnd();
+  CloseAndExpectEnd();
 }
 
-TEST_F(Closing, Under_a_box_of_the_main_window_every_window_is_disabled_and_none_closes) {
+TEST_F(Closing, A_message_box_of_the_main_window_disables_all_windows_and_keeps_them_open) {
   OpenAll();
   main_->BringToForeground();
   main_->SetFocus(ID_txtPingReqCount);
   main_->SetText(ID_txtPingReqCount, "-1");
   main_->Press("Tab");
   const BoxUnderTest box = Program().WaitForBox();
-  ExpectAllDisabledAndNoneToClose();
+  ExpectDisabledAndOpen();
   AnswerAndExpectActive(box, *main_);
   main_->SetText(ID_txtPingReqCount, "1");
-  ExpectToEnd();
+  CloseAndExpectEnd();
 }
 
-TEST_F(Closing, The_end_of_the_session_under_a_box_keeps_the_history_and_the_windows) {
+TEST_F(Closing, The_end_of_the_session_during_a_message_box_saves_the_history_and_keeps_the_windows) {
   OpenAll();
-  const BoxUnderTest box = ProvokeBoxOfAboutBox();
+  const BoxUnderTest box = OpenMessageBoxOfAboutBox();
   EXPECT_TRUE(Program().SessionMayEnd());
   Program().EndSession();
   EXPECT_TRUE(HistoryIsSaved());
   AnswerAndExpectActive(box, *about_);
   about_->Click(ID_cmdOK);
   about_->WaitUntilGone();
-  ExpectToEnd();
+  CloseAndExpectEnd();
 }
 
-TEST_F(Closing, The_end_of_the_session_at_rest_ends_the_program) {
+TEST_F(Closing, The_end_of_the_session_ends_an_idle_program) {
   OpenAll();
   EXPECT_TRUE(Program().SessionMayEnd());
   Program().EndSession();

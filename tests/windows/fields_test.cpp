@@ -7,7 +7,7 @@ namespace {
 
 class Fields : public WindowsTest<Fields> {};
 
-TEST_F(Fields, Have_their_defaults_without_a_command_line) {
+TEST_F(Fields, Have_defaults_without_a_command_line) {
   const WindowUnderTest window = Start();
   EXPECT_EQ(window.Text(ID_txtPingReqCount), "4");
   EXPECT_EQ(window.Text(ID_txtTcpPortNo), "8193");
@@ -43,7 +43,7 @@ TEST_F(Fields, Are_named_by_the_label_before_them) {
   }
 }
 
-TEST_F(Fields, The_menu_offers_the_about_box_and_no_PMC_window) {
+TEST_F(Fields, The_menu_has_the_about_box_but_no_PMC_window) {
   const std::vector<WindowUnderTest::MenuItem> menu = Start().Menu();
   const auto has = [&menu](int id) {
     return std::any_of(menu.begin(), menu.end(), [id](const auto& item) { return item.id == id; });
@@ -52,7 +52,7 @@ TEST_F(Fields, The_menu_offers_the_about_box_and_no_PMC_window) {
   EXPECT_FALSE(has(ID_mnuPMC));
 }
 
-TEST_F(Fields, LOCALEID_chooses_the_language_file) {
+TEST_F(Fields, LOCALEID_selects_the_language_file) {
   EXPECT_EQ(Start().Text(ID_lblIPAddr), "IP address or host &name:");
   EXPECT_EQ(Start("-LOCALEID 1041 -X 0").Text(ID_lblIPAddr), "IPｱﾄﾞﾚｽ/ﾎｽﾄ名(&N):");
 }

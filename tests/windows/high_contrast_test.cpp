@@ -5,7 +5,7 @@
 namespace tarvik::lab {
 namespace {
 
-/// A PC whose user has chosen light text on a black background, as one does who sees little else.
+/// A PC with a high-contrast scheme: light text on black.
 class HighContrast : public WindowsTest<HighContrast> {
  public:
   static void PreparePc(WindowsPc& pc) {
@@ -15,7 +15,7 @@ class HighContrast : public WindowsTest<HighContrast> {
     };
     for (const char* background : {"ButtonFace", "Window", "Menu", "MenuBar"}) colour(background, "0 0 0");
     for (const char* text : {"ButtonText", "WindowText", "MenuText"}) colour(text, "255 255 0");
-    // Windows' own schemes of that kind draw with these colours and nothing else.
+    // High-contrast schemes draw without a theme.
     pc.Prefix().SetRegistryValue(WinePrefix::Hive::User,
                                  "Software\\Microsoft\\Windows\\CurrentVersion\\ThemeManager", "ThemeActive",
                                  "\"0\"");
@@ -25,7 +25,7 @@ class HighContrast : public WindowsTest<HighContrast> {
   }
 
  protected:
-  /// The colours of a part of the screen, such as "srgb(0,0,0)", the commonest first.
+  /// The colours of a part of the screen, such as "#000000", the most frequent first.
   static std::vector<std::string> ColoursOf(const ScreenRect& part) {
     const TempDirectory folder(PcForTests().cacheFolder);
     const std::string picture = folder.Path() + "/part.png";
@@ -44,7 +44,7 @@ class HighContrast : public WindowsTest<HighContrast> {
   }
 };
 
-TEST_F(HighContrast, Every_background_and_every_text_has_the_colour_that_the_user_chose) {
+TEST_F(HighContrast, Backgrounds_and_texts_have_the_colours_of_the_scheme) {
   const WindowUnderTest window = Start();
   window.BringToForeground();
   for (const int id :
@@ -59,7 +59,7 @@ TEST_F(HighContrast, Every_background_and_every_text_has_the_colour_that_the_use
     SCOPED_TRACE(id);
     EXPECT_TRUE(Holds(ColoursOf(window.ClientRect(id)), "#FFFF00"));
   }
-  // The newest line stands selected.
+  // The last line is selected.
   EXPECT_TRUE(Holds(ColoursOf(window.ClientRect(ID_lstResult)), "#008000"));
 }
 

@@ -13,7 +13,7 @@ class History : public WindowsTest<History> {
   }
 };
 
-TEST_F(History, Is_read_newest_first_and_what_is_missing_is_left_out) {
+TEST_F(History, Is_read_newest_first_without_empty_and_missing_entries) {
   Pc().SetRegistryText(kKey, "01", "192.168.1.1");
   Pc().SetRegistryText(kKey, "02", "");
   Pc().SetRegistryText(kKey, "03", "cnc-3");
@@ -23,7 +23,7 @@ TEST_F(History, Is_read_newest_first_and_what_is_missing_is_left_out) {
   EXPECT_EQ(window.Text(ID_cmbIPAddr), "192.168.1.1");
 }
 
-TEST_F(History, Enter_with_its_list_open_takes_the_entry_and_starts_the_check) {
+TEST_F(History, Enter_in_the_open_list_selects_the_entry_and_starts_the_check) {
   Pc().SetRegistryText(kKey, "01", "127.0.0.1");
   Pc().SetRegistryText(kKey, "02", "127.0.0.2");
   const WindowUnderTest window = Start();
@@ -38,7 +38,7 @@ TEST_F(History, Enter_with_its_list_open_takes_the_entry_and_starts_the_check) {
   window.WaitForChange(ID_lstResult, known, kSoon);
 }
 
-TEST_F(History, Is_saved_at_the_end) {
+TEST_F(History, Is_saved_without_gaps_when_the_program_ends) {
   Pc().SetRegistryText(kKey, "01", "10.1.1.1");
   Pc().SetRegistryText(kKey, "03", "10.1.1.3");
   Start().Close();
@@ -47,7 +47,7 @@ TEST_F(History, Is_saved_at_the_end) {
   EXPECT_EQ(Pc().RegistryText(kKey, "02"), "10.1.1.3");
 }
 
-TEST_F(History, An_empty_store_leaves_the_box_empty_and_nothing_is_saved) {
+TEST_F(History, An_empty_history_stays_empty) {
   const WindowUnderTest window = Start();
   EXPECT_EQ(window.Text(ID_cmbIPAddr), "");
   EXPECT_TRUE(window.ComboItems(ID_cmbIPAddr).empty());
@@ -56,7 +56,7 @@ TEST_F(History, An_empty_store_leaves_the_box_empty_and_nothing_is_saved) {
   EXPECT_EQ(Pc().RegistryText(kKey, "01"), std::nullopt);
 }
 
-TEST_F(History, A_very_long_value_does_no_harm) {
+TEST_F(History, A_very_long_entry_does_not_hide_the_next) {
   Pc().SetRegistryText(kKey, "01", std::string(3000, 'a'));
   Pc().SetRegistryText(kKey, "02", "10.1.1.2");
   const WindowUnderTest window = Start();

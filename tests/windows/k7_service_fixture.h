@@ -15,10 +15,10 @@ namespace fs = std::filesystem;
 inline constexpr int kK7SvcTab = 3;
 inline constexpr char kServicesLine[] = "NORVAX_K7_SERVER  8193/udp\r\n";
 
-/// The polling takes ten seconds, on a machine under load a little more.
-inline constexpr std::chrono::seconds kPolling(60);
+/// The program polls for ten seconds; on a loaded machine it takes longer.
+inline constexpr std::chrono::seconds kMaxPollingTime(60);
 
-/// The general edition with its libraries in a folder of its own, on a PC with a real K7 service.
+/// A copy of the general edition with its libraries, on a PC with a real K7 service.
 template <typename Suite>
 class K7ServicePc : public WindowsTest<Suite> {
   using Base = WindowsTest<Suite>;
@@ -53,7 +53,7 @@ class K7ServicePc : public WindowsTest<Suite> {
     if (this->IsSkipped()) return;
     if (fs::path(ProgramPath()).parent_path().filename() != "x86")
       GTEST_SKIP() << "the general edition is 32-bit";
-    if (!fs::exists(GeneralProgramPath())) GTEST_SKIP() << "there is no " << GeneralProgramPath();
+    if (!fs::exists(GeneralProgramPath())) GTEST_SKIP() << GeneralProgramPath() << " does not exist";
     for (const auto& entry : fs::directory_iterator(folder_->Path())) fs::remove_all(entry.path());
     fs::copy_file(GeneralProgramPath(), InFolder("Tarvik.exe"));
     fs::copy(fs::path(GeneralProgramPath()).parent_path() / "Language", InFolder("Language"),
@@ -64,7 +64,7 @@ class K7ServicePc : public WindowsTest<Suite> {
     WriteServicesFile(kServicesLine);
   }
 
-  /// A service that does not obey ends with its Windows.
+  /// Ends all programs of the PC, because a service may ignore the request to stop.
   void TearDown() override {
     Base::TearDown();
     if (!installed_) return;
@@ -72,7 +72,7 @@ class K7ServicePc : public WindowsTest<Suite> {
     ServiceManager(this->Pc(), Bench()).Remove();
   }
 
-  /// The system's own file is shared with other prefixes, so it is replaced and not written to.
+  /// Replaces the file instead of writing to it: all prefixes share it by hard links.
   void WriteServicesFile(const std::string& bytes) {
     fs::remove(ServicesFile());
     std::ofstream(ServicesFile(), std::ios::binary) << bytes;
@@ -81,7 +81,7 @@ class K7ServicePc : public WindowsTest<Suite> {
     return this->Pc().Prefix().Folder() + "/drive_c/windows/system32/drivers/etc/services";
   }
 
-  /// Installs the K7 server as a service that follows the scenario, and starts it if that is wanted.
+  /// Installs the K7 server as a service with this scenario, and starts it if `started`.
   void Install(const std::string& scenario, bool started = false) {
     fs::create_directory(InFolder("service"));
     fs::copy_file(Bench() + "/K7Server.exe", InFolder("service/K7Server.exe"));
@@ -101,7 +101,7 @@ class K7ServicePc : public WindowsTest<Suite> {
 
   /// Waits for the next message box and answers it.
   BoxUnderTest Answer(const std::string& text, BoxButton button = BoxButton::Ok) {
-    BoxUnderTest box = this->Program().WaitForBox(kPolling);
+    BoxUnderTest box = this->Program().WaitForBox(kMaxPollingTime);
     EXPECT_EQ(box.text, text);
     this->Program().Answer(box, button);
     return box;
@@ -109,7 +109,7 @@ class K7ServicePc : public WindowsTest<Suite> {
 
   static std::vector<std::string> LinesOf(const std::string& name) { return LinesOfFile(InFolder(name)); }
 
-  /// How many calls of the stand-in library, made by the program, begin so.
+  /// Number of recorded library calls that start with this text.
   static int Calls(std::string_view begin) {
     const std::vector<std::string> calls = LinesOf("calls");
     return static_cast<int>(std::count_if(calls.begin(), calls.end(),
@@ -117,7 +117,7 @@ class K7ServicePc : public WindowsTest<Suite> {
   }
 
   static bool WaitForLines(const std::string& name, size_t count) {
-    return WaitUntil(kPolling, [&] { return LinesOf(name).size() >= count; });
+    return WaitUntil(kMaxPollingTime, [&] { return LinesOf(name).size() >= count; });
   }
 
  private:

@@ -11,7 +11,7 @@ constexpr char kStopFirst[] = "To use this command, first stop the K7 service wi
 
 class K7Service : public K7ServicePc<K7Service> {};
 
-TEST_F(K7Service, Is_started_queried_and_stopped_for_real) {
+TEST_F(K7Service, Is_started_queried_and_stopped) {
   Install("");
   const WindowUnderTest window = StartOnPage();
   EXPECT_EQ(window.Text(ID_lblK7ServerStatus), "Stopped");
@@ -43,7 +43,7 @@ TEST_F(K7Service, Is_started_queried_and_stopped_for_real) {
   EXPECT_EQ(Program().WaitForEnd(), 0u);
 }
 
-TEST_F(K7Service, A_click_on_the_label_sees_what_happened_meanwhile) {
+TEST_F(K7Service, A_click_on_the_label_shows_the_current_state) {
   Install("");
   const WindowUnderTest window = StartOnPage();
   EXPECT_EQ(window.Text(ID_lblK7ServerStatus), "Stopped");
@@ -52,7 +52,7 @@ TEST_F(K7Service, A_click_on_the_label_sees_what_happened_meanwhile) {
   window.WaitForText(ID_lblK7ServerStatus, "Running");
 }
 
-TEST_F(K7Service, That_starts_slowly_is_waited_for_and_nothing_is_started_twice) {
+TEST_F(K7Service, A_slow_start_is_awaited_and_not_repeated) {
   Install("start_takes 5000\n");
   const WindowUnderTest window = StartOnPage();
   window.Click(ID_cmdStartStopK7Server_1);
@@ -69,7 +69,7 @@ TEST_F(K7Service, That_starts_slowly_is_waited_for_and_nothing_is_started_twice)
   EXPECT_TRUE(Program().Runs());
 }
 
-TEST_F(K7Service, That_stops_slowly_is_waited_for) {
+TEST_F(K7Service, A_slow_stop_is_awaited) {
   Install("stop_takes 3000\n", true);
   const WindowUnderTest window = StartOnPage();
   EXPECT_EQ(window.Text(ID_lblK7ServerStatus), "Running");
@@ -79,18 +79,18 @@ TEST_F(K7Service, That_stops_slowly_is_waited_for) {
   EXPECT_EQ(window.Text(ID_lblK7ServerStatus), "Stopped");
 }
 
-TEST_F(K7Service, That_never_runs_is_given_up_after_40_tries) {
+TEST_F(K7Service, A_start_that_never_completes_fails_after_40_queries) {
   Install("start_takes forever\n");
   const WindowUnderTest window = StartOnPage();
   window.Click(ID_cmdStartStopK7Server_1);
   Answer("Starting K7 Service ...");
   Answer("Cannot start K7 Service.");
   EXPECT_EQ(window.Text(ID_lblK7ServerStatus), "Stopped");
-  // One query for the label, one before the start, and the polling's.
+  // One for the label, one before the start, 40 while polling.
   EXPECT_EQ(Calls("QSetup_GetServiceStatus"), 1 + 1 + 40);
 }
 
-TEST_F(K7Service, That_refuses_to_stop_is_told_with_the_librarys_code_and_given_up) {
+TEST_F(K7Service, A_rejected_stop_is_reported_with_the_code_of_the_library) {
   Install("stop refused\n", true);
   const WindowUnderTest window = StartOnPage();
   window.Click(ID_cmdStartStopK7Server_0);
@@ -102,7 +102,7 @@ TEST_F(K7Service, That_refuses_to_stop_is_told_with_the_librarys_code_and_given_
   EXPECT_EQ(window.Text(ID_lblK7ServerStatus), "Running");
 }
 
-TEST_F(K7Service, That_is_not_installed_has_no_state_and_cannot_be_started) {
+TEST_F(K7Service, A_missing_service_has_no_state_and_cannot_be_started) {
   const WindowUnderTest window = StartOnPage();
   EXPECT_EQ(window.Text(ID_lblK7ServerStatus), "---");
   window.Click(ID_cmdStartStopK7Server_1);
@@ -113,7 +113,7 @@ TEST_F(K7Service, That_is_not_installed_has_no_state_and_cannot_be_started) {
 
 // The debug launch
 
-TEST_F(K7Service, Debug_starts_the_server_by_hand_while_the_service_is_stopped) {
+TEST_F(K7Service, Debug_starts_the_server_program_while_the_service_is_stopped) {
   Install("");
   fs::copy_file(Recorder(), InFolder("K7Server.exe"));
   const WindowUnderTest window = StartOnPage();
@@ -123,7 +123,7 @@ TEST_F(K7Service, Debug_starts_the_server_by_hand_while_the_service_is_stopped) 
   EXPECT_FALSE(Program().HasBox());
 }
 
-TEST_F(K7Service, Debug_leads_to_the_stop_button_while_the_service_runs) {
+TEST_F(K7Service, Debug_focuses_the_stop_button_while_the_service_runs) {
   Install("", true);
   fs::copy_file(Recorder(), InFolder("K7Server.exe"));
   const WindowUnderTest window = StartOnPage();
@@ -133,7 +133,7 @@ TEST_F(K7Service, Debug_leads_to_the_stop_button_while_the_service_runs) {
   EXPECT_TRUE(LinesOf("starts").empty());
 }
 
-TEST_F(K7Service, Debug_without_the_server_is_told) {
+TEST_F(K7Service, Debug_reports_a_missing_server_program) {
   Install("");
   const WindowUnderTest window = StartOnPage();
   window.Click(ID_cmdK7ServerDebug);
@@ -142,7 +142,7 @@ TEST_F(K7Service, Debug_without_the_server_is_told) {
 
 // The services file
 
-TEST_F(K7Service, The_port_in_the_services_file_is_shown_and_followed) {
+TEST_F(K7Service, The_port_is_read_from_the_services_file_when_the_page_is_selected) {
   const WindowUnderTest window = StartOnPage();
   EXPECT_EQ(window.Text(ID_lblK7UdpPortNo), "8193");
   WriteServicesFile("# K7\r\nNORVAX_K7_SERVER\t9000/udp\r\n");
@@ -151,7 +151,7 @@ TEST_F(K7Service, The_port_in_the_services_file_is_shown_and_followed) {
   window.WaitForText(ID_lblK7UdpPortNo, "9000");
 }
 
-TEST_F(K7Service, The_port_is_read_again_when_the_user_comes_back_to_the_window) {
+TEST_F(K7Service, The_port_is_read_again_when_the_window_is_activated) {
   const WindowUnderTest window = StartOnPage();
   window.InvokeCommand(ID_mnuHelpSub);
   const WindowUnderTest about = Program().WaitForWindow("frmAbout");
@@ -161,10 +161,10 @@ TEST_F(K7Service, The_port_is_read_again_when_the_user_comes_back_to_the_window)
   window.WaitForText(ID_lblK7UdpPortNo, "9000");
 }
 
-TEST_F(K7Service, A_services_file_that_is_not_there_is_told_at_the_start) {
+TEST_F(K7Service, A_missing_services_file_is_reported_at_start_up) {
   fs::remove(ServicesFile());
   StartOnly({}, InFolder("Tarvik.exe"));
-  const BoxUnderTest box = Program().WaitForBox(kPolling);
+  const BoxUnderTest box = Program().WaitForBox(kMaxPollingTime);
   const std::string begin =
       "Can't Open [C:\\windows\\System32\\Drivers\\Etc\\Services] for Read\n\rERROR: 2 - ";
   EXPECT_TRUE(box.text.starts_with(begin)) << box.text;
@@ -175,7 +175,7 @@ TEST_F(K7Service, A_services_file_that_is_not_there_is_told_at_the_start) {
   EXPECT_EQ(WaitForMainWindow(Program()).Text(ID_lblK7UdpPortNo), "---");
 }
 
-TEST_F(K7Service, Left_click_with_Ctrl_and_Alt_alone_opens_the_services_file) {
+TEST_F(K7Service, A_click_with_exactly_Ctrl_and_Alt_opens_the_services_file) {
   const WindowUnderTest window = StartOnPage();
   size_t starts = 0;
   for (const int id : {ID_lblK7UdpPortNo, ID_txtTcpPortNo}) {
@@ -200,7 +200,7 @@ class DeniedK7Commands : public K7ServicePc<DeniedK7Commands> {
   }
 };
 
-TEST_F(DeniedK7Commands, Tell_when_the_service_may_not_be_stopped_and_it_runs_on) {
+TEST_F(DeniedK7Commands, A_denied_stop_is_reported_and_the_service_keeps_running) {
   Install("", true);
   const WindowUnderTest window = StartOnPage();
   window.Click(ID_cmdStartStopK7Server_0);
@@ -210,7 +210,7 @@ TEST_F(DeniedK7Commands, Tell_when_the_service_may_not_be_stopped_and_it_runs_on
   EXPECT_EQ(window.Text(ID_lblK7ServerStatus), "Running");
 }
 
-TEST_F(DeniedK7Commands, Tell_when_the_service_may_not_be_started_and_it_stays_stopped) {
+TEST_F(DeniedK7Commands, A_denied_start_is_reported_and_the_service_stays_stopped) {
   Install("");
   const WindowUnderTest window = StartOnPage();
   window.Click(ID_cmdStartStopK7Server_1);
@@ -227,7 +227,7 @@ class DeniedK7Query : public K7ServicePc<DeniedK7Query> {
   }
 };
 
-TEST_F(DeniedK7Query, Is_told_at_the_start_and_keeps_the_debug_launch_shut) {
+TEST_F(DeniedK7Query, Is_reported_at_start_up_and_prevents_the_debug_launch) {
   StartOnly({}, InFolder("Tarvik.exe"));
   const std::string text = "Can't get status information of \"K7Server\". Err=0x5";
   EXPECT_EQ(Answer(text).title, "Confirming System Service");
@@ -252,7 +252,7 @@ class JapaneseK7Service : public K7ServicePc<JapaneseK7Service> {
   }
 };
 
-TEST_F(JapaneseK7Service, Speaks_Japanese) {
+TEST_F(JapaneseK7Service, Shows_Japanese_texts) {
   Install("");
   const WindowUnderTest window = StartOnPage();
   window.Click(ID_cmdStartStopK7Server_0);

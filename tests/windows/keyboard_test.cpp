@@ -8,13 +8,13 @@ namespace {
 
 class Keyboard : public WindowsTest<Keyboard> {};
 
-TEST_F(Keyboard, The_address_box_takes_only_what_an_address_can_hold) {
+TEST_F(Keyboard, The_address_field_accepts_only_characters_of_addresses) {
   const WindowUnderTest window = Start();
   window.Type(ID_cmbIPAddr, "a_b c:1.2-Z");
   EXPECT_EQ(window.Text(ID_cmbIPAddr), "abc1.2-Z");
 }
 
-TEST_F(Keyboard, The_access_code_box_takes_eight_digits) {
+TEST_F(Keyboard, The_access_code_field_accepts_eight_digits) {
   const WindowUnderTest window = Start();
   window.SelectTab(ID_tabMode, 1);
   window.Click(ID_chkAccessCode);
@@ -23,7 +23,7 @@ TEST_F(Keyboard, The_access_code_box_takes_eight_digits) {
   EXPECT_EQ(window.Text(ID_txtAccessCode), "12345678");
 }
 
-TEST_F(Keyboard, Alt_with_a_digit_brings_the_page_to_front) {
+TEST_F(Keyboard, Alt_and_a_digit_select_a_page) {
   const WindowUnderTest window = Start();
   window.Press("Alt+5");
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Visible(ID_cmdFtpConnect); }));
@@ -31,7 +31,7 @@ TEST_F(Keyboard, Alt_with_a_digit_brings_the_page_to_front) {
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Visible(ID_cmdPing); }));
 }
 
-TEST_F(Keyboard, The_address_box_takes_63_characters_and_then_only_backspace) {
+TEST_F(Keyboard, After_63_characters_the_address_field_accepts_only_backspace) {
   const WindowUnderTest window = Start();
   window.Type(ID_cmbIPAddr, std::string(70, 'a'));
   EXPECT_EQ(window.Text(ID_cmbIPAddr), std::string(63, 'a'));
@@ -39,7 +39,7 @@ TEST_F(Keyboard, The_address_box_takes_63_characters_and_then_only_backspace) {
   EXPECT_EQ(window.Text(ID_cmbIPAddr), std::string(62, 'a'));
 }
 
-TEST_F(Keyboard, What_is_pasted_is_not_filtered) {
+TEST_F(Keyboard, Pasted_text_is_not_filtered) {
   const WindowUnderTest window = Start();
   Pc().SetClipboardText("a_b c");
   window.SetFocus(ID_cmbIPAddr);
@@ -47,7 +47,7 @@ TEST_F(Keyboard, What_is_pasted_is_not_filtered) {
   window.WaitForText(ID_cmbIPAddr, "a_b c");
 }
 
-TEST_F(Keyboard, A_full_field_refuses_typing_over_its_selection_but_takes_backspace) {
+TEST_F(Keyboard, A_full_field_rejects_typing_over_its_selection_but_accepts_backspace) {
   const WindowUnderTest window = Start();
   window.SelectTab(ID_tabMode, 1);
   window.Click(ID_chkAccessCode);
@@ -60,7 +60,7 @@ TEST_F(Keyboard, A_full_field_refuses_typing_over_its_selection_but_takes_backsp
   window.WaitForText(ID_txtAccessCode, "");
 }
 
-/// Tab and Shift+Tab lead through each page's controls, between the address and the list.
+/// Expects Tab and Shift+Tab to go through the address, the tabs, the page's controls and the list.
 void ExpectTabOrder(const WindowUnderTest& window, const std::vector<std::vector<int>>& pages) {
   ASSERT_EQ(window.StateOfTabs(ID_tabMode).captions.size(), pages.size());
   for (size_t page = 0; page < pages.size(); ++page) {
@@ -81,15 +81,15 @@ void ExpectTabOrder(const WindowUnderTest& window, const std::vector<std::vector
 }
 
 const std::vector<int> kPingStops = {ID_txtPingReqCount, ID_cmdPing, ID_cmdAllTest};
-// The access code's box is disabled and skipped.
+// The access code's field is disabled and skipped.
 const std::vector<int> kNexalStops = {ID_txtNxlibTimeOut, ID_txtTcpPortNo, ID_chkAccessCode, ID_cmdGetInfo};
 const std::vector<int> kFtpStops = {ID_txtFtpUsername, ID_txtFtpPasswd, ID_cmdFtpConnect, ID_cmdAllFtpTest};
 
-TEST_F(Keyboard, The_Tab_key_follows_the_eye_on_every_page) {
+TEST_F(Keyboard, Tab_visits_the_controls_of_every_page_in_visual_order) {
   ExpectTabOrder(Start(), {kPingStops, kNexalStops, kFtpStops});
 }
 
-TEST_F(Keyboard, A_ticked_access_code_box_is_a_stop_of_the_Tab_key) {
+TEST_F(Keyboard, Tab_visits_an_enabled_access_code_field) {
   const WindowUnderTest window = Start();
   window.SelectTab(ID_tabMode, 1);
   window.Click(ID_chkAccessCode);
@@ -99,15 +99,15 @@ TEST_F(Keyboard, A_ticked_access_code_box_is_a_stop_of_the_Tab_key) {
   window.WaitForFocus(ID_txtAccessCode);
 }
 
-/// On no page do two captions share a letter.
-void ExpectNoMnemonicCollides(const WindowUnderTest& window, size_t pages) {
+/// Expects every access key to be unique on each page.
+void ExpectUniqueAccessKeys(const WindowUnderTest& window, size_t pages) {
   ASSERT_EQ(window.StateOfTabs(ID_tabMode).captions.size(), pages);
   for (size_t page = 0; page < pages; ++page) {
     SCOPED_TRACE("page " + std::to_string(page));
     window.SelectTab(ID_tabMode, static_cast<int>(page));
     std::vector<std::string> captions = window.StateOfTabs(ID_tabMode).captions;
     for (const auto& control : window.Controls()) {
-      // A page itself bears the caption of its tab for those who cannot see it.
+      // Not the pages themselves: for screen readers they have the captions of their tabs.
       const bool captioned = control.windowClass == "Static" || control.windowClass == "Button";
       if (control.visible && captioned) captions.push_back(control.text);
     }
@@ -121,17 +121,17 @@ void ExpectNoMnemonicCollides(const WindowUnderTest& window, size_t pages) {
       const char letter = static_cast<char>(std::toupper(caption.at(mark + 1)));
       EXPECT_TRUE(taken.emplace(letter, caption).second) << caption << " and " << taken[letter];
     }
-    // At the least the menu, the pages, the address, the list and what the page itself has.
+    // At least the menu, the pages, the address, the list and two controls of the page.
     EXPECT_GE(taken.size(), pages + 5);
   }
 }
 
-TEST_F(Keyboard, No_mnemonic_collides_on_a_page_in_either_language) {
+TEST_F(Keyboard, Access_keys_are_unique_on_every_page_in_both_languages) {
   for (const char* language : {"-LOCALEID 1033 -X 0", "-LOCALEID 1041 -X 0"})
-    ExpectNoMnemonicCollides(Start(language), 3);
+    ExpectUniqueAccessKeys(Start(language), 3);
 }
 
-TEST_F(Keyboard, Enter_in_a_pages_box_presses_the_pages_first_button) {
+TEST_F(Keyboard, Enter_in_a_field_presses_the_first_button_of_the_page) {
   struct Case {
     int page;
     int box;
@@ -199,7 +199,7 @@ TEST_F(Keyboard, A_ping_count_out_of_range_keeps_the_focus_and_starts_nothing) {
   EXPECT_EQ(window.LineCount(ID_lstResult), 6);
 }
 
-TEST_F(Keyboard, Number_boxes_select_their_text_when_they_get_the_focus) {
+TEST_F(Keyboard, Number_fields_select_their_text_when_they_get_the_focus) {
   const WindowUnderTest window = Start();
   window.SetFocus(ID_cmdPing);
   window.SetFocus(ID_txtPingReqCount);
@@ -207,7 +207,7 @@ TEST_F(Keyboard, Number_boxes_select_their_text_when_they_get_the_focus) {
   EXPECT_EQ(window.Text(ID_txtPingReqCount), "9");
 }
 
-/// The general edition, whose K7 pages are on.
+/// The general edition, which has the K7 pages.
 class GeneralKeyboard : public WindowsTest<GeneralKeyboard> {
  protected:
   void SetUp() override {
@@ -216,7 +216,7 @@ class GeneralKeyboard : public WindowsTest<GeneralKeyboard> {
     if (std::filesystem::path(ProgramPath()).parent_path().filename() != "x86")
       GTEST_SKIP() << "the general edition is 32-bit";
     if (!std::filesystem::exists(GeneralProgramPath()))
-      GTEST_SKIP() << "there is no " << GeneralProgramPath();
+      GTEST_SKIP() << GeneralProgramPath() << " does not exist";
   }
 
   WindowUnderTest StartGeneral(const std::string& commandLine = {}) {
@@ -225,7 +225,7 @@ class GeneralKeyboard : public WindowsTest<GeneralKeyboard> {
   }
 };
 
-TEST_F(GeneralKeyboard, The_Tab_key_follows_the_eye_on_every_page) {
+TEST_F(GeneralKeyboard, Tab_visits_the_controls_of_every_page_in_visual_order) {
   ExpectTabOrder(StartGeneral(), {kPingStops,
                                   kNexalStops,
                                   {ID_txtK7ApiTestCount, ID_cmdK7Api},
@@ -233,12 +233,12 @@ TEST_F(GeneralKeyboard, The_Tab_key_follows_the_eye_on_every_page) {
                                   kFtpStops});
 }
 
-TEST_F(GeneralKeyboard, No_mnemonic_collides_on_a_page_in_either_language) {
+TEST_F(GeneralKeyboard, Access_keys_are_unique_on_every_page_in_both_languages) {
   for (const char* language : {"-LOCALEID 1033 -X 0", "-LOCALEID 1041 -X 0"})
-    ExpectNoMnemonicCollides(StartGeneral(language), 5);
+    ExpectUniqueAccessKeys(StartGeneral(language), 5);
 }
 
-TEST_F(GeneralKeyboard, The_mnemonics_of_the_K7_pages_work_in_both_languages) {
+TEST_F(GeneralKeyboard, The_access_keys_of_the_K7_pages_work_in_both_languages) {
   for (const char* language : {"-LOCALEID 1033 -X 0", "-LOCALEID 1041 -X 0"}) {
     SCOPED_TRACE(language);
     const WindowUnderTest window = StartGeneral(language);
@@ -247,21 +247,21 @@ TEST_F(GeneralKeyboard, The_mnemonics_of_the_K7_pages_work_in_both_languages) {
     EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Visible(ID_cmdK7Api); }));
     window.Press("Alt+C");
     window.WaitForFocus(ID_txtK7ApiTestCount);
-    // Without an address the test is an empty box.
+    // Without an address the test shows an empty message box.
     window.Press("Alt+T");
     const BoxUnderTest box = Program().WaitForBox();
     EXPECT_EQ(box.text, "");
     Program().Answer(box, BoxButton::Ok);
     window.Press("Alt+4");
     EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Visible(ID_cmdK7ServerDebug); }));
-    // There is no service: Stop asks first, and Debug leads to the stop button.
+    // There is no service: Stop asks first, and Debug focuses the stop button.
     window.Press("Alt+O");
     Program().Answer(Program().WaitForBox(), BoxButton::No);
     window.SetFocus(ID_cmdStartStopK7Server_1);
     window.Press("Alt+D");
     Program().Answer(Program().WaitForBox(), BoxButton::Ok);
     window.WaitForFocus(ID_cmdStartStopK7Server_0);
-    // Start fails with a box of its own before the one that says that it starts.
+    // The first message box reports the failed start.
     window.Press("Alt+A");
     EXPECT_TRUE(Program().WaitForBox().text.find("K7Server") != std::string::npos);
   }

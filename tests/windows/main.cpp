@@ -4,7 +4,7 @@
 
 #include "lab/host/own_network.h"
 
-/// Whatever a test clicks, no packet leaves this machine. Where no such network can be made no test runs.
+/// Runs the tests in a private network, so that no packet leaves this machine; skips them where that fails.
 int main(int count, char** arguments) {
   testing::InitGoogleTest(&count, arguments);
   if (const auto reason = tarvik::lab::MoveToPrivateNetwork()) {

@@ -5,7 +5,7 @@ namespace {
 
 class MainWindow : public WindowsTest<MainWindow> {};
 
-TEST_F(MainWindow, Start_without_a_command_line_runs_nothing_and_reports_the_socket_layer) {
+TEST_F(MainWindow, Without_a_command_line_it_reports_the_socket_library_and_runs_nothing) {
   const WindowUnderTest window = Start();
   const std::vector<std::string> lines = window.Lines(ID_lstResult);
   ASSERT_EQ(lines.size(), 6u);
@@ -14,27 +14,27 @@ TEST_F(MainWindow, Start_without_a_command_line_runs_nothing_and_reports_the_soc
   EXPECT_FALSE(RunIsActive(window));
 }
 
-TEST_F(MainWindow, The_list_scrolls_sideways_over_three_times_its_width) {
+TEST_F(MainWindow, The_list_scrolls_horizontally_over_three_times_its_width) {
   const WindowUnderTest window = Start();
   EXPECT_EQ(window.StateOfList(ID_lstResult).horizontalExtent, 3 * window.ClientRect(ID_lstResult).width);
 }
 
-TEST_F(MainWindow, Option_1_keeps_the_window_above_the_others) {
+TEST_F(MainWindow, Option_1_makes_the_window_topmost) {
   EXPECT_FALSE(Start().Topmost());
   EXPECT_TRUE(Start("-X 1 -PING_N").Topmost());
 }
 
-TEST_F(MainWindow, Closing_ends_the_program) {
+TEST_F(MainWindow, Closing_it_ends_the_program) {
   Start().Close();
   EXPECT_EQ(Program().WaitForEnd(), 0u);
 }
 
-TEST_F(MainWindow, The_window_cannot_be_made_smaller_than_it_came) {
+TEST_F(MainWindow, Its_initial_size_is_its_minimum) {
   const WindowUnderTest window = Start();
-  // The screen places a new window once more when it has come; that has to be over.
+  // The window manager moves a new window once more after it has appeared.
   window.Settle();
   const ScreenRect first = window.Rect(0);
-  // The other dimension tells that the window was moved at all.
+  // The other dimension shows that the move was handled.
   const auto becomes = [&](int width, int height) {
     return WaitUntil(kSoon, [&] {
       const ScreenRect now = window.Rect(0);
@@ -47,7 +47,7 @@ TEST_F(MainWindow, The_window_cannot_be_made_smaller_than_it_came) {
   EXPECT_TRUE(becomes(first.width + 40, first.height));
 }
 
-TEST_F(MainWindow, A_larger_window_grows_only_the_list) {
+TEST_F(MainWindow, Resizing_grows_only_the_list) {
   const WindowUnderTest window = Start();
   const ScreenRect outer = window.Rect(0);
   const ScreenRect list = window.Rect(ID_lstResult);
@@ -62,7 +62,7 @@ TEST_F(MainWindow, A_larger_window_grows_only_the_list) {
   EXPECT_EQ(after.left - window.Rect(0).left, button.left - outer.left);
 }
 
-TEST_F(MainWindow, The_address_box_takes_only_the_characters_of_a_host_name) {
+TEST_F(MainWindow, The_address_field_accepts_only_the_characters_of_host_names) {
   const WindowUnderTest window = Start();
   window.SetText(ID_cmbIPAddr, "");
   window.Type(ID_cmbIPAddr, "a_ :日.B-9");
@@ -70,7 +70,7 @@ TEST_F(MainWindow, The_address_box_takes_only_the_characters_of_a_host_name) {
   EXPECT_EQ(text, "a.B-9");
 }
 
-TEST_F(MainWindow, A_negative_ping_count_keeps_the_focus_and_says_the_range) {
+TEST_F(MainWindow, A_negative_ping_count_keeps_the_focus_and_shows_the_valid_range) {
   const WindowUnderTest window = Start();
   window.SetFocus(ID_txtPingReqCount);
   window.SetText(ID_txtPingReqCount, "-1");

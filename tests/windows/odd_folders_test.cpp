@@ -18,7 +18,7 @@ class ProfileFiles : public ProductTest {
   }
 };
 
-TEST_F(ProfileFiles, Our_reader_agrees_with_that_of_Windows) {
+TEST_F(ProfileFiles, Are_read_as_Windows_reads_them) {
   const std::string path =
       Write(Folder() + "/texts.ini",
             "before=0\r\n[1033]\r\n1=plain\r\n 2 = spaces around \t\r\n3=\" quoted \"\r\n4=' single '\r\n"

@@ -5,7 +5,7 @@
 namespace tarvik::lab {
 namespace {
 
-/// The PMC window of the shipped program, by its dormant menu command.
+/// The PMC window, opened by the command that the menu does not show.
 template <typename Suite>
 class PmcWindowTest : public WindowsTest<Suite> {
  protected:
@@ -22,7 +22,7 @@ class PmcWindowTest : public WindowsTest<Suite> {
 
 class PmcWindow : public PmcWindowTest<PmcWindow> {};
 
-TEST_F(PmcWindow, Opens_by_its_command_with_its_captions_and_defaults) {
+TEST_F(PmcWindow, Opens_with_captions_and_defaults) {
   const WindowUnderTest window = Open();
   constexpr std::pair<int, const char*> kTexts[] = {
       {0, "PMC Read Test"},
@@ -49,7 +49,7 @@ TEST_F(PmcWindow, Opens_by_its_command_with_its_captions_and_defaults) {
   EXPECT_TRUE(window.Enabled(ID_cmdClose));
 }
 
-TEST_F(PmcWindow, Offers_the_thirteen_letters_as_a_list_that_takes_no_typing) {
+TEST_F(PmcWindow, Has_a_drop_down_list_of_thirteen_letters) {
   const WindowUnderTest window = Open();
   EXPECT_EQ(window.ComboItems(ID_cmbPmcAddr),
             (std::vector<std::string>{"G", "F", "Y", "X", "A", "R", "T", "K", "C", "D", "M", "N", "E"}));
@@ -59,10 +59,10 @@ TEST_F(PmcWindow, Offers_the_thirteen_letters_as_a_list_that_takes_no_typing) {
   window.SetFocus(ID_cmbPmcAddr);
   window.Press("R");
   window.WaitForText(ID_cmbPmcAddr, "R");
-  EXPECT_FALSE(Program().HasBox()) << "a letter in the list has pressed a button";
+  EXPECT_FALSE(Program().HasBox()) << "the letter pressed a button";
 }
 
-TEST_F(PmcWindow, The_Tab_key_follows_the_eye) {
+TEST_F(PmcWindow, Tab_visits_the_controls_in_visual_order) {
   const WindowUnderTest window = Open();
   window.SetFocus(ID_cmbPmcAddr);
   for (const int id : {ID_txtPmcStart, ID_txtPmcLen, ID_txtCount, ID_txtSleep, ID_lstData, ID_pmc_lstResult,
@@ -72,7 +72,7 @@ TEST_F(PmcWindow, The_Tab_key_follows_the_eye) {
   }
 }
 
-TEST_F(PmcWindow, Enter_in_its_boxes_presses_Read) {
+TEST_F(PmcWindow, Enter_in_its_fields_presses_Read) {
   const WindowUnderTest window = Open();
   for (const int id : {ID_cmbPmcAddr, ID_txtPmcStart, ID_txtPmcLen, ID_txtCount, ID_txtSleep}) {
     window.SetFocus(id);
@@ -95,7 +95,7 @@ TEST_F(PmcWindow, Its_fields_are_named_by_the_label_before_them) {
   for (const auto& [field, label] : kLabels) EXPECT_EQ(window.Previous(field).id, label);
 }
 
-TEST_F(PmcWindow, Stands_beside_the_main_window_which_stays_usable) {
+TEST_F(PmcWindow, Leaves_the_main_window_usable) {
   const WindowUnderTest window = Open();
   EXPECT_TRUE(Main().Enabled(0));
   Main().SetText(ID_txtPingReqCount, "7");
@@ -105,7 +105,7 @@ TEST_F(PmcWindow, Stands_beside_the_main_window_which_stays_usable) {
   EXPECT_TRUE(window.Visible(0));
 }
 
-TEST_F(PmcWindow, There_is_one_and_it_can_be_opened_again_after_its_end) {
+TEST_F(PmcWindow, Exists_once_and_can_be_opened_again_after_closing) {
   const WindowUnderTest window = Open();
   Main().InvokeCommand(ID_mnuPMC);
   Main().Settle();
@@ -121,20 +121,20 @@ TEST_F(PmcWindow, There_is_one_and_it_can_be_opened_again_after_its_end) {
   EXPECT_TRUE(Program().Runs());
 }
 
-TEST_F(PmcWindow, Ends_with_the_program) {
+TEST_F(PmcWindow, Does_not_keep_the_program_from_ending) {
   Open();
   Main().Close();
   EXPECT_EQ(Program().WaitForEnd(), 0U);
 }
 
-TEST_F(PmcWindow, Its_close_button_leaves_the_main_window) {
+TEST_F(PmcWindow, Its_close_button_leaves_the_main_window_open) {
   const WindowUnderTest window = Open();
   window.Close();
   window.WaitUntilGone();
   EXPECT_TRUE(Program().HasWindow("Form1"));
 }
 
-TEST_F(PmcWindow, Grows_its_log_and_keeps_its_least_size) {
+TEST_F(PmcWindow, Grows_only_its_log_and_keeps_its_minimum_size) {
   const WindowUnderTest window = Open();
   const ScreenRect outer = window.Rect(0);
   const ScreenRect log = window.Rect(ID_pmc_lstResult);
@@ -150,7 +150,7 @@ TEST_F(PmcWindow, Grows_its_log_and_keeps_its_least_size) {
   }));
 }
 
-TEST_F(PmcWindow, Is_there_again_behind_its_message_boxes) {
+TEST_F(PmcWindow, Is_active_again_after_its_message_boxes) {
   const WindowUnderTest window = Open();
   Main().SetText(ID_txtTcpPortNo, "port");
   window.BringToForeground();
@@ -174,7 +174,7 @@ class PmcWindowWithoutLibrary : public PmcWindowTest<PmcWindowWithoutLibrary> {
  protected:
   WindowUnderTest OpenWithoutLibraries() {
     StartOnly();
-    // Nor is there the family's configuration library, which the program says first.
+    // The first message box reports the missing configuration library.
     Program().Answer(Program().WaitForBox(), BoxButton::Ok);
     const WindowUnderTest main = Program().WaitForWindow("Form1");
     main.InvokeCommand(ID_mnuPMC);
@@ -182,7 +182,7 @@ class PmcWindowWithoutLibrary : public PmcWindowTest<PmcWindowWithoutLibrary> {
   }
 };
 
-TEST_F(PmcWindowWithoutLibrary, Says_what_is_missing_and_stays_usable) {
+TEST_F(PmcWindowWithoutLibrary, Reports_the_missing_library_and_stays_usable) {
   const WindowUnderTest window = OpenWithoutLibraries();
   window.Click(ID_cmdRead);
   const BoxUnderTest box = Program().WaitForBox();

@@ -4,8 +4,8 @@
 
 namespace tarvik::lab {
 
-/// Parts of the product that no click reaches, called with the system's own libraries by a program of the
-/// test's own.
+/// Product code that cannot be reached through the window, called through product_caller.exe with the
+/// libraries of Windows.
 class ProductTest : public BenchTest {
  protected:
   void SetUp() override {

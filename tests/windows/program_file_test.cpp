@@ -1,4 +1,4 @@
-// The shipped program's file, as the loader of Windows reads it.
+// Properties of the shipped program's file.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ constexpr int kIcon = 14;
 constexpr int kVersion = 16;
 constexpr int kManifest = 24;
 
-/// What the tests ask of a portable executable. Reading outside the file throws std::out_of_range.
+/// Reads the headers of a portable executable. Throws std::out_of_range for offsets outside the file.
 class ProgramFile {
  public:
   explicit ProgramFile(const std::string& path) {
@@ -51,7 +51,7 @@ class ProgramFile {
     return names;
   }
 
-  /// Whether the file names the call, as it must to import it.
+  /// True when the file contains the name of the call, as an import does.
   bool Names(const std::string& call) const { return bytes_.find(call + '\0') != std::string::npos; }
 
   /// The first resource of a type; empty when there is none.
@@ -61,7 +61,7 @@ class ProgramFile {
     for (uint32_t i = 0; i < EntriesIn(root); ++i) {
       if (Number32(root + 16 + 8 * i) != type) continue;
       uint32_t entry = Number32(root + 20 + 8 * i);
-      // Type, name, language: the upper bit says that another directory follows.
+      // Three levels: type, name, language. The upper bit marks a subdirectory.
       for (int level = 0; level < 2; ++level) entry = Number32(root + (entry & 0x7FFFFFFF) + 20);
       return bytes_.substr(OffsetOf(Number32(root + entry)), Number32(root + entry + 4));
     }
@@ -76,7 +76,7 @@ class ProgramFile {
   uint32_t EntriesIn(uint32_t directory) const { return Number16(directory + 12) + Number16(directory + 14); }
   uint32_t Directory(uint32_t index) const { return Number32(optional_ + (is64Bit_ ? 112 : 96) + 8 * index); }
 
-  /// Where in the file the loader finds an address.
+  /// The file offset of a relative virtual address.
   uint32_t OffsetOf(uint32_t address) const {
     const uint32_t table = optional_ + Number16(header_ + 20);
     for (uint32_t i = 0; i < Number16(header_ + 6); ++i) {
@@ -86,7 +86,7 @@ class ProgramFile {
         return address - begin + Number32(section + 20);
       }
     }
-    throw std::out_of_range("an address outside the file");
+    throw std::out_of_range("an address outside the sections");
   }
 
   std::string bytes_;
@@ -110,7 +110,7 @@ class ShippedFile : public testing::Test {
 
 TEST_F(ShippedFile, Is_not_larger_than_500_KB) { EXPECT_LE(File().Size(), 500u * 1024); }
 
-TEST_F(ShippedFile, Is_loaded_at_random_places_and_runs_no_data) {
+TEST_F(ShippedFile, Uses_ASLR_and_DEP) {
   constexpr uint32_t kHighEntropy = 0x20;
   constexpr uint32_t kDynamicBase = 0x40;
   constexpr uint32_t kNoExecutableData = 0x100;
@@ -119,15 +119,15 @@ TEST_F(ShippedFile, Is_loaded_at_random_places_and_runs_no_data) {
   EXPECT_EQ((File().Characteristics() & kHighEntropy) != 0, File().Is64Bit());
 }
 
-TEST_F(ShippedFile, Is_a_program_with_windows_for_Windows_7_and_later) {
+TEST_F(ShippedFile, Is_a_GUI_program_for_Windows_7_and_later) {
   EXPECT_EQ(File().Subsystem(), 2u);
   EXPECT_LE(File().SubsystemVersion(), 0x00060001u);
 }
 
-TEST_F(ShippedFile, Does_not_tell_when_it_was_linked) { EXPECT_EQ(File().Timestamp(), 0u); }
+TEST_F(ShippedFile, Has_no_link_time) { EXPECT_EQ(File().Timestamp(), 0u); }
 
-TEST_F(ShippedFile, Needs_no_library_that_could_be_planted_beside_it) {
-  // Windows takes these from its own folder, wherever the program lies.
+TEST_F(ShippedFile, Imports_only_libraries_that_cannot_be_planted_next_to_it) {
+  // Windows loads these from its own folder only.
   const std::set<std::string> known = {"advapi32.dll", "gdi32.dll",   "kernel32.dll", "msvcrt.dll",
                                        "ole32.dll",    "shell32.dll", "user32.dll",   "ws2_32.dll"};
   for (const std::string& name : File().ImportedLibraries()) EXPECT_TRUE(known.count(name)) << name;
@@ -135,12 +135,12 @@ TEST_F(ShippedFile, Needs_no_library_that_could_be_planted_beside_it) {
   EXPECT_FALSE(File().HasDelayedImports());
 }
 
-TEST_F(ShippedFile, Takes_its_language_from_the_menus_of_Windows_and_not_from_its_region) {
+TEST_F(ShippedFile, Follows_the_display_language_of_Windows_and_not_the_region) {
   EXPECT_TRUE(File().Names("GetUserDefaultUILanguage"));
   EXPECT_FALSE(File().Names("GetUserDefaultLangID"));
 }
 
-TEST_F(ShippedFile, Carries_its_icon_and_its_manifest) {
+TEST_F(ShippedFile, Has_an_icon_and_a_manifest) {
   EXPECT_FALSE(File().Resource(kIcon).empty());
   const std::string manifest = File().Resource(kManifest);
   for (const char* part : {"asInvoker", "Microsoft.Windows.Common-Controls", "PerMonitorV2", "supportedOS"}) {
@@ -148,7 +148,7 @@ TEST_F(ShippedFile, Carries_its_icon_and_its_manifest) {
   }
 }
 
-TEST_F(ShippedFile, Carries_the_one_version_number) {
+TEST_F(ShippedFile, Has_the_version_number_of_the_build) {
   const std::string version = File().Resource(kVersion);
   const auto number = [&version](size_t offset) {
     return static_cast<unsigned char>(version.at(offset)) | static_cast<unsigned char>(version.at(offset + 1))
@@ -156,7 +156,7 @@ TEST_F(ShippedFile, Carries_the_one_version_number) {
   };
   const size_t fixed = version.find("\xBD\x04\xEF\xFE");
   ASSERT_NE(fixed, std::string::npos);
-  for (const size_t first : {fixed + 8, fixed + 16}) {  // of the file, of the product
+  for (const size_t first : {fixed + 8, fixed + 16}) {  // file version, product version
     EXPECT_EQ(number(first + 2), TARVIK_VERSION_MAJOR);
     EXPECT_EQ(number(first), TARVIK_VERSION_MINOR);
     EXPECT_EQ(number(first + 6), TARVIK_VERSION_PATCH);

@@ -27,7 +27,7 @@ bool OnEveryPage(int id) {
          id == ID_lstResult;
 }
 
-/// The visible controls that a user sees as such, in the order of the Tab key.
+/// The visible controls of known classes, in Tab order.
 std::vector<Control> VisibleControls(const WindowUnderTest& window) {
   std::vector<Control> controls;
   for (const Control& control : window.Controls()) {
@@ -39,8 +39,8 @@ std::vector<Control> VisibleControls(const WindowUnderTest& window) {
   return controls;
 }
 
-/// The least width in which a control shows its caption whole.
-int LeastWidth(const WindowUnderTest& window, const Control& control, int text, int dpi) {
+/// The minimum width in which a control shows its whole caption.
+int MinWidth(const WindowUnderTest& window, const Control& control, int text, int dpi) {
   constexpr uint32_t kButtonType = 0xF;
   constexpr uint32_t kAutoCheckBox = 3;
   if (control.windowClass != "Static" && control.windowClass != "Button") return 0;
@@ -60,7 +60,7 @@ void ExpectWholePage(const WindowUnderTest& window, int dpi) {
     SCOPED_TRACE(control.text + " (" + std::to_string(control.id) + ")");
     EXPECT_TRUE(Inside(control.rect, OnEveryPage(control.id) ? client : strip));
     const WindowUnderTest::TextSize text = window.NeededFor(control.id);
-    EXPECT_GE(control.rect.width, LeastWidth(window, control, text.width, dpi));
+    EXPECT_GE(control.rect.width, MinWidth(window, control, text.width, dpi));
     EXPECT_GE(control.rect.height, text.height);
     for (const Control& other : controls) {
       const bool onStrip = (control.id == ID_tabMode && !OnEveryPage(other.id)) ||
@@ -84,7 +84,7 @@ void ExpectWholeWindow(const WindowUnderTest& window, int dpi) {
   }
 }
 
-/// The program under test, and the general edition with its K7 pages, which is a 32-bit one.
+/// The program under test, and in the 32-bit run the general edition with its K7 pages.
 std::vector<std::string> Editions() {
   std::vector<std::string> editions = {ProgramPath()};
   const bool is32Bit = std::filesystem::path(ProgramPath()).parent_path().filename() == "x86";
@@ -92,7 +92,7 @@ std::vector<std::string> Editions() {
   return editions;
 }
 
-/// The PMC window, with so many lines of data that their list has a scroll bar.
+/// The PMC window, with enough lines of data for a scroll bar.
 void ExpectWholePmcWindow(const WindowUnderTest& window, int dpi) {
   constexpr int kTabStop = 44;
   constexpr char kWidestLine[] = "0000\tFF";
@@ -102,14 +102,14 @@ void ExpectWholePmcWindow(const WindowUnderTest& window, int dpi) {
   const int widthBefore = window.ClientRect(ID_lstData).width;
   window.AddLines(ID_lstData, 100, kWidestLine);
   const int width = window.ClientRect(ID_lstData).width;
-  EXPECT_LT(width, widthBefore) << "there is no scroll bar";
-  // The room that every list has beside its text. The fonts of Windows differ from those here, so a list that
-  // measures another text than its own is seen by lacking it.
+  EXPECT_LT(width, widthBefore) << "the scroll bar is missing";
+  // Plus a list's margin. Without it a list that measures the wrong text could pass here, because Wine's
+  // fonts differ from those of Windows.
   const int room = 8 * dpi / 96;
   EXPECT_GE(width, window.WidthOfLine(ID_lstData, kWidestLine, kTabStop) + room);
 }
 
-/// Both languages, on an English and on a Japanese PC, at one scaling.
+/// Both languages, on an English and a Japanese PC, at one scaling.
 void ExpectWholeAt(int dpi) {
   if (const auto reason = WindowsUnsupportedReason()) GTEST_SKIP() << *reason;
   for (const WindowsLanguage language : {WindowsLanguage::English, WindowsLanguage::Japanese}) {
@@ -131,10 +131,10 @@ void ExpectWholeAt(int dpi) {
   }
 }
 
-TEST(ScalingOf100Percent, Everything_is_shown_whole_in_both_languages) { ExpectWholeAt(96); }
-TEST(ScalingOf125Percent, Everything_is_shown_whole_in_both_languages) { ExpectWholeAt(120); }
-TEST(ScalingOf150Percent, Everything_is_shown_whole_in_both_languages) { ExpectWholeAt(144); }
-TEST(ScalingOf200Percent, Everything_is_shown_whole_in_both_languages) { ExpectWholeAt(192); }
+TEST(ScalingOf100Percent, All_texts_are_completely_visible_in_both_languages) { ExpectWholeAt(96); }
+TEST(ScalingOf125Percent, All_texts_are_completely_visible_in_both_languages) { ExpectWholeAt(120); }
+TEST(ScalingOf150Percent, All_texts_are_completely_visible_in_both_languages) { ExpectWholeAt(144); }
+TEST(ScalingOf200Percent, All_texts_are_completely_visible_in_both_languages) { ExpectWholeAt(192); }
 
 class AnotherMonitor : public WindowsTest<AnotherMonitor> {
  protected:
@@ -154,9 +154,9 @@ class AnotherMonitor : public WindowsTest<AnotherMonitor> {
   }
 };
 
-TEST_F(AnotherMonitor, Of_another_scaling_and_back_again_restores_the_layout) {
+TEST_F(AnotherMonitor, With_another_scaling_and_back_restores_the_layout) {
   const WindowUnderTest window = Start();
-  // The screen places a new window once more when it has come; that has to be over.
+  // The window manager moves a new window once more after it has appeared.
   window.Settle();
   const ScreenRect first = window.Rect(0);
   const std::vector<ScreenRect> places = Places(window);
@@ -172,8 +172,8 @@ TEST_F(AnotherMonitor, Of_another_scaling_and_back_again_restores_the_layout) {
 /// The layout before and after something changed while the window was minimised.
 class WhileMinimised : public AnotherMonitor {
  protected:
-  /// The client area's size, and the controls measured from the first of them. Wine reports the frame's width
-  /// differently while its window manager takes the window over.
+  /// The size of the client area, and the controls relative to the first one: Wine reports changing frame
+  /// widths until the window manager has taken over the window.
   static std::vector<ScreenRect> Places(const WindowUnderTest& window) {
     const ScreenRect client = window.ClientRect(0);
     const std::vector<Control> controls = window.Controls();
@@ -191,8 +191,8 @@ class WhileMinimised : public AnotherMonitor {
     change();
     window.Restore();
   }
-  /// The places once they stay as they are: the window manager places a new window again after it has come
-  /// up.
+  /// The places once they no longer change: the window manager moves a new window again after it has
+  /// appeared.
   static std::vector<ScreenRect> SettledPlaces(const WindowUnderTest& window) {
     std::vector<ScreenRect> places = Places(window);
     int unchanged = 0;
@@ -207,7 +207,7 @@ class WhileMinimised : public AnotherMonitor {
   }
   static void ExpectPlaces(const WindowUnderTest& window, const std::vector<ScreenRect>& expected) {
     const auto isThere = [&] {
-      // A window manager that is late minimises the window again after it was restored.
+      // A late window manager minimises the window again after it was restored.
       if (window.Minimised()) window.Restore();
       return Same(Places(window), expected);
     };
@@ -259,19 +259,19 @@ class WhileMinimised : public AnotherMonitor {
   }
 };
 
-TEST_F(WhileMinimised, Another_theme_and_other_colours_leave_the_main_window_laid_out_as_it_was) {
+TEST_F(WhileMinimised, A_change_of_theme_and_colours_keeps_the_layout_of_the_main_window) {
   ExpectLayoutKept(MainWindow());
 }
 
-TEST_F(WhileMinimised, Another_theme_and_other_colours_leave_the_PMC_window_laid_out_as_it_was) {
+TEST_F(WhileMinimised, A_change_of_theme_and_colours_keeps_the_layout_of_the_PMC_window) {
   ExpectLayoutKept(PmcWindow());
 }
 
-TEST_F(WhileMinimised, Another_scaling_lays_the_main_window_out_when_it_is_restored) {
+TEST_F(WhileMinimised, A_change_of_scaling_is_applied_when_the_main_window_is_restored) {
   ExpectLaidOutFor150Percent(MainWindow());
 }
 
-TEST_F(WhileMinimised, Another_scaling_lays_the_PMC_window_out_when_it_is_restored) {
+TEST_F(WhileMinimised, A_change_of_scaling_is_applied_when_the_PMC_window_is_restored) {
   ExpectLaidOutFor150Percent(PmcWindow());
 }
 

@@ -30,7 +30,7 @@ class ServicesAdding : public ProductTest {
   }
 };
 
-TEST_F(ServicesAdding, A_missing_entry_gets_the_next_port_on_a_line_of_its_own_behind_a_backup) {
+TEST_F(ServicesAdding, A_missing_entry_is_added_with_the_next_port_after_a_backup) {
   EXPECT_EQ(Add(), (Fields{"1", "8201"}));
   EXPECT_EQ(
       BytesOf(Path()),
@@ -38,7 +38,7 @@ TEST_F(ServicesAdding, A_missing_entry_gets_the_next_port_on_a_line_of_its_own_b
   EXPECT_EQ(BytesOf(Path() + ".202611210905"), kBytes);
 }
 
-TEST_F(ServicesAdding, An_entry_that_is_there_leaves_the_file_alone) {
+TEST_F(ServicesAdding, An_existing_entry_leaves_the_file_unchanged) {
   EXPECT_EQ(Add("8300").at(0), "1");
   const std::string bytes = BytesOf(Path());
   std::filesystem::remove(Path() + ".202611210905");
@@ -47,14 +47,14 @@ TEST_F(ServicesAdding, An_entry_that_is_there_leaves_the_file_alone) {
   EXPECT_FALSE(std::filesystem::exists(Path() + ".202611210905"));
 }
 
-TEST_F(ServicesAdding, A_file_that_is_read_only_is_written_and_read_only_again) {
+TEST_F(ServicesAdding, A_read_only_file_is_changed_and_stays_read_only) {
   std::filesystem::permissions(Path(), std::filesystem::perms::owner_read);
   EXPECT_EQ(Add(), (Fields{"1", "8201"}));
   EXPECT_TRUE(ReadOnly(Path()));
   EXPECT_NE(BytesOf(Path()).find("NORVAX_K7_SERVER  8201/udp"), std::string::npos);
 }
 
-TEST_F(ServicesAdding, A_backup_that_exists_is_not_overwritten_and_nothing_is_added) {
+TEST_F(ServicesAdding, An_existing_backup_is_kept_and_nothing_is_added) {
   std::ofstream(Path() + ".202611210905") << "older";
   const Fields answer = Add();
   EXPECT_EQ(answer.at(0), "0");
@@ -64,7 +64,7 @@ TEST_F(ServicesAdding, A_backup_that_exists_is_not_overwritten_and_nothing_is_ad
   EXPECT_EQ(BytesOf(Path() + ".202611210905"), "older");
 }
 
-TEST_F(ServicesAdding, A_file_that_is_not_there_is_told_and_not_made) {
+TEST_F(ServicesAdding, A_missing_file_is_reported_and_not_created) {
   std::filesystem::remove(Path());
   const Fields answer = Add();
   EXPECT_EQ(answer.at(0), "0");

@@ -5,7 +5,7 @@ namespace {
 
 using LanguageFiles = ProgramCopy::LanguageFiles;
 
-/// Starts the program and answers the one box that it shows before its window comes.
+/// Starts the program, which must show one message box before its window appears.
 template <typename Suite>
 class StartUpBoxTest : public WindowsTest<Suite> {
  protected:
@@ -33,7 +33,7 @@ class AbsentConfigurationLibrary : public StartUpBoxTest<AbsentConfigurationLibr
   static WindowsPc::Options Options() { return WithoutBench(WindowsLanguage::English); }
 };
 
-TEST_F(AbsentConfigurationLibrary, Is_told_and_a_copy_of_the_program_is_usable_all_the_same) {
+TEST_F(AbsentConfigurationLibrary, Is_reported_and_the_program_is_still_usable) {
   const ProgramCopy copy(LanguageFiles::Beside);
   const WindowUnderTest window = StartAndAnswer("GetCommonDataFolder2 Error", copy.Path());
   EXPECT_EQ(window.Text(0), "Tarvik - Ethernet diagnosis for Obry");
@@ -48,7 +48,7 @@ class AbsentConfigurationLibraryInJapan : public StartUpBoxTest<AbsentConfigurat
   static WindowsPc::Options Options() { return WithoutBench(WindowsLanguage::Japanese); }
 };
 
-TEST_F(AbsentConfigurationLibraryInJapan, Leaves_the_language_to_Windows) {
+TEST_F(AbsentConfigurationLibraryInJapan, Leaves_the_choice_of_language_to_Windows) {
   const ProgramCopy copy(LanguageFiles::Beside);
   const WindowUnderTest window = StartAndAnswer("GetCommonDataFolder2 Error", copy.Path());
   EXPECT_EQ(window.Text(0), "Tarvik - Obry Ethernet診断");
@@ -64,16 +64,16 @@ class FailingFolderQuery : public StartUpBoxTest<FailingFolderQuery> {
   }
 };
 
-TEST_F(FailingFolderQuery, Is_told_and_start_up_goes_on_with_the_folder_as_returned) {
+TEST_F(FailingFolderQuery, Is_reported_and_the_returned_folder_is_used) {
   const WindowUnderTest window = StartAndAnswer("GetCommonDataFolder2 Error", ProgramPath());
   EXPECT_EQ(window.Text(0), "Tarvik - Obry Ethernet診断");
 }
 
-TEST_F(FailingFolderQuery, Its_box_does_not_keep_Windows_from_shutting_down) {
+TEST_F(FailingFolderQuery, The_message_box_does_not_keep_Windows_from_shutting_down) {
   StartOnly();
   const BoxUnderTest box = Program().WaitForBox(2 * kSoon);
   EXPECT_TRUE(Program().SessionMayEnd());
-  // The process usually ends now. One that lives on has lost nothing.
+  // Windows usually ends the process now. If it goes on, it must still work.
   Program().EndSession();
   Program().Answer(box, BoxButton::Ok);
   WaitForMainWindow(Program()).Close();
@@ -89,7 +89,7 @@ class AbsentLanguageFiles : public StartUpBoxTest<AbsentLanguageFiles> {
   }
 };
 
-TEST_F(AbsentLanguageFiles, Are_told_with_both_paths_and_captions_are_numbers_in_brackets) {
+TEST_F(AbsentLanguageFiles, Are_reported_with_both_paths_and_captions_are_numbers_in_brackets) {
   const ProgramCopy copy(LanguageFiles::Absent);
   const std::string file = WindowsPath(copy.Folder()) + "\\Language\\Tarvik.exe_";
   const WindowUnderTest window = StartAndAnswer(

@@ -1,4 +1,4 @@
-// The driver that all tests of a Windows speak through.
+// The driver through which all tests control Windows programs.
 
 #include "tests/windows/windows_fixture.h"
 
@@ -7,7 +7,7 @@ namespace {
 
 class WindowDriver : public WindowsTest<WindowDriver> {};
 
-TEST_F(WindowDriver, An_answer_that_comes_too_late_is_not_taken_for_the_next_one) {
+TEST_F(WindowDriver, A_late_answer_is_not_mistaken_for_the_next_one) {
   const std::string process = Pc().Ask({"start", WindowsPath(ProgramPath()), "", ""}).at(0);
   Pc().Ask({"wait_window", process, "Form1", "60000"}, std::chrono::seconds(70));
   EXPECT_THROW(Pc().Ask({"wait_window", process, "NoSuchClass", "1000"}, std::chrono::milliseconds(1)),

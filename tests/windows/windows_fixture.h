@@ -12,17 +12,17 @@
 
 namespace tarvik::lab {
 
-/// The shipped program in front of a test: one PC a suite, the program started anew for each test. A suite
-/// that wants another PC has Options() of its own. The PC has a network with nothing in it but loopback.
+/// A test of the shipped program. One PC per suite; the program is started for each test. A suite that needs
+/// another PC defines its own Options(). The PC's network has only loopback.
 template <typename Suite>
 class WindowsTest : public testing::Test {
  protected:
   static WindowsPc::Options Options() { return PcForTests(); }
-  /// Before the first program starts on it.
+  /// Called before the first program starts on the PC.
   static void PreparePc(WindowsPc&) {}
 
   static void SetUpTestSuite() { SetUpSuiteIn({}); }
-  /// `networkNamespace`: that of the PC; empty = this process'.
+  /// `networkNamespace`: for the PC; empty = this process'.
   static void SetUpSuiteIn(const std::string& networkNamespace) {
     unsupportedReason_ = WindowsUnsupportedReason();
     if (unsupportedReason_) return;
@@ -41,7 +41,7 @@ class WindowsTest : public testing::Test {
   static WindowsPc& Pc() { return *pc_; }
   ProgramUnderTest& Program() { return *program_; }
 
-  /// Starts the program, which must show no message box, and returns its main window.
+  /// Starts the program and returns its main window. Throws LabError when a message box appears.
   WindowUnderTest Start(const std::string& commandLine = {}) {
     StartOnly(commandLine);
     return WaitForMainWindow(*program_);
