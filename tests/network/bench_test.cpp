@@ -22,7 +22,7 @@ TEST_F(BenchOnCables, A_controller_answers_on_the_subnet_and_beyond_the_gateway)
   EXPECT_EQ(Call({"nx_sysinfo", farHandle.at(1)}).at(3), "16");
 }
 
-TEST_F(BenchOnCables, A_cable_unplugged_before_the_call_is_no_connection_or_a_time_out) {
+TEST_F(BenchOnCables, A_cable_unplugged_before_the_call_gives_no_connection_or_a_time_out) {
   const Controller controller(Net(), Host::Near, "");
   Net().PullCable(Host::Near);
   const Fields answer = Allocate(kNearAddress, "2");
@@ -30,7 +30,7 @@ TEST_F(BenchOnCables, A_cable_unplugged_before_the_call_is_no_connection_or_a_ti
   EXPECT_EQ(answer.at(1), "0");
 }
 
-TEST_F(BenchOnCables, A_cable_pulled_while_a_handle_is_open_is_a_time_out) {
+TEST_F(BenchOnCables, A_cable_pulled_while_a_handle_is_open_gives_a_time_out) {
   const Controller controller(Net(), Host::Near, "");
   const std::string handle = Allocate(kNearAddress, "5").at(1);
   ASSERT_EQ(Call({"nx_sysinfo", handle}).at(0), "0");

@@ -139,7 +139,7 @@ TEST_F(LibraryTest, Without_a_controller_the_connection_fails_in_every_language)
   EXPECT_TRUE(boxes_.empty());
 }
 
-TEST_F(LibraryTest, A_pulled_cable_is_no_connection_or_a_time_out) {
+TEST_F(LibraryTest, A_pulled_cable_gives_no_connection_or_a_time_out) {
   const Controller controller = Serve("");
   Net().PullCable(Host::Near);
   const Lines lines = TestLibrary();
@@ -147,12 +147,12 @@ TEST_F(LibraryTest, A_pulled_cable_is_no_connection_or_a_time_out) {
       << testing::PrintToString(lines);
 }
 
-TEST_F(LibraryTest, A_port_that_drops_everything_is_a_time_out) {
+TEST_F(LibraryTest, A_port_that_drops_everything_gives_a_time_out) {
   Drop(Host::Near, "tcp dport 8193");
   EXPECT_EQ(TestLibrary(), Lines{"Allocate Handle error=-103"});
 }
 
-TEST_F(LibraryTest, A_controller_that_falls_silent_is_a_time_out_in_every_call) {
+TEST_F(LibraryTest, A_controller_that_stops_answering_gives_a_time_out_in_every_call) {
   for (const auto& [call, line] :
        {std::pair("connect", "Allocate Handle error=-103"), std::pair("options", "Option check error=-103"),
         std::pair("sysinfo", "Get System Information error=-103")}) {
@@ -204,9 +204,9 @@ TEST_F(LibraryTest, With_an_empty_address_nothing_is_tested) {
 }
 
 TEST_F(LibraryTest, A_port_or_time_out_beyond_16_bits_is_reported_before_any_call) {
-  for (const int box : {ID_txtTcpPortNo, ID_txtNxlibTimeOut}) {
+  for (const int field : {ID_txtTcpPortNo, ID_txtNxlibTimeOut}) {
     const WindowUnderTest window = StartOnPage();
-    window.SetText(box, "70000");
+    window.SetText(field, "70000");
     TestLibrary(window);
     ASSERT_EQ(boxes_.size(), 1U);
     EXPECT_EQ(boxes_.front().icon, "critical");

@@ -90,7 +90,7 @@ TEST_F(FtpOperations, Directories_are_created_entered_and_removed) {
   }
 }
 
-TEST_F(FtpOperations, A_refused_operation_fails_and_the_reply_says_why) {
+TEST_F(FtpOperations, A_rejected_operation_fails_and_the_reply_names_the_reason) {
   for (const Product product : kProducts) {
     const FtpServer server = Serve(product);
     Connect();

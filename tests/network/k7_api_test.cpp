@@ -1,5 +1,5 @@
-// The K7 Api page of the general edition, its button clicked: with a K7 server, and with a library that fails
-// or lies.
+// The K7 API test of the general edition: with a K7 server, and with a library that fails or violates its
+// interface.
 
 #include "lab/network/k7_server.h"
 #include "tests/network/cnc_fixture.h"
@@ -19,14 +19,14 @@ class K7ApiPage : public CncTest<Suite> {
   void SetUp() override {
     Base::SetUp();
     if (!this->IsSkipped() && !std::filesystem::exists(GeneralProgramPath()))
-      GTEST_SKIP() << "there is no " << GeneralProgramPath();
+      GTEST_SKIP() << GeneralProgramPath() << " does not exist";
   }
   void TearDown() override {
     Base::TearDown();
     server_.reset();
   }
 
-  /// A K7 server on the PC, an ordinary program.
+  /// Starts a K7 server on the PC as an ordinary program.
   void ServeK7(const std::string& scenario) {
     const WindowsPc::Options options = PcForTests();
     server_.emplace(this->Pc(), this->Net(), options.programPath, options.cacheFolder, scenario);
@@ -35,7 +35,7 @@ class K7ApiPage : public CncTest<Suite> {
   WindowUnderTest StartOnK7Page(const std::string& count = "2") {
     this->StartOnly({}, GeneralProgramPath());
     WindowUnderTest window = WaitForMainWindow(this->Program(), this->Listening());
-    this->boxes_.clear();  // those of its start are not the test's
+    this->boxes_.clear();  // of the start-up
     window.SelectTab(ID_tabMode, kK7ApiTab);
     window.SetText(ID_cmbIPAddr, kNearAddress);
     window.SetText(ID_txtK7ApiTestCount, count);
@@ -44,14 +44,14 @@ class K7ApiPage : public CncTest<Suite> {
     return window;
   }
 
-  /// Follows the test that a click has begun to its end, and answers its box. The lines that it has listed.
+  /// Follows a started test to its end and answers its message boxes. Returns the list.
   Lines FollowTest(const WindowUnderTest& window) {
     const bool ended = WaitUntil(Base::kTestTimeOut, [&] {
       if (this->Program().HasBox()) {
         this->boxes_.push_back(this->Program().WaitForBox());
         this->Program().Answer(this->boxes_.back(), BoxButton::Ok);
       }
-      // Its last call of the library, and what follows it.
+      // Its last library call, then the restored caption.
       return this->HasCall("K7_WSACleanup()") && window.Text(ID_cmdK7Api) == "&Test" &&
              !this->Program().HasBox();
     });
@@ -64,7 +64,7 @@ class K7ApiPage : public CncTest<Suite> {
     return FollowTest(window);
   }
 
-  /// The only box that was shown.
+  /// The text of the message box, which must be the only one.
   std::string BoxText() {
     EXPECT_EQ(this->boxes_.size(), 1U);
     return this->boxes_.empty() ? std::string() : this->boxes_.front().text;
@@ -78,7 +78,7 @@ const std::vector<std::string> kBegun = {"", "K7Api test...."};
 
 class K7ApiButton : public K7ApiPage<K7ApiButton> {};
 
-TEST_F(K7ApiButton, Asks_the_server_once_a_second_and_hands_the_state_back) {
+TEST_F(K7ApiButton, Checks_once_a_second_and_passes_the_last_state_on) {
   ServeK7("unit 192.168.1.100 live\n");
   EXPECT_EQ(Test(), (Lines{"", "K7Api test....", "00001 Live=True", "00002 Live=True"}));
   EXPECT_TRUE(boxes_.empty());
@@ -94,7 +94,7 @@ TEST_F(K7ApiButton, Shows_a_unit_that_is_not_live) {
   EXPECT_EQ(Test(), (Lines{"", "K7Api test....", "00001 Live=False", "00002 Live=False"}));
 }
 
-TEST_F(K7ApiButton, Is_the_stop_of_its_own_test) {
+TEST_F(K7ApiButton, Also_stops_the_test) {
   ServeK7("unit 192.168.1.100 live\n");
   const WindowUnderTest window = StartOnK7Page("60");
   window.Click(ID_cmdK7Api);
@@ -122,7 +122,7 @@ class K7WithoutHandles : public FailingK7<K7WithoutHandles> {
   static constexpr char kFailure[] = "K7_AllocHandle=0x1009F002:8";
 };
 
-TEST_F(K7WithoutHandles, Say_so_with_the_systems_error_and_there_is_nothing_to_free) {
+TEST_F(K7WithoutHandles, Are_reported_with_the_system_error_and_nothing_is_freed) {
   EXPECT_EQ(Test(), kBegun);
   EXPECT_EQ(BoxText(), "Failed to K7_AllocHandle:No empty handle at all:SystemError=8:hdl=0");
   EXPECT_TRUE(HasCall("K7_GetLastError(0)"));
@@ -135,7 +135,7 @@ class K7WithoutServer : public FailingK7<K7WithoutServer> {
   static constexpr char kFailure[] = "K7_ConnectServer=0x1009F103:0x2AF9";
 };
 
-TEST_F(K7WithoutServer, Names_the_server_and_frees_the_handle) {
+TEST_F(K7WithoutServer, Is_reported_with_its_name_and_the_handle_is_freed) {
   EXPECT_EQ(Test(), kBegun);
   EXPECT_EQ(BoxText(),
             "Failed to K7_ConnectServer:K7 server is not running:SystemError=2AF9:hdl=1 [127.0.0.1]");
@@ -157,7 +157,7 @@ TEST_F(K7CheckThatFails, Ends_the_test_and_frees_the_handle) {
   EXPECT_TRUE(HasCall("K7_FreeHandle(1)"));
 }
 
-// A library that lies
+// A library that violates its interface
 
 template <typename Suite>
 class LyingK7 : public K7ApiPage<Suite> {
@@ -172,7 +172,7 @@ class K7HandleZero : public LyingK7<K7HandleZero> {
   static constexpr char kLie[] = "handle0";
 };
 
-TEST_F(K7HandleZero, Is_used_as_it_came_and_not_freed) {
+TEST_F(K7HandleZero, Is_used_as_returned_and_not_freed) {
   ServeK7("unit 192.168.1.100 live\n");
   EXPECT_EQ(Test(), kBegun);
   EXPECT_EQ(BoxText(), "Failed to K7_ConnectServer:Invalid handle:SystemError=0:hdl=0 [127.0.0.1]");
@@ -184,7 +184,7 @@ class K7RewrittenTexts : public LyingK7<K7RewrittenTexts> {
   static constexpr char kLie[] = "rewritten";
 };
 
-TEST_F(K7RewrittenTexts, Are_taken_back_for_the_next_call) {
+TEST_F(K7RewrittenTexts, Are_passed_to_the_next_call) {
   ServeK7("others live\n");
   EXPECT_EQ(Test(), (Lines{"", "K7Api test....", "00001 Live=True", "00002 Live=True"}));
   EXPECT_TRUE(HasCall(R"(K7_CheckReboot2(1, "192.168.1.100", 0, 0))"));
@@ -196,7 +196,7 @@ class K7UnendedTexts : public LyingK7<K7UnendedTexts> {
   static constexpr char kLie[] = "unended";
 };
 
-TEST_F(K7UnendedTexts, Are_read_no_further_than_their_256_bytes) {
+TEST_F(K7UnendedTexts, Are_read_up_to_their_256_bytes) {
   ServeK7("others live\n");
   EXPECT_EQ(Test(), (Lines{"", "K7Api test....", "00001 Live=True", "00002 Live=True"}));
   EXPECT_TRUE(HasCall("K7_CheckReboot2(1, \"" + std::string(256, 'W') + "\", "));

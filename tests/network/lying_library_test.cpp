@@ -67,7 +67,7 @@ class WholeTimeOut : public LyingLibraryTest<WholeTimeOut> {
   static constexpr char kLie[] = "whole_time_out";
 };
 
-TEST_F(WholeTimeOut, Is_the_longest_that_the_window_is_blocked) {
+TEST_F(WholeTimeOut, Limits_how_long_the_window_is_blocked) {
   const Controller controller = Serve(BenchScenario("all_well"));
   const WindowUnderTest window = StartOnPage();
   EXPECT_EQ(TestLibrary(window), Lines{"Allocate Handle error=-103"});

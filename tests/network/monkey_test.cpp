@@ -24,8 +24,8 @@ uint64_t Seed() {
   return seed;
 }
 
-/// A network with two controllers and an FTP server, a K7 server on the PC, and a copy of the program. Its
-/// folder holds a notepad.exe that ends at once.
+/// A network with two controllers and an FTP server, a K7 server on the PC, and a copy of the program with a
+/// notepad.exe that ends at once.
 class MonkeyAtWork : public CncTest<MonkeyAtWork> {
  public:
   static WindowsPc::Options Options() {
@@ -82,9 +82,9 @@ class MonkeyAtWork : public CncTest<MonkeyAtWork> {
   static inline std::unique_ptr<TempDirectory> folder_;
 };
 
-TEST_F(MonkeyAtWork, The_program_survives_it) { Play(ProgramPath()); }
+TEST_F(MonkeyAtWork, The_program_survives_random_actions) { Play(ProgramPath()); }
 
-TEST_F(MonkeyAtWork, The_general_edition_survives_it) { Play(GeneralProgramPath()); }
+TEST_F(MonkeyAtWork, The_general_edition_survives_random_actions) { Play(GeneralProgramPath()); }
 
 }  // namespace
 }  // namespace tarvik::lab

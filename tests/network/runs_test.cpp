@@ -49,7 +49,7 @@ TEST_F(Runs, A_double_click_starts_a_run_once_and_a_later_click_stops_it) {
   window.WaitForText(ID_cmdPing, "&Ping");
 }
 
-TEST_F(Runs, An_emptied_count_box_does_not_block_a_click_on_Stop) {
+TEST_F(Runs, An_empty_count_field_does_not_block_a_click_on_Stop) {
   const WindowUnderTest window = StartLongRun();
   window.SetText(ID_txtPingReqCount, "");
   window.SetFocus(ID_txtPingReqCount);
@@ -58,7 +58,7 @@ TEST_F(Runs, An_emptied_count_box_does_not_block_a_click_on_Stop) {
   EXPECT_FALSE(Program().HasBox());
 }
 
-TEST_F(Runs, Tab_leads_from_an_emptied_count_box_to_Stop_and_nowhere_else) {
+TEST_F(Runs, Tab_moves_from_an_empty_count_field_only_to_Stop) {
   const WindowUnderTest window = StartLongRun();
   window.SetText(ID_txtPingReqCount, "");
   window.SetFocus(ID_txtPingReqCount);
@@ -150,7 +150,7 @@ TEST_F(Runs, Without_option_bits_a_target_on_the_command_line_is_only_pinged) {
   window.WaitForFocus(ID_cmdPing);
 }
 
-TEST_F(Runs, Enter_in_the_address_box_starts_one) {
+TEST_F(Runs, Enter_in_the_address_field_starts_one) {
   const WindowUnderTest window = StartWith(kNearAddress, 1);
   window.Press("Enter");
   EXPECT_EQ(LinesOf(window).size(), 2u);
@@ -186,7 +186,7 @@ TEST_F(Runs, Resizing_and_minimising_during_a_run_loses_nothing) {
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Minimised(); }));
   window.WaitForText(ID_cmdPing, "&Ping");
   window.Settle();
-  EXPECT_TRUE(window.Minimised()) << "it came up again by itself at the end of the run";
+  EXPECT_TRUE(window.Minimised()) << "the end of the run restored the window";
   window.Restore();
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return !window.Minimised(); }));
   EXPECT_EQ(window.LineCount(ID_lstResult), 5);
@@ -195,7 +195,7 @@ TEST_F(Runs, Resizing_and_minimising_during_a_run_loses_nothing) {
   EXPECT_EQ(window.Rect(ID_lstResult).width, list.width + 60);
 }
 
-TEST_F(Runs, A_run_refuses_the_end_of_the_Windows_session_and_survives_a_forced_one) {
+TEST_F(Runs, A_run_rejects_the_end_of_the_Windows_session_and_survives_a_forced_one) {
   constexpr char kHistory[] = "Software\\NORVAX_FN_PingUtil\\History";
   Pc().DeleteRegistryKey(kHistory);
   const WindowUnderTest window = StartLongRun();
