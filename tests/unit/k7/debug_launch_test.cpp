@@ -39,7 +39,7 @@ INSTANTIATE_TEST_SUITE_P(, DebugLaunchTest, testing::Values(-1, 0, 1), [](const 
   return mode.param == -1 ? "LanguageFile" : mode.param == 0 ? "Japanese" : "English";
 });
 
-TEST_P(DebugLaunchTest, A_stopped_service_lets_the_server_be_started_by_hand) {
+TEST_P(DebugLaunchTest, The_server_is_started_when_the_service_is_stopped) {
   pc.library.status = SvcUtl::pSvcCondStopped;
   Launch();
   EXPECT_EQ(processes.commandLines, std::vector<std::wstring>{L"K7Server -debug"});
@@ -48,7 +48,7 @@ TEST_P(DebugLaunchTest, A_stopped_service_lets_the_server_be_started_by_hand) {
   EXPECT_TRUE(journal.empty());
 }
 
-TEST_P(DebugLaunchTest, A_server_that_cannot_be_started_is_told_without_an_icon) {
+TEST_P(DebugLaunchTest, A_failed_start_is_reported_without_an_icon) {
   pc.library.status = SvcUtl::pSvcCondStopped;
   processes.processId = 0;
   Launch();
@@ -56,7 +56,7 @@ TEST_P(DebugLaunchTest, A_server_that_cannot_be_started_is_told_without_an_icon)
   EXPECT_EQ(pc.Box().icon, report::BoxIcon::None);
 }
 
-TEST_P(DebugLaunchTest, A_service_that_is_not_stopped_is_in_the_way) {
+TEST_P(DebugLaunchTest, A_service_that_is_not_stopped_prevents_the_start) {
   for (const int32_t state :
        {SvcUtl::pSvcCondStartPending, SvcUtl::pSvcCondStopPending, SvcUtl::pSvcCondRunning, int32_t{7}}) {
     pc.library.status = state;
@@ -73,13 +73,13 @@ TEST_P(DebugLaunchTest, A_failed_query_counts_as_a_service_that_is_not_stopped) 
   ExpectWarning();
 }
 
-TEST_P(DebugLaunchTest, A_service_that_is_not_there_is_not_known_to_be_stopped) {
+TEST_P(DebugLaunchTest, A_missing_service_counts_as_not_stopped) {
   pc.library.queryResult = FakeSvcKit::kNoService;
   Launch();
   ExpectWarning();
 }
 
-TEST_P(DebugLaunchTest, The_boxes_of_failures_are_left_as_they_stand) {
+TEST_P(DebugLaunchTest, The_setting_for_error_boxes_is_not_changed) {
   pc.service->pDispErrMsgBox(true);
   pc.library.queryResult = 5;
   Launch();

@@ -16,8 +16,8 @@ class K7ApiTest : public testing::Test, protected FakeContext {
   bool Run(const std::wstring& count = L"1", const std::wstring& address = L"192.168.1.1") {
     return RunK7ApiTest(context, k7Api, codePage, address, host, count, L"a number is required");
   }
-  /// What every test leaves behind, however it ended.
-  void ExpectEverythingGivenBack() {
+  /// Every test, however it ends, frees its handles and then cleans the library up.
+  void ExpectNothingLeaked() {
     EXPECT_TRUE(k7Api.openHandles.empty());
     EXPECT_EQ(k7Api.wrongFrees, 0);
     EXPECT_EQ(k7Api.Count("K7_WSACleanup"), 1);
@@ -28,23 +28,23 @@ class K7ApiTest : public testing::Test, protected FakeContext {
   std::wstring host = L"127.0.0.1";
 };
 
-TEST_F(K7ApiTest, Three_cycles_with_a_live_CNC_are_five_lines_and_three_seconds) {
+TEST_F(K7ApiTest, Three_cycles_with_a_live_CNC_add_five_lines_in_three_seconds) {
   EXPECT_TRUE(Run(L"3"));
   EXPECT_EQ(results.Lines(),
             (Lines{L"", L"K7Api test....", L"00001 Live=True", L"00002 Live=True", L"00003 Live=True"}));
   EXPECT_EQ(pump.now, 3000U);
   EXPECT_EQ(pump.sleeps, std::vector<uint32_t>(12, 250));
   EXPECT_TRUE(boxes.boxes.empty());
-  ExpectEverythingGivenBack();
+  ExpectNothingLeaked();
 }
 
-TEST_F(K7ApiTest, The_calls_come_in_their_order) {
+TEST_F(K7ApiTest, The_calls_are_made_in_this_order) {
   Run();
   EXPECT_EQ(k7Api.calls, (Calls{"K7_WSAStartup", "K7_AllocHandle", "K7_ConnectServer", "K7_CheckReboot2",
                                 "K7_FreeHandle", "K7_WSACleanup"}));
 }
 
-TEST_F(K7ApiTest, Every_value_but_zero_is_live) {
+TEST_F(K7ApiTest, Every_value_except_zero_means_live) {
   for (const int16_t live : {int16_t{-1}, int16_t{2}}) {
     k7Api.live = live;
     Run();
@@ -55,7 +55,7 @@ TEST_F(K7ApiTest, Every_value_but_zero_is_live) {
   EXPECT_EQ(results.Lines().back(), L"00001 Live=False");
 }
 
-TEST_F(K7ApiTest, The_first_check_gets_zeros_and_the_later_ones_the_states_of_the_check_before) {
+TEST_F(K7ApiTest, The_first_check_gets_zeros_and_each_later_one_the_states_of_its_predecessor) {
   Run(L"3");
   ASSERT_EQ(k7Api.checks.size(), 3U);
   EXPECT_EQ(k7Api.checks[0].stateA, 0);
@@ -66,29 +66,29 @@ TEST_F(K7ApiTest, The_first_check_gets_zeros_and_the_later_ones_the_states_of_th
   EXPECT_EQ(k7Api.checks[2].handle, 5);
 }
 
-TEST_F(K7ApiTest, Without_an_address_there_is_an_empty_box_and_only_the_clean_up) {
+TEST_F(K7ApiTest, Without_an_address_only_an_empty_box_is_shown_and_the_library_cleaned_up) {
   EXPECT_FALSE(Run(L"1", L""));
   EXPECT_EQ(boxes.Texts(), Lines{L""});
   EXPECT_TRUE(results.Lines().empty());
   EXPECT_EQ(k7Api.calls, Calls{"K7_WSACleanup"});
 }
 
-TEST_F(K7ApiTest, A_handle_that_is_refused_is_told) {
+TEST_F(K7ApiTest, A_failed_allocation_is_reported) {
   k7Api.allocResult = 1;
   k7Api.handle = 0;
   EXPECT_FALSE(Run());
   EXPECT_EQ(boxes.Texts(), Lines{L"Failed to K7_AllocHandle:No empty handle at all:SystemError=0:hdl=0"});
   EXPECT_EQ(k7Api.Count("K7_ConnectServer"), 0);
   EXPECT_EQ(k7Api.Count("K7_FreeHandle"), 0);
-  ExpectEverythingGivenBack();
+  ExpectNothingLeaked();
 }
 
-TEST_F(K7ApiTest, A_handle_that_came_with_a_failure_is_released_all_the_same) {
+TEST_F(K7ApiTest, A_handle_returned_with_a_failure_is_freed) {
   k7Api.allocResult = -1;
   k7Api.handle = -7;
   EXPECT_FALSE(Run());
   EXPECT_TRUE(boxes.Texts().at(0).ends_with(L":hdl=-7"));
-  ExpectEverythingGivenBack();
+  ExpectNothingLeaked();
 }
 
 TEST_F(K7ApiTest, A_failed_connection_names_the_host) {
@@ -101,7 +101,7 @@ TEST_F(K7ApiTest, A_failed_connection_names_the_host) {
       boxes.Texts(),
       Lines{L"Failed to K7_ConnectServer:Required K7 server is unknown:SystemError=FFFFFFFE:hdl=5 [server]"});
   EXPECT_TRUE(k7Api.checks.empty());
-  ExpectEverythingGivenBack();
+  ExpectNothingLeaked();
 }
 
 TEST_F(K7ApiTest, A_failed_check_ends_the_test_and_keeps_the_lines_before_it) {
@@ -112,17 +112,17 @@ TEST_F(K7ApiTest, A_failed_check_ends_the_test_and_keeps_the_lines_before_it) {
   EXPECT_EQ(results.Lines(), (Lines{L"", L"K7Api test....", L"00001 Live=True"}));
   EXPECT_EQ(boxes.Texts(),
             Lines{L"Failed to K7_CheckReboot:Not connected to K7 Server:SystemError=2AB:hdl=5"});
-  ExpectEverythingGivenBack();
+  ExpectNothingLeaked();
 }
 
-TEST_F(K7ApiTest, The_box_is_shown_before_anything_is_given_back) {
+TEST_F(K7ApiTest, The_box_is_shown_before_the_handle_is_freed) {
   k7Api.connectResult = 0;
   boxes.onShow = [this] { EXPECT_EQ(k7Api.openHandles.size(), 1U); };
   EXPECT_FALSE(Run());
-  ExpectEverythingGivenBack();
+  ExpectNothingLeaked();
 }
 
-TEST_F(K7ApiTest, Messages_are_Japanese_with_the_built_in_Japanese_texts) {
+TEST_F(K7ApiTest, Error_texts_are_Japanese_in_the_built_in_Japanese_mode) {
   mode = kBuiltInJapanese;
   k7Api.allocResult = 1;
   k7Api.handle = 0;
@@ -130,7 +130,7 @@ TEST_F(K7ApiTest, Messages_are_Japanese_with_the_built_in_Japanese_texts) {
   EXPECT_EQ(boxes.Texts(), Lines{L"Failed to K7_AllocHandle:空きハンドルがありません:SystemError=0:hdl=0"});
 }
 
-TEST_F(K7ApiTest, An_unknown_error_code_leaves_its_text_empty) {
+TEST_F(K7ApiTest, An_unknown_error_code_has_an_empty_text_in_the_message) {
   k7Api.connectResult = 0;
   k7Api.errorCode = 12345;
   Run();
@@ -143,22 +143,22 @@ TEST_F(K7ApiTest, A_count_of_zero_or_less_connects_and_runs_no_cycle) {
     EXPECT_TRUE(Run(count)) << count;
     EXPECT_TRUE(k7Api.checks.empty());
     EXPECT_EQ(k7Api.Count("K7_ConnectServer"), 1);
-    ExpectEverythingGivenBack();
+    ExpectNothingLeaked();
   }
 }
 
-TEST_F(K7ApiTest, A_count_that_is_no_number_is_told_with_its_range) {
+TEST_F(K7ApiTest, A_count_that_is_not_a_number_is_reported) {
   for (const wchar_t* const count : {L"", L"ten", L"1.5", L"2147483648"}) {
     k7Api.calls.clear();
     boxes.boxes.clear();
     EXPECT_FALSE(Run(count)) << count;
     EXPECT_EQ(boxes.Texts(), Lines{L"a number is required"});
     EXPECT_TRUE(k7Api.checks.empty());
-    ExpectEverythingGivenBack();
+    ExpectNothingLeaked();
   }
 }
 
-TEST_F(K7ApiTest, A_stop_in_the_second_cycle_takes_effect_at_the_end_of_its_second) {
+TEST_F(K7ApiTest, A_stop_takes_effect_at_the_end_of_the_current_second) {
   pump.stopAt = 1400;
   EXPECT_TRUE(Run(L"10"));
   EXPECT_EQ(results.Lines().back(), L"00002 Live=True");
@@ -166,7 +166,7 @@ TEST_F(K7ApiTest, A_stop_in_the_second_cycle_takes_effect_at_the_end_of_its_seco
   EXPECT_EQ(pump.sleeps.size(), 8U);
   EXPECT_EQ(pump.eventRounds, 8);
   EXPECT_TRUE(boxes.boxes.empty());
-  ExpectEverythingGivenBack();
+  ExpectNothingLeaked();
 }
 
 TEST_F(K7ApiTest, The_end_of_the_program_ends_the_test_at_once) {
@@ -174,31 +174,31 @@ TEST_F(K7ApiTest, The_end_of_the_program_ends_the_test_at_once) {
   EXPECT_TRUE(Run(L"10"));
   EXPECT_EQ(pump.now, 250U);
   EXPECT_EQ(results.Lines().back(), L"00001 Live=True");
-  ExpectEverythingGivenBack();
+  ExpectNothingLeaked();
 }
 
 TEST_F(K7ApiTest, The_cycle_number_grows_beyond_five_digits_and_the_largest_count_does_not_overflow) {
-  // The stop is looked at in the pause only, so the calls can be counted without it.
+  // A stop takes effect only in the pauses, so it does not cut the number of checks short.
   pump.onEvents = [this] { pump.stop = k7Api.checks.size() >= 100001; };
   EXPECT_TRUE(Run(L"2147483647"));
   EXPECT_EQ(results.Lines().back(), L"100001 Live=True");
 }
 
-TEST_F(K7ApiTest, Texts_are_handed_over_in_256_zero_filled_bytes) {
+TEST_F(K7ApiTest, Texts_are_passed_in_256_zero_filled_bytes) {
   Run();
   EXPECT_EQ(k7Api.connectedTo, "127.0.0.1");
   EXPECT_EQ(k7Api.checks.at(0).address, "192.168.1.1");
   EXPECT_TRUE(k7Api.zeroFilled);
 }
 
-TEST_F(K7ApiTest, A_text_longer_than_the_buffer_still_ends_in_a_zero) {
+TEST_F(K7ApiTest, A_longer_text_is_still_NUL_terminated) {
   host = std::wstring(1000, L'h');
   Run();
   EXPECT_EQ(k7Api.connectedTo, std::string(1000, 'h'));
   EXPECT_EQ(host, std::wstring(1000, L'h'));
 }
 
-TEST_F(K7ApiTest, What_the_library_writes_over_the_texts_is_taken_back) {
+TEST_F(K7ApiTest, Texts_that_the_library_rewrites_are_used_from_then_on) {
   k7Api.hostAfter = std::string("10.0.0.7\0", 9);
   k7Api.addressAfter = std::string("cnc\0", 4);
   Run(L"2");
@@ -208,7 +208,7 @@ TEST_F(K7ApiTest, What_the_library_writes_over_the_texts_is_taken_back) {
   EXPECT_TRUE(k7Api.zeroFilled);
 }
 
-TEST_F(K7ApiTest, A_text_that_the_library_leaves_without_an_end_is_read_no_further_than_its_buffer) {
+TEST_F(K7ApiTest, A_rewritten_text_without_a_NUL_ends_with_its_buffer) {
   k7Api.hostAfter = std::string(256, 'x');
   k7Api.addressAfter = std::string(256, 'y');
   EXPECT_TRUE(Run(L"2"));
@@ -216,7 +216,7 @@ TEST_F(K7ApiTest, A_text_that_the_library_leaves_without_an_end_is_read_no_furth
   EXPECT_EQ(k7Api.checks.at(1).address, std::string(256, 'y'));
 }
 
-TEST_F(K7ApiTest, Outputs_that_the_library_does_not_fill_are_zero) {
+TEST_F(K7ApiTest, Outputs_that_the_library_does_not_set_are_zero) {
   k7Api.halfFilled = true;
   EXPECT_TRUE(Run(L"2"));
   EXPECT_EQ(results.Lines().back(), L"00002 Live=False");
@@ -226,22 +226,22 @@ TEST_F(K7ApiTest, Outputs_that_the_library_does_not_fill_are_zero) {
   EXPECT_EQ(boxes.Texts(), Lines{L"Failed to K7_ConnectServer:No Error:SystemError=0:hdl=5 [127.0.0.1]"});
 }
 
-TEST_F(K7ApiTest, A_handle_of_zero_with_a_good_result_is_used_and_not_released) {
+TEST_F(K7ApiTest, Handle_0_with_a_good_result_is_used_and_not_freed) {
   k7Api.handle = 0;
   EXPECT_TRUE(Run());
   EXPECT_EQ(k7Api.Count("K7_FreeHandle"), 0);
-  ExpectEverythingGivenBack();
+  ExpectNothingLeaked();
 }
 
-TEST_F(K7ApiTest, A_library_that_cannot_be_loaded_is_an_error_for_the_event_boundary) {
+TEST_F(K7ApiTest, A_library_that_cannot_be_loaded_throws) {
   k7Api.missing = true;
   EXPECT_THROW(Run(), RuntimeError);
 }
 
-TEST_F(K7ApiTest, A_list_that_refuses_a_line_gives_everything_back) {
+TEST_F(K7ApiTest, A_list_that_rejects_a_line_leaks_nothing) {
   k7Api.onCheck = [this] { view.refusing = true; };
   EXPECT_THROW(Run(), RuntimeError);
-  ExpectEverythingGivenBack();
+  ExpectNothingLeaked();
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ constexpr int32_t kStartPending = SvcUtl::pSvcCondStartPending;
 constexpr int32_t kStopPending = SvcUtl::pSvcCondStopPending;
 constexpr int32_t kRunning = SvcUtl::pSvcCondRunning;
 
-/// A message as each language mode has it.
+/// A message in each language mode.
 struct Said {
   const wchar_t* file;
   const wchar_t* japanese;
@@ -55,7 +55,7 @@ class K7ServiceTest : public testing::TestWithParam<LanguageMode> {
     for (const FakeBoxes::Box& box : pc.boxes.boxes) EXPECT_EQ(box.title, L"");
   }
 
-  /// The failures' boxes are shown during a command and off behind it.
+  /// Error boxes are on during a command and off after it.
   void ExpectBoxesOff() {
     pc.library.queryResult = 5;
     const size_t before = pc.boxes.boxes.size();
@@ -64,7 +64,7 @@ class K7ServiceTest : public testing::TestWithParam<LanguageMode> {
     EXPECT_EQ(pc.boxes.boxes.size(), before);
   }
 
-  /// From now on the journal gets the library's calls, the boxes, the pauses and the states shown, in their
+  /// From now on the journal records the library's calls, the boxes, the pauses and the states shown, in
   /// order.
   void KeepJournal() {
     pc.boxes.onShow = [this] { Note("box"); };
@@ -104,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(, K7ServiceTest, testing::Values(-1, 0, 1), [](const au
 
 // The state
 
-TEST_P(K7ServiceTest, Refreshing_shows_the_state) {
+TEST_P(K7ServiceTest, A_refresh_shows_the_state) {
   for (const int32_t state : {kStopped, kStartPending, kStopPending, kRunning}) {
     pc.library.status = state;
     pc.Refresh();
@@ -114,7 +114,7 @@ TEST_P(K7ServiceTest, Refreshing_shows_the_state) {
   EXPECT_TRUE(pc.boxes.boxes.empty());
 }
 
-TEST_P(K7ServiceTest, Refreshing_tells_a_failed_query_and_shows_no_state) {
+TEST_P(K7ServiceTest, A_refresh_reports_a_failed_query_and_shows_no_state) {
   pc.library.queryResult = 5;
   pc.Refresh();
   EXPECT_EQ(pc.Box().text, GetParam() == 0 ? L"K7Server の動作状態の確認に失敗しました Err=0x5"
@@ -123,7 +123,7 @@ TEST_P(K7ServiceTest, Refreshing_tells_a_failed_query_and_shows_no_state) {
   ExpectBoxesOff();
 }
 
-TEST_P(K7ServiceTest, Refreshing_leaves_the_boxes_off_also_when_the_library_cannot_be_used) {
+TEST_P(K7ServiceTest, A_refresh_switches_error_boxes_off_again_even_when_the_library_throws) {
   pc.library.missing = true;
   EXPECT_THROW(pc.Refresh(), RuntimeError);
   pc.library.missing = false;
@@ -132,7 +132,7 @@ TEST_P(K7ServiceTest, Refreshing_leaves_the_boxes_off_also_when_the_library_cann
 
 // Start
 
-TEST_P(K7ServiceTest, Start_while_running_only_says_so) {
+TEST_P(K7ServiceTest, Start_only_reports_a_running_service) {
   pc.Start();
   ExpectSaid({kAlreadyRunning});
   EXPECT_EQ(pc.library.calls.size(), 1U);
@@ -140,7 +140,7 @@ TEST_P(K7ServiceTest, Start_while_running_only_says_so) {
   ExpectBoxesOff();
 }
 
-TEST_P(K7ServiceTest, Start_waits_until_the_service_is_seen_running) {
+TEST_P(K7ServiceTest, Start_waits_until_the_service_is_running) {
   pc.library.status = kStopped;
   pc.library.slowness = 3;
   pc.library.pending = kStartPending;
@@ -157,7 +157,7 @@ TEST_P(K7ServiceTest, Start_waits_until_the_service_is_seen_running) {
   ExpectBoxesOff();
 }
 
-TEST_P(K7ServiceTest, Start_that_is_seen_at_the_40th_try_counts) {
+TEST_P(K7ServiceTest, A_start_seen_at_the_40th_poll_succeeds) {
   pc.library.status = kStopped;
   pc.library.slowness = 40;
   pc.Start();
@@ -165,7 +165,7 @@ TEST_P(K7ServiceTest, Start_that_is_seen_at_the_40th_try_counts) {
   EXPECT_EQ(pc.pump.now, 39U * 250);
 }
 
-TEST_P(K7ServiceTest, Start_that_would_be_seen_at_the_41st_try_does_not) {
+TEST_P(K7ServiceTest, A_start_that_needs_a_41st_poll_fails) {
   pc.library.status = kStopped;
   pc.library.slowness = 41;
   pc.Start();
@@ -185,7 +185,7 @@ TEST_P(K7ServiceTest, A_stop_request_of_a_run_does_not_shorten_the_polling) {
   EXPECT_EQ(pc.pump.now, 2 * 39U * 250);
 }
 
-TEST_P(K7ServiceTest, The_end_of_the_program_does_not_wait_for_the_polling) {
+TEST_P(K7ServiceTest, The_end_of_the_program_ends_the_polling) {
   pc.library.status = kStopped;
   pc.library.slowness = 41;
   pc.pump.ending = true;
@@ -202,7 +202,7 @@ TEST_P(K7ServiceTest, Start_is_tried_in_a_pending_state) {
   }
 }
 
-TEST_P(K7ServiceTest, Start_is_tried_when_the_query_fails_and_every_failure_has_its_box) {
+TEST_P(K7ServiceTest, Start_is_tried_when_the_query_fails_and_a_box_reports_every_failure) {
   pc.library.queryResult = 5;
   pc.Start();
   ASSERT_EQ(pc.boxes.boxes.size(), 1U + 1U + 40U + 1U);
@@ -211,7 +211,7 @@ TEST_P(K7ServiceTest, Start_is_tried_when_the_query_fails_and_every_failure_has_
   EXPECT_EQ(pc.library.Count("Start"), 1);
 }
 
-TEST_P(K7ServiceTest, Start_that_the_library_refuses_is_polled_all_the_same) {
+TEST_P(K7ServiceTest, The_state_is_polled_even_if_the_library_rejects_the_start) {
   pc.library.status = kStopped;
   pc.library.startResult = 5;
   pc.Start();
@@ -224,7 +224,7 @@ TEST_P(K7ServiceTest, Start_that_the_library_refuses_is_polled_all_the_same) {
   ExpectBoxesOff();
 }
 
-TEST_P(K7ServiceTest, Start_of_a_service_that_is_not_there_ends) {
+TEST_P(K7ServiceTest, The_start_of_a_missing_service_fails) {
   pc.library.queryResult = pc.library.startResult = FakeSvcKit::kNoService;
   pc.library.status = kRunning;
   pc.Start();
@@ -233,7 +233,7 @@ TEST_P(K7ServiceTest, Start_of_a_service_that_is_not_there_ends) {
   EXPECT_TRUE(pc.shown.empty());
 }
 
-TEST_P(K7ServiceTest, Start_leaves_the_boxes_off_when_the_library_breaks_in_the_middle) {
+TEST_P(K7ServiceTest, Start_switches_error_boxes_off_again_when_the_library_throws) {
   pc.library.status = kStopped;
   pc.library.onQuery = [this] { pc.library.missing = true; };
   EXPECT_THROW(pc.Start(), RuntimeError);
@@ -244,7 +244,7 @@ TEST_P(K7ServiceTest, Start_leaves_the_boxes_off_when_the_library_breaks_in_the_
 
 // Stop
 
-TEST_P(K7ServiceTest, Stop_while_stopped_only_says_so) {
+TEST_P(K7ServiceTest, Stop_only_reports_a_stopped_service) {
   pc.library.status = kStopped;
   pc.Stop();
   ExpectSaid({kAlreadyStopped});
@@ -252,7 +252,7 @@ TEST_P(K7ServiceTest, Stop_while_stopped_only_says_so) {
   ExpectBoxesOff();
 }
 
-TEST_P(K7ServiceTest, Stop_asks_with_No_as_its_default) {
+TEST_P(K7ServiceTest, Stop_asks_with_No_as_the_default) {
   pc.Stop();
   ExpectSaid({kConfirm});
   EXPECT_TRUE(pc.Box().asksYesNo);
@@ -260,7 +260,7 @@ TEST_P(K7ServiceTest, Stop_asks_with_No_as_its_default) {
   EXPECT_EQ(pc.Box().icon, report::BoxIcon::Exclamation);
 }
 
-TEST_P(K7ServiceTest, Stop_that_is_refused_stops_nothing_and_says_no_more) {
+TEST_P(K7ServiceTest, A_declined_stop_does_nothing) {
   pc.Stop();
   EXPECT_EQ(pc.library.Count("Stop"), 0);
   EXPECT_EQ(pc.boxes.boxes.size(), 1U);
@@ -268,7 +268,7 @@ TEST_P(K7ServiceTest, Stop_that_is_refused_stops_nothing_and_says_no_more) {
   ExpectBoxesOff();
 }
 
-TEST_P(K7ServiceTest, Stop_waits_until_the_service_is_seen_stopped) {
+TEST_P(K7ServiceTest, Stop_waits_until_the_service_is_stopped) {
   pc.boxes.answerYes = true;
   pc.library.slowness = 2;
   pc.library.pending = kStopPending;
@@ -284,14 +284,14 @@ TEST_P(K7ServiceTest, Stop_waits_until_the_service_is_seen_stopped) {
   ExpectBoxesOff();
 }
 
-TEST_P(K7ServiceTest, Stop_that_is_seen_at_the_40th_try_counts) {
+TEST_P(K7ServiceTest, A_stop_seen_at_the_40th_poll_succeeds) {
   pc.boxes.answerYes = true;
   pc.library.slowness = 40;
   pc.Stop();
   ExpectSaid({kConfirm, kStoppedNow});
 }
 
-TEST_P(K7ServiceTest, Stop_that_would_be_seen_at_the_41st_try_does_not) {
+TEST_P(K7ServiceTest, A_stop_that_needs_a_41st_poll_fails) {
   pc.boxes.answerYes = true;
   pc.library.slowness = 41;
   pc.Stop();
@@ -319,7 +319,7 @@ TEST_P(K7ServiceTest, Stop_is_tried_when_the_query_fails) {
   EXPECT_EQ(pc.boxes.boxes.back().text, kCannotStop.In(GetParam()));
 }
 
-TEST_P(K7ServiceTest, Stop_that_the_library_refuses_is_polled_all_the_same) {
+TEST_P(K7ServiceTest, The_state_is_polled_even_if_the_library_rejects_the_stop) {
   pc.boxes.answerYes = true;
   pc.library.stopResult = 1052;
   pc.Stop();

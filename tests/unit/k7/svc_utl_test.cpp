@@ -12,7 +12,7 @@ constexpr LanguageMode kEnglishMode = 1;
 constexpr int32_t kTolerated = FakeSvcKit::kNoService;
 constexpr auto kFailed = static_cast<int32_t>(0x8000ABCD);
 
-/// One failure of a method: its title, its text, its class.
+/// Title, text and code of a failure.
 struct Expected {
   const wchar_t* title;
   const wchar_t* text;
@@ -21,7 +21,7 @@ struct Expected {
 
 class SvcUtlTest : public testing::Test {
  protected:
-  /// Runs the method in a language, without boxes and with them.
+  /// Runs the method in a language, without and with boxes.
   template <typename Method>
   void ExpectFailure(LanguageMode mode, const Expected& expected, Method method, bool asks = false) {
     for (const bool boxesOn : {false, true}) {
@@ -41,7 +41,7 @@ class SvcUtlTest : public testing::Test {
   }
 };
 
-TEST_F(SvcUtlTest, Is_made_uninitialised_and_without_an_error) {
+TEST_F(SvcUtlTest, Starts_uninitialised_and_without_an_error) {
   FakeService pc;
   const auto made = pc.NewService();
   EXPECT_FALSE(made->pInitialized());
@@ -49,7 +49,7 @@ TEST_F(SvcUtlTest, Is_made_uninitialised_and_without_an_error) {
   EXPECT_EQ(made->pErrCode(), 0);
 }
 
-TEST_F(SvcUtlTest, Its_numbers_are_those_of_the_service_control_manager) {
+TEST_F(SvcUtlTest, The_constants_are_those_of_the_service_control_manager) {
   EXPECT_EQ(SvcUtl::pLangJapanese, 0);
   EXPECT_EQ(SvcUtl::pLangEnglish, 1);
   EXPECT_EQ(SvcUtl::pSvcCondStopped, 1);
@@ -70,7 +70,7 @@ TEST_F(SvcUtlTest, Is_initialised_when_the_library_is_on_the_search_path) {
   EXPECT_FALSE(made->pInitialized());
 }
 
-TEST_F(SvcUtlTest, A_missing_library_is_an_error_of_class_1_in_both_languages) {
+TEST_F(SvcUtlTest, A_missing_library_is_reported_with_code_1_in_both_languages) {
   const auto initialize = [](LanguageMode mode) {
     return [mode](FakeService& pc) {
       pc.kernel.paths.clear();
@@ -85,7 +85,7 @@ TEST_F(SvcUtlTest, A_missing_library_is_an_error_of_class_1_in_both_languages) {
                 initialize(kJapaneseMode));
 }
 
-TEST_F(SvcUtlTest, Speaks_Japanese_before_it_is_initialised) {
+TEST_F(SvcUtlTest, Messages_are_Japanese_before_the_initialisation) {
   FakeService pc;
   const auto made = pc.NewService();
   pc.library.queryResult = kFailed;
@@ -94,7 +94,7 @@ TEST_F(SvcUtlTest, Speaks_Japanese_before_it_is_initialised) {
   EXPECT_EQ(made->pErrMsg(), L"Spooler の動作状態の確認に失敗しました Err=0x8000ABCD");
 }
 
-TEST_F(SvcUtlTest, Every_language_id_but_zero_is_English) {
+TEST_F(SvcUtlTest, Every_language_id_except_zero_selects_English) {
   for (const LanguageMode mode : {-1, 1, 1041}) {
     FakeService pc(mode);
     pc.library.stopResult = 5;
@@ -114,7 +114,7 @@ TEST_F(SvcUtlTest, Queries_the_state_without_waiting) {
   }
 }
 
-TEST_F(SvcUtlTest, A_query_that_says_no_such_service_succeeds_without_a_state) {
+TEST_F(SvcUtlTest, The_query_of_an_unknown_service_succeeds_and_leaves_the_state_alone) {
   FakeService pc;
   pc.service->pDispErrMsgBox(true);
   pc.library.queryResult = kTolerated;
@@ -125,7 +125,7 @@ TEST_F(SvcUtlTest, A_query_that_says_no_such_service_succeeds_without_a_state) {
   EXPECT_TRUE(pc.boxes.boxes.empty());
 }
 
-TEST_F(SvcUtlTest, A_failed_query_is_told_in_both_languages_and_leaves_the_state_alone) {
+TEST_F(SvcUtlTest, A_failed_query_is_reported_in_both_languages_and_leaves_the_state_alone) {
   const auto query = [](FakeService& pc) {
     pc.library.queryResult = kFailed;
     int32_t status = 77;
@@ -148,7 +148,7 @@ TEST_F(SvcUtlTest, Starts_and_stops_without_waiting) {
   EXPECT_EQ(pc.library.calls, (Calls{"Start Spooler -1", "Stop Spooler -1"}));
 }
 
-TEST_F(SvcUtlTest, A_failed_start_is_told_in_both_languages) {
+TEST_F(SvcUtlTest, A_failed_start_is_reported_in_both_languages) {
   const auto start = [](FakeService& pc) {
     pc.library.startResult = 0x0A;
     return static_cast<bool>(pc.service->mStartStopService(L"Spooler", true));
@@ -157,7 +157,7 @@ TEST_F(SvcUtlTest, A_failed_start_is_told_in_both_languages) {
   ExpectFailure(kJapaneseMode, {L"サービスの開始", L"Spooler の開始に失敗しました Err=0xA", 1}, start);
 }
 
-TEST_F(SvcUtlTest, A_failed_stop_is_told_in_both_languages) {
+TEST_F(SvcUtlTest, A_failed_stop_is_reported_in_both_languages) {
   const auto stop = [](FakeService& pc) {
     pc.library.stopResult = kTolerated;
     return static_cast<bool>(pc.service->mStartStopService(L"Spooler", false));
@@ -167,7 +167,7 @@ TEST_F(SvcUtlTest, A_failed_stop_is_told_in_both_languages) {
   ExpectFailure(kJapaneseMode, {L"サービスの終了", L"Spooler の停止に失敗しました Err=0x80000124", 2}, stop);
 }
 
-TEST_F(SvcUtlTest, A_success_keeps_the_text_of_the_failure_before) {
+TEST_F(SvcUtlTest, A_success_keeps_the_text_of_the_previous_failure) {
   FakeService pc;
   pc.library.stopResult = 5;
   pc.service->mStartStopService(L"Spooler", false);
@@ -190,7 +190,7 @@ TEST_F(SvcUtlTest, Setup_registers_waits_and_starts) {
   EXPECT_EQ(pc.pump.sleeps, std::vector<uint32_t>{1000});
 }
 
-TEST_F(SvcUtlTest, The_pause_behind_a_change_can_be_set_and_left_out) {
+TEST_F(SvcUtlTest, The_pause_after_a_change_can_be_set_and_switched_off) {
   FakeService pc;
   pc.service->pSleepRegistToStart(250);
   SetUpSpooler(pc);
@@ -208,7 +208,7 @@ TEST_F(SvcUtlTest, A_stop_request_of_a_run_does_not_shorten_the_pause) {
   EXPECT_EQ(pc.pump.now, 1000U);
 }
 
-TEST_F(SvcUtlTest, A_failed_registration_starts_nothing_and_is_told_in_both_languages) {
+TEST_F(SvcUtlTest, A_failed_registration_starts_nothing_and_is_reported_in_both_languages) {
   const auto setup = [](FakeService& pc) {
     pc.library.installResult = 1073;
     const bool done = SetUpSpooler(pc);
@@ -219,7 +219,7 @@ TEST_F(SvcUtlTest, A_failed_registration_starts_nothing_and_is_told_in_both_lang
   ExpectFailure(kJapaneseMode, {L"サービスの登録", L"Spooler の登録に失敗しました Err=0x431", 1}, setup);
 }
 
-TEST_F(SvcUtlTest, A_failed_start_behind_the_registration_is_told_in_both_languages) {
+TEST_F(SvcUtlTest, A_failed_start_after_the_registration_is_reported_in_both_languages) {
   const auto setup = [](FakeService& pc) {
     pc.library.startResult = 5;
     return SetUpSpooler(pc);
@@ -230,7 +230,7 @@ TEST_F(SvcUtlTest, A_failed_start_behind_the_registration_is_told_in_both_langua
 
 // Removal
 
-TEST_F(SvcUtlTest, Removal_of_a_service_that_does_not_run_asks_nothing) {
+TEST_F(SvcUtlTest, Removing_a_service_that_is_not_running_asks_nothing) {
   for (const int32_t state :
        {SvcUtl::pSvcCondStopped, SvcUtl::pSvcCondStartPending, SvcUtl::pSvcCondStopPending}) {
     FakeService pc;
@@ -242,7 +242,7 @@ TEST_F(SvcUtlTest, Removal_of_a_service_that_does_not_run_asks_nothing) {
   }
 }
 
-TEST_F(SvcUtlTest, Removal_of_a_running_service_asks_in_both_languages) {
+TEST_F(SvcUtlTest, Removing_a_running_service_asks_in_both_languages) {
   for (const LanguageMode mode : {kEnglishMode, kJapaneseMode}) {
     FakeService pc(mode);
     pc.boxes.answerYes = true;
@@ -262,7 +262,7 @@ TEST_F(SvcUtlTest, Removal_of_a_running_service_asks_in_both_languages) {
   }
 }
 
-TEST_F(SvcUtlTest, Removal_that_is_refused_changes_nothing) {
+TEST_F(SvcUtlTest, A_declined_removal_changes_nothing) {
   FakeService pc;
   pc.service->pDispErrMsgBox(true);
   EXPECT_FALSE(pc.service->mRemoveService(L"Spooler"));
@@ -271,7 +271,7 @@ TEST_F(SvcUtlTest, Removal_that_is_refused_changes_nothing) {
   EXPECT_EQ(pc.service->pErrMsg(), L"");
 }
 
-TEST_F(SvcUtlTest, Removal_stops_at_a_failed_query_in_both_languages) {
+TEST_F(SvcUtlTest, A_failed_query_ends_the_removal_and_is_reported_in_both_languages) {
   const auto remove = [](FakeService& pc) {
     pc.library.queryResult = 5;
     const bool done = pc.service->mRemoveService(L"Spooler");
@@ -285,7 +285,7 @@ TEST_F(SvcUtlTest, Removal_stops_at_a_failed_query_in_both_languages) {
                 remove);
 }
 
-TEST_F(SvcUtlTest, Removal_stops_at_a_failed_stop_in_both_languages) {
+TEST_F(SvcUtlTest, A_failed_stop_ends_the_removal_and_is_reported_in_both_languages) {
   const auto remove = [](FakeService& pc) {
     pc.boxes.answerYes = true;
     pc.library.stopResult = 1052;
@@ -299,7 +299,7 @@ TEST_F(SvcUtlTest, Removal_stops_at_a_failed_stop_in_both_languages) {
                 true);
 }
 
-TEST_F(SvcUtlTest, A_failed_removal_is_told_in_both_languages) {
+TEST_F(SvcUtlTest, A_failed_removal_is_reported_in_both_languages) {
   const auto remove = [](FakeService& pc) {
     pc.library.status = SvcUtl::pSvcCondStopped;
     pc.library.removeResult = 1072;
@@ -310,16 +310,16 @@ TEST_F(SvcUtlTest, A_failed_removal_is_told_in_both_languages) {
   ExpectFailure(kJapaneseMode, {L"サービスの削除", L"Spooler の削除に失敗しました Err=0x430", 2}, remove);
 }
 
-TEST_F(SvcUtlTest, Removal_of_a_service_that_is_not_there_succeeds) {
+TEST_F(SvcUtlTest, Removing_a_missing_service_succeeds) {
   FakeService pc;
   pc.library.queryResult = pc.library.removeResult = kTolerated;
   EXPECT_TRUE(pc.service->mRemoveService(L"Spooler"));
   EXPECT_EQ(pc.library.calls, (Calls{"Query Spooler -1", "Remove Spooler"}));
 }
 
-// Its end
+// Destructor
 
-TEST_F(SvcUtlTest, Its_end_is_silent_unless_it_is_still_initialised) {
+TEST_F(SvcUtlTest, The_destructor_is_silent_unless_mTerminate_is_missing) {
   FakeService pc;
   pc.NewService().reset();
   auto terminated = pc.NewService();
@@ -333,7 +333,7 @@ TEST_F(SvcUtlTest, Its_end_is_silent_unless_it_is_still_initialised) {
   EXPECT_TRUE(pc.boxes.boxes.empty());
 }
 
-TEST_F(SvcUtlTest, Its_end_tells_that_it_is_still_initialised) {
+TEST_F(SvcUtlTest, The_destructor_reports_a_forgotten_mTerminate) {
   for (const LanguageMode mode : {kEnglishMode, kJapaneseMode, kLanguageFile}) {
     FakeService pc(mode);
     pc.service.reset();
@@ -343,7 +343,7 @@ TEST_F(SvcUtlTest, Its_end_tells_that_it_is_still_initialised) {
   }
 }
 
-TEST_F(SvcUtlTest, Its_end_is_safe_behind_every_failure) {
+TEST_F(SvcUtlTest, The_destructor_is_silent_after_every_failure) {
   FakeService pc;
   pc.library.queryResult = pc.library.startResult = pc.library.stopResult = pc.library.installResult =
       kFailed;
@@ -358,7 +358,7 @@ TEST_F(SvcUtlTest, Its_end_is_safe_behind_every_failure) {
   EXPECT_TRUE(pc.boxes.boxes.empty());
 }
 
-TEST_F(SvcUtlTest, A_library_that_cannot_be_used_is_an_exception_and_no_failure) {
+TEST_F(SvcUtlTest, An_unusable_library_throws_and_sets_no_error) {
   FakeService pc;
   pc.library.missing = true;
   int32_t status = 0;
