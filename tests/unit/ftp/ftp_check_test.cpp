@@ -41,14 +41,14 @@ class FtpTest : public testing::Test, protected FakeContext {
   int busyChanges = 0;
 };
 
-TEST_F(FtpTest, Without_a_host_nothing_is_done) {
+TEST_F(FtpTest, Without_a_host_nothing_happens) {
   EXPECT_FALSE(Test(L""));
   EXPECT_TRUE(results.Lines().empty());
   EXPECT_TRUE(wininet.calls.empty());
   EXPECT_EQ(busyChanges, 0);
 }
 
-TEST_F(FtpTest, Replies_and_the_listing_are_shown_in_their_order) {
+TEST_F(FtpTest, Replies_and_the_listing_are_shown_in_this_order) {
   wininet.replies = {"220 ready\r\n230 logged in", "257 \"/\"", "221 bye"};
   wininet.entries = {FakeWininet::File("a.txt", 12), FakeWininet::Directory("d")};
   EXPECT_TRUE(Test());
@@ -58,7 +58,7 @@ TEST_F(FtpTest, Replies_and_the_listing_are_shown_in_their_order) {
                    L"/d" + std::wstring(43, L' '), L"a.txt" + std::wstring(38, L' ') + L"12", L"221 bye"}));
 }
 
-TEST_F(FtpTest, The_calls_come_in_their_order) {
+TEST_F(FtpTest, The_calls_are_made_in_this_order) {
   wininet.entries = {FakeWininet::File("a")};
   Test();
   Calls names;
@@ -70,13 +70,13 @@ TEST_F(FtpTest, The_calls_come_in_their_order) {
                    "InternetCloseHandle", "InternetGetLastResponseInfoA", "InternetCloseHandle"}));
 }
 
-TEST_F(FtpTest, What_was_listed_before_stays) {
+TEST_F(FtpTest, Earlier_lines_stay_in_the_list) {
   results.AddToList(L"before");
   Test();
   EXPECT_EQ(results.Lines().front(), L"before");
 }
 
-TEST_F(FtpTest, The_user_is_kept_out_from_before_the_connection_until_the_end) {
+TEST_F(FtpTest, The_window_is_busy_from_before_the_connection_until_the_end) {
   wininet.replies = {"1", "2", "3"};
   wininet.onCall = [this](const std::string& name) { EXPECT_EQ(busy, name != "InternetOpenA") << name; };
   std::vector<bool> atEvents;
@@ -86,7 +86,7 @@ TEST_F(FtpTest, The_user_is_kept_out_from_before_the_connection_until_the_end) {
   EXPECT_EQ(busyChanges, 2);
 }
 
-TEST_F(FtpTest, A_refusal_shows_the_servers_reply) {
+TEST_F(FtpTest, A_rejected_login_shows_the_servers_reply) {
   wininet.failing = {"InternetConnectA"};
   wininet.replies = {"530 Login incorrect."};
   EXPECT_FALSE(Test());
@@ -94,13 +94,13 @@ TEST_F(FtpTest, A_refusal_shows_the_servers_reply) {
   EXPECT_TRUE(wininet.CallsOf("FtpGetCurrentDirectoryA").empty());
 }
 
-TEST_F(FtpTest, No_connection_and_no_reply_is_said) {
+TEST_F(FtpTest, A_failed_connection_without_a_reply_is_reported) {
   wininet.failing = {"InternetConnectA"};
   EXPECT_FALSE(Test());
   EXPECT_EQ(results.Lines(), (Lines{L"", L"FTP Connect test...", L"Cannot connect ..."}));
 }
 
-TEST_F(FtpTest, A_server_that_cannot_be_reached_is_not_given_the_words_of_an_earlier_one) {
+TEST_F(FtpTest, An_unreachable_server_does_not_show_an_earlier_servers_reply) {
   wininet.replies = {"230 logged in", "257 \"/\"", "226 Transfer complete."};
   EXPECT_TRUE(Test());
   EXPECT_EQ(results.Lines().back(), L"226 Transfer complete.");
@@ -114,7 +114,7 @@ TEST_F(FtpTest, A_server_that_cannot_be_reached_is_not_given_the_words_of_an_ear
   }
 }
 
-TEST_F(FtpTest, The_same_refusal_is_shown_each_time) {
+TEST_F(FtpTest, The_same_rejection_is_shown_each_time) {
   wininet.failing = {"InternetConnectA"};
   for (const uint32_t error : {12003U, 12013U, 12014U, 12015U}) {
     wininet.connectError = error;
@@ -124,7 +124,7 @@ TEST_F(FtpTest, The_same_refusal_is_shown_each_time) {
   }
 }
 
-TEST_F(FtpTest, A_server_that_hangs_up_is_shown_with_its_own_last_words) {
+TEST_F(FtpTest, A_server_that_hangs_up_is_shown_with_its_last_reply) {
   wininet.heldReply = "226 Transfer complete.";
   wininet.failing = {"InternetConnectA"};
   wininet.connectError = 12031;
@@ -139,7 +139,7 @@ TEST_F(FtpTest, Without_a_session_there_is_no_connection) {
   EXPECT_EQ(results.Lines().back(), L"Cannot connect ...");
 }
 
-TEST_F(FtpTest, An_empty_reply_after_a_connection_is_one_empty_line) {
+TEST_F(FtpTest, An_empty_reply_after_a_login_is_one_empty_line) {
   wininet.failing = {"FtpFindFirstFileA"};
   EXPECT_TRUE(Test());
   Lines expected{L"", L"FTP Connect test...", L"", L""};
@@ -153,14 +153,14 @@ TEST_F(FtpTest, A_directory_that_cannot_be_read_does_not_change_the_verdict) {
   EXPECT_TRUE(Test());
 }
 
-TEST_F(FtpTest, A_stop_asked_for_before_the_user_is_kept_out_connects_to_nothing) {
+TEST_F(FtpTest, A_stop_requested_before_the_connection_prevents_it) {
   pump.stop = true;
   EXPECT_FALSE(Test());
   EXPECT_TRUE(wininet.CallsOf("InternetConnectA").empty());
   EXPECT_EQ(busyChanges, 0);
 }
 
-TEST_F(FtpTest, A_missing_call_gives_everything_back) {
+TEST_F(FtpTest, A_missing_function_leaks_nothing) {
   for (const char* call :
        {"InternetOpenA", "InternetConnectA", "InternetSetStatusCallback", "InternetGetLastResponseInfoA",
         "FtpGetCurrentDirectoryA", "FtpFindFirstFileA", "InternetFindNextFileA"}) {
@@ -172,7 +172,7 @@ TEST_F(FtpTest, A_missing_call_gives_everything_back) {
   }
 }
 
-TEST_F(FtpTest, A_list_that_refuses_a_line_gives_everything_back_at_each_line) {
+TEST_F(FtpTest, A_list_that_rejects_any_line_leaks_nothing) {
   for (const char* call : {"InternetConnectA", "FtpGetCurrentDirectoryA", "FtpFindFirstFileA"}) {
     wininet.entries = {FakeWininet::File("a")};
     view.refusing = false;
@@ -183,7 +183,7 @@ TEST_F(FtpTest, A_list_that_refuses_a_line_gives_everything_back_at_each_line) {
   }
 }
 
-TEST_F(FtpTest, A_reply_of_megabytes_of_lines_leaves_a_bounded_list) {
+TEST_F(FtpTest, A_reply_of_megabytes_of_lines_leaves_the_list_bounded) {
   std::string reply;
   for (int i = 0; i < 300'000; ++i) reply += "220-line\r\n";
   wininet.replies = {reply, "257", "226"};
@@ -199,7 +199,7 @@ TEST_F(FtpTest, A_reply_of_megabytes_without_a_line_end_is_one_line) {
   EXPECT_EQ(results.Lines()[2].size(), 3'000'000U);
 }
 
-TEST_F(FtpTest, Bytes_that_are_no_text_are_shown_as_one_line_and_hide_no_text_after_them) {
+TEST_F(FtpTest, Bytes_that_are_not_text_are_one_line_and_do_not_hide_the_next) {
   std::string reply;
   for (int byte = 255; byte > 0; --byte) reply.push_back(static_cast<char>(byte));
   wininet.replies = {reply};
@@ -213,7 +213,7 @@ TEST_F(FtpTest, Bytes_that_are_no_text_are_shown_as_one_line_and_hide_no_text_af
   EXPECT_EQ(results.Lines()[2], expected);
 }
 
-TEST_F(FtpTest, Of_40000_entries_the_last_ones_are_in_the_list_and_the_verdict_stands) {
+TEST_F(FtpTest, After_40000_entries_the_list_shows_the_last_ones_and_the_test_passes) {
   for (int i = 0; i < 40'000; ++i) wininet.entries.push_back(FakeWininet::File(std::to_string(100'000 + i)));
   wininet.replies = {"220", "257", "221"};
   EXPECT_TRUE(Test());

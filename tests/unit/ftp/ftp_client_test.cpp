@@ -25,7 +25,7 @@ class FtpClient : public testing::Test {
   FakeCodePage codePage;
 };
 
-TEST_F(FtpClient, A_session_begins_and_ends_with_the_object) {
+TEST_F(FtpClient, The_session_is_opened_and_closed_with_the_object) {
   {
     const clsFtpClient client(wininet, codePage);
     EXPECT_EQ(wininet.calls, Calls{"InternetOpenA(none, 0, none, none, 0)"});
@@ -33,7 +33,7 @@ TEST_F(FtpClient, A_session_begins_and_ends_with_the_object) {
   EXPECT_EQ(wininet.calls.back(), "InternetCloseHandle(1)");
 }
 
-TEST_F(FtpClient, A_connection_is_one_in_active_mode_on_port_21_with_a_status_callback) {
+TEST_F(FtpClient, A_connection_uses_active_mode_port_21_and_a_status_callback) {
   clsFtpClient client(wininet, codePage);
   EXPECT_TRUE(Connect(client));
   EXPECT_EQ(wininet.CallsOf("InternetConnectA"),
@@ -41,7 +41,7 @@ TEST_F(FtpClient, A_connection_is_one_in_active_mode_on_port_21_with_a_status_ca
   EXPECT_EQ(wininet.CallsOf("InternetSetStatusCallback").size(), 1U);
 }
 
-TEST_F(FtpClient, The_port_can_be_another) {
+TEST_F(FtpClient, The_port_can_be_changed) {
   clsFtpClient client(wininet, codePage);
   client.Port = 65535;
   Connect(client);
@@ -49,7 +49,7 @@ TEST_F(FtpClient, The_port_can_be_another) {
             Calls{"InternetConnectA(192.168.1.100, 65535, cnc, secret, 1, 0, 0)"});
 }
 
-TEST_F(FtpClient, An_empty_user_and_an_empty_password_are_each_not_given) {
+TEST_F(FtpClient, An_empty_user_or_password_is_passed_as_null) {
   clsFtpClient client(wininet, codePage);
   client.Connect(L"h", L"", L"");
   client.Connect(L"h", L"cnc", L"");
@@ -59,14 +59,14 @@ TEST_F(FtpClient, An_empty_user_and_an_empty_password_are_each_not_given) {
                                                         "InternetConnectA(h, 21, none, secret, 1, 0, 0)"}));
 }
 
-TEST_F(FtpClient, User_and_password_go_out_in_the_code_page) {
+TEST_F(FtpClient, User_and_password_are_converted_to_the_code_page) {
   clsFtpClient client(wininet, codePage);
   client.Connect(L"h", L"機", L"ｷ");
   EXPECT_EQ(wininet.CallsOf("InternetConnectA"), Calls{"InternetConnectA(h, 21, " + codePage.ToAnsi(L"機") +
                                                        ", " + codePage.ToAnsi(L"ｷ") + ", 1, 0, 0)"});
 }
 
-TEST_F(FtpClient, An_empty_host_is_no_call_and_ends_the_connection_before) {
+TEST_F(FtpClient, An_empty_host_makes_no_call_and_closes_the_earlier_connection) {
   clsFtpClient client(wininet, codePage);
   EXPECT_FALSE(client.Connect(L"", L"cnc", L"secret"));
   EXPECT_TRUE(wininet.CallsOf("InternetConnectA").empty());
@@ -75,7 +75,7 @@ TEST_F(FtpClient, An_empty_host_is_no_call_and_ends_the_connection_before) {
   EXPECT_EQ(wininet.open.size(), 1U);
 }
 
-TEST_F(FtpClient, A_second_connection_ends_the_first) {
+TEST_F(FtpClient, A_second_connection_closes_the_first) {
   clsFtpClient client(wininet, codePage);
   Connect(client);
   EXPECT_TRUE(Connect(client));
@@ -92,7 +92,7 @@ TEST_F(FtpClient, Without_a_session_nothing_is_connected_and_nothing_closed) {
   EXPECT_EQ(wininet.calls.size(), 1U);
 }
 
-TEST_F(FtpClient, A_refused_connection_gets_no_callback_and_is_not_closed) {
+TEST_F(FtpClient, A_failed_connection_gets_no_callback_and_is_not_closed) {
   wininet.failing = {"InternetConnectA"};
   {
     clsFtpClient client(wininet, codePage);
@@ -131,7 +131,7 @@ TEST_F(FtpClient, The_current_directory_is_read_and_set) {
   EXPECT_EQ(client.CurrentDir(), std::wstring(5000, L'd'));
 }
 
-TEST_F(FtpClient, Files_and_directories_are_worked_on_with_these_calls) {
+TEST_F(FtpClient, Each_operation_makes_its_call) {
   clsFtpClient client(wininet, codePage);
   Connect(client);
   wininet.calls.clear();
@@ -162,7 +162,7 @@ TEST_F(FtpClient, Transfer_type_and_cache_options_become_flags) {
                                   "FtpPutFileA(l, r, 1, 0)"}));
 }
 
-TEST_F(FtpClient, Every_operation_that_the_server_refuses_says_so) {
+TEST_F(FtpClient, Every_operation_that_the_server_rejects_returns_false) {
   clsFtpClient client(wininet, codePage);
   Connect(client);
   wininet.failing = {
@@ -196,7 +196,7 @@ class Listed : public FtpClient {
   }
 };
 
-TEST_F(Listed, The_search_is_closed_before_its_entries_are_told_in_the_order_found) {
+TEST_F(Listed, The_search_is_closed_before_its_entries_are_reported_in_order) {
   clsFtpClient client(wininet, codePage);
   Connect(client);
   wininet.entries = {FakeWininet::File("b"), FakeWininet::Directory("a"), FakeWininet::File("c")};
@@ -205,13 +205,13 @@ TEST_F(Listed, The_search_is_closed_before_its_entries_are_told_in_the_order_fou
   EXPECT_EQ(wininet.calls.back(), "InternetCloseHandle(3)");
 }
 
-TEST_F(Listed, A_first_find_that_fails_is_an_empty_listing_without_success) {
+TEST_F(Listed, A_failed_search_is_reported_as_an_empty_listing) {
   clsFtpClient client(wininet, codePage);
   Connect(client);
   EXPECT_EQ(Enumerate(client), (Calls{"begin 0", "no listing"}));
 }
 
-TEST_F(Listed, An_entry_is_told_with_size_attributes_and_dates) {
+TEST_F(Listed, An_entry_has_its_size_attributes_and_dates) {
   clsFtpClient client(wininet, codePage);
   Connect(client);
   FindData data = FakeWininet::File(codePage.ToAnsi(L"機械.txt"), 5, 0x21);
@@ -229,7 +229,7 @@ TEST_F(Listed, An_entry_is_told_with_size_attributes_and_dates) {
   EXPECT_EQ(file->ftAccess, DateAndTime());
 }
 
-TEST_F(Listed, A_file_is_known_by_its_whole_name_only) {
+TEST_F(Listed, A_file_is_found_by_its_exact_name_only) {
   clsFtpClient client(wininet, codePage);
   Connect(client);
   wininet.entries = {FakeWininet::File("ab"), FakeWininet::Directory("b")};
@@ -247,25 +247,25 @@ TEST_F(Listed, A_name_that_fills_its_field_is_not_read_beyond_it) {
   EXPECT_EQ(Enumerate(client).at(1), std::string(260, 'n'));
 }
 
-TEST_F(Listed, What_is_left_of_a_longer_name_before_is_not_shown) {
+TEST_F(Listed, The_rest_of_an_earlier_longer_name_is_not_shown) {
   clsFtpClient client(wininet, codePage);
   Connect(client);
   wininet.entries = {FakeWininet::File(std::string("a\0lder", 6))};
   EXPECT_EQ(Enumerate(client).at(1), "a");
 }
 
-TEST_F(Listed, A_search_that_does_not_end_is_ended) {
+TEST_F(Listed, An_endless_search_is_ended) {
   clsFtpClient client(wininet, codePage);
   Connect(client);
   wininet.entries = {FakeWininet::File("again")};
   wininet.endless = true;
-  int told = 0;
-  client.onEnumFile = [&told](const FtpFile&) { ++told; };
+  int listed = 0;
+  client.onEnumFile = [&listed](const FtpFile&) { ++listed; };
   client.EnumFile();
-  EXPECT_EQ(told, 200'000);
+  EXPECT_EQ(listed, 200'000);
 }
 
-TEST_F(Listed, The_search_is_closed_when_a_find_throws) {
+TEST_F(Listed, The_search_is_closed_when_a_call_throws) {
   clsFtpClient client(wininet, codePage);
   Connect(client);
   wininet.entries = {FakeWininet::File("a")};
@@ -274,21 +274,21 @@ TEST_F(Listed, The_search_is_closed_when_a_find_throws) {
   EXPECT_EQ(wininet.open.size(), 2U);
 }
 
-TEST_F(Listed, Nobody_needs_to_listen) {
+TEST_F(Listed, The_events_are_optional) {
   clsFtpClient client(wininet, codePage);
   Connect(client);
   wininet.entries = {FakeWininet::File("a")};
   client.EnumFile();
 }
 
-TEST(FtpDates, Nothing_and_what_lies_beyond_the_year_9999_are_no_dates) {
+TEST(FtpDates, A_time_of_0_or_after_the_year_9999_is_not_a_date) {
   EXPECT_EQ(ToDateAndTime({}), DateAndTime());
   EXPECT_EQ(ToDateAndTime(Time(~uint64_t{0})), DateAndTime());
   EXPECT_EQ(ToDateAndTime(Time(2'650'467'744'000'000'000)), DateAndTime());
   EXPECT_EQ(ToDateAndTime(Time(2'650'467'743'999'999'999)), (DateAndTime{9999, 12, 31, 23, 59, 59}));
 }
 
-TEST(FtpDates, A_leap_day_is_one) {
+TEST(FtpDates, Leap_days_are_converted) {
   EXPECT_EQ(ToDateAndTime(Time(125'962'991'990'000'000)), (DateAndTime{2000, 2, 29, 11, 59, 59}));
 }
 

@@ -24,7 +24,7 @@ struct FtpReply : testing::Test {
   clsFtpClient client{wininet, codePage};
 };
 
-TEST_F(FtpReply, A_reply_comes_from_the_code_page) {
+TEST_F(FtpReply, A_reply_is_converted_from_the_code_page) {
   wininet.replies = {codePage.ToAnsi(L"220 機械 ｷ")};
   EXPECT_EQ(client.Response(), L"220 機械 ｷ");
 }
@@ -37,13 +37,13 @@ TEST_F(FtpReply, The_first_buffer_has_1024_bytes) {
   EXPECT_EQ(wininet.bufferSizes, Sizes{1024});
 }
 
-TEST_F(FtpReply, The_buffer_grows_to_what_is_asked_for) {
+TEST_F(FtpReply, The_buffer_grows_to_the_requested_size) {
   wininet.replies = {std::string(5'000'000, 'r')};
   EXPECT_EQ(client.Response().size(), 5'000'000U);
   EXPECT_EQ(wininet.bufferSizes, (Sizes{1024, 5'000'001}));
 }
 
-TEST_F(FtpReply, A_library_that_does_not_say_how_much_it_needs_gets_twice_as_much) {
+TEST_F(FtpReply, The_buffer_doubles_when_the_library_requests_no_size) {
   wininet.onResponse = [](char* buffer, uint32_t* length, uint32_t& lastError) {
     lastError = FakeWininet::kInsufficientBuffer;
     if (*length < 4096) return 0;
@@ -54,7 +54,7 @@ TEST_F(FtpReply, A_library_that_does_not_say_how_much_it_needs_gets_twice_as_muc
   EXPECT_EQ(wininet.bufferSizes, (Sizes{1024, 2048, 4096}));
 }
 
-TEST_F(FtpReply, A_library_that_always_asks_for_more_is_asked_no_longer_at_16_MiB) {
+TEST_F(FtpReply, The_buffer_grows_to_16_MiB_at_most) {
   wininet.onResponse = [](char*, uint32_t* length, uint32_t& lastError) {
     lastError = FakeWininet::kInsufficientBuffer;
     *length = ~0U;
@@ -64,7 +64,7 @@ TEST_F(FtpReply, A_library_that_always_asks_for_more_is_asked_no_longer_at_16_Mi
   EXPECT_EQ(wininet.bufferSizes, (Sizes{1024, kMaxReplyBytes}));
 }
 
-TEST_F(FtpReply, Another_failure_is_an_empty_text_at_once) {
+TEST_F(FtpReply, Any_other_failure_is_an_empty_text_at_once) {
   wininet.failing = {"InternetGetLastResponseInfoA"};
   EXPECT_EQ(client.Response(), L"");
   EXPECT_EQ(wininet.bufferSizes, Sizes{1024});
@@ -79,7 +79,7 @@ TEST_F(FtpReply, A_reply_without_a_NUL_ends_with_its_length) {
   EXPECT_EQ(client.Response(), std::wstring(10, L'r'));
 }
 
-TEST_F(FtpReply, A_length_beyond_the_buffer_is_not_believed) {
+TEST_F(FtpReply, A_length_beyond_the_buffer_is_ignored) {
   wininet.onResponse = [](char* buffer, uint32_t* length, uint32_t&) {
     std::fill_n(buffer, *length, 'r');
     *length = ~0U;
@@ -88,7 +88,7 @@ TEST_F(FtpReply, A_length_beyond_the_buffer_is_not_believed) {
   EXPECT_EQ(client.Response(), std::wstring(1024, L'r'));
 }
 
-TEST_F(FtpReply, A_library_that_looks_for_the_NUL_itself_finds_one_behind_a_full_buffer) {
+TEST_F(FtpReply, A_full_buffer_is_followed_by_a_NUL_for_the_library) {
   wininet.onResponse = [](char* buffer, uint32_t* length, uint32_t&) {
     std::fill_n(buffer, *length, 'r');
     *length = static_cast<uint32_t>(std::strlen(buffer));
@@ -102,7 +102,7 @@ TEST_F(FtpReply, A_reply_ends_at_its_first_NUL) {
   EXPECT_EQ(client.Response(), L"220 ok");
 }
 
-TEST_F(FtpReply, After_a_connect_without_a_host_the_reply_of_the_server_before_is_not_given) {
+TEST_F(FtpReply, After_a_connect_without_a_host_the_earlier_servers_reply_is_not_returned) {
   wininet.replies = {"220 ready"};
   EXPECT_EQ(client.Response(), L"220 ready");
   EXPECT_FALSE(client.Connect(L"", L"", L""));

@@ -13,7 +13,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// The algorithm in its plain words, recursing into both sides.
+// The plain algorithm, recursing into both sides.
 void PlainSort(Words& a, int lo, int hi) {
   if (lo >= hi) return;
   const auto at = [&a](int i) -> std::string& { return a[static_cast<size_t>(i)]; };
@@ -31,7 +31,7 @@ void PlainSort(Words& a, int lo, int hi) {
 
 const auto kByFirstLetter = [](const std::string& a, const std::string& b) { return a[0] < b[0]; };
 
-TEST(StrSort, A_range_of_one_element_or_none_stays_as_it_is) {
+TEST(StrSort, A_range_of_at_most_one_element_is_unchanged) {
   Words words{"b", "a"};
   StrSort(words, 1, 1, kByFirstLetter);
   StrSort(words, 1, 0, kByFirstLetter);
@@ -44,7 +44,7 @@ TEST(StrSort, Only_the_range_is_sorted) {
   EXPECT_EQ(words, (Words{"d", "b", "c", "a"}));
 }
 
-TEST(StrSort, Equal_elements_come_in_the_order_of_the_plain_algorithm) {
+TEST(StrSort, Equal_elements_have_the_order_of_the_plain_algorithm) {
   std::mt19937 random(7);
   for (int round = 0; round < 300; ++round) {
     Words words;
@@ -58,10 +58,10 @@ TEST(StrSort, Equal_elements_come_in_the_order_of_the_plain_algorithm) {
   }
 }
 
-TEST(StrSort, A_list_that_always_splits_badly_keeps_the_stack_shallow) {
+TEST(StrSort, The_stack_stays_shallow_even_with_the_worst_pivots) {
   // Equal elements put everything on one side of each pivot: the depth would be the length.
   std::vector<int> numbers(3000, 5);
-  // A frame's address tells how deep the sort stands.
+  // The address of a stack frame shows the depth of the recursion.
   const char* lowest = nullptr;
   const char* highest = nullptr;
   StrSort(numbers, 0, 2999, [&](int a, int b) {
@@ -74,7 +74,7 @@ TEST(StrSort, A_list_that_always_splits_badly_keeps_the_stack_shallow) {
   EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
 }
 
-TEST(StrSort, More_comparisons_than_allowed_are_not_made_and_nothing_is_lost) {
+TEST(StrSort, A_sort_that_gives_up_stays_within_its_comparisons_and_loses_nothing) {
   std::vector<int> numbers(3000, 5);
   numbers.back() = 4;
   int64_t made = 0;
