@@ -13,7 +13,7 @@ struct AddressesTest : testing::Test {
   FakeCodePage codePage;
 };
 
-TEST_F(AddressesTest, HostToAddress_takes_a_dotted_text_without_a_look_up) {
+TEST_F(AddressesTest, HostToAddress_accepts_dotted_text_without_a_look_up) {
   EXPECT_EQ(HostToAddress(winsock, codePage, L"192.168.1.10"), AddressNumber("192.168.1.10"));
   EXPECT_TRUE(winsock.lookups.empty());
 }
@@ -30,35 +30,35 @@ TEST_F(AddressesTest, HostToAddress_reads_octal_hexadecimal_and_short_forms_as_W
     EXPECT_EQ(address(text), kNoAddress);
 }
 
-TEST_F(AddressesTest, HostToAddress_gives_the_first_of_several_addresses) {
+TEST_F(AddressesTest, HostToAddress_returns_the_first_of_several_addresses) {
   winsock.AddHost("cnc1", {"192.168.1.100", "10.0.0.7"});
   EXPECT_EQ(HostToAddress(winsock, codePage, L"cnc1"), AddressNumber("192.168.1.100"));
 }
 
-TEST_F(AddressesTest, HostToAddress_asks_in_the_code_page) {
+TEST_F(AddressesTest, HostToAddress_converts_the_name_to_the_code_page) {
   winsock.AddHost(codePage.ToAnsi(L"旋盤"), {"192.168.1.100"});
   EXPECT_EQ(HostToAddress(winsock, codePage, L"旋盤"), AddressNumber("192.168.1.100"));
 }
 
-TEST_F(AddressesTest, HostToAddress_of_an_unknown_name_is_no_address) {
+TEST_F(AddressesTest, HostToAddress_of_an_unknown_name_is_kNoAddress) {
   EXPECT_EQ(HostToAddress(winsock, codePage, L"nobody"), kNoAddress);
 }
 
-TEST_F(AddressesTest, HostToAddress_of_255_255_255_255_goes_on_to_the_look_up) {
+TEST_F(AddressesTest, HostToAddress_looks_255_255_255_255_up_as_a_name) {
   EXPECT_EQ(HostToAddress(winsock, codePage, L"255.255.255.255"), kNoAddress);
   EXPECT_EQ(winsock.lookups, std::vector<std::string>{"255.255.255.255"});
   winsock.AddHost("255.255.255.255", {"10.0.0.1"});
   EXPECT_EQ(HostToAddress(winsock, codePage, L"255.255.255.255"), AddressNumber("10.0.0.1"));
 }
 
-TEST_F(AddressesTest, HostToAddress_of_an_entry_without_addresses_is_no_address) {
+TEST_F(AddressesTest, HostToAddress_of_an_entry_without_addresses_is_kNoAddress) {
   winsock.AddHost("empty", {});
   EXPECT_EQ(HostToAddress(winsock, codePage, L"empty"), kNoAddress);
   winsock.withoutAddressList = true;
   EXPECT_EQ(HostToAddress(winsock, codePage, L"empty"), kNoAddress);
 }
 
-TEST_F(AddressesTest, HostToAddress_copies_no_more_octets_than_there_are_and_than_fit) {
+TEST_F(AddressesTest, HostToAddress_copies_only_octets_that_exist_and_fit) {
   winsock.AddRawHost("short", {{10, 20}}, 2);
   winsock.AddRawHost("long", {{10, 20, 30, 40, 50, 60}}, 6);
   winsock.AddRawHost("negative", {{10}}, -1);
@@ -67,12 +67,12 @@ TEST_F(AddressesTest, HostToAddress_copies_no_more_octets_than_there_are_and_tha
   EXPECT_EQ(HostToAddress(winsock, codePage, L"negative"), kNoAddress);
 }
 
-TEST_F(AddressesTest, IpToString_is_the_dotted_text) {
+TEST_F(AddressesTest, IpToString_returns_the_dotted_text) {
   EXPECT_EQ(IpToString(winsock, AddressNumber("192.168.1.10")), L"192.168.1.10");
   EXPECT_EQ(IpToString(winsock, 0), L"0.0.0.0");
 }
 
-TEST_F(AddressesTest, The_first_octet_of_a_number_is_its_lowest_byte_in_memory) {
+TEST_F(AddressesTest, The_first_octet_is_the_lowest_byte_in_memory) {
   const uint32_t number = HostToAddress(winsock, codePage, L"1.2.3.4");
   EXPECT_EQ(*reinterpret_cast<const unsigned char*>(&number), 1);
 }
@@ -82,7 +82,7 @@ TEST_F(AddressesTest, IpToString_without_a_text_from_the_library_is_empty) {
   EXPECT_EQ(IpToString(winsock, AddressNumber("192.168.1.10")), L"");
 }
 
-TEST(DottedText, Joins_decimal_octets_without_padding) {
+TEST(DottedText, Decimal_octets_are_joined_without_padding) {
   const unsigned char octets[] = {0, 9, 10, 255};
   EXPECT_EQ(DottedText(octets), L"0.9.10.255");
   EXPECT_EQ(DottedText({}), L"");

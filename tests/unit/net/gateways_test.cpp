@@ -9,7 +9,7 @@ namespace {
 
 using Addresses = std::vector<std::wstring>;
 
-// The chain's buffers are exactly as long as the chain: one byte read beyond stops the test.
+// Buffers are exactly as long as their chain, so AddressSanitizer reports a read of one byte beyond.
 struct GatewaysTest : testing::Test {
   std::vector<LocalAddressRecord> list{{L"192.168.1.10", L"255.255.255.0", {}},
                                        {L"10.1.2.3", L"255.0.0.0", {}}};
@@ -30,7 +30,7 @@ struct GatewaysTest : testing::Test {
   }
 };
 
-TEST_F(GatewaysTest, Each_record_gets_the_gateways_of_its_own_adapter_in_their_order) {
+TEST_F(GatewaysTest, Each_record_gets_the_gateways_of_its_adapter_in_order) {
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1", "192.168.1.2"});
   ipHelper.AddAdapter({"10.1.2.3"}, {"10.0.0.1"});
   EXPECT_TRUE(FillGateways(ipHelper, list));
@@ -53,14 +53,14 @@ TEST_F(GatewaysTest, Every_record_with_the_address_gets_the_gateways) {
   EXPECT_EQ(list[1].Gateways, Addresses{L"192.168.1.1"});
 }
 
-TEST_F(GatewaysTest, Gateways_are_added_behind_those_that_are_there) {
+TEST_F(GatewaysTest, Gateways_are_added_after_existing_ones) {
   list[0].Gateways = {L"192.168.1.9"};
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   EXPECT_TRUE(FillGateways(ipHelper, list));
   EXPECT_EQ(list[0].Gateways, (Addresses{L"192.168.1.9", L"192.168.1.1"}));
 }
 
-TEST_F(GatewaysTest, An_address_that_the_list_does_not_have_is_not_added) {
+TEST_F(GatewaysTest, An_address_that_is_not_in_the_list_is_not_added) {
   ipHelper.AddAdapter({"172.16.0.1"}, {"172.16.0.254"});
   EXPECT_TRUE(FillGateways(ipHelper, list));
   ASSERT_EQ(list.size(), 2u);
@@ -74,7 +74,7 @@ TEST_F(GatewaysTest, Addresses_are_compared_as_texts) {
   EXPECT_TRUE(list[0].Gateways.empty());
 }
 
-TEST_F(GatewaysTest, No_gateway_in_the_systems_words_is_kept_as_it_was_read) {
+TEST_F(GatewaysTest, The_systems_notation_for_no_gateway_is_kept) {
   ipHelper.AddAdapter({"192.168.1.10"}, {"0.0.0.0"});
   ipHelper.AddAdapter({"10.1.2.3"}, {""});
   EXPECT_TRUE(FillGateways(ipHelper, list));
@@ -82,13 +82,13 @@ TEST_F(GatewaysTest, No_gateway_in_the_systems_words_is_kept_as_it_was_read) {
   EXPECT_EQ(list[1].Gateways, Addresses{L""});
 }
 
-TEST_F(GatewaysTest, A_helper_without_adapters_leaves_the_list_as_it_is) {
+TEST_F(GatewaysTest, A_helper_without_adapters_leaves_the_list_unchanged) {
   EXPECT_TRUE(FillGateways(ipHelper, list));
   EXPECT_EQ(ipHelper.calls, 1);
   EXPECT_EQ(list.size(), 2u);
 }
 
-TEST_F(GatewaysTest, Any_answer_but_an_overflow_to_the_query_of_the_size_leaves_the_list_as_it_is) {
+TEST_F(GatewaysTest, Any_result_but_an_overflow_for_the_size_leaves_the_list_unchanged) {
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   for (const uint32_t answer : {0u, 50u, 232u}) {
     ipHelper.calls = 0;
@@ -99,27 +99,27 @@ TEST_F(GatewaysTest, Any_answer_but_an_overflow_to_the_query_of_the_size_leaves_
   }
 }
 
-TEST_F(GatewaysTest, Adapters_that_are_announced_and_not_delivered_are_a_failure) {
+TEST_F(GatewaysTest, Adapters_with_a_size_that_cannot_be_read_are_a_failure) {
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   ipHelper.fillResult = 87;
   EXPECT_FALSE(FillGateways(ipHelper, list));
   EXPECT_TRUE(list[0].Gateways.empty());
 }
 
-TEST_F(GatewaysTest, An_announced_size_that_no_PC_needs_is_a_failure) {
+TEST_F(GatewaysTest, A_size_that_is_not_credible_is_a_failure) {
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   ipHelper.announcedSize = 0xFFFFFFFF;
   EXPECT_FALSE(FillGateways(ipHelper, list));
   EXPECT_EQ(ipHelper.calls, 1);
 }
 
-TEST_F(GatewaysTest, An_announced_size_of_nothing_is_survived) {
+TEST_F(GatewaysTest, A_size_of_0_is_harmless) {
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   ipHelper.announcedSize = 0;
   EXPECT_FALSE(FillGateways(ipHelper, list));
 }
 
-TEST_F(GatewaysTest, A_list_that_grows_before_it_is_read_is_asked_for_three_times) {
+TEST_F(GatewaysTest, A_list_that_keeps_growing_is_tried_three_times) {
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
   ipHelper.growths = 2;
   EXPECT_TRUE(FillGateways(ipHelper, list));
@@ -148,7 +148,7 @@ TEST_F(GatewaysTest, A_text_that_fills_its_field_ends_with_the_field) {
   EXPECT_EQ(list[0].Gateways, Addresses{L"6543210987654321"});
 }
 
-TEST_F(GatewaysTest, A_text_is_cut_at_its_first_NUL) {
+TEST_F(GatewaysTest, A_text_ends_at_its_first_NUL) {
   auto buffer = Lay({{{"192.168.1.10"}, {"192.168.1.1"}}});
   IpAdapterInfo info = ReadAdapter(buffer, 0);
   std::memcpy(info.IpAddressList.IpAddress, "192.168.1.10\0ab", 16);
@@ -166,7 +166,7 @@ TEST_F(GatewaysTest, Nothing_is_read_from_a_buffer_shorter_than_one_record) {
   }
 }
 
-TEST_F(GatewaysTest, A_link_outside_the_buffer_ends_the_walk) {
+TEST_F(GatewaysTest, A_link_outside_the_buffer_ends_the_chain) {
   const std::vector<AdapterChain::Adapter> adapters{{{"192.168.1.10"}, {"192.168.1.1"}},
                                                     {{"10.1.2.3"}, {"10.0.0.1"}}};
   auto buffer = Lay(adapters);
@@ -185,7 +185,7 @@ TEST_F(GatewaysTest, A_link_outside_the_buffer_ends_the_walk) {
   }
 }
 
-TEST_F(GatewaysTest, A_chain_of_adapters_that_goes_round_is_walked_once) {
+TEST_F(GatewaysTest, A_circular_chain_of_adapters_is_read_once) {
   auto buffer = Lay({{{"192.168.1.10"}, {"192.168.1.1"}}, {{"10.1.2.3"}, {"10.0.0.1"}}});
   IpAdapterInfo second = ReadAdapter(buffer, AdapterChain::kAdapterSize);
   second.Next = reinterpret_cast<const IpAdapterInfo*>(buffer.data());
@@ -195,7 +195,7 @@ TEST_F(GatewaysTest, A_chain_of_adapters_that_goes_round_is_walked_once) {
   EXPECT_EQ(list[1].Gateways, Addresses{L"10.0.0.1"});
 }
 
-TEST_F(GatewaysTest, A_list_of_gateways_that_goes_round_is_walked_once) {
+TEST_F(GatewaysTest, A_circular_list_of_gateways_is_read_once) {
   auto buffer = Lay({{{"192.168.1.10"}, {"192.168.1.1", "192.168.1.2"}}});
   const IpAdapterInfo info = ReadAdapter(buffer, 0);
   IpAddrString link;

@@ -30,7 +30,7 @@ struct IpconfigCommandTest : testing::Test, FakePc {
   std::vector<LocalAddressRecord> list{{L"9.9.9.9", L"", {}}};
 };
 
-TEST_F(IpconfigCommandTest, Runs_a_hidden_batch_file_in_the_programs_folder_and_reads_its_output) {
+TEST_F(IpconfigCommandTest, A_hidden_batch_file_in_the_programs_folder_writes_the_output) {
   ASSERT_TRUE(Run());
   EXPECT_EQ(files.written[kBatch], "cd\\\r\nipconfig > \"oem C:\\Tarvik\\ipconfig.txt\"\r\n");
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\Tarvik\\ipconfig.bat\""});
@@ -43,13 +43,13 @@ TEST_F(IpconfigCommandTest, Runs_a_hidden_batch_file_in_the_programs_folder_and_
   ExpectNothingLeftBehind();
 }
 
-TEST_F(IpconfigCommandTest, A_folder_that_ends_in_a_backslash_gets_no_second_one) {
+TEST_F(IpconfigCommandTest, A_folder_that_ends_in_a_backslash_gets_no_second_backslash) {
   folder = L"C:\\Tarvik\\";
   EXPECT_TRUE(Run());
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\Tarvik\\ipconfig.bat\""});
 }
 
-TEST_F(IpconfigCommandTest, The_folders_name_is_written_as_the_command_interpreter_reads_it) {
+TEST_F(IpconfigCommandTest, The_folder_name_is_written_in_the_OEM_code_page) {
   folder = L"C:\\診断";
   processes.onStart = [this] {
     files.contents[L"C:\\診断\\ipconfig.txt"] = "IP Address: 10.0.0.1\r\nSubnet Mask: 255.0.0.0\r\n";
@@ -63,7 +63,7 @@ TEST_F(IpconfigCommandTest, The_folders_name_is_written_as_the_command_interpret
   ExpectNothingLeftBehind();
 }
 
-TEST_F(IpconfigCommandTest, A_percent_sign_in_the_folders_name_is_doubled_in_the_batch_file) {
+TEST_F(IpconfigCommandTest, A_percent_sign_in_the_folder_name_is_doubled) {
   folder = L"C:\\100%";
   Run();
   EXPECT_EQ(files.written[L"C:\\100%\\ipconfig.bat"],
@@ -71,14 +71,14 @@ TEST_F(IpconfigCommandTest, A_percent_sign_in_the_folders_name_is_doubled_in_the
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\100%\\ipconfig.bat\""});
 }
 
-TEST_F(IpconfigCommandTest, Waits_without_limit_until_the_batch_file_is_seen) {
+TEST_F(IpconfigCommandTest, The_wait_for_the_batch_file_has_no_limit) {
   files.hiddenQueries = 1000;
   EXPECT_TRUE(Run());
   EXPECT_EQ(pump.now, 1000u * 500u + 500u);
   EXPECT_EQ(pump.eventRounds, 1001);
 }
 
-TEST_F(IpconfigCommandTest, The_wait_for_the_batch_file_ends_with_the_stop_request) {
+TEST_F(IpconfigCommandTest, A_stop_request_ends_the_wait_for_the_batch_file) {
   files.hiddenQueries = 1000;
   pump.stopAt = 1250;
   EXPECT_FALSE(Run());
@@ -95,7 +95,7 @@ TEST_F(IpconfigCommandTest, A_batch_file_that_cannot_be_written_is_a_failure_at_
   EXPECT_TRUE(list.empty());
 }
 
-TEST_F(IpconfigCommandTest, A_start_without_a_process_is_a_failure) {
+TEST_F(IpconfigCommandTest, A_failed_start_is_a_failure) {
   processes.processId = 0;
   EXPECT_FALSE(Run());
   EXPECT_EQ(processes.polls, 0);
@@ -103,7 +103,7 @@ TEST_F(IpconfigCommandTest, A_start_without_a_process_is_a_failure) {
   ExpectNothingLeftBehind();
 }
 
-TEST_F(IpconfigCommandTest, The_eleventh_poll_is_the_last_that_may_find_it_finished) {
+TEST_F(IpconfigCommandTest, The_eleventh_poll_is_the_last) {
   processes.runningPolls = 10;
   EXPECT_TRUE(Run());
   EXPECT_EQ(processes.polls, 11);
@@ -112,7 +112,7 @@ TEST_F(IpconfigCommandTest, The_eleventh_poll_is_the_last_that_may_find_it_finis
   ExpectNothingLeftBehind();
 }
 
-TEST_F(IpconfigCommandTest, A_process_that_does_not_finish_is_shown_after_eleven_polls) {
+TEST_F(IpconfigCommandTest, A_process_that_does_not_finish_is_reported_after_eleven_polls) {
   processes.runningPolls = 11;
   EXPECT_FALSE(Run());
   EXPECT_EQ(processes.polls, 11);
@@ -147,7 +147,7 @@ TEST_F(IpconfigCommandTest, A_process_that_cannot_be_opened_does_not_count_as_fi
   EXPECT_EQ(boxes.boxes.size(), 1u);
 }
 
-TEST_F(IpconfigCommandTest, The_polling_ends_with_the_stop_request_and_shows_no_box) {
+TEST_F(IpconfigCommandTest, A_stop_request_ends_the_polling_without_a_box) {
   processes.runningPolls = 11;
   pump.stopAt = 1700;
   EXPECT_FALSE(Run());
@@ -170,7 +170,7 @@ TEST_F(IpconfigCommandTest, An_output_without_addresses_is_an_empty_list) {
   EXPECT_TRUE(list.empty());
 }
 
-TEST_F(IpconfigCommandTest, Nothing_is_left_behind_when_an_error_passes) {
+TEST_F(IpconfigCommandTest, An_exception_leaves_no_file_and_no_handle) {
   processes.onPoll = [] { throw RuntimeError(L"broken"); };
   EXPECT_THROW(Run(), RuntimeError);
   ExpectNothingLeftBehind();

@@ -7,7 +7,7 @@ namespace {
 
 using Addresses = std::vector<std::wstring>;
 
-TEST(GetValueAfterColon, Gives_the_trimmed_text_after_the_first_colon) {
+TEST(GetValueAfterColon, The_value_is_the_trimmed_text_after_the_first_colon) {
   std::wstring value;
   EXPECT_TRUE(GetValueAfterColon(L"        IP Address. . . . . . :   192.168.1.10  ", L"IP Address", value));
   EXPECT_EQ(value, L"192.168.1.10");
@@ -15,37 +15,37 @@ TEST(GetValueAfterColon, Gives_the_trimmed_text_after_the_first_colon) {
   EXPECT_EQ(value, L"a:b");
 }
 
-TEST(GetValueAfterColon, Is_false_with_the_key_but_no_colon) {
+TEST(GetValueAfterColon, A_key_without_a_colon_has_no_value) {
   std::wstring value = L"old";
   EXPECT_FALSE(GetValueAfterColon(L"IP Address 192.168.1.10", L"IP Address", value));
   EXPECT_EQ(value, L"");
 }
 
-TEST(GetValueAfterColon, Is_false_with_a_colon_but_no_key) {
+TEST(GetValueAfterColon, A_colon_without_the_key_has_no_value) {
   std::wstring value = L"old";
   EXPECT_FALSE(GetValueAfterColon(L"Subnet Mask : 255.0.0.0", L"IP Address", value));
   EXPECT_EQ(value, L"");
 }
 
-TEST(GetValueAfterColon, Takes_the_first_colon_wherever_the_key_stands) {
+TEST(GetValueAfterColon, The_first_colon_counts_wherever_the_key_is) {
   std::wstring value;
   EXPECT_TRUE(GetValueAfterColon(L"Note: IP Address", L"IP Address", value));
   EXPECT_EQ(value, L"IP Address");
 }
 
-TEST(GetValueAfterColon, Trims_blanks_only) {
+TEST(GetValueAfterColon, Only_spaces_are_trimmed) {
   std::wstring value;
   EXPECT_TRUE(GetValueAfterColon(L"IP Address:\t1.2.3.4 ", L"IP Address", value));
   EXPECT_EQ(value, L"\t1.2.3.4");
 }
 
-TEST(GetValueAfterColon, Is_true_with_nothing_behind_the_colon) {
+TEST(GetValueAfterColon, The_value_may_be_empty) {
   std::wstring value = L"old";
   EXPECT_TRUE(GetValueAfterColon(L"Default Gateway . . :  ", L"Default Gateway", value));
   EXPECT_EQ(value, L"");
 }
 
-TEST(ParseIpconfigText, Reads_what_the_old_systems_command_prints) {
+TEST(ParseIpconfigText, The_output_of_Windows_NT_4_is_read) {
   const auto list = ParseIpconfigText(
       "\r\nWindows NT IP Configuration\r\n\r\nEthernet adapter NE20001:\r\n\r\n"
       "\tIP Address. . . . . . . . . : 192.168.1.10\r\n"
@@ -57,7 +57,7 @@ TEST(ParseIpconfigText, Reads_what_the_old_systems_command_prints) {
   EXPECT_EQ(list[0].Gateways, Addresses{L"192.168.1.1"});
 }
 
-TEST(ParseIpconfigText, Every_kind_of_line_end_ends_a_line) {
+TEST(ParseIpconfigText, CR_and_LF_each_end_a_line) {
   for (const char* end : {"\r\r\n", "\r\n", "\n", "\r"}) {
     const std::string text = std::string("IP Address: 1.2.3.4") + end + "Subnet Mask: 255.0.0.0" + end;
     const auto list = ParseIpconfigText(text);
@@ -67,7 +67,7 @@ TEST(ParseIpconfigText, Every_kind_of_line_end_ends_a_line) {
   }
 }
 
-TEST(ParseIpconfigText, A_gateway_belongs_to_the_addresses_since_the_last_gateway_line) {
+TEST(ParseIpconfigText, A_gateway_belongs_to_the_addresses_since_the_previous_gateway_line) {
   const auto list = ParseIpconfigText(
       "IP Address: 10.0.0.1\nSubnet Mask: 255.0.0.0\n"
       "IP Address: 10.0.0.2\nSubnet Mask: 255.0.0.0\n"
@@ -80,7 +80,7 @@ TEST(ParseIpconfigText, A_gateway_belongs_to_the_addresses_since_the_last_gatewa
   EXPECT_EQ(list[2].Gateways, Addresses{L"172.16.0.254"});
 }
 
-TEST(ParseIpconfigText, An_adapter_without_a_gateway_does_not_get_the_next_adapters) {
+TEST(ParseIpconfigText, An_adapter_without_a_gateway_does_not_get_the_next_adapters_gateway) {
   const auto list = ParseIpconfigText(
       "IP Address: 10.0.0.1\nSubnet Mask: 255.0.0.0\nDefault Gateway: \n"
       "IP Address: 172.16.0.1\nSubnet Mask: 255.255.0.0\nDefault Gateway: 172.16.0.254\n");
@@ -89,7 +89,7 @@ TEST(ParseIpconfigText, An_adapter_without_a_gateway_does_not_get_the_next_adapt
   EXPECT_EQ(list[1].Gateways, Addresses{L"172.16.0.254"});
 }
 
-TEST(ParseIpconfigText, A_second_gateway_line_adds_nothing_to_records_before_the_first) {
+TEST(ParseIpconfigText, A_second_gateway_line_does_not_change_earlier_records) {
   const auto list = ParseIpconfigText(
       "IP Address: 10.0.0.1\nSubnet Mask: 255.0.0.0\nDefault Gateway: 10.0.0.254\nDefault Gateway: "
       "10.0.0.253\n");
@@ -112,7 +112,7 @@ TEST(ParseIpconfigText, A_second_mask_changes_nothing) {
   EXPECT_EQ(list[0].SubnetMask, L"255.0.0.0");
 }
 
-TEST(ParseIpconfigText, An_address_without_mask_makes_room_for_the_next) {
+TEST(ParseIpconfigText, An_address_without_a_mask_is_replaced_by_the_next) {
   const auto list = ParseIpconfigText(
       "IP Address: 10.0.0.1\nIP Address: 10.0.0.2\nSubnet Mask: 255.0.0.0\nDefault Gateway: 10.0.0.254\n");
   ASSERT_EQ(list.size(), 1u);
@@ -120,7 +120,7 @@ TEST(ParseIpconfigText, An_address_without_mask_makes_room_for_the_next) {
   EXPECT_EQ(list[0].Gateways, Addresses{L"10.0.0.254"});
 }
 
-TEST(ParseIpconfigText, What_takes_the_room_behind_a_gateway_line_belongs_to_the_next_gateway) {
+TEST(ParseIpconfigText, An_address_that_replaces_one_after_a_gateway_line_gets_the_next_gateway) {
   const auto list = ParseIpconfigText(
       "IP Address: 10.0.0.1\nDefault Gateway: 10.0.0.254\n"
       "IP Address: 172.16.0.1\nSubnet Mask: 255.255.0.0\nDefault Gateway: 172.16.0.254\n");
@@ -129,7 +129,7 @@ TEST(ParseIpconfigText, What_takes_the_room_behind_a_gateway_line_belongs_to_the
   EXPECT_EQ(list[0].Gateways, Addresses{L"172.16.0.254"});
 }
 
-TEST(ParseIpconfigText, The_last_address_stays_without_its_mask) {
+TEST(ParseIpconfigText, The_last_address_is_kept_without_a_mask) {
   const auto list = ParseIpconfigText("IP Address: 10.0.0.1");
   ASSERT_EQ(list.size(), 1u);
   EXPECT_EQ(list[0].SubnetMask, L"");
@@ -143,14 +143,14 @@ TEST(ParseIpconfigText, An_empty_value_adds_nothing) {
   EXPECT_TRUE(list[0].Gateways.empty());
 }
 
-TEST(ParseIpconfigText, The_mask_of_an_empty_address_is_not_that_of_the_address_before) {
+TEST(ParseIpconfigText, The_mask_of_an_empty_address_is_not_given_to_the_previous_address) {
   const auto list = ParseIpconfigText("IP Address: 10.0.0.1\nIP Address: \nSubnet Mask: 255.0.0.0\n");
   ASSERT_EQ(list.size(), 1u);
   EXPECT_EQ(list[0].IpAddress, L"10.0.0.1");
   EXPECT_EQ(list[0].SubnetMask, L"");
 }
 
-TEST(ParseIpconfigText, The_loopback_address_is_not_part_of_the_list) {
+TEST(ParseIpconfigText, The_loopback_address_is_not_listed) {
   const auto list = ParseIpconfigText(
       "IP Address: 127.0.0.1\nSubnet Mask: 255.0.0.0\nIP Address: 10.0.0.1\nIP Address: 127.0.0.1\n"
       "Subnet Mask: 255.0.0.0\nDefault Gateway: 10.0.0.254\n");
@@ -160,12 +160,12 @@ TEST(ParseIpconfigText, The_loopback_address_is_not_part_of_the_list) {
   EXPECT_EQ(list[0].Gateways, Addresses{L"10.0.0.254"});
 }
 
-TEST(ParseIpconfigText, A_localised_output_gives_no_records) {
+TEST(ParseIpconfigText, Output_in_another_language_has_no_records) {
   EXPECT_TRUE(ParseIpconfigText("IP-Adresse. . . : 10.0.0.1\nSubnetzmaske . . : 255.0.0.0\n").empty());
   EXPECT_TRUE(ParseIpconfigText("IP \x83\x41\x83\x68\x83\x8C\x83\x58 : 10.0.0.1\n").empty());
 }
 
-TEST(ParseIpconfigText, Lines_of_any_bytes_and_length_are_survived) {
+TEST(ParseIpconfigText, Any_bytes_and_any_length_are_harmless) {
   const std::string long_line = "IP Address:" + std::string(200000, '\xFF');
   const auto list = ParseIpconfigText(long_line + std::string("\nSubnet Mask:\0\x01\n", 15));
   ASSERT_EQ(list.size(), 1u);

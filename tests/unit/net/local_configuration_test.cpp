@@ -34,7 +34,7 @@ TEST(GetOsKind, Windows_NT_3_and_unknown_platforms_are_not_supported) {
   EXPECT_EQ(KindOf(3, 5), -1);
 }
 
-TEST(GetOsKind, A_query_that_fails_is_not_supported) {
+TEST(GetOsKind, A_failed_version_query_counts_as_unsupported) {
   FakeSystem system;
   system.versionKnown = false;
   int16_t kind = 99;
@@ -57,7 +57,7 @@ struct LocalConfigurationTest : testing::Test, FakePc {
   std::vector<LocalAddressRecord> list;
 };
 
-TEST_F(LocalConfigurationTest, The_interface_list_is_filled_with_the_adapters_gateways) {
+TEST_F(LocalConfigurationTest, The_interface_list_gets_the_adapters_gateways) {
   for (const uint32_t platformId : {1u, 2u}) {
     system.platformId = platformId;
     system.majorVersion = platformId == 1 ? 4 : 6;
@@ -70,7 +70,7 @@ TEST_F(LocalConfigurationTest, The_interface_list_is_filled_with_the_adapters_ga
   EXPECT_TRUE(processes.commandLines.empty());
 }
 
-TEST_F(LocalConfigurationTest, Windows_NT_4_is_asked_through_ipconfig) {
+TEST_F(LocalConfigurationTest, On_Windows_NT_4_ipconfig_is_run) {
   system.majorVersion = 4;
   ASSERT_TRUE(Get());
   ASSERT_EQ(list.size(), 1u);
@@ -78,13 +78,13 @@ TEST_F(LocalConfigurationTest, Windows_NT_4_is_asked_through_ipconfig) {
   EXPECT_EQ(ipHelper.calls, 0);
 }
 
-TEST_F(LocalConfigurationTest, A_failure_of_ipconfig_is_handed_on) {
+TEST_F(LocalConfigurationTest, A_failure_of_ipconfig_is_a_failure) {
   system.majorVersion = 4;
   processes.processId = 0;
   EXPECT_FALSE(Get());
 }
 
-TEST_F(LocalConfigurationTest, An_unsupported_system_is_not_asked) {
+TEST_F(LocalConfigurationTest, On_an_unsupported_system_nothing_is_called) {
   system.majorVersion = 3;
   EXPECT_FALSE(Get());
   EXPECT_EQ(winsock.ioctlCode, 0u);
@@ -99,14 +99,14 @@ TEST_F(LocalConfigurationTest, A_PC_with_only_the_loopback_interface_has_an_empt
   EXPECT_TRUE(list.empty());
 }
 
-TEST_F(LocalConfigurationTest, Without_an_interface_list_no_adapters_are_asked) {
+TEST_F(LocalConfigurationTest, Without_an_interface_list_the_adapters_are_not_read) {
   winsock.ioctlSucceeds = false;
   EXPECT_FALSE(Get());
   EXPECT_EQ(list.size(), 1u);
   EXPECT_EQ(ipHelper.calls, 0);
 }
 
-TEST_F(LocalConfigurationTest, Adapters_that_are_not_delivered_leave_one_empty_record) {
+TEST_F(LocalConfigurationTest, Adapters_that_cannot_be_read_leave_one_empty_record) {
   winsock.AddInterface("10.0.0.1", "255.0.0.0");
   ipHelper.fillResult = 87;
   EXPECT_FALSE(Get());

@@ -33,7 +33,7 @@ TEST(EvaluatePingResponse, A_status_outside_the_table_is_an_unknown_response) {
     EXPECT_EQ(EvaluatePingResponse(status), L"Unknown Response") << status;
 }
 
-TEST(IcmpLibraryTest, The_librarys_failure_is_no_handle) {
+TEST(IcmpLibraryTest, The_librarys_failure_value_becomes_0) {
   EXPECT_EQ(IcmpLibrary::CreatedHandle(-1), 0);
   EXPECT_EQ(IcmpLibrary::CreatedHandle(0), 0);
   EXPECT_EQ(IcmpLibrary::CreatedHandle(0x1CEB00DA), 0x1CEB00DA);
@@ -43,19 +43,19 @@ struct PingHostTest : testing::Test, FakePc {
   bool Ping(const std::wstring& host, int32_t count) { return PingHost(context, libraries, host, count); }
 };
 
-TEST_F(PingHostTest, An_answer_is_one_line_with_bytes_time_and_TTL) {
+TEST_F(PingHostTest, A_reply_is_one_line_with_bytes_time_and_TTL) {
   icmp.script = {FakeIcmp::Reply("192.168.1.10", 0, 17, 128)};
   EXPECT_TRUE(Ping(L"192.168.1.10", 1));
   EXPECT_EQ(results.Lines(), Lines{L"0001 Reply From 192.168.1.10: bytes=32 time=17ms TTL=128"});
 }
 
-TEST_F(PingHostTest, The_line_names_who_answered) {
+TEST_F(PingHostTest, The_line_names_the_replying_host) {
   icmp.script = {FakeIcmp::Reply("10.0.0.1")};
   EXPECT_TRUE(Ping(L"192.168.1.10", 1));
   EXPECT_EQ(results.Lines(), Lines{L"0001 Reply From 10.0.0.1: bytes=32 time=1ms TTL=64"});
 }
 
-TEST_F(PingHostTest, An_echo_is_32_blanks_without_options_and_waits_100_ms) {
+TEST_F(PingHostTest, An_echo_has_32_spaces_and_no_options_and_waits_100_ms) {
   Ping(L"192.168.1.10", 1);
   ASSERT_EQ(icmp.requests.size(), 1u);
   const FakeIcmp::Request& request = icmp.requests[0];
@@ -67,7 +67,7 @@ TEST_F(PingHostTest, An_echo_is_32_blanks_without_options_and_waits_100_ms) {
   EXPECT_EQ(request.timeout, 100u);
 }
 
-TEST_F(PingHostTest, A_count_of_zero_sends_nothing_writes_nothing_and_fails) {
+TEST_F(PingHostTest, A_count_of_zero_sends_nothing_and_fails) {
   icmp.AddHost("192.168.1.10");
   EXPECT_FALSE(Ping(L"192.168.1.10", 0));
   EXPECT_TRUE(icmp.requests.empty());
@@ -81,13 +81,13 @@ TEST_F(PingHostTest, A_negative_count_sends_nothing) {
   EXPECT_TRUE(icmp.requests.empty());
 }
 
-TEST_F(PingHostTest, A_host_that_does_not_answer_gives_the_code_of_the_call_and_fails) {
+TEST_F(PingHostTest, A_host_that_does_not_reply_fails_with_the_calls_error_code) {
   icmp.script = {FakeIcmp::TimedOut(), FakeIcmp::TimedOut(6)};
   EXPECT_FALSE(Ping(L"192.168.1.10", 2));
   EXPECT_EQ(results.Lines(), (Lines{L"ICMP_Error:11010", L"ICMP_Error:6"}));
 }
 
-TEST_F(PingHostTest, One_answer_among_many_echoes_is_enough) {
+TEST_F(PingHostTest, One_reply_to_many_echoes_is_enough) {
   icmp.script = {FakeIcmp::TimedOut(), FakeIcmp::Reply("192.168.1.10"), FakeIcmp::TimedOut()};
   EXPECT_TRUE(Ping(L"192.168.1.10", 3));
   EXPECT_EQ(results.Lines(),
@@ -95,22 +95,22 @@ TEST_F(PingHostTest, One_answer_among_many_echoes_is_enough) {
                    L"ICMP_Error:11010"}));
 }
 
-TEST_F(PingHostTest, A_reply_with_a_status_names_the_target_and_counts_as_an_answer) {
+TEST_F(PingHostTest, A_reply_with_a_status_names_the_target_and_counts) {
   icmp.script = {FakeIcmp::Reply("10.0.0.1", 11003)};
   EXPECT_TRUE(Ping(L"192.168.1.10", 1));
   EXPECT_EQ(results.Lines(), Lines{L"0001 Reply From 192.168.1.10: Destination Host Unreachable"});
 }
 
-TEST_F(PingHostTest, A_reply_with_an_unknown_status_says_so) {
+TEST_F(PingHostTest, A_reply_with_an_unknown_status_is_an_unknown_response) {
   icmp.script = {FakeIcmp::Reply("10.0.0.1", 11019)};
   EXPECT_TRUE(Ping(L"192.168.1.10", 1));
   EXPECT_EQ(results.Lines(), Lines{L"0001 Reply From 192.168.1.10: Unknown Response"});
 }
 
-TEST_F(PingHostTest, The_sequence_number_is_padded_to_four_digits_and_never_cut) {
+TEST_F(PingHostTest, The_sequence_number_has_at_least_four_digits) {
   icmp.AddHost("192.168.1.10");
   EXPECT_TRUE(Ping(L"192.168.1.10", 10001));
-  // The list was emptied when it held 1001 lines, so what it shows begins anew.
+  // The list was cleared after 1,001 lines and shows only the later ones.
   EXPECT_EQ(results.Lines().back().substr(0, 17), L"10001 Reply From ");
   EXPECT_EQ(results.Lines()[results.Lines().size() - 3].substr(0, 16), L"9999 Reply From ");
 }
@@ -121,7 +121,7 @@ TEST_F(PingHostTest, A_name_is_looked_up_and_its_first_address_pinged) {
   EXPECT_EQ(icmp.requests.at(0).address, AddressNumber("192.168.1.100"));
 }
 
-TEST_F(PingHostTest, A_host_that_cannot_be_resolved_leaves_one_line_in_an_emptied_list) {
+TEST_F(PingHostTest, A_host_that_cannot_be_resolved_replaces_the_list_with_one_line) {
   results.AddToList(L"earlier");
   EXPECT_FALSE(Ping(L"nobody", 4));
   EXPECT_EQ(results.Lines(), Lines{L"Bad IP address (Get Host Name) nobody"});
@@ -145,7 +145,7 @@ TEST_F(PingHostTest, A_stop_before_the_first_pause_ends_it_after_one_echo_withou
   EXPECT_TRUE(pump.sleeps.empty());
 }
 
-TEST_F(PingHostTest, A_stop_that_comes_with_the_events_is_seen_before_the_sleep) {
+TEST_F(PingHostTest, A_stop_from_the_pending_events_takes_effect_before_the_sleep) {
   icmp.AddHost("192.168.1.10");
   pump.onEvents = [this] { pump.stop = pump.eventRounds >= 6; };
   EXPECT_TRUE(Ping(L"192.168.1.10", 1000));
@@ -153,14 +153,14 @@ TEST_F(PingHostTest, A_stop_that_comes_with_the_events_is_seen_before_the_sleep)
   EXPECT_EQ(pump.sleeps.size(), 5u);
 }
 
-TEST_F(PingHostTest, A_stop_without_any_answer_fails) {
+TEST_F(PingHostTest, A_stop_before_any_reply_fails) {
   pump.stopAt = 1300;
   EXPECT_FALSE(Ping(L"192.168.1.10", 1000));
   EXPECT_EQ(icmp.requests.size(), 2u);
   EXPECT_EQ(pump.now, 1300u);
 }
 
-TEST_F(PingHostTest, A_runtime_failure_shows_the_last_socket_errors_sentence_and_fails) {
+TEST_F(PingHostTest, An_exception_shows_the_last_socket_error_and_fails) {
   icmp.AddHost("192.168.1.10");
   winsock.lastError = 10050;
   view.refusing = true;
@@ -168,13 +168,13 @@ TEST_F(PingHostTest, A_runtime_failure_shows_the_last_socket_errors_sentence_and
   EXPECT_EQ(boxes.Texts(), Lines{L"ネットワークがダウンしている。"});
 }
 
-TEST_F(PingHostTest, A_runtime_failure_after_an_answer_fails_all_the_same) {
+TEST_F(PingHostTest, An_exception_after_a_reply_still_fails) {
   icmp.AddHost("192.168.1.10");
   pump.onEvents = [] { throw RuntimeError(L"broken"); };
   EXPECT_FALSE(Ping(L"192.168.1.10", 1));
 }
 
-TEST_F(PingHostTest, A_runtime_failure_without_a_socket_error_shows_nothing) {
+TEST_F(PingHostTest, An_exception_without_a_socket_error_shows_nothing) {
   icmp.AddHost("192.168.1.10");
   view.refusing = true;
   EXPECT_FALSE(Ping(L"192.168.1.10", 1));

@@ -15,7 +15,7 @@ struct ReachabilityCheckTest : testing::Test, FakePc {};
 constexpr const wchar_t* kSameSubnet = L"192.168.1.100";
 constexpr const wchar_t* kOtherSubnet = L"192.168.2.100";
 
-TEST_F(ReachabilityCheckTest, A_target_on_the_own_subnet_is_pinged_at_once) {
+TEST_F(ReachabilityCheckTest, A_target_in_the_PCs_subnet_is_pinged_at_once) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   icmp.AddHost("192.168.1.100");
   EXPECT_TRUE(Check(kSameSubnet, 2));
@@ -32,7 +32,7 @@ TEST_F(ReachabilityCheckTest, One_run_is_one_session_with_the_socket_library) {
   EXPECT_EQ(winsock.cleanups, 1);
 }
 
-TEST_F(ReachabilityCheckTest, The_session_ends_when_an_error_passes) {
+TEST_F(ReachabilityCheckTest, An_exception_ends_the_session) {
   view.refusing = true;
   EXPECT_THROW(Check(L"192.168.1.1"), RuntimeError);
   EXPECT_EQ(winsock.startups, winsock.cleanups);
@@ -54,14 +54,14 @@ TEST_F(ReachabilityCheckTest, An_empty_target_cannot_be_resolved_and_is_not_look
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(ReachabilityCheckTest, A_number_with_a_leading_zero_is_read_in_base_8) {
+TEST_F(ReachabilityCheckTest, A_number_with_a_leading_zero_is_octal) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   icmp.AddHost("192.168.1.16");
   EXPECT_TRUE(Check(L"192.168.1.020"));
   EXPECT_EQ(Pinged(), Lines{L"192.168.1.16"});
 }
 
-TEST_F(ReachabilityCheckTest, A_number_that_base_8_does_not_have_makes_the_address_unusable) {
+TEST_F(ReachabilityCheckTest, An_invalid_octal_number_makes_the_address_unusable) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   icmp.AddHost("192.168.1.1");
   EXPECT_FALSE(Check(L"192.168.1.099"));
@@ -80,7 +80,7 @@ TEST_F(ReachabilityCheckTest, A_resolved_name_is_shown_with_its_address) {
   EXPECT_EQ(results.Lines().at(1), L"PING test...");
 }
 
-TEST_F(ReachabilityCheckTest, Of_a_name_with_several_addresses_the_last_is_the_target) {
+TEST_F(ReachabilityCheckTest, The_last_of_several_addresses_is_the_target) {
   winsock.AddHost("cnc1", {"10.0.0.7", "192.168.1.100"});
   AddCard("192.168.1.10", "255.255.255.0", {});
   icmp.AddHost("192.168.1.100");
@@ -104,19 +104,19 @@ TEST_F(ReachabilityCheckTest, A_name_that_cannot_be_resolved_ends_the_check) {
   EXPECT_TRUE(icmp.requests.empty());
 }
 
-TEST_F(ReachabilityCheckTest, A_target_with_an_address_goes_into_the_history_even_if_the_check_fails_later) {
+TEST_F(ReachabilityCheckTest, A_target_with_an_address_enters_the_history_even_if_the_check_fails) {
   winsock.ioctlSucceeds = false;
   EXPECT_FALSE(Check(kSameSubnet));
   EXPECT_EQ(historyCalls, 1);
 }
 
-TEST_F(ReachabilityCheckTest, A_configuration_that_cannot_be_had_ends_the_check) {
+TEST_F(ReachabilityCheckTest, An_unreadable_configuration_ends_the_check) {
   winsock.ioctlSucceeds = false;
   EXPECT_FALSE(Check(kSameSubnet));
   EXPECT_EQ(results.Lines(), Lines{L"Informational acquisition Failure"});
 }
 
-TEST_F(ReachabilityCheckTest, An_unsupported_system_is_a_configuration_that_cannot_be_had) {
+TEST_F(ReachabilityCheckTest, On_an_unsupported_system_the_configuration_is_unreadable) {
   system.majorVersion = 3;
   EXPECT_FALSE(Check(kSameSubnet));
   EXPECT_EQ(results.Lines(), Lines{L"Informational acquisition Failure"});
@@ -127,14 +127,14 @@ TEST_F(ReachabilityCheckTest, A_PC_without_addresses_has_no_mask) {
   EXPECT_EQ(results.Lines(), Lines{L"Subnet mask is not specified"});
 }
 
-TEST_F(ReachabilityCheckTest, A_mask_of_0_0_0_0_is_no_mask) {
+TEST_F(ReachabilityCheckTest, A_mask_of_0_0_0_0_counts_as_missing) {
   AddCard("192.168.1.10", "0.0.0.0", {"192.168.1.1"});
   EXPECT_FALSE(Check(kSameSubnet));
   EXPECT_EQ(results.Lines(), Lines{L"Subnet mask is not specified"});
   EXPECT_TRUE(icmp.requests.empty());
 }
 
-// An empty mask only comes from the old system's ipconfig.
+// Only Windows NT 4.0's ipconfig reports an empty mask.
 struct OldSystemTest : ReachabilityCheckTest {
   OldSystemTest() { system.majorVersion = 4; }
   void Print(const std::string& text) {
@@ -142,7 +142,7 @@ struct OldSystemTest : ReachabilityCheckTest {
   }
 };
 
-TEST_F(OldSystemTest, The_configuration_comes_from_ipconfig) {
+TEST_F(OldSystemTest, On_Windows_NT_4_the_configuration_is_read_from_ipconfig) {
   Print("IP Address: 192.168.1.10\r\nSubnet Mask: 255.255.255.0\r\nDefault Gateway: 192.168.1.1\r\n");
   icmp.AddHost("192.168.1.1");
   icmp.AddHost("192.168.2.100");
@@ -150,7 +150,7 @@ TEST_F(OldSystemTest, The_configuration_comes_from_ipconfig) {
   EXPECT_EQ(Pinged(), (Lines{L"192.168.1.1", L"192.168.2.100"}));
 }
 
-TEST_F(OldSystemTest, An_empty_mask_is_no_mask) {
+TEST_F(OldSystemTest, An_empty_mask_counts_as_missing) {
   Print("IP Address: 192.168.1.10\r\nSubnet Mask: \r\nDefault Gateway: 192.168.1.1\r\n");
   EXPECT_FALSE(Check(kSameSubnet));
   EXPECT_EQ(results.Lines(), Lines{L"Subnet mask is not specified"});
@@ -165,14 +165,14 @@ TEST_F(OldSystemTest, A_stop_while_ipconfig_runs_ends_the_check_without_a_verdic
   EXPECT_EQ(winsock.cleanups, 1);
 }
 
-TEST_F(OldSystemTest, A_process_that_does_not_finish_ends_the_check_with_box_and_line) {
+TEST_F(OldSystemTest, A_process_that_does_not_finish_ends_the_check_with_a_box_and_a_line) {
   processes.runningPolls = 11;
   EXPECT_FALSE(Check(kSameSubnet));
   EXPECT_EQ(boxes.boxes.size(), 1u);
   EXPECT_EQ(results.Lines(), Lines{L"Informational acquisition Failure"});
 }
 
-TEST_F(ReachabilityCheckTest, The_subnet_of_the_second_address_counts_as_well) {
+TEST_F(ReachabilityCheckTest, The_subnet_of_the_second_address_counts_too) {
   AddCard("10.1.2.3", "255.0.0.0", {});
   AddCard("192.168.1.10", "255.255.255.0", {});
   icmp.AddHost("192.168.1.100");
@@ -180,7 +180,7 @@ TEST_F(ReachabilityCheckTest, The_subnet_of_the_second_address_counts_as_well) {
   EXPECT_EQ(results.Lines().front(), L"PING test...");
 }
 
-TEST_F(ReachabilityCheckTest, The_subnet_of_the_first_address_counts_with_another_behind_it) {
+TEST_F(ReachabilityCheckTest, The_subnet_of_the_first_address_counts_when_there_is_a_second) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   AddCard("10.1.2.3", "255.0.0.0", {});
   icmp.AddHost("192.168.1.100");
@@ -188,14 +188,14 @@ TEST_F(ReachabilityCheckTest, The_subnet_of_the_first_address_counts_with_anothe
   EXPECT_EQ(results.Lines().front(), L"PING test...");
 }
 
-TEST_F(ReachabilityCheckTest, An_address_without_mask_beside_one_with_is_not_compared) {
+TEST_F(ReachabilityCheckTest, Only_addresses_with_a_mask_are_compared) {
   AddCard("10.1.2.3", "0.0.0.0", {});
   AddCard("192.168.1.10", "255.255.255.0", {});
   EXPECT_FALSE(Check(kOtherSubnet));
   EXPECT_EQ(results.Lines().front(), L"Target is not exist on the same network");
 }
 
-TEST_F(ReachabilityCheckTest, The_mask_decides_where_the_subnet_ends) {
+TEST_F(ReachabilityCheckTest, The_mask_sets_the_limits_of_the_subnet) {
   AddCard("192.168.1.10", "255.255.254.0", {});
   icmp.AddHost("192.168.0.7");
   EXPECT_TRUE(Check(L"192.168.0.7"));
@@ -204,7 +204,7 @@ TEST_F(ReachabilityCheckTest, The_mask_decides_where_the_subnet_ends) {
   EXPECT_EQ(results.Lines().front(), L"Target is not exist on the same network");
 }
 
-TEST_F(ReachabilityCheckTest, A_target_that_does_not_answer_on_the_own_subnet_ends_the_check) {
+TEST_F(ReachabilityCheckTest, A_target_in_the_PCs_subnet_that_does_not_answer_fails) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   EXPECT_FALSE(Check(kSameSubnet));
   EXPECT_EQ(results.Lines(), (Lines{L"PING test...", L"ICMP_Error:11010", L"Cannot ping to the Target",
@@ -219,7 +219,7 @@ TEST_F(ReachabilityCheckTest, A_count_of_zero_finds_the_target_unreachable_witho
                                     L"Please check Target's address, cable and power"}));
 }
 
-TEST_F(ReachabilityCheckTest, A_stop_during_the_targets_ping_without_an_answer_is_judged) {
+TEST_F(ReachabilityCheckTest, A_stop_during_the_targets_ping_without_an_answer_fails) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   pump.stopAt = 300;
   EXPECT_FALSE(Check(kSameSubnet, 4));
@@ -227,7 +227,7 @@ TEST_F(ReachabilityCheckTest, A_stop_during_the_targets_ping_without_an_answer_i
                                     L"Please check Target's address, cable and power"}));
 }
 
-TEST_F(ReachabilityCheckTest, A_stop_during_the_targets_ping_with_an_answer_is_a_good_verdict) {
+TEST_F(ReachabilityCheckTest, A_stop_during_the_targets_ping_after_an_answer_passes) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   icmp.AddHost("192.168.1.100");
   pump.stopAt = 300;

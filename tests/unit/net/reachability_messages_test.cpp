@@ -11,7 +11,7 @@ namespace {
 
 using Lines = std::vector<std::wstring>;
 
-/// A way out of the check and the messages it writes, as the three modes give them. What is null is left out.
+/// A way out of the check and the messages it adds in the three modes. Null = the message is left out.
 struct Way {
   const char* name;
   std::function<void(FakePc&)> prepare;
@@ -22,7 +22,7 @@ struct Way {
     const wchar_t* english;
   };
   std::vector<Wording> messages;
-  /// Lines that are the same in every language, written before the last messages: index in the list and text.
+  /// Lines that are the same in every language, before the last messages: index in the list and text.
   std::vector<std::pair<size_t, const wchar_t*>> common;
 };
 
@@ -104,12 +104,12 @@ void ExpectLines(LanguageMode mode, const wchar_t* Way::Wording::*wording) {
   }
 }
 
-TEST(ReachabilityMessages, Come_from_the_language_file_by_their_number_in_mode_minus_1) {
+TEST(ReachabilityMessages, In_mode_minus_1_the_messages_are_read_from_the_language_file) {
   // Without a language file each text is its number in brackets.
   ExpectLines(-1, &Way::Wording::number);
 }
 
-TEST(ReachabilityMessages, Are_the_files_texts_where_there_is_a_language_file) {
+TEST(ReachabilityMessages, A_language_file_supplies_its_texts) {
   FakePc pc;
   pc.mode = -1;
   pc.files.contents[L"C:\\Data\\Language\\Tarvik.exe_1033.ini"] = "";
@@ -119,11 +119,9 @@ TEST(ReachabilityMessages, Are_the_files_texts_where_there_is_a_language_file) {
   EXPECT_EQ(pc.results.Lines(), Lines{L"No mask"});
 }
 
-TEST(ReachabilityMessages, Are_the_built_in_Japanese_ones_in_mode_0) {
-  ExpectLines(0, &Way::Wording::japanese);
-}
+TEST(ReachabilityMessages, In_mode_0_the_messages_are_Japanese) { ExpectLines(0, &Way::Wording::japanese); }
 
-TEST(ReachabilityMessages, Are_the_built_in_English_ones_in_every_other_mode) {
+TEST(ReachabilityMessages, In_every_other_mode_the_messages_are_English) {
   ExpectLines(1, &Way::Wording::english);
   ExpectLines(2, &Way::Wording::english);
   ExpectLines(-2, &Way::Wording::english);
