@@ -29,7 +29,7 @@ class LibraryTest : public testing::Test, protected FakeContext {
       system.profile["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|" + std::to_string(id)] =
           "text " + std::to_string(id);
   }
-  /// Whatever a test did: no handle is left, and the hourglass is gone.
+  /// After every test, no handle is allocated and the hourglass is gone.
   ~LibraryTest() override {
     EXPECT_TRUE(library.AllGivenBack());
     EXPECT_FALSE(busy);
@@ -63,7 +63,7 @@ TEST_F(LibraryTest, An_empty_address_fails_without_a_line_or_a_call) {
   EXPECT_TRUE(library.calls.empty());
 }
 
-TEST_F(LibraryTest, An_access_code_that_is_empty_or_zero_is_told_and_nothing_is_tried) {
+TEST_F(LibraryTest, An_empty_or_zero_access_code_is_reported_and_nothing_is_tried) {
   for (const wchar_t* code : {L"", L"0", L"00000000", L"  ", L"abc", L"-5"}) {
     accessCode = code;
     boxes.boxes.clear();
@@ -75,7 +75,7 @@ TEST_F(LibraryTest, An_access_code_that_is_empty_or_zero_is_told_and_nothing_is_
   EXPECT_TRUE(library.calls.empty());
 }
 
-TEST_F(LibraryTest, The_text_about_a_missing_access_code_is_the_files_in_every_language_mode) {
+TEST_F(LibraryTest, The_text_about_a_missing_access_code_is_read_from_the_file_in_every_mode) {
   accessCode = L"0";
   for (const LanguageMode each : {kBuiltInEnglish, kBuiltInJapanese, kLanguageFile}) {
     mode = each;
@@ -104,7 +104,7 @@ TEST_F(LibraryTest, The_texts_about_the_access_code_are_built_in_when_the_file_h
   }
 }
 
-TEST_F(LibraryTest, An_access_code_counts_however_many_digits_it_has) {
+TEST_F(LibraryTest, An_access_code_may_have_any_number_of_digits) {
   accessCode = L"99999999999999999999";
   library.openResult = 7;
   EXPECT_TRUE(Run());
@@ -125,7 +125,7 @@ TEST_F(LibraryTest, A_good_run_shows_the_system_information) {
                                    L"Max Axes\t8", L"Axes    \t 3"}));
 }
 
-TEST_F(LibraryTest, The_hourglass_shows_and_events_run_once_before_the_connection) {
+TEST_F(LibraryTest, The_hourglass_is_shown_and_events_run_before_the_connection) {
   pump.onEvents = [&] {
     EXPECT_TRUE(busy);
     EXPECT_EQ(Listed(), kHeading);
@@ -142,7 +142,7 @@ TEST_F(LibraryTest, A_stop_before_the_connection_ends_the_test) {
   EXPECT_TRUE(library.calls.empty());
 }
 
-TEST_F(LibraryTest, Every_failed_connection_is_one_line_in_every_language) {
+TEST_F(LibraryTest, A_failed_connection_is_one_line_in_every_language) {
   for (const LanguageMode each : {kBuiltInEnglish, kBuiltInJapanese, kLanguageFile}) {
     mode = each;
     results.ClearList();
@@ -154,13 +154,13 @@ TEST_F(LibraryTest, Every_failed_connection_is_one_line_in_every_language) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(LibraryTest, An_access_code_that_is_asked_for_and_not_given_is_tried_as_zero) {
+TEST_F(LibraryTest, A_missing_access_code_is_sent_as_zero_when_the_controller_asks) {
   library.openResult = 7;
   EXPECT_TRUE(Run());
   EXPECT_EQ(library.calls[1], "nx_allochandle_code(192.168.1.100, 8193, 0, 10)");
 }
 
-TEST_F(LibraryTest, The_access_code_is_tried_as_it_was_typed_and_only_when_it_is_asked_for) {
+TEST_F(LibraryTest, The_access_code_is_sent_as_typed_and_only_when_the_controller_asks) {
   accessCode = L"00123";
   EXPECT_TRUE(Run());
   EXPECT_EQ(library.Count("nx_allochandle_code"), 0);
@@ -171,7 +171,7 @@ TEST_F(LibraryTest, The_access_code_is_tried_as_it_was_typed_and_only_when_it_is
                          "nx_allochandle_code(192.168.1.100, 8193, 00123, 10)"));
 }
 
-TEST_F(LibraryTest, A_refused_access_code_is_a_box_and_a_line) {
+TEST_F(LibraryTest, A_rejected_access_code_is_a_box_and_a_line) {
   library.openResult = library.codeResult = 7;
   bool boxFirst = false;
   boxes.onShow = [&] { boxFirst = Listed() == kHeading; };
@@ -181,7 +181,7 @@ TEST_F(LibraryTest, A_refused_access_code_is_a_box_and_a_line) {
   EXPECT_EQ(Listed(), WithHeading({L"Allocate Handle error=7"}));
 }
 
-TEST_F(LibraryTest, The_box_about_a_refused_access_code_is_the_files_in_every_language_mode) {
+TEST_F(LibraryTest, The_box_about_a_rejected_access_code_is_read_from_the_file_in_every_mode) {
   library.openResult = library.codeResult = 7;
   for (const LanguageMode each : {kBuiltInEnglish, kBuiltInJapanese, kLanguageFile}) {
     mode = each;
@@ -190,7 +190,7 @@ TEST_F(LibraryTest, The_box_about_a_refused_access_code_is_the_files_in_every_la
   EXPECT_EQ(boxes.Texts(), Lines(3, L"text 150\r\ntext 151"));
 }
 
-TEST_F(LibraryTest, Another_failure_of_the_second_try_is_a_line_without_a_box) {
+TEST_F(LibraryTest, Any_other_failure_of_the_second_try_is_a_line_without_a_box) {
   library.openResult = 7;
   library.codeResult = -8;
   EXPECT_FALSE(Run());
@@ -198,7 +198,7 @@ TEST_F(LibraryTest, Another_failure_of_the_second_try_is_a_line_without_a_box) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(LibraryTest, A_failed_option_check_is_a_line_and_an_empty_one) {
+TEST_F(LibraryTest, A_failed_option_check_is_a_line_and_an_empty_line) {
   library.optionsResult = -3;
   const std::pair<LanguageMode, const wchar_t*> expected[] = {{kBuiltInEnglish, L"Option check error=-3"},
                                                               {kBuiltInJapanese, L"ｵﾌﾟｼｮﾝ確認ｴﾗｰ=-3"},
@@ -212,7 +212,7 @@ TEST_F(LibraryTest, A_failed_option_check_is_a_line_and_an_empty_one) {
   EXPECT_EQ(library.Count("nx_sysinfo"), 0);
 }
 
-TEST_F(LibraryTest, A_controller_without_the_option_fails_and_Japanese_says_only_an_empty_line) {
+TEST_F(LibraryTest, A_controller_without_the_option_fails_with_only_an_empty_line_in_Japanese) {
   library.options = 0xFFFFFFFE;
   const std::pair<LanguageMode, Lines> expected[] = {
       {kBuiltInEnglish, {L"No option (Extended drivers and libraries function)", L""}},
@@ -228,7 +228,7 @@ TEST_F(LibraryTest, A_controller_without_the_option_fails_and_Japanese_says_only
   EXPECT_EQ(library.Count("nx_sysinfo"), 0);
 }
 
-TEST_F(LibraryTest, A_failed_system_information_is_a_line_and_an_empty_one) {
+TEST_F(LibraryTest, Failed_system_information_is_a_line_and_an_empty_line) {
   library.infoResult = 6;
   const std::pair<LanguageMode, const wchar_t*> expected[] = {
       {kBuiltInEnglish, L"Get System Information error=6"},
@@ -250,13 +250,13 @@ TEST_F(LibraryTest, The_type_is_trimmed_and_only_GL_is_renamed) {
   EXPECT_EQ(Listed()[2], L"CNC Type\tG");
 }
 
-TEST_F(LibraryTest, A_generation_beyond_the_alphabet_is_shown_in_brackets) {
+TEST_F(LibraryTest, A_generation_without_a_letter_is_shown_in_brackets) {
   library.info.addinfo = 6912;
   EXPECT_TRUE(Run());
   EXPECT_EQ(Listed()[2], L"CNC Type\t31i(6912)");
 }
 
-TEST_F(LibraryTest, Texts_without_an_end_stay_in_their_fields_and_a_NUL_ends_them_early) {
+TEST_F(LibraryTest, Texts_end_with_their_field_or_at_a_NUL) {
   library.info.machine_type[0] = 'T';
   library.info.machine_type[1] = '\0';
   EXPECT_TRUE(Run());
@@ -265,14 +265,14 @@ TEST_F(LibraryTest, Texts_without_an_end_stay_in_their_fields_and_a_NUL_ends_the
   EXPECT_EQ(Listed()[7], L"Axes    \t 3");
 }
 
-TEST_F(LibraryTest, A_half_double_byte_character_at_the_end_of_a_field_reads_nothing_behind_it) {
+TEST_F(LibraryTest, Half_a_double_byte_character_at_the_end_of_a_field_reads_nothing_beyond) {
   std::fill_n(library.info.axes_text, 2, '\x81');
   library.info.version_code[3] = '\x81';
   EXPECT_TRUE(Run());
   EXPECT_EQ(Listed().size(), 8U);
 }
 
-TEST_F(LibraryTest, An_option_word_that_the_library_leaves_as_it_is_is_not_the_one_of_an_earlier_run) {
+TEST_F(LibraryTest, An_option_word_that_the_library_does_not_set_is_0) {
   library.fillsRecords = false;
   options = 1;
   EXPECT_FALSE(Run());
@@ -280,27 +280,27 @@ TEST_F(LibraryTest, An_option_word_that_the_library_leaves_as_it_is_is_not_the_o
   EXPECT_EQ(library.Count("nx_sysinfo"), 0);
 }
 
-TEST_F(LibraryTest, A_record_that_the_library_leaves_as_it_is_shows_empty_fields) {
-  // The library fills what it is asked for first, and leaves the second record as it came.
+TEST_F(LibraryTest, A_record_that_the_library_does_not_set_shows_empty_fields) {
+  // The library sets the options, but not the system information.
   library.onCall = [this] { library.fillsRecords = !library.calls.back().starts_with("nx_sysinfo"); };
   EXPECT_TRUE(Run());
   EXPECT_EQ(Listed(), WithHeading({L"CNC Type\t", L"M/T     \t", L"Serise  \t", L"Version \t", L"Max Axes\t0",
                                    L"Axes    \t"}));
 }
 
-TEST_F(LibraryTest, Negative_axes_are_shown_as_they_are) {
+TEST_F(LibraryTest, A_negative_number_of_axes_is_shown) {
   library.info.max_axes = -1;
   EXPECT_TRUE(Run());
   EXPECT_EQ(Listed()[6], L"Max Axes\t-1");
 }
 
-TEST_F(LibraryTest, A_good_result_with_handle_0_is_used_and_nothing_is_freed) {
+TEST_F(LibraryTest, Handle_0_with_a_good_result_is_used_and_not_freed) {
   library.nextHandle = 0;
   EXPECT_TRUE(Run());
   EXPECT_EQ(library.Names(), (Calls{"nx_allochandle3", "nx_getoptions1", "nx_sysinfo"}));
 }
 
-TEST_F(LibraryTest, Handles_that_come_with_a_failure_are_given_back) {
+TEST_F(LibraryTest, Handles_returned_with_a_failure_are_freed) {
   library.openResult = library.codeResult = 7;
   library.givesHandleOnFailure = true;
   EXPECT_FALSE(Run());
@@ -308,8 +308,7 @@ TEST_F(LibraryTest, Handles_that_come_with_a_failure_are_given_back) {
                                   "nx_allochandle_code(192.168.1.100, 8193, 0, 10)", "nx_freehandle(6)"}));
 }
 
-TEST_F(LibraryTest,
-       A_call_that_the_library_does_not_have_reaches_the_error_dialog_and_leaves_nothing_behind) {
+TEST_F(LibraryTest, A_missing_function_throws_and_leaks_nothing) {
   for (const char* call : {"nx_allochandle3", "nx_allochandle_code", "nx_getoptions1", "nx_sysinfo"}) {
     library.missing = {call};
     library.openResult = call == std::string("nx_allochandle_code") ? 7 : 0;
@@ -325,7 +324,7 @@ TEST_F(LibraryTest, A_library_that_cannot_free_a_handle_does_not_end_the_program
   library.out.clear();
 }
 
-TEST_F(LibraryTest, A_port_or_time_out_that_is_no_number_of_16_bits_is_an_error_before_any_call) {
+TEST_F(LibraryTest, A_port_or_time_out_that_is_not_a_16_bit_number_throws_before_any_call) {
   for (const wchar_t* text : {L"", L"port", L"32768", L"8193x", L"1.5"}) {
     target.port.text = text;
     EXPECT_THROW(Run(), RuntimeError) << text;
@@ -337,7 +336,7 @@ TEST_F(LibraryTest, A_port_or_time_out_that_is_no_number_of_16_bits_is_an_error_
   EXPECT_TRUE(library.calls.empty());
 }
 
-TEST_F(LibraryTest, The_address_goes_to_the_library_in_the_code_page_of_the_system) {
+TEST_F(LibraryTest, The_address_is_converted_to_the_code_page) {
   target.address = L"工場";
   EXPECT_TRUE(Run());
   EXPECT_EQ(library.calls[0], "nx_allochandle3(" + codePage.ToAnsi(L"工場") + ", 8193, 10)");

@@ -7,7 +7,7 @@
 namespace tarvik::test {
 namespace {
 
-TEST(CncLibrary, The_system_information_has_its_fields_where_the_library_writes_them) {
+TEST(CncLibrary, The_system_information_has_the_librarys_layout) {
   const char bytes[] = "\x00\x02\x08\x00GLMMD4110102 3";
   CncSystemInfo info;
   static_assert(sizeof bytes - 1 == sizeof info);
@@ -21,7 +21,7 @@ TEST(CncLibrary, The_system_information_has_its_fields_where_the_library_writes_
   EXPECT_EQ(std::string(info.axes_text, 2), " 3");
 }
 
-TEST(CncLibrary, The_PMC_data_follow_four_numbers_of_16_bits) {
+TEST(CncLibrary, The_PMC_data_follow_four_16_bit_numbers) {
   CncPmcRange range;
   range.data[0] = 0xAB;
   range.data[CncPmcRange::kMostData] = 0xCD;

@@ -14,7 +14,7 @@
 
 namespace tarvik::test {
 
-/// The PMC window without a window, its library recorded.
+/// The PMC window on memory controls, with a fake library.
 class PmcTest : public testing::Test, protected FakeContext {
  protected:
   using Lines = std::vector<std::wstring>;
@@ -58,7 +58,7 @@ class PmcTest : public testing::Test, protected FakeContext {
     EXPECT_TRUE(Button(ID_cmdClose).Enabled());
     EXPECT_FALSE(window->Running());
   }
-  /// A run that was refused: a box with these words, no read, everything restored.
+  /// A rejected run: a box with this text, no read, everything restored.
   void ExpectRefused(const Lines& words) {
     ASSERT_EQ(boxes.boxes.size(), 1U);
     for (const std::wstring& word : words)

@@ -1,4 +1,4 @@
-// The passes of a run, their log and their end.
+// The passes of a run, its log and its end.
 
 #include "platform/runtime_error.h"
 #include "tests/unit/cnclib/pmc_fixture.h"
@@ -6,7 +6,7 @@
 namespace tarvik::test {
 namespace {
 
-TEST_F(PmcTest, A_count_below_1_reads_nothing_and_is_complete) {
+TEST_F(PmcTest, A_count_below_1_completes_without_a_read) {
   for (const wchar_t* count : {L"0", L"-7"}) {
     Read(count);
     EXPECT_EQ(Log().lines, Lines{system.now});
@@ -14,15 +14,15 @@ TEST_F(PmcTest, A_count_below_1_reads_nothing_and_is_complete) {
   EXPECT_EQ(library.reads, 0);
 }
 
-TEST_F(PmcTest, Every_pass_is_a_line_a_number_and_a_pause) {
-  // What the user sees each time that events run: the last line, the number, and how long it has taken.
+TEST_F(PmcTest, Each_pass_is_a_line_a_number_and_a_pause) {
+  // What the user sees whenever events run: the last line, the number and the elapsed time.
   using Sight = std::tuple<std::wstring, std::wstring, uint64_t>;
   std::vector<Sight> sights;
   pump.onEvents = [&] {
     const Sight sight{Log().lines.back(), Caption(ID_lblCount), pump.now};
     if (sights.empty() || sights.back() != sight) sights.push_back(sight);
   };
-  // One slice of a pause, so that nothing is seen in the middle of it.
+  // One slice per pause, so that nothing is seen in the middle of one.
   Box(ID_txtSleep).SetText(L"200");
   Read(L"3");
   EXPECT_EQ(sights, (std::vector<Sight>{{L"0001 OK", L"", 0},
@@ -49,7 +49,7 @@ TEST_F(PmcTest, The_passes_end_with_the_date_and_time_and_the_last_line_is_in_vi
   EXPECT_EQ(library.frees, 1);
 }
 
-TEST_F(PmcTest, An_interval_of_0_does_not_pause_and_lets_events_run) {
+TEST_F(PmcTest, An_interval_of_0_does_not_pause_but_lets_events_run) {
   Box(ID_txtSleep).SetText(L"0");
   Read(L"3");
   EXPECT_EQ(pump.now, 0U);
@@ -76,7 +76,7 @@ TEST_F(PmcTest, A_stop_does_not_wait_for_the_end_of_a_long_interval) {
   EXPECT_EQ(pump.now, 1000U);
 }
 
-TEST_F(PmcTest, A_stop_is_lowered_with_its_run) {
+TEST_F(PmcTest, A_stop_request_ends_with_its_run) {
   library.onRead = [&] { Click(ID_cmdStop); };
   Read(L"10");
   library.onRead = nullptr;
@@ -85,7 +85,7 @@ TEST_F(PmcTest, A_stop_is_lowered_with_its_run) {
   EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK", system.now}));
 }
 
-TEST_F(PmcTest, Esc_is_the_stop_of_a_run_and_nothing_else) {
+TEST_F(PmcTest, Esc_stops_a_run_and_does_nothing_else) {
   form->onEscape();
   library.onRead = [&] { form->onEscape(); };
   Read(L"10");
@@ -93,13 +93,13 @@ TEST_F(PmcTest, Esc_is_the_stop_of_a_run_and_nothing_else) {
   EXPECT_TRUE(form->Visible());
 }
 
-TEST_F(PmcTest, A_run_that_began_inside_a_run_of_the_main_window_ends_with_its_stop) {
+TEST_F(PmcTest, A_run_inside_a_run_of_the_main_window_ends_with_that_runs_stop) {
   library.onRead = [&] { pump.stop = library.reads == 2; };
   Read(L"10");
   EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK"}));
 }
 
-TEST_F(PmcTest, A_second_read_does_not_begin_inside_the_first) {
+TEST_F(PmcTest, A_second_read_does_not_start_inside_the_first) {
   library.onRead = [&] { Click(ID_cmdRead); };
   Read(L"2");
   EXPECT_EQ(library.Count("nx_allochandle3"), 1);
@@ -145,20 +145,20 @@ TEST_F(PmcTest, A_PMC_error_is_a_line_with_both_details) {
   EXPECT_EQ(library.calls[2], "nx_pmc_detailerr(5)");
 }
 
-TEST_F(PmcTest, Details_that_the_library_leaves_out_are_0) {
+TEST_F(PmcTest, Details_that_the_library_does_not_set_are_0) {
   library.readResult = -16;
   library.fillsRecords = false;
   Read();
   EXPECT_EQ(Log().lines[0], L"0001 ERR Ret=-16,0,0");
 }
 
-TEST_F(PmcTest, A_run_goes_on_after_an_error) {
+TEST_F(PmcTest, A_run_continues_after_an_error) {
   library.onRead = [&] { library.readResult = library.reads == 2 ? int16_t{6} : int16_t{0}; };
   Read(L"3");
   EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 ERR Ret=6", L"0003 OK", system.now}));
 }
 
-TEST_F(PmcTest, Data_that_the_library_leaves_out_are_not_those_of_the_pass_before) {
+TEST_F(PmcTest, Data_that_the_library_does_not_set_are_not_those_of_the_previous_pass) {
   library.onRead = [&] {
     if (library.reads == 2) library.data.clear();
   };
@@ -166,7 +166,7 @@ TEST_F(PmcTest, Data_that_the_library_leaves_out_are_not_those_of_the_pass_befor
   EXPECT_EQ(Data().lines, Lines{L"0000\t0"});
 }
 
-TEST_F(PmcTest, A_library_that_writes_over_the_request_changes_nothing_that_is_read) {
+TEST_F(PmcTest, A_library_that_overwrites_the_request_changes_no_later_read) {
   library.spoilsHeader = true;
   Read(L"2");
   EXPECT_EQ(Data().lines, Lines{L"0000\tFF"});
@@ -196,7 +196,7 @@ TEST_F(PmcTest, Errors_never_clear_the_log) {
   EXPECT_EQ(Log().lines, (Lines{L"32770 OK", system.now}));
 }
 
-TEST_F(PmcTest, A_box_without_an_acceptable_number_counts_with_its_last_good_value_between_two_passes) {
+TEST_F(PmcTest, A_length_that_becomes_invalid_during_a_run_keeps_its_last_valid_value) {
   Box(ID_txtPmcLen).SetText(L"2");
   for (const wchar_t* typed : {L"", L"-", L"x", L"0", L"8001", L"30000", L"99999999999"}) {
     library.calls.clear();
@@ -215,7 +215,7 @@ TEST_F(PmcTest, A_box_without_an_acceptable_number_counts_with_its_last_good_val
   ExpectIdle();
 }
 
-TEST_F(PmcTest, A_start_number_without_an_acceptable_number_counts_with_its_last_good_value_too) {
+TEST_F(PmcTest, A_start_number_that_becomes_invalid_during_a_run_keeps_its_last_valid_value) {
   Box(ID_txtPmcStart).SetText(L"100");
   for (const wchar_t* typed : {L"", L"-1", L"32768", L"1.5"}) {
     library.calls.clear();
@@ -228,7 +228,7 @@ TEST_F(PmcTest, A_start_number_without_an_acceptable_number_counts_with_its_last
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(PmcTest, A_length_that_leaves_16_bits_between_two_passes_leaves_the_range_as_it_was) {
+TEST_F(PmcTest, A_length_that_exceeds_16_bits_during_a_run_keeps_the_range) {
   Box(ID_txtPmcStart).SetText(L"32767");
   library.onRead = [&] { Box(ID_txtPmcLen).SetText(L"2"); };
   Read(L"2");
@@ -236,7 +236,7 @@ TEST_F(PmcTest, A_length_that_leaves_16_bits_between_two_passes_leaves_the_range
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(PmcTest, Read_itself_refuses_what_the_last_run_read_over) {
+TEST_F(PmcTest, Read_rejects_values_that_the_last_run_ignored) {
   library.onRead = [&] { Box(ID_txtPmcLen).SetText(L""); };
   Read(L"2");
   EXPECT_EQ(library.reads, 2);
@@ -246,7 +246,7 @@ TEST_F(PmcTest, Read_itself_refuses_what_the_last_run_read_over) {
   EXPECT_EQ(boxes.boxes.size(), 1U);
 }
 
-TEST_F(PmcTest, Boxes_that_change_between_two_passes_are_read_anew) {
+TEST_F(PmcTest, Boxes_that_change_between_two_passes_are_read_again) {
   library.onRead = [&] {
     Box(ID_txtPmcStart).SetText(L"7");
     Address().Select(2);
@@ -255,7 +255,7 @@ TEST_F(PmcTest, Boxes_that_change_between_two_passes_are_read_anew) {
   EXPECT_EQ(library.calls[2], "nx_pmc_rdrange(5, 2, 0, 7, 7, 9)");
 }
 
-TEST_F(PmcTest, A_library_that_lacks_a_call_is_told_and_everything_is_restored) {
+TEST_F(PmcTest, A_missing_function_is_reported_and_everything_is_restored) {
   library.readResult = -16;
   for (const char* call : {"nx_allochandle3", "nx_pmc_rdrange", "nx_pmc_detailerr"}) {
     boxes.boxes.clear();
@@ -268,7 +268,7 @@ TEST_F(PmcTest, A_library_that_lacks_a_call_is_told_and_everything_is_restored) 
   }
 }
 
-TEST_F(PmcTest, A_list_that_refuses_a_line_is_told_paints_again_and_everything_is_restored) {
+TEST_F(PmcTest, A_list_that_rejects_a_line_is_reported_and_everything_is_restored) {
   library.onRead = [&] { Data().refusing = true; };
   Read();
   ASSERT_EQ(boxes.boxes.size(), 1U);

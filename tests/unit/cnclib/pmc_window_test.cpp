@@ -12,7 +12,7 @@ constexpr int kLabels[] = {ID_Label1_0, ID_Label1_1, ID_Label1_2, ID_Label1_3,
                            ID_Label1_4, ID_Label1_5, ID_Label1_6};
 constexpr int kButtons[] = {ID_cmdRead, ID_cmdStop, ID_cmdClose};
 
-TEST_F(PmcTest, The_window_comes_with_its_defaults) {
+TEST_F(PmcTest, The_window_opens_with_its_defaults) {
   EXPECT_TRUE(form->Visible());
   EXPECT_EQ(form->Caption(), L"PMC Read Test");
   EXPECT_EQ(Address().Text(), L"D");
@@ -24,7 +24,7 @@ TEST_F(PmcTest, The_window_comes_with_its_defaults) {
   ExpectIdle();
 }
 
-TEST_F(PmcTest, The_address_letters_stand_at_their_codes) {
+TEST_F(PmcTest, The_address_letters_are_listed_at_their_codes) {
   const std::wstring letters = L"GFYXARTKCDMNE";
   ASSERT_EQ(Address().Count(), static_cast<int>(letters.size()));
   for (int i = 0; i < Address().Count(); ++i)
@@ -63,7 +63,7 @@ TEST_F(PmcTest, One_byte_of_D_at_0_is_one_line_of_data) {
   ExpectIdle();
 }
 
-TEST_F(PmcTest, The_range_is_asked_for_as_the_boxes_have_it_and_shown_from_0) {
+TEST_F(PmcTest, The_range_is_read_as_typed_and_shown_from_0) {
   Address().Select(4);
   Box(ID_txtPmcStart).SetText(L"100");
   Box(ID_txtPmcLen).SetText(L"3");
@@ -96,7 +96,7 @@ TEST_F(PmcTest, Length_8000_is_read_and_listed_as_one_batch) {
   EXPECT_TRUE(Data().redrawing);
 }
 
-TEST_F(PmcTest, A_length_beyond_8000_is_told_after_a_connection_that_is_released) {
+TEST_F(PmcTest, A_length_above_8000_is_reported_after_a_connection_that_is_freed) {
   Box(ID_txtPmcLen).SetText(L"8001");
   Log().lines = {L"from before"};
   Click(ID_cmdRead);
@@ -104,7 +104,7 @@ TEST_F(PmcTest, A_length_beyond_8000_is_told_after_a_connection_that_is_released
   EXPECT_EQ(Log().lines, Lines{L"from before"});
 }
 
-TEST_F(PmcTest, The_words_about_the_length_follow_the_language_mode) {
+TEST_F(PmcTest, The_message_about_the_length_follows_the_language_mode) {
   Box(ID_txtPmcLen).SetText(L"40000");
   Click(ID_cmdRead);
   mode = kBuiltInJapanese;
@@ -115,7 +115,7 @@ TEST_F(PmcTest, The_words_about_the_length_follow_the_language_mode) {
             (Lines{L"PMC read length error, maximum=8000", L"PMC読取長さエラー 最大=8000", L"text 136"}));
 }
 
-TEST_F(PmcTest, A_length_below_1_or_no_number_names_the_box_its_range_and_what_was_typed) {
+TEST_F(PmcTest, An_invalid_length_is_reported_with_the_box_its_range_and_the_typed_text) {
   for (const wchar_t* typed : {L"0", L"-20", L"", L"ten", L"99999999999"}) {
     boxes.boxes.clear();
     library.calls.clear();
@@ -125,7 +125,7 @@ TEST_F(PmcTest, A_length_below_1_or_no_number_names_the_box_its_range_and_what_w
   }
 }
 
-TEST_F(PmcTest, A_start_number_that_is_none_or_negative_is_refused) {
+TEST_F(PmcTest, A_start_number_that_is_negative_or_not_a_number_is_rejected) {
   for (const wchar_t* typed : {L"", L"x", L"-1", L"32768", L"1.0"}) {
     boxes.boxes.clear();
     library.calls.clear();
@@ -135,7 +135,7 @@ TEST_F(PmcTest, A_start_number_that_is_none_or_negative_is_refused) {
   }
 }
 
-TEST_F(PmcTest, A_range_that_leaves_16_bits_is_refused_and_its_last_place_is_read) {
+TEST_F(PmcTest, A_range_beyond_16_bits_is_rejected_and_one_up_to_the_limit_is_read) {
   Box(ID_txtPmcLen).SetText(L"2");
   Box(ID_txtPmcStart).SetText(L"32767");
   Click(ID_cmdRead);
@@ -145,7 +145,7 @@ TEST_F(PmcTest, A_range_that_leaves_16_bits_is_refused_and_its_last_place_is_rea
   EXPECT_EQ(library.calls[3], "nx_pmc_rdrange(6, 9, 0, 32766, 32767, 10)");
 }
 
-TEST_F(PmcTest, A_count_or_an_interval_out_of_range_is_refused) {
+TEST_F(PmcTest, A_count_or_an_interval_out_of_range_is_rejected) {
   Box(ID_txtCount).SetText(L"2147483648");
   Click(ID_cmdRead);
   ExpectRefused({L"Test: -2147483648 ... 2147483647", L"\"2147483648\""});
@@ -159,7 +159,7 @@ TEST_F(PmcTest, A_count_or_an_interval_out_of_range_is_refused) {
   }
 }
 
-TEST_F(PmcTest, The_words_about_a_box_follow_the_language_mode) {
+TEST_F(PmcTest, The_message_about_a_box_follows_the_language_mode) {
   mode = kLanguageFile;
   Open();
   Box(ID_txtPmcStart).SetText(L"x");
@@ -169,14 +169,14 @@ TEST_F(PmcTest, The_words_about_a_box_follow_the_language_mode) {
       Lines{L"\"text 138\" is not a whole number.\r\ntext 133\r\ntext 138: 0text 13532767\r\ntext 134\"x\""});
 }
 
-TEST_F(PmcTest, A_whole_book_in_a_box_is_not_shown_whole) {
+TEST_F(PmcTest, A_long_typed_text_is_truncated_in_the_message) {
   Box(ID_txtPmcStart).SetText(std::wstring(100000, L'9'));
   Click(ID_cmdRead);
   ASSERT_EQ(boxes.boxes.size(), 1U);
   EXPECT_LT(boxes.boxes[0].text.size(), 250U);
 }
 
-TEST_F(PmcTest, A_port_that_is_no_number_is_an_error_before_the_connection) {
+TEST_F(PmcTest, A_port_that_is_not_a_number_is_an_error_before_the_connection) {
   target.port.text = L"no";
   Click(ID_cmdRead);
   ASSERT_EQ(boxes.boxes.size(), 1U);
@@ -198,20 +198,20 @@ TEST_F(PmcTest, A_failed_connection_is_a_box_and_reads_nothing) {
   }
 }
 
-TEST_F(PmcTest, A_handle_that_comes_with_a_failure_is_given_back) {
+TEST_F(PmcTest, A_handle_returned_with_a_failure_is_freed) {
   library.openResult = -8;
   library.givesHandleOnFailure = true;
   Click(ID_cmdRead);
   EXPECT_EQ(library.frees, 1);
 }
 
-TEST_F(PmcTest, A_good_result_with_handle_0_is_used_and_nothing_is_freed) {
+TEST_F(PmcTest, Handle_0_with_a_good_result_is_used_and_not_freed) {
   library.nextHandle = 0;
   Read();
   EXPECT_EQ(library.Names(), (Calls{"nx_allochandle3", "nx_pmc_rdrange"}));
 }
 
-TEST_F(PmcTest, While_it_connects_only_nothing_can_be_clicked_and_while_it_reads_only_the_stop) {
+TEST_F(PmcTest, Nothing_can_be_clicked_during_the_connection_and_only_Stop_during_the_run) {
   const auto enabled = [&] {
     return std::vector<bool>{Button(ID_cmdRead).Enabled(), Button(ID_cmdStop).Enabled(),
                              Button(ID_cmdClose).Enabled()};
@@ -228,7 +228,7 @@ TEST_F(PmcTest, While_it_connects_only_nothing_can_be_clicked_and_while_it_reads
   EXPECT_EQ(boxes.boxes.size(), 1U);
 }
 
-TEST_F(PmcTest, A_click_on_Read_made_while_the_connection_closes_starts_no_new_run) {
+TEST_F(PmcTest, A_click_on_Read_while_the_connection_closes_starts_no_run) {
   // The call does not return until the controller has answered; the click waits for it.
   bool waiting = false;
   library.onCall = [&] { waiting = waiting || library.calls.back().starts_with("nx_freehandle"); };
@@ -257,16 +257,16 @@ TEST_F(PmcTest, A_click_on_Read_made_while_the_connection_closes_starts_no_new_r
   expectOneRun("a call that fails");
   Box(ID_txtPmcLen).SetText(L"x");
   Read();
-  expectOneRun("a box that is refused");
+  expectOneRun("a rejected box");
 }
 
-TEST_F(PmcTest, The_focus_that_the_user_has_moved_stays_there) {
+TEST_F(PmcTest, A_focus_moved_by_the_user_is_not_moved_back) {
   library.onRead = [&] { Box(ID_txtPmcStart).SetFocus(); };
   Read();
   EXPECT_TRUE(Box(ID_txtPmcStart).HasFocus());
 }
 
-TEST_F(PmcTest, The_focus_waits_in_the_box_that_was_refused) {
+TEST_F(PmcTest, The_focus_is_in_the_rejected_box) {
   for (const int id : {ID_txtPmcLen, ID_txtPmcStart, ID_txtCount, ID_txtSleep}) {
     const std::wstring before = Box(id).Text();
     Button(ID_cmdRead).SetFocus();
@@ -281,7 +281,7 @@ TEST_F(PmcTest, The_focus_waits_in_the_box_that_was_refused) {
   EXPECT_TRUE(Box(ID_txtPmcLen).HasFocus());
 }
 
-TEST_F(PmcTest, The_lists_take_what_the_window_has_more_and_nothing_overlaps) {
+TEST_F(PmcTest, The_lists_grow_with_the_window_and_nothing_overlaps) {
   const ui::Size least = form->WindowSize();
   EXPECT_EQ(form->minimumWindowSize.width, least.width);
   const ui::Rect log = Log().Bounds();
@@ -297,7 +297,7 @@ TEST_F(PmcTest, The_lists_take_what_the_window_has_more_and_nothing_overlaps) {
   EXPECT_EQ(Log().Bounds().width, log.width + 100);
 }
 
-TEST_F(PmcTest, Another_scaling_keeps_a_larger_window_and_grows_one_that_is_too_small) {
+TEST_F(PmcTest, Another_scaling_keeps_a_larger_window_and_enlarges_a_too_small_one) {
   const ui::Size least = form->WindowSize();
   form->SetWindowSize({least.width + 100, 20});
   form->onScalingChanged();
@@ -305,7 +305,7 @@ TEST_F(PmcTest, Another_scaling_keeps_a_larger_window_and_grows_one_that_is_too_
   EXPECT_EQ(form->WindowSize().height, least.height);
 }
 
-TEST_F(PmcTest, The_Tab_key_follows_the_eye_and_each_label_stands_before_its_field) {
+TEST_F(PmcTest, The_Tab_order_is_the_visual_order_with_each_label_before_its_field) {
   EXPECT_EQ(
       form->Order(),
       (std::vector<int>{ID_Label1_0, ID_cmbPmcAddr, ID_Label1_1, ID_txtPmcStart, ID_Label1_2, ID_txtPmcLen,
