@@ -14,7 +14,7 @@ namespace {
 
 class ErrorTextTest : public testing::Test {
  protected:
-  /// What the dialog says of the error that the action throws.
+  /// The dialog's text for the error that the action throws.
   template <typename Action>
   std::wstring TextOf(const Action& action) {
     try {
@@ -33,7 +33,7 @@ class ErrorTextTest : public testing::Test {
   Texts texts{mode, resource};
 };
 
-TEST_F(ErrorTextTest, A_port_that_is_no_number_is_worded_as_a_number_box_words_it) {
+TEST_F(ErrorTextTest, A_port_that_is_not_a_number_is_worded_like_any_number_box) {
   EXPECT_EQ(TextOf([] { report::ToInt16(L"80a", L"TCP po&rt:"); }),
             L"\"TCP port\" is not a whole number.\r\nEnter a whole number in this range:\r\n"
             L"TCP port: 0 ... 32767\r\nYou typed: \"80a\"");
@@ -49,29 +49,29 @@ TEST_F(ErrorTextTest, A_number_outside_the_range_is_still_called_a_number) {
   EXPECT_TRUE(text.starts_with(L"Enter a whole number in this range:\r\n"));
 }
 
-TEST_F(ErrorTextTest, The_range_shown_begins_at_0_although_negative_numbers_are_taken) {
+TEST_F(ErrorTextTest, The_range_begins_at_0_although_negative_numbers_are_accepted) {
   EXPECT_NE(TextOf([] { report::ToInt32(L"x", L"Count:"); }).find(L"Count: 0 ... 2147483647\r\n"),
             std::wstring::npos);
   EXPECT_EQ(report::ToInt16(L"-32768", L"Box"), -32768);
   EXPECT_EQ(report::ToInt32(L"-1", L"Box"), -1);
 }
 
-TEST_F(ErrorTextTest, The_errors_own_text_does_not_deny_that_a_number_is_one) {
+TEST_F(ErrorTextTest, The_errors_own_text_does_not_call_a_number_not_a_number) {
   try {
     report::ToInt16(L"32768", L"TCP po&rt:");
-    FAIL() << "32768 was taken";
+    FAIL() << "32768 was accepted";
   } catch (const RuntimeError& error) {
     EXPECT_EQ(error.Text(), L"\"TCP port\": enter a whole number from 0 to 32767, not \"32768\"");
   }
 }
 
-TEST_F(ErrorTextTest, Typed_text_is_cut_after_60_characters) {
+TEST_F(ErrorTextTest, Typed_text_is_truncated_to_60_characters) {
   const std::wstring sixty(60, L'x');
   EXPECT_TRUE(TextOf([&] { report::ToInt32(sixty, L"Box"); }).ends_with(L"\"" + sixty + L"\""));
   EXPECT_TRUE(TextOf([&] { report::ToInt32(sixty + L"y", L"Box"); }).ends_with(L"\"" + sixty + L"...\""));
 }
 
-TEST_F(ErrorTextTest, A_library_that_cannot_be_loaded_gives_the_reason_of_Windows) {
+TEST_F(ErrorTextTest, A_library_that_cannot_be_loaded_is_reported_with_Windows_reason) {
   const auto fail = [] {
     throw LibraryError::CannotBeLoaded(L"NxLib32.dll", L"ERROR: 126 - A dependency is missing.");
   };
@@ -80,14 +80,14 @@ TEST_F(ErrorTextTest, A_library_that_cannot_be_loaded_gives_the_reason_of_Window
   EXPECT_EQ(TextOf(fail), L"NxLib32.dllを読み込めません。\r\nERROR: 126 - A dependency is missing.");
 }
 
-TEST_F(ErrorTextTest, A_missing_call_is_named) {
+TEST_F(ErrorTextTest, A_missing_function_is_named) {
   const auto fail = [] { throw LibraryError::DoesNotExport(L"NxLib32.dll", L"nx_sysinfo"); };
   EXPECT_EQ(TextOf(fail), L"NxLib32.dll does not export nx_sysinfo.");
   mode = kBuiltInJapanese;
   EXPECT_EQ(TextOf(fail), L"NxLib32.dllはnx_sysinfoをエクスポートしていません。");
 }
 
-TEST_F(ErrorTextTest, The_language_files_have_these_texts_too) {
+TEST_F(ErrorTextTest, The_language_files_supply_these_texts) {
   mode = kLanguageFile;
   files.contents[L"D\\Language\\T_1033.ini"] = "";
   system.profile["D\\Language\\T_1033.ini|1033|149"] = ": %1 is missing";
@@ -112,7 +112,7 @@ TEST_F(ErrorTextTest, Any_other_error_keeps_its_text) {
   EXPECT_EQ(TextOf([] { throw RuntimeError(L"The page is switched off."); }), L"The page is switched off.");
 }
 
-TEST(BoxNameTest, Has_neither_mnemonic_nor_colon) {
+TEST(BoxNameTest, A_box_name_has_neither_mnemonic_nor_colon) {
   EXPECT_EQ(report::BoxName(L"TCP po&rt:"), L"TCP port");
   EXPECT_EQ(report::BoxName(L"Ping回数(&C):"), L"Ping回数");
   EXPECT_EQ(report::BoxName(L"Length"), L"Length");

@@ -38,7 +38,7 @@ TEST_F(ResultListTest, With_1001_lines_the_next_is_the_only_one) {
   EXPECT_EQ(list.Lines(), Lines{L"new"});
 }
 
-TEST_F(ResultListTest, A_batch_leaves_what_its_lines_would_leave_one_by_one) {
+TEST_F(ResultListTest, A_batch_has_the_same_result_as_its_lines_one_by_one) {
   for (const int held : {0, 1, 999, 1000, 1001, 1002}) {
     for (const int added : {0, 1, 2, 1000, 1001, 1002, 2003, 5000}) {
       Lines lines;
@@ -63,7 +63,7 @@ TEST_F(ResultListTest, An_empty_text_adds_one_empty_line) {
   EXPECT_EQ(list.Lines(), Lines{L""});
 }
 
-TEST_F(ResultListTest, A_lone_carriage_return_or_line_feed_breaks_no_line) {
+TEST_F(ResultListTest, A_lone_carriage_return_or_line_feed_does_not_break_a_line) {
   list.AddLinesToList(L"a\rb\nc\r\nd");
   EXPECT_EQ(list.Lines(), (Lines{L"a\rb\nc", L"d"}));
 }
@@ -85,7 +85,7 @@ TEST_F(ResultListTest, A_pasted_text_that_ends_in_a_line_break_has_an_empty_last
   EXPECT_EQ(list.Lines(), (Lines{L"x", L"y", L""}));
 }
 
-TEST_F(ResultListTest, Pasting_drops_one_line_feed_only) {
+TEST_F(ResultListTest, Pasting_drops_only_one_line_feed) {
   list.ShowPasted(L"x\r\n\ny");
   EXPECT_EQ(list.Lines(), (Lines{L"x", L"\ny"}));
 }
