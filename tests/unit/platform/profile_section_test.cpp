@@ -65,7 +65,7 @@ TEST(ProfileSection, Comments_and_lines_without_an_equals_sign_are_no_keys) {
   EXPECT_EQ(entries[0].value, "3");
 }
 
-TEST(ProfileSection, CR_and_LF_each_end_a_line) {
+TEST(ProfileSection, CR_LF_and_both_together_end_a_line) {
   for (const char* const end : {"\r\n", "\n", "\r"})
     EXPECT_EQ(Value(std::string("[a]") + end + "x=1" + end + "y=2" + end, "a", "y"), "2");
 }

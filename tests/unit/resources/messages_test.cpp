@@ -28,7 +28,7 @@ std::map<int, std::string> LanguageFile(int language) {
   while (std::getline(file, line)) {
     const size_t equals = line.find('=');
     const int id = std::stoi(line.substr(0, equals));
-    EXPECT_TRUE(texts.emplace(id, line.substr(equals + 1)).second) << id << " stands twice";
+    EXPECT_TRUE(texts.emplace(id, line.substr(equals + 1)).second) << id << " is there twice";
   }
   return texts;
 }
@@ -38,7 +38,7 @@ TEST(Messages, No_two_messages_share_a_number) {
   for (int i = 0; i < kMessages; ++i) EXPECT_TRUE(ids.insert(RowOf(static_cast<Message>(i)).id).second) << i;
 }
 
-TEST(Messages, Both_language_files_hold_every_number_and_no_other) {
+TEST(Messages, Both_language_files_contain_every_number_and_no_other) {
   for (const int language : {1033, 1041}) {
     const std::map<int, std::string> texts = LanguageFile(language);
     EXPECT_EQ(texts.size(), static_cast<size_t>(kMessages));
@@ -50,7 +50,7 @@ TEST(Messages, Both_language_files_hold_every_number_and_no_other) {
   }
 }
 
-TEST(Messages, No_text_of_a_language_file_is_longer_than_the_reading_buffer) {
+TEST(Messages, Every_text_of_a_language_file_fits_the_reading_buffer) {
   for (const int language : {1033, 1041})
     for (const auto& [id, text] : LanguageFile(language)) EXPECT_LT(text.size(), 511U) << id;
 }
@@ -78,7 +78,7 @@ std::string AsInTheFile(const std::wstring& text) {
   return bytes.starts_with(' ') || bytes.ends_with(' ') ? "\"" + bytes + "\"" : bytes;
 }
 
-/// Texts that a language file words in another way than the program's own table.
+/// Texts that a language file words differently from the built-in table.
 const std::map<Message, const char*> kWordedDifferently = {
     {Message::OptionCheckError, "the table's text is followed by the code"},
     {Message::SystemInfoError, "the table's text is followed by the code"},
@@ -89,7 +89,7 @@ const std::map<Message, const char*> kWordedDifferently = {
     {Message::ServiceStopped, "the table's wording is fixed, the file's is ours"},
 };
 
-TEST(Messages, The_language_files_word_every_other_text_as_the_built_in_table_does) {
+TEST(Messages, All_other_texts_of_the_language_files_equal_the_built_in_ones) {
   const std::map<int, std::string> english = LanguageFile(1033);
   const std::map<int, std::string> japanese = LanguageFile(1041);
   for (int i = 0; i < kMessages; ++i) {
@@ -103,7 +103,7 @@ TEST(Messages, The_language_files_word_every_other_text_as_the_built_in_table_do
   }
 }
 
-TEST(Messages, A_text_whose_number_the_program_adds_has_its_sign_in_the_table_alone) {
+TEST(Messages, Only_built_in_texts_leave_room_for_an_added_number) {
   const std::map<Message, const char*> endings = {{Message::OptionCheckError, "="},
                                                   {Message::SystemInfoError, "="}};
   for (const auto& [message, ending] : endings) {
@@ -132,24 +132,24 @@ class TextsTest : public testing::Test {
   Texts texts{mode, resource};
 };
 
-TEST_F(TextsTest, The_mode_minus_1_reads_the_language_file) {
+TEST_F(TextsTest, Mode_minus_1_reads_the_language_file) {
   EXPECT_EQ(texts.Get(Message::CannotResolve), L"from the file");
 }
 
-TEST_F(TextsTest, The_mode_0_is_Japanese_and_leaves_out_what_has_no_Japanese_text) {
+TEST_F(TextsTest, Mode_0_is_Japanese_and_leaves_out_messages_without_a_Japanese_text) {
   mode = kBuiltInJapanese;
   EXPECT_EQ(texts.Get(Message::CannotResolve), std::nullopt);
   EXPECT_EQ(texts.Get(Message::NoSubnetMask), L"ｻﾌﾞﾈｯﾄﾏｽｸが必要ですが設定されていません");
 }
 
-TEST_F(TextsTest, A_text_that_is_always_the_files_is_so_in_every_mode) {
+TEST_F(TextsTest, FromFile_reads_the_file_in_every_mode) {
   for (const LanguageMode each : {kLanguageFile, kBuiltInJapanese, 1}) {
     mode = each;
     EXPECT_EQ(texts.FromFile(Message::CannotResolve), L"from the file");
   }
 }
 
-TEST_F(TextsTest, A_text_that_is_always_the_files_is_built_in_when_the_file_lacks_it) {
+TEST_F(TextsTest, FromFile_returns_the_built_in_text_when_the_file_has_none) {
   for (int round = 0; round < 2; ++round) {  // the second one answers from the cache
     mode = kBuiltInJapanese;
     EXPECT_EQ(texts.FromFile(Message::NoSubnetMask), L"ｻﾌﾞﾈｯﾄﾏｽｸが必要ですが設定されていません");

@@ -25,7 +25,7 @@ class ResourceTest : public testing::Test {
   Resource resource{files, system, codePage};
 };
 
-TEST_F(ResourceTest, A_folder_with_or_without_a_backslash_gives_the_same_path) {
+TEST_F(ResourceTest, A_folder_with_or_without_a_final_backslash_gives_the_same_path) {
   EXPECT_TRUE(resource.Initialize(1041, L"C:\\Data", L"Tarvik.exe"));
   EXPECT_TRUE(resource.Initialize(1041, L"C:\\Data\\", L"Tarvik.exe"));
   EXPECT_EQ(resource.pLanguage(), 1041);
@@ -39,7 +39,7 @@ TEST_F(ResourceTest, A_missing_language_falls_back_to_English) {
   EXPECT_EQ(resource.LoadString(5), L"five");
 }
 
-TEST_F(ResourceTest, Without_any_file_the_error_names_both_paths_and_numbers_come_in_brackets) {
+TEST_F(ResourceTest, Without_any_file_the_error_names_both_paths_and_texts_are_numbers_in_brackets) {
   files.contents.clear();
   EXPECT_FALSE(Initialize());
   EXPECT_EQ(resource.pErrorText(),
@@ -48,13 +48,13 @@ TEST_F(ResourceTest, Without_any_file_the_error_names_both_paths_and_numbers_com
   EXPECT_EQ(resource.LoadString(12), L"(12)");
 }
 
-TEST_F(ResourceTest, The_two_characters_of_a_line_break_come_back_as_one) {
+TEST_F(ResourceTest, A_backslash_and_n_become_a_line_break) {
   Initialize();
   Add(1, "one\\ntwo\\n");
   EXPECT_EQ(resource.LoadString(1), L"one\r\ntwo\r\n");
 }
 
-TEST_F(ResourceTest, A_missing_id_is_given_in_brackets_and_looked_up_once) {
+TEST_F(ResourceTest, A_missing_id_is_a_number_in_brackets_and_read_once) {
   Initialize();
   EXPECT_EQ(resource.LoadString(12), L"(12)");
   EXPECT_EQ(resource.pErrorText(), L"Not exist");
@@ -72,20 +72,20 @@ TEST_F(ResourceTest, A_text_is_read_from_the_file_once) {
   EXPECT_EQ(resource.pErrorText(), L"");
 }
 
-TEST_F(ResourceTest, A_text_that_fills_the_buffer_without_an_end_is_read_no_further) {
+TEST_F(ResourceTest, A_text_that_fills_the_buffer_without_a_NUL_ends_with_the_buffer) {
   Initialize();
   system.profileUnterminated = true;
   EXPECT_EQ(resource.LoadString(1), std::wstring(512, L'x'));
 }
 
-TEST_F(ResourceTest, Another_failure_is_named_in_the_error_text) {
+TEST_F(ResourceTest, Any_other_failure_is_in_the_error_text) {
   Initialize();
   system.profileFails = true;
   EXPECT_EQ(resource.LoadString(3), L"(3)");
   EXPECT_EQ(resource.pErrorText(), L"Resource:LoadString(3, [The disk is gone.])\r\n");
 }
 
-TEST_F(ResourceTest, Terminate_forgets_the_texts) {
+TEST_F(ResourceTest, Terminate_clears_the_cache) {
   Initialize();
   Add(7, "seven");
   resource.LoadString(7);

@@ -21,7 +21,7 @@ class CaptionsTest : public testing::Test, protected FakeContext {
   }
 };
 
-TEST_F(CaptionsTest, A_string_is_put_onto_a_control_by_its_type) {
+TEST_F(CaptionsTest, A_string_is_shown_according_to_the_type_of_control) {
   Add(1, "text");
   MemoryFocus focus;
   MemoryLabel label(focus);
@@ -42,7 +42,7 @@ TEST_F(CaptionsTest, A_string_is_put_onto_a_control_by_its_type) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(CaptionsTest, A_control_that_takes_no_string_is_named_in_a_box) {
+TEST_F(CaptionsTest, A_control_without_a_text_is_reported_in_a_box) {
   MemoryFocus focus;
   MemoryTextBox box(focus);
   LoadRes(resource, boxes, box, 4);
