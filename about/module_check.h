@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "about/file_util.h"
 #include "platform/boolean16.h"
+#include "platform/file_util.h"
 
 namespace tarvik {
 

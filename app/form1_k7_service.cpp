@@ -1,11 +1,11 @@
 // The K7 Svc page, and the hidden way to the services file.
 
-#include "about/fmt_err_msg.h"
 #include "app/form1.h"
 #include "k7/debug_launch.h"
 #include "k7/start_program.h"
 #include "platform/scope_guard.h"
 #include "platform/text.h"
+#include "report/fmt_err_msg.h"
 
 namespace tarvik {
 namespace {

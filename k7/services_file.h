@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "about/fmt_err_msg.h"
 #include "platform/boolean16.h"
 #include "platform/code_page.h"
 #include "platform/files.h"
+#include "report/fmt_err_msg.h"
 #include "report/message_boxes.h"
 
 namespace tarvik {

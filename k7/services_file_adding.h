@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "about/fmt_err_msg.h"
 #include "k7/services_file.h"
 #include "platform/code_page.h"
 #include "platform/files.h"
+#include "report/fmt_err_msg.h"
 #include "report/message_boxes.h"
 
 namespace tarvik {

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string>
 
-#include "about/file_util.h"
 #include "k7/svc_kit.h"
 #include "platform/boolean16.h"
 #include "platform/code_page.h"
+#include "platform/file_util.h"
 #include "report/message_boxes.h"
 #include "report/pump.h"
 

@@ -1,6 +1,6 @@
 #include <cstdlib>
 
-#include "about/fmt_err_msg.h"
+#include "report/fmt_err_msg.h"
 #include "tests/fakes/fake_boxes.h"
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fakes/fake_modules.h"

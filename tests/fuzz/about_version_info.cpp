@@ -1,7 +1,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "about/file_util.h"
+#include "platform/file_util.h"
 #include "tests/fakes/fake_modules.h"
 #include "tests/fuzz/fuzzer.h"
 

@@ -14,19 +14,19 @@
 
 #include <array>
 
-#include "about/file_util.h"
-#include "about/fmt_err_msg.h"
 #include "ftp/ftp_client.h"
 #include "ftp/wininet.h"
 #include "k7/services_file_adding.h"
 #include "lab/helpers/bench_caller/command_loop_win32.h"
 #include "platform/code_page.h"
+#include "platform/file_util.h"
 #include "platform/files.h"
 #include "platform/kernel_calls.h"
 #include "platform/system.h"
 #include "platform/text.h"
 #include "platform/version_library.h"
 #include "platform/windows_win32.h"
+#include "report/fmt_err_msg.h"
 
 namespace tarvik::lab {
 namespace {

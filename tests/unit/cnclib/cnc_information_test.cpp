@@ -37,7 +37,7 @@ struct CncOptionsTest : testing::Test, FakeContext {
     files.contents[L"C:\\Data\\Language\\Tarvik.exe_1033.ini"] = "";
     resource.Initialize(1033, L"C:\\Data", L"Tarvik.exe");
     for (int id = 125; id <= 132; ++id)
-      profile.values["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|" + std::to_string(id)] =
+      system.profile["C:\\Data\\Language\\Tarvik.exe_1033.ini|1033|" + std::to_string(id)] =
           "text " + std::to_string(id);
   }
 };

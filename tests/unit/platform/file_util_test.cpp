@@ -1,4 +1,4 @@
-#include "about/file_util.h"
+#include "platform/file_util.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "about/fmt_err_msg.h"
+#include "report/fmt_err_msg.h"
 
 #include <gtest/gtest.h>
 
