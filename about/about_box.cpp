@@ -19,7 +19,7 @@ constexpr wchar_t kExtraDescription[] = L"";
 constexpr ProgramVersion kThisProgram{TARVIK_VERSION_MAJOR, TARVIK_VERSION_MINOR, TARVIK_VERSION_PATCH,
                                       TARVIK_VERSION_BUILD};
 
-constexpr int kMinWidthInLines = 22;
+constexpr int kMinBoxWidthInLines = 22;
 constexpr size_t kMaxLineLength = 120;
 
 /// The report as a label shows it: paths are longer than a window should be wide, and an "&" in one is no
@@ -84,7 +84,7 @@ void frmAbout::LayOut() {
                 ui::Captioned(lblModules),
                 ui::Row(gap, ui::Boxed(ui::Filler(), ui::Captioned(cmdOK), ui::Captioned(cmdSysInfo)))));
   const ui::Size needed = all->Measure();
-  const int width = std::max(needed.width, kMinWidthInLines * form_->LineHeight());
+  const int width = std::max(needed.width, kMinBoxWidthInLines * form_->LineHeight());
   all->Place({2 * margin, 2 * margin, width, needed.height});
   form_->SetWindowSize(ui::WindowSizeFor(*form_, {width + 4 * margin, needed.height + 4 * margin}));
 }

@@ -23,6 +23,7 @@ CheckBox& Form::AddCheckBox(int id, int page, Message message) {
 
 TabStrip& Form::AddTabStrip(int id, const std::vector<Message>& messages) {
   std::vector<std::wstring> captions;
+  captions.reserve(messages.size());
   for (const Message message : messages) captions.emplace_back(RowOf(message).english);
   TabStrip& strip = AddTabStrip(id, captions);
   strip.pageMessages = messages;

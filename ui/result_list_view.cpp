@@ -21,6 +21,7 @@ size_t ResultListView::Count() const { return static_cast<size_t>(box_.Count());
 
 std::vector<std::wstring> ResultListView::Shown() const {
   std::vector<std::wstring> lines;
+  lines.reserve(Count());
   for (int i = 0; i < box_.Count(); ++i) lines.push_back(box_.Item(i));
   return lines;
 }

@@ -141,7 +141,7 @@ class MemoryTextBox final : public MemoryControl<TextBox> {
     selectionStart = start;
     selectionLength = length;
   }
-  void GetFocus() { Raise(onGotFocus); }
+  void ReceiveFocus() { Raise(onGotFocus); }
   void PressMouse(int16_t button, int16_t shift) { Raise(onMouseDown, button, shift); }
 
   int selectionStart = 0;

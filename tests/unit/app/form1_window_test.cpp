@@ -110,7 +110,7 @@ TEST_F(Form1WindowTest, A_ping_count_of_0_or_2147483647_is_accepted) {
 TEST_F(Form1WindowTest, The_number_boxes_select_their_text_when_they_get_the_focus) {
   for (const int id : {ID_txtTcpPortNo, ID_txtPingReqCount, ID_txtNxlibTimeOut, ID_txtK7ApiTestCount}) {
     Box(id).SetText(L"12345");
-    Box(id).GetFocus();
+    Box(id).ReceiveFocus();
     EXPECT_EQ(Box(id).selectionStart, 0);
     EXPECT_EQ(Box(id).selectionLength, 5);
   }
