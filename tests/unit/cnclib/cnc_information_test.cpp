@@ -12,7 +12,7 @@ namespace {
 
 using Lines = std::vector<std::wstring>;
 
-TEST(GetModelFromSysInfo, Names_the_generation_in_the_high_byte) {
+TEST(GetModelFromSysInfo, The_high_byte_is_the_generations_letter) {
   const std::pair<int16_t, const wchar_t*> expected[] = {
       {std::numeric_limits<int16_t>::min(), L""},
       {-512, L""},
@@ -58,7 +58,7 @@ TEST_F(CncOptionsTest, The_options_are_listed_in_the_language_of_the_mode) {
                                     L"text 130", L"text 131", RowOf(Message::Option1).japanese}));
 }
 
-TEST_F(CncOptionsTest, No_option_at_all_is_listed_as_none) {
+TEST_F(CncOptionsTest, An_option_word_of_0_is_listed_as_none) {
   DisplayNexal1Options(results, texts, false, 0);
   mode = kBuiltInJapanese;
   DisplayNexal1Options(results, texts, false, 0);
@@ -67,7 +67,7 @@ TEST_F(CncOptionsTest, No_option_at_all_is_listed_as_none) {
   EXPECT_EQ(results.Lines(), (Lines{L" (None)", L" (なし)", L"text 132"}));
 }
 
-TEST_F(CncOptionsTest, Options_without_a_name_are_neither_listed_nor_none) {
+TEST_F(CncOptionsTest, Options_without_a_name_are_not_listed) {
   DisplayNexal1Options(results, texts, false, 0x80);
   EXPECT_TRUE(results.Lines().empty());
 }

@@ -27,7 +27,7 @@ TEST(K7ErrorTextTest, Twelve_error_codes_have_a_text_in_both_languages) {
   EXPECT_EQ(texts, 12);
 }
 
-TEST(K7ErrorTextTest, The_mode_of_the_language_files_shows_English) {
+TEST(K7ErrorTextTest, The_language_file_mode_shows_English) {
   EXPECT_EQ(K7ErrorText(0, kLanguageFile), L"No Error");
 }
 

@@ -26,7 +26,7 @@ TEST(EvaluatePingResponse, Twenty_statuses_have_a_text) {
   EXPECT_EQ(texts, 20);
 }
 
-TEST(EvaluatePingResponse, A_good_status_has_no_text) { EXPECT_EQ(EvaluatePingResponse(0), L""); }
+TEST(EvaluatePingResponse, Status_0_has_no_text) { EXPECT_EQ(EvaluatePingResponse(0), L""); }
 
 TEST(EvaluatePingResponse, A_status_outside_the_table_is_an_unknown_response) {
   for (const uint32_t status : {1u, 11000u, 11019u, 11031u, 11033u, 11049u, 11051u, 0xFFFFFFFFu})

@@ -14,7 +14,7 @@ struct ReachabilityGatewayTest : testing::Test, FakePc {};
 
 constexpr const wchar_t* kBeyondGateway = L"192.168.2.100";
 
-TEST_F(ReachabilityGatewayTest, A_target_behind_the_gateway_is_pinged_after_the_gateway) {
+TEST_F(ReachabilityGatewayTest, A_target_in_another_subnet_is_pinged_after_the_gateway) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   icmp.AddHost("192.168.1.1");
   icmp.AddHost("192.168.2.100");
@@ -28,7 +28,7 @@ TEST_F(ReachabilityGatewayTest, A_target_behind_the_gateway_is_pinged_after_the_
              L"0001 Reply From 192.168.2.100: bytes=32 time=1ms TTL=64"}));
 }
 
-TEST_F(ReachabilityGatewayTest, A_PC_without_a_gateway_is_told) {
+TEST_F(ReachabilityGatewayTest, A_missing_gateway_is_reported) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   ipHelper.adapters.clear();
   EXPECT_FALSE(Check(kBeyondGateway));
@@ -38,14 +38,14 @@ TEST_F(ReachabilityGatewayTest, A_PC_without_a_gateway_is_told) {
                    L"  Target     :192.168.2.100", L"Default Gateway is required but not specified"}));
 }
 
-TEST_F(ReachabilityGatewayTest, An_empty_gateway_is_shown_as_read_and_counts_as_none) {
+TEST_F(ReachabilityGatewayTest, An_empty_gateway_is_shown_but_counts_as_missing) {
   AddCard("192.168.1.10", "255.255.255.0", {""});
   EXPECT_FALSE(Check(kBeyondGateway));
   EXPECT_EQ(results.Lines().at(3), L"  GateWay    :");
   EXPECT_EQ(results.Lines().back(), L"Default Gateway is required but not specified");
 }
 
-TEST_F(ReachabilityGatewayTest, A_gateway_0_0_0_0_is_shown_as_read_and_counts_as_none) {
+TEST_F(ReachabilityGatewayTest, The_gateway_0_0_0_0_is_shown_but_counts_as_missing) {
   AddCard("192.168.1.10", "255.255.255.0", {"0.0.0.0"});
   EXPECT_FALSE(Check(kBeyondGateway));
   EXPECT_EQ(results.Lines().at(3), L"  GateWay    :0.0.0.0");
@@ -53,7 +53,7 @@ TEST_F(ReachabilityGatewayTest, A_gateway_0_0_0_0_is_shown_as_read_and_counts_as
   EXPECT_TRUE(icmp.requests.empty());
 }
 
-TEST_F(ReachabilityGatewayTest, The_details_name_every_gateway) {
+TEST_F(ReachabilityGatewayTest, The_details_list_every_gateway) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1", "192.168.1.2"});
   Check(kBeyondGateway);
   EXPECT_EQ(results.Lines().at(3), L"  GateWay    :192.168.1.1");
@@ -61,7 +61,7 @@ TEST_F(ReachabilityGatewayTest, The_details_name_every_gateway) {
   EXPECT_EQ(results.Lines().at(5), L"  SubnetMask :255.255.255.0");
 }
 
-TEST_F(ReachabilityGatewayTest, With_two_addresses_no_details_are_written) {
+TEST_F(ReachabilityGatewayTest, With_two_addresses_no_details_are_shown) {
   AddCard("192.168.1.10", "255.255.255.0", {});
   AddCard("10.1.2.3", "255.0.0.0", {});
   EXPECT_FALSE(Check(kBeyondGateway));
@@ -86,13 +86,13 @@ TEST_F(ReachabilityGatewayTest, A_gateway_in_the_subnet_of_another_address_is_no
   EXPECT_EQ(results.Lines().back(), L"Cannot access to the Gateway from this PC.");
 }
 
-TEST_F(ReachabilityGatewayTest, No_gateway_beside_one_outside_its_subnet_is_a_mismatch) {
+TEST_F(ReachabilityGatewayTest, A_missing_gateway_and_one_outside_its_subnet_are_a_mismatch) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.3.1", "0.0.0.0"});
   EXPECT_FALSE(Check(kBeyondGateway));
   EXPECT_EQ(results.Lines().back(), L"Cannot access to the Gateway from this PC.");
 }
 
-TEST_F(ReachabilityGatewayTest, Unusable_gateways_are_passed_over_for_a_usable_one) {
+TEST_F(ReachabilityGatewayTest, Unusable_gateways_are_skipped) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.3.1"});
   AddCard("10.1.2.3", "255.0.0.0", {"0.0.0.0", "10.0.0.1"});
   icmp.AddHost("10.0.0.1");
@@ -127,7 +127,7 @@ TEST_F(ReachabilityGatewayTest, Gateways_are_tried_in_the_order_of_the_addresses
   EXPECT_EQ(results.Lines().back(), L"Please check Gateway's address, cable and power");
 }
 
-TEST_F(ReachabilityGatewayTest, A_target_that_does_not_answer_behind_the_gateway_ends_the_check) {
+TEST_F(ReachabilityGatewayTest, A_target_in_another_subnet_that_does_not_answer_fails) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   icmp.AddHost("192.168.1.1");
   EXPECT_FALSE(Check(kBeyondGateway));
@@ -136,7 +136,7 @@ TEST_F(ReachabilityGatewayTest, A_target_that_does_not_answer_behind_the_gateway
                    L"Please check Target's address, cable and power"}));
 }
 
-TEST_F(ReachabilityGatewayTest, The_count_holds_for_the_gateway_and_for_the_target) {
+TEST_F(ReachabilityGatewayTest, The_count_applies_to_the_gateway_and_to_the_target) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   icmp.AddHost("192.168.1.1");
   icmp.AddHost("192.168.2.100");
@@ -162,7 +162,7 @@ TEST_F(ReachabilityGatewayTest, The_all_ones_address_cannot_be_pinged) {
                    L"Please check Target's address, cable and power"}));
 }
 
-TEST_F(ReachabilityGatewayTest, A_stop_after_the_gateway_answered_ends_the_check_without_further_lines) {
+TEST_F(ReachabilityGatewayTest, A_stop_after_the_gateways_answer_ends_the_check_without_more_lines) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
   icmp.AddHost("192.168.1.1");
   icmp.AddHost("192.168.2.100");
@@ -172,8 +172,7 @@ TEST_F(ReachabilityGatewayTest, A_stop_after_the_gateway_answered_ends_the_check
   EXPECT_EQ(results.Lines().back(), L"0001 Reply From 192.168.1.1: bytes=32 time=1ms TTL=64");
 }
 
-TEST_F(ReachabilityGatewayTest,
-       A_stop_during_a_gateways_ping_starts_no_other_gateways_and_the_one_is_judged) {
+TEST_F(ReachabilityGatewayTest, A_stop_during_a_gateways_ping_tries_no_other_but_gives_a_verdict) {
   AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1", "192.168.1.2"});
   icmp.AddHost("192.168.1.2");
   pump.stopAt = 300;
