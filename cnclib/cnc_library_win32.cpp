@@ -8,7 +8,7 @@ namespace {
 class Win32CncLibrary final : public CncLibrary {
  public:
   int16_t nx_allochandle3(const char* address, int16_t port, int32_t timeOut, Handle& handle) override {
-    // A library that could not take the handle back must not give one.
+    // Throws if the library does not export nx_freehandle: the handle could never be freed.
     FindFreeHandle();
     return library_.Call<int16_t(WINAPI*)(const char*, int16_t, int32_t, Handle*)>("nx_allochandle3")(
         address, port, timeOut, &handle);

@@ -43,7 +43,7 @@ class Win32Wininet final : public Wininet {
     return Call<int32_t>("InternetGetLastResponseInfoA", error, buffer, length);
   }
   int32_t InternetCloseHandle(Handle handle) override {
-    // Owners call this while an error passes, so it must not raise one of its own.
+    // Called by destructors during stack unwinding, so it must not throw.
     const auto close = library_.Find<BOOL(WINAPI*)(Handle)>("InternetCloseHandle");
     return close == nullptr ? FALSE : close(handle);
   }
@@ -71,7 +71,7 @@ class Win32Wininet final : public Wininet {
   uint32_t GetLastError() override { return ::GetLastError(); }
 
  private:
-  /// Calls the library's function of that name with its own types, which are those of the arguments here.
+  /// Calls the function of that name. The argument types here must be exactly those of the function.
   template <typename Result, typename... Arguments>
   Result Call(const char* name, Arguments... arguments) {
     return std::bit_cast<Result(WINAPI*)(Arguments...)>(Find(name))(arguments...);

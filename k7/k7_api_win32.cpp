@@ -35,7 +35,7 @@ class Win32K7Api final : public K7Api {
     int32_t(WINAPI* cleanup)();
   };
 
-  /// All of them or none: a test that could not give back what it took must not begin.
+  /// Finds all functions or throws: a test that could not free its handle at the end must not start.
   const Calls& Library() {
     if (calls_.cleanup != nullptr) return calls_;
     Calls found{};

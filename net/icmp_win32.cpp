@@ -8,7 +8,7 @@ namespace {
 class Win32IcmpLibrary final : public IcmpLibrary {
  public:
   Handle IcmpCreateFile() override {
-    // ICMP.DLL is gone from the newest Windows, where iphlpapi has the same three calls.
+    // The newest Windows has no ICMP.DLL; iphlpapi.dll exports the same three functions there.
     if (!IsLoaded() && !LoadFrom(L"ICMP.DLL") && !LoadFrom(L"iphlpapi.dll")) return 0;
     return CreatedHandle(std::bit_cast<Handle>(createFile_()));
   }
@@ -19,7 +19,7 @@ class Win32IcmpLibrary final : public IcmpLibrary {
       ::SetLastError(ERROR_MOD_NOT_FOUND);
       return 0;
     }
-    // The library only reads the request and its options, though its declaration does not say so.
+    // The library does not write to the request and its options, although they are not declared const.
     return sendEcho_(std::bit_cast<HANDLE>(handle), address, const_cast<void*>(requestData), requestSize,
                      const_cast<IpOptionInformation*>(requestOptions), reply, replySize, timeout);
   }

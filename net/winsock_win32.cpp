@@ -9,7 +9,7 @@
 namespace tarvik {
 namespace {
 
-// ws2_32 is one of Windows' own known libraries: a static import cannot be led astray to a planted copy.
+// ws2_32.dll is a KnownDLL: a static import never loads a copy planted next to the program.
 
 static_assert(sizeof(HostEntry) == sizeof(hostent));
 static_assert(offsetof(HostEntry, h_length) == offsetof(hostent, h_length));
