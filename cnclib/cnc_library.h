@@ -28,13 +28,13 @@ struct CncPmcRange {
   /// Bytes before the data. The length of a read includes them.
   static constexpr int16_t kHeaderSize = 8;
   /// Bytes of data in the largest read.
-  static constexpr int16_t kMostData = 8000;
+  static constexpr int16_t kMaxDataBytes = 8000;
 
   int16_t addr_type = 0;  ///< index of the address letter in the library's list
   int16_t data_type = 0;  ///< 0 = bytes
   int16_t first_no = 0;
   int16_t last_no = 0;
-  uint8_t data[kMostData + 1] = {};
+  uint8_t data[kMaxDataBytes + 1] = {};
 };
 static_assert(offsetof(CncPmcRange, addr_type) == 0 && offsetof(CncPmcRange, data_type) == 2);
 static_assert(offsetof(CncPmcRange, first_no) == 4 && offsetof(CncPmcRange, last_no) == 6);

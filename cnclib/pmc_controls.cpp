@@ -15,9 +15,9 @@ using ui::Captioned;
 using ui::Sized;
 
 /// Minimum height of the two lists, in lines of text.
-constexpr int kListLines = 14;
-constexpr wchar_t kLongestData[] = L"0000\tFF";
-constexpr wchar_t kLongestResult[] = L"2147483647 ERR Ret=-16,-32768,-32768";
+constexpr int kMinListLines = 14;
+constexpr wchar_t kWidestData[] = L"0000\tFF";
+constexpr wchar_t kWidestResult[] = L"2147483647 ERR Ret=-16,-32768,-32768";
 
 /// A list under its caption.
 struct CaptionedList {
@@ -73,15 +73,15 @@ ui::Size LayOutPmcTest(ui::Form& form, PmcTestControls& c) {
   const BoxPtr buttons =
       ui::Row(gap, Boxed(Sized(c.lblCount, L"2147483647"), ui::Filler(), Captioned(c.cmdRead),
                          Captioned(c.cmdStop), Captioned(c.cmdClose)));
-  CaptionedList data{c.lblData, c.lstData, kLongestData};
-  CaptionedList result{c.lblResult, c.lstResult, kLongestResult};
+  CaptionedList data{c.lblData, c.lstData, kWidestData};
+  CaptionedList result{c.lblResult, c.lstResult, kWidestResult};
 
   const int dataWidth = data.MinWidth();
   const int minWidth =
       std::max({fields->Measure().width, buttons->Measure().width, dataWidth + margin + result.MinWidth()});
   const int fieldsHeight = fields->Measure().height;
   const int buttonsHeight = buttons->Measure().height;
-  const int minHeight = fieldsHeight + kListLines * line + buttonsHeight + 2 * margin;
+  const int minHeight = fieldsHeight + kMinListLines * line + buttonsHeight + 2 * margin;
 
   const ui::Size client = form.ClientSize();
   const int width = std::max(minWidth, client.width - 2 * margin);

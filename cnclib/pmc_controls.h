@@ -31,8 +31,8 @@ struct PmcTestControls {
   ui::Button& cmdClose;
 };
 
-/// Places every control so that the window's present size is filled and no caption is cut in any of the
-/// program's languages. Returns the least outer window size for that.
+/// Places the controls so that they fill the window and no caption is truncated in any of the program's
+/// languages. Returns the minimum outer window size for that.
 ui::Size LayOutPmcTest(ui::Form& form, PmcTestControls& controls);
 
 }  // namespace tarvik

@@ -13,16 +13,16 @@
 namespace tarvik {
 namespace {
 
-/// The PMC's address letters; the library knows each by its place here.
+/// The PMC's address letters; the library identifies each by its index here.
 constexpr std::wstring_view kAddressLetters = L"GFYXARTKCDMNE";
 constexpr size_t kFirstLetter = kAddressLetters.find(L'D');
 constexpr int32_t kLastAddress = std::numeric_limits<int16_t>::max();
-constexpr int kFullLog = 32767;
+constexpr int kMaxLogLines = 32767;
 
 /// The typed text as a number within the range; otherwise nothing.
-std::optional<int16_t> NumberIn(const std::wstring& typed, int32_t least, int32_t most) {
+std::optional<int16_t> NumberIn(const std::wstring& typed, int32_t minimum, int32_t maximum) {
   const std::optional<int32_t> number = ParseInt32(typed);
-  if (!number || *number < least || *number > most) return std::nullopt;
+  if (!number || *number < minimum || *number > maximum) return std::nullopt;
   return static_cast<int16_t>(*number);
 }
 
@@ -41,14 +41,14 @@ frmPmcTest::ReadRun::~ReadRun() {
   window_.stopRequested_ = false;
   try {
     PmcTestControls& c = window_.controls_;
-    // Where the buttons' going grey has led the focus, and not where the user has taken it.
+    // Only if disabling the buttons moved the focus, not if the user did.
     const bool focusMoved = c.cmdStop.HasFocus() || (focusWasOnRead_ && c.cmbPmcAddr.HasFocus());
     c.cmdRead.SetEnabled(true);
     c.cmdClose.SetEnabled(true);
     if (focusMoved) c.cmdRead.SetFocus();
     c.cmdStop.SetEnabled(false);
   } catch (const RuntimeError&) {
-    // The run has ended all the same.
+    // The run has ended anyway.
   }
 }
 
@@ -86,9 +86,9 @@ void frmPmcTest::Form_Load() {
   controls_.txtSleep.SetText(L"1000");
   controls_.cmdStop.SetEnabled(false);
   LoadCaptions();
-  const ui::Size least = LayOutPmcTest(*form_, controls_);
-  form_->SetMinimumWindowSize(least);
-  form_->SetWindowSize(least);
+  const ui::Size minimum = LayOutPmcTest(*form_, controls_);
+  form_->SetMinimumWindowSize(minimum);
+  form_->SetWindowSize(minimum);
 }
 
 void frmPmcTest::LoadCaptions() {
@@ -102,10 +102,10 @@ void frmPmcTest::Form_Resize() {
 }
 
 void frmPmcTest::Form_ScalingChanged() {
-  const ui::Size least = LayOutPmcTest(*form_, controls_);
+  const ui::Size minimum = LayOutPmcTest(*form_, controls_);
   const ui::Size window = form_->WindowSize();
-  form_->SetMinimumWindowSize(least);
-  form_->SetWindowSize({std::max(window.width, least.width), std::max(window.height, least.height)});
+  form_->SetMinimumWindowSize(minimum);
+  form_->SetWindowSize({std::max(window.width, minimum.width), std::max(window.height, minimum.height)});
 }
 
 void frmPmcTest::Form_Escape() {
@@ -115,30 +115,31 @@ void frmPmcTest::Form_Escape() {
 void frmPmcTest::cmdRead_Click() {
   if (running_) return;
   const ReadRun run(*this);
-  // Inside the run: the window must not go away under the error dialog either.
+  // Inside the run, so that the window cannot be closed under the error dialog.
   form_->Guarded([this] { Read(); });
-  // The connection has closed by now, and the controller may have kept it waiting. What the user has clicked
-  // meanwhile was clicked during this run: it must not begin another one, which would clear the log.
+  // Closing the connection may have taken long. Clicks of that time belong to this run: handled after it,
+  // they would start another one, which clears the log.
   pump_.LetEventsRun();
 }
 
-std::optional<int32_t> frmPmcTest::ReadNumber(ui::TextBox& box, const ui::Label& label, int32_t least,
-                                              int32_t most) {
-  const auto number = report::NumberInBox(box.Text(), label.Caption(), least, most, texts_, form_->Boxes());
+std::optional<int32_t> frmPmcTest::ReadNumber(ui::TextBox& box, const ui::Label& label, int32_t minimum,
+                                              int32_t maximum) {
+  const auto number =
+      report::NumberInBox(box.Text(), label.Caption(), minimum, maximum, texts_, form_->Boxes());
   if (!number) box.SetFocus();
   return number;
 }
 
 std::optional<int16_t> frmPmcTest::ReadLength() {
   const std::optional<int32_t> typed = ParseInt32(controls_.txtPmcLen.Text());
-  if (typed && *typed > CncPmcRange::kMostData) {
-    // The language files' text names the number itself.
+  if (typed && *typed > CncPmcRange::kMaxDataBytes) {
+    // The text in the language files contains the number.
     const std::wstring text = texts_.GetOrEmpty(Message::PmcLengthError);
-    form_->Boxes().Show(texts_.Mode() == kLanguageFile ? text : text + Decimal(CncPmcRange::kMostData));
+    form_->Boxes().Show(texts_.Mode() == kLanguageFile ? text : text + Decimal(CncPmcRange::kMaxDataBytes));
     controls_.txtPmcLen.SetFocus();
     return std::nullopt;
   }
-  const auto length = ReadNumber(controls_.txtPmcLen, controls_.lblPmcLen, 1, CncPmcRange::kMostData);
+  const auto length = ReadNumber(controls_.txtPmcLen, controls_.lblPmcLen, 1, CncPmcRange::kMaxDataBytes);
   if (!length) return std::nullopt;
   return static_cast<int16_t>(*length);
 }
@@ -146,7 +147,7 @@ std::optional<int16_t> frmPmcTest::ReadLength() {
 std::optional<frmPmcTest::Range> frmPmcTest::ReadRange() {
   const auto length = ReadLength();
   if (!length) return std::nullopt;
-  // The last address of the range has to fit in 16 bits too.
+  // The last address of the range must also fit in 16 bits.
   const auto start =
       ReadNumber(controls_.txtPmcStart, controls_.lblPmcStart, 0, kLastAddress - (*length - 1));
   if (!start) return std::nullopt;
@@ -159,26 +160,25 @@ void frmPmcTest::Read() {
     form_->Boxes().Show(L"Allocate Handle error=" + Decimal(result));
     return;
   }
-  constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
+  constexpr int32_t kMaxInt32 = std::numeric_limits<int32_t>::max();
   const std::optional<Range> range = ReadRange();
   if (!range) return;
-  // No pass is made for a count below 1; it is a number all the same.
+  // A count below 1 is accepted and makes no pass.
   const auto count =
-      ReadNumber(controls_.txtCount, controls_.lblTest, std::numeric_limits<int32_t>::min(), kMost);
+      ReadNumber(controls_.txtCount, controls_.lblTest, std::numeric_limits<int32_t>::min(), kMaxInt32);
   if (!count) return;
-  const auto interval = ReadNumber(controls_.txtSleep, controls_.lblSleep, 0, kMost);
+  const auto interval = ReadNumber(controls_.txtSleep, controls_.lblSleep, 0, kMaxInt32);
   if (!interval) return;
 
-  lastGood_ = *range;
+  lastValid_ = *range;
   controls_.lstResult.Clear();
   controls_.cmdStop.SetEnabled(true);
   controls_.cmdStop.SetFocus();
-  // Wide enough to count beyond the largest count.
+  // 64 bits: a 32-bit number would overflow after the largest count.
   for (int64_t pass = 1; pass <= *count; ++pass) {
     ReadPmcOnce(connection.Handle(), static_cast<int32_t>(pass));
     controls_.lblCount.SetCaption(Decimal(pass));
-    // One wait, not several: each would end at the next tick of the system's clock and so add to the
-    // interval.
+    // One wait: several would each be rounded up to a tick of the system clock, which adds up.
     pump_.SleepUntil(static_cast<uint32_t>(*interval), [this] { return StopRequested(); });
     pump_.LetEventsRun();
     if (StopRequested()) return;
@@ -189,18 +189,17 @@ void frmPmcTest::Read() {
 
 frmPmcTest::Range frmPmcTest::RangeOfPass() const {
   const int16_t length =
-      NumberIn(controls_.txtPmcLen.Text(), 1, CncPmcRange::kMostData).value_or(lastGood_.length);
+      NumberIn(controls_.txtPmcLen.Text(), 1, CncPmcRange::kMaxDataBytes).value_or(lastValid_.length);
   const int32_t lastStart = kLastAddress - (length - 1);
-  const int16_t start = NumberIn(controls_.txtPmcStart.Text(), 0, lastStart).value_or(lastGood_.start);
-  // A new length may leave the 16 bits from the last good start.
-  return start > lastStart ? lastGood_ : Range{start, length};
+  const int16_t start = NumberIn(controls_.txtPmcStart.Text(), 0, lastStart).value_or(lastValid_.start);
+  // From the last valid start, a new length may exceed 16 bits.
+  return start > lastStart ? lastValid_ : Range{start, length};
 }
 
 void frmPmcTest::ReadPmcOnce(CncLibrary::Handle handle, int32_t pass) {
-  // Read again for each pass: the user may read on elsewhere without a new connection. A number
-  // that is not acceptable now, one out of range too, counts with its last good value.
-  lastGood_ = RangeOfPass();
-  const auto [start, length] = lastGood_;
+  // Updated for each pass, so that the user can read another range without a new connection.
+  lastValid_ = RangeOfPass();
+  const auto [start, length] = lastValid_;
   CncPmcRange range;
   range.addr_type = static_cast<int16_t>(controls_.cmbPmcAddr.SelectedIndex());
   range.first_no = start;
@@ -210,8 +209,8 @@ void frmPmcTest::ReadPmcOnce(CncLibrary::Handle handle, int32_t pass) {
                               static_cast<int16_t>(length + CncPmcRange::kHeaderSize), range);
   if (result == 0) {
     ShowData(range, length);
-    // Only a good line makes room for itself; errors are never thrown away for the next one.
-    if (controls_.lstResult.Count() >= kFullLog) controls_.lstResult.Clear();
+    // Only a successful read clears the full log: errors are never discarded for another error.
+    if (controls_.lstResult.Count() >= kMaxLogLines) controls_.lstResult.Clear();
     AddVerdict(pass, L"OK");
   } else if (result == CncLibrary::kPmcError) {
     CncPmcDetailError detail;

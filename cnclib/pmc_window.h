@@ -16,11 +16,13 @@
 
 namespace tarvik {
 
-/// The PMC read test window: reads one range of PMC data again and again and keeps a log of how that went.
-/// It stands beside the main window, which stays usable, and which it asks for the controller to talk to.
+/// The PMC read test window: reads one range of PMC data repeatedly and logs the result of each read. It is
+/// modeless and reads from the controller that is entered in the main window.
+///
+/// Dormant: its menu command is hidden, so it opens only for a program that sends the command.
 class frmPmcTest {
  public:
-  /// `form`: a new window. `target`: the controller of the main window's boxes, asked for at each run.
+  /// `form`: a new window. `target`: returns the controller entered in the main window; called at each run.
   frmPmcTest(std::unique_ptr<ui::Form> form, const Texts& texts, report::Pump& pump, CncLibrary& library,
              CodePage& codePage, System& system, std::function<CncTarget()> target);
   frmPmcTest(const frmPmcTest&) = delete;
@@ -29,13 +31,13 @@ class frmPmcTest {
   void Show() { form_->Show(); }
   void MakeTopmost() { form_->MakeTopmost(); }
   void SetPointer(ui::Pointer pointer) { form_->SetPointer(pointer); }
-  /// The user has closed the window; it can be let go of.
+  /// True when the user has closed the window, which may then be destroyed.
   bool Unloaded() const { return unloaded_ && !running_; }
-  /// A read run is active. The window refuses to close, and must not be let go of.
+  /// True during a read run, when the window does not close and must not be destroyed.
   bool Running() const { return running_; }
 
  private:
-  /// One read run: while it lives the window offers the stop and refuses to close.
+  /// One read run: during its lifetime the window offers Stop and does not close.
   class ReadRun {
    public:
     explicit ReadRun(frmPmcTest& window);
@@ -68,13 +70,14 @@ class frmPmcTest {
   void AddVerdict(int32_t pass, const std::wstring& verdict);
   bool StopRequested() const { return stopRequested_ || pump_.StopRequested(); }
 
-  // What the boxes hold. Nothing when it is refused; the user has been told then.
+  // The values typed in the boxes; nothing, after a message box, when they are not acceptable.
   std::optional<int16_t> ReadLength();
   std::optional<Range> ReadRange();
-  /// The range of the next pass. A box that holds no acceptable number, half typed perhaps, counts with its
-  /// last good value: a box refused in the middle of a long run would end it.
+  /// The range of the next pass. A box without an acceptable number, perhaps half typed, keeps its last valid
+  /// value, because rejecting it would end a long run.
   Range RangeOfPass() const;
-  std::optional<int32_t> ReadNumber(ui::TextBox& box, const ui::Label& label, int32_t least, int32_t most);
+  std::optional<int32_t> ReadNumber(ui::TextBox& box, const ui::Label& label, int32_t minimum,
+                                    int32_t maximum);
 
   std::unique_ptr<ui::Form> form_;
   const Texts& texts_;
@@ -84,7 +87,7 @@ class frmPmcTest {
   System& system_;
   PmcTestControls controls_;
   std::function<CncTarget()> target_;
-  Range lastGood_{};  ///< range of the latest pass of the run
+  Range lastValid_{};  ///< range of the latest pass of the run
   bool stopRequested_ = false;
   bool running_ = false;
   bool unloaded_ = false;

@@ -24,7 +24,7 @@ TEST(CncLibrary, The_system_information_has_the_librarys_layout) {
 TEST(CncLibrary, The_PMC_data_follow_four_16_bit_numbers) {
   CncPmcRange range;
   range.data[0] = 0xAB;
-  range.data[CncPmcRange::kMostData] = 0xCD;
+  range.data[CncPmcRange::kMaxDataBytes] = 0xCD;
   unsigned char bytes[sizeof range];
   std::memcpy(bytes, &range, sizeof range);
   EXPECT_EQ(bytes[8], 0xAB);
