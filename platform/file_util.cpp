@@ -10,14 +10,14 @@
 namespace tarvik {
 namespace {
 
-constexpr size_t kUsualPath = 260;
-constexpr size_t kLongestPath = 32768;
-/// A version resource counts its own length in 16 bits; what claims to be much larger is none.
-constexpr uint32_t kLargestVersionInfo = 0x100000;
+constexpr size_t kFirstPathLength = 260;
+constexpr size_t kMaxPathLength = 32768;
+/// A version resource has a 16-bit length; anything much larger is not a version resource.
+constexpr uint32_t kMaxVersionInfoBytes = 0x100000;
 /// ERROR_INVALID_DATA: the code of a failure for which Windows sets none.
 constexpr uint32_t kInvalidData = 13;
 
-/// The sub-block as far as it really lies in the block; nothing when it does not.
+/// The part of the sub-block that is inside the block; empty when none is.
 std::span<const std::byte> Inside(std::span<const std::byte> block, const void* value, uint32_t length) {
   const auto begin = reinterpret_cast<std::uintptr_t>(block.data());
   const auto at = reinterpret_cast<std::uintptr_t>(value);
@@ -42,9 +42,9 @@ std::nullopt_t FileUtil::Fail(const wchar_t* step, uint32_t code) {
 
 std::optional<std::wstring> FileUtil::mSearchPath(const std::wstring& fileName) {
   Begin(L"mSearchPath", fileName);
-  std::wstring path(kUsualPath, L'\0');
+  std::wstring path(kFirstPathLength, L'\0');
   uint32_t length = kernel_.SearchPathW(fileName.c_str(), path.data(), static_cast<uint32_t>(path.size()));
-  if (length > path.size() && length <= kLongestPath) {
+  if (length > path.size() && length <= kMaxPathLength) {
     path.assign(length, L'\0');
     length = kernel_.SearchPathW(fileName.c_str(), path.data(), static_cast<uint32_t>(path.size()));
   }
@@ -59,7 +59,7 @@ std::optional<std::wstring> FileUtil::mGetFileVersionInfoString(const std::wstri
   uint32_t handle = 0;
   const uint32_t size = version_.GetFileVersionInfoSizeW(path.c_str(), handle);
   if (size == 0) return Fail(L"API GetFileVersionInfoSize ", kernel_.GetLastError());
-  if (size > kLargestVersionInfo) return Fail(L"API GetFileVersionInfoSize ", kInvalidData);
+  if (size > kMaxVersionInfoBytes) return Fail(L"API GetFileVersionInfoSize ", kInvalidData);
   std::vector<std::byte> block(size);
   if (version_.GetFileVersionInfoW(path.c_str(), handle, size, block.data()) == 0)
     return Fail(L"API GetFileVersionInfo ", kernel_.GetLastError());

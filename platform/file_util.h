@@ -11,12 +11,13 @@
 
 namespace tarvik {
 
-/// Finds files on the search path and reads their versions. A call that fails keeps its error until the next.
+/// Finds files on the search path and reads their versions. The error of a failed call is kept until
+/// the next call.
 class FileUtil {
  public:
   FileUtil(KernelCalls& kernel, VersionLibrary& version) : kernel_(kernel), version_(version) {}
 
-  /// The full path of the file on the standard search path; nothing when there is none.
+  /// The full path of the file on the standard search path; nothing when it is not found.
   std::optional<std::wstring> mSearchPath(const std::wstring& fileName);
 
   /// The four numbers of the file's version, joined by "."; nothing when it has none.
@@ -27,7 +28,7 @@ class FileUtil {
   /// The method with its arguments, a line break, and the step that failed; empty after success.
   const std::wstring& pErrorMessage() const { return errorMessage_; }
 
-  /// Windows' error code of that step; ERROR_INVALID_DATA (13) when the answer made no sense, 0 after
+  /// Windows error code of that step: ERROR_INVALID_DATA (13) when its result was not plausible, 0 after
   /// success.
   uint32_t pErrorCode() const { return errorCode_; }
 
@@ -42,8 +43,8 @@ class FileUtil {
   uint32_t errorCode_ = 0;
 };
 
-/// The version in the root of a version resource, as "1.2.3.4"; nothing when the bytes are too few or do not
-/// carry its signature.
+/// The version in the root of a version resource, as "1.2.3.4"; nothing when the bytes are too few or lack
+/// its signature.
 std::optional<std::wstring> FixedFileVersion(std::span<const std::byte> root);
 
 }  // namespace tarvik
