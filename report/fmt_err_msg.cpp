@@ -10,7 +10,7 @@ namespace {
 
 constexpr uint32_t kBufferSize = 256;
 
-/// The table of the network management's messages, which the system's own does not hold.
+/// The message table of network management, whose texts are not in the system's own table.
 class NetworkMessages {
  public:
   NetworkMessages(KernelCalls& kernel, int32_t code) : kernel_(kernel) {
@@ -23,7 +23,7 @@ class NetworkMessages {
   NetworkMessages(const NetworkMessages&) = delete;
   NetworkMessages& operator=(const NetworkMessages&) = delete;
 
-  /// 0 when the code is none of theirs, or the table cannot be loaded.
+  /// 0 when the code is not a network error or the table cannot be loaded.
   KernelCalls::Module Module() const { return module_; }
 
  private:
@@ -34,7 +34,7 @@ class NetworkMessages {
   KernelCalls::Module module_ = 0;
 };
 
-/// The system breaks its texts into lines and ends them with a line break; a result line has none.
+/// Joins the lines of a system text, which also ends with a line break, to one result line.
 std::wstring OneLine(const std::wstring& text) {
   std::wstring line;
   for (size_t at = 0; (at = text.find_first_not_of(L"\r\n", at)) != std::wstring::npos;) {

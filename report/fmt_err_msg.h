@@ -9,14 +9,14 @@
 
 namespace tarvik {
 
-/// Puts the error codes of Windows and its network into one line of text.
+/// Describes Windows and network error codes in one line of text.
 class FmtErrMsg {
  public:
   FmtErrMsg(KernelCalls& kernel, CodePage& codePage, report::MessageBoxes& boxes)
       : kernel_(kernel), codePage_(codePage), boxes_(boxes) {}
 
-  /// "ERROR: <code> - <the system's text>". A code that the system has no text for is told in a message box
-  /// and leaves the text empty.
+  /// "ERROR: <code> - <the system's text>". For a code without a text, shows a message box and leaves the
+  /// text empty.
   std::wstring Decode(int32_t lCode);
 
   /// The same for the latest error of a platform call. Dormant: every caller has the code that it reports.
