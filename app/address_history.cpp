@@ -6,7 +6,7 @@ namespace tarvik {
 namespace {
 
 constexpr wchar_t kSection[] = L"History";
-constexpr int kMostStored = 10;
+constexpr int kMaxStoredAddresses = 10;
 
 std::wstring KeyOf(int index) { return ZeroPadded(index + 1, 2); }
 
@@ -14,7 +14,7 @@ std::wstring KeyOf(int index) { return ZeroPadded(index + 1, 2); }
 
 void LoadHistory(ui::ComboBox& box, SettingsStore& store) {
   box.Clear();
-  for (int i = 0; i < kMostStored; ++i) {
+  for (int i = 0; i < kMaxStoredAddresses; ++i) {
     const std::wstring address = store.Read(kSection, KeyOf(i)).value_or(std::wstring());
     if (!address.empty()) box.InsertItem(box.Count(), address);
   }
@@ -22,12 +22,13 @@ void LoadHistory(ui::ComboBox& box, SettingsStore& store) {
 }
 
 void SaveHistory(const ui::ComboBox& box, SettingsStore& store) {
-  for (int i = 0; i < box.Count() && i < kMostStored; ++i) store.Write(kSection, KeyOf(i), box.Item(i));
+  for (int i = 0; i < box.Count() && i < kMaxStoredAddresses; ++i)
+    store.Write(kSection, KeyOf(i), box.Item(i));
 }
 
 void AddHistoryIfNew(ui::ComboBox& box) {
   const std::wstring address = box.Text();
-  // The item behind the last one reads as empty text, which is how an empty box is never added.
+  // "<=" on purpose: the item after the last reads as empty text, so an empty address is never added.
   for (int i = 0; i <= box.Count(); ++i)
     if (box.Item(i) == address) return;
   box.InsertItem(0, address);

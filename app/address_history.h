@@ -5,13 +5,14 @@
 
 namespace tarvik {
 
-/// Fills the box from the stored addresses, newest first, and makes the first one the current text.
+/// Fills the box with the stored addresses, newest first, and selects the first. Missing and empty entries
+/// are skipped.
 void LoadHistory(ui::ComboBox& box, SettingsStore& store);
 
-/// Stores the first ten items. Entries beyond the box's items stay as they are.
+/// Stores the first ten items of the box. If it has fewer, the remaining stored entries are kept.
 void SaveHistory(const ui::ComboBox& box, SettingsStore& store);
 
-/// Puts the box's text at the head of its items, unless it is among them already or empty.
+/// Inserts the box's text as its first item, unless the text is empty or already an item (case-sensitive).
 void AddHistoryIfNew(ui::ComboBox& box);
 
 }  // namespace tarvik

@@ -1,4 +1,4 @@
-// The two closed libraries of the start-up.
+// ObryConfIO.dll and txcodec.dll, the two closed libraries that only start-up uses.
 
 #include "app/configuration_library.h"
 #include "app/secret_decoder.h"

@@ -1,3 +1,5 @@
+// The command line. Unlike in the C runtime, only spaces separate the arguments and there is no quoting.
+
 #include "app/command_line.h"
 
 #include <optional>
@@ -39,7 +41,7 @@ void StoreNumber(std::optional<Number> number, Number& target) {
 
 }  // namespace
 
-std::wstring_view BehindProgramName(std::wstring_view commandLine) {
+std::wstring_view AfterProgramName(std::wstring_view commandLine) {
   bool quoted = false;
   size_t end = 0;
   for (; end < commandLine.size(); ++end) {
@@ -56,13 +58,13 @@ void ParseCommandLine(std::wstring_view text, CommandLineValues& values, OptionM
   for (size_t i = 0; i < tokens.size(); ++i) {
     const std::wstring_view token = tokens[i];
     const bool last = i + 1 == tokens.size();
-    const bool marked = token.front() == L'-' || token.front() == L'/';
-    if (!marked && last) {
+    const bool hasOptionMark = token.front() == L'-' || token.front() == L'/';
+    if (!hasOptionMark && last) {
       StorePositional(token, values);
       return;
     }
-    // A word in front of others is read as an option too, its first letter dropped like a mark; callers
-    // rely on parsing ending there.
+    // A word that is not last is read as an option too, with its first letter dropped like a mark. That
+    // usually makes an unknown key, and callers rely on parsing ending there.
     const std::wstring key = UpperCaseAscii(token.substr(1));
     if (!IsKey(key) || last) return;
     const std::wstring_view value = tokens[++i];
@@ -89,7 +91,7 @@ void ParseCommandLine(std::wstring_view text, CommandLineValues& values, OptionM
         languageMode = kLanguageFile;
       }
     }
-    // "UDP_PORT" is taken with its value for callers of older releases; nothing stores it.
+    // "UDP_PORT" and its value are accepted for callers of older releases, and ignored.
   }
 }
 

@@ -10,27 +10,27 @@
 
 namespace tarvik {
 
-/// What the command line presets. A number of 0 means not given.
+/// The values that the command line can preset. A number of 0 or an empty text means not given.
 struct CommandLineValues {
   std::wstring targetHost;
-  std::wstring accessCode;  ///< in the encoded form
+  std::wstring accessCode;  ///< encoded; see DecodeSecret
   int16_t pingCount = 0;
   int16_t tcpPort = 0;
   int16_t libraryTimeOut = 0;  ///< seconds
   std::wstring k7ServerHost = L"127.0.0.1";
   std::wstring ftpUser;
-  std::wstring ftpPassword;  ///< in the encoded form
+  std::wstring ftpPassword;  ///< encoded; see DecodeSecret
 };
 
-/// The command-line text after the program's name: what GetCommandLine returned, without its first word. As
-/// in Windows' own C runtime, each double quote switches quoting on or off and the word ends at the first
-/// space outside quotes.
-std::wstring_view BehindProgramName(std::wstring_view commandLine);
+/// The result of GetCommandLine without its first word, the program's name. As in Windows' C runtime, each
+/// double quote in that word switches quoting on or off, and the first space or tab outside quotes ends it.
+/// The returned view points into `commandLine`; it is empty or starts with that space or tab.
+std::wstring_view AfterProgramName(std::wstring_view commandLine);
 
-/// Reads the command line into the values, the option mask and the language mode. Tokens are cut at blanks
-/// only; there is no quoting. `initLanguage` is called with the language id of each "LOCALEID", before the
-/// language mode is set to the language files. An unknown key ends the parsing; an option without a value,
-/// or with a number that is none or does not fit, is ignored.
+/// Parses `text`, the result of AfterProgramName. Anything not given keeps its value. Only spaces separate
+/// tokens; there is no quoting. An unknown key ends parsing. An option is ignored if its value is missing, or
+/// is not a number, or does not fit into its type. For each "LOCALEID", calls `initLanguage` with the locale
+/// id, then sets the language mode to kLanguageFile.
 void ParseCommandLine(std::wstring_view text, CommandLineValues& values, OptionMask& optionMask,
                       LanguageMode& languageMode, const std::function<void(int32_t)>& initLanguage);
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// The ids of every control and menu command. The numbers are fixed: whoever drives the program from outside
-// (a test, a screen reader's script) finds its controls by them.
+// The ids of all controls and menu commands. Never change a number: tests, screen-reader scripts and other
+// programs find the controls by them.
 
 namespace tarvik {
 
@@ -11,7 +11,7 @@ enum ControlId : int {
   ID_mnuHelpSub = 1002,
   ID_mnuPMC = 1003,
 
-  // Form1: around the pages
+  // Form1: outside the pages
   ID_lblIPAddr = 1101,
   ID_cmbIPAddr = 1102,
   ID_tabMode = 1103,
@@ -44,8 +44,8 @@ enum ControlId : int {
   ID_lblK7ServerStatus = 1502,
   ID_lblPcUdpSetting = 1503,
   ID_lblK7UdpPortNo = 1504,
-  ID_cmdStartStopK7Server_0 = 1505,  ///< stops
-  ID_cmdStartStopK7Server_1 = 1506,  ///< starts
+  ID_cmdStartStopK7Server_0 = 1505,  ///< stops the service
+  ID_cmdStartStopK7Server_1 = 1506,  ///< starts the service
   ID_cmdK7ServerDebug = 1507,
 
   // Form1: page 4

@@ -28,15 +28,15 @@
 
 namespace tarvik {
 
-/// Everything that the main window receives from its process, or from a test. What is referred to outlives
+/// Everything the main window depends on, supplied by main or by a test. The referenced objects must outlive
 /// the window.
 struct Dependencies {
   // The window itself and how it waits
   ui::Form& form;
-  /// Creates a secondary window, hidden; its class is the form's name. Throws RuntimeError when the system
-  /// refuses.
+  /// Creates a hidden secondary window of the window class `windowClass`, which is the form's name. Throws
+  /// RuntimeError when the window cannot be created.
   std::function<std::unique_ptr<ui::Form>(const wchar_t* windowClass)> newForm;
-  report::Pump& pump;  ///< its stop request is `flags.stopRequested`
+  report::Pump& pump;  ///< its StopRequested reports `flags.stopRequested`
   RunFlags& flags;
 
   // Windows
@@ -53,7 +53,7 @@ struct Dependencies {
   IpHelper& ipHelper;
   Wininet& wininet;
 
-  // The maker's libraries, which need not be on the PC
+  // Closed libraries, any of which may be missing on this PC
   ConfigurationLibrary& configuration;
   TxCodec& txCodec;
   CncLibrary& cncLibrary;
@@ -61,11 +61,11 @@ struct Dependencies {
   SvcKit& svcKit;
 
   // The process
-  std::wstring programFolder;  ///< without a backslash at its end
-  std::wstring windowsFolder;  ///< value of the environment variable WinDir
-  std::wstring commandLine;    ///< the text after the program's name
-  int32_t windowsLanguage;     ///< language of the user's Windows menus, as a locale id
-  bool familyEdition;          ///< value of the product-family switch
+  std::wstring programFolder;  ///< without a trailing backslash
+  std::wstring windowsFolder;  ///< the environment variable WinDir; empty if unset or too long
+  std::wstring commandLine;    ///< without the program's name
+  int32_t windowsLanguage;     ///< locale id from GetUserDefaultUILanguage
+  bool familyEdition;          ///< false = general edition
 };
 
 }  // namespace tarvik

@@ -1,3 +1,5 @@
+// The main window's events, sizes and small handlers. The larger subjects are in the other form1_* files.
+
 #include "app/form1.h"
 
 #include <algorithm>
@@ -13,7 +15,7 @@ namespace tarvik {
 namespace {
 
 constexpr int16_t kEnter = 13;
-constexpr int16_t kAccessCodeDigits = 8;
+constexpr int16_t kMaxAccessCodeDigits = 8;
 constexpr float kTwipsPerInch = 1440;
 
 }  // namespace
@@ -35,7 +37,7 @@ void Form1::WireEvents() {
   deps_.form.errorText = [this](const RuntimeError& error) { return report::ErrorText(error, texts_); };
   deps_.form.onActivate = on(&Form1::Form_Activate);
   deps_.form.onResize = on(&Form1::Form_Resize);
-  deps_.form.onScalingChanged = on(&Form1::LayOutAgain);
+  deps_.form.onScalingChanged = on(&Form1::UpdateLayout);
   deps_.form.onQueryClose = [this] { return Form_QueryUnload(); };
   deps_.form.onQueryEndSession = [this] { return Form_QueryEndSession(); };
   deps_.form.onEndSession = on(&Form1::Form_EndSession);
@@ -66,7 +68,7 @@ void Form1::WireEvents() {
     KeyPress_HostRange(key, controls_.cmbIPAddr, deps_.codePage);
   };
   controls_.txtAccessCode.onKeyPress = [this](int16_t& key) {
-    KeyPress_NumRange(key, controls_.txtAccessCode, kAccessCodeDigits, deps_.codePage);
+    KeyPress_NumRange(key, controls_.txtAccessCode, kMaxAccessCodeDigits, deps_.codePage);
   };
   controls_.txtPingReqCount.onValidate = [this] { return txtPingReqCount_Validate(); };
   for (ui::TextBox* const box : {&controls_.txtTcpPortNo, &controls_.txtPingReqCount,
@@ -77,31 +79,31 @@ void Form1::WireEvents() {
 void Form1::Form_Resize() {
   if (deps_.form.Minimised()) return;
   const ui::Size window = deps_.form.WindowSize();
-  const ui::Size least{Pixels(initialWindowWidth_), Pixels(initialWindowHeight_)};
-  if (window.width < least.width) {
-    deps_.form.SetWindowSize({least.width, window.height});
+  const ui::Size minimum{Pixels(initialWindowWidth_), Pixels(initialWindowHeight_)};
+  if (window.width < minimum.width) {
+    deps_.form.SetWindowSize({minimum.width, window.height});
     return;
   }
-  if (window.height < least.height) {
-    deps_.form.SetWindowSize({window.width, least.height});
+  if (window.height < minimum.height) {
+    deps_.form.SetWindowSize({window.width, minimum.height});
     return;
   }
   ui::Rect list = controls_.lstResult.Bounds();
-  list.width = window.width - (least.width - Pixels(initialListWidth_));
-  list.height = window.height - (least.height - Pixels(initialListHeight_));
+  list.width = window.width - (minimum.width - Pixels(initialListWidth_));
+  list.height = window.height - (minimum.height - Pixels(initialListHeight_));
   controls_.lstResult.SetBounds(list);
 }
 
-void Form1::LayOutAgain() {
+void Form1::UpdateLayout() {
   const ui::Size window = deps_.form.WindowSize();
-  const ui::Size least{Pixels(initialWindowWidth_), Pixels(initialWindowHeight_)};
+  const ui::Size minimum{Pixels(initialWindowWidth_), Pixels(initialWindowHeight_)};
   const ui::Size design = LayOutForm1(deps_.form, controls_);
   RecordInitialSizes(design);
   deps_.form.SetMinimumWindowSize(design);
-  // A dimension that stood at its least follows the design; one that the user has made larger stays.
+  // A dimension at its minimum follows the new design size; one that the user has enlarged only grows.
   deps_.form.SetWindowSize(
-      {window.width > least.width ? std::max(window.width, design.width) : design.width,
-       window.height > least.height ? std::max(window.height, design.height) : design.height});
+      {window.width > minimum.width ? std::max(window.width, design.width) : design.width,
+       window.height > minimum.height ? std::max(window.height, design.height) : design.height});
   Form_Resize();
 }
 

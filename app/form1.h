@@ -24,32 +24,33 @@
 
 namespace tarvik {
 
-/// The main window: every control, flag and event handler of the program.
+/// The main window: its controls, event handlers and state. Owns the secondary windows.
 class Form1 {
  public:
+  /// Creates and lays out the controls; Form_Load does the rest of the start-up.
   explicit Form1(Dependencies dependencies);
   Form1(const Form1&) = delete;
   Form1& operator=(const Form1&) = delete;
 
-  /// Everything from the configuration library to the auto-run. The caller shows the window afterwards,
-  /// unless the auto-run has shown it.
+  /// Runs the start-up steps, from reading the configuration to the auto-run. Afterwards the caller shows the
+  /// window, unless the auto-run has done so.
   void Form_Load();
 
-  /// The list into which every test reports.
+  /// The list to which every test reports.
   report::ResultList& Results() { return results_; }
 
-  /// True when every one of the bits is set in the option mask.
+  /// True when all bits of `mask` are set in the option mask.
   bool TestOptionMask(uint32_t mask) const { return optionMask_.Test(mask); }
   /// Adds the bits to the option mask.
   void SetOptionMask(uint32_t mask) { optionMask_.Set(mask); }
   bool IsOptionMask_HideK7Test() const { return TestOptionMask(kFamilyMode); }
 
-  /// The ladder: the reachability check, then, by bits of the option mask, the other tests, up to the first
-  /// that fails. While a run is active it raises the stop request instead. True when every rung passed.
+  /// Runs the ladder: the reachability check, then the other tests that the option mask selects, up to the
+  /// first failure. True when every rung passed. During a run, requests a stop instead and returns false.
   bool RunAllTests();
 
-  /// The K7 API test of the address box's CNC; passes at once where its library is missing. A library that
-  /// cannot be used is told in the standard error dialog. False after any failure.
+  /// Runs the K7 API test against the CNC in the address box. True when it passed, and when start-up did not
+  /// find its library. A library that cannot be used is reported in the standard error dialog.
   bool RunK7ApiTest();
 
  private:
@@ -72,7 +73,7 @@ class Form1 {
   /// `index`: 1 starts the service, 0 stops it.
   void cmdStartStopK7Server_Click(int16_t index);
   void cmdK7ServerDebug_Click();
-  /// That of txtTcpPortNo too.
+  /// Also handles txtTcpPortNo.
   void lblK7UdpPortNo_MouseDown(int16_t button, int16_t shift);
   void tabMode_PageFront(int page);
   void Form_Activate();
@@ -81,67 +82,76 @@ class Form1 {
   bool txtPingReqCount_Validate();
   void Form_Escape();
 
-  /// Calls the K7 API test under the hourglass, while cmdK7Api offers the stop.
-  bool WhileStopIsOffered(const std::function<bool()>& test);
-  /// Carries a command to the K7 service out. `active` is true meanwhile.
+  /// Calls the K7 API test. Meanwhile the hourglass is shown and cmdK7Api is the stop button.
+  bool RunWithStopButton(const std::function<bool()>& test);
   using K7ServiceCommand = std::function<void(const report::CheckContext&, SvcUtl&, const ShowServiceState&)>;
-  void CommandService(bool& active, const K7ServiceCommand& command);
+  /// Calls `command`, with `active` true until it returns or throws. Does nothing in the family edition or
+  /// without the service-setup library.
+  void RunServiceCommand(bool& active, const K7ServiceCommand& command);
   bool ServiceBusy() const { return changingService_ || queryingService_; }
-  /// Begins a run and calls `routine` in it; while one is active it raises the stop request instead. During a
-  /// run the window refuses to close and cmdPing offers the stop. Every button that starts a test starts it
-  /// this way, except cmdK7Api, whose test has its own stop.
+  /// Calls `routine` as a run and returns its result. During a run the window refuses to close and cmdPing is
+  /// the stop button. If a run is active already, requests its stop instead and returns false. Every test
+  /// button uses this, except cmdK7Api, whose test has its own stop.
   bool RunOutermost(const std::function<bool()>& routine);
-  /// Calls `test`, then lets the pending window events run, also when it throws: what the user clicks while a
-  /// library blocks the program has to reach the test before its flags are cleared. Left in the queue, a
-  /// click meant as the stop would start the next test.
-  bool RunToLastEvent(const std::function<bool()>& test);
+  /// Calls `test`, then handles all pending window events, even if it throws. A click made while a library
+  /// blocked the program must be handled before the test's flags are cleared. Otherwise a click meant as a
+  /// stop would start the next test.
+  bool RunThenDrainEvents(const std::function<bool()>& test);
 
   void WireEvents();
-  /// Disables the window and shows the hourglass over every window of the program; false undoes both.
+  /// True disables this window and shows the hourglass over every window of the program; false undoes both.
   void SetBusy(bool busy);
   bool RunReachabilityCheck();
   bool RunLibraryTest();
   bool RunFtpTest();
-  /// One rung of the ladder, which is left out when its bit is not set. False when it failed, or was not
-  /// begun because the user has asked to stop.
-  bool RunRung(OptionBit bit, bool (Form1::*test)());
+  /// Runs one rung of the ladder, or skips it and returns true when its bit is not set. False when the test
+  /// failed, or was not started because of a stop request.
+  bool RunIfSelected(OptionBit bit, bool (Form1::*test)());
   CncTarget ReadCncTarget() const;
 
   // Start-up, in the order in which Form_Load runs them
   void ReadConfiguration();
-  /// Takes language and folder from the configuration library. The library's answer about the folder.
-  int32_t AskConfiguration();
-  void TakeProgramFolderAndLanguage();
+  /// Reads language and folder from the configuration library. Returns the result of GetCommonDataFolder2;
+  /// 0 = success.
+  int32_t QueryConfiguration();
+  void UseProgramFolderAndWindowsLanguage();
   void LoadLanguage();
+  /// Calls WSAStartup and lists what it reports. False when start-up must end.
   bool StartSockets();
   void OpenIcmp();
   void ReadCommandLine();
   void LoadCaptions();
   void CheckModules();
-  void SwitchPages();
+  /// In family mode only.
+  void SwitchK7PagesOff();
   void StartServiceControl();
   void PrefillNumbers();
-  void TakeTargetFromCommandLine();
+  /// Runs the ladder against the command line's target, after filling in what its rungs need.
+  void AutoRun();
   void PrefillAccessCode();
   void PrefillFtp();
-  /// The about box, made anew when there is none or the user has closed it.
+  /// The about box. Created on first use, and again after the user has closed it.
   frmAbout& About();
+  /// Destroys the about box. One that was never opened is created first.
   void UnloadAbout();
-  /// Takes a state of the K7 service to its label. A pending state has no words of its own.
+  /// Shows a state of the K7 service, one of SvcUtl's pSvcCond values, in its label. Only "running" and
+  /// "stopped" change the label.
   void ShowK7ServiceState(int32_t status);
-  /// Takes the K7 Server's port from the services file to its label, on a PC whose K7 Svc page is on.
+  /// Shows the K7 Server's port from the services file in its label, unless the K7 Svc page is off.
   void CheckK7ServicesEntry();
-  /// The entry's port to its label, if the services file has both.
+  /// Shows the entry's port in its label, if the services file has the name and the port.
   void ShowK7Port(const ServiceEntry& entry);
   std::wstring ServicesFile() const;
   void OpenServicesFileInEditor();
   void EndServiceControl();
+  /// The decoded secret. Empty when `encoded` is empty, and after showing `failure` when it is undecodable.
   std::wstring Decoded(const std::wstring& encoded, Message failure);
 
-  /// Keeps the list's size as laid out and the window's, from which the resize rule measures.
+  /// Records the minimum window size and the list's size at it, from which Form_Resize derives the list's
+  /// size.
   void RecordInitialSizes(ui::Size window);
-  /// Lays the window out anew and keeps its size where the user has made it larger.
-  void LayOutAgain();
+  /// Lays the window out for the present captions and scaling. A size that the user has enlarged is kept.
+  void UpdateLayout();
   float Twips(int pixels) const;
   int Pixels(float twips) const;
 
@@ -162,16 +172,17 @@ class Form1 {
   IcmpLibrary::Handle icmpHandle_ = 0;
   MissingModules missing_;
   std::vector<FoundModule> foundModules_;
-  std::wstring versionReport_;  ///< empty until the about box is asked for
+  std::wstring versionReport_;  ///< empty until the about box is first opened
   std::unique_ptr<frmAbout> about_;
   Boolean16 k7ApiBusy_;
-  bool changingService_ = false;    ///< Start or Stop is on the stack
-  bool queryingService_ = false;    ///< Debug or a click on the state is
-  std::unique_ptr<SvcUtl> svcUtl_;  ///< null in the family's edition
+  bool changingService_ = false;    ///< Start or Stop is active
+  bool queryingService_ = false;    ///< Debug or a status query is active
+  std::unique_ptr<SvcUtl> svcUtl_;  ///< null in the family edition
   bool loading_ = false;
-  uint32_t nxlibOptions_ = 0;            ///< the option word that the library last returned
+  uint32_t nxlibOptions_ = 0;            ///< the option word that the CNC library last returned
   std::unique_ptr<frmPmcTest> pmcTest_;  ///< null until the window is first shown
 
+  // In twips (1/1440 inch), so that they hold at every scaling.
   float initialListHeight_ = 0;
   float initialListWidth_ = 0;
   float initialWindowHeight_ = 0;

@@ -1,4 +1,4 @@
-// The optional modules and the about box that shows them.
+// The module check at start-up, and the about box, which lists the modules found.
 
 #include "app/form1.h"
 #include "platform/runtime_error.h"
@@ -43,7 +43,7 @@ void Form1::UnloadAbout() {
   try {
     if (about_ == nullptr) About();
   } catch (const RuntimeError&) {
-    // A window that cannot be made need not be unloaded.
+    // The window could not be created, so there is nothing to unload.
   }
   about_.reset();
 }

@@ -1,4 +1,4 @@
-// The captions, as the language file gives them.
+// Replaces the built-in English captions with those of the language file.
 
 #include "app/form1.h"
 #include "platform/runtime_error.h"
@@ -10,7 +10,7 @@ void Form1::LoadCaptions() {
   try {
     deps_.form.SetCaption(resource_.LoadString(RowOf(Message::WindowCaption).id));
   } catch (const RuntimeError&) {
-    // The window keeps its caption; its controls still get theirs.
+    // The window keeps its built-in caption; the controls still get theirs.
   }
   ui::LoadCaptions(deps_.form, resource_);
   controls_.lblK7ServerStatus.SetToolTip(texts_.FromFile(Message::K7StatusTip));

@@ -1,4 +1,4 @@
-// What the main window has to do with the CNC library: its test, and the PMC read test window.
+// The CNC library's test, and the window for PMC read tests.
 
 #include "app/form1.h"
 
@@ -26,7 +26,7 @@ void Form1::cmdGetInfo_Click() {
 
 void Form1::mnuPMC_Click() {
   if (pmcTest_ == nullptr || pmcTest_->Unloaded()) {
-    // The old one goes first: two windows cannot register the same class.
+    // The old window is destroyed first: two windows cannot register the same class.
     pmcTest_.reset();
     pmcTest_ =
         std::make_unique<frmPmcTest>(deps_.newForm(L"frmPmcTest"), texts_, deps_.pump, deps_.cncLibrary,

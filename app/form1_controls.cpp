@@ -1,3 +1,5 @@
+// Creates the main window's controls. The order of the members' initialisers is the tab order.
+
 #include "app/form1_controls.h"
 
 #include "app/control_ids.h"

@@ -4,11 +4,11 @@
 
 namespace tarvik {
 
-/// The pages of `tabMode`. The numbers never move, also when a page is switched off.
+/// The pages of `tabMode`. Switching a page off does not renumber the others.
 enum Page : int { kPingPage, kNexalPage, kK7ApiPage, kK7SvcPage, kFtpPage, kPageCount };
 
-/// Every control and menu command of the main window, created in the order of the Tab key. Captions are the
-/// built-in English ones until LoadCaptions replaces them.
+/// Every control and menu command of the main window, created in tab order. Captions are the built-in English
+/// ones until LoadCaptions replaces them.
 struct Form1Controls {
   explicit Form1Controls(ui::Form& form);
 

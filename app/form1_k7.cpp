@@ -1,4 +1,4 @@
-// The test of page K7 Api.
+// The K7 API test. It is not an outermost run: it also runs inside one, and has its own stop button.
 
 #include <limits>
 
@@ -10,43 +10,44 @@
 #include "ui/hourglass.h"
 
 namespace tarvik {
+
 bool Form1::RunK7ApiTest() {
   if (missing_.k7Api) return true;
   bool passed = false;
   deps_.form.Guarded([&] {
-    // The stop request of a run that contains this test is not this test's to clear.
+    // Inside a run, the stop request belongs to the run, which clears it.
     const ScopeGuard clearStopRequest([this] {
       if (!deps_.flags.busy) deps_.flags.stopRequested = false;
     });
     const std::wstring count = controls_.txtK7ApiTestCount.Text();
     const auto test = [&](const std::wstring& address) {
-      return RunToLastEvent([&] {
-        return tarvik::RunK7ApiTest(context_, deps_.k7Api, deps_.codePage, address,
-                                    commandLine_.k7ServerHost, count,
+      return RunThenDrainEvents([&] {
+        return tarvik::RunK7ApiTest(context_, deps_.k7Api, deps_.codePage, address, commandLine_.k7ServerHost,
+                                    count,
                                     report::NumberRequiredText(count, controls_.lblTestCount.Caption(), 0,
                                                                std::numeric_limits<int32_t>::max(), texts_));
       });
     };
     const std::wstring address = controls_.cmbIPAddr.Text();
-    // Without an address the test ends at once; there is nothing to stop.
-    passed = address.empty() ? test(address) : WhileStopIsOffered([&] { return test(address); });
+    // Without an address the test ends immediately; there is nothing to stop.
+    passed = address.empty() ? test(address) : RunWithStopButton([&] { return test(address); });
   });
   return passed;
 }
 
-bool Form1::WhileStopIsOffered(const std::function<bool()>& test) {
+bool Form1::RunWithStopButton(const std::function<bool()>& test) {
   const ScopeGuard hourglass = ui::ShowHourglass(deps_.form);
   ui::Button& button = controls_.cmdK7Api;
   const bool causedValidation = button.causesValidation;
   button.SetCaption(RowOf(Message::StopButton).english);
   button.causesValidation = false;
   const ScopeGuard restore([&] {
-    // Another test around this one may still offer its stop.
+    // An outer K7 API test may still be using the button as its stop.
     button.causesValidation = causedValidation;
     try {
       button.SetCaption(RowOf(Message::K7ApiButton).english);
     } catch (const RuntimeError&) {
-      // A refused caption is no reason to end the program.
+      // An exception that left this destructor would end the program.
     }
   });
   return test();

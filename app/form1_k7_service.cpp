@@ -1,4 +1,4 @@
-// The K7 Svc page, and the hidden way to the services file.
+// The K7 Svc page, and the hidden mouse gesture that opens the services file.
 
 #include "app/form1.h"
 #include "k7/debug_launch.h"
@@ -30,7 +30,7 @@ void Form1::EndServiceControl() {
   svcUtl_.reset();
 }
 
-void Form1::CommandService(bool& active, const K7ServiceCommand& command) {
+void Form1::RunServiceCommand(bool& active, const K7ServiceCommand& command) {
   if (svcUtl_ == nullptr || !svcUtl_->pInitialized()) return;
   active = true;
   const ScopeGuard done([&] { active = false; });
@@ -45,23 +45,24 @@ void Form1::ShowK7ServiceState(int32_t status) {
   deps_.pump.LetEventsRun();
 }
 
-// Start and Stop exclude each other. Debug and the state are also of use while the program waits for a
-// service to start, and all of them while a test runs: the K7 API test shows what a restart does.
+// Start and Stop need every other service command to have ended. Debug and the status query exclude only each
+// other, because both are useful while Start or Stop waits for the service. A test does not block any of
+// them: the K7 API test shows what a restart of the service does.
 
 void Form1::lblK7ServerStatus_Click() {
   if (queryingService_) return;
-  CommandService(queryingService_, [](const auto&, SvcUtl& service, const auto& showState) {
+  RunServiceCommand(queryingService_, [](const auto&, SvcUtl& service, const auto& showState) {
     RefreshK7ServiceState(service, showState);
   });
 }
 
 void Form1::cmdStartStopK7Server_Click(int16_t index) {
-  if (!ServiceBusy()) CommandService(changingService_, index == 1 ? StartK7Service : StopK7Service);
+  if (!ServiceBusy()) RunServiceCommand(changingService_, index == 1 ? StartK7Service : StopK7Service);
 }
 
 void Form1::cmdK7ServerDebug_Click() {
   if (queryingService_) return;
-  CommandService(queryingService_, [this](const auto& context, SvcUtl& service, const auto&) {
+  RunServiceCommand(queryingService_, [this](const auto& context, SvcUtl& service, const auto&) {
     LaunchK7ServerDebug(context, service, deps_.processes, [this] { controls_.cmdStopK7Server.SetFocus(); });
   });
 }
@@ -89,8 +90,8 @@ void Form1::CheckK7ServicesEntry() {
 
 void Form1::Form_Activate() {
   if (controls_.tabMode.FrontPage() != kK7SvcPage) return;
-  // The user may come back from editing the file. One that cannot be read has no box here: closing the box
-  // would activate the window again.
+  // The user may have just edited the file. No message box if it cannot be read: closing the box would
+  // activate the window again, and so show the next box.
   const std::optional<std::string> bytes = deps_.files.Read(ServicesFile());
   if (!bytes) return;
   ServiceEntry entries[] = {K7Entry()};

@@ -1,3 +1,6 @@
+// The main window's layout: address, pages, result list, from top to bottom. Every size comes from measured
+// texts and the line height, so it fits any language and scaling.
+
 #include "app/form1_layout.h"
 
 #include <algorithm>
@@ -14,11 +17,11 @@ using ui::BoxPtr;
 using ui::Captioned;
 using ui::Sized;
 
-/// Design size of the result list in lines, and minimum width of the window in line heights.
+/// Design height of the result list, and minimum width of its column, in line heights.
 constexpr int kResultLines = 16;
 constexpr int kMinWidthInLines = 36;
 
-/// A page: fields on the left, buttons on the right.
+/// One page: fields on the left, buttons on the right.
 BoxPtr Page(const ui::Spacing& spacing, BoxPtr fields, std::vector<BoxPtr> buttons) {
   return ui::Row(2 * spacing.margin,
                  Boxed(std::move(fields), ui::Filler(), ui::Row(spacing.gap, std::move(buttons))));

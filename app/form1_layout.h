@@ -5,8 +5,8 @@
 
 namespace tarvik {
 
-/// Places every control of the main window on one grid, so that no caption is cut in any of the program's
-/// languages. Returns the outer window size that this needs: the design size.
+/// Places every control of the main window so that no caption is truncated in any language. Returns the
+/// design size: the outer window size this needs, in pixels.
 ui::Size LayOutForm1(ui::Form& form, Form1Controls& controls);
 
 }  // namespace tarvik

@@ -1,4 +1,4 @@
-// The runs that a click or the command line begins.
+// Test runs: how a button or the command line starts one, and what is restored when it ends.
 
 #include "app/address_history.h"
 #include "app/form1.h"
@@ -16,10 +16,8 @@ bool Form1::RunOutermost(const std::function<bool()>& routine) {
     deps_.flags.stopRequested = true;
     return false;
   }
-  // Inside a K7 API test that a click began, the stop request is that test's too.
-  const auto setFlags = [this](bool busy) {
-    deps_.flags = {busy, k7ApiBusy_ && deps_.flags.stopRequested};
-  };
+  // Inside a K7 API test that its button started, a stop request also stops that test, so keep it.
+  const auto setFlags = [this](bool busy) { deps_.flags = {busy, k7ApiBusy_ && deps_.flags.stopRequested}; };
   setFlags(true);
   const ScopeGuard end([&] {
     setFlags(false);
@@ -27,15 +25,15 @@ bool Form1::RunOutermost(const std::function<bool()>& routine) {
     try {
       controls_.cmdPing.SetCaption(RowOf(Message::PingButton).english);
     } catch (const RuntimeError&) {
-      // A refused caption is no reason to end the program.
+      // An exception that left this destructor would end the program.
     }
   });
   controls_.cmdPing.SetCaption(texts_.GetOrEmpty(Message::StopButton));
   controls_.cmdPing.causesValidation = false;
-  return RunToLastEvent(routine);
+  return RunThenDrainEvents(routine);
 }
 
-bool Form1::RunToLastEvent(const std::function<bool()>& test) {
+bool Form1::RunThenDrainEvents(const std::function<bool()>& test) {
   bool passed = false;
   try {
     passed = test();
@@ -74,16 +72,16 @@ bool Form1::RunFtpTest() {
       controls_.cmbIPAddr.Text(), controls_.txtFtpUsername.Text(), controls_.txtFtpPasswd.Text());
 }
 
-bool Form1::RunRung(OptionBit bit, bool (Form1::*test)()) {
+bool Form1::RunIfSelected(OptionBit bit, bool (Form1::*test)()) {
   if (deps_.flags.stopRequested) return false;
   return !TestOptionMask(bit) || (this->*test)();
 }
 
 bool Form1::RunAllTests() {
   return RunOutermost([this] {
-    return RunReachabilityCheck() && RunRung(kLibraryTest, &Form1::RunLibraryTest) &&
-           (IsOptionMask_HideK7Test() || RunRung(kK7ApiTest, &Form1::RunK7ApiTest)) &&
-           RunRung(kFtpTest, &Form1::RunFtpTest);
+    return RunReachabilityCheck() && RunIfSelected(kLibraryTest, &Form1::RunLibraryTest) &&
+           (IsOptionMask_HideK7Test() || RunIfSelected(kK7ApiTest, &Form1::RunK7ApiTest)) &&
+           RunIfSelected(kFtpTest, &Form1::RunFtpTest);
   });
 }
 

@@ -1,4 +1,4 @@
-// Closing and shut-down.
+// When the window may close, and what is released when it does.
 
 #include "app/address_history.h"
 #include "app/form1.h"
@@ -9,14 +9,15 @@ bool Form1::Form_QueryUnload() { return !loading_ && Form_QueryEndSession(); }
 
 bool Form1::Form_QueryEndSession() {
   const bool reading = pmcTest_ != nullptr && pmcTest_->Running();
-  // The start-up asks for the state of the service by itself, and a box of that is no work of the user's.
+  // Start-up queries the service without being asked; an error box of that query must not keep Windows from
+  // shutting down.
   const bool commanding = ServiceBusy() && !loading_;
   return !deps_.flags.busy && !k7ApiBusy_ && !commanding && !reading;
 }
 
 void Form1::Form_EndSession() {
-  // The window refuses to close while code of any window is on the stack, which goes on afterwards and needs
-  // everything that it had. The system then takes back what the process leaves.
+  // The window refuses to close while code of any window is on the stack, because that code still needs its
+  // objects. Then only the history is saved; Windows reclaims the rest when the process ends.
   if (!deps_.form.Close()) SaveHistory(controls_.cmbIPAddr, deps_.settings);
 }
 

@@ -1,4 +1,4 @@
-// Start-up. The order of the steps is the program's contract with its callers and its language files.
+// Start-up. Callers and language files depend on the order of the steps; start_up_order_test.cpp checks it.
 
 #include <string_view>
 
@@ -18,7 +18,7 @@ constexpr int32_t kJapanese = 1041;
 constexpr int32_t kEnglish = 1033;
 constexpr int16_t kListExtentFactor = 3;
 
-/// The configuration library between its Initialize and its Terminate.
+/// Calls the configuration library's Initialize, and its Terminate on destruction.
 class ConfigurationSession {
  public:
   explicit ConfigurationSession(ConfigurationLibrary& library) : library_(library) { library_.Initialize(); }
@@ -26,7 +26,7 @@ class ConfigurationSession {
     try {
       library_.Terminate();
     } catch (const RuntimeError&) {
-      // A library that lacks the call has nothing to end.
+      // Terminate is missing; there is no other way to clean up.
     }
   }
   ConfigurationSession(const ConfigurationSession&) = delete;
@@ -42,9 +42,9 @@ void Form1::Form_Load() {
   loading_ = true;  // the window cannot be closed during its own start-up
   const ScopeGuard loaded([this] { loading_ = false; });
   // A failing step is reported; the rest still run.
-  const auto step = [this](void (Form1::*make)()) { deps_.form.Guarded([&] { (this->*make)(); }); };
+  const auto step = [this](void (Form1::*run)()) { deps_.form.Guarded([&] { (this->*run)(); }); };
   productFamily_ = deps_.familyEdition;
-  // Dormant: nothing shows the command again, so the PMC test opens only for a program that sends it.
+  // Dormant: nothing shows the command again. The PMC window opens only if another program sends the command.
   controls_.mnuPMC.SetVisible(false);
   RecordInitialSizes(deps_.form.WindowSize());
   step(&Form1::ReadConfiguration);
@@ -58,39 +58,39 @@ void Form1::Form_Load() {
     controls_.txtFtpPasswd.SetPasswordMask(false);
   }
   step(&Form1::LoadCaptions);
-  step(&Form1::LayOutAgain);
+  step(&Form1::UpdateLayout);
   step(&Form1::CheckModules);
-  step(&Form1::SwitchPages);
+  step(&Form1::SwitchK7PagesOff);
   step(&Form1::StartServiceControl);
   deps_.form.Guarded([this] { LoadHistory(controls_.cmbIPAddr, deps_.settings); });
   step(&Form1::PrefillNumbers);
   if (TestOptionMask(kTopmost)) deps_.form.Guarded([this] { deps_.form.MakeTopmost(); });
-  if (!commandLine_.targetHost.empty()) step(&Form1::TakeTargetFromCommandLine);
+  if (!commandLine_.targetHost.empty()) step(&Form1::AutoRun);
   ui::SetListExtent(controls_.lstResult, kListExtentFactor);
   step(&Form1::CheckK7ServicesEntry);
 }
 
-void Form1::TakeProgramFolderAndLanguage() {
+void Form1::UseProgramFolderAndWindowsLanguage() {
   commonDataFolder_ = deps_.programFolder;
   languageId_ = deps_.windowsLanguage == kJapanese ? kJapanese : kEnglish;
 }
 
 void Form1::ReadConfiguration() {
   if (!productFamily_) {
-    TakeProgramFolderAndLanguage();
+    UseProgramFolderAndWindowsLanguage();
     return;
   }
   languageMode_ = kLanguageFile;
-  // What the library does not tell, because it is absent or lacks a call, is the program's own.
-  TakeProgramFolderAndLanguage();
+  // Defaults for what the library does not provide because it is missing or lacks a call.
+  UseProgramFolderAndWindowsLanguage();
   int32_t result = -1;
   deps_.form.Guarded([&] {
-    if (deps_.configuration.Available()) result = AskConfiguration();
+    if (deps_.configuration.Available()) result = QueryConfiguration();
   });
   if (result != 0) deps_.form.Boxes().Show(L"GetCommonDataFolder2 Error");
 }
 
-int32_t Form1::AskConfiguration() {
+int32_t Form1::QueryConfiguration() {
   {
     const ConfigurationSession session(deps_.configuration);
     languageId_ = deps_.configuration.GetLanguage();
@@ -112,8 +112,8 @@ bool Form1::StartSockets() {
   const auto text = [this](const char* field, size_t size) {
     return deps_.codePage.FromAnsi(TrimNull(std::string_view(field, size)));
   };
-  // Read as a signed 16-bit number, as version 1.1 of the interface declares it; what is not greater than
-  // zero is shown as its unsigned reading, so that "no limit" reads 65536.
+  // Values up to 0 in the signed reading are listed with 65536 added: large ones then appear unsigned, and 0,
+  // which means "no limit", appears as 65536.
   const auto datagram = static_cast<int16_t>(data.iMaxUdpDg);
   deps_.form.Guarded([&] {
     results_.AddToList(L"szDescription:" + text(data.szDescription, sizeof data.szDescription));
@@ -141,7 +141,7 @@ void Form1::ReadCommandLine() {
   });
 }
 
-void Form1::SwitchPages() {
+void Form1::SwitchK7PagesOff() {
   if (!TestOptionMask(kFamilyMode)) return;
   controls_.tabMode.SetPageOn(kK7ApiPage, false);
   controls_.tabMode.SetPageOn(kK7SvcPage, false);
@@ -156,7 +156,7 @@ void Form1::PrefillNumbers() {
   prefill(controls_.txtNxlibTimeOut, commandLine_.libraryTimeOut);
 }
 
-void Form1::TakeTargetFromCommandLine() {
+void Form1::AutoRun() {
   controls_.cmbIPAddr.SetText(commandLine_.targetHost);
   AddHistoryIfNew(controls_.cmbIPAddr);
   if (TestOptionMask(kLibraryTest)) PrefillAccessCode();

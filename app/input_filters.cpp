@@ -6,7 +6,7 @@ namespace tarvik {
 namespace {
 
 constexpr int16_t kBackspace = 8;
-constexpr size_t kLongestHost = 63;
+constexpr size_t kMaxHostBytes = 63;
 
 bool IsDigit(int16_t key) { return key >= L'0' && key <= L'9'; }
 
@@ -27,7 +27,7 @@ void KeyPress_NumRange(int16_t& keyAscii, const ui::TextBox& box, int16_t MinLen
 }
 
 void KeyPress_HostRange(int16_t& keyAscii, const ui::ComboBox& box, CodePage& codePage) {
-  Filter(keyAscii, codePage.AnsiLength(box.Text()) >= kLongestHost, IsHostCharacter(keyAscii));
+  Filter(keyAscii, codePage.AnsiLength(box.Text()) >= kMaxHostBytes, IsHostCharacter(keyAscii));
 }
 
 void TextBoxSellAll(ui::TextBox& box) { box.SetSelection(0, static_cast<int>(box.Text().size())); }

@@ -16,6 +16,7 @@ using namespace tarvik;
 std::wstring ProgramFolder() {
   std::wstring path(MAX_PATH, L'\0');
   DWORD length = 0;
+  // GetModuleFileNameW truncates a path that does not fit, and then returns the buffer's size.
   while ((length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) ==
          path.size())
     path.resize(2 * path.size());
@@ -77,12 +78,12 @@ int Run() {
       .svcKit = *svcKit,
       .programFolder = ProgramFolder(),
       .windowsFolder = WindowsFolder(),
-      .commandLine = std::wstring(BehindProgramName(::GetCommandLineW())),
+      .commandLine = std::wstring(AfterProgramName(::GetCommandLineW())),
       .windowsLanguage = ::GetUserDefaultUILanguage(),
       .familyEdition = TARVIK_FAMILY_EDITION != 0,
   });
   form.Guarded([&] { form1.Form_Load(); });
-  // The auto-run has shown it, and the user may have minimised it since.
+  // An auto-run has shown the window already, and the user may have minimised it since.
   if (!form.Visible()) form.Show();
   return ui::RunMainLoop(filter);
 }
@@ -93,7 +94,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   try {
     return Run();
   } catch (...) {
-    // A main window that cannot be made is told too.
+    // Also reports a main window that could not be created.
     ui::ReportException(nullptr);
     return 1;
   }

@@ -4,11 +4,10 @@
 
 namespace tarvik {
 
-/// Shared by every test routine: a run is in progress, and the user has asked it to stop. They belong to the
-/// outermost run and are both clear when none is active.
+/// State that all test routines share. Both flags are clear while no test is active.
 struct RunFlags {
-  Boolean16 busy;
-  Boolean16 stopRequested;
+  Boolean16 busy;           ///< an outermost run is active
+  Boolean16 stopRequested;  ///< the user has asked the active test to stop
 };
 
 }  // namespace tarvik

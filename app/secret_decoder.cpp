@@ -9,7 +9,7 @@
 namespace tarvik {
 namespace {
 
-/// Marks the input as a secret of this program's command line.
+/// Precedes the secret: marks it as coming from this program's command line.
 constexpr char kPrefix = 'T';
 
 }  // namespace

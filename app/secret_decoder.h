@@ -10,27 +10,27 @@
 
 namespace tarvik {
 
-/// The record of TxDecd: two fixed-length single-byte fields.
+/// The record of TxDecd: two fixed-length fields in the system code page.
 struct TxCodecRecord {
   char output[64];
   char input[128];
 };
 static_assert(sizeof(TxCodecRecord) == 192 && offsetof(TxCodecRecord, input) == 64);
 
-/// txcodec.dll, the code-conversion library (stdcall). The call throws RuntimeError when the library is not
-/// on this PC.
+/// txcodec.dll, the code-conversion library (stdcall). The call throws RuntimeError when the library or the
+/// call is missing.
 class TxCodec {
  public:
   virtual ~TxCodec() = default;
-  /// Decodes `input` into `output`. 0 = success.
+  /// Decodes `input`, padded with spaces, into `output`. 0 = success.
   virtual int32_t TxDecd(TxCodecRecord& record) = 0;
 };
 
-/// txcodec.dll of this PC, loaded at the first call.
+/// The txcodec.dll on this PC, loaded by the first call.
 std::unique_ptr<TxCodec> MakeTxCodec();
 
-/// The plain text of an access code or FTP password that the command line carries in its encoded form.
-/// Nothing when it cannot be decoded, the library's absence included.
+/// Decodes an access code or FTP password from the command line; bytes after the first 127 are ignored.
+/// Returns no value when decoding fails or the library is missing.
 std::optional<std::wstring> DecodeSecret(const std::wstring& encoded, TxCodec& codec, CodePage& codePage);
 
 }  // namespace tarvik

@@ -37,7 +37,7 @@ struct Parsed {
 TARVIK_FUZZER(app_command_line) {
   using namespace tarvik::test;
   const std::wstring line(data, data + size);
-  const std::wstring_view text = tarvik::BehindProgramName(line);
+  const std::wstring_view text = tarvik::AfterProgramName(line);
   Parsed once;
   once.Parse(text);
   Require(once.values.targetHost.find(L' ') == std::wstring::npos);

@@ -19,16 +19,16 @@ class CommandLineTest : public testing::Test {
   std::vector<int32_t> languages;
 };
 
-TEST(CommandLineText, The_programs_name_ends_at_the_first_space_outside_quotes) {
-  EXPECT_EQ(BehindProgramName(L"Tarvik.exe -X 1 host"), L" -X 1 host");
-  EXPECT_EQ(BehindProgramName(L"Tarvik.exe\t-X 1"), L"\t-X 1");
-  EXPECT_EQ(BehindProgramName(L"\"C:\\Program Files\\Tarvik.exe\" host"), L" host");
-  EXPECT_EQ(BehindProgramName(L"\"Program Files\"\\Tarvik\\Tarvik.exe host"), L" host");
-  EXPECT_EQ(BehindProgramName(L"C:\\\"Program Files\"\\\"My Tools\"\\Tarvik.exe -X 1"), L" -X 1");
-  EXPECT_EQ(BehindProgramName(L"C:\\\"a b host"), L"");
-  EXPECT_EQ(BehindProgramName(L"\"C:\\a b\""), L"");
-  EXPECT_EQ(BehindProgramName(L"\"never closed"), L"");
-  EXPECT_EQ(BehindProgramName(L""), L"");
+TEST(CommandLineText, The_program_name_ends_at_the_first_space_or_tab_outside_quotes) {
+  EXPECT_EQ(AfterProgramName(L"Tarvik.exe -X 1 host"), L" -X 1 host");
+  EXPECT_EQ(AfterProgramName(L"Tarvik.exe\t-X 1"), L"\t-X 1");
+  EXPECT_EQ(AfterProgramName(L"\"C:\\Program Files\\Tarvik.exe\" host"), L" host");
+  EXPECT_EQ(AfterProgramName(L"\"Program Files\"\\Tarvik\\Tarvik.exe host"), L" host");
+  EXPECT_EQ(AfterProgramName(L"C:\\\"Program Files\"\\\"My Tools\"\\Tarvik.exe -X 1"), L" -X 1");
+  EXPECT_EQ(AfterProgramName(L"C:\\\"a b host"), L"");
+  EXPECT_EQ(AfterProgramName(L"\"C:\\a b\""), L"");
+  EXPECT_EQ(AfterProgramName(L"\"never closed"), L"");
+  EXPECT_EQ(AfterProgramName(L""), L"");
 }
 
 TEST_F(CommandLineTest, A_host_alone_is_the_target) {
@@ -37,7 +37,7 @@ TEST_F(CommandLineTest, A_host_alone_is_the_target) {
   EXPECT_EQ(values.accessCode, L"");
 }
 
-TEST_F(CommandLineTest, An_access_code_stands_behind_the_first_semicolon) {
+TEST_F(CommandLineTest, An_access_code_follows_the_first_semicolon) {
   Parse(L"cnc;ab;c");
   EXPECT_EQ(values.targetHost, L"cnc");
   EXPECT_EQ(values.accessCode, L"ab;c");
@@ -52,7 +52,7 @@ TEST_F(CommandLineTest, Host_and_access_code_may_be_empty) {
   EXPECT_EQ(values.accessCode, L"");
 }
 
-TEST_F(CommandLineTest, Options_of_both_marks_come_before_the_host) {
+TEST_F(CommandLineTest, Options_start_with_a_hyphen_or_slash_and_precede_the_host) {
   Parse(
       L"-PING_N 8 /X 3  -TCP_PORT 8193 -NXLIB_TMOUT 20 -K7SERVER_HOST k7 -FTP_USER u -FTP_PASSWD p "
       L"192.168.1.1");
@@ -78,18 +78,18 @@ TEST_F(CommandLineTest, An_unknown_key_ends_the_parsing) {
   EXPECT_EQ(values.targetHost, L"");
 }
 
-TEST_F(CommandLineTest, What_stands_before_an_unknown_key_is_kept) {
+TEST_F(CommandLineTest, Options_before_an_unknown_key_are_kept) {
   Parse(L"-PING_N 5 -FOO 1 host");
   EXPECT_EQ(values.pingCount, 5);
   EXPECT_EQ(values.targetHost, L"");
 }
 
-TEST_F(CommandLineTest, Two_hosts_set_none) {
+TEST_F(CommandLineTest, Two_hosts_are_both_ignored) {
   Parse(L"host1 host2");
   EXPECT_EQ(values.targetHost, L"");
 }
 
-TEST_F(CommandLineTest, A_word_in_front_of_others_is_read_as_an_option_without_its_first_letter) {
+TEST_F(CommandLineTest, A_word_that_is_not_last_is_read_as_an_option_without_its_first_letter) {
   Parse(L"ZX 4 host");
   EXPECT_TRUE(mask.Test(4));
   EXPECT_EQ(values.targetHost, L"host");
@@ -101,13 +101,13 @@ TEST_F(CommandLineTest, An_option_without_a_value_changes_nothing) {
   EXPECT_EQ(values.targetHost, L"");
 }
 
-TEST_F(CommandLineTest, The_UDP_port_is_taken_and_ignored) {
+TEST_F(CommandLineTest, The_UDP_port_is_accepted_and_ignored) {
   Parse(L"-UDP_PORT 9000 host");
   EXPECT_EQ(values.tcpPort, 0);
   EXPECT_EQ(values.targetHost, L"host");
 }
 
-TEST_F(CommandLineTest, A_number_that_is_none_or_does_not_fit_is_ignored_with_its_option) {
+TEST_F(CommandLineTest, An_option_with_an_invalid_or_oversized_number_is_ignored) {
   Parse(
       L"-PING_N 32768 -TCP_PORT 80x -NXLIB_TMOUT 99999999999999999999 -X 2147483648 -LANGID a -LOCALEID - "
       L"host");
@@ -120,12 +120,12 @@ TEST_F(CommandLineTest, A_number_that_is_none_or_does_not_fit_is_ignored_with_it
   EXPECT_EQ(values.targetHost, L"host");
 }
 
-TEST_F(CommandLineTest, Option_bits_add_up) {
+TEST_F(CommandLineTest, Option_bits_accumulate) {
   Parse(L"-X 1 -X 8 host");
   EXPECT_TRUE(mask.Test(9));
 }
 
-TEST_F(CommandLineTest, The_language_id_is_the_language_mode) {
+TEST_F(CommandLineTest, LANGID_sets_the_language_mode) {
   Parse(L"-LANGID 0 host");
   EXPECT_EQ(mode, kBuiltInJapanese);
   Parse(L"-LANGID 1 host");
@@ -134,18 +134,18 @@ TEST_F(CommandLineTest, The_language_id_is_the_language_mode) {
   EXPECT_EQ(mode, kLanguageFile);
 }
 
-TEST_F(CommandLineTest, A_locale_id_initialises_the_language_and_selects_the_language_files) {
+TEST_F(CommandLineTest, LOCALEID_initialises_the_language_and_selects_the_language_files) {
   Parse(L"-LANGID 0 -LOCALEID 1041 host");
   EXPECT_EQ(languages, std::vector<int32_t>{1041});
   EXPECT_EQ(mode, kLanguageFile);
 }
 
-TEST_F(CommandLineTest, A_language_mode_behind_the_locale_id_stands) {
+TEST_F(CommandLineTest, LANGID_after_LOCALEID_overrides_the_language_files) {
   Parse(L"-LOCALEID 1041 -LANGID 0 host");
   EXPECT_EQ(mode, kBuiltInJapanese);
 }
 
-TEST_F(CommandLineTest, Quotes_and_tabs_hold_nothing_together_and_cut_nothing) {
+TEST_F(CommandLineTest, Quotes_do_not_group_and_tabs_do_not_separate) {
   Parse(L"-FTP_USER \"a host\t1");
   EXPECT_EQ(values.ftpUser, L"\"a");
   EXPECT_EQ(values.targetHost, L"host\t1");
