@@ -1,3 +1,5 @@
+// The about box. Its texts are fixed when it is created; only the layout follows the scaling.
+
 #include "about/about_box.h"
 
 #include <algorithm>
@@ -13,24 +15,24 @@
 namespace tarvik {
 namespace {
 
-/// This edition has none.
+/// Empty: no edition has a description today.
 constexpr wchar_t kExtraDescription[] = L"";
 
 constexpr ProgramVersion kThisProgram{TARVIK_VERSION_MAJOR, TARVIK_VERSION_MINOR, TARVIK_VERSION_PATCH,
                                       TARVIK_VERSION_BUILD};
 
-constexpr int kMinBoxWidthInLines = 22;
-constexpr size_t kMaxLineLength = 120;
+constexpr int kMinWidthInLines = 22;
+constexpr size_t kMaxLineCharacters = 120;
 
-/// The report as a label shows it: paths are longer than a window should be wide, and an "&" in one is no
-/// mnemonic.
+/// The report with long lines wrapped, because paths can be longer than a window should be wide, and with
+/// each "&" doubled, because a label would take it as a mnemonic.
 std::wstring ForLabel(const std::wstring& report) {
   std::wstring text;
   size_t column = 0;
   for (size_t i = 0; i < report.size(); ++i) {
     const wchar_t letter = report[i];
     const bool lineEnds = letter == L'\n' || report.compare(i, 2, L"\r\n") == 0;
-    if (!lineEnds && column >= kMaxLineLength) {
+    if (!lineEnds && column >= kMaxLineCharacters) {
       text += L"\r\n";
       column = 0;
     }

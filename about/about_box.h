@@ -10,7 +10,7 @@
 
 namespace tarvik {
 
-/// The four numbers of a version resource.
+/// The four numbers of a version resource, in its order.
 struct ProgramVersion {
   int first;
   int second;
@@ -18,28 +18,30 @@ struct ProgramVersion {
   int fourth;
 };
 
-/// "Version 1.2.4" for 1.2.3.4: the fourth number is the one that counts up between releases.
+/// For example "Version 1.2.4" for 1.2.3.4. The third number is omitted; the fourth increases between
+/// releases.
 std::wstring VersionText(const ProgramVersion& version);
 
-/// The program's title, followed by the extra description of the edition in brackets. Dormant: no edition
-/// has such a description today, so it is always empty.
+/// The program's title, followed by the edition's extra description in brackets if there is one. Dormant: no
+/// edition has one today.
 std::wstring AboutTitle(const std::wstring& extraDescription);
 
-/// The about box: the program's version, Windows' and those of the modules.
+/// The about box: the versions of the program, of Windows and of the optional modules.
 class frmAbout {
  public:
-  /// `form`: a new window. `versionReport`: as the module check made it.
+  /// `form`: an empty window, still hidden. `versionReport`: the result of VersionReport. `system` and
+  /// `processes` must outlive the box.
   frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, System& system, Processes& processes,
            const std::wstring& versionReport);
   frmAbout(const frmAbout&) = delete;
   frmAbout& operator=(const frmAbout&) = delete;
 
-  /// Shows the box beside the main window, or brings it to front.
+  /// Shows the box without disabling the main window, or brings it to the front.
   void Show() { form_->Show(); }
   void MakeTopmost() { form_->MakeTopmost(); }
   void SetPointer(ui::Pointer pointer) { form_->SetPointer(pointer); }
 
-  /// True once the user has closed it; a closed box cannot be shown again.
+  /// True once the user has closed the box. A closed box cannot be shown again.
   bool Closed() const { return closed_; }
 
  private:

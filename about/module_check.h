@@ -10,10 +10,10 @@ namespace tarvik {
 
 /// Which of the optional modules this PC lacks. A test whose module is missing passes at once.
 struct MissingModules {
-  Boolean16 cncLibrary;    ///< one of the two libraries of the CNC communication
-  Boolean16 k7Api;         ///< the K7 API library; false when it was not looked for
-  Boolean16 serviceSetup;  ///< the service-setup library
-  Boolean16 internet;      ///< the internet library
+  Boolean16 cncLibrary;    ///< NxLib32.dll or NxLibe1.dll, for CNC communication
+  Boolean16 k7Api;         ///< k7api.dll; false when it was not looked for
+  Boolean16 serviceSetup;  ///< SvcKit.dll
+  Boolean16 internet;      ///< Wininet.dll
 
   bool Any() const { return cncLibrary || k7Api || serviceSetup || internet; }
 };
@@ -21,7 +21,7 @@ struct MissingModules {
 /// An optional module that is on the search path.
 struct FoundModule {
   std::wstring name;
-  std::wstring path;
+  std::wstring path;  ///< full path, with the file name
 };
 
 struct ModuleCheckResult {
@@ -29,14 +29,15 @@ struct ModuleCheckResult {
   std::vector<FoundModule> found;  ///< in the order of the check
 };
 
-/// Looks for every optional module on the search path; for the K7 API library only on request.
+/// Looks for every optional module on the search path; for the K7 API library only if `withK7Api`.
 ModuleCheckResult CheckModules(FileUtil& files, bool withK7Api);
 
-/// The version report: a line for each module, followed by "\r\n". Reading versions is slow, so this waits
-/// until somebody wants to see them.
+/// The version report: one line per module, each ending in "\r\n". Reading versions is slow, so call it only
+/// when the report is to be shown.
 std::wstring VersionReport(FileUtil& files, const std::vector<FoundModule>& modules);
 
-/// The module's line of the version report.
+/// One line of the version report, without a line break: "Name.dll Ver.1.2.3.4 (path)". A module without a
+/// version resource has no "Ver." part.
 std::wstring GetModuleVersionLine(FileUtil& files, const FoundModule& module);
 
 }  // namespace tarvik

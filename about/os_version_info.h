@@ -6,7 +6,8 @@
 
 namespace tarvik {
 
-/// Which Windows this is. A version that cannot be queried is none of them and has no name.
+/// The Windows version that GetVersionExA reports. If that call fails, the name is empty and every Is...
+/// returns false.
 class OsVersionInfo {
  public:
   explicit OsVersionInfo(System& system) : known_(system.GetVersionExA(record_)) {}
@@ -14,11 +15,11 @@ class OsVersionInfo {
   /// The platform, " Running ", and the version and build numbers: "Windows NT Running 6.1.7601".
   std::wstring GetVersionName() const;
 
-  // Dormant: no caller asks for one Windows release; the network check has its own GetOsKind. Kept to name
-  // the releases in one place.
+  // Dormant: no caller needs the release; net/ has its own GetOsKind. Kept so that the releases are named in
+  // one place.
   bool IsWinNt351() const { return IsNt(3, 51); }
   bool IsWinNt40() const { return IsNt(4, 0); }
-  /// Windows 95 and its successors 98 and Me, which are the same platform.
+  /// Also true for Windows 98 and Me, which have the same platform id.
   bool IsWin95() const;
   bool IsWin2000() const { return IsNt(5, 0); }
   bool IsWinXP() const { return IsNt(5, 1); }

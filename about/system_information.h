@@ -6,8 +6,8 @@
 
 namespace tarvik {
 
-/// Starts the system's information tool, which the registry names. A message box tells when there is none or
-/// it does not start.
+/// Starts Windows' System Information tool, which is located through the registry. A message box reports when
+/// the registry does not name it or it does not start.
 void StartSysInfo(System& system, Processes& processes, report::MessageBoxes& boxes);
 
 }  // namespace tarvik
