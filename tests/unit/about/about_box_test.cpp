@@ -166,14 +166,14 @@ TEST_F(AboutBoxTest, Shut_down_makes_no_second_box) {
 }
 
 TEST_F(AboutBoxTest, Shut_down_goes_on_when_no_window_can_be_made) {
-  refuseNewForms = true;
+  failNewForms = true;
   Start();
   ASSERT_TRUE(form.Close());
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
 TEST_F(AboutBoxTest, A_window_that_cannot_be_made_is_told) {
-  refuseNewForms = true;
+  failNewForms = true;
   Start();
   form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
   ASSERT_EQ(boxes.boxes.size(), 1U);

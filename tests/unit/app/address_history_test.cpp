@@ -12,7 +12,7 @@ namespace {
 class AddressHistoryTest : public testing::Test {
  protected:
   std::wstring Stored(const std::wstring& key) { return store.values[L"History\\" + key]; }
-  void Test(const std::wstring& address) {
+  void TypeAndAdd(const std::wstring& address) {
     box.SetText(address);
     AddHistoryIfNew(box);
   }
@@ -22,10 +22,10 @@ class AddressHistoryTest : public testing::Test {
   ui::MemoryComboBox box{focus};
 };
 
-TEST_F(AddressHistoryTest, A_new_address_pushes_the_oldest_of_ten_out) {
+TEST_F(AddressHistoryTest, A_new_address_replaces_the_oldest_of_ten) {
   for (int i = 1; i <= 10; ++i) store.values[L"History\\" + ZeroPadded(i, 2)] = L"cnc" + Decimal(i);
   LoadHistory(box, store);
-  Test(L"new");
+  TypeAndAdd(L"new");
   SaveHistory(box, store);
   EXPECT_EQ(Stored(L"01"), L"new");
   EXPECT_EQ(Stored(L"02"), L"cnc1");
@@ -33,31 +33,31 @@ TEST_F(AddressHistoryTest, A_new_address_pushes_the_oldest_of_ten_out) {
   EXPECT_EQ(store.values.size(), 10U);
 }
 
-TEST_F(AddressHistoryTest, A_known_address_in_any_position_leaves_the_order) {
+TEST_F(AddressHistoryTest, A_known_address_does_not_change_the_order) {
   for (const wchar_t* const known : {L"a", L"b", L"c"}) box.InsertItem(box.Count(), known);
-  for (const wchar_t* const known : {L"a", L"b", L"c"}) Test(known);
+  for (const wchar_t* const known : {L"a", L"b", L"c"}) TypeAndAdd(known);
   EXPECT_EQ(box.Count(), 3);
   EXPECT_EQ(box.Item(0), L"a");
   EXPECT_EQ(box.Item(2), L"c");
 }
 
-TEST_F(AddressHistoryTest, Letter_case_makes_another_address) {
-  Test(L"cnc");
-  Test(L"CNC");
+TEST_F(AddressHistoryTest, Addresses_are_case_sensitive) {
+  TypeAndAdd(L"cnc");
+  TypeAndAdd(L"CNC");
   EXPECT_EQ(box.Count(), 2);
 }
 
 TEST_F(AddressHistoryTest, An_empty_address_is_never_added) {
-  Test(L"");
+  TypeAndAdd(L"");
   EXPECT_EQ(box.Count(), 0);
 }
 
 TEST_F(AddressHistoryTest, Adding_keeps_the_typed_text) {
-  Test(L"typed");
+  TypeAndAdd(L"typed");
   EXPECT_EQ(box.Text(), L"typed");
 }
 
-TEST_F(AddressHistoryTest, Missing_empty_and_odd_entries_are_left_out_and_the_first_is_current) {
+TEST_F(AddressHistoryTest, Missing_and_empty_entries_are_skipped_and_the_first_is_selected) {
   store.values[L"History\\02"] = L"second";
   store.values[L"History\\03"] = L"";
   store.values[L"History\\07"] = std::wstring(70000, L'x');
@@ -74,7 +74,7 @@ TEST_F(AddressHistoryTest, An_empty_store_leaves_the_box_empty) {
   EXPECT_EQ(box.Text(), L"");
 }
 
-TEST_F(AddressHistoryTest, Keys_beyond_the_items_stay_as_they_are) {
+TEST_F(AddressHistoryTest, Stored_entries_beyond_the_items_are_kept) {
   store.values[L"History\\05"] = L"kept";
   box.InsertItem(0, L"one");
   SaveHistory(box, store);

@@ -1,19 +1,18 @@
-// The caption loader: every element of the window takes its own text of the language file, in the fixed
-// order.
+// The caption loader: which text of the language file each element of the window gets, and in which order.
 
 #include "tests/unit/app/form1_fixture.h"
 
 namespace tarvik::test {
 namespace {
 
-/// Where a text of the language file goes. A tab's caption belongs to a page of ID_tabMode.
+/// A text of the language file and the element that shows it.
 struct CaptionOf {
-  int text;
+  int text;  ///< number in the language file
   int control;
-  int page = ui::kNoPage;
+  int page = ui::kNoPage;  ///< for the captions of ID_tabMode's tabs
 };
 
-/// In the order of the caption loader, after the window's own caption.
+/// Every caption except the window's own, in the order in which they are loaded.
 const std::vector<CaptionOf> kCaptions = {
     {1, ID_mnuHelp},
     {2, ID_mnuHelpSub},
@@ -58,7 +57,7 @@ class Form1CaptionsTest : public Form1Test {
   }
 };
 
-TEST_F(Form1CaptionsTest, Every_element_has_its_own_text_of_the_language_file) {
+TEST_F(Form1CaptionsTest, Every_element_gets_its_own_text_from_the_language_file) {
   Start();
   EXPECT_EQ(form.Caption(), L"t0");
   for (const CaptionOf& caption : kCaptions)
@@ -66,11 +65,11 @@ TEST_F(Form1CaptionsTest, Every_element_has_its_own_text_of_the_language_file) {
         << caption.control << " page " << caption.page;
 }
 
-TEST_F(Form1CaptionsTest, The_list_of_this_test_names_every_captioned_control) {
+TEST_F(Form1CaptionsTest, The_list_in_this_test_is_complete) {
   Construct();
   for (const int id : form.Order()) {
     const auto& element = form.Get<ui::Element>(id);
-    // The two states of the K7 Svc page are read from the PC.
+    // The texts of these two labels come from the PC, not from the language file.
     if (element.Caption().empty() || id == ID_lblK7ServerStatus || id == ID_lblK7UdpPortNo) continue;
     EXPECT_TRUE(std::any_of(kCaptions.begin(), kCaptions.end(), [id](const CaptionOf& caption) {
       return caption.control == id;
@@ -78,7 +77,7 @@ TEST_F(Form1CaptionsTest, The_list_of_this_test_names_every_captioned_control) {
   }
 }
 
-TEST_F(Form1CaptionsTest, The_captions_are_loaded_from_left_to_right_and_page_by_page) {
+TEST_F(Form1CaptionsTest, Captions_are_loaded_in_the_order_menus_tabs_controls) {
   Construct();
   std::vector<int> loaded;
   bool loading = false;
@@ -88,38 +87,38 @@ TEST_F(Form1CaptionsTest, The_captions_are_loaded_from_left_to_right_and_page_by
     for (const int id : form.Order())
       if (&element == &form.Get<ui::Element>(id)) loaded.push_back(id);
   };
-  kernel.onSearch = [&] { form.beforeText = nullptr; };  // the module check follows the captions
+  kernel.onSearch = [&] { form.beforeText = nullptr; };  // the module check is the step after the captions
   form1->Form_Load();
   std::vector<int> expected;
   for (const CaptionOf& caption : kCaptions) expected.push_back(caption.control);
   EXPECT_EQ(loaded, expected);
 }
 
-TEST_F(Form1CaptionsTest, An_older_language_file_without_the_tip_about_the_status_gives_the_built_in_one) {
+TEST_F(Form1CaptionsTest, A_language_file_without_the_status_tip_keeps_the_built_in_tip) {
   AddString(1033, 32, "");
   Start();
   EXPECT_EQ(form.Get<ui::MemoryLabel>(ID_lblK7ServerStatus).toolTip, L"Click to refresh the status");
 }
 
-class RefusedCaption : public Form1CaptionsTest, public testing::WithParamInterface<CaptionOf> {};
+class FailingCaption : public Form1CaptionsTest, public testing::WithParamInterface<CaptionOf> {};
 
-TEST_P(RefusedCaption, Costs_no_other_element_its_text) {
+TEST_P(FailingCaption, Does_not_affect_the_other_captions) {
   Construct();
   form.beforeText = [this](const ui::Element& element) {
-    const CaptionOf& refused = GetParam();
-    if (&element == &form.Get<ui::Element>(refused.control) &&
-        (refused.page == ui::kNoPage || Tabs().pageTakingCaption == refused.page))
-      throw RuntimeError(L"The control does not take its text.");
+    const CaptionOf& failing = GetParam();
+    if (&element == &form.Get<ui::Element>(failing.control) &&
+        (failing.page == ui::kNoPage || Tabs().pageTakingCaption == failing.page))
+      throw RuntimeError(L"The caption cannot be set.");
   };
   form1->Form_Load();
   EXPECT_TRUE(boxes.boxes.empty());
   for (const CaptionOf& caption : kCaptions) {
-    const bool refused = caption.text == GetParam().text;
-    EXPECT_EQ(Caption(caption) == L"t" + std::to_wstring(caption.text), !refused) << caption.text;
+    const bool failing = caption.text == GetParam().text;
+    EXPECT_EQ(Caption(caption) == L"t" + std::to_wstring(caption.text), !failing) << caption.text;
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(EachElement, RefusedCaption, testing::ValuesIn(kCaptions),
+INSTANTIATE_TEST_SUITE_P(EachElement, FailingCaption, testing::ValuesIn(kCaptions),
                          [](const auto& caption) { return "Text" + std::to_string(caption.param.text); });
 
 }  // namespace

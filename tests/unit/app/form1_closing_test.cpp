@@ -1,4 +1,5 @@
-// What may close while something is open or running, and the end of the Windows session.
+// Which windows may close while a message box is open or a test runs, and what the end of the Windows session
+// does at that moment.
 
 #include "tests/unit/app/form1_fixture.h"
 
@@ -7,7 +8,7 @@ namespace {
 
 using Lines = std::vector<std::wstring>;
 
-/// The main window with both other windows open.
+/// The main window, the PMC window and the about box, all open.
 class Form1ClosingTest : public Form1Test {
  protected:
   Form1ClosingTest() {
@@ -29,7 +30,7 @@ class Form1ClosingTest : public Form1Test {
     ui::MemoryForm* owner;
     std::function<void()> provoke;
   };
-  /// One box of each window.
+  /// For each window, an action that makes it show a message box.
   std::vector<BoxOfWindow> BoxOfEachWindow() {
     return {{&form,
              [this] {
@@ -48,7 +49,7 @@ class Form1ClosingTest : public Form1Test {
   ui::MemoryForm* about_ = nullptr;
 };
 
-TEST_F(Form1ClosingTest, While_a_box_of_any_window_is_open_every_window_is_disabled_and_none_closes) {
+TEST_F(Form1ClosingTest, While_any_window_shows_a_box_all_windows_are_disabled_and_none_closes) {
   for (const auto& [owner, provoke] : BoxOfEachWindow()) {
     ui::MemoryForm* seen = nullptr;
     boxes.onShow = [&] {
@@ -68,7 +69,7 @@ TEST_F(Form1ClosingTest, While_a_box_of_any_window_is_open_every_window_is_disab
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1ClosingTest, The_end_of_the_session_under_a_box_of_any_window_keeps_the_history_and_the_windows) {
+TEST_F(Form1ClosingTest, A_session_end_while_a_box_is_open_saves_the_history_and_closes_no_window) {
   for (const auto& [owner, provoke] : BoxOfEachWindow()) {
     settings.values.clear();
     boxes.onShow = [&] {
@@ -84,7 +85,7 @@ TEST_F(Form1ClosingTest, The_end_of_the_session_under_a_box_of_any_window_keeps_
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1ClosingTest, The_session_may_end_under_a_box_that_belongs_to_no_test) {
+TEST_F(Form1ClosingTest, The_session_may_end_while_a_box_outside_a_test_is_open) {
   int asked = 0;
   boxes.onShow = [&] {
     ++asked;
@@ -97,7 +98,7 @@ TEST_F(Form1ClosingTest, The_session_may_end_under_a_box_that_belongs_to_no_test
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1ClosingTest, The_end_of_the_session_at_rest_is_a_shut_down) {
+TEST_F(Form1ClosingTest, A_session_end_while_idle_shuts_the_program_down) {
   EXPECT_TRUE(form.QueryEndSession());
   form.EndSession();
   EXPECT_TRUE(form.unloaded);
@@ -107,7 +108,7 @@ TEST_F(Form1ClosingTest, The_end_of_the_session_at_rest_is_a_shut_down) {
   EXPECT_EQ(screen.Forms(), std::vector<ui::MemoryForm*>{&form});
 }
 
-TEST_F(Form1ClosingTest, The_end_of_the_session_in_a_run_leaves_it_what_it_uses) {
+TEST_F(Form1ClosingTest, A_session_end_during_a_run_releases_nothing_the_run_uses) {
   Address().SetText(L"192.168.1.100");
   onEvents = [&] {
     EXPECT_FALSE(form.QueryEndSession());
@@ -133,7 +134,7 @@ TEST(MemoryScreenTest, A_window_that_was_disabled_before_a_box_stays_disabled_af
   EXPECT_FALSE(other.Enabled());
 }
 
-TEST(MemoryScreenTest, A_box_that_breaks_gives_the_windows_back) {
+TEST(MemoryScreenTest, A_box_that_throws_enables_the_windows_again) {
   FakeBoxes boxes;
   ui::MemoryScreen screen(boxes);
   ui::MemoryForm owner(screen);

@@ -6,7 +6,7 @@ namespace {
 using Lines = std::vector<std::wstring>;
 using Calls = std::vector<std::string>;
 
-/// The main window with a CNC library, and the ladder up to it.
+/// A started main window whose port and time-out come from the command line.
 class Form1CncTest : public Form1Test {
  protected:
   Form1CncTest() { Start(L"-LANGID 1 -TCP_PORT 9000 -NXLIB_TMOUT 3"); }
@@ -23,19 +23,19 @@ class Form1CncTest : public Form1Test {
   void ClickPmc(int id) { Pmc().Get<ui::MemoryButton>(id).Click(); }
 };
 
-TEST_F(Form1CncTest, The_information_button_runs_the_library_test_with_the_boxes_of_the_window) {
+TEST_F(Form1CncTest, The_information_button_runs_the_library_test_with_the_values_in_the_window) {
   Address().SetText(L"192.168.1.100");
   bool closed = false;
   onEvents = [&] { closed = closed || form.Close(); };
   Click(ID_cmdGetInfo);
-  EXPECT_FALSE(closed) << "closed under its test";
+  EXPECT_FALSE(closed) << "the window closed during its own test";
   EXPECT_EQ(cncLibrary.calls[0], "nx_allochandle3(192.168.1.100, 9000, 3)");
   EXPECT_TRUE(Listed(L"CNC Type\t31iB"));
   EXPECT_TRUE(icmp.requests.empty());
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, The_access_code_counts_only_when_its_box_is_checked) {
+TEST_F(Form1CncTest, The_access_code_is_used_only_when_its_check_box_is_checked) {
   Address().SetText(L"192.168.1.100");
   cncLibrary.openResult = 7;
   Box(ID_txtAccessCode).SetText(L"123");
@@ -48,7 +48,7 @@ TEST_F(Form1CncTest, The_access_code_counts_only_when_its_box_is_checked) {
                          "nx_allochandle_code(192.168.1.100, 9000, 123, 3)"));
 }
 
-TEST_F(Form1CncTest, The_information_button_is_the_stop_of_an_active_run_and_starts_none_inside_it) {
+TEST_F(Form1CncTest, During_a_run_the_information_button_stops_it_and_starts_nothing) {
   Address().SetText(L"192.168.1.100");
   Box(ID_txtPingReqCount).SetText(L"1000");
   onEvents = [&] { Click(ID_cmdGetInfo); };
@@ -58,7 +58,7 @@ TEST_F(Form1CncTest, The_information_button_is_the_stop_of_an_active_run_and_sta
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, A_click_while_the_library_blocks_is_the_stop_of_that_test_and_starts_no_other) {
+TEST_F(Form1CncTest, A_click_while_the_library_blocks_stops_that_test_and_starts_no_other) {
   Address().SetText(L"192.168.1.100");
   cncLibrary.openResult = -103;
   bool closed = false;
@@ -76,7 +76,7 @@ TEST_F(Form1CncTest, A_click_while_the_library_blocks_is_the_stop_of_that_test_a
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, A_click_while_a_call_blocks_that_then_fails_starts_no_test_either) {
+TEST_F(Form1CncTest, A_click_queued_before_a_missing_call_throws_starts_no_test) {
   Address().SetText(L"192.168.1.100");
   cncLibrary.missing = {"nx_sysinfo"};
   bool closed = false;
@@ -94,7 +94,7 @@ TEST_F(Form1CncTest, A_click_while_a_call_blocks_that_then_fails_starts_no_test_
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, A_ping_does_not_begin_inside_the_library_test) {
+TEST_F(Form1CncTest, A_ping_cannot_start_inside_the_library_test) {
   Address().SetText(L"192.168.1.100");
   onEvents = [&] { Click(ID_cmdPing); };
   Click(ID_cmdGetInfo);
@@ -102,7 +102,7 @@ TEST_F(Form1CncTest, A_ping_does_not_begin_inside_the_library_test) {
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, A_library_that_lacks_a_call_is_told_and_everything_is_restored) {
+TEST_F(Form1CncTest, A_missing_library_call_is_reported_and_everything_is_restored) {
   Address().SetText(L"192.168.1.100");
   cncLibrary.missing = {"nx_sysinfo"};
   Click(ID_cmdGetInfo);
@@ -111,7 +111,7 @@ TEST_F(Form1CncTest, A_library_that_lacks_a_call_is_told_and_everything_is_resto
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, The_ladder_goes_on_to_the_library_test) {
+TEST_F(Form1CncTest, The_ladder_continues_with_the_library_test) {
   Address().SetText(L"192.168.1.100");
   Click(ID_cmdAllTest);
   EXPECT_EQ(icmp.requests.size(), 4U);
@@ -119,20 +119,20 @@ TEST_F(Form1CncTest, The_ladder_goes_on_to_the_library_test) {
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, The_ladder_without_the_bit_is_the_reachability_check_alone) {
+TEST_F(Form1CncTest, Without_test_bits_the_ladder_is_only_the_reachability_check) {
   Address().SetText(L"192.168.1.100");
   EXPECT_TRUE(form1->RunAllTests());
   EXPECT_TRUE(cncLibrary.calls.empty());
 }
 
-TEST_F(Form1CncTest, The_ladder_ends_at_a_target_that_does_not_answer) {
+TEST_F(Form1CncTest, The_ladder_stops_at_a_target_that_does_not_answer) {
   Address().SetText(L"192.168.1.200");
   form1->SetOptionMask(kLibraryTest);
   EXPECT_FALSE(form1->RunAllTests());
   EXPECT_TRUE(cncLibrary.calls.empty());
 }
 
-TEST_F(Form1CncTest, The_ladder_fails_with_the_library_test) {
+TEST_F(Form1CncTest, The_ladder_fails_when_the_library_test_fails) {
   Address().SetText(L"192.168.1.100");
   form1->SetOptionMask(kLibraryTest | kK7ApiTest | kFtpTest);
   cncLibrary.infoResult = 6;
@@ -142,7 +142,7 @@ TEST_F(Form1CncTest, The_ladder_fails_with_the_library_test) {
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, A_stop_after_the_last_echo_starts_no_further_rung) {
+TEST_F(Form1CncTest, A_stop_after_the_last_echo_prevents_the_next_rung) {
   Address().SetText(L"192.168.1.100");
   form1->SetOptionMask(kLibraryTest);
   onEvents = [&] {
@@ -153,7 +153,7 @@ TEST_F(Form1CncTest, A_stop_after_the_last_echo_starts_no_further_rung) {
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, A_stop_during_a_rung_that_passes_starts_no_further_rung) {
+TEST_F(Form1CncTest, A_stop_during_a_passing_rung_prevents_the_next_rung) {
   Address().SetText(L"192.168.1.100");
   form1->SetOptionMask(kLibraryTest | kK7ApiTest);
   cncLibrary.onCall = [&] { flags.stopRequested = true; };
@@ -162,7 +162,7 @@ TEST_F(Form1CncTest, A_stop_during_a_rung_that_passes_starts_no_further_rung) {
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, A_library_that_lacks_a_call_ends_the_ladder_and_restores_everything) {
+TEST_F(Form1CncTest, A_missing_library_call_ends_the_ladder_and_everything_is_restored) {
   Address().SetText(L"192.168.1.100");
   cncLibrary.missing = {"nx_getoptions1"};
   Click(ID_cmdAllTest);
@@ -170,7 +170,7 @@ TEST_F(Form1CncTest, A_library_that_lacks_a_call_ends_the_ladder_and_restores_ev
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, The_PMC_command_is_hidden_and_works) {
+TEST_F(Form1CncTest, The_hidden_PMC_command_still_opens_its_window) {
   EXPECT_FALSE(form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Visible());
   EXPECT_TRUE(newForms.empty());
   OpenPmc();
@@ -180,7 +180,7 @@ TEST_F(Form1CncTest, The_PMC_command_is_hidden_and_works) {
   EXPECT_FALSE(Pmc().topmost);
 }
 
-TEST_F(Form1CncTest, There_is_one_PMC_window_until_it_is_closed) {
+TEST_F(Form1CncTest, Only_one_PMC_window_opens_until_it_is_closed) {
   OpenPmc();
   OpenPmc();
   EXPECT_EQ(newForms.size(), 1U);
@@ -190,7 +190,7 @@ TEST_F(Form1CncTest, There_is_one_PMC_window_until_it_is_closed) {
   EXPECT_TRUE(Pmc().Visible());
 }
 
-TEST_F(Form1CncTest, The_PMC_window_talks_to_the_controller_of_the_main_window) {
+TEST_F(Form1CncTest, The_PMC_window_reads_from_the_controller_of_the_main_window) {
   OpenPmc();
   Address().SetText(L"cnc-1");
   ClickPmc(ID_cmdRead);
@@ -198,7 +198,7 @@ TEST_F(Form1CncTest, The_PMC_window_talks_to_the_controller_of_the_main_window) 
   EXPECT_EQ(cncLibrary.reads, 10);
 }
 
-TEST_F(Form1CncTest, The_main_window_stays_open_while_the_PMC_window_reads_and_its_tests_run) {
+TEST_F(Form1CncTest, During_a_PMC_read_the_main_window_cannot_close_but_its_tests_run) {
   Address().SetText(L"192.168.1.100");
   OpenPmc();
   cncLibrary.onRead = [&] {
@@ -212,7 +212,7 @@ TEST_F(Form1CncTest, The_main_window_stays_open_while_the_PMC_window_reads_and_i
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1CncTest, The_stop_of_a_run_ends_a_PMC_read_that_began_inside_it) {
+TEST_F(Form1CncTest, Stopping_a_run_also_stops_a_PMC_read_started_inside_it) {
   Address().SetText(L"192.168.1.100");
   OpenPmc();
   onEvents = [&] {
@@ -224,7 +224,7 @@ TEST_F(Form1CncTest, The_stop_of_a_run_ends_a_PMC_read_that_began_inside_it) {
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, The_stop_of_a_run_inside_a_PMC_read_leaves_the_read_alone) {
+TEST_F(Form1CncTest, Stopping_a_run_inside_a_PMC_read_does_not_stop_the_read) {
   Address().SetText(L"192.168.1.100");
   OpenPmc();
   cncLibrary.onRead = [&] {
@@ -239,14 +239,14 @@ TEST_F(Form1CncTest, The_stop_of_a_run_inside_a_PMC_read_leaves_the_read_alone) 
   ExpectIdle();
 }
 
-TEST_F(Form1CncTest, Shut_down_unloads_an_open_PMC_window) {
+TEST_F(Form1CncTest, Shut_down_destroys_an_open_PMC_window) {
   OpenPmc();
   EXPECT_EQ(Existing(), 1);
   ASSERT_TRUE(form.Close());
   EXPECT_EQ(Existing(), 0);
 }
 
-TEST_F(Form1CncTest, Shut_down_unloads_a_PMC_window_that_the_user_has_closed) {
+TEST_F(Form1CncTest, Shut_down_destroys_a_closed_PMC_window) {
   OpenPmc();
   ClickPmc(ID_cmdClose);
   EXPECT_EQ(Existing(), 1);
@@ -254,7 +254,7 @@ TEST_F(Form1CncTest, Shut_down_unloads_a_PMC_window_that_the_user_has_closed) {
   EXPECT_EQ(Existing(), 0);
 }
 
-TEST_F(Form1CncTest, The_end_of_the_Windows_session_does_not_pull_the_PMC_window_from_under_its_run) {
+TEST_F(Form1CncTest, A_session_end_during_a_PMC_read_does_not_destroy_its_window) {
   OpenPmc();
   Address().InsertItem(0, L"cnc");
   cncLibrary.onRead = [&] {
@@ -268,13 +268,13 @@ TEST_F(Form1CncTest, The_end_of_the_Windows_session_does_not_pull_the_PMC_window
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1Test, With_option_1_the_PMC_window_stands_above_the_others_too) {
+TEST_F(Form1Test, Option_1_makes_the_PMC_window_topmost_too) {
   Start(L"-X 1 -LANGID 1");
   form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
   EXPECT_TRUE(lastForm->topmost);
 }
 
-TEST_F(Form1Test, The_command_lines_bits_choose_the_rungs_of_the_auto_run) {
+TEST_F(Form1Test, The_option_bits_of_the_command_line_select_the_rungs_of_the_auto_run) {
   Start(L"-X 2 -LANGID 1 192.168.1.100");
   EXPECT_EQ(cncLibrary.Count("nx_sysinfo"), 1);
 }

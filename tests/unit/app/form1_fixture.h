@@ -14,7 +14,7 @@
 
 namespace tarvik::test {
 
-/// The whole program without a window.
+/// The whole program on fake libraries and in-memory controls.
 class Form1Test : public testing::Test, protected FakeProgram {
  protected:
   Form1Test() {
@@ -35,13 +35,13 @@ class Form1Test : public testing::Test, protected FakeProgram {
     system.profile["C:\\Data\\Language\\Tarvik.exe_" + key + ".ini|" + key + "|" + std::to_string(id)] = text;
   }
 
-  /// Starts the program with this command line.
+  /// Creates the main window and runs its start-up.
   void Start(const std::wstring& commandLine = L"", bool familyEdition = true) {
     Construct(commandLine, familyEdition);
     form1->Form_Load();
   }
 
-  /// The main window before its start-up.
+  /// Creates the main window without running its start-up.
   void Construct(const std::wstring& commandLine = L"", bool familyEdition = true) {
     pump.onEvents = [this] {
       pump.stop = flags.stopRequested;
@@ -58,38 +58,39 @@ class Form1Test : public testing::Test, protected FakeProgram {
   }
 
   std::unique_ptr<ui::Form> NewForm(const wchar_t* windowClass) {
-    if (refuseNewForms) throw RuntimeError(L"The window cannot be created.");
+    if (failNewForms) throw RuntimeError(L"The window cannot be created.");
     newForms.emplace_back(windowClass);
-    auto made = std::make_unique<ui::MemoryForm>(screen);
-    lastForm = made.get();
-    const auto life = std::make_shared<int>();
-    // The form keeps the function, and with it the token, until its own end.
-    lastForm->beforeText = [life](const ui::Element&) {};
-    std::erase_if(lives_, [](const auto& each) { return each.expired(); });
-    lives_.push_back(life);
-    return made;
+    auto created = std::make_unique<ui::MemoryForm>(screen);
+    lastForm = created.get();
+    const auto token = std::make_shared<int>();
+    // The form owns the function, and with it the token, until it is destroyed.
+    lastForm->beforeText = [token](const ui::Element&) {};
+    std::erase_if(formTokens_, [](const auto& each) { return each.expired(); });
+    formTokens_.push_back(token);
+    return created;
   }
 
-  /// How many of the secondary windows still exist, shown or not.
+  /// The number of secondary windows not yet destroyed, closed ones included.
   long Existing() const {
-    return std::count_if(lives_.begin(), lives_.end(), [](const auto& life) { return !life.expired(); });
+    return std::count_if(formTokens_.begin(), formTokens_.end(),
+                         [](const auto& token) { return !token.expired(); });
   }
 
-  /// What the user does while a library blocks the program: it waits in the queue.
+  /// Queues what the user does while a library blocks the program, until events run again.
   void WhileBlocked(std::function<void()> clicks) { queued_ = std::move(clicks); }
-  /// Events run: a pause of a test, or the main loop after it.
+  /// Handles that queue: whenever a running test lets events run, and when a test case plays the main loop.
   void DeliverQueued() {
     if (const auto clicks = std::exchange(queued_, nullptr)) clicks();
   }
 
-  std::vector<std::wstring> newForms;  ///< classes of the further windows, in their order
-  bool refuseNewForms = false;
-  ui::MemoryForm* lastForm = nullptr;  ///< the latest of them
-  std::function<void()> onEvents;      ///< what the user does while a test pauses
+  std::vector<std::wstring> newForms;  ///< window classes of the secondary windows, oldest first
+  bool failNewForms = false;
+  ui::MemoryForm* lastForm = nullptr;  ///< the latest secondary window; dangles once it is destroyed
+  std::function<void()> onEvents;      ///< called whenever window events run
   std::unique_ptr<Form1> form1;
 
  private:
-  std::vector<std::weak_ptr<int>> lives_;
+  std::vector<std::weak_ptr<int>> formTokens_;  ///< one for each secondary window
   std::function<void()> queued_;
 };
 

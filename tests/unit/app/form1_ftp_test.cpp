@@ -45,7 +45,7 @@ TEST_F(Form1FtpTest, Without_an_address_nothing_happens) {
   ExpectIdle();
 }
 
-TEST_F(Form1FtpTest, The_window_is_disabled_under_an_hourglass_while_the_library_works) {
+TEST_F(Form1FtpTest, The_window_is_disabled_and_shows_the_hourglass_while_the_library_works) {
   int seen = 0;
   wininet.onCall = [&](const std::string& name) {
     if (name == "InternetOpenA") return;
@@ -58,7 +58,7 @@ TEST_F(Form1FtpTest, The_window_is_disabled_under_an_hourglass_while_the_library
   ExpectIdle();
 }
 
-TEST_F(Form1FtpTest, It_can_be_neither_started_twice_nor_closed) {
+TEST_F(Form1FtpTest, During_the_test_no_second_one_starts_and_the_window_cannot_close) {
   bool closed = false;
   onEvents = [&] {
     EXPECT_TRUE(flags.busy);
@@ -76,12 +76,12 @@ TEST_F(Form1FtpTest, It_can_be_neither_started_twice_nor_closed) {
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1FtpTest, A_click_while_the_connection_is_closed_starts_no_second_test) {
+TEST_F(Form1FtpTest, A_click_while_the_connection_closes_starts_no_second_test) {
   bool closed = false;
   wininet.onCall = [&](const std::string& name) {
     if (name == "InternetOpenA") return;
     WhileBlocked([&] {
-      // A disabled window gets no click.
+      // Windows delivers no clicks to a disabled window.
       if (form.Enabled()) Click(ID_cmdFtpConnect);
       closed = form.Close();
     });
@@ -93,7 +93,7 @@ TEST_F(Form1FtpTest, A_click_while_the_connection_is_closed_starts_no_second_tes
   ExpectIdle();
 }
 
-TEST_F(Form1FtpTest, Every_window_of_the_program_shows_the_hourglass) {
+TEST_F(Form1FtpTest, Secondary_windows_show_the_hourglass_too) {
   form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
   const ui::MemoryForm& pmc = *lastForm;
   form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
@@ -112,7 +112,7 @@ TEST_F(Form1FtpTest, Every_window_of_the_program_shows_the_hourglass) {
   ExpectIdle();
 }
 
-TEST_F(Form1FtpTest, While_another_run_is_active_the_button_is_its_stop) {
+TEST_F(Form1FtpTest, During_another_run_the_button_stops_it) {
   Box(ID_txtPingReqCount).SetText(L"1000");
   onEvents = [&] { Click(ID_cmdFtpConnect); };
   Click(ID_cmdPing);
@@ -121,7 +121,7 @@ TEST_F(Form1FtpTest, While_another_run_is_active_the_button_is_its_stop) {
   ExpectIdle();
 }
 
-TEST_F(Form1FtpTest, All_Test_checks_first_that_the_target_can_be_reached) {
+TEST_F(Form1FtpTest, All_Test_checks_reachability_first) {
   Click(ID_cmdAllFtpTest);
   EXPECT_EQ(icmp.requests.size(), 4U);
   EXPECT_EQ(Connections(), 1U);
@@ -130,14 +130,14 @@ TEST_F(Form1FtpTest, All_Test_checks_first_that_the_target_can_be_reached) {
   ExpectIdle();
 }
 
-TEST_F(Form1FtpTest, All_Test_does_not_connect_to_what_cannot_be_reached) {
+TEST_F(Form1FtpTest, All_Test_does_not_connect_to_an_unreachable_target) {
   icmp.hosts.clear();
   Click(ID_cmdAllFtpTest);
   EXPECT_EQ(Connections(), 0U);
   ExpectIdle();
 }
 
-TEST_F(Form1FtpTest, All_Test_does_not_connect_after_a_stop_though_the_target_answered) {
+TEST_F(Form1FtpTest, All_Test_does_not_connect_after_a_stop_even_if_the_target_answered) {
   onEvents = [&] { form.PressEscape(); };
   Click(ID_cmdAllFtpTest);
   EXPECT_EQ(icmp.requests.size(), 1U);
@@ -146,13 +146,13 @@ TEST_F(Form1FtpTest, All_Test_does_not_connect_after_a_stop_though_the_target_an
   ExpectIdle();
 }
 
-TEST_F(Form1FtpTest, All_Test_is_one_run_up_to_its_end) {
+TEST_F(Form1FtpTest, All_Test_is_a_single_run) {
   wininet.onCall = [&](const std::string& name) { EXPECT_TRUE(flags.busy) << name; };
   Click(ID_cmdAllFtpTest);
   ExpectIdle();
 }
 
-TEST_F(Form1FtpTest, A_missing_library_is_told_and_everything_is_restored) {
+TEST_F(Form1FtpTest, A_missing_library_is_reported_and_everything_is_restored) {
   for (const char* call : {"InternetOpenA", "InternetConnectA", "FtpFindFirstFileA"}) {
     boxes.boxes.clear();
     wininet.throwing = call;
@@ -163,7 +163,7 @@ TEST_F(Form1FtpTest, A_missing_library_is_told_and_everything_is_restored) {
   }
 }
 
-TEST_F(Form1FtpTest, The_window_can_be_used_when_the_error_is_shown) {
+TEST_F(Form1FtpTest, The_window_is_enabled_before_the_error_is_shown) {
   form.Show();
   wininet.throwing = "FtpFindFirstFileA";
   boxes.onShow = [&] { EXPECT_EQ(form.CurrentPointer(), ui::Pointer::Default); };

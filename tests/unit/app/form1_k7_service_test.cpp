@@ -9,7 +9,7 @@ class Form1K7ServiceTest : public Form1Test {
  protected:
   Form1K7ServiceTest() {
     kernel.messages[2] = "Not there.";
-    // The general edition asks no configuration library for its folder.
+    // The general edition reads the language file from the program's own folder.
     files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
   }
 
@@ -22,20 +22,20 @@ class Form1K7ServiceTest : public Form1Test {
 
 // Start-up and shut-down
 
-TEST_F(Form1K7ServiceTest, The_state_says_that_a_click_refreshes_it) {
+TEST_F(Form1K7ServiceTest, A_tool_tip_explains_that_a_click_refreshes_the_status) {
   system.profile["C:\\Program\\Language\\Tarvik.exe_1033.ini|1033|32"] = "Click to refresh";
   StartGeneral();
   EXPECT_EQ(Label(ID_lblK7ServerStatus).toolTip, L"Click to refresh");
 }
 
-TEST_F(Form1K7ServiceTest, The_general_edition_shows_the_state_of_the_service_from_the_start) {
+TEST_F(Form1K7ServiceTest, The_general_edition_shows_the_service_status_from_the_start) {
   StartGeneral();
   EXPECT_EQ(Status(), L"Running");
   EXPECT_EQ(svcKit.calls, std::vector<std::string>{"Query K7Server -1"});
   EXPECT_TRUE(Tabs().PageOn(kK7SvcPage));
 }
 
-TEST_F(Form1K7ServiceTest, The_familys_edition_never_asks_the_library) {
+TEST_F(Form1K7ServiceTest, The_family_edition_never_calls_the_library) {
   Start();
   ClickStatus();
   Click(ID_cmdStartStopK7Server_1);
@@ -46,7 +46,7 @@ TEST_F(Form1K7ServiceTest, The_familys_edition_never_asks_the_library) {
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1K7ServiceTest, Without_the_library_the_page_is_off_and_nothing_is_asked) {
+TEST_F(Form1K7ServiceTest, Without_the_library_the_page_is_off_and_no_call_is_made) {
   kernel.paths.erase("SvcKit.dll");
   kernel.paths.erase("SvcKit.DLL");
   StartGeneral();
@@ -57,7 +57,7 @@ TEST_F(Form1K7ServiceTest, Without_the_library_the_page_is_off_and_nothing_is_as
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(Form1K7ServiceTest, A_failed_first_query_is_told_and_start_up_goes_on) {
+TEST_F(Form1K7ServiceTest, A_failed_first_query_is_reported_and_start_up_continues) {
   svcKit.queryResult = 5;
   StartGeneral(L"-PING_N 7 -X 0");
   EXPECT_EQ(boxes.Texts(),
@@ -66,7 +66,7 @@ TEST_F(Form1K7ServiceTest, A_failed_first_query_is_told_and_start_up_goes_on) {
   EXPECT_EQ(List().horizontalExtent, 1500);
 }
 
-TEST_F(Form1K7ServiceTest, The_box_of_a_failed_first_query_does_not_keep_the_session_from_ending) {
+TEST_F(Form1K7ServiceTest, The_error_box_of_the_first_query_does_not_block_the_end_of_the_session) {
   svcKit.queryResult = 5;
   bool agreed = false;
   boxes.onShow = [&] { agreed = form.QueryEndSession(); };
@@ -75,7 +75,7 @@ TEST_F(Form1K7ServiceTest, The_box_of_a_failed_first_query_does_not_keep_the_ses
   EXPECT_TRUE(agreed);
 }
 
-TEST_F(Form1K7ServiceTest, A_library_that_cannot_be_used_is_told_and_start_up_goes_on) {
+TEST_F(Form1K7ServiceTest, An_unusable_library_is_reported_and_start_up_continues) {
   svcKit.missing = true;
   StartGeneral();
   ASSERT_EQ(boxes.boxes.size(), 1U);
@@ -91,13 +91,13 @@ TEST_F(Form1K7ServiceTest, Closing_terminates_the_service_utility) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(Form1K7ServiceTest, A_window_that_was_never_closed_has_forgotten_it) {
+TEST_F(Form1K7ServiceTest, A_window_destroyed_without_closing_warns_that_SvcUtl_was_not_terminated) {
   StartGeneral();
   form1.reset();
   EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"SvcUtl is not Terminated"});
 }
 
-TEST_F(Form1K7ServiceTest, The_end_of_the_session_in_the_middle_of_a_command_is_survived) {
+TEST_F(Form1K7ServiceTest, A_command_survives_the_end_of_the_session) {
   StartGeneral();
   svcKit.status = SvcUtl::pSvcCondStopped;
   svcKit.slowness = 5;
@@ -114,13 +114,13 @@ TEST_F(Form1K7ServiceTest, The_end_of_the_session_in_the_middle_of_a_command_is_
   for (const std::wstring& text : boxes.Texts()) EXPECT_NE(text, L"SvcUtl is not Terminated");
 }
 
-TEST_F(Form1K7ServiceTest, The_language_mode_is_the_utilitys_language) {
+TEST_F(Form1K7ServiceTest, SvcUtl_uses_the_language_mode) {
   svcKit.queryResult = 5;
   StartGeneral(L"-LANGID 0 -X 0");
   EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"K7Server の動作状態の確認に失敗しました Err=0x5"});
 }
 
-// The label
+// The status label
 
 TEST_F(Form1K7ServiceTest, A_click_on_the_label_refreshes_it) {
   StartGeneral();
@@ -134,7 +134,7 @@ TEST_F(Form1K7ServiceTest, A_click_on_the_label_refreshes_it) {
   EXPECT_EQ(Status(), L"Running");
 }
 
-TEST_F(Form1K7ServiceTest, A_pending_or_unknown_state_leaves_the_label_as_it_is) {
+TEST_F(Form1K7ServiceTest, A_pending_or_unknown_state_does_not_change_the_label) {
   StartGeneral();
   for (const int32_t state : {SvcUtl::pSvcCondStartPending, SvcUtl::pSvcCondStopPending, 0, 7}) {
     svcKit.status = state;
@@ -146,7 +146,7 @@ TEST_F(Form1K7ServiceTest, A_pending_or_unknown_state_leaves_the_label_as_it_is)
   EXPECT_EQ(Status(), L"Running");
 }
 
-TEST_F(Form1K7ServiceTest, A_failed_query_behind_the_label_has_its_box) {
+TEST_F(Form1K7ServiceTest, A_failed_query_after_a_click_on_the_label_shows_a_box) {
   StartGeneral();
   svcKit.queryResult = 5;
   ClickStatus();
@@ -155,7 +155,7 @@ TEST_F(Form1K7ServiceTest, A_failed_query_behind_the_label_has_its_box) {
 
 // Start, stop, debug
 
-TEST_F(Form1K7ServiceTest, Index_1_starts_and_the_label_follows) {
+TEST_F(Form1K7ServiceTest, Index_1_starts_the_service_and_updates_the_label) {
   svcKit.status = SvcUtl::pSvcCondStopped;
   StartGeneral();
   EXPECT_EQ(Status(), L"Stopped");
@@ -164,7 +164,7 @@ TEST_F(Form1K7ServiceTest, Index_1_starts_and_the_label_follows) {
   EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(162)"}));
 }
 
-TEST_F(Form1K7ServiceTest, Index_0_stops_and_the_label_follows) {
+TEST_F(Form1K7ServiceTest, Index_0_stops_the_service_and_updates_the_label) {
   StartGeneral();
   boxes.answerYes = true;
   Click(ID_cmdStartStopK7Server_0);
@@ -172,20 +172,20 @@ TEST_F(Form1K7ServiceTest, Index_0_stops_and_the_label_follows) {
   EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(165)", L"(166)"}));
 }
 
-TEST_F(Form1K7ServiceTest, The_texts_follow_the_language_of_the_command_line) {
+TEST_F(Form1K7ServiceTest, The_texts_use_the_language_of_the_command_line) {
   StartGeneral(L"-LANGID 1 -X 0");
   Click(ID_cmdStartStopK7Server_1);
   EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"Already running"});
 }
 
-TEST_F(Form1K7ServiceTest, Debug_starts_the_server_by_hand_while_its_service_is_stopped) {
+TEST_F(Form1K7ServiceTest, Debug_starts_the_server_while_its_service_is_stopped) {
   svcKit.status = SvcUtl::pSvcCondStopped;
   StartGeneral();
   Click(ID_cmdK7ServerDebug);
   EXPECT_EQ(processes.commandLines, std::vector<std::wstring>{L"K7Server -debug"});
 }
 
-TEST_F(Form1K7ServiceTest, Debug_leads_to_the_stop_button_while_the_service_runs) {
+TEST_F(Form1K7ServiceTest, Debug_moves_the_focus_to_the_stop_button_while_the_service_runs) {
   StartGeneral();
   Click(ID_cmdK7ServerDebug);
   EXPECT_EQ(form.Focus(), &Button(ID_cmdStartStopK7Server_0));
@@ -193,38 +193,38 @@ TEST_F(Form1K7ServiceTest, Debug_leads_to_the_stop_button_while_the_service_runs
   EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(116)"});
 }
 
-TEST_F(Form1K7ServiceTest, Debug_shows_no_box_of_a_failed_query) {
+TEST_F(Form1K7ServiceTest, Debug_shows_no_error_box_for_a_failed_query) {
   StartGeneral();
   svcKit.queryResult = 5;
   Click(ID_cmdK7ServerDebug);
   EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(116)"});
 }
 
-TEST_F(Form1K7ServiceTest, While_Start_is_active_no_other_Start_or_Stop_begins_and_the_window_stays) {
+TEST_F(Form1K7ServiceTest, During_Start_no_other_Start_or_Stop_begins_and_the_window_cannot_close) {
   StartGeneral();
   svcKit.status = SvcUtl::pSvcCondStopped;
   svcKit.slowness = 4;
   int pauses = 0;
-  const auto meddle = [&] {
+  const auto interfere = [&] {
     EXPECT_FALSE(form.Close());
     Click(ID_cmdStartStopK7Server_1);
     Click(ID_cmdStartStopK7Server_0);
     ++pauses;
   };
-  onEvents = meddle;
-  boxes.onShow = meddle;
+  onEvents = interfere;
+  boxes.onShow = interfere;
   Click(ID_cmdStartStopK7Server_1);
   EXPECT_GT(pauses, 3);
   EXPECT_EQ(svcKit.Count("Start"), 1);
   EXPECT_EQ(svcKit.Count("Stop"), 0);
-  EXPECT_EQ(svcKit.Count("Query"), 6);  // at the start-up, before the start, and four after it
+  EXPECT_EQ(svcKit.Count("Query"), 6);  // one at start-up, one before the start, four after it
   EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(162)"}));
   onEvents = nullptr;
   boxes.onShow = nullptr;
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1K7ServiceTest, Debug_while_the_program_waits_for_the_start_gets_the_warning_and_the_focus) {
+TEST_F(Form1K7ServiceTest, Debug_during_a_pending_start_warns_and_moves_the_focus) {
   StartGeneral();
   svcKit.status = SvcUtl::pSvcCondStopped;
   svcKit.pending = SvcUtl::pSvcCondStartPending;
@@ -242,7 +242,7 @@ TEST_F(Form1K7ServiceTest, Debug_while_the_program_waits_for_the_start_gets_the_
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1K7ServiceTest, A_click_on_the_state_while_the_program_waits_shows_it_and_keeps_the_waits_boxes) {
+TEST_F(Form1K7ServiceTest, A_status_query_during_a_pending_start_does_not_suppress_its_error_boxes) {
   StartGeneral();
   svcKit.status = SvcUtl::pSvcCondStopped;
   ClickStatus();
@@ -266,7 +266,7 @@ TEST_F(Form1K7ServiceTest, A_click_on_the_state_while_the_program_waits_shows_it
                                        L"(162)"}));
 }
 
-TEST_F(Form1K7ServiceTest, Debug_and_the_state_do_not_begin_inside_each_other) {
+TEST_F(Form1K7ServiceTest, Debug_and_the_status_query_do_not_nest) {
   StartGeneral();
   int depth = 0;
   int deepest = 0;
@@ -284,7 +284,7 @@ TEST_F(Form1K7ServiceTest, Debug_and_the_state_do_not_begin_inside_each_other) {
   EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"(116)"});
 }
 
-TEST_F(Form1K7ServiceTest, A_command_is_free_again_behind_one_that_broke) {
+TEST_F(Form1K7ServiceTest, A_command_can_run_after_an_earlier_one_threw) {
   StartGeneral();
   svcKit.missing = true;
   Click(ID_cmdStartStopK7Server_1);
@@ -295,7 +295,7 @@ TEST_F(Form1K7ServiceTest, A_command_is_free_again_behind_one_that_broke) {
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1K7ServiceTest, A_service_can_be_restarted_while_the_K7_API_test_watches) {
+TEST_F(Form1K7ServiceTest, A_service_can_be_restarted_during_the_K7_API_test) {
   StartGeneral();
   boxes.answerYes = true;
   Address().SetText(L"192.168.1.100");
@@ -312,7 +312,7 @@ TEST_F(Form1K7ServiceTest, A_service_can_be_restarted_while_the_K7_API_test_watc
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1K7ServiceTest, While_a_run_is_active_every_command_begins) {
+TEST_F(Form1K7ServiceTest, Every_command_works_during_a_run) {
   StartGeneral();
   svcKit.calls.clear();
   Address().SetText(L"192.168.1.100");
@@ -328,7 +328,7 @@ TEST_F(Form1K7ServiceTest, While_a_run_is_active_every_command_begins) {
   EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(160)", L"(116)"}));
 }
 
-TEST_F(Form1K7ServiceTest, A_command_inside_a_run_that_is_stopped_waits_for_the_service_to_the_end) {
+TEST_F(Form1K7ServiceTest, A_command_inside_a_stopped_run_still_waits_for_the_service) {
   StartGeneral();
   svcKit.status = SvcUtl::pSvcCondStopped;
   svcKit.slowness = 0;
@@ -344,7 +344,7 @@ TEST_F(Form1K7ServiceTest, A_command_inside_a_run_that_is_stopped_waits_for_the_
   EXPECT_EQ(boxes.Texts(), (std::vector<std::wstring>{L"(161)", L"(163)"}));
 }
 
-TEST_F(Form1K7ServiceTest, A_stop_request_to_a_run_does_not_shorten_the_wait_for_the_service) {
+TEST_F(Form1K7ServiceTest, Stopping_a_run_inside_a_command_does_not_shorten_its_wait) {
   StartGeneral();
   svcKit.status = SvcUtl::pSvcCondStopped;
   svcKit.slowness = 0;

@@ -5,7 +5,7 @@ namespace {
 
 using Lines = std::vector<std::wstring>;
 
-/// The general edition, whose K7 pages live.
+/// The general edition, because only it has the K7 pages.
 class Form1K7Test : public Form1Test {
  protected:
   Form1K7Test() {
@@ -28,7 +28,7 @@ class Form1K7Test : public Form1Test {
   }
 };
 
-TEST_F(Form1K7Test, The_button_runs_the_test_and_offers_the_stop_under_an_hourglass) {
+TEST_F(Form1K7Test, During_the_test_its_button_is_the_stop_button_under_an_hourglass) {
   StartGeneral();
   onEvents = [this] {
     EXPECT_EQ(Button(ID_cmdK7Api).Caption(), L"&Stop");
@@ -41,7 +41,7 @@ TEST_F(Form1K7Test, The_button_runs_the_test_and_offers_the_stop_under_an_hourgl
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, A_count_that_is_no_number_gets_a_box_that_names_box_range_and_text) {
+TEST_F(Form1K7Test, A_count_that_is_not_a_number_is_reported_with_field_range_and_text) {
   StartGeneral(L"-LANGID 1");
   form.Get<ui::MemoryLabel>(ID_lblTestCount).SetCaption(L"Test &count:");
   Box(ID_txtK7ApiTestCount).SetText(L"ten");
@@ -53,19 +53,19 @@ TEST_F(Form1K7Test, A_count_that_is_no_number_gets_a_box_that_names_box_range_an
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, The_host_comes_from_the_command_line_and_is_this_PC_otherwise) {
+TEST_F(Form1K7Test, Without_a_host_on_the_command_line_it_connects_to_this_PC) {
   StartGeneral();
   form1->RunK7ApiTest();
   EXPECT_EQ(k7Api.connectedTo, "127.0.0.1");
 }
 
-TEST_F(Form1K7Test, The_host_of_the_command_line_is_connected_to) {
+TEST_F(Form1K7Test, It_connects_to_the_host_of_the_command_line) {
   StartGeneral(L"-K7SERVER_HOST 10.9.8.7 -PING_N");
   form1->RunK7ApiTest();
   EXPECT_EQ(k7Api.connectedTo, "10.9.8.7");
 }
 
-TEST_F(Form1K7Test, A_second_click_stops_it_at_the_end_of_the_second) {
+TEST_F(Form1K7Test, A_second_click_stops_it_after_the_current_cycle) {
   StartGeneral();
   onEvents = [this] {
     if (k7Api.checks.size() == 2 && !flags.stopRequested) Click(ID_cmdK7Api);
@@ -84,7 +84,7 @@ TEST_F(Form1K7Test, Esc_stops_it_too) {
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, It_runs_again_after_it_was_stopped) {
+TEST_F(Form1K7Test, It_can_run_again_after_a_stop) {
   StartGeneral();
   onEvents = [this] { form.PressEscape(); };
   Click(ID_cmdK7Api);
@@ -94,7 +94,7 @@ TEST_F(Form1K7Test, It_runs_again_after_it_was_stopped) {
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, Its_verdict_is_true_when_it_is_stopped_and_false_after_a_failure) {
+TEST_F(Form1K7Test, It_passes_unless_a_check_fails) {
   StartGeneral();
   EXPECT_TRUE(form1->RunK7ApiTest());
   k7Api.goodChecks = 0;
@@ -102,7 +102,7 @@ TEST_F(Form1K7Test, Its_verdict_is_true_when_it_is_stopped_and_false_after_a_fai
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, With_its_library_missing_at_the_start_it_passes_without_a_word) {
+TEST_F(Form1K7Test, It_passes_silently_when_its_library_was_missing_at_start_up) {
   kernel.paths.erase("k7api.dll");
   StartGeneral();
   EXPECT_TRUE(form1->RunK7ApiTest());
@@ -117,7 +117,7 @@ TEST_F(Form1K7Test, A_library_without_a_version_is_not_missing) {
   EXPECT_FALSE(k7Api.calls.empty());
 }
 
-TEST_F(Form1K7Test, An_empty_address_gives_an_empty_box_and_never_offers_the_stop) {
+TEST_F(Form1K7Test, Without_an_address_it_shows_an_empty_box_and_never_offers_Stop) {
   StartGeneral();
   Address().SetText(L"");
   boxes.onShow = [this] {
@@ -130,7 +130,7 @@ TEST_F(Form1K7Test, An_empty_address_gives_an_empty_box_and_never_offers_the_sto
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, A_failures_box_is_shown_while_the_test_still_runs) {
+TEST_F(Form1K7Test, A_failure_box_is_shown_while_the_test_is_still_active) {
   StartGeneral();
   k7Api.connectResult = 0;
   boxes.onShow = [this] {
@@ -143,7 +143,7 @@ TEST_F(Form1K7Test, A_failures_box_is_shown_while_the_test_still_runs) {
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, A_library_that_cannot_be_used_is_told_in_the_standard_error_dialog) {
+TEST_F(Form1K7Test, An_unusable_library_is_reported_in_the_standard_error_dialog) {
   StartGeneral();
   k7Api.missing = true;
   EXPECT_FALSE(form1->RunK7ApiTest());
@@ -153,7 +153,7 @@ TEST_F(Form1K7Test, A_library_that_cannot_be_used_is_told_in_the_standard_error_
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, A_button_that_refuses_its_caption_leaves_nothing_behind) {
+TEST_F(Form1K7Test, A_caption_that_cannot_be_restored_does_not_keep_the_test_active) {
   StartGeneral();
   onEvents = [this] { Button(ID_cmdK7Api).refusing = true; };
   Click(ID_cmdK7Api);
@@ -163,7 +163,7 @@ TEST_F(Form1K7Test, A_button_that_refuses_its_caption_leaves_nothing_behind) {
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, Inside_a_run_the_click_starts_a_nested_test_and_the_next_one_stops_both) {
+TEST_F(Form1K7Test, During_a_run_a_click_starts_a_nested_test_and_the_next_click_stops_both) {
   StartGeneral();
   Box(ID_txtPingReqCount).SetText(L"50");
   int clicks = 0;
@@ -180,7 +180,7 @@ TEST_F(Form1K7Test, Inside_a_run_the_click_starts_a_nested_test_and_the_next_one
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, A_click_while_its_library_blocks_is_its_stop_and_starts_no_other_test) {
+TEST_F(Form1K7Test, A_click_while_its_library_blocks_stops_it_and_starts_no_other_test) {
   StartGeneral();
   k7Api.goodChecks = 0;
   bool closed = false;
@@ -198,7 +198,7 @@ TEST_F(Form1K7Test, A_click_while_its_library_blocks_is_its_stop_and_starts_no_o
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, Its_button_asks_nothing_of_the_field_that_loses_the_focus_while_it_shows_Stop) {
+TEST_F(Form1K7Test, While_its_button_shows_Stop_it_validates_no_field) {
   StartGeneral();
   Box(ID_txtPingReqCount).SetText(L"");
   onEvents = [&] { EXPECT_TRUE(form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdK7Api))); };
@@ -206,7 +206,7 @@ TEST_F(Form1K7Test, Its_button_asks_nothing_of_the_field_that_loses_the_focus_wh
   EXPECT_FALSE(form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdK7Api)));
 }
 
-TEST_F(Form1K7Test, The_end_of_a_nested_test_leaves_the_button_of_the_outer_one_asking_nothing) {
+TEST_F(Form1K7Test, After_a_nested_test_the_stop_button_still_validates_no_field) {
   StartGeneral(L"-X 4 -PING_N");
   bool nested = false;
   onEvents = [&] {
@@ -222,7 +222,7 @@ TEST_F(Form1K7Test, The_end_of_a_nested_test_leaves_the_button_of_the_outer_one_
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, The_ladder_leaves_it_out_with_bit_0x20_whatever_bit_4_says) {
+TEST_F(Form1K7Test, With_bit_0x20_the_ladder_skips_it_even_if_bit_4_is_set) {
   StartGeneral(L"-X 36 -PING_N");
   Click(ID_cmdAllTest);
   EXPECT_TRUE(form1->TestOptionMask(kK7ApiTest));
@@ -231,14 +231,14 @@ TEST_F(Form1K7Test, The_ladder_leaves_it_out_with_bit_0x20_whatever_bit_4_says) 
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, Left_out_with_bit_0x20_it_does_not_end_the_ladder_below_the_listing) {
+TEST_F(Form1K7Test, Skipping_it_with_bit_0x20_does_not_end_the_ladder) {
   StartGeneral(L"-X 44 -PING_N");
   EXPECT_TRUE(form1->RunAllTests());
   EXPECT_TRUE(k7Api.calls.empty());
   EXPECT_TRUE(Listed(L"FTP Connect test..."));
 }
 
-TEST_F(Form1K7Test, A_click_inside_the_ladders_own_K7_rung_starts_a_nested_test) {
+TEST_F(Form1K7Test, A_click_during_the_ladders_K7_rung_starts_a_nested_test) {
   StartGeneral(L"-X 4 -PING_N");
   bool clicked = false;
   onEvents = [&] {
@@ -257,7 +257,7 @@ TEST_F(Form1K7Test, A_click_inside_the_ladders_own_K7_rung_starts_a_nested_test)
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, A_second_click_inside_the_ladders_own_K7_rung_stops_the_nested_test_and_the_ladder) {
+TEST_F(Form1K7Test, A_second_click_during_the_ladders_K7_rung_stops_the_nested_test_and_the_ladder) {
   StartGeneral(L"-X 12 -PING_N");
   int clicks = 0;
   onEvents = [&] {
@@ -271,7 +271,7 @@ TEST_F(Form1K7Test, A_second_click_inside_the_ladders_own_K7_rung_stops_the_nest
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, A_run_that_begins_inside_the_test_leaves_the_stop_to_the_test) {
+TEST_F(Form1K7Test, Stopping_a_run_inside_the_test_also_stops_the_test) {
   StartGeneral();
   Box(ID_txtPingReqCount).SetText(L"50");
   bool pinging = false;
@@ -289,7 +289,7 @@ TEST_F(Form1K7Test, A_run_that_begins_inside_the_test_leaves_the_stop_to_the_tes
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, A_run_that_ends_inside_the_test_does_not_make_the_window_closable) {
+TEST_F(Form1K7Test, After_a_run_inside_the_test_the_window_still_cannot_close) {
   StartGeneral();
   bool pinged = false;
   bool closed = false;

@@ -18,7 +18,7 @@ class Form1ModulesTest : public Form1Test {
   }
 };
 
-TEST_F(Form1ModulesTest, With_every_module_all_pages_and_the_ladder_are_offered) {
+TEST_F(Form1ModulesTest, With_every_module_all_pages_and_the_ladder_button_are_available) {
   StartGeneral();
   EXPECT_TRUE(PagesOff().empty());
   EXPECT_TRUE(Button(ID_cmdAllTest).Visible());
@@ -28,7 +28,7 @@ using ModuleAndPage = std::pair<const char*, int>;
 
 class Form1MissingModuleTest : public Form1ModulesTest, public testing::WithParamInterface<ModuleAndPage> {};
 
-TEST_P(Form1MissingModuleTest, Switches_its_page_and_the_ladders_button_off) {
+TEST_P(Form1MissingModuleTest, Turns_its_page_off_and_hides_the_ladder_button) {
   kernel.paths.erase(GetParam().first);
   StartGeneral();
   EXPECT_EQ(PagesOff(), std::vector<int>{GetParam().second});
@@ -47,7 +47,7 @@ TEST_F(Form1ModulesTest, The_family_edition_does_not_look_for_the_K7_API_library
   EXPECT_TRUE(Button(ID_cmdAllTest).Visible());
 }
 
-TEST_F(Form1ModulesTest, The_command_line_can_leave_the_K7_API_library_out_of_the_general_edition) {
+TEST_F(Form1ModulesTest, Option_32_skips_the_K7_API_library_in_the_general_edition) {
   files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
   kernel.paths.erase("k7api.dll");
   Start(L"-X 32 -PING_N", false);
@@ -90,7 +90,7 @@ TEST_F(Form1ModulesTest, The_modules_are_looked_for_after_the_captions_are_loade
   EXPECT_FALSE(kernel.searched.empty());
 }
 
-TEST_F(Form1ModulesTest, Start_up_that_ends_at_the_sockets_looks_for_no_module) {
+TEST_F(Form1ModulesTest, No_module_is_looked_for_when_start_up_ends_at_the_sockets) {
   winsock.startupResult = -1;
   Start();
   EXPECT_TRUE(kernel.searched.empty());

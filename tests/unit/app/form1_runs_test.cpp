@@ -17,7 +17,7 @@ class Form1RunsTest : public Form1Test {
   }
 };
 
-TEST_F(Form1RunsTest, While_a_run_is_active_the_button_offers_the_stop_under_an_hourglass) {
+TEST_F(Form1RunsTest, During_a_run_its_button_is_the_stop_button_under_an_hourglass) {
   Address().SetText(L"192.168.1.100");
   std::vector<ui::Pointer> pointers;
   onEvents = [&] {
@@ -26,14 +26,14 @@ TEST_F(Form1RunsTest, While_a_run_is_active_the_button_offers_the_stop_under_an_
     EXPECT_EQ(Button(ID_cmdPing).Caption(), L"&Stop");
   };
   Click(ID_cmdPing);
-  // The last events run after the check, before the run ends.
+  // Events run once more after the check has restored the pointer, before the run ends.
   ASSERT_GT(pointers.size(), 1U);
   pointers.pop_back();
   EXPECT_EQ(pointers, std::vector<ui::Pointer>(pointers.size(), ui::Pointer::Hourglass));
   ExpectIdle();
 }
 
-TEST_F(Form1RunsTest, A_second_click_stops_the_run_and_starts_none) {
+TEST_F(Form1RunsTest, A_second_click_stops_the_run_and_starts_no_other) {
   Address().SetText(L"192.168.1.100");
   Box(ID_txtPingReqCount).SetText(L"1000");
   onEvents = [&] { Click(ID_cmdPing); };
@@ -42,7 +42,7 @@ TEST_F(Form1RunsTest, A_second_click_stops_the_run_and_starts_none) {
   ExpectIdle();
 }
 
-TEST_F(Form1RunsTest, Every_button_that_begins_a_run_is_the_stop_of_an_active_one) {
+TEST_F(Form1RunsTest, Every_button_that_starts_a_run_stops_an_active_one) {
   for (const int id : {ID_cmdPing, ID_cmdAllTest, ID_cmdAllFtpTest}) {
     icmp.requests.clear();
     pump.stop = false;
@@ -54,7 +54,7 @@ TEST_F(Form1RunsTest, Every_button_that_begins_a_run_is_the_stop_of_an_active_on
   }
 }
 
-TEST_F(Form1RunsTest, Every_button_that_begins_a_test_begins_an_outermost_run) {
+TEST_F(Form1RunsTest, Every_test_button_except_K7_Api_starts_an_outermost_run) {
   for (const int id : {ID_cmdPing, ID_cmdAllTest, ID_cmdGetInfo, ID_cmdFtpConnect, ID_cmdAllFtpTest}) {
     Address().SetText(L"192.168.1.100");
     int pauses = 0;
@@ -78,12 +78,12 @@ TEST_F(Form1RunsTest, Esc_stops_an_active_run) {
   ExpectIdle();
 }
 
-TEST_F(Form1RunsTest, Esc_without_a_run_leaves_no_stop_request_behind) {
+TEST_F(Form1RunsTest, Esc_without_a_run_sets_no_stop_request) {
   form.PressEscape();
   EXPECT_FALSE(flags.stopRequested);
 }
 
-TEST_F(Form1RunsTest, Closing_is_refused_while_a_run_is_active) {
+TEST_F(Form1RunsTest, The_window_cannot_close_during_a_run) {
   Address().SetText(L"192.168.1.100");
   bool closed = false;
   onEvents = [&] { closed = closed || form.Close(); };
@@ -92,7 +92,7 @@ TEST_F(Form1RunsTest, Closing_is_refused_while_a_run_is_active) {
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1RunsTest, A_message_box_under_a_run_neither_closes_the_window_nor_starts_a_second_run) {
+TEST_F(Form1RunsTest, During_a_runs_message_box_the_window_cannot_close_and_no_second_run_starts) {
   Address().SetText(L"unknown-host");
   boxes.onShow = [&] {
     EXPECT_FALSE(form.Close());
@@ -103,20 +103,20 @@ TEST_F(Form1RunsTest, A_message_box_under_a_run_neither_closes_the_window_nor_st
   ExpectIdle();
 }
 
-TEST_F(Form1RunsTest, Enter_in_the_address_box_runs_the_check) {
+TEST_F(Form1RunsTest, Enter_in_the_address_box_runs_the_reachability_check) {
   Address().SetText(L"192.168.1.100");
   Address().PressKey(13, 0);
   EXPECT_EQ(icmp.requests.size(), 4U);
 }
 
-TEST_F(Form1RunsTest, Enter_with_Shift_Ctrl_or_Alt_does_not) {
+TEST_F(Form1RunsTest, Enter_with_Shift_Ctrl_or_Alt_is_ignored) {
   Address().SetText(L"192.168.1.100");
   for (const int16_t shift : {ui::kShiftHeld, ui::kCtrlHeld, ui::kAltHeld}) Address().PressKey(13, shift);
   Address().PressKey(9, 0);
   EXPECT_TRUE(icmp.requests.empty());
 }
 
-TEST_F(Form1RunsTest, A_new_address_is_put_at_the_head_of_the_history) {
+TEST_F(Form1RunsTest, A_new_address_becomes_the_first_in_the_history) {
   Address().InsertItem(0, L"old");
   Address().SetText(L"192.168.1.100");
   Click(ID_cmdPing);
@@ -125,7 +125,7 @@ TEST_F(Form1RunsTest, A_new_address_is_put_at_the_head_of_the_history) {
   EXPECT_EQ(Address().Text(), L"192.168.1.100");
 }
 
-TEST_F(Form1RunsTest, A_ladder_runs_again_after_it_has_ended) {
+TEST_F(Form1RunsTest, The_ladder_can_run_again_after_it_has_ended) {
   Address().SetText(L"192.168.1.100");
   Click(ID_cmdAllTest);
   Click(ID_cmdAllTest);
@@ -133,7 +133,7 @@ TEST_F(Form1RunsTest, A_ladder_runs_again_after_it_has_ended) {
   ExpectIdle();
 }
 
-TEST_F(Form1RunsTest, A_count_that_is_no_number_is_told_and_everything_is_restored) {
+TEST_F(Form1RunsTest, A_count_that_is_not_a_number_is_reported_and_everything_is_restored) {
   Address().SetText(L"192.168.1.100");
   Box(ID_txtPingReqCount).SetText(L"many");
   Click(ID_cmdPing);
@@ -143,7 +143,7 @@ TEST_F(Form1RunsTest, A_count_that_is_no_number_is_told_and_everything_is_restor
   ExpectIdle();
 }
 
-TEST_F(Form1RunsTest, The_list_is_emptied_before_the_count_is_read) {
+TEST_F(Form1RunsTest, The_list_is_cleared_before_the_count_is_read) {
   Address().SetText(L"192.168.1.100");
   Box(ID_txtPingReqCount).SetText(L"many");
   ASSERT_FALSE(List().lines.empty());
@@ -151,7 +151,7 @@ TEST_F(Form1RunsTest, The_list_is_emptied_before_the_count_is_read) {
   EXPECT_TRUE(List().lines.empty());
 }
 
-TEST_F(Form1RunsTest, The_button_that_shows_Stop_asks_nothing_of_the_field_that_loses_the_focus) {
+TEST_F(Form1RunsTest, While_its_button_shows_Stop_it_validates_no_field) {
   Address().SetText(L"192.168.1.100");
   int pauses = 0;
   onEvents = [&] {
@@ -166,7 +166,7 @@ TEST_F(Form1RunsTest, The_button_that_shows_Stop_asks_nothing_of_the_field_that_
   EXPECT_FALSE(form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdPing)));
 }
 
-TEST_F(Form1RunsTest, A_list_that_refuses_a_line_is_told_and_everything_is_restored) {
+TEST_F(Form1RunsTest, A_line_that_cannot_be_added_is_reported_and_everything_is_restored) {
   Address().SetText(L"192.168.1.100");
   List().refusing = true;
   Click(ID_cmdPing);
@@ -174,13 +174,13 @@ TEST_F(Form1RunsTest, A_list_that_refuses_a_line_is_told_and_everything_is_resto
   ExpectIdle();
 }
 
-TEST_F(Form1RunsTest, The_ladder_adds_the_library_test_and_in_the_general_edition_the_K7_test) {
+TEST_F(Form1RunsTest, The_ladder_button_of_the_family_edition_selects_only_the_library_test) {
   Click(ID_cmdAllTest);
   EXPECT_TRUE(form1->TestOptionMask(kLibraryTest));
   EXPECT_FALSE(form1->TestOptionMask(kK7ApiTest));
 }
 
-TEST_F(Form1Test, The_ladder_of_the_general_edition_adds_the_K7_test) {
+TEST_F(Form1Test, The_ladder_button_of_the_general_edition_also_selects_the_K7_API_test) {
   files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
   Start(L"", false);
   Click(ID_cmdAllTest);

@@ -1,4 +1,4 @@
-// The port of the K7 server in the services file: its label, and the gesture that opens the file.
+// The K7 Server's port from the services file, and the mouse gesture that opens the file.
 
 #include "tests/unit/app/form1_fixture.h"
 
@@ -9,11 +9,11 @@ class Form1ServicesFileTest : public Form1Test {
  protected:
   Form1ServicesFileTest() {
     kernel.messages[2] = "Not there.";
-    // The general edition asks no configuration library for its folder.
+    // The general edition reads the language file from the program's own folder.
     files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
   }
 
-  void StartGeneral() { Start(L"", /*family=*/false); }
+  void StartGeneral() { Start(L"", /*familyEdition=*/false); }
   ui::MemoryLabel& PortLabel() { return form.Get<ui::MemoryLabel>(ID_lblK7UdpPortNo); }
   std::wstring Port() { return PortLabel().Caption(); }
 };
@@ -30,7 +30,7 @@ TEST_F(Form1ServicesFileTest, Without_the_entry_the_label_keeps_its_caption) {
   EXPECT_EQ(Port(), L"---");
 }
 
-TEST_F(Form1ServicesFileTest, The_port_is_read_anew_each_time_the_page_comes_to_front) {
+TEST_F(Form1ServicesFileTest, The_port_is_read_again_each_time_the_page_is_brought_to_the_front) {
   StartGeneral();
   files.contents[kServicesFile] = "NORVAX_K7_SERVER  8193/udp\r\n";
   Tabs().BringToFront(kNexalPage);
@@ -47,7 +47,7 @@ TEST_F(Form1ServicesFileTest, The_port_is_read_anew_each_time_the_page_comes_to_
   EXPECT_EQ(Port(), L"9000");
 }
 
-TEST_F(Form1ServicesFileTest, The_port_is_read_again_when_the_window_becomes_active_under_its_page) {
+TEST_F(Form1ServicesFileTest, The_port_is_read_again_when_the_window_is_activated_with_the_page_in_front) {
   StartGeneral();
   Tabs().BringToFront(kK7SvcPage);
   files.contents[kServicesFile] = "NORVAX_K7_SERVER  9000/udp\r\n";
@@ -62,7 +62,7 @@ TEST_F(Form1ServicesFileTest, The_port_is_read_again_when_the_window_becomes_act
   EXPECT_EQ(Port(), L"9000") << "the page is not in front";
 }
 
-TEST_F(Form1ServicesFileTest, A_services_file_that_has_gone_meanwhile_has_no_box_that_comes_again_and_again) {
+TEST_F(Form1ServicesFileTest, Activating_the_window_shows_no_box_for_a_missing_services_file) {
   StartGeneral();
   Tabs().BringToFront(kK7SvcPage);
   files.contents.erase(kServicesFile);
@@ -71,7 +71,7 @@ TEST_F(Form1ServicesFileTest, A_services_file_that_has_gone_meanwhile_has_no_box
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(Form1ServicesFileTest, A_services_file_that_is_not_there_is_told) {
+TEST_F(Form1ServicesFileTest, A_missing_services_file_is_reported_at_start_up) {
   files.contents.erase(kServicesFile);
   StartGeneral();
   ASSERT_EQ(boxes.boxes.size(), 1U);
@@ -81,13 +81,13 @@ TEST_F(Form1ServicesFileTest, A_services_file_that_is_not_there_is_told) {
   EXPECT_EQ(Port(), L"---");
 }
 
-TEST_F(Form1ServicesFileTest, Where_the_page_is_off_the_services_file_is_not_read) {
+TEST_F(Form1ServicesFileTest, While_the_page_is_off_the_services_file_is_not_read) {
   files.contents.erase(kServicesFile);
   Start();
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(Form1ServicesFileTest, Left_button_with_Ctrl_and_Alt_alone_opens_the_services_file) {
+TEST_F(Form1ServicesFileTest, Only_a_left_click_with_Ctrl_and_Alt_opens_the_services_file) {
   StartGeneral();
   for (const ui::MouseDown& onMouseDown : {PortLabel().onMouseDown, Box(ID_txtTcpPortNo).onMouseDown}) {
     for (int16_t button = 0; button <= 4; ++button) {
@@ -105,13 +105,13 @@ TEST_F(Form1ServicesFileTest, Left_button_with_Ctrl_and_Alt_alone_opens_the_serv
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(Form1ServicesFileTest, The_familys_edition_has_the_gesture_on_the_TCP_port) {
+TEST_F(Form1ServicesFileTest, The_family_edition_supports_the_gesture_on_the_TCP_port) {
   Start();
   Box(ID_txtTcpPortNo).PressMouse(1, 6);
   EXPECT_EQ(processes.commandLines.size(), 1U);
 }
 
-TEST_F(Form1ServicesFileTest, An_editor_that_cannot_be_started_is_told) {
+TEST_F(Form1ServicesFileTest, An_editor_that_cannot_be_started_is_reported) {
   Start();
   processes.processId = 0;
   Box(ID_txtTcpPortNo).PressMouse(1, 6);

@@ -16,28 +16,28 @@ TEST_F(Form1Test, Without_a_command_line_nothing_runs_and_the_first_page_stays_i
   EXPECT_FALSE(flags.busy);
 }
 
-TEST_F(Form1Test, The_configuration_library_is_asked_in_its_order_with_one_byte_less_than_the_buffer) {
+TEST_F(Form1Test, The_configuration_library_is_called_in_order_with_a_length_of_511_bytes) {
   Start();
   EXPECT_EQ(configuration.calls, (Strings{"Initialize", "GetLanguage", "Terminate", "GetCommonDataFolder2"}));
   EXPECT_EQ(configuration.askedLength, 511);
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(Form1Test, A_failing_folder_query_is_told_and_start_up_goes_on_with_the_folder_as_returned) {
+TEST_F(Form1Test, A_failed_folder_query_is_reported_and_the_returned_folder_is_used) {
   configuration.folderResult = 5;
   Start();
   ASSERT_EQ(boxes.Texts(), Lines{L"GetCommonDataFolder2 Error"});
   EXPECT_EQ(Button(ID_cmdPing).Caption(), L"&Ping");
 }
 
-TEST_F(Form1Test, A_folder_without_its_NUL_is_read_no_further_than_the_buffer) {
+TEST_F(Form1Test, An_unterminated_folder_is_not_read_past_the_buffer) {
   configuration.folder = std::string(511, 'x');
   configuration.terminated = false;
   Start();
-  EXPECT_EQ(boxes.boxes.size(), 1U);  // no language file there
+  EXPECT_EQ(boxes.boxes.size(), 1U) << "only the missing language file is reported";
 }
 
-TEST_F(Form1Test, An_absent_configuration_library_leaves_the_program_its_own_folder_and_Windows_language) {
+TEST_F(Form1Test, Without_the_configuration_library_the_programs_folder_and_Windows_language_are_used) {
   configuration.available = false;
   windowsLanguage = 1041;
   files.contents[L"C:\\Program\\Language\\Tarvik.exe_1041.ini"] = "";
@@ -48,7 +48,8 @@ TEST_F(Form1Test, An_absent_configuration_library_leaves_the_program_its_own_fol
   EXPECT_EQ(Button(ID_cmdPing).Caption(), L"jp");
 }
 
-TEST_F(Form1Test, What_a_configuration_library_lacks_a_call_for_is_told_and_is_the_programs_own) {
+TEST_F(Form1Test,
+       A_missing_configuration_call_is_reported_and_the_programs_folder_and_Windows_language_are_used) {
   windowsLanguage = 1041;
   files.contents[L"C:\\Program\\Language\\Tarvik.exe_1041.ini"] = "";
   configuration.lacking = "GetLanguage";
@@ -59,7 +60,7 @@ TEST_F(Form1Test, What_a_configuration_library_lacks_a_call_for_is_told_and_is_t
   EXPECT_EQ(winsock.startups, 1);
 }
 
-TEST_F(Form1Test, A_configuration_library_without_a_folder_still_tells_the_language) {
+TEST_F(Form1Test, A_configuration_library_without_the_folder_call_still_provides_the_language) {
   configuration.lacking = "GetCommonDataFolder2";
   configuration.language = 1041;
   files.contents[L"C:\\Program\\Language\\Tarvik.exe_1041.ini"] = "";
@@ -69,14 +70,14 @@ TEST_F(Form1Test, A_configuration_library_without_a_folder_still_tells_the_langu
   EXPECT_EQ(Button(ID_cmdPing).Caption(), L"jp");
 }
 
-TEST_F(Form1Test, A_configuration_library_without_its_Terminate_is_used_all_the_same) {
+TEST_F(Form1Test, A_configuration_library_without_Terminate_is_still_used) {
   configuration.lacking = "Terminate";
   Start();
   EXPECT_TRUE(boxes.boxes.empty());
   EXPECT_EQ(Button(ID_cmdPing).Caption(), L"&Ping");
 }
 
-TEST_F(Form1Test, The_general_edition_never_asks_the_configuration_library) {
+TEST_F(Form1Test, The_general_edition_never_calls_the_configuration_library) {
   windowsLanguage = 1036;
   files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
   Start(L"", false);
@@ -84,14 +85,14 @@ TEST_F(Form1Test, The_general_edition_never_asks_the_configuration_library) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(Form1Test, The_general_edition_shows_all_pages_and_the_family_edition_hides_the_K7_pages) {
+TEST_F(Form1Test, The_general_edition_shows_all_pages) {
   files.contents[L"C:\\Program\\Language\\Tarvik.exe_1033.ini"] = "";
   Start(L"", false);
   for (int page = 0; page < 5; ++page) EXPECT_TRUE(Tabs().PageOn(page)) << page;
   EXPECT_FALSE(form1->IsOptionMask_HideK7Test());
 }
 
-TEST_F(Form1Test, The_family_edition_switches_the_K7_pages_off) {
+TEST_F(Form1Test, The_family_edition_turns_the_K7_pages_off) {
   Start();
   EXPECT_TRUE(Tabs().PageOn(0));
   EXPECT_TRUE(Tabs().PageOn(1));
@@ -101,7 +102,7 @@ TEST_F(Form1Test, The_family_edition_switches_the_K7_pages_off) {
   EXPECT_TRUE(form1->IsOptionMask_HideK7Test());
 }
 
-TEST_F(Form1Test, Missing_language_data_is_told_with_the_reason_and_captions_are_numbers_in_brackets) {
+TEST_F(Form1Test, Missing_language_data_is_reported_with_the_reason_and_captions_show_their_numbers) {
   files.contents.clear();
   Start();
   ASSERT_EQ(boxes.boxes.size(), 1U);
@@ -131,13 +132,13 @@ TEST_F(Form1Test, A_maximum_datagram_of_0_is_listed_as_65536) {
   EXPECT_TRUE(Listed(L"iMaxUdpDg:65536"));
 }
 
-TEST_F(Form1Test, A_negative_maximum_datagram_is_listed_as_its_unsigned_reading) {
+TEST_F(Form1Test, A_negative_maximum_datagram_is_listed_as_unsigned) {
   winsock.data.iMaxUdpDg = 0xFFBB;
   Start();
   EXPECT_TRUE(Listed(L"iMaxUdpDg:65467"));
 }
 
-TEST_F(Form1Test, A_socket_layer_that_answers_minus_1_ends_start_up) {
+TEST_F(Form1Test, A_WSAStartup_result_of_minus_1_ends_start_up) {
   winsock.startupResult = -1;
   settings.values[L"History\\01"] = L"cnc";
   Start(L"-X 1 192.168.1.100");
@@ -147,13 +148,13 @@ TEST_F(Form1Test, A_socket_layer_that_answers_minus_1_ends_start_up) {
   EXPECT_EQ(List().horizontalExtent, 0);
 }
 
-TEST_F(Form1Test, Any_other_socket_error_code_goes_on) {
+TEST_F(Form1Test, Start_up_continues_after_any_other_WSAStartup_result) {
   winsock.startupResult = 10091;
   Start(L"-X 1 192.168.1.100");
   EXPECT_TRUE(form.topmost);
 }
 
-TEST_F(Form1Test, A_missing_ICMP_handle_is_listed_and_start_up_goes_on) {
+TEST_F(Form1Test, A_missing_ICMP_handle_is_listed_and_start_up_continues) {
   icmp.createResult = 0;
   Start();
   EXPECT_TRUE(Listed(L"ICMPCreateFile Error"));
@@ -161,24 +162,24 @@ TEST_F(Form1Test, A_missing_ICMP_handle_is_listed_and_start_up_goes_on) {
   EXPECT_EQ(List().horizontalExtent, 3 * List().clientWidth);
 }
 
-TEST_F(Form1Test, An_ICMP_handle_of_minus_1_is_no_failure) {
+TEST_F(Form1Test, An_ICMP_handle_of_minus_1_is_not_a_failure) {
   icmp.createResult = -1;
   Start();
   EXPECT_FALSE(Listed(L"ICMPCreateFile Error"));
 }
 
-TEST_F(Form1Test, Option_1_keeps_the_window_topmost) {
+TEST_F(Form1Test, Option_1_makes_the_window_topmost) {
   Start(L"-X 1 -PING_N");
   EXPECT_TRUE(form.topmost);
 }
 
-TEST_F(Form1Test, Option_64_shows_passwords_in_clear) {
+TEST_F(Form1Test, Option_64_unmasks_the_password_boxes) {
   Start(L"-X 64 -PING_N");
   EXPECT_FALSE(Box(ID_txtAccessCode).PasswordMask());
   EXPECT_FALSE(Box(ID_txtFtpPasswd).PasswordMask());
 }
 
-TEST_F(Form1Test, Passwords_are_hidden_otherwise) {
+TEST_F(Form1Test, The_password_boxes_are_masked_by_default) {
   Start();
   EXPECT_TRUE(Box(ID_txtAccessCode).PasswordMask());
   EXPECT_TRUE(Box(ID_txtFtpPasswd).PasswordMask());
@@ -201,7 +202,7 @@ TEST_F(Form1Test, A_host_without_option_bits_runs_the_reachability_check) {
                                  L"0002 Reply From 192.168.1.100: bytes=32 time=1ms TTL=64"}));
 }
 
-TEST_F(Form1Test, With_options_2_and_8_the_Ftp_page_ends_in_front) {
+TEST_F(Form1Test, With_options_2_and_8_the_FTP_page_is_in_front_at_the_end) {
   Start(L"-X 10 -FTP_USER anna -FTP_PASSWD secret 192.168.1.100;code");
   EXPECT_EQ(Tabs().FrontPage(), 4);
   EXPECT_EQ(Box(ID_txtFtpUsername).Text(), L"anna");
@@ -211,13 +212,13 @@ TEST_F(Form1Test, With_options_2_and_8_the_Ftp_page_ends_in_front) {
   EXPECT_TRUE(Box(ID_txtAccessCode).Enabled());
 }
 
-TEST_F(Form1Test, Without_an_access_code_its_box_stays_empty_and_unticked) {
+TEST_F(Form1Test, Without_an_access_code_its_box_stays_empty_and_unchecked) {
   Start(L"-X 2 192.168.1.100");
   EXPECT_EQ(Box(ID_txtAccessCode).Text(), L"");
   EXPECT_FALSE(form.Get<ui::MemoryCheckBox>(ID_chkAccessCode).Checked());
 }
 
-TEST_F(Form1Test, An_access_code_that_cannot_be_decoded_is_told_and_left_empty) {
+TEST_F(Form1Test, An_undecodable_access_code_is_reported_and_left_empty) {
   AddString(1033, 153, "no code");
   txCodec.result = 1;
   Start(L"-X 2 192.168.1.100;code");
@@ -225,7 +226,7 @@ TEST_F(Form1Test, An_access_code_that_cannot_be_decoded_is_told_and_left_empty) 
   EXPECT_EQ(Box(ID_txtAccessCode).Text(), L"");
 }
 
-TEST_F(Form1Test, A_password_that_cannot_be_decoded_is_told_and_left_empty_also_without_the_library) {
+TEST_F(Form1Test, Without_the_decoder_library_the_password_is_reported_and_left_empty) {
   AddString(1033, 154, "no password");
   txCodec.missing = true;
   Start(L"-X 8 -FTP_PASSWD x 192.168.1.100");
@@ -233,7 +234,7 @@ TEST_F(Form1Test, A_password_that_cannot_be_decoded_is_told_and_left_empty_also_
   EXPECT_EQ(Box(ID_txtFtpPasswd).Text(), L"");
 }
 
-TEST_F(Form1Test, The_PMC_command_is_hidden_and_stays_so) {
+TEST_F(Form1Test, The_PMC_command_stays_hidden) {
   Start(L"192.168.1.100");
   EXPECT_FALSE(form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Visible());
 }
@@ -245,7 +246,7 @@ TEST_F(Form1Test, A_locale_id_on_the_command_line_changes_the_captions) {
   EXPECT_EQ(Button(ID_cmdAllTest).Caption(), L"jp");
 }
 
-TEST_F(Form1Test, A_control_that_refuses_its_caption_does_not_stop_the_caption_loader) {
+TEST_F(Form1Test, A_caption_that_cannot_be_set_does_not_stop_the_caption_loader) {
   AddString(1033, 26, "last");
   Construct();
   form.Get<ui::MemoryLabel>(ID_lblIPAddr).refusing = true;
@@ -253,7 +254,7 @@ TEST_F(Form1Test, A_control_that_refuses_its_caption_does_not_stop_the_caption_l
   EXPECT_EQ(Button(ID_cmdAllFtpTest).Caption(), L"last");
 }
 
-TEST_F(Form1Test, A_start_up_step_that_breaks_is_told_and_the_next_ones_are_made) {
+TEST_F(Form1Test, A_failing_start_up_step_is_reported_and_the_rest_still_run) {
   Construct(L"-X 1 -PING_N 7");
   Address().refusing = true;
   settings.values[L"History\\01"] = L"cnc";
@@ -266,7 +267,7 @@ TEST_F(Form1Test, A_start_up_step_that_breaks_is_told_and_the_next_ones_are_made
   EXPECT_EQ(List().horizontalExtent, 3 * List().clientWidth);
 }
 
-TEST_F(Form1Test, An_auto_run_that_breaks_is_told_and_start_up_comes_to_its_end) {
+TEST_F(Form1Test, A_failing_auto_run_is_reported_and_start_up_finishes) {
   cncLibrary.missing = {"nx_sysinfo"};
   Start(L"-X 2 192.168.1.100");
   EXPECT_EQ(boxes.boxes.size(), 1U);
@@ -274,7 +275,7 @@ TEST_F(Form1Test, An_auto_run_that_breaks_is_told_and_start_up_comes_to_its_end)
   EXPECT_EQ(List().horizontalExtent, 3 * List().clientWidth);
 }
 
-TEST_F(Form1Test, Closing_is_refused_while_start_up_runs) {
+TEST_F(Form1Test, The_window_cannot_close_during_start_up) {
   bool refused = false;
   boxes.onShow = [&] { refused = !form.Close(); };
   configuration.folderResult = 1;
@@ -283,7 +284,7 @@ TEST_F(Form1Test, Closing_is_refused_while_start_up_runs) {
   EXPECT_TRUE(form.Close());
 }
 
-TEST_F(Form1Test, A_start_up_box_that_nobody_answers_does_not_keep_the_Windows_session_from_ending) {
+TEST_F(Form1Test, An_unanswered_start_up_box_does_not_block_the_end_of_the_session) {
   bool agreed = false;
   boxes.onShow = [&] {
     agreed = form.QueryEndSession();
@@ -293,11 +294,11 @@ TEST_F(Form1Test, A_start_up_box_that_nobody_answers_does_not_keep_the_Windows_s
   settings.values[L"History\\01"] = L"cnc";
   Start();
   EXPECT_TRUE(agreed);
-  EXPECT_EQ(settings.values[L"History\\01"], L"cnc") << "a history that was not loaded yet was saved";
-  EXPECT_FALSE(form.unloaded) << "start-up went on without its window";
+  EXPECT_EQ(settings.values[L"History\\01"], L"cnc") << "saving a history that was not loaded yet changed it";
+  EXPECT_FALSE(form.unloaded) << "the window was destroyed during start-up";
 }
 
-TEST_F(Form1Test, An_auto_run_refuses_the_end_of_the_Windows_session) {
+TEST_F(Form1Test, The_session_cannot_end_during_an_auto_run) {
   int asked = 0;
   onEvents = [&] {
     if (!flags.busy) return;
@@ -309,15 +310,15 @@ TEST_F(Form1Test, An_auto_run_refuses_the_end_of_the_Windows_session) {
   EXPECT_TRUE(form.QueryEndSession());
 }
 
-TEST_F(Form1Test, A_library_test_button_that_got_no_caption_from_the_language_file_keeps_its_own) {
+TEST_F(Form1Test, Until_captions_are_loaded_the_library_test_button_has_its_built_in_one) {
   winsock.startupResult = -1;
   Start();
   EXPECT_EQ(Button(ID_cmdGetInfo).Caption(), L"&GetNcInfo");
 }
 
-TEST_F(Form1Test, A_window_that_refuses_its_caption_does_not_keep_the_controls_from_theirs) {
+TEST_F(Form1Test, A_window_caption_that_cannot_be_set_does_not_affect_the_controls) {
   Construct();
-  form.beforeCaption = [] { throw RuntimeError(L"The window does not take its caption."); };
+  form.beforeCaption = [] { throw RuntimeError(L"The caption cannot be set."); };
   form1->Form_Load();
   EXPECT_TRUE(boxes.boxes.empty());
   EXPECT_EQ(Button(ID_cmdGetInfo).Caption(), L"(15)");

@@ -22,7 +22,7 @@ TEST_F(Form1WindowTest, A_window_below_its_design_height_snaps_back) {
   EXPECT_EQ(form.WindowSize().width, design.width + 20);
 }
 
-TEST_F(Form1WindowTest, A_larger_window_grows_the_result_list_only) {
+TEST_F(Form1WindowTest, Enlarging_the_window_enlarges_only_the_result_list) {
   const ui::Size design = form.WindowSize();
   const ui::Rect list = List().Bounds();
   const ui::Rect address = Address().Bounds();
@@ -50,7 +50,7 @@ TEST_F(Form1WindowTest, Shut_down_closes_the_ICMP_handle_and_the_sockets_and_sav
   EXPECT_EQ(settings.values[L"History\\01"], L"cnc");
 }
 
-TEST_F(Form1Test, Shut_down_cleans_the_sockets_up_even_after_a_failed_start_and_closes_no_missing_handle) {
+TEST_F(Form1Test, After_a_failed_start_shut_down_cleans_up_the_sockets_but_closes_no_ICMP_handle) {
   winsock.startupResult = -1;
   Start();
   ASSERT_TRUE(form.Close());
@@ -58,7 +58,7 @@ TEST_F(Form1Test, Shut_down_cleans_the_sockets_up_even_after_a_failed_start_and_
   EXPECT_TRUE(icmp.closed.empty());
 }
 
-TEST_F(Form1WindowTest, A_double_click_copies_all_lines_in_one_session_with_the_clipboard) {
+TEST_F(Form1WindowTest, A_double_click_copies_all_lines_and_opens_the_clipboard_once) {
   form1->Results().ClearList();
   form1->Results().AddBatch({L"a", L"b"});
   List().DoubleClick();
@@ -67,14 +67,14 @@ TEST_F(Form1WindowTest, A_double_click_copies_all_lines_in_one_session_with_the_
   EXPECT_EQ(List().Count(), 2);
 }
 
-TEST_F(Form1WindowTest, Copying_an_empty_list_leaves_an_empty_text) {
+TEST_F(Form1WindowTest, Copying_an_empty_list_stores_an_empty_text) {
   form1->Results().ClearList();
   List().DoubleClick();
   EXPECT_EQ(clipboard.sessions, 1);
   EXPECT_EQ(clipboard.text, L"");
 }
 
-TEST_F(Form1WindowTest, A_clipboard_that_another_program_holds_is_told) {
+TEST_F(Form1WindowTest, A_clipboard_held_by_another_program_is_reported) {
   clipboard.taken = true;
   List().DoubleClick();
   EXPECT_EQ(boxes.boxes.size(), 1U);
@@ -88,7 +88,7 @@ TEST_F(Form1Test, In_paste_mode_a_double_click_pastes) {
   EXPECT_EQ(List().lines, (std::vector<std::wstring>{L"x", L"y"}));
 }
 
-TEST_F(Form1WindowTest, A_ping_count_out_of_range_keeps_the_focus_with_a_message) {
+TEST_F(Form1WindowTest, An_invalid_ping_count_shows_a_message_and_keeps_the_focus) {
   for (const wchar_t* const text : {L"-1", L"2147483648", L"four", L"", L"1.5"}) {
     boxes.boxes.clear();
     Box(ID_txtPingReqCount).SetText(text);
@@ -107,7 +107,7 @@ TEST_F(Form1WindowTest, A_ping_count_of_0_or_2147483647_is_accepted) {
   }
 }
 
-TEST_F(Form1WindowTest, The_number_boxes_select_their_text_when_they_get_the_focus) {
+TEST_F(Form1WindowTest, Number_boxes_select_their_text_on_focus) {
   for (const int id : {ID_txtTcpPortNo, ID_txtPingReqCount, ID_txtNxlibTimeOut, ID_txtK7ApiTestCount}) {
     Box(id).SetText(L"12345");
     Box(id).ReceiveFocus();
@@ -116,7 +116,7 @@ TEST_F(Form1WindowTest, The_number_boxes_select_their_text_when_they_get_the_foc
   }
 }
 
-TEST_F(Form1WindowTest, The_access_code_box_takes_eight_digits) {
+TEST_F(Form1WindowTest, The_access_code_box_accepts_at_most_eight_digits) {
   Box(ID_txtAccessCode).SetText(L"1234567");
   EXPECT_TRUE(ui::MemoryForm::PressKey(Box(ID_txtAccessCode), L'8'));
   Box(ID_txtAccessCode).SetText(L"12345678");
@@ -124,7 +124,7 @@ TEST_F(Form1WindowTest, The_access_code_box_takes_eight_digits) {
   EXPECT_TRUE(ui::MemoryForm::PressKey(Box(ID_txtAccessCode), 8));
 }
 
-TEST_F(Form1WindowTest, The_access_code_box_follows_its_check_box) {
+TEST_F(Form1WindowTest, The_check_box_enables_the_access_code_box) {
   EXPECT_FALSE(Box(ID_txtAccessCode).Enabled());
   form.Get<ui::MemoryCheckBox>(ID_chkAccessCode).SetChecked(true);
   EXPECT_TRUE(Box(ID_txtAccessCode).Enabled());
@@ -132,7 +132,7 @@ TEST_F(Form1WindowTest, The_access_code_box_follows_its_check_box) {
   EXPECT_FALSE(Box(ID_txtAccessCode).Enabled());
 }
 
-TEST_F(Form1WindowTest, Every_field_follows_its_label_in_the_order_of_the_Tab_key) {
+TEST_F(Form1WindowTest, Every_field_follows_its_label_in_tab_order) {
   const std::vector<int>& order = form.Order();
   const std::vector<std::pair<int, int>> labelled = {{ID_lblIPAddr, ID_cmbIPAddr},
                                                      {ID_lblPingReqCount, ID_txtPingReqCount},

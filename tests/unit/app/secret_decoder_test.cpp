@@ -17,19 +17,19 @@ class SecretDecoderTest : public testing::Test {
   FakeCodePage codePage;
 };
 
-TEST_F(SecretDecoderTest, The_input_is_a_prefix_and_the_secret_padded_with_blanks) {
+TEST_F(SecretDecoderTest, The_input_is_a_prefix_and_the_secret_padded_with_spaces) {
   Decode(L"abc");
   EXPECT_EQ(codec.input.size(), 128U);
   EXPECT_EQ(codec.input[0], TXCODEC_PREFIX);
   EXPECT_EQ(codec.input.substr(1), "abc" + std::string(124, ' '));
 }
 
-TEST_F(SecretDecoderTest, A_secret_that_is_too_long_is_cut) {
+TEST_F(SecretDecoderTest, A_secret_longer_than_127_bytes_is_truncated) {
   Decode(std::wstring(500, L'x'));
   EXPECT_EQ(codec.input.substr(1), std::string(127, 'x'));
 }
 
-TEST_F(SecretDecoderTest, The_output_loses_its_trailing_blanks) {
+TEST_F(SecretDecoderTest, Trailing_spaces_of_the_output_are_removed) {
   codec.output = "12 3";
   EXPECT_EQ(Decode(L"x"), L"12 3");
 }
@@ -39,12 +39,12 @@ TEST_F(SecretDecoderTest, The_output_ends_at_its_first_NUL) {
   EXPECT_EQ(Decode(L"x"), L"12");
 }
 
-TEST_F(SecretDecoderTest, An_output_without_end_is_the_whole_field) {
+TEST_F(SecretDecoderTest, An_unterminated_output_is_the_whole_field) {
   codec.output = std::string(64, '9');
   EXPECT_EQ(Decode(L"x"), std::wstring(64, L'9'));
 }
 
-TEST_F(SecretDecoderTest, Any_result_but_0_is_a_failure) {
+TEST_F(SecretDecoderTest, Any_result_except_0_is_a_failure) {
   codec.result = -1;
   EXPECT_EQ(Decode(L"x"), std::nullopt);
 }

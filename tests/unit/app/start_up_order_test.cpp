@@ -1,4 +1,5 @@
-// The order of start-up and of shut-down, in one journal over every library and the window itself.
+// The order of the start-up and shut-down steps, read from one journal of all library calls and window
+// changes.
 
 #include <array>
 #include <utility>
@@ -10,28 +11,28 @@ namespace {
 
 using Events = std::vector<std::string>;
 
-/// A program whose libraries, boxes, windows and controls write one journal together, from the start-up on.
-/// Of equal entries in a row only the first is kept; what an active run does is "run".
+/// A program whose libraries, message boxes, windows and controls all write to one journal. Consecutive equal
+/// entries count as one, and everything a run does is the single entry "run".
 class JournalledProgram {
  public:
   JournalledProgram() {
     plan_.Begin({});
     plan_.onCall = [this](const std::string& call) {
       if (call == "GetPrivateProfileStringA") return Note("texts");
-      // Parts of a step whose beginning has an entry: conversions, the search, the building of a window.
-      constexpr std::array<std::string_view, 12> kLeftOut = {"MultiByteToWideChar",
-                                                             "MultiByteToWideChar of a language file",
-                                                             "WideCharToMultiByte",
-                                                             "SearchPathW",
-                                                             "GetFileVersionInfoSizeW",
-                                                             "GetFileVersionInfoW",
-                                                             "VerQueryValueW",
-                                                             "CreateWindow",
-                                                             "SetWindowText",
-                                                             "CB_INSERTSTRING",
-                                                             "LB_ADDSTRING",
-                                                             "GetVersionExA"};
-      if (std::find(kLeftOut.begin(), kLeftOut.end(), call) == kLeftOut.end()) Note(call);
+      // Details of steps that have an entry already: text conversion, module search, window creation.
+      constexpr std::array<std::string_view, 12> kIgnoredCalls = {"MultiByteToWideChar",
+                                                                  "MultiByteToWideChar of a language file",
+                                                                  "WideCharToMultiByte",
+                                                                  "SearchPathW",
+                                                                  "GetFileVersionInfoSizeW",
+                                                                  "GetFileVersionInfoW",
+                                                                  "VerQueryValueW",
+                                                                  "CreateWindow",
+                                                                  "SetWindowText",
+                                                                  "CB_INSERTSTRING",
+                                                                  "LB_ADDSTRING",
+                                                                  "GetVersionExA"};
+      if (std::find(kIgnoredCalls.begin(), kIgnoredCalls.end(), call) == kIgnoredCalls.end()) Note(call);
     };
     program.kernel.onSearch = [this] { Note("search " + program.kernel.searched.back()); };
     program.boxes.onShow = [this] { Note("box"); };
@@ -51,7 +52,7 @@ class JournalledProgram {
     if (onEntry) onEntry(entry);
   }
 
-  /// The journal so far, which is empty afterwards.
+  /// Returns the journal and clears it.
   Events Take() {
     Note("");
     return std::exchange(journal_, {});
@@ -60,7 +61,7 @@ class JournalledProgram {
   std::function<void(const std::string& entry)> onEntry;
 
  private:
-  // These outlive the program, whose windows write into the journal to the last.
+  // Declared before the program, whose windows write to the journal until they are destroyed.
   FailurePlan plan_;
   Events journal_;
   Events noted_;
@@ -69,7 +70,7 @@ class JournalledProgram {
   FailingProgram program{plan_};
 
  private:
-  /// What the window has become since the latest entry. Each change is noted once.
+  /// Adds an entry for each of these states that has become true. Each is added only once.
   void NoteChanges() {
     const std::array<std::pair<const char*, bool>, 11> states = {{
         {"PMC command hidden", !program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Visible()},
@@ -93,7 +94,7 @@ class JournalledProgram {
   }
 
   std::string TextOf(const ui::Element& element) {
-    // A run gives its button the caption back when it has ended, which is no step of the start-up.
+    // cmdPing has no entry: restoring its caption after a run is not a step of start-up.
     constexpr std::array<std::pair<int, const char*>, 11> kNamed = {{{ID_cmdPing, ""},
                                                                      {ID_lstResult, "line"},
                                                                      {ID_cmbIPAddr, "address"},
@@ -116,7 +117,7 @@ constexpr wchar_t kWholeCommandLine[] =
     L"-X 75 -LOCALEID 1033 -PING_N 1 -TCP_PORT 9000 -NXLIB_TMOUT 3 -FTP_USER anna -FTP_PASSWD code "
     L"10.9.8.7;code";
 
-/// One entry a line, so that a difference is shown as one.
+/// One entry per line, so that GoogleTest shows a difference as a line diff.
 std::string InLines(const std::vector<Events>& parts) {
   std::string lines;
   for (const Events& part : parts)
@@ -134,19 +135,19 @@ const Events kCommandLine = {"bits of the command line",
                              "texts",
                              "search NxLib32.dll",
                              "search NxLibe1.dll"};
-const Events kFromTheHistoryOn = {"Read of a setting", "address", "Read of a setting", "address",
-                                  "Read of a setting", "first address current", "ping count", "port",
-                                  "time-out", "topmost",
-                                  // the target of the command line
-                                  "address",
-                                  // bit 2
-                                  "events", "TxDecd", "access code",
-                                  // bit 8
-                                  "Ftp page in front", "events", "FTP user", "TxDecd", "FTP password",
-                                  // the auto-run
-                                  "shown", "events", "focus on Ping", "run", "list extent"};
+const Events kFromHistoryOn = {"Read of a setting", "address", "Read of a setting", "address",
+                               "Read of a setting", "first address current", "ping count", "port", "time-out",
+                               "topmost",
+                               // the target of the command line
+                               "address",
+                               // bit 2
+                               "events", "TxDecd", "access code",
+                               // bit 8
+                               "Ftp page in front", "events", "FTP user", "TxDecd", "FTP password",
+                               // the auto-run
+                               "shown", "events", "focus on Ping", "run", "list extent"};
 
-TEST(StartUpOrder, Of_the_family_is_kept_from_its_first_step_to_its_last) {
+TEST(StartUpOrder, The_family_edition_runs_its_steps_in_this_order) {
   JournalledProgram journal;
   journal.program.Start(kWholeCommandLine, true);
   EXPECT_EQ(InLines({journal.Take()}),
@@ -156,10 +157,10 @@ TEST(StartUpOrder, Of_the_family_is_kept_from_its_first_step_to_its_last) {
                      {"bit 0x20"},
                      kCommandLine,
                      {"search SvcKit.dll", "search Wininet.dll", "K7 pages off"},
-                     kFromTheHistoryOn}));
+                     kFromHistoryOn}));
 }
 
-TEST(StartUpOrder, Of_the_general_edition_is_kept_from_its_first_step_to_its_last) {
+TEST(StartUpOrder, The_general_edition_runs_its_steps_in_this_order) {
   JournalledProgram journal;
   journal.program.Start(kWholeCommandLine, false);
   EXPECT_EQ(InLines({journal.Take()}),
@@ -167,13 +168,13 @@ TEST(StartUpOrder, Of_the_general_edition_is_kept_from_its_first_step_to_its_las
                      kSockets,
                      kCommandLine,
                      {"search k7api.dll", "search SvcKit.dll", "search Wininet.dll"},
-                     // the service utility, and the state as if its label had been clicked
+                     // the service utility, then the status query
                      {"search SvcKit.DLL", "QSetup_GetServiceStatus", "K7 state", "events"},
-                     kFromTheHistoryOn,
+                     kFromHistoryOn,
                      {"Read of a file", "K7 port"}}));  // the services file
 }
 
-TEST(StartUpOrder, The_sizes_of_the_design_are_known_before_the_first_library_is_asked) {
+TEST(StartUpOrder, The_design_size_is_recorded_before_the_first_library_call) {
   FailurePlan plan;
   FailingProgram program(plan);
   program.configuration.folderResult = 1;
@@ -188,7 +189,7 @@ TEST(StartUpOrder, The_sizes_of_the_design_are_known_before_the_first_library_is
   EXPECT_EQ(program.boxes.boxes.size(), 1U);
 }
 
-/// Closes a main window whose PMC window is open, and whose about box never was.
+/// Closes a main window with an open PMC window and an about box that was never opened.
 class ShutDownOrder : public testing::Test {
  protected:
   Events Close(bool familyEdition) {
@@ -196,8 +197,9 @@ class ShutDownOrder : public testing::Test {
     program.Start(L"", familyEdition);
     program.form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
     journal_.Take();
-    // What leaves no trace of its own is asked for: the state of the service, for which the utility must
-    // still be there, and a text, which is read from the file only when the texts have been released.
+    // Two releases make no call, so provoke one. A service query answers only while the service utility
+    // exists. A window that was open before reads its texts from the file again only after they have been
+    // released.
     journal_.onEntry = [&](const std::string& entry) {
       if (entry == "Write of a setting" || entry == "create frmAbout")
         program.Label(ID_lblK7ServerStatus).Click();
@@ -214,34 +216,34 @@ class ShutDownOrder : public testing::Test {
     return journal_.Take();
   }
 
-  /// Also the end of the process shows no box: the service utility was terminated before it was released.
+  /// Destroying the main window shows no box, because the service utility was terminated before.
   void TearDown() override {
     journal_.program.form1.reset();
     EXPECT_TRUE(journal_.program.boxes.boxes.empty());
   }
 
-  const Events kFromTheAboutBoxOn = {"create frmAbout", "texts", "destroy frmAbout", "destroy frmPmcTest",
-                                     // the texts are still there
-                                     "create frmAbout", "closed",
-                                     // and are released now
-                                     "create frmPmcTest", "texts"};
+  const Events kFromAboutBoxOn = {"create frmAbout", "texts", "destroy frmAbout", "destroy frmPmcTest",
+                                  // a second box reads no texts: they are still loaded
+                                  "create frmAbout", "closed",
+                                  // a second PMC window does: they have been released
+                                  "create frmPmcTest", "texts"};
 
  private:
   JournalledProgram journal_;
 };
 
-TEST_F(ShutDownOrder, Of_the_family_is_kept_from_its_first_step_to_its_last) {
+TEST_F(ShutDownOrder, The_family_edition_releases_everything_in_this_order) {
   EXPECT_EQ(InLines({Close(true)}),
-            InLines({{"IcmpCloseHandle", "WSACleanup", "Write of a setting"}, kFromTheAboutBoxOn}));
+            InLines({{"IcmpCloseHandle", "WSACleanup", "Write of a setting"}, kFromAboutBoxOn}));
 }
 
-TEST_F(ShutDownOrder, Of_the_general_edition_releases_the_service_utility_after_the_history_is_saved) {
+TEST_F(ShutDownOrder, The_general_edition_releases_the_service_utility_after_saving_the_history) {
   EXPECT_EQ(InLines({Close(false)}),
             InLines({{"IcmpCloseHandle", "WSACleanup", "Write of a setting"},
-                     {"QSetup_GetServiceStatus", "K7 state", "events"},  // asked for
-                     // the second address, after which the utility does not answer any more
+                     {"QSetup_GetServiceStatus", "K7 state", "events"},  // provoked
+                     // the second address; after it the service utility no longer answers
                      {"Write of a setting", "QSetup_GetServiceStatus", "K7 state", "events"},
-                     kFromTheAboutBoxOn}));
+                     kFromAboutBoxOn}));
 }
 
 }  // namespace
