@@ -19,11 +19,11 @@ class AboutBoxTest : public Form1Test {
   void ClickInBox(int id) { lastForm->Get<ui::MemoryButton>(id).Click(); }
 };
 
-TEST(AboutVersion, Is_the_first_the_second_and_the_fourth_number) {
+TEST(AboutVersion, Consists_of_the_first_second_and_fourth_number) {
   EXPECT_EQ(VersionText({5, 6, 7, 8}), L"Version 5.6.8");
 }
 
-TEST_F(AboutBoxTest, Shows_title_and_version_beside_the_main_window) {
+TEST_F(AboutBoxTest, Shows_title_and_versions_without_disabling_the_main_window) {
   Open();
   EXPECT_EQ(newForms, Lines{L"frmAbout"});
   EXPECT_TRUE(lastForm->Visible());
@@ -35,13 +35,13 @@ TEST_F(AboutBoxTest, Shows_title_and_version_beside_the_main_window) {
   EXPECT_TRUE(lastForm->fixedSize);
 }
 
-TEST_F(AboutBoxTest, Stands_above_the_others_with_a_main_window_that_does) {
+TEST_F(AboutBoxTest, Is_topmost_when_the_main_window_is) {
   Start(L"-X 1 -LANGID 1");
   form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
   EXPECT_TRUE(lastForm->topmost);
 }
 
-TEST_F(AboutBoxTest, Shows_the_modules_that_were_found_at_the_start) {
+TEST_F(AboutBoxTest, Shows_the_modules_found_at_start_up) {
   kernel.paths.erase("SvcKit.dll");
   versions.blocks["C:\\System\\NxLib32.dll"] = FakeVersions::Block(7, 1, 0, 2);
   Open();
@@ -56,32 +56,32 @@ TEST_F(AboutBoxTest, Without_modules_its_list_is_empty) {
   EXPECT_EQ(Text(ID_lblModules), L"");
 }
 
-TEST_F(AboutBoxTest, Breaks_a_line_that_is_too_long_for_a_window_and_shows_ampersands_as_they_are) {
+TEST_F(AboutBoxTest, Wraps_long_lines_and_shows_ampersands_literally) {
   kernel.paths = {{"SvcKit.dll", "C:\\" + std::string(200, 'x') + "\\a&b.dll"}};
   Open();
   EXPECT_EQ(Text(ID_lblModules), L"SvcKit.dll (C:\\" + std::wstring(105, L'x') + L"\r\n" +
                                      std::wstring(95, L'x') + L"\\a&&b.dll)");
 }
 
-TEST_F(AboutBoxTest, Breaks_a_long_line_also_where_returns_stand_alone_in_it) {
+TEST_F(AboutBoxTest, Wraps_a_long_line_that_contains_lone_carriage_returns) {
   kernel.paths = {{"SvcKit.dll", "C:\\" + std::string(105, 'x') + std::string(200, '\r') + "y"}};
   Open();
   EXPECT_EQ(Text(ID_lblModules), L"SvcKit.dll (C:\\" + std::wstring(105, L'x') + L"\r\n" +
                                      std::wstring(120, L'\r') + L"\r\n" + std::wstring(80, L'\r') + L"y)");
 }
 
-TEST_F(AboutBoxTest, A_description_of_the_edition_would_stand_in_brackets_behind_the_title) {
+TEST_F(AboutBoxTest, An_edition_description_follows_the_title_in_brackets) {
   EXPECT_EQ(AboutTitle(L""), L"Tarvik");
   EXPECT_EQ(AboutTitle(L"Trial"), L"Tarvik(Trial)");
 }
 
-TEST_F(AboutBoxTest, Is_one_window_however_often_it_is_opened) {
+TEST_F(AboutBoxTest, Opening_it_again_creates_no_second_window) {
   Open();
   form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
   EXPECT_EQ(newForms.size(), 1U);
 }
 
-TEST_F(AboutBoxTest, OK_and_Esc_and_the_close_button_close_it_and_it_opens_again) {
+TEST_F(AboutBoxTest, OK_Esc_and_the_close_button_close_it_and_it_can_be_opened_again) {
   const std::function<void()> closes[] = {[&] { ClickInBox(ID_cmdOK); }, [&] { lastForm->onEscape(); },
                                           [&] { lastForm->Close(); }};
   Open();
@@ -95,12 +95,12 @@ TEST_F(AboutBoxTest, OK_and_Esc_and_the_close_button_close_it_and_it_opens_again
   }
 }
 
-TEST_F(AboutBoxTest, OK_comes_first_in_the_order_of_the_Tab_key_so_that_Enter_presses_it) {
+TEST_F(AboutBoxTest, OK_is_first_in_tab_order_so_that_Enter_presses_it) {
   Open();
   EXPECT_EQ(lastForm->Order().front(), ID_cmdOK);
 }
 
-TEST_F(AboutBoxTest, The_system_information_is_started_by_its_button) {
+TEST_F(AboutBoxTest, Its_button_starts_the_system_information) {
   system.registry[L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH"] = L"C:\\msinfo32.exe";
   Open();
   EXPECT_EQ(lastForm->Get<ui::MemoryButton>(ID_cmdSysInfo).Caption(), L"&System Info...");
@@ -108,7 +108,7 @@ TEST_F(AboutBoxTest, The_system_information_is_started_by_its_button) {
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\msinfo32.exe\""});
 }
 
-TEST_F(AboutBoxTest, Its_message_box_belongs_to_it_and_it_is_active_again_afterwards) {
+TEST_F(AboutBoxTest, It_owns_its_message_box_and_is_active_again_afterwards) {
   Open();
   form.Show();
   ui::MemoryForm* owner = nullptr;
@@ -119,13 +119,13 @@ TEST_F(AboutBoxTest, Its_message_box_belongs_to_it_and_it_is_active_again_afterw
   EXPECT_EQ(screen.active, lastForm);
 }
 
-TEST_F(AboutBoxTest, Its_button_speaks_Japanese_with_the_built_in_Japanese_texts) {
+TEST_F(AboutBoxTest, With_the_built_in_Japanese_texts_its_button_is_Japanese) {
   Start(L"-LANGID 0 -PING_N");
   form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
   EXPECT_EQ(lastForm->Get<ui::MemoryButton>(ID_cmdSysInfo).Caption(), L"ｼｽﾃﾑ情報(&S)...");
 }
 
-TEST_F(AboutBoxTest, Everything_in_it_has_room_and_nothing_overlaps_at_any_scaling) {
+TEST_F(AboutBoxTest, At_any_scaling_all_controls_fit_without_overlapping) {
   Open();
   for (const int dpi : {96, 144}) {
     lastForm->dpi = dpi;
@@ -149,7 +149,7 @@ TEST_F(AboutBoxTest, Everything_in_it_has_room_and_nothing_overlaps_at_any_scali
   }
 }
 
-TEST_F(AboutBoxTest, Shut_down_makes_the_box_that_was_never_made_and_unloads_it) {
+TEST_F(AboutBoxTest, Shut_down_creates_a_box_that_was_never_opened_and_destroys_it) {
   Start();
   EXPECT_TRUE(newForms.empty());
   ASSERT_TRUE(form.Close());
@@ -157,7 +157,7 @@ TEST_F(AboutBoxTest, Shut_down_makes_the_box_that_was_never_made_and_unloads_it)
   EXPECT_EQ(Existing(), 0);
 }
 
-TEST_F(AboutBoxTest, Shut_down_makes_no_second_box) {
+TEST_F(AboutBoxTest, Shut_down_creates_no_second_box) {
   Open();
   ClickInBox(ID_cmdOK);
   ASSERT_TRUE(form.Close());
@@ -165,14 +165,14 @@ TEST_F(AboutBoxTest, Shut_down_makes_no_second_box) {
   EXPECT_EQ(Existing(), 0);
 }
 
-TEST_F(AboutBoxTest, Shut_down_goes_on_when_no_window_can_be_made) {
+TEST_F(AboutBoxTest, Shut_down_continues_when_the_box_cannot_be_created) {
   failNewForms = true;
   Start();
   ASSERT_TRUE(form.Close());
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(AboutBoxTest, A_window_that_cannot_be_made_is_told) {
+TEST_F(AboutBoxTest, A_box_that_cannot_be_created_is_reported) {
   failNewForms = true;
   Start();
   form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();

@@ -24,7 +24,7 @@ class ModuleCheckTest : public testing::Test {
   FileUtil files{kernel, versions};
 };
 
-TEST_F(ModuleCheckTest, With_all_modules_the_report_has_five_lines_in_their_order) {
+TEST_F(ModuleCheckTest, With_all_modules_the_report_has_five_lines_in_order) {
   const ModuleCheckResult result = CheckModules(files, true);
   EXPECT_EQ(VersionReport(files, result.found),
             L"NxLib32.dll Ver.1.2.3.4 (C:\\S\\NxLib32.dll)\r\n"
@@ -66,7 +66,7 @@ TEST_F(ModuleCheckTest, Each_missing_module_sets_its_own_flag_and_is_left_out_of
   }
 }
 
-TEST_F(ModuleCheckTest, The_K7_API_library_is_looked_for_on_request_only) {
+TEST_F(ModuleCheckTest, The_K7_API_library_is_looked_for_only_on_request) {
   kernel.paths.erase("k7api.dll");
   const ModuleCheckResult result = CheckModules(files, false);
   EXPECT_FALSE(result.missing.Any());
@@ -74,7 +74,7 @@ TEST_F(ModuleCheckTest, The_K7_API_library_is_looked_for_on_request_only) {
             (std::vector<std::string>{"NxLib32.dll", "NxLibe1.dll", "SvcKit.dll", "Wininet.dll"}));
 }
 
-TEST_F(ModuleCheckTest, A_module_without_a_version_is_not_missing_and_stands_with_its_path) {
+TEST_F(ModuleCheckTest, A_module_without_a_version_is_not_missing_and_is_listed_with_its_path) {
   versions.blocks.erase("C:\\S\\k7api.dll");
   const ModuleCheckResult result = CheckModules(files, true);
   EXPECT_FALSE(result.missing.k7Api);

@@ -23,7 +23,7 @@ TEST_F(OsVersionInfoTest, The_name_is_the_platform_and_the_version_numbers) {
   EXPECT_EQ(Info(0, 3, 10).GetVersionName(), L"Win32 Running 3.10.0");
 }
 
-TEST_F(OsVersionInfoTest, Each_Windows_is_itself_and_no_other) {
+TEST_F(OsVersionInfoTest, A_version_matches_at_most_one_release) {
   const auto kinds = [](const OsVersionInfo& info) {
     return std::string() + (info.IsWinNt351() ? "351 " : "") + (info.IsWinNt40() ? "40 " : "") +
            (info.IsWin95() ? "95 " : "") + (info.IsWin2000() ? "2000 " : "") + (info.IsWinXP() ? "XP " : "") +
@@ -39,7 +39,7 @@ TEST_F(OsVersionInfoTest, Each_Windows_is_itself_and_no_other) {
   EXPECT_EQ(kinds(Info(2, 10, 0)), "");
 }
 
-TEST_F(OsVersionInfoTest, A_version_that_cannot_be_queried_is_none_and_has_no_name) {
+TEST_F(OsVersionInfoTest, A_failed_query_gives_no_name_and_matches_no_release) {
   system.versionKnown = false;
   const OsVersionInfo info = Info(2, 6, 0);
   EXPECT_EQ(info.GetVersionName(), L"");

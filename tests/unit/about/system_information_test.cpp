@@ -21,7 +21,7 @@ struct StartSysInfoTest : testing::Test {
   FakeBoxes boxes;
 };
 
-TEST_F(StartSysInfoTest, Starts_the_tool_that_the_registry_names) {
+TEST_F(StartSysInfoTest, Starts_the_tool_named_in_the_registry) {
   system.registry[kTool] = L"C:\\Program Files\\msinfo32.exe";
   system.registry[kFolder] = L"C:\\Other";
   Start();
@@ -30,7 +30,7 @@ TEST_F(StartSysInfoTest, Starts_the_tool_that_the_registry_names) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(StartSysInfoTest, Else_takes_the_tool_in_the_folder_of_the_shared_tools) {
+TEST_F(StartSysInfoTest, Otherwise_starts_the_tool_in_the_shared_tools_folder) {
   system.registry[kFolder] = L"C:\\Shared";
   Start();
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\Shared\\MSINFO32.EXE\""});
@@ -39,19 +39,19 @@ TEST_F(StartSysInfoTest, Else_takes_the_tool_in_the_folder_of_the_shared_tools) 
   EXPECT_EQ(processes.commandLines.back(), L"\"C:\\Shared\\MSINFO32.EXE\"");
 }
 
-TEST_F(StartSysInfoTest, Leaves_quotation_marks_that_are_there) {
+TEST_F(StartSysInfoTest, Adds_no_quotes_to_a_quoted_path) {
   system.registry[kTool] = L"\"C:\\a b.exe\" /x";
   Start();
   EXPECT_EQ(processes.commandLines, Lines{L"\"C:\\a b.exe\" /x"});
 }
 
-TEST_F(StartSysInfoTest, Tells_when_there_is_no_tool) {
+TEST_F(StartSysInfoTest, Reports_a_missing_tool) {
   Start();
   EXPECT_TRUE(processes.commandLines.empty());
   EXPECT_EQ(boxes.Texts(), Lines{L"Cannot display the system information"});
 }
 
-TEST_F(StartSysInfoTest, Tells_when_the_tool_does_not_start) {
+TEST_F(StartSysInfoTest, Reports_a_tool_that_does_not_start) {
   system.registry[kTool] = L"C:\\gone.exe";
   processes.processId = 0;
   Start();
