@@ -21,7 +21,7 @@ constexpr wchar_t kExtraDescription[] = L"";
 constexpr ProgramVersion kThisProgram{TARVIK_VERSION_MAJOR, TARVIK_VERSION_MINOR, TARVIK_VERSION_PATCH,
                                       TARVIK_VERSION_BUILD};
 
-constexpr int kMinWidthInLines = 22;
+constexpr int kMinBoxWidthInLines = 22;
 constexpr size_t kMaxLineCharacters = 120;
 
 /// The report with long lines wrapped, because paths can be longer than a window should be wide, and with
