@@ -8,7 +8,7 @@
 namespace tarvik::ui {
 namespace {
 
-/// The order in which the kinds of elements get their captions.
+/// Elements of lower rank get their captions first.
 int Rank(const Element& element) {
   if (element.TypeName() == L"Menu") return 0;
   return element.TypeName() == L"SSTab" ? 1 : 2;
@@ -36,6 +36,7 @@ void LoadCaptions(Form& form, Resource& resource) {
     try {
       LoadRes(resource, form.Boxes(), element, RowOf(message).id, tab);
     } catch (const RuntimeError&) {
+      // The element keeps its old caption; the others must still get theirs.
     }
   };
   std::vector<Element*> elements = form.Captioned();

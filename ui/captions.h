@@ -7,13 +7,12 @@
 
 namespace tarvik::ui {
 
-/// Puts the string onto a control or menu item: its caption, the caption of tab `idx`, or a new item of a
-/// combo box. A box of `boxes` names a control that takes none of these.
+/// Loads string `id` into a control or menu item: as its caption, as the caption of tab `idx`, or as a new
+/// item at the end of a combo box. For any other kind of control a message box names the kind.
 void LoadRes(Resource& resource, report::MessageBoxes& boxes, Element& ctl, int32_t id, int16_t idx = 0);
 
-/// Gives every element of the form that has a message the message's text of the language file: the menus, the
-/// tabs, then the controls in the order of the Tab key. An element that refuses its text keeps the one it
-/// has.
+/// Loads the captions of all elements that have a message from the language file: first the menus, then the
+/// tabs, then the controls in Tab order. An element whose caption cannot be set keeps its old one.
 void LoadCaptions(Form& form, Resource& resource);
 
 }  // namespace tarvik::ui

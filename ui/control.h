@@ -11,14 +11,14 @@
 
 namespace tarvik::ui {
 
-/// Pixels of the window's present scaling.
+/// In pixels at the window's current scaling.
 struct Size {
   int width = 0;
   int height = 0;
   bool operator==(const Size&) const = default;
 };
 
-/// Pixels of the window's present scaling, measured from the client area of the control's parent.
+/// In pixels at the window's current scaling, relative to the client area of the control's parent.
 struct Rect {
   int x = 0;
   int y = 0;
@@ -27,21 +27,21 @@ struct Rect {
   bool operator==(const Rect&) const = default;
 };
 
-/// Mouse buttons and shift states as events report them.
+/// Codes of mouse buttons and shift states in events.
 inline constexpr int16_t kLeftButton = 1;
 inline constexpr int16_t kShiftHeld = 1;
 inline constexpr int16_t kCtrlHeld = 2;
 inline constexpr int16_t kAltHeld = 4;
 
-/// A mouse button going down: the button's code and the sum of the shift states.
+/// A mouse button was pressed. `shift` is the sum of the shift states.
 using MouseDown = std::function<void(int16_t button, int16_t shift)>;
 
-/// One typed character, in and out: set to 0 it is swallowed. Backspace comes as 8; the other control
-/// characters (the clipboard's keys among them) are the control's own and raise no event.
+/// A character was typed. The handler may replace it, or discard it by setting it to 0. Backspace is 8; other
+/// control characters, such as those of the clipboard keys, raise no event.
 using KeyPress = std::function<void(int16_t& keyAscii)>;
 
-/// A control or a menu item. Operations throw RuntimeError when the platform refuses them. All texts of a
-/// caption may hold "&" before the letter that is its mnemonic.
+/// A control or a menu item. Operations throw RuntimeError when the platform rejects them. In a caption, "&"
+/// marks the next letter as the mnemonic.
 class Element {
  public:
   virtual ~Element() = default;
@@ -56,27 +56,27 @@ class Element {
   virtual void SetEnabled(bool enabled) = 0;
   virtual bool Enabled() const = 0;
 
-  /// The message that is its caption; nothing when it has none, or another caption.
+  /// The message shown as the caption; nothing when the caption is not from the message table.
   std::optional<Message> captionMessage;
 };
 
-/// An element with a place in the window.
+/// An element with a position in the window.
 class Control : public Element {
  public:
   virtual void SetFocus() = 0;
-  /// True when the control has the focus, or gets it once its window is the active one again.
+  /// True when the control has the focus, or will have it when its window becomes active again.
   virtual bool HasFocus() const = 0;
   virtual void SetBounds(const Rect& bounds) = 0;
   virtual Rect Bounds() const = 0;
 
-  /// What the control needs to show `caption` uncut (boxes: their height, and the width of the text).
+  /// The size needed to show `caption` in full. For boxes, `caption` is a sample of their text.
   virtual Size SizeFor(const std::wstring& caption) const = 0;
 };
 
 class Label : public Control {
  public:
   std::wstring_view TypeName() const final { return L"Label"; }
-  /// Shown while the pointer rests on the label; empty for none. Set once, before the label is first shown.
+  /// The tool tip of the label; empty for none. Must be set before the label is first shown.
   virtual void SetToolTip(const std::wstring& text) = 0;
   std::function<void()> onClick;
   MouseDown onMouseDown;
@@ -86,7 +86,7 @@ class Button : public Control {
  public:
   std::wstring_view TypeName() const final { return L"CommandButton"; }
   std::function<void()> onClick;
-  /// False lets the user leave a text box for this button without onValidate being asked.
+  /// False: the focus may move from a text box to this button without a call of onValidate.
   bool causesValidation = true;
 };
 
@@ -94,7 +94,7 @@ class CheckBox : public Control {
  public:
   std::wstring_view TypeName() const final { return L"CheckBox"; }
   virtual bool Checked() const = 0;
-  /// Raises onClick when the state changes, as a click does.
+  /// Raises onClick if the state changes, as a click does.
   virtual void SetChecked(bool checked) = 0;
   std::function<void()> onClick;
 };
@@ -104,34 +104,34 @@ class TextBox : public Control {
   std::wstring_view TypeName() const final { return L"TextBox"; }
   virtual std::wstring Text() const = 0;
   virtual void SetText(const std::wstring& text) = 0;
-  /// Shows the text in clear, or as password characters.
+  /// True shows password characters instead of the text.
   virtual void SetPasswordMask(bool masked) = 0;
   virtual bool PasswordMask() const = 0;
   virtual void SetSelection(int start, int length) = 0;
   std::function<void()> onGotFocus;
   KeyPress onKeyPress;
   MouseDown onMouseDown;
-  /// Asked before the focus moves to another control of the window; false keeps it here.
+  /// Called before the focus moves to another control of the window; false keeps it here.
   std::function<bool()> onValidate;
 };
 
-/// An edit field with a drop-down list, or a drop-down list alone.
+/// A drop-down list, with or without an edit field.
 class ComboBox : public Control {
  public:
   std::wstring_view TypeName() const final { return L"ComboBox"; }
   virtual std::wstring Text() const = 0;
-  /// A drop-down list alone refuses it.
+  /// Only for combo boxes with an edit field.
   virtual void SetText(const std::wstring& text) = 0;
   virtual int Count() const = 0;
-  /// The item's text; empty beyond the last item.
+  /// The item's text; empty when the index is out of range.
   virtual std::wstring Item(int index) const = 0;
   virtual void InsertItem(int index, const std::wstring& text) = 0;
   virtual void Clear() = 0;
-  /// Makes the item the current one: its text is the field's.
+  /// Selects the item and copies its text to the field.
   virtual void Select(int index) = 0;
-  /// The item that was last selected, and not typed over since; -1 = none.
+  /// The selected item; -1 = none, or the user has typed since it was selected.
   virtual int SelectedIndex() const = 0;
-  /// The keys of the edit field.
+  /// For keys pressed in the edit field.
   KeyPress onKeyPress;
   std::function<void(int16_t keyCode, int16_t shift)> onKeyDown;
 };
@@ -144,19 +144,19 @@ class ListBox : public Control {
   virtual std::wstring Item(int index) const = 0;
   virtual void AddItem(const std::wstring& text) = 0;
   virtual void Clear() = 0;
-  /// Selects the line and scrolls it into view.
+  /// Selects the line and scrolls it into view; -1 clears the selection.
   virtual void Select(int index) = 0;
   /// -1 = none.
   virtual int SelectedIndex() const = 0;
   virtual int ClientWidth() const = 0;
   virtual void SetHorizontalExtent(int pixels) = 0;
-  /// Between true and false nothing is painted, so that a batch of lines costs one painting.
+  /// False suspends painting, so that a batch of lines is painted once.
   virtual void SetRedraw(bool redraw) = 0;
   std::function<void()> onDoubleClick;
 };
 
-/// A row of tabs with one page of controls each. The pages' indices never move; a page that is switched
-/// off is hidden from the row and cannot be brought to front.
+/// A row of tabs, each with a page of controls. A page that is switched off has no tab and cannot be brought
+/// to the front; the indices of the other pages stay the same.
 class TabStrip : public Control {
  public:
   std::wstring_view TypeName() const final { return L"SSTab"; }
@@ -168,11 +168,12 @@ class TabStrip : public Control {
   /// Throws RuntimeError when the page is switched off.
   virtual void BringToFront(int page) = 0;
   virtual int FrontPage() const = 0;
-  /// The messages that are the pages' captions; empty when they have others.
+  /// The messages shown as the pages' captions; empty when they are not from the message table.
   std::vector<Message> pageMessages;
-  /// What the strip adds around its pages: the row of tabs and the frame.
+  /// The difference between the strip's size and a page's: the row of tabs and the frame. The bounds of a
+  /// page's controls are relative to the page.
   virtual Size FrameSize() const = 0;
-  /// Where a page's controls start inside the strip's bounds; they are placed relative to the page.
+  /// Another page has been brought to the front.
   std::function<void(int page)> onPageFront;
 };
 

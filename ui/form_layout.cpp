@@ -25,8 +25,8 @@ BoxPtr Sized(Control& control, const wchar_t* sample) { return Fit(control, {sam
 
 Size WindowSizeFor(const Form& form, Size client) {
   const Size window = form.WindowSize();
-  const Size present = form.ClientSize();
-  return {client.width + window.width - present.width, client.height + window.height - present.height};
+  const Size current = form.ClientSize();
+  return {client.width + window.width - current.width, client.height + window.height - current.height};
 }
 
 }  // namespace tarvik::ui

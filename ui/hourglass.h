@@ -5,7 +5,7 @@
 
 namespace tarvik::ui {
 
-/// Shows the hourglass over the window as long as the returned guard exists.
+/// Shows the hourglass over the window until the returned guard is destroyed.
 inline auto ShowHourglass(Form& form) {
   form.SetPointer(Pointer::Hourglass);
   return ScopeGuard([&form] { form.SetPointer(Pointer::Default); });

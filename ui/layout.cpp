@@ -3,19 +3,21 @@
 #include <algorithm>
 #include <utility>
 
+// The box classes that the functions of layout.h create.
+
 namespace tarvik::ui {
 namespace {
 
-/// A box that wants all the width its row has left.
+/// A box that fills the spare width of its row. Several in one row share it.
 class Greedy : public Box {};
 
 bool IsGreedy(const BoxPtr& box) { return dynamic_cast<const Greedy*>(box.get()) != nullptr; }
 
-int Centred(int start, int room, int needed) { return start + (room - needed) / 2; }
+int Centred(int start, int available, int needed) { return start + (available - needed) / 2; }
 
 class FitBox final : public Box {
  public:
-  // Measured once: the boxes around it ask more than once.
+  // Measured once, because the enclosing boxes call Measure repeatedly.
   FitBox(Control& control, const std::vector<std::wstring>& captions)
       : control_(control), size_(control.SizeFor(control.Caption())) {
     for (const std::wstring& caption : captions) {

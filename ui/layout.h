@@ -6,29 +6,29 @@
 
 #include "ui/control.h"
 
-// A window's layout as a tree of boxes. Every box measures what it needs and places what it holds, so that
-// languages and scalings come out right by themselves.
+// A window's layout as a tree of boxes. Each box measures its contents and then places them, so one layout
+// serves all languages and scalings. Lengths are in pixels.
 
 namespace tarvik::ui {
 
 class Box {
  public:
   virtual ~Box() = default;
-  /// The least size at which nothing in the box is cut.
+  /// The minimum size at which nothing in the box is cut off.
   virtual Size Measure() const = 0;
-  /// Puts the box's controls into the rectangle, which is at least as large as measured.
+  /// Places the box's controls inside the rectangle, which is at least as large as measured.
   virtual void Place(const Rect& place) = 0;
 };
 
 using BoxPtr = std::unique_ptr<Box>;
 
-/// One control, wide enough for its present caption and for every one of `captions`.
+/// One control, wide enough for its current caption and for each of `captions`.
 BoxPtr Fit(Control& control, const std::vector<std::wstring>& captions);
 
-/// One control that takes all the width that its row has left, at least as much as `sample` needs.
+/// One control, at least wide enough for `sample`, that fills the spare width of its row or grid column.
 BoxPtr Stretch(Control& control, const std::wstring& sample);
 
-/// Empty room that takes all the width that its row has left.
+/// Empty space that fills the spare width of its row.
 BoxPtr Filler();
 
 /// Boxes side by side, each centred on the row's height.
@@ -37,10 +37,10 @@ BoxPtr Row(int gap, std::vector<BoxPtr> boxes);
 /// Boxes one below the other, each as wide as the column.
 BoxPtr Column(int gap, std::vector<BoxPtr> boxes);
 
-/// Rows of equally many boxes; the boxes of one column all begin at the same place. A null box stays empty.
+/// Rows of boxes whose columns are aligned on the left. A null box leaves its cell empty.
 BoxPtr Grid(int gapAcross, int gapDown, std::vector<std::vector<BoxPtr>> rows);
 
-/// The boxes as the vector that Row, Column and Grid take.
+/// Makes the vector that Row and Column expect; Grid expects one per row.
 template <typename... Boxes>
 std::vector<BoxPtr> Boxed(Boxes... boxes) {
   std::vector<BoxPtr> list;

@@ -5,8 +5,7 @@
 
 namespace tarvik::ui {
 
-/// Keeps the list from painting as long as the returned guard exists, so that a batch of lines is painted
-/// once.
+/// Suspends painting of the list until the returned guard is destroyed, to paint a batch of lines once.
 inline auto PauseRedraw(ListBox& list) {
   list.SetRedraw(false);
   return ScopeGuard([&list] { list.SetRedraw(true); });

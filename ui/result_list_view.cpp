@@ -5,7 +5,7 @@
 namespace tarvik::ui {
 
 void ResultListView::Update(const std::vector<std::wstring>& lines, size_t kept, bool selectLast) {
-  // A batch is painted once; a single line needs no pause.
+  // Only a batch needs the pause: it is painted once.
   const bool pauses = kept == 0 || lines.size() - kept > 1;
   if (pauses) box_.SetRedraw(false);
   const ScopeGuard resume([&] {
@@ -13,7 +13,7 @@ void ResultListView::Update(const std::vector<std::wstring>& lines, size_t kept,
   });
   if (kept == 0) box_.Clear();
   for (size_t i = kept; i < lines.size(); ++i) box_.AddItem(lines[i]);
-  // The last one only: each selection scrolls, which takes milliseconds though nothing is painted.
+  // Not each line as it is added: selecting scrolls, which takes milliseconds even while painting is off.
   if (selectLast) box_.Select(box_.Count() - 1);
 }
 

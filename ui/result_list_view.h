@@ -18,7 +18,7 @@ class ResultListView final : public report::ResultView {
   ListBox& box_;
 };
 
-/// Lets the list box scroll sideways over `factor` times the width of its client area.
+/// Lets the list box scroll sideways to `factor` times the width of its client area.
 void SetListExtent(ListBox& box, int16_t factor);
 
 }  // namespace tarvik::ui

@@ -7,8 +7,8 @@
 #include "platform/runtime_error.h"
 #include "ui/form.h"
 
-// Controls without a window: they keep what they are told, so that the whole program runs as an ordinary
-// process. A test raises their events and reads their state.
+// Controls without a window. They only store their state, so that the whole program runs as an ordinary
+// process. Tests raise their events and read their state.
 
 namespace tarvik::ui {
 
@@ -17,11 +17,11 @@ struct MemoryFocus {
   Control* owner = nullptr;
 };
 
-/// Raised before a control takes a text, which Windows may refuse for want of memory: a caption, what stands
-/// in a box, a line of a list. A test throws what the refusal would.
+/// Called before a text is stored: a caption, the content of a box or a line of a list. Windows may reject it
+/// when memory is short; tests simulate that by throwing RuntimeError.
 using BeforeText = std::function<void(const Element&)>;
 
-/// What every memory control shares. Base is one of the control interfaces.
+/// Implements what all elements share. Base is the interface of one kind of element.
 template <typename Base>
 class MemoryElement : public Base {
  public:
@@ -41,13 +41,13 @@ class MemoryElement : public Base {
   }
   bool Enabled() const override { return enabled_; }
 
-  /// From now on the platform refuses every operation of this control.
+  /// True: operations throw RuntimeError, as when Windows rejects them.
   bool refusing = false;
   const BeforeText* beforeText = nullptr;
-  Form* form = nullptr;  ///< guards its handlers; null: none does
+  Form* form = nullptr;  ///< its event boundary; null: handlers are called without one
 
  protected:
-  /// Raises an event of the program, if it listens.
+  /// Calls the program's handler, if it is set, inside the event boundary.
   template <typename Handler, typename... Arguments>
   void Raise(const Handler& handler, Arguments... arguments) const {
     if (!handler) return;
@@ -57,7 +57,7 @@ class MemoryElement : public Base {
       form->Guarded([&] { handler(arguments...); });
   }
   void ThrowIfRefusing() const {
-    if (refusing) throw RuntimeError(L"The control refuses the operation.");
+    if (refusing) throw RuntimeError(L"The control rejects the operation.");
   }
   void ThrowIfTextRefused() const {
     ThrowIfRefusing();
@@ -81,7 +81,7 @@ class MemoryControl : public MemoryElement<Base> {
   bool HasFocus() const override { return focus_.owner == this; }
   void SetBounds(const Rect& bounds) override { bounds_ = bounds; }
   Rect Bounds() const override { return bounds_; }
-  /// A font whose letters are 7 wide and 15 high; full-width ones are 14 wide.
+  /// Every control is 23 high. Letters are 7 wide, full-width ones 14.
   Size SizeFor(const std::wstring& caption) const override {
     int width = 0;
     for (const wchar_t letter : caption)
@@ -159,7 +159,7 @@ class MemoryComboBox final : public MemoryControl<ComboBox> {
   std::wstring Text() const override { return text_; }
   void SetText(const std::wstring& text) override {
     ThrowIfTextRefused();
-    if (style_ == ComboBoxStyle::DropDownList) throw RuntimeError(L"The list takes no typed text.");
+    if (style_ == ComboBoxStyle::DropDownList) throw RuntimeError(L"The drop-down list has no edit field.");
     text_ = text;
     selected_ = -1;
   }
@@ -169,7 +169,7 @@ class MemoryComboBox final : public MemoryControl<ComboBox> {
   }
   void InsertItem(int index, const std::wstring& text) override {
     ThrowIfTextRefused();
-    if (index < 0 || index > Count()) throw RuntimeError(L"There is no such place in the list.");
+    if (index < 0 || index > Count()) throw RuntimeError(L"The index is beyond the end of the list.");
     items_.insert(items_.begin() + index, text);
   }
   void Clear() override {
@@ -220,7 +220,7 @@ class MemoryListBox final : public MemoryControl<ListBox> {
   int clientWidth = 500;
   int horizontalExtent = 0;
   bool redrawing = true;
-  int painted = 0;  ///< lines that were added while the list was painted
+  int painted = 0;  ///< lines added while painting was not suspended
 
  private:
   int selected_ = -1;
@@ -248,7 +248,7 @@ class MemoryTabStrip final : public MemoryControl<TabStrip> {
   int FrontPage() const override { return front_; }
   Size FrameSize() const override { return {8, 30}; }
 
-  int pageTakingCaption = kNoPage;  ///< the page that `beforeText` is about
+  int pageTakingCaption = kNoPage;  ///< the page whose caption `beforeText` is called for
 
  private:
   std::vector<std::wstring> captions_;

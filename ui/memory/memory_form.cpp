@@ -6,7 +6,7 @@
 
 namespace tarvik::ui {
 
-/// A box of the owner: during its life no form of the screen is enabled.
+/// An open message box of the owner. Until it is destroyed, every form of the screen is disabled.
 class MemoryScreen::OpenBox {
  public:
   OpenBox(MemoryScreen& screen, MemoryForm& owner)
@@ -61,7 +61,7 @@ MemoryForm::~MemoryForm() {
 }
 
 MemoryScreen& MemoryForm::Screen() const {
-  if (screen_ == nullptr) throw std::logic_error("This form was made without a screen.");
+  if (screen_ == nullptr) throw std::logic_error("This form was created without a screen.");
   return *screen_;
 }
 

@@ -12,30 +12,30 @@ namespace tarvik::ui {
 
 class MemoryForm;
 
-/// The forms of one program, and what its message boxes do to them.
+/// All forms of one program. While one of their message boxes is open, it disables them as Windows does.
 class MemoryScreen {
  public:
-  /// `user` is shown every box and answers it.
+  /// `user` receives every message box and answers it.
   explicit MemoryScreen(report::MessageBoxes& user) : user_(user) {}
 
   const std::vector<MemoryForm*>& Forms() const { return forms_; }
 
   MemoryForm* active = nullptr;    ///< null: another program's window is in front
-  MemoryForm* boxOwner = nullptr;  ///< whose box is open
+  MemoryForm* boxOwner = nullptr;  ///< the form whose box is open; null = none
 
  private:
   friend class MemoryForm;
   friend class MemoryBoxes;
   class OpenBox;
-  /// Has the user answer a box of the owner. As with MessageBox, a disabled owner stays disabled after it,
-  /// and then the system activates another program's window.
+  /// Lets the user answer a box of the owner. As with MessageBox, an owner that was disabled before stays
+  /// disabled, and another program's window becomes active.
   void Answer(MemoryForm& owner, const std::function<void(report::MessageBoxes&)>& answer);
 
   report::MessageBoxes& user_;
   std::vector<MemoryForm*> forms_;
 };
 
-/// The boxes of one form.
+/// The message boxes of one form.
 class MemoryBoxes final : public report::MessageBoxes {
  public:
   explicit MemoryBoxes(MemoryForm& owner) : owner_(owner) {}
@@ -47,10 +47,10 @@ class MemoryBoxes final : public report::MessageBoxes {
   MemoryForm& owner_;
 };
 
-/// A form without a window. A test reaches its controls by their ids and raises what a user would.
+/// A form without a window. Tests find its controls by id and raise the events that a user would.
 class MemoryForm final : public Form {
  public:
-  /// A form that shows no boxes.
+  /// A form that cannot show message boxes.
   MemoryForm() = default;
   explicit MemoryForm(MemoryScreen& screen);
   ~MemoryForm() override;
@@ -90,27 +90,27 @@ class MemoryForm final : public Form {
   int Dpi() const override { return dpi; }
   int LineHeight() const override { return 15; }
 
-  /// The control with the id. The type must be its own.
+  /// The control with the id. Throws std::out_of_range or std::bad_cast for a wrong id or type.
   template <typename MemoryType>
   MemoryType& Get(int id) const {
     return dynamic_cast<MemoryType&>(*elements_.at(id));
   }
-  /// True when a control or menu item has the id.
+  /// True when there is a control or menu item with the id.
   bool Has(int id) const { return elements_.contains(id); }
-  /// The ids in the order of the Tab key.
+  /// The ids in Tab order.
   const std::vector<int>& Order() const { return order_; }
-  /// The page that a control is on; kNoPage = the window itself.
+  /// The page that the control is on; kNoPage = the window itself.
   int PageOf(int id) const { return pages_.at(id); }
   /// The tool tip of the list box.
   const std::wstring& ToolTip() const { return toolTip_; }
   /// The control that has the focus, or null.
   Control* Focus() const { return focus_.owner; }
 
-  /// What a user does when Tab or the mouse leads from a text box to another control: asks the box, and
-  /// moves the focus when it agrees.
+  /// Moves the focus as Tab or the mouse would. False when onValidate of the text box keeps it; a button
+  /// without causesValidation does not ask.
   bool MoveFocus(TextBox& from, Control& to);
 
-  /// Presses a key in the control; returns false when it was swallowed.
+  /// Types a character into the control; false when the handler discarded it.
   template <typename WithKeyPress>
   static bool PressKey(WithKeyPress& control, int16_t key) {
     int16_t keyAscii = key;
@@ -118,17 +118,17 @@ class MemoryForm final : public Form {
     return keyAscii != 0;
   }
 
-  /// What Windows asks each window before its session ends; true agrees.
+  /// WM_QUERYENDSESSION: true when the window agrees.
   bool QueryEndSession() { return Agrees(onQueryEndSession); }
-  /// What Windows reports to each window when its session ends.
+  /// WM_ENDSESSION.
   void EndSession() {
     if (!unloaded) Raise(onEndSession);
   }
   void Activate() { Raise(onActivate); }
   void PressEscape() { Raise(onEscape); }
 
-  BeforeText beforeText;                ///< of each of its controls
-  std::function<void()> beforeCaption;  ///< before the window takes its own; throws to refuse it
+  BeforeText beforeText;                ///< called for each of its controls
+  std::function<void()> beforeCaption;  ///< called before the form's own caption is set; may throw
   bool topmost = false;
   bool minimised = false;
   bool fixedSize = false;

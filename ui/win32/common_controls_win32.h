@@ -2,5 +2,5 @@
 
 #include "platform/windows_win32.h"
 
-// Needs the types of windows.h, and its place must not be left to the sorting of includes.
+// Include this instead of <commctrl.h>, which needs windows.h first although it sorts before it.
 #include <commctrl.h>

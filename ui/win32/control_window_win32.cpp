@@ -4,21 +4,21 @@
 
 namespace tarvik::ui {
 
-void ControlWindow::Make(HWND parent) {
-  const Rect at = place_.value_or(Rect{});
+void ControlWindow::Create(HWND parent) {
+  const Rect at = pendingPlace_.value_or(Rect{});
   window_ = CreateWindowExW(kind_.extendedStyle, kind_.windowClass, text_.c_str(), kind_.style, at.x, at.y,
                             at.width, at.height, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id_)),
                             GetModuleHandleW(nullptr), nullptr);
-  if (window_ == nullptr) ThrowRefusal(L"A control of the window cannot be created.");
-  place_.reset();
+  if (window_ == nullptr) ThrowLastError(L"A control could not be created.");
+  pendingPlace_.reset();
   text_.clear();
-  OnMade();
+  OnCreated();
   ApplyFont();
 }
 
 void ControlWindow::ApplyFont() {
-  moved_.reset();  // some kinds change their size with their font
-  if (IsMade()) Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.Font().Handle()), FALSE);
+  knownPlace_.reset();  // combo boxes, for example, change their height with their font
+  if (IsCreated()) Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.Font().Handle()), FALSE);
 }
 
 void ControlWindow::Subclass(HWND window) {
@@ -39,9 +39,9 @@ LRESULT CALLBACK ControlWindow::SubclassProcedure(HWND window, UINT message, WPA
 }
 
 std::wstring ControlWindow::WindowText() const {
-  if (!IsMade()) return text_;
+  if (!IsCreated()) return text_;
   std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window_)), L'\0');
-  // The length is an upper bound, and a window's text may change between the two calls.
+  // The length is only an upper bound, and the text may change between the two calls.
   const int copied = GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1);
   text.resize(static_cast<size_t>(copied));
   return text;
@@ -49,14 +49,14 @@ std::wstring ControlWindow::WindowText() const {
 
 void ControlWindow::SetWindowCaption(const std::wstring& text) {
   if (text == WindowText()) return;
-  if (!IsMade())
+  if (!IsCreated())
     text_ = text;
   else if (!SetWindowTextW(window_, text.c_str()))
-    ThrowRefusal(L"A control of the window does not take its text.");
+    ThrowLastError(L"The text of a control could not be set.");
 }
 
 void ControlWindow::ShowOrHide(bool show) {
-  if (!IsMade()) {
+  if (!IsCreated()) {
     kind_.style = show ? kind_.style | WS_VISIBLE : kind_.style & ~DWORD{WS_VISIBLE};
     return;
   }
@@ -65,7 +65,7 @@ void ControlWindow::ShowOrHide(bool show) {
 }
 
 void ControlWindow::EnableOrDisable(bool enable) {
-  if (!IsMade()) {
+  if (!IsCreated()) {
     kind_.style = enable ? kind_.style & ~DWORD{WS_DISABLED} : kind_.style | WS_DISABLED;
     return;
   }
@@ -77,27 +77,27 @@ void ControlWindow::TakeFocus() { form_.FocusOn(window_); }
 
 bool ControlWindow::OwnsFocus() const { return form_.FocusIsIn(window_); }
 
-void ControlWindow::PutAt(const Rect& bounds) {
-  place_ = bounds;
+void ControlWindow::PlaceAt(const Rect& bounds) {
+  pendingPlace_ = bounds;
   if (form_.EverShown()) ApplyPlace();
 }
 
 void ControlWindow::ApplyPlace() {
-  if (!place_ || !IsMade()) return;
-  Move(*place_);
-  place_.reset();
+  if (!pendingPlace_ || !IsCreated()) return;
+  Move(*pendingPlace_);
+  pendingPlace_.reset();
 }
 
 void ControlWindow::Move(const Rect& bounds) {
-  if (moved_ == bounds) return;
+  if (knownPlace_ == bounds) return;
   if (!SetWindowPos(window_, nullptr, bounds.x, bounds.y, bounds.width, bounds.height,
                     SWP_NOZORDER | SWP_NOACTIVATE))
-    ThrowRefusal(L"A control of the window cannot be moved.");
-  moved_ = bounds;
+    ThrowLastError(L"A control could not be moved.");
+  knownPlace_ = bounds;
 }
 
 Rect ControlWindow::Place() const {
-  if (place_) return *place_;
+  if (pendingPlace_) return *pendingPlace_;
   RECT box{};
   GetWindowRect(window_, &box);
   MapWindowPoints(nullptr, GetParent(window_), reinterpret_cast<POINT*>(&box), 2);

@@ -11,7 +11,7 @@ namespace tarvik::ui {
 
 class Win32Form;
 
-/// How a control's window is made.
+/// The window class and styles of a control.
 struct WindowKind {
   const wchar_t* windowClass;
   DWORD style;
@@ -23,54 +23,55 @@ struct WindowKind {
         extendedStyle(extended) {}
 };
 
-/// The window of a control: what all kinds share, and what the form asks of each. The window is made some
-/// time after the object; until then the object remembers what it is told. The form's window owns it and
+/// The window of a control: what all kinds share, and how the form talks to them. The window is created later
+/// than the object, which stores text, style and position until then. The form's window is its parent and
 /// destroys it; the object outlives it.
 class ControlWindow {
  public:
-  /// `page`: where the control stands, or kNoPage.
+  /// `page`: the page that the control is on, or kNoPage.
   ControlWindow(Win32Form& form, int page, int id, const WindowKind& kind)
       : form_(form), kind_(kind), page_(page), id_(id) {}
   virtual ~ControlWindow() = default;
   ControlWindow(const ControlWindow&) = delete;
   ControlWindow& operator=(const ControlWindow&) = delete;
 
-  /// Makes the window as it is to be. Throws RuntimeError when the system refuses.
-  void Make(HWND parent);
+  /// Creates the window from the stored state. Throws RuntimeError when CreateWindowEx fails.
+  void Create(HWND parent);
 
-  /// Null before it is made.
+  /// Null until it is created.
   HWND Window() const { return window_; }
   int Page() const { return page_; }
   int Id() const { return id_; }
 
-  /// Takes the form's present font and scaling.
+  /// Switches to the form's current font and scaling.
   virtual void ApplyFont();
-  /// The form is shown for the first time: moves the window to where it was placed last. Until then placing
-  /// only remembers, for the window is laid out more than once before anybody sees it.
+  /// Moves the window to its stored position, if any. Positions are only stored until the form is first
+  /// shown, because it is laid out several times before that.
   virtual void ApplyPlace();
-  /// A WM_COMMAND notification of this control.
+  /// A WM_COMMAND notification from this control.
   virtual void OnCommand(WORD) {}
-  /// A WM_NOTIFY notification of this control.
+  /// A WM_NOTIFY notification from this control.
   virtual void OnNotify(const NMHDR&) {}
   /// The pointer moves over the window.
   virtual void OnPointerOver() {}
-  /// Asked before the user takes the focus to another control; false keeps it.
-  virtual bool AgreesToLeave() { return true; }
-  /// False when the user may leave any control for this one unasked.
-  virtual bool AsksBeforeEntered() const { return true; }
-  /// True when a mouse button going down at that place, in the window's coordinates, brings the focus here.
-  virtual bool TakesFocusAt(POINT) const { return true; }
-  /// True when the letter, in upper case, is a mnemonic of this control.
+  /// Called before the user moves the focus to another control; false keeps it here.
+  virtual bool Validate() { return true; }
+  /// False when the focus may move here without a call of Validate on the control that has it.
+  virtual bool CausesValidation() const { return true; }
+  /// True when pressing a mouse button at that point, in client coordinates, moves the focus here.
+  virtual bool AcceptsFocusAt(POINT) const { return true; }
+  /// True when the upper-case letter is a mnemonic of this control.
   virtual bool HasMnemonic(wchar_t) const { return false; }
   /// The user pressed that mnemonic.
   virtual void OnMnemonic(wchar_t) {}
 
  protected:
-  /// The window is there; its font is not yet set.
-  virtual void OnMade() {}
-  /// From now on the messages of that window, the control's own or a child of it, come to OnMessage.
+  /// The window has been created; its font is not set yet.
+  virtual void OnCreated() {}
+  /// Routes the messages of `window`, which is the control's window or a child of it, to OnMessage. Only one
+  /// window of a control can be subclassed.
   void Subclass(HWND window);
-  /// A message of the subclassed window. No exception may leave it.
+  /// A message of the subclassed window. Must not throw.
   virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return CallOriginal(message, wParam, lParam);
   }
@@ -84,19 +85,20 @@ class ControlWindow {
   void ShowOrHide(bool show);
   bool IsShown() const { return (Style() & WS_VISIBLE) != 0; }
   void EnableOrDisable(bool enable);
-  bool IsOperable() const { return (Style() & WS_DISABLED) == 0; }
-  bool IsMade() const { return window_ != nullptr; }
+  bool IsEnabled() const { return (Style() & WS_DISABLED) == 0; }
+  bool IsCreated() const { return window_ != nullptr; }
   void TakeFocus();
   bool OwnsFocus() const;
-  /// Places the window now, or when the form is first shown.
-  void PutAt(const Rect& bounds);
+  /// Moves the window now, or stores the position until the form is first shown.
+  void PlaceAt(const Rect& bounds);
+  /// Moves the window now.
   void Move(const Rect& bounds);
   Rect Place() const;
   DWORD Style() const {
-    return IsMade() ? static_cast<DWORD>(GetWindowLongW(window_, GWL_STYLE)) : kind_.style;
+    return IsCreated() ? static_cast<DWORD>(GetWindowLongW(window_, GWL_STYLE)) : kind_.style;
   }
 
-  /// Raises an event of the program, if it listens.
+  /// Calls the program's handler, if it is set, inside the event boundary.
   template <typename Handler, typename... Arguments>
   void Raise(const Handler& handler, Arguments&&... arguments) const noexcept {
     if (handler) RunHandler(form_, [&] { handler(arguments...); });
@@ -107,27 +109,27 @@ class ControlWindow {
  private:
   static LRESULT CALLBACK SubclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
-  WindowKind kind_;  ///< what the window is, or will be, made from
+  WindowKind kind_;  ///< the style is kept up to date until the window exists
   int page_;
   int id_;
   HWND window_ = nullptr;
-  std::wstring text_;          ///< until the window has it
-  std::optional<Rect> place_;  ///< not yet applied
-  std::optional<Rect> moved_;  ///< where the window was put, if it has stayed there
+  std::wstring text_;                 ///< until the window exists
+  std::optional<Rect> pendingPlace_;  ///< not applied yet
+  std::optional<Rect> knownPlace_;    ///< set by the last move, unless the size may have changed since
   HWND subclassed_ = nullptr;
   WNDPROC original_ = nullptr;
 };
 
-/// The sum of the shift states that are held now.
+/// The sum of the shift states of the keys that are held down (GetKeyState).
 int16_t HeldShiftStates();
 
-/// The letter in upper case, in every script that has one.
+/// The letter in upper case, in any script (CharUpperBuff).
 wchar_t UpperCase(wchar_t letter);
 
-/// True when the caption has the letter, in upper case, as its mnemonic.
+/// True when the caption's mnemonic is the upper-case letter. "&&" is a literal ampersand.
 bool CaptionHasMnemonic(const std::wstring& caption, wchar_t letter);
 
-/// What every kind of control shares; Base is its interface.
+/// Implements what all kinds of controls share. Base is the interface of one kind.
 template <typename Base>
 class Win32Control : public Base, public ControlWindow {
  public:
@@ -136,10 +138,10 @@ class Win32Control : public Base, public ControlWindow {
   void SetVisible(bool visible) override { ShowOrHide(visible); }
   bool Visible() const override { return IsShown(); }
   void SetEnabled(bool enabled) override { EnableOrDisable(enabled); }
-  bool Enabled() const override { return IsOperable(); }
+  bool Enabled() const override { return IsEnabled(); }
   void SetFocus() override { TakeFocus(); }
   bool HasFocus() const override { return OwnsFocus(); }
-  void SetBounds(const Rect& bounds) override { PutAt(bounds); }
+  void SetBounds(const Rect& bounds) override { PlaceAt(bounds); }
   Rect Bounds() const override { return Place(); }
 };
 
@@ -154,7 +156,7 @@ class CaptionedControl : public Win32Control<Base> {
   bool HasMnemonic(wchar_t letter) const override { return CaptionHasMnemonic(this->WindowText(), letter); }
 };
 
-/// A control that has a caption only for the program; its window shows something else.
+/// A control whose caption only the program sees; its window shows something else.
 template <typename Base>
 class UncaptionedControl : public Win32Control<Base> {
  public:

@@ -5,13 +5,15 @@
 #include "ui/win32/common_controls_win32.h"
 #include "ui/win32/form_win32.h"
 
+// Labels, buttons and check boxes.
+
 namespace tarvik::ui {
 namespace {
 
-// Sizes at 96 dots per inch, as the guidelines for Windows have them.
-constexpr int kButtonWidth = 75;
-constexpr int kButtonHeight = 23;
-constexpr int kButtonPadding = 10;  ///< left and right of the caption each
+// In pixels at 96 dots per inch, from the Windows design guidelines.
+constexpr int kMinButtonWidth = 75;
+constexpr int kMinButtonHeight = 23;
+constexpr int kButtonPadding = 10;  ///< on each side of the caption
 constexpr int kCheckMark = 13;
 constexpr int kCheckGap = 6;  ///< between the mark and the caption
 
@@ -22,7 +24,7 @@ Win32Label::Win32Label(Win32Form& form, int page, int id)
 
 Size Win32Label::SizeFor(const std::wstring& caption) const {
   const Size text = form_.Font().MeasureCaption(caption);
-  // Slanting last letters reach beyond the measured width.
+  // The last letter of a slanted font extends beyond the measured width.
   return {text.width + form_.Scaled(2), std::max(text.height, form_.LineHeight())};
 }
 
@@ -48,17 +50,18 @@ Win32Button::Win32Button(Win32Form& form, int page, int id, bool startsGroup)
 
 Size Win32Button::SizeFor(const std::wstring& caption) const {
   const Size text = form_.Font().MeasureCaption(caption);
-  return {std::max(form_.Scaled(kButtonWidth), text.width + 2 * form_.Scaled(kButtonPadding)),
-          std::max(form_.Scaled(kButtonHeight), text.height + form_.Scaled(8))};
+  return {std::max(form_.Scaled(kMinButtonWidth), text.width + 2 * form_.Scaled(kButtonPadding)),
+          std::max(form_.Scaled(kMinButtonHeight), text.height + form_.Scaled(8))};
 }
 
 void Win32Button::OnCommand(WORD notification) {
   switch (notification) {
-    // Once for a double click: its second press comes as BN_DBLCLK, and must not stop what the first started.
+    // The second press of a double click arrives as BN_DBLCLK and is ignored: it must not stop the run that
+    // the first one started.
     case BN_CLICKED:
       Raise(onClick);
       break;
-    // The button with the focus is the one that Enter presses, and looks like it.
+    // Enter presses the button that has the focus, so that one is drawn as the default button.
     case BN_SETFOCUS:
       Send(BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
       break;
@@ -70,7 +73,7 @@ void Win32Button::OnCommand(WORD notification) {
 
 void Win32Button::OnMnemonic(wchar_t) {
   TakeFocus();
-  // Not BM_CLICK: the button ignores it while the handler of an earlier one still runs.
+  // Not BM_CLICK, which a button ignores while the handler of an earlier click still runs.
   OnCommand(BN_CLICKED);
 }
 
@@ -83,16 +86,16 @@ Size Win32CheckBox::SizeFor(const std::wstring& caption) const {
           std::max(form_.Scaled(kCheckMark) + form_.Scaled(4), text.height + form_.Scaled(2))};
 }
 
-void Win32CheckBox::OnMade() {
+void Win32CheckBox::OnCreated() {
   if (checked_) Send(BM_SETCHECK, BST_CHECKED);
 }
 
-bool Win32CheckBox::Checked() const { return IsMade() ? Send(BM_GETCHECK) == BST_CHECKED : checked_; }
+bool Win32CheckBox::Checked() const { return IsCreated() ? Send(BM_GETCHECK) == BST_CHECKED : checked_; }
 
 void Win32CheckBox::SetChecked(bool checked) {
   if (checked == Checked()) return;
   checked_ = checked;
-  if (IsMade()) Send(BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED);
+  if (IsCreated()) Send(BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED);
   if (onClick) onClick();
 }
 

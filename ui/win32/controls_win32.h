@@ -8,7 +8,7 @@
 
 namespace tarvik::ui {
 
-/// The right mouse button, as events report it.
+/// Code of the right mouse button in events.
 inline constexpr int16_t kRightButton = 2;
 
 class Win32Label final : public CaptionedControl<Label> {
@@ -16,14 +16,14 @@ class Win32Label final : public CaptionedControl<Label> {
   Win32Label(Win32Form& form, int page, int id);
 
   Size SizeFor(const std::wstring& caption) const override;
-  bool TakesFocusAt(POINT) const override { return false; }
+  bool AcceptsFocusAt(POINT) const override { return false; }
   void OnCommand(WORD notification) override;
   void OnMnemonic(wchar_t letter) override;
   void SetToolTip(const std::wstring& text) override { toolTip_.SetText(text); }
   void OnPointerOver() override;
 
  protected:
-  void OnMade() override { Subclass(Window()); }
+  void OnCreated() override { Subclass(Window()); }
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
@@ -35,7 +35,7 @@ class Win32Button final : public CaptionedControl<Button> {
   Win32Button(Win32Form& form, int page, int id, bool startsGroup);
 
   Size SizeFor(const std::wstring& caption) const override;
-  bool AsksBeforeEntered() const override { return causesValidation; }
+  bool CausesValidation() const override { return causesValidation; }
   void OnCommand(WORD notification) override;
   void OnMnemonic(wchar_t letter) override;
 };
@@ -51,10 +51,10 @@ class Win32CheckBox final : public CaptionedControl<CheckBox> {
   void OnMnemonic(wchar_t letter) override;
 
  protected:
-  void OnMade() override;
+  void OnCreated() override;
 
  private:
-  bool checked_ = false;  ///< until the window has it
+  bool checked_ = false;  ///< until the window exists
 };
 
 class Win32TextBox final : public UncaptionedControl<TextBox> {
@@ -68,10 +68,10 @@ class Win32TextBox final : public UncaptionedControl<TextBox> {
   bool PasswordMask() const override;
   void SetSelection(int start, int length) override;
   void OnCommand(WORD notification) override;
-  bool AgreesToLeave() override;
+  bool Validate() override;
 
  protected:
-  void OnMade() override;
+  void OnCreated() override;
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
@@ -97,12 +97,12 @@ class Win32ComboBox final : public UncaptionedControl<ComboBox> {
   int SelectedIndex() const override { return static_cast<int>(Send(CB_GETCURSEL)); }
 
  protected:
-  void OnMade() override;
+  void OnCreated() override;
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  /// Closes the open list; its selected entry, if there is one, becomes the text.
-  void TakeListEntry();
+  /// Closes the open list and copies its selected entry, if any, to the field.
+  void AcceptListEntry();
 };
 
 class Win32ListBox final : public UncaptionedControl<ListBox> {

@@ -38,7 +38,7 @@ void RunHandler(Win32Form& form, const std::function<void()>& handler) noexcept 
   }
 }
 
-void ThrowRefusal(const wchar_t* sentence) {
+void ThrowLastError(const wchar_t* sentence) {
   const DWORD error = GetLastError();
   std::wstring text = sentence;
   if (error != ERROR_SUCCESS) text += L" (" + Decimal(error) + L")";

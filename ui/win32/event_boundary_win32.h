@@ -8,14 +8,14 @@ namespace tarvik::ui {
 
 class Win32Form;
 
-/// Shows the exception that is being handled in a message box, over the window if that is visible.
+/// Shows the current exception in a message box, owned by the window if that is visible. For catch blocks.
 void ReportException(HWND owner) noexcept;
 
-/// Calls a handler of the form's program on behalf of a window procedure, through which no exception may
-/// pass: what the form's own boundary does not handle, such as a lack of memory, is reported too.
+/// Calls one of the program's handlers from a window procedure, through which no exception may pass. Also
+/// reports exceptions that Form::Guarded does not catch, such as std::bad_alloc.
 void RunHandler(Win32Form& form, const std::function<void()>& handler) noexcept;
 
-/// Throws RuntimeError with the sentence and the number of the system's last error.
-[[noreturn]] void ThrowRefusal(const wchar_t* sentence);
+/// Throws RuntimeError with the sentence, followed by GetLastError() in parentheses unless that is 0.
+[[noreturn]] void ThrowLastError(const wchar_t* sentence);
 
 }  // namespace tarvik::ui

@@ -3,7 +3,8 @@
 #include "ui/win32/common_controls_win32.h"
 #include "ui/win32/form_win32.h"
 
-// What the system tells the window.
+// The form's window procedure: closing, the end of the session, scaling, fonts and colours. Keys are handled
+// earlier, in message_filter_win32.cpp.
 
 namespace tarvik::ui {
 
@@ -25,7 +26,7 @@ LRESULT CALLBACK Win32Form::WindowProcedure(HWND window, UINT message, WPARAM wP
 }
 
 LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-  // What still comes while the window falls apart concerns no one any more.
+  // Ignore messages that arrive during destruction.
   if (unloaded_ && message != WM_DESTROY) return DefWindowProcW(window_, message, wParam, lParam);
   switch (message) {
     case WM_COMMAND:
@@ -38,21 +39,21 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       return 0;
     }
     case WM_TIMER:
-      MakeOtherPages();
+      CreateOtherPages();
       return 0;
     case WM_SIZE:
-      if (layoutDue_ && wParam != SIZE_MINIMIZED) LayOutAnew();
+      if (layoutDue_ && wParam != SIZE_MINIMIZED) UpdateLayout();
       if (onResize) RunHandler(*this, onResize);
-      // A minimised window has no focus, and gets none back when it is activated before it is restored.
+      // Activating a window while it is still minimised does not give it the focus.
       if (wParam != SIZE_MINIMIZED && GetActiveWindow() == window_ && !IsChild(window_, GetFocus()))
         RestoreFocus();
       return 0;
     case WM_GETMINMAXINFO:
-      SetMinimumTrack(*reinterpret_cast<MINMAXINFO*>(lParam));
+      SetMinTrackSize(*reinterpret_cast<MINMAXINFO*>(lParam));
       return 0;
     case WM_SETCURSOR:
       if (ControlWindow* control = ControlOf(reinterpret_cast<HWND>(wParam))) control->OnPointerOver();
-      if (ShowHourglass()) return TRUE;
+      if (ShowHourglassCursor()) return TRUE;
       break;
     case WM_ACTIVATE:
       if (LOWORD(wParam) == WA_INACTIVE && IsChild(window_, GetFocus())) lastFocus_ = GetFocus();
@@ -62,18 +63,18 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       RestoreFocus();
       return 0;
     case WM_DPICHANGED:
-      OnScaling(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+      OnDpiChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
       return 0;
     case WM_SETTINGCHANGE:
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
-      OnColoursOrFont(message, wParam, lParam);
+      OnAppearanceChanged(message, wParam, lParam);
       break;
     case WM_CLOSE:
       OnClose();
       return 0;
     case WM_QUERYENDSESSION:
-      // A disabled window agrees too: a box that nobody answers must not keep the PC from shutting down.
+      // Even while disabled: an unanswered message box must not keep the PC from shutting down.
       return UserMayClose(onQueryEndSession);
     case WM_ENDSESSION:
       if (wParam != FALSE && onEndSession) RunHandler(*this, onEndSession);
@@ -92,16 +93,16 @@ void Win32Form::OnCommand(WPARAM wParam, LPARAM lParam) noexcept {
     return;
   }
   const Win32MenuItem* item = menuBar_ == nullptr ? nullptr : menuBar_->Find(id);
-  // A hidden command is dormant, not dead: it works for whoever sends it, except to a disabled window.
+  // A hidden command still works when its WM_COMMAND is sent, except to a disabled window.
   if (item != nullptr && Enabled() && item->Enabled() && item->onClick) RunHandler(*this, item->onClick);
 }
 
-void Win32Form::SetMinimumTrack(MINMAXINFO& info) const {
+void Win32Form::SetMinTrackSize(MINMAXINFO& info) const {
   info.ptMinTrackSize.x = minimumSize_.width;
   info.ptMinTrackSize.y = minimumSize_.height;
 }
 
-bool Win32Form::ShowHourglass() const {
+bool Win32Form::ShowHourglassCursor() const {
   if (pointer_ != Pointer::Hourglass) return false;
   SetCursor(LoadCursorW(nullptr, IDC_WAIT));
   return true;
@@ -116,7 +117,8 @@ bool Win32Form::UserMayClose(const std::function<bool()>& question) noexcept {
 }
 
 void Win32Form::OnClose() noexcept {
-  // A disabled window waits for a message box or a test. A user cannot close it, but the task bar can ask.
+  // A disabled window is waiting for a message box or a running test. Its close button does not work, but the
+  // taskbar can still send WM_CLOSE.
   if (Enabled() && UserMayClose(onQueryClose)) DestroyWindow(window_);
 }
 
@@ -127,50 +129,50 @@ void Win32Form::Unload() noexcept {
 
 void Win32Form::OnDestroy() noexcept {
   Unload();
-  // The menu has its own owner; a window destroys the one that it has when it goes.
+  // Win32Menu owns the menu bar, which the window would destroy as well.
   SetMenu(window_, nullptr);
   if (role_ == FormRole::Main) PostQuitMessage(0);
 }
 
 // Scaling, font and colours
 
-bool Win32Form::TakeMessageFont() noexcept {
+bool Win32Form::ApplyMessageFont() noexcept {
   const LOGFONTW wanted = scaling_.MessageFont(dpi_);
-  if (font_ != nullptr && font_->Is(wanted)) return false;
-  // The controls let go of the old font before it goes.
+  if (font_ != nullptr && font_->Matches(wanted)) return false;
+  // The old font must outlive its use by the controls.
   const std::unique_ptr<MeasuredFont> old = std::exchange(font_, std::make_unique<MeasuredFont>(wanted));
   for (const auto& control : controls_) control->ApplyFont();
   return true;
 }
 
-void Win32Form::OnScaling(int dpi, const RECT& suggested) noexcept {
+void Win32Form::OnDpiChanged(int dpi, const RECT& suggested) noexcept {
   dpi_ = dpi;
-  TakeMessageFont();
-  // The least size is that of the old scaling until the layout has measured anew.
+  ApplyMessageFont();
+  // Measured at the old scaling; the layout sets the new one.
   minimumSize_ = {};
-  // The suggestion for a minimised window is about its icon.
+  // The rectangle suggested for a minimised window is that of its icon.
   if (!Minimised())
     SetWindowPos(window_, nullptr, static_cast<int>(suggested.left), static_cast<int>(suggested.top),
                  static_cast<int>(suggested.right - suggested.left),
                  static_cast<int>(suggested.bottom - suggested.top), SWP_NOZORDER | SWP_NOACTIVATE);
-  LayOutAnew();
+  UpdateLayout();
 }
 
-void Win32Form::OnColoursOrFont(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+void Win32Form::OnAppearanceChanged(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
   if (message == WM_SYSCOLORCHANGE) {
-    // Only top-level windows are told; the common controls rely on being told by them.
+    // Windows sends it to top-level windows only, which must forward it to the common controls.
     for (const auto& control : controls_)
       if (control->Window() != nullptr) SendMessageW(control->Window(), message, wParam, lParam);
   }
-  const bool newFont = message == WM_SETTINGCHANGE && TakeMessageFont();
-  if (newFont || message != WM_SETTINGCHANGE) LayOutAnew();
+  const bool newFont = message == WM_SETTINGCHANGE && ApplyMessageFont();
+  if (newFont || message != WM_SETTINGCHANGE) UpdateLayout();
 }
 
-void Win32Form::LayOutAnew() noexcept {
+void Win32Form::UpdateLayout() noexcept {
   layoutDue_ = Minimised();
   if (layoutDue_) return;
   if (onScalingChanged) RunHandler(*this, onScalingChanged);
-  // Controls that changed both their place and their look leave traces where the system copies them.
+  // When a control is moved, Windows copies its old pixels, which are wrong if it also looks different now.
   RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 

@@ -7,12 +7,15 @@
 #include "ui/win32/common_controls_win32.h"
 #include "ui/win32/controls_win32.h"
 
+// Creates the window and its controls, and moves the focus. Controls on a page are created when the page is
+// first shown, or shortly after the window. Messages are handled in form_events_win32.cpp.
+
 namespace tarvik::ui {
 namespace {
 
 constexpr int kIconId = 1;  ///< in the program's resources
 constexpr UINT_PTR kOtherPagesTimer = 1;
-constexpr UINT kOtherPagesDelay = 30;  ///< in milliseconds; time for what showing the window brings along
+constexpr UINT kOtherPagesDelayMs = 30;  ///< lets the messages of showing the window be handled first
 
 HICON ProgramIcon(int width, int height) {
   return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kIconId), IMAGE_ICON,
@@ -40,21 +43,21 @@ Win32Form::Win32Form(const wchar_t* className, FormRole role) : className_(class
   description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
   description.lpszClassName = className;
-  if (RegisterClassExW(&description) == 0) ThrowRefusal(L"The window cannot be created.");
+  if (RegisterClassExW(&description) == 0) ThrowLastError(L"The window could not be created.");
 
-  // The window procedure keeps window_, which WM_NCCREATE sets before anything else arrives.
+  // The window procedure sets window_ on WM_NCCREATE, because messages arrive before CreateWindowEx returns.
   if (CreateWindowExW(WS_EX_CONTROLPARENT, className, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                       CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
                       description.hInstance, this) == nullptr) {
     UnregisterClassW(className, description.hInstance);
-    ThrowRefusal(L"The window cannot be created.");
+    ThrowLastError(L"The window could not be created.");
   }
   dpi_ = scaling_.DpiOf(window_);
-  TakeMessageFont();
+  ApplyMessageFont();
 }
 
 Win32Form::~Win32Form() {
-  unloaded_ = true;  // whoever listens may be gone already
+  unloaded_ = true;  // the owners of the handlers may be destroyed already
   if (window_ != nullptr) DestroyWindow(window_);
   UnregisterClassW(className_, GetModuleHandleW(nullptr));
 }
@@ -73,26 +76,26 @@ template <typename Type, typename... Arguments>
 Type& Win32Form::Add(int id, int page, Arguments&&... arguments) {
   auto control = std::make_unique<Type>(*this, page, id, std::forward<Arguments>(arguments)...);
   Type& added = *control;
-  // What stands on a page is made with the page.
-  if (page == kNoPage) added.Make(window_);
+  // A page's controls are created with the page.
+  if (page == kNoPage) added.Create(window_);
   controls_.push_back(std::move(control));
   return added;
 }
 
-void Win32Form::MakePage(int page) {
+void Win32Form::CreatePage(int page) {
   if (!everShown_ || page == kNoPage) return;
-  if (tabStrip_->Panel(page) == nullptr) tabStrip_->MakePanel(page);
-  // What the system refused before is tried again.
+  if (tabStrip_->Panel(page) == nullptr) tabStrip_->CreatePanel(page);
+  // Includes controls that could not be created earlier.
   for (const auto& control : controls_)
-    if (control->Page() == page && control->Window() == nullptr) control->Make(tabStrip_->Panel(page));
+    if (control->Page() == page && control->Window() == nullptr) control->Create(tabStrip_->Panel(page));
   tabStrip_->ShowFrontPanel();
 }
 
-void Win32Form::MakeOtherPages() noexcept {
+void Win32Form::CreateOtherPages() noexcept {
   KillTimer(window_, kOtherPagesTimer);
   if (tabStrip_ == nullptr) return;
   RunHandler(*this, [this] {
-    for (int page = 0; page < tabStrip_->PageCount(); ++page) MakePage(page);
+    for (int page = 0; page < tabStrip_->PageCount(); ++page) CreatePage(page);
   });
 }
 
@@ -103,7 +106,7 @@ Label& Win32Form::AddLabel(int id, int page, const std::wstring& caption) {
 }
 
 Button& Win32Form::AddButton(int id, int page, const std::wstring& caption) {
-  // The arrow keys walk along buttons that stand side by side, and nowhere else.
+  // Buttons created one after the other on a page form a group, in which the arrow keys move the focus.
   const bool follows = !controls_.empty() &&
                        dynamic_cast<const Win32Button*>(controls_.back().get()) != nullptr &&
                        controls_.back()->Page() == page;
@@ -161,7 +164,8 @@ ControlWindow* Win32Form::ControlWithId(int id) const {
 
 void Win32Form::SetCaption(const std::wstring& caption) {
   if (caption == Caption()) return;
-  if (!SetWindowTextW(window_, caption.c_str())) ThrowRefusal(L"The window does not take its caption.");
+  if (!SetWindowTextW(window_, caption.c_str()))
+    ThrowLastError(L"The caption of the window could not be set.");
 }
 
 std::wstring Win32Form::Caption() const {
@@ -178,16 +182,16 @@ void Win32Form::Show() {
   }
   const bool first = !std::exchange(everShown_, true);
   if (first) {
-    if (menuBar_ != nullptr) menuBar_->TakeItsRoom();
+    if (menuBar_ != nullptr) menuBar_->UpdateBar();
     KeepOnScreen();
     for (const auto& control : controls_) control->ApplyPlace();
-    if (tabStrip_ != nullptr) MakePage(tabStrip_->FrontPage());
+    if (tabStrip_ != nullptr) CreatePage(tabStrip_->FrontPage());
   }
-  // The main window obeys whoever started the program, a shortcut that wants it maximised, say.
+  // The main window is shown as the program's starter asks for, such as a shortcut with "Maximized".
   ShowWindow(window_, role_ == FormRole::Main ? SW_SHOWDEFAULT : SW_SHOW);
   UpdateWindow(window_);
-  // The other pages come once the window stands and takes input: what the user sees is there sooner.
-  if (first && tabStrip_ != nullptr) SetTimer(window_, kOtherPagesTimer, kOtherPagesDelay, nullptr);
+  // Faster start-up: the other pages are created after the window appears and accepts input.
+  if (first && tabStrip_ != nullptr) SetTimer(window_, kOtherPagesTimer, kOtherPagesDelayMs, nullptr);
 }
 
 void Win32Form::KeepOnScreen() {
@@ -224,7 +228,7 @@ bool Win32Form::Minimised() const { return IsIconic(window_) != FALSE; }
 
 void Win32Form::MakeTopmost() {
   if (!SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE))
-    ThrowRefusal(L"The window cannot be kept above the others.");
+    ThrowLastError(L"The window could not be kept above the others.");
 }
 
 Size Win32Form::WindowSize() const {
@@ -237,11 +241,11 @@ void Win32Form::SetWindowSize(Size size) {
   if (size == WindowSize()) return;
   if (!SetWindowPos(window_, nullptr, 0, 0, size.width, size.height,
                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE))
-    ThrowRefusal(L"The window's size cannot be changed.");
+    ThrowLastError(L"The window's size could not be changed.");
 }
 
 Size Win32Form::ClientSize() const {
-  if (menuBar_ != nullptr) menuBar_->TakeItsRoom();
+  if (menuBar_ != nullptr) menuBar_->UpdateBar();
   RECT client{};
   GetClientRect(window_, &client);
   return {static_cast<int>(client.right), static_cast<int>(client.bottom)};
@@ -265,7 +269,7 @@ bool Win32Form::IsReachable(HWND control) const {
   return true;
 }
 
-bool Win32Form::IsStop(HWND control) const {
+bool Win32Form::IsTabStop(HWND control) const {
   return (static_cast<DWORD>(GetWindowLongW(control, GWL_STYLE)) & WS_TABSTOP) != 0 && IsReachable(control);
 }
 
@@ -282,31 +286,31 @@ bool Win32Form::FocusIsIn(HWND control) const {
   return focus != nullptr && (focus == control || IsChild(control, focus));
 }
 
-void Win32Form::GoByKeyTo(HWND control) {
+void Win32Form::FocusByKey(HWND control) {
   FocusOn(control);
   if ((SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0)
     SendMessageW(control, EM_SETSEL, 0, -1);
 }
 
 void Win32Form::FocusOnFieldOf(const ControlWindow& label) {
-  bool behind = false;
+  bool afterLabel = false;
   for (const auto& control : controls_) {
-    if (behind && IsStop(control->Window())) return GoByKeyTo(control->Window());
-    behind = behind || control.get() == &label;
+    if (afterLabel && IsTabStop(control->Window())) return FocusByKey(control->Window());
+    afterLabel = afterLabel || control.get() == &label;
   }
 }
 
 void Win32Form::FocusOnFirstOf(HWND panel) {
   for (const auto& control : controls_)
-    if (GetParent(control->Window()) == panel && IsStop(control->Window()))
-      return GoByKeyTo(control->Window());
+    if (GetParent(control->Window()) == panel && IsTabStop(control->Window()))
+      return FocusByKey(control->Window());
   FocusOn(tabStrip_->Window());
 }
 
 void Win32Form::MoveFocusFrom(HWND window) {
   HWND focus = GetFocus();
   if (focus == nullptr || (focus != window && !IsChild(window, focus))) return;
-  // The next stop of the Tab key that is no part of what goes away.
+  // The next tab stop outside the window.
   HWND next = focus;
   do {
     next = GetNextDlgTabItem(window_, next, FALSE);
@@ -328,7 +332,7 @@ void Win32Form::SetPointer(Pointer pointer) {
   POINT place{};
   GetCursorPos(&place);
   HWND under = WindowFromPoint(place);
-  // The shape shows at once, not with the next move of the mouse; what is under the pointer chooses it.
+  // Change the shape now, not when the mouse moves next. The window under the pointer chooses it.
   const bool ours = under != nullptr && GetWindowThreadProcessId(under, nullptr) == GetCurrentThreadId();
   if (pointer == Pointer::Default && ours)
     SendMessageW(under, WM_SETCURSOR, reinterpret_cast<WPARAM>(under), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));

@@ -15,29 +15,29 @@
 #include "ui/win32/message_font_win32.h"
 #include "ui/win32/tab_strip_win32.h"
 
-// How main makes the program's window:
+// How main creates the program's window:
 //
 //   ui::MessageFilter filter;
 //   ui::Win32Form form(L"Form1", ui::FormRole::Main);
 //   ui::Win32Pump pump(filter, [&] { return ...the stop request...; });
-//   ... make the controls, wire the events, do the start-up ...
+//   ... create the controls, set the event handlers, start up ...
 //   if (!form.Visible()) form.Show();
 //   return ui::RunMainLoop(filter);
 
 namespace tarvik::ui {
 
-/// The main window's end is the program's end.
+/// Destroying the main window ends the program.
 enum class FormRole { Main, Secondary };
 
 class Win32Form final : public Form {
  public:
-  /// Creates the window, hidden. Throws RuntimeError when the system refuses.
+  /// Creates the window, hidden. Throws RuntimeError when that fails.
   Win32Form(const wchar_t* className, FormRole role);
   ~Win32Form() override;
   Win32Form(const Win32Form&) = delete;
   Win32Form& operator=(const Win32Form&) = delete;
 
-  /// The form whose window, or whose control, that window is; null when it is none of ours.
+  /// The form that the window is or belongs to; null for a window that is not ours.
   static Win32Form* Of(HWND window);
 
   Label& AddLabel(int id, int page, const std::wstring& caption) override;
@@ -77,28 +77,27 @@ class Win32Form final : public Form {
   /// The window; null once it is destroyed.
   HWND Window() const { return window_; }
   const MeasuredFont& Font() const { return *font_; }
-  /// A length at 96 dots per inch, in pixels of the window's present scaling.
+  /// Converts pixels at 96 dots per inch to pixels at the window's current scaling.
   int Scaled(int length) const { return MulDiv(length, dpi_, USER_DEFAULT_SCREEN_DPI); }
-  /// GetSystemMetrics at the window's present scaling.
+  /// GetSystemMetrics at the window's current scaling.
   int Metric(int index) const { return scaling_.Metric(index, dpi_); }
 
-  /// Gives the control's window the focus now, or, when the form is not the active window, once it is. A
-  /// control that cannot be reached leaves the focus where it is.
+  /// Moves the focus to the control's window: now, or when the form is active and enabled again. Does nothing
+  /// when the control or one of its parents is hidden or disabled.
   void FocusOn(HWND control);
-  /// True when the control has the focus, or gets it once the form is the active window again.
+  /// True when the control has the focus, or will have it when the form is active again.
   bool FocusIsIn(HWND control) const;
-  /// The user went by a key to the field that the label stands before: it gets the focus and is ready to be
-  /// typed over.
+  /// Moves the focus to the first tab stop after the label and selects its text. For the label's mnemonic.
   void FocusOnFieldOf(const ControlWindow& label);
-  /// The same for the first control on the panel that takes the focus, or else the row of tabs.
+  /// The same for the first tab stop on the panel; without one, the row of tabs gets the focus.
   void FocusOnFirstOf(HWND panel);
-  /// The window, or what holds it, is about to be hidden or disabled: a focus in it moves on.
+  /// Moves the focus out of the window, to the next tab stop, before the window is hidden or disabled.
   void MoveFocusFrom(HWND window);
 
-  /// Makes the page's panel and controls, which wait for the form to be shown.
-  void MakePage(int page);
+  /// Creates the panel and the controls of the page that do not exist yet, unless the form was never shown.
+  void CreatePage(int page);
 
-  /// Does with an input message what a dialog would do; true when that was all.
+  /// Handles an input message as a dialog would; true when it must not be dispatched any more.
   bool FilterMessage(MSG& message);
 
  private:
@@ -109,14 +108,14 @@ class Win32Form final : public Form {
   bool UserMayClose(const std::function<bool()>& question) noexcept;
   void OnDestroy() noexcept;
   void Unload() noexcept;
-  void OnScaling(int dpi, const RECT& suggested) noexcept;
-  void OnColoursOrFont(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-  bool TakeMessageFont() noexcept;
-  void LayOutAnew() noexcept;
-  bool ShowHourglass() const;
-  void SetMinimumTrack(MINMAXINFO& info) const;
+  void OnDpiChanged(int dpi, const RECT& suggested) noexcept;
+  void OnAppearanceChanged(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+  bool ApplyMessageFont() noexcept;
+  void UpdateLayout() noexcept;
+  bool ShowHourglassCursor() const;
+  void SetMinTrackSize(MINMAXINFO& info) const;
   void KeepOnScreen();
-  void MakeOtherPages() noexcept;
+  void CreateOtherPages() noexcept;
   void RestoreFocus();
 
   bool FilterKeyDown(MSG& message);
@@ -125,17 +124,18 @@ class Win32Form final : public Form {
   void PressDefaultButton(int page);
   bool FilterTab(MSG& message);
   bool FilterMnemonic(const MSG& message);
-  bool MayLeaveFor(const ControlWindow* target);
+  bool MayMoveFocusTo(const ControlWindow* target);
 
   template <typename Type, typename... Arguments>
   Type& Add(int id, int page, Arguments&&... arguments);
-  /// The control that the window is, or is a part of; null when it is none.
+  /// The control that the window is, or is a part of; null for any other window.
   ControlWindow* ControlOf(HWND window) const;
   ControlWindow* ControlWithId(int id) const;
-  /// True when the control can have the focus: it is a stop of the Tab key, shown and enabled.
-  bool IsStop(HWND control) const;
+  /// True when the control is a reachable stop of the Tab key.
+  bool IsTabStop(HWND control) const;
+  /// True when the control and its parents inside the form are visible and enabled.
   bool IsReachable(HWND control) const;
-  void GoByKeyTo(HWND control);
+  void FocusByKey(HWND control);
 
   const wchar_t* className_;
   FormRole role_;

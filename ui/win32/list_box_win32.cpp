@@ -6,13 +6,14 @@
 #include "ui/win32/controls_win32.h"
 #include "ui/win32/form_win32.h"
 
+// Win32ListBox of controls_win32.h.
+
 namespace tarvik::ui {
 namespace {
 
-/// Dialog units: eleven letters of average width. A caption of eight letters, capitals among them, is wider
-/// than the system's own first stop at eight such letters, so the values after such captions would not line
-/// up.
-constexpr UINT kTabStop = 44;
+/// In dialog units: 11 letters of average width. The system's default of 8 is too narrow for captions of
+/// eight letters with capitals among them, so the values after the tab would not line up.
+constexpr UINT kTabStopUnits = 44;
 
 }  // namespace
 
@@ -28,13 +29,14 @@ void Win32ListBox::OnPointerOver() { toolTip_.OnPointerOver(form_.Window(), Wind
 
 void Win32ListBox::ApplyFont() {
   ControlWindow::ApplyFont();
-  UINT stop = kTabStop;
+  UINT stop = kTabStopUnits;
   Send(LB_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&stop));
 }
 
 Size Win32ListBox::SizeFor(const std::wstring& caption) const {
-  return {form_.Font().TabbedTextWidth(caption, kTabStop) + form_.Scaled(12) + form_.Metric(SM_CXVSCROLL),
-          form_.LineHeight() + form_.Scaled(6) + form_.Metric(SM_CYHSCROLL)};
+  return {
+      form_.Font().TabbedTextWidth(caption, kTabStopUnits) + form_.Scaled(12) + form_.Metric(SM_CXVSCROLL),
+      form_.LineHeight() + form_.Scaled(6) + form_.Metric(SM_CYHSCROLL)};
 }
 
 int Win32ListBox::Count() const { return static_cast<int>(std::max<LRESULT>(0, Send(LB_GETCOUNT))); }
@@ -49,20 +51,19 @@ std::wstring Win32ListBox::Item(int index) const {
 
 void Win32ListBox::AddItem(const std::wstring& text) {
   if (Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str())) < 0)
-    throw RuntimeError(L"The list does not take a further line.");
+    throw RuntimeError(L"A line could not be added to the list.");
 }
 
 void Win32ListBox::Clear() { Send(LB_RESETCONTENT); }
 
 void Win32ListBox::Select(int index) {
-  // Selecting scrolls a line into view, but is content with a part of it; so the list is scrolled before,
-  // once.
+  // LB_SETCURSEL may leave the line partly hidden, so scroll first.
   const LRESULT lineHeight = std::max<LRESULT>(1, Send(LB_GETITEMHEIGHT));
   RECT client{};
   GetClientRect(Window(), &client);
   const LRESULT whole = std::max<LRESULT>(1, client.bottom / lineHeight);
   if (index >= Send(LB_GETTOPINDEX) + whole) Send(LB_SETTOPINDEX, static_cast<WPARAM>(index - whole + 1));
-  // -1 takes the selection away, and is answered as if it were an error.
+  // For -1, which clears the selection, LB_SETCURSEL returns LB_ERR on success too.
   if (Send(LB_SETCURSEL, static_cast<WPARAM>(index)) < 0 && index != -1)
     throw RuntimeError(L"The list has no such line.");
 }
@@ -77,7 +78,7 @@ int Win32ListBox::ClientWidth() const {
 
 void Win32ListBox::SetHorizontalExtent(int pixels) {
   Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(pixels));
-  // The scroll bar that appears now takes room from the lines.
+  // The scroll bar that may now appear must not cover the selected line.
   if (SelectedIndex() >= 0) Select(SelectedIndex());
 }
 

@@ -36,16 +36,16 @@ void Win32MenuItem::SetEnabled(bool enabled) {
 }
 
 Win32Menu::Win32Menu(HMENU menu, HWND bar) : menu_(menu), bar_(bar) {
-  if (menu_ == nullptr) ThrowRefusal(L"A menu cannot be created.");
+  if (menu_ == nullptr) ThrowLastError(L"A menu could not be created.");
 }
 
 Win32Menu::~Win32Menu() {
-  // Destroying a menu destroys the menus that hang in it, and each of those has its own owner here.
-  Empty();
+  // DestroyMenu would also destroy the submenus, which their items own.
+  RemoveAll();
   DestroyMenu(menu_);
 }
 
-void Win32Menu::Empty() {
+void Win32Menu::RemoveAll() {
   while (RemoveMenu(menu_, 0, MF_BYPOSITION)) {
   }
 }
@@ -66,7 +66,7 @@ Win32MenuItem* Win32Menu::Find(int id) const {
 }
 
 void Win32Menu::Refresh() {
-  Empty();
+  RemoveAll();
   for (const auto& item : items_) {
     if (!item->Visible()) continue;
     std::wstring caption = item->Caption();
@@ -79,14 +79,14 @@ void Win32Menu::Refresh() {
     info.hSubMenu = item->OwnSubMenu() != nullptr ? item->OwnSubMenu()->Handle() : nullptr;
     info.dwTypeData = caption.data();
     if (!InsertMenuItemW(menu_, static_cast<UINT>(GetMenuItemCount(menu_)), TRUE, &info))
-      ThrowRefusal(L"A menu does not take a further item.");
+      ThrowLastError(L"An item could not be added to a menu.");
   }
-  barIsOld_ = bar_ != nullptr;
-  if (IsWindowVisible(bar_)) TakeItsRoom();
+  barOutdated_ = bar_ != nullptr;
+  if (IsWindowVisible(bar_)) UpdateBar();
 }
 
-void Win32Menu::TakeItsRoom() {
-  if (!std::exchange(barIsOld_, false)) return;
+void Win32Menu::UpdateBar() {
+  if (!std::exchange(barOutdated_, false)) return;
   if (GetMenu(bar_) == menu_)
     DrawMenuBar(bar_);
   else

@@ -12,7 +12,7 @@ namespace tarvik::ui {
 /// A menu in the menu bar, or a command in a menu.
 class Win32MenuItem final : public MenuItem {
  public:
-  /// The item belongs to `container`, which shows its items in the order in which they were made.
+  /// `container`: the menu that shows the item and outlives it.
   Win32MenuItem(class Win32Menu& container, int id, const std::wstring& caption);
   ~Win32MenuItem() override;
 
@@ -24,8 +24,9 @@ class Win32MenuItem final : public MenuItem {
   bool Enabled() const override { return enabled_; }
 
   int Id() const { return id_; }
-  /// The menu that the item opens; an item that is never asked for one is a command.
+  /// The menu that the item opens. The first call creates it and so turns a command into a menu.
   Win32Menu& SubMenu();
+  /// The same menu, or null for a command.
   const Win32Menu* OwnSubMenu() const { return subMenu_.get(); }
 
  private:
@@ -40,28 +41,30 @@ class Win32MenuItem final : public MenuItem {
 /// The menu bar of a window, or one menu of it.
 class Win32Menu {
  public:
-  /// `bar`: the window whose menu bar the menu is; null for a menu that opens, which the system reads then.
+  /// Owns `menu`. `bar`: the window whose menu bar it is; null for a drop-down menu. Throws RuntimeError when
+  /// `menu` is null.
   Win32Menu(HMENU menu, HWND bar);
   ~Win32Menu();
   Win32Menu(const Win32Menu&) = delete;
   Win32Menu& operator=(const Win32Menu&) = delete;
 
   HMENU Handle() const { return menu_; }
+  /// Adds an item at the end.
   Win32MenuItem& Add(int id, const std::wstring& caption);
-  /// The item with the id, here or in a menu below; null when there is none.
+  /// The item with the id, here or in a submenu; null when not found.
   Win32MenuItem* Find(int id) const;
-  /// Shows the visible items as they are now; those in the bar of a hidden window once it takes its room.
+  /// Fills the menu with the visible items. In a hidden window, the menu bar shows them after UpdateBar.
   void Refresh();
-  /// The menu bar's: the window's client area becomes what the items leave of it.
-  void TakeItsRoom();
+  /// Redraws the menu bar if its items have changed, which may change the size of the client area.
+  void UpdateBar();
 
  private:
-  void Empty();
+  void RemoveAll();
 
   HMENU menu_;
   HWND bar_;
   std::vector<std::unique_ptr<Win32MenuItem>> items_;
-  bool barIsOld_ = false;  ///< the window was not told yet that items have changed
+  bool barOutdated_ = false;  ///< items have changed since the last UpdateBar
 };
 
 }  // namespace tarvik::ui

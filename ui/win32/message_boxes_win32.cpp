@@ -18,9 +18,9 @@ UINT StyleOf(report::BoxIcon icon) {
   }
 }
 
-/// Disables every enabled form of this thread but the owner, which MessageBoxW itself disables. They are
-/// enabled again after the box is gone: the owner, enabled while the box still exists, then is active
-/// already.
+/// Disables every enabled form of this thread except the owner, which MessageBoxW disables. The destructor
+/// enables them after the box has closed, when the owner is active again, so that none of them becomes active
+/// in its place.
 class OtherFormsDisabled {
  public:
   explicit OtherFormsDisabled(HWND owner) noexcept : owner_(owner) {
@@ -45,7 +45,7 @@ class OtherFormsDisabled {
   }
 
   HWND owner_;
-  /// The program has three. No allocation: the box may be about a lack of memory.
+  /// Room for more than the program's three forms. No allocation: the box may report a lack of memory.
   std::array<HWND, 8> disabled_{};
   size_t count_ = 0;
 };

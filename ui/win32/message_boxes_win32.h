@@ -9,8 +9,8 @@ namespace tarvik::ui {
 
 class Win32Form;
 
-/// MessageBoxW over the window; without an owner when that is null or hidden. Until the box is answered,
-/// every form of this thread is disabled. Returns the id of the button.
+/// MessageBoxW, owned by the window unless that is null or hidden. Until the user answers, every form of this
+/// thread is disabled. Returns the id of the button, such as IDYES.
 int ShowModalBox(HWND owner, const wchar_t* text, const wchar_t* title, UINT style) noexcept;
 
 class Win32MessageBoxes final : public report::MessageBoxes {

@@ -5,6 +5,8 @@
 #include "ui/win32/controls_win32.h"
 #include "ui/win32/form_win32.h"
 
+// Includes the form's side of the filter: Esc, Enter, Tab, mnemonics and validation.
+
 namespace tarvik::ui {
 namespace {
 
@@ -16,7 +18,7 @@ bool IsMouse(const MSG& message) {
 
 bool IsHeld(int key) { return GetKeyState(key) < 0; }
 
-/// True for a key that is held down so long that it repeats.
+/// True for the automatic repeats of a key that is held down.
 bool IsRepeat(const MSG& message) { return (static_cast<ULONG_PTR>(message.lParam) & (1U << 30)) != 0; }
 
 bool IsLeftOrRightDown(const MSG& message) {
@@ -44,11 +46,11 @@ int RunMainLoop(const MessageFilter& filter) {
 }
 
 bool Win32Form::FilterMessage(MSG& message) {
-  // A disabled window gets no input from the system, but a control of it may still have the focus.
+  // Windows sends a disabled window no input, but one of its controls may still have the focus.
   if (!Enabled()) return true;
   if (IsLeftOrRightDown(message)) {
     const ControlWindow* target = ControlOf(message.hwnd);
-    return target != nullptr && target->TakesFocusAt(PlaceOf(message.lParam)) && !MayLeaveFor(target);
+    return target != nullptr && target->AcceptsFocusAt(PlaceOf(message.lParam)) && !MayMoveFocusTo(target);
   }
   if (!IsKey(message)) return false;
   if (message.message == WM_KEYDOWN && FilterKeyDown(message)) return true;
@@ -56,10 +58,10 @@ bool Win32Form::FilterMessage(MSG& message) {
   return IsDialogMessageW(window_, &message) != FALSE;
 }
 
-bool Win32Form::MayLeaveFor(const ControlWindow* target) {
+bool Win32Form::MayMoveFocusTo(const ControlWindow* target) {
   ControlWindow* from = ControlOf(GetFocus());
   if (from == nullptr || from == target) return true;
-  return (target != nullptr && !target->AsksBeforeEntered()) || from->AgreesToLeave();
+  return (target != nullptr && !target->CausesValidation()) || from->Validate();
 }
 
 bool Win32Form::FilterKeyDown(MSG& message) {
@@ -85,7 +87,7 @@ bool Win32Form::FilterEscape(const MSG& message) {
 }
 
 bool Win32Form::FilterEnter(const MSG& message) {
-  // A key held too long would start a test, and then be the stop request of the very same.
+  // Otherwise holding Enter down would start a test and stop it at once.
   if (IsRepeat(message)) return true;
   ControlWindow* control = ControlOf(message.hwnd);
   if (control == nullptr) return true;
@@ -94,9 +96,9 @@ bool Win32Form::FilterEnter(const MSG& message) {
     return true;
   }
   if (const auto* combo = dynamic_cast<const Win32ComboBox*>(control)) {
-    const bool aboutTheList = combo->IsListOpen();
+    const bool listWasOpen = combo->IsListOpen();
     DispatchMessageW(&message);
-    if (aboutTheList) return true;
+    if (listWasOpen) return true;
   }
   PressDefaultButton(control->Page());
   return true;
@@ -108,33 +110,33 @@ void Win32Form::PressDefaultButton(int page) {
     return control->Page() == page && dynamic_cast<const Win32Button*>(control.get()) != nullptr;
   });
   if (first == controls_.end() || !IsReachable((*first)->Window())) return;
-  if (MayLeaveFor(first->get())) (*first)->OnCommand(BN_CLICKED);
+  if (MayMoveFocusTo(first->get())) (*first)->OnCommand(BN_CLICKED);
 }
 
 bool Win32Form::FilterTab(MSG& message) {
   if (!IsHeld(VK_CONTROL)) {
     HWND next = GetNextDlgTabItem(window_, message.hwnd, IsHeld(VK_SHIFT));
-    return !MayLeaveFor(ControlOf(next)) || IsDialogMessageW(window_, &message) != FALSE;
+    return !MayMoveFocusTo(ControlOf(next)) || IsDialogMessageW(window_, &message) != FALSE;
   }
-  if (!MayLeaveFor(nullptr)) return true;
-  if (tabStrip_ != nullptr) tabStrip_->Walk(IsHeld(VK_SHIFT));
+  if (!MayMoveFocusTo(nullptr)) return true;
+  if (tabStrip_ != nullptr) tabStrip_->CyclePages(IsHeld(VK_SHIFT));
   return true;
 }
 
 bool Win32Form::FilterMnemonic(const MSG& message) {
-  // Without Alt a letter is a mnemonic where it cannot be typed: on buttons and tabs.
+  // Without Alt, a letter is a mnemonic only where it cannot be typed, such as on buttons and tabs.
   if (message.message == WM_CHAR && (SendMessageW(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_WANTCHARS) != 0)
     return false;
   const wchar_t letter = UpperCase(static_cast<wchar_t>(message.wParam));
   if (letter <= L' ') return false;
-  // Once around, from the control behind the one that has the focus: so two of one letter take turns.
+  // The search starts after the control with the focus, so that controls with the same mnemonic take turns.
   const ControlWindow* focus = ControlOf(GetFocus());
   size_t start = 0;
   while (start < controls_.size() && controls_[start].get() != focus) ++start;
   for (size_t step = 1; step <= controls_.size(); ++step) {
     ControlWindow* control = controls_[(start + step) % controls_.size()].get();
     if (!IsReachable(control->Window()) || !control->HasMnemonic(letter)) continue;
-    if (MayLeaveFor(control)) control->OnMnemonic(letter);
+    if (MayMoveFocusTo(control)) control->OnMnemonic(letter);
     return true;
   }
   return false;

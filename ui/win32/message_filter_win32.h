@@ -4,14 +4,14 @@
 
 namespace tarvik::ui {
 
-/// The one way of a message from the queue to its window, in the main loop and in the pump alike. The form
-/// that a message belongs to sees it first: the keys of a dialog, and the asking before the focus moves.
+/// Dispatches the messages of the queue, both in the main loop and in the pump. The form that an input
+/// message belongs to sees it first, for dialog keys and for validation before the focus moves.
 class MessageFilter {
  public:
   void Dispatch(MSG& message) const;
 };
 
-/// Runs the program's window until it ends; the exit code.
+/// Dispatches messages until WM_QUIT and returns the exit code.
 int RunMainLoop(const MessageFilter& filter);
 
 }  // namespace tarvik::ui

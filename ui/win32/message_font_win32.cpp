@@ -14,7 +14,7 @@ int SystemDpi() {
   return dpi;
 }
 
-/// A function of user32 that not every supported Windows has, or null.
+/// A function of user32.dll that older Windows versions do not export; null when missing.
 template <typename Function>
 Function* FindInUser32(const char* name) {
   return reinterpret_cast<Function*>(
@@ -70,7 +70,7 @@ MeasuredFont::~MeasuredFont() {
   DeleteObject(font_);
 }
 
-bool MeasuredFont::Is(const LOGFONTW& description) const {
+bool MeasuredFont::Matches(const LOGFONTW& description) const {
   return std::memcmp(&description, &description_, offsetof(LOGFONTW, lfFaceName)) == 0 &&
          std::wcscmp(description.lfFaceName, description_.lfFaceName) == 0;
 }
@@ -82,7 +82,7 @@ Size MeasuredFont::MeasureCaption(const std::wstring& caption) const {
 }
 
 int MeasuredFont::TabbedTextWidth(const std::wstring& text, int stop) const {
-  // The average as list boxes and dialogs take it, not the font's own.
+  // List boxes and dialogs use this average, not the font's tmAveCharWidth.
   const int letters = TextWidth(L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
   const int pixels = MulDiv(stop, (letters / 26 + 1) / 2, 4);
   return LOWORD(GetTabbedTextExtentW(dc_, text.c_str(), static_cast<int>(text.size()), 1, &pixels));

@@ -7,7 +7,7 @@
 
 namespace tarvik::ui {
 
-/// What Windows 10 tells about the scaling of a window; older systems have one scaling for all.
+/// The scaling of a window as Windows 10 reports it. On older systems all windows have the same.
 class Scaling {
  public:
   Scaling();
@@ -29,7 +29,7 @@ class Scaling {
   GetSystemMetricsForDpiFunction* getSystemMetricsForDpi_;
 };
 
-/// A font and what texts measure in it.
+/// A font and the sizes of texts in it, in pixels.
 class MeasuredFont {
  public:
   explicit MeasuredFont(const LOGFONTW& description);
@@ -38,15 +38,14 @@ class MeasuredFont {
   MeasuredFont& operator=(const MeasuredFont&) = delete;
 
   HFONT Handle() const { return font_; }
-  bool Is(const LOGFONTW& description) const;
-  /// The height of one line, in pixels.
+  bool Matches(const LOGFONTW& description) const;
+  /// The height of one line.
   int LineHeight() const { return lineHeight_; }
-  /// A caption's size; its lines are counted and the "&" of its mnemonic is not.
+  /// The size of a caption, which may have several lines. The "&" of its mnemonic has no width.
   Size MeasureCaption(const std::wstring& caption) const;
-  /// The width of a text as a field shows it, every character of it.
+  /// The width of a text in a field, where "&" is an ordinary character.
   int TextWidth(const std::wstring& text) const;
-  /// The same, with tabs that reach the next of the stops, which are `stop` dialog units apart: quarters of
-  /// the letters' average width.
+  /// The same with tab stops every `stop` dialog units, which are quarters of the average letter width.
   int TabbedTextWidth(const std::wstring& text, int stop) const;
 
  private:

@@ -5,7 +5,7 @@
 namespace tarvik::ui {
 namespace {
 
-/// A clock that is never set back, in its own ticks.
+/// A monotonic clock, in ticks of 1 / TicksPerSecond().
 int64_t Now() {
   LARGE_INTEGER ticks{};
   QueryPerformanceCounter(&ticks);
@@ -27,7 +27,7 @@ void Win32Pump::LetEventsRun() {
   MSG message{};
   while (!quitting_ && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) {
-      // It belongs to the main loop; and a queue that holds it is never empty again.
+      // Put it back for the main loop, and stop: PeekMessage would return it forever.
       quitting_ = true;
       PostQuitMessage(static_cast<int>(message.wParam));
     } else {
@@ -43,7 +43,7 @@ void Win32Pump::SleepUntil(uint32_t milliseconds, const std::function<bool()>& o
     LetEventsRun();
     const int64_t left = deadline - Now();
     if (left <= 0 || quitting_ || over()) return;
-    // Rounded up: woken a tick too early, it would turn round and round until the time is reached.
+    // Rounded up: waking too early would make this loop spin until the deadline.
     const auto wait = static_cast<DWORD>((left * 1000 + second - 1) / second);
     MsgWaitForMultipleObjectsEx(0, nullptr, wait, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
   }

@@ -9,7 +9,7 @@ namespace tarvik::ui {
 
 class Win32Pump final : public report::Pump {
  public:
-  /// `stopRequested` tells whether the user has asked the running test to stop.
+  /// `stopRequested`: true when the user has asked the running test to stop.
   Win32Pump(const MessageFilter& filter, std::function<bool()> stopRequested);
 
   void LetEventsRun() override;

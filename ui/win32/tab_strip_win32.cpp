@@ -10,12 +10,12 @@
 namespace tarvik::ui {
 namespace {
 
-/// What EnableThemeDialogTexture takes to let the themed page of the tab control show through a panel.
+/// ETDT_ENABLETAB: draws a panel with the themed background of tab pages.
 constexpr DWORD kEnableTabTexture = 6;
-constexpr int kAmple = 4000;  ///< wider than any row of tabs, in pixels
+constexpr int kInitialSizePixels = 4000;  ///< wider than any row of tabs
 using EnableThemeDialogTextureFunction = HRESULT(WINAPI*)(HWND, DWORD);
 
-/// A panel's only task is to hand on what its controls have to say.
+/// Forwards the notifications of a panel's controls to the form.
 INT_PTR CALLBACK PanelProcedure(HWND panel, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
   if (message != WM_COMMAND && message != WM_NOTIFY) return FALSE;
   SendMessageW(GetParent(panel), message, wParam, lParam);
@@ -28,17 +28,17 @@ Win32TabStrip::Win32TabStrip(Win32Form& form, int page, int id, const std::vecto
     : UncaptionedControl(form, page, id, {WC_TABCONTROLW, WS_TABSTOP | WS_GROUP}) {
   for (const std::wstring& caption : captions) pages_.push_back({nullptr, caption});
   themes_.Load(L"uxtheme.dll");
-  // A row too narrow for its tabs would begin with a pair of scroll buttons.
-  PutAt({0, 0, kAmple, kAmple});
+  // A row that is too narrow for its tabs would get scroll buttons.
+  PlaceAt({0, 0, kInitialSizePixels, kInitialSizePixels});
 }
 
-void Win32TabStrip::OnMade() {
+void Win32TabStrip::OnCreated() {
   for (int page = 0; page < PageCount(); ++page) InsertTab(page);
   Send(TCM_SETCURSEL, static_cast<WPARAM>(TabOf(front_)));
 }
 
-void Win32TabStrip::MakePanel(int page) {
-  // An empty dialog template is followed by three empty names: of the menu, the class and the title.
+void Win32TabStrip::CreatePanel(int page) {
+  // A template without controls: the header is followed by the empty names of the menu, class and title.
   struct {
     DLGTEMPLATE header;
     WORD names[3];
@@ -47,10 +47,10 @@ void Win32TabStrip::MakePanel(int page) {
   dialog.header.dwExtendedStyle = WS_EX_CONTROLPARENT;
   HWND panel = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &dialog.header, form_.Window(),
                                           PanelProcedure, 0);
-  if (panel == nullptr) ThrowRefusal(L"A page of the window cannot be created.");
+  if (panel == nullptr) ThrowLastError(L"A page could not be created.");
   At(page).panel = panel;
   SetWindowTextW(panel, At(page).caption.c_str());
-  EnableWindow(panel, IsOperable());
+  EnableWindow(panel, IsEnabled());
   PlacePanel(panel);
   if (const auto enableTexture = themes_.Find<EnableThemeDialogTextureFunction>("EnableThemeDialogTexture"))
     enableTexture(panel, kEnableTabTexture);
@@ -96,7 +96,7 @@ void Win32TabStrip::InsertTab(int page) {
   tab.mask = TCIF_TEXT;
   tab.pszText = At(page).caption.data();
   if (Send(TCM_INSERTITEMW, static_cast<WPARAM>(TabOf(page)), reinterpret_cast<LPARAM>(&tab)) < 0)
-    ThrowRefusal(L"A page cannot be added to the row of tabs.");
+    ThrowLastError(L"A tab could not be added.");
 }
 
 void Win32TabStrip::SetPageCaption(int page, const std::wstring& caption) {
@@ -106,9 +106,8 @@ void Win32TabStrip::SetPageCaption(int page, const std::wstring& caption) {
   tab.mask = TCIF_TEXT;
   tab.pszText = text.data();
   if (At(page).on && !Send(TCM_SETITEMW, static_cast<WPARAM>(TabOf(page)), reinterpret_cast<LPARAM>(&tab)))
-    ThrowRefusal(L"The row of tabs does not take a caption.");
-  if (At(page).panel != nullptr)
-    SetWindowTextW(At(page).panel, text.c_str());  // seen by screen readers alone
+    ThrowLastError(L"The caption of a tab could not be set.");
+  if (At(page).panel != nullptr) SetWindowTextW(At(page).panel, text.c_str());  // for screen readers
   At(page).caption = std::move(text);
 }
 
@@ -121,11 +120,11 @@ void Win32TabStrip::SetPageOn(int page, bool on) {
   } else {
     Send(TCM_DELETEITEM, static_cast<WPARAM>(TabOf(page)));
     At(page).on = false;
-    if (front_ == page) LeaveFront();
+    if (front_ == page) ReplaceFrontPage();
   }
 }
 
-void Win32TabStrip::LeaveFront() {
+void Win32TabStrip::ReplaceFrontPage() {
   const int next = PageOfTab(0);
   if (next != kNone)
     BringToFront(next);
@@ -142,13 +141,13 @@ void Win32TabStrip::BringToFront(int page) {
 
 void Win32TabStrip::Show(int page) {
   HWND old = front_ == kNone ? nullptr : At(front_).panel;
-  const bool takesFocus = old != nullptr && IsChild(old, GetFocus());
+  const bool hadFocus = old != nullptr && IsChild(old, GetFocus());
   front_ = page;
   if (page != kNone) {
     Send(TCM_SETCURSEL, static_cast<WPARAM>(TabOf(page)));
-    form_.MakePage(page);
+    form_.CreatePage(page);
     ShowFrontPanel();
-    if (takesFocus) form_.FocusOnFirstOf(At(page).panel);
+    if (hadFocus) form_.FocusOnFirstOf(At(page).panel);
   }
   if (old != nullptr && (page == kNone || old != At(page).panel)) ShowWindow(old, SW_HIDE);
 }
@@ -157,21 +156,21 @@ void Win32TabStrip::ShowFrontPanel() {
   if (front_ != kNone && At(front_).panel != nullptr && IsShown()) ShowWindow(At(front_).panel, SW_SHOWNA);
 }
 
-void Win32TabStrip::GoTo(int page) noexcept {
+void Win32TabStrip::SwitchTo(int page) noexcept {
   RunHandler(form_, [&] {
     BringToFront(page);
     form_.FocusOnFirstOf(At(page).panel);
   });
 }
 
-void Win32TabStrip::Walk(bool backwards) noexcept {
+void Win32TabStrip::CyclePages(bool backwards) noexcept {
   const int tabs = TabOf(PageCount());
   if (tabs == 0) return;
   const int tab = TabOf(front_) + (backwards ? tabs - 1 : 1);
-  GoTo(PageOfTab(tab % tabs));
+  SwitchTo(PageOfTab(tab % tabs));
 }
 
-void Win32TabStrip::OnMnemonic(wchar_t letter) { GoTo(PageOfMnemonic(letter)); }
+void Win32TabStrip::OnMnemonic(wchar_t letter) { SwitchTo(PageOfMnemonic(letter)); }
 
 void Win32TabStrip::OnNotify(const NMHDR& notification) {
   if (notification.code != TCN_SELCHANGE) return;
@@ -179,7 +178,7 @@ void Win32TabStrip::OnNotify(const NMHDR& notification) {
   if (page != kNone) RunHandler(form_, [&] { BringToFront(page); });
 }
 
-bool Win32TabStrip::TakesFocusAt(POINT place) const {
+bool Win32TabStrip::AcceptsFocusAt(POINT place) const {
   TCHITTESTINFO test{};
   test.pt = place;
   return Send(TCM_HITTEST, 0, reinterpret_cast<LPARAM>(&test)) >= 0;
@@ -211,8 +210,8 @@ void Win32TabStrip::ApplyPlace() {
   const Rect bounds = Place();
   ControlWindow::ApplyPlace();
   const RECT area = PageArea(bounds.width, bounds.height);
-  // The pages stand behind the row in the order of the windows. A hole in the row lets them be seen, and
-  // spares them from being painted over.
+  // The row is above the panels in the z-order. Cutting the page area out of its region makes them visible
+  // and keeps the row from painting over them.
   HRGN frame = CreateRectRgn(0, 0, bounds.width, bounds.height);
   HRGN hole = CreateRectRgn(static_cast<int>(area.left), static_cast<int>(area.top),
                             static_cast<int>(area.right), static_cast<int>(area.bottom));
@@ -234,7 +233,7 @@ Size Win32TabStrip::SizeFor(const std::wstring&) const {
   const int tabs = TabOf(PageCount());
   Send(TCM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&first));
   Send(TCM_GETITEMRECT, static_cast<WPARAM>(tabs - 1), reinterpret_cast<LPARAM>(&last));
-  // The selected tab is drawn a little wider than its place.
+  // The selected tab is drawn slightly wider than its item rectangle.
   int width = static_cast<int>(last.right - first.left) + form_.Scaled(8);
   for (const Page& page : pages_)
     if (!page.on)

@@ -8,15 +8,15 @@
 
 namespace tarvik::ui {
 
-/// The row of tabs, and one panel a page that holds the page's controls. The panels are siblings of the row,
-/// right behind it, so that the order of the Tab key follows the eye.
+/// The row of tabs, and one panel per page, the parent of the page's controls. The panels are siblings of the
+/// row and follow it in the z-order, so that Tab moves from the tabs to the page below them.
 class Win32TabStrip final : public UncaptionedControl<TabStrip> {
  public:
   Win32TabStrip(Win32Form& form, int page, int id, const std::vector<std::wstring>& captions);
 
   void SetVisible(bool visible) override;
   void SetEnabled(bool enabled) override;
-  /// The room that the row needs to show every page's tab, whatever the caption asked about.
+  /// The size of the row with the tabs of all pages, even those that are switched off. `caption` is ignored.
   Size SizeFor(const std::wstring& caption) const override;
 
   int PageCount() const override { return static_cast<int>(pages_.size()); }
@@ -28,28 +28,28 @@ class Win32TabStrip final : public UncaptionedControl<TabStrip> {
   int FrontPage() const override { return front_; }
   Size FrameSize() const override;
 
-  /// The parent of the page's controls; null until it is made.
+  /// The parent of the page's controls; null until it is created.
   HWND Panel(int page) const { return At(page).panel; }
-  /// Makes it where it belongs, hidden.
-  void MakePanel(int page);
-  /// Shows the panel of the page in front, if it is made.
+  /// Creates the panel, hidden. Throws RuntimeError when that fails.
+  void CreatePanel(int page);
+  /// Shows the panel of the front page, if it exists.
   void ShowFrontPanel();
-  /// Brings the next page that is switched on to front, or the one before, and moves the focus there.
-  void Walk(bool backwards) noexcept;
+  /// Brings the next or previous page that is switched on to the front and moves the focus there.
+  void CyclePages(bool backwards) noexcept;
 
   void ApplyFont() override;
   void ApplyPlace() override;
   void OnNotify(const NMHDR& notification) override;
-  bool TakesFocusAt(POINT place) const override;
+  bool AcceptsFocusAt(POINT place) const override;
   bool HasMnemonic(wchar_t letter) const override { return PageOfMnemonic(letter) != kNone; }
   void OnMnemonic(wchar_t letter) override;
 
  protected:
-  void OnMade() override;
+  void OnCreated() override;
 
  private:
-  static constexpr int kNone = -1;
-  static constexpr int kTabPadding = 8;  ///< left and right of a caption, at 96 dots per inch
+  static constexpr int kNone = -1;       ///< no page; the front page when all are switched off
+  static constexpr int kTabPadding = 8;  ///< on each side of a caption, in pixels at 96 dots per inch
 
   struct Page {
     HWND panel = nullptr;
@@ -59,16 +59,16 @@ class Win32TabStrip final : public UncaptionedControl<TabStrip> {
 
   const Page& At(int page) const;
   Page& At(int page);
-  /// The place in the row of a page's tab, which moves when a page before it is switched off.
+  /// The index of the page's tab in the row. Pages that are switched off have none and are not counted.
   int TabOf(int page) const;
   int PageOfTab(int tab) const;
   int PageOfMnemonic(wchar_t letter) const;
   void InsertTab(int page);
   void Show(int page);
-  /// The page in front was switched off: the first that is not comes there.
-  void LeaveFront();
-  void GoTo(int page) noexcept;
-  /// The area of the pages inside a strip of that size.
+  /// The front page was switched off: brings the first page that is on to the front.
+  void ReplaceFrontPage();
+  void SwitchTo(int page) noexcept;
+  /// The area of the pages in a strip of that size (TCM_ADJUSTRECT).
   RECT PageArea(int width, int height) const;
   void PlacePanel(HWND panel) const;
 

@@ -5,26 +5,26 @@
 #include "ui/win32/controls_win32.h"
 #include "ui/win32/form_win32.h"
 
-// The controls that text is typed into.
+// Win32TextBox and Win32ComboBox of controls_win32.h.
 
 namespace tarvik::ui {
 namespace {
 
 constexpr wchar_t kCtrlA = 1;
 constexpr wchar_t kBackspace = 8;
-constexpr wchar_t kBlackCircle = 0x25CF;  ///< what the system itself shows for a password's letters
-constexpr int kItemsShown = 10;
-constexpr int kFieldPadding = 4;  ///< above and below a line of text together, at 96 dots per inch
+constexpr wchar_t kBlackCircle = 0x25CF;  ///< the password character of Windows itself
+constexpr int kVisibleItems = 10;
+constexpr int kFieldPadding = 4;  ///< total above and below the text, in pixels at 96 dots per inch
 
-/// True for what a user types, as opposed to the keys of the clipboard and the like, which are the control's.
+/// False for control characters, such as those of the clipboard keys, which the control handles itself.
 bool IsTyped(WPARAM letter) { return letter >= L' ' || letter == kBackspace; }
 
-/// A field writes its text right below its upper border, so the room above and below must not grow large.
+/// An edit field draws its text at the top, so any extra height would show below the text.
 int FieldHeight(const Win32Form& form) {
   return form.LineHeight() + 2 * form.Metric(SM_CYEDGE) + form.Scaled(kFieldPadding);
 }
 
-/// Lets the program's filter see a typed letter, and change it. False when the filter swallowed it.
+/// Calls the program's filter for a typed letter, which it may replace. False when it discarded the letter.
 bool PassesFilter(Win32Form& form, const KeyPress& filter, WPARAM& letter) noexcept {
   if (!filter || !IsTyped(letter)) return true;
   auto keyAscii = static_cast<int16_t>(letter);
@@ -41,42 +41,42 @@ Win32TextBox::Win32TextBox(Win32Form& form, int page, int id, bool masked)
                           WS_EX_CLIENTEDGE}),
       masked_(masked) {}
 
-void Win32TextBox::OnMade() {
+void Win32TextBox::OnCreated() {
   Send(EM_SETLIMITTEXT, 0);
   if (masked_ != PasswordMask()) SetPasswordMask(masked_);
   Subclass(Window());
 }
 
 Size Win32TextBox::SizeFor(const std::wstring& caption) const {
-  // The caret needs a place behind the last letter.
+  // Includes space for the caret after the last letter.
   return {form_.Font().TextWidth(caption) + form_.Scaled(16), FieldHeight(form_)};
 }
 
 void Win32TextBox::SetPasswordMask(bool masked) {
   masked_ = masked;
-  if (!IsMade()) return;
+  if (!IsCreated()) return;
   Send(EM_SETPASSWORDCHAR, masked ? kBlackCircle : 0);
   InvalidateRect(Window(), nullptr, TRUE);
 }
 
-bool Win32TextBox::PasswordMask() const { return IsMade() ? Send(EM_GETPASSWORDCHAR) != 0 : masked_; }
+bool Win32TextBox::PasswordMask() const { return IsCreated() ? Send(EM_GETPASSWORDCHAR) != 0 : masked_; }
 
 void Win32TextBox::SetSelection(int start, int length) {
-  if (IsMade()) Send(EM_SETSEL, static_cast<WPARAM>(start), static_cast<LPARAM>(start) + length);
+  if (IsCreated()) Send(EM_SETSEL, static_cast<WPARAM>(start), static_cast<LPARAM>(start) + length);
 }
 
 void Win32TextBox::OnCommand(WORD notification) {
   if (notification == EN_SETFOCUS) Raise(onGotFocus);
 }
 
-bool Win32TextBox::AgreesToLeave() {
+bool Win32TextBox::Validate() {
   bool agrees = true;
   if (onValidate) RunHandler(form_, [&] { agrees = onValidate(); });
   return agrees;
 }
 
 void Win32TextBox::OnButtonDown(int16_t button, UINT message, WPARAM wParam, LPARAM lParam) {
-  // A click that brings the focus into a box that reacts to it must not undo the selection that it made.
+  // A click that gives the box the focus must not undo the selection that onGotFocus makes.
   if (onGotFocus && button == kLeftButton && GetFocus() != Window())
     TakeFocus();
   else
@@ -110,14 +110,14 @@ Win32ComboBox::Win32ComboBox(Win32Form& form, int page, int id, ComboBoxStyle st
                                                           : DWORD{CBS_DROPDOWNLIST}) |
                             WS_VSCROLL | WS_TABSTOP | WS_GROUP}) {}
 
-void Win32ComboBox::OnMade() {
-  Send(CB_SETMINVISIBLE, kItemsShown);
+void Win32ComboBox::OnCreated() {
+  Send(CB_SETMINVISIBLE, kVisibleItems);
   if ((Style() & CBS_DROPDOWNLIST) == CBS_DROPDOWNLIST) return;
   Send(CB_LIMITTEXT, 0);
   COMBOBOXINFO parts{};
   parts.cbSize = sizeof parts;
   if (!GetComboBoxInfo(Window(), &parts) || parts.hwndItem == nullptr)
-    ThrowRefusal(L"A control of the window cannot be created.");
+    ThrowLastError(L"A control could not be created.");
   Subclass(parts.hwndItem);
 }
 
@@ -126,9 +126,9 @@ Size Win32ComboBox::SizeFor(const std::wstring& caption) const {
 }
 
 void Win32ComboBox::SetBounds(const Rect& bounds) {
-  // The height that the control is given is that of the field and the dropped-down list together.
+  // The window's height includes that of the drop-down list.
   Rect whole = bounds;
-  whole.height += kItemsShown * static_cast<int>(Send(CB_GETITEMHEIGHT, 0)) + form_.Scaled(2);
+  whole.height += kVisibleItems * static_cast<int>(Send(CB_GETITEMHEIGHT, 0)) + form_.Scaled(2);
   Move(whole);
 }
 
@@ -145,7 +145,7 @@ std::wstring Win32ComboBox::Item(int index) const {
 void Win32ComboBox::InsertItem(int index, const std::wstring& text) {
   if (index < 0 || index > Count() ||
       Send(CB_INSERTSTRING, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.c_str())) < 0)
-    throw RuntimeError(L"The drop-down list does not take a further item.");
+    throw RuntimeError(L"An item could not be added to the drop-down list.");
 }
 
 void Win32ComboBox::Clear() { Send(CB_RESETCONTENT); }
@@ -155,8 +155,8 @@ void Win32ComboBox::Select(int index) {
     throw RuntimeError(L"The drop-down list has no such item.");
 }
 
-void Win32ComboBox::TakeListEntry() {
-  // Typing takes the selection away: then there is no entry, and the field keeps its text.
+void Win32ComboBox::AcceptListEntry() {
+  // Typing clears the selection; then the field keeps its text.
   const LRESULT index = Send(CB_GETCURSEL);
   Send(CB_SHOWDROPDOWN, FALSE);
   if (index >= 0) Send(CB_SETCURSEL, static_cast<WPARAM>(index));
@@ -165,8 +165,8 @@ void Win32ComboBox::TakeListEntry() {
 LRESULT Win32ComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_KEYDOWN:
-      // While the list is open, the keys are the list's. Enter takes its entry, and is then the field's too.
-      if (IsListOpen() && wParam == VK_RETURN) TakeListEntry();
+      // The open list handles keys itself, but Enter accepts its entry and then also raises onKeyDown.
+      if (IsListOpen() && wParam == VK_RETURN) AcceptListEntry();
       if (!IsListOpen()) Raise(onKeyDown, static_cast<int16_t>(wParam), HeldShiftStates());
       break;
     case WM_CHAR:

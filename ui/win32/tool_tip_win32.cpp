@@ -10,9 +10,8 @@ ToolTip::~ToolTip() {
 
 void ToolTip::OnPointerOver(HWND form, HWND control) {
   if (text_.empty() || window_ != nullptr) return;
-  // A topmost window that the form owned would be moved along by Wine when the form itself is to be kept
-  // above the others, and the form would end up behind it, among the ordinary windows. A control without its
-  // tip is still a control, so a failure is ignored.
+  // Without an owner: when a form becomes topmost, Wine moves the topmost windows that it owns along, and the
+  // form ends up below them, among the ordinary windows. Errors are ignored; only the tip is lost.
   window_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
                             CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
                             GetModuleHandleW(nullptr), nullptr);

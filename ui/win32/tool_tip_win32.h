@@ -7,7 +7,7 @@
 
 namespace tarvik::ui {
 
-/// The tool tip of one control. Its window is created when the pointer is first over the control.
+/// The tool tip of one control. Its window is created when the pointer first moves over the control.
 class ToolTip {
  public:
   explicit ToolTip(std::wstring text = {}) : text_(std::move(text)) {}
@@ -15,10 +15,10 @@ class ToolTip {
   ToolTip& operator=(const ToolTip&) = delete;
   ~ToolTip();
 
-  /// Before the tip's window exists. An empty text is no tip.
+  /// Must be called before the tip's window is created. An empty text means no tip.
   void SetText(const std::wstring& text) { text_ = text; }
 
-  /// For each time the pointer is over the control.
+  /// Must be called whenever the pointer is over the control.
   void OnPointerOver(HWND form, HWND control);
 
  private:
