@@ -34,9 +34,9 @@ class PmcTest : public testing::Test, protected FakeContext {
 
   void Open() {
     window.reset();
-    auto made = std::make_unique<ui::MemoryForm>(screen);
-    form = made.get();
-    window = std::make_unique<frmPmcTest>(std::move(made), texts, pump, library, codePage, system,
+    auto memoryForm = std::make_unique<ui::MemoryForm>(screen);
+    form = memoryForm.get();
+    window = std::make_unique<frmPmcTest>(std::move(memoryForm), texts, pump, library, codePage, system,
                                           [this] { return target; });
     window->Show();
   }
@@ -58,8 +58,8 @@ class PmcTest : public testing::Test, protected FakeContext {
     EXPECT_TRUE(Button(ID_cmdClose).Enabled());
     EXPECT_FALSE(window->Running());
   }
-  /// A rejected run: a box with this text, no read, everything restored.
-  void ExpectRefused(const Lines& words) {
+  /// The run was rejected: one message box with all these words, no read, everything restored.
+  void ExpectRejected(const Lines& words) {
     ASSERT_EQ(boxes.boxes.size(), 1U);
     for (const std::wstring& word : words)
       EXPECT_NE(boxes.boxes[0].text.find(word), std::wstring::npos)

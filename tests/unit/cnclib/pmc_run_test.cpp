@@ -1,4 +1,4 @@
-// The passes of a run, its log and its end.
+// The passes of a run, its log and how it ends.
 
 #include "platform/runtime_error.h"
 #include "tests/unit/cnclib/pmc_fixture.h"
@@ -14,27 +14,27 @@ TEST_F(PmcTest, A_count_below_1_completes_without_a_read) {
   EXPECT_EQ(library.reads, 0);
 }
 
-TEST_F(PmcTest, Each_pass_is_a_line_a_number_and_a_pause) {
+TEST_F(PmcTest, Each_pass_adds_a_line_shows_its_number_and_pauses) {
   // What the user sees whenever events run: the last line, the number and the elapsed time.
-  using Sight = std::tuple<std::wstring, std::wstring, uint64_t>;
-  std::vector<Sight> sights;
+  using Snapshot = std::tuple<std::wstring, std::wstring, uint64_t>;
+  std::vector<Snapshot> snapshots;
   pump.onEvents = [&] {
-    const Sight sight{Log().lines.back(), Caption(ID_lblCount), pump.now};
-    if (sights.empty() || sights.back() != sight) sights.push_back(sight);
+    const Snapshot snapshot{Log().lines.back(), Caption(ID_lblCount), pump.now};
+    if (snapshots.empty() || snapshots.back() != snapshot) snapshots.push_back(snapshot);
   };
-  // One slice per pause, so that nothing is seen in the middle of one.
+  // Shorter than FakePump::kBetweenEvents, so that no snapshot is taken in the middle of a pause.
   Box(ID_txtSleep).SetText(L"200");
   Read(L"3");
-  EXPECT_EQ(sights, (std::vector<Sight>{{L"0001 OK", L"", 0},
-                                        {L"0001 OK", L"1", 0},
-                                        {L"0001 OK", L"1", 200},
-                                        {L"0002 OK", L"1", 200},
-                                        {L"0002 OK", L"2", 200},
-                                        {L"0002 OK", L"2", 400},
-                                        {L"0003 OK", L"2", 400},
-                                        {L"0003 OK", L"3", 400},
-                                        {L"0003 OK", L"3", 600},
-                                        {L"2/3/2024 4:05:06 PM", L"3", 600}}));
+  EXPECT_EQ(snapshots, (std::vector<Snapshot>{{L"0001 OK", L"", 0},
+                                              {L"0001 OK", L"1", 0},
+                                              {L"0001 OK", L"1", 200},
+                                              {L"0002 OK", L"1", 200},
+                                              {L"0002 OK", L"2", 200},
+                                              {L"0002 OK", L"2", 400},
+                                              {L"0003 OK", L"2", 400},
+                                              {L"0003 OK", L"3", 400},
+                                              {L"0003 OK", L"3", 600},
+                                              {L"2/3/2024 4:05:06 PM", L"3", 600}}));
 }
 
 TEST_F(PmcTest, The_passes_end_with_the_date_and_time_and_the_last_line_is_in_view) {
@@ -93,7 +93,7 @@ TEST_F(PmcTest, Esc_stops_a_run_and_does_nothing_else) {
   EXPECT_TRUE(form->Visible());
 }
 
-TEST_F(PmcTest, A_run_inside_a_run_of_the_main_window_ends_with_that_runs_stop) {
+TEST_F(PmcTest, A_stop_of_the_main_windows_run_also_stops_a_run_inside_it) {
   library.onRead = [&] { pump.stop = library.reads == 2; };
   Read(L"10");
   EXPECT_EQ(Log().lines, (Lines{L"0001 OK", L"0002 OK"}));
@@ -126,7 +126,7 @@ TEST_F(PmcTest, The_window_refuses_to_close_during_a_run_and_during_its_boxes) {
   EXPECT_FALSE(form->Visible());
 }
 
-TEST_F(PmcTest, An_error_is_a_line_with_its_code_and_the_data_stay) {
+TEST_F(PmcTest, An_error_is_logged_with_its_code_and_the_data_stay) {
   Read();
   library.readResult = 6;
   Read();
@@ -135,7 +135,7 @@ TEST_F(PmcTest, An_error_is_a_line_with_its_code_and_the_data_stay) {
   EXPECT_EQ(library.Count("nx_pmc_detailerr"), 0);
 }
 
-TEST_F(PmcTest, A_PMC_error_is_a_line_with_both_details) {
+TEST_F(PmcTest, A_PMC_error_is_logged_with_both_details) {
   library.readResult = -16;
   library.detail = {-3, 12};
   Read();

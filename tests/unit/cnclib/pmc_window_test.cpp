@@ -52,7 +52,7 @@ TEST_F(PmcTest, The_captions_follow_the_language_mode) {
   EXPECT_EQ(form->Caption(), L"PMC Read Test");
 }
 
-TEST_F(PmcTest, One_byte_of_D_at_0_is_one_line_of_data) {
+TEST_F(PmcTest, One_byte_of_D_at_0_is_shown_as_one_line) {
   Read();
   EXPECT_EQ(library.calls, (Calls{"nx_allochandle3(192.168.1.100, 8193, 10)",
                                   "nx_pmc_rdrange(5, 9, 0, 0, 0, 9)", "nx_freehandle(5)"}));
@@ -96,11 +96,11 @@ TEST_F(PmcTest, Length_8000_is_read_and_listed_as_one_batch) {
   EXPECT_TRUE(Data().redrawing);
 }
 
-TEST_F(PmcTest, A_length_above_8000_is_reported_after_a_connection_that_is_freed) {
+TEST_F(PmcTest, A_length_above_8000_is_reported_and_the_connection_is_closed) {
   Box(ID_txtPmcLen).SetText(L"8001");
   Log().lines = {L"from before"};
   Click(ID_cmdRead);
-  ExpectRefused({L"PMC read length error, maximum=8000"});
+  ExpectRejected({L"PMC read length error, maximum=8000"});
   EXPECT_EQ(Log().lines, Lines{L"from before"});
 }
 
@@ -121,7 +121,7 @@ TEST_F(PmcTest, An_invalid_length_is_reported_with_the_box_its_range_and_the_typ
     library.calls.clear();
     Box(ID_txtPmcLen).SetText(typed);
     Click(ID_cmdRead);
-    ExpectRefused({L"Length: 1 ... 8000", std::wstring(L"You typed: \"") + typed + L"\""});
+    ExpectRejected({L"Length: 1 ... 8000", std::wstring(L"You typed: \"") + typed + L"\""});
   }
 }
 
@@ -131,7 +131,7 @@ TEST_F(PmcTest, A_start_number_that_is_negative_or_not_a_number_is_rejected) {
     library.calls.clear();
     Box(ID_txtPmcStart).SetText(typed);
     Click(ID_cmdRead);
-    ExpectRefused({L"StartNo: 0 ... 32767", std::wstring(L"\"") + typed + L"\""});
+    ExpectRejected({L"StartNo: 0 ... 32767", std::wstring(L"\"") + typed + L"\""});
   }
 }
 
@@ -139,7 +139,7 @@ TEST_F(PmcTest, A_range_beyond_16_bits_is_rejected_and_one_up_to_the_limit_is_re
   Box(ID_txtPmcLen).SetText(L"2");
   Box(ID_txtPmcStart).SetText(L"32767");
   Click(ID_cmdRead);
-  ExpectRefused({L"StartNo: 0 ... 32766", L"\"32767\""});
+  ExpectRejected({L"StartNo: 0 ... 32766", L"\"32767\""});
   Box(ID_txtPmcStart).SetText(L"32766");
   Read();
   EXPECT_EQ(library.calls[3], "nx_pmc_rdrange(6, 9, 0, 32766, 32767, 10)");
@@ -148,14 +148,14 @@ TEST_F(PmcTest, A_range_beyond_16_bits_is_rejected_and_one_up_to_the_limit_is_re
 TEST_F(PmcTest, A_count_or_an_interval_out_of_range_is_rejected) {
   Box(ID_txtCount).SetText(L"2147483648");
   Click(ID_cmdRead);
-  ExpectRefused({L"Test: -2147483648 ... 2147483647", L"\"2147483648\""});
+  ExpectRejected({L"Test: -2147483648 ... 2147483647", L"\"2147483648\""});
   Box(ID_txtCount).SetText(L"1");
   for (const wchar_t* typed : {L"-1", L"soon", L"2147483648"}) {
     boxes.boxes.clear();
     library.calls.clear();
     Box(ID_txtSleep).SetText(typed);
     Click(ID_cmdRead);
-    ExpectRefused({L"Read Int.: 0 ... 2147483647", std::wstring(L"\"") + typed + L"\""});
+    ExpectRejected({L"Read Int.: 0 ... 2147483647", std::wstring(L"\"") + typed + L"\""});
   }
 }
 
@@ -185,7 +185,7 @@ TEST_F(PmcTest, A_port_that_is_not_a_number_is_an_error_before_the_connection) {
   ExpectIdle();
 }
 
-TEST_F(PmcTest, A_failed_connection_is_a_box_and_reads_nothing) {
+TEST_F(PmcTest, A_failed_connection_is_reported_and_nothing_is_read) {
   for (const int16_t code : {int16_t{-16}, int16_t{7}}) {
     boxes.boxes.clear();
     library.calls.clear();
@@ -229,7 +229,7 @@ TEST_F(PmcTest, Nothing_can_be_clicked_during_the_connection_and_only_Stop_durin
 }
 
 TEST_F(PmcTest, A_click_on_Read_while_the_connection_closes_starts_no_run) {
-  // The call does not return until the controller has answered; the click waits for it.
+  // nx_freehandle may block until the controller answers; the click is handled after it.
   bool waiting = false;
   library.onCall = [&] { waiting = waiting || library.calls.back().starts_with("nx_freehandle"); };
   pump.onEvents = [&] {
@@ -239,9 +239,9 @@ TEST_F(PmcTest, A_click_on_Read_while_the_connection_closes_starts_no_run) {
     EXPECT_FALSE(Button(ID_cmdClose).Enabled());
     Click(ID_cmdRead);
   };
-  const auto expectOneRun = [&](const char* wayOut) {
-    EXPECT_FALSE(waiting) << wayOut;
-    EXPECT_EQ(library.Count("nx_allochandle3"), 1) << wayOut;
+  const auto expectOneRun = [&](const char* ending) {
+    EXPECT_FALSE(waiting) << ending;
+    EXPECT_EQ(library.Count("nx_allochandle3"), 1) << ending;
     ExpectIdle();
     waiting = false;
     library.calls.clear();
@@ -281,12 +281,12 @@ TEST_F(PmcTest, The_focus_is_in_the_rejected_box) {
   EXPECT_TRUE(Box(ID_txtPmcLen).HasFocus());
 }
 
-TEST_F(PmcTest, The_lists_grow_with_the_window_and_nothing_overlaps) {
-  const ui::Size least = form->WindowSize();
-  EXPECT_EQ(form->minimumWindowSize.width, least.width);
+TEST_F(PmcTest, The_lists_grow_with_the_window_and_no_controls_overlap) {
+  const ui::Size minimum = form->WindowSize();
+  EXPECT_EQ(form->minimumWindowSize.width, minimum.width);
   const ui::Rect log = Log().Bounds();
   const ui::Rect read = Button(ID_cmdRead).Bounds();
-  form->SetWindowSize({least.width + 100, least.height + 50});
+  form->SetWindowSize({minimum.width + 100, minimum.height + 50});
   EXPECT_EQ(Log().Bounds().width, log.width + 100);
   EXPECT_EQ(Log().Bounds().height, log.height + 50);
   EXPECT_EQ(Button(ID_cmdRead).Bounds().y, read.y + 50);
@@ -297,12 +297,12 @@ TEST_F(PmcTest, The_lists_grow_with_the_window_and_nothing_overlaps) {
   EXPECT_EQ(Log().Bounds().width, log.width + 100);
 }
 
-TEST_F(PmcTest, Another_scaling_keeps_a_larger_window_and_enlarges_a_too_small_one) {
-  const ui::Size least = form->WindowSize();
-  form->SetWindowSize({least.width + 100, 20});
+TEST_F(PmcTest, A_new_scaling_keeps_a_larger_window_and_enlarges_one_that_is_too_small) {
+  const ui::Size minimum = form->WindowSize();
+  form->SetWindowSize({minimum.width + 100, 20});
   form->onScalingChanged();
-  EXPECT_EQ(form->WindowSize().width, least.width + 100);
-  EXPECT_EQ(form->WindowSize().height, least.height);
+  EXPECT_EQ(form->WindowSize().width, minimum.width + 100);
+  EXPECT_EQ(form->WindowSize().height, minimum.height);
 }
 
 TEST_F(PmcTest, The_Tab_order_is_the_visual_order_with_each_label_before_its_field) {

@@ -21,7 +21,7 @@ class CaptionsTest : public testing::Test, protected FakeContext {
   }
 };
 
-TEST_F(CaptionsTest, A_string_is_shown_according_to_the_type_of_control) {
+TEST_F(CaptionsTest, A_string_becomes_a_caption_or_an_item_of_a_combo_box) {
   Add(1, "text");
   MemoryFocus focus;
   MemoryLabel label(focus);
@@ -30,7 +30,8 @@ TEST_F(CaptionsTest, A_string_is_shown_according_to_the_type_of_control) {
   MemoryMenuItem menu;
   for (Element* const element : std::initializer_list<Element*>{&label, &button, &check, &menu}) {
     LoadRes(resource, boxes, *element, 1);
-    EXPECT_EQ(element->Caption(), L"text") << std::wstring(element->TypeName()).size();
+    const std::wstring_view type = element->TypeName();
+    EXPECT_EQ(element->Caption(), L"text") << std::string(type.begin(), type.end());
   }
   MemoryTabStrip tabs(focus, std::vector<std::wstring>(3));
   LoadRes(resource, boxes, tabs, 1, 2);
@@ -42,14 +43,14 @@ TEST_F(CaptionsTest, A_string_is_shown_according_to_the_type_of_control) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(CaptionsTest, A_control_without_a_text_is_reported_in_a_box) {
+TEST_F(CaptionsTest, A_control_without_a_caption_is_reported_in_a_message_box) {
   MemoryFocus focus;
   MemoryTextBox box(focus);
   LoadRes(resource, boxes, box, 4);
   EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"LoadRes(4):Invalid control type [TextBox]"});
 }
 
-TEST_F(CaptionsTest, An_element_that_refuses_its_caption_does_not_cost_the_others_theirs) {
+TEST_F(CaptionsTest, An_element_that_rejects_its_caption_does_not_affect_the_others) {
   MemoryScreen screen(boxes);
   MemoryForm form(screen);
   Label& label = form.Form::AddLabel(1, kNoPage, Message::AddressLabel);

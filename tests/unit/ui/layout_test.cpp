@@ -7,7 +7,7 @@
 namespace tarvik::ui {
 namespace {
 
-/// Buttons with captions of one, two and three letters. All are 23 high, the height of a memory control.
+/// Buttons with captions of one, two and three letters.
 class LayoutTest : public testing::Test {
  protected:
   LayoutTest() {
@@ -16,7 +16,7 @@ class LayoutTest : public testing::Test {
     three.SetCaption(L"ccc");
   }
 
-  static constexpr int kHeight = 23;
+  static constexpr int kHeight = 23;  // of every memory control
   static constexpr int kOneWidth = 19;
   static constexpr int kTwoWidth = 26;
   static constexpr int kThreeWidth = 33;
@@ -29,7 +29,7 @@ class LayoutTest : public testing::Test {
 
 // Fit
 
-TEST_F(LayoutTest, Fit_measures_the_present_caption) {
+TEST_F(LayoutTest, Fit_measures_the_current_caption) {
   EXPECT_EQ(Fit(three, {})->Measure(), (Size{kThreeWidth, kHeight}));
   EXPECT_EQ(Fit(three, {L"a", L"bb"})->Measure(), (Size{kThreeWidth, kHeight}));
 }
@@ -45,12 +45,12 @@ TEST_F(LayoutTest, Fit_places_its_control_in_the_rectangle) {
 
 // Row
 
-TEST_F(LayoutTest, A_row_measures_its_boxes_with_a_gap_between_each_two) {
+TEST_F(LayoutTest, A_row_measures_its_boxes_and_the_gaps_between_them) {
   EXPECT_EQ(Row(5, Boxed(Fit(one, {}), Fit(two, {}), Fit(three, {})))->Measure(),
             (Size{kOneWidth + 5 + kTwoWidth + 5 + kThreeWidth, kHeight}));
 }
 
-TEST_F(LayoutTest, A_row_is_as_high_as_its_highest_box) {
+TEST_F(LayoutTest, A_row_is_as_tall_as_its_tallest_box) {
   EXPECT_EQ(Row(5, Boxed(Fit(one, {}), Column(4, Boxed(Fit(two, {}), Fit(three, {})))))->Measure().height,
             2 * kHeight + 4);
 }
@@ -93,9 +93,9 @@ TEST_F(LayoutTest, Boxes_that_stretch_share_the_spare_width_to_the_last_pixel) {
   EXPECT_EQ(two.Bounds().width, kTwoWidth + 6);
 }
 
-TEST_F(LayoutTest, A_filler_needs_no_room) { EXPECT_EQ(Filler()->Measure(), Size{}); }
+TEST_F(LayoutTest, A_filler_needs_no_space) { EXPECT_EQ(Filler()->Measure(), Size{}); }
 
-TEST_F(LayoutTest, A_filler_pushes_the_next_boxes_to_the_end_of_the_row) {
+TEST_F(LayoutTest, A_filler_moves_the_boxes_after_it_to_the_end_of_the_row) {
   Row(5, Boxed(Fit(one, {}), Filler(), Fit(two, {})))->Place({10, 0, 200, kHeight});
   EXPECT_EQ(one.Bounds().x, 10);
   EXPECT_EQ(two.Bounds(), (Rect{210 - kTwoWidth, 0, kTwoWidth, kHeight}));
@@ -103,7 +103,7 @@ TEST_F(LayoutTest, A_filler_pushes_the_next_boxes_to_the_end_of_the_row) {
 
 // Column
 
-TEST_F(LayoutTest, A_column_measures_its_boxes_with_a_gap_between_each_two) {
+TEST_F(LayoutTest, A_column_measures_its_boxes_and_the_gaps_between_them) {
   EXPECT_EQ(Column(4, Boxed(Fit(one, {}), Fit(two, {}), Fit(one, {})))->Measure().height,
             kHeight + 4 + kHeight + 4 + kHeight);
 }
@@ -112,7 +112,7 @@ TEST_F(LayoutTest, A_column_is_as_wide_as_its_widest_box) {
   EXPECT_EQ(Column(4, Boxed(Fit(one, {}), Fit(three, {}), Fit(two, {})))->Measure().width, kThreeWidth);
 }
 
-TEST_F(LayoutTest, A_column_places_its_boxes_from_top_to_bottom_in_its_whole_width) {
+TEST_F(LayoutTest, A_column_places_its_boxes_from_top_to_bottom_over_its_whole_width) {
   Column(4, Boxed(Fit(one, {}), Fit(two, {})))->Place({10, 20, 300, 200});
   EXPECT_EQ(one.Bounds(), (Rect{10, 20, 300, kHeight}));
   EXPECT_EQ(two.Bounds(), (Rect{10, 20 + kHeight + 4, 300, kHeight}));
@@ -125,7 +125,7 @@ TEST_F(LayoutTest, A_row_in_a_column_fills_the_width_of_the_column) {
 
 // Grid
 
-TEST_F(LayoutTest, A_grid_measures_the_widest_box_of_each_column_and_the_highest_of_each_row) {
+TEST_F(LayoutTest, A_grid_measures_the_widest_box_of_each_column_and_the_tallest_of_each_row) {
   std::vector<std::vector<BoxPtr>> rows;
   rows.push_back(Boxed(Fit(one, {}), Fit(three, {})));
   rows.push_back(Boxed(Column(4, Boxed(Fit(two, {}), Fit(two, {}))), Fit(one, {})));
@@ -133,7 +133,7 @@ TEST_F(LayoutTest, A_grid_measures_the_widest_box_of_each_column_and_the_highest
             (Size{kTwoWidth + 6 + kThreeWidth, kHeight + 8 + 2 * kHeight + 4}));
 }
 
-TEST_F(LayoutTest, The_boxes_of_a_grid_column_start_at_the_same_place) {
+TEST_F(LayoutTest, The_boxes_of_a_grid_column_are_aligned_on_the_left) {
   MemoryButton besideOne(focus);
   MemoryButton besideThree(focus);
   std::vector<std::vector<BoxPtr>> rows;
@@ -161,7 +161,7 @@ TEST_F(LayoutTest, Stretch_gets_the_width_of_its_grid_column) {
   EXPECT_EQ(one.Bounds().width, kThreeWidth);
 }
 
-TEST_F(LayoutTest, A_null_box_leaves_its_grid_place_empty) {
+TEST_F(LayoutTest, A_null_box_leaves_its_grid_cell_empty) {
   std::vector<std::vector<BoxPtr>> rows;
   rows.push_back(Boxed(Fit(two, {}), Fit(one, {})));
   rows.push_back(Boxed(BoxPtr(), Fit(three, {})));
@@ -171,7 +171,7 @@ TEST_F(LayoutTest, A_null_box_leaves_its_grid_place_empty) {
   EXPECT_EQ(three.Bounds(), (Rect{kTwoWidth + 6, kHeight + 8, kThreeWidth, kHeight}));
 }
 
-TEST_F(LayoutTest, Without_boxes_no_room_is_needed) {
+TEST_F(LayoutTest, Without_boxes_no_space_is_needed) {
   EXPECT_EQ(Row(5, {})->Measure(), Size{});
   EXPECT_EQ(Column(5, {})->Measure(), Size{});
   EXPECT_EQ(Grid(5, 5, {})->Measure(), Size{});

@@ -55,7 +55,7 @@ TEST_F(ResultListViewTest, A_batch_is_painted_once) {
   EXPECT_TRUE(box.redrawing);
 }
 
-TEST_F(ResultListViewTest, A_line_that_the_box_refused_is_shown_with_the_next_one) {
+TEST_F(ResultListViewTest, A_line_that_the_box_rejected_is_shown_with_the_next_one) {
   list.AddToList(L"one");
   box.refusing = true;
   EXPECT_THROW(list.AddToList(L"two"), RuntimeError);
@@ -65,7 +65,7 @@ TEST_F(ResultListViewTest, A_line_that_the_box_refused_is_shown_with_the_next_on
   EXPECT_EQ(box.lines, (Lines{L"one", L"two", L"three"}));
 }
 
-TEST_F(ResultListViewTest, Lines_that_another_program_put_into_the_box_count_as_the_lists_own) {
+TEST_F(ResultListViewTest, Lines_that_another_program_put_into_the_box_become_the_lists_own) {
   list.AddToList(L"own");
   box.lines.assign(1001, L"theirs");
   list.AddToList(L"new");
