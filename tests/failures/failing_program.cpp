@@ -48,12 +48,14 @@ FailingProgram::FailingProgram(FailurePlan& failurePlan) : plan(failurePlan) {
 
 ui::BeforeText FailingProgram::FailOnText() {
   return [this](const ui::Element& element) {
-    if (plan.WayToFail(NameOf(element), 1) == 1) throw RuntimeError(L"The text of a control cannot be set.");
+    if (plan.WayToFail(NameOf(element), 1) == 1)
+      throw RuntimeError(L"The text of a control could not be set.");
   };
 }
 
 void FailingProgram::FailOnCaption() {
-  if (plan.WayToFail("SetWindowText", 1) == 1) throw RuntimeError(L"The window's caption cannot be set.");
+  if (plan.WayToFail("SetWindowText", 1) == 1)
+    throw RuntimeError(L"The caption of the window could not be set.");
 }
 
 void FailingProgram::OnEvents() {
@@ -64,7 +66,7 @@ void FailingProgram::OnEvents() {
 }
 
 std::unique_ptr<ui::Form> FailingProgram::NewForm() {
-  if (plan.WayToFail("CreateWindow", 1) == 1) throw RuntimeError(L"The window cannot be created.");
+  if (plan.WayToFail("CreateWindow", 1) == 1) throw RuntimeError(L"The window could not be created.");
   auto made = std::make_unique<ui::MemoryForm>(screen);
   const auto alive = std::make_shared<int>();
   // Captured by the form, so that it expires with the form.

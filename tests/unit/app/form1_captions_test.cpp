@@ -108,7 +108,7 @@ TEST_P(FailingCaption, Does_not_affect_the_other_captions) {
     const CaptionOf& failing = GetParam();
     if (&element == &form.Get<ui::Element>(failing.control) &&
         (failing.page == ui::kNoPage || Tabs().pageTakingCaption == failing.page))
-      throw RuntimeError(L"The caption cannot be set.");
+      throw RuntimeError(L"The text of a control could not be set.");
   };
   form1->Form_Load();
   EXPECT_TRUE(boxes.boxes.empty());

@@ -58,7 +58,7 @@ class Form1Test : public testing::Test, protected FakeProgram {
   }
 
   std::unique_ptr<ui::Form> NewForm(const wchar_t* windowClass) {
-    if (failNewForms) throw RuntimeError(L"The window cannot be created.");
+    if (failNewForms) throw RuntimeError(L"The window could not be created.");
     newForms.emplace_back(windowClass);
     auto created = std::make_unique<ui::MemoryForm>(screen);
     lastForm = created.get();

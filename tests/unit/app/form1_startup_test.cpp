@@ -318,7 +318,7 @@ TEST_F(Form1Test, Until_captions_are_loaded_the_library_test_button_has_its_buil
 
 TEST_F(Form1Test, A_window_caption_that_cannot_be_set_does_not_affect_the_controls) {
   Construct();
-  form.beforeCaption = [] { throw RuntimeError(L"The caption cannot be set."); };
+  form.beforeCaption = [] { throw RuntimeError(L"The text of a control could not be set."); };
   form1->Form_Load();
   EXPECT_TRUE(boxes.boxes.empty());
   EXPECT_EQ(Button(ID_cmdGetInfo).Caption(), L"(15)");
