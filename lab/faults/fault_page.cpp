@@ -20,19 +20,23 @@ constexpr std::string_view kIntroduction =
 
 Look first at the step where the ladder stops: everything before it has passed.
 
-Every fault on this page was reproduced on a real network with real servers. The lines are exactly what Tarvik shows;
-`N` stands for a measured time.
+A test creates every fault on this page on a laboratory network with simulated controllers. The lines are exactly
+what Tarvik shows; `N` is a measured time.
 
 The PC has the address 192.168.1.10/24 and the gateway 192.168.1.1. One controller is on the PC's subnet
 (192.168.1.100), another is beyond the gateway (192.168.2.100). Your addresses differ; the lines are the same.
 
-The numbers after "Allocate Handle error=" and "SystemError=" come from the library. Negative numbers are those of our
-test library: -102 no connection, -103 time-out, -104 connection lost, -105 invalid answer. The library on your PC may
-use others. Access codes and passwords on a command line are encoded; on this page they are written backwards.
+Read each reply line to its end. Only a line with "bytes=" is the host's answer. Any other is an error report, and the
+check may still continue.
 
-The tests run under Wine. For a dead host on the PC's own subnet, Windows may report "Destination Host
-Unreachable" where this page shows "ICMP_Error:11010". Such a report counts as an answer, so the check may go on and
-stop only at a later step. Read each reply line to its end: only one with "bytes=" comes from a host that works.
+The tests run under Wine. For a dead host on the PC's own subnet, Windows may report "Destination Host Unreachable"
+instead of "ICMP_Error:11010".
+
+The numbers after "Allocate Handle error=" and "SystemError=" are those of the maker's libraries. The negative ones on
+this page are those of our test library. They mean: -102 no connection, -103 time-out, -104 connection lost, -105
+invalid answer. The library on your PC may use others.
+
+Access codes and passwords on a command line are encoded. On this page they are written backwards.
 
 Type addresses without zeros in front: 192.168.1.20, not 192.168.1.020. See [zeros in
 front](#fault-name-address-zero-padded).
