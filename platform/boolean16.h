@@ -4,8 +4,8 @@
 
 namespace tarvik {
 
-/// A Boolean as records, library calls and the window's flags carry it: 16 bits, true has all bits set.
-/// Anything but zero reads as true.
+/// The 16-bit Boolean of library records, library calls and the window's flags. True is stored as -1; every
+/// nonzero value reads as true.
 class Boolean16 {
  public:
   constexpr Boolean16() = default;

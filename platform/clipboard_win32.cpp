@@ -13,7 +13,7 @@ namespace {
 constexpr DWORD kRetryPauseMs = 20;
 constexpr int kMaxOpenTries = 1000 / kRetryPauseMs;
 
-/// Holds the clipboard open. Another program's clipboard viewer often has it for a moment, hence the tries.
+/// Keeps the clipboard open. Retries, because clipboard viewers often have it open for a moment.
 class OpenedClipboard {
  public:
   explicit OpenedClipboard(HWND owner) {
@@ -28,7 +28,8 @@ class OpenedClipboard {
   OpenedClipboard& operator=(const OpenedClipboard&) = delete;
 };
 
-/// A text in memory as the clipboard takes it over. Throws RuntimeError without memory for it.
+/// A copy of the text in movable memory, as SetClipboardData requires. Throws RuntimeError when there is not
+/// enough memory.
 class MovableText {
  public:
   explicit MovableText(const std::wstring& text)
@@ -46,7 +47,7 @@ class MovableText {
   MovableText& operator=(const MovableText&) = delete;
 
   HGLOBAL Get() const { return memory_; }
-  /// The clipboard owns it from now on.
+  /// Call after SetClipboardData has succeeded: the memory belongs to the clipboard then.
   void Release() { memory_ = nullptr; }
 
  private:
@@ -61,6 +62,7 @@ class Win32Clipboard final : public Clipboard {
  public:
   explicit Win32Clipboard(HWND owner) : owner_(owner) {}
   void SetText(const std::wstring& text) override {
+    // Allocated before the clipboard is emptied, so that a lack of memory keeps the old content.
     MovableText memory(text);
     const OpenedClipboard opened(owner_);
     if (!::EmptyClipboard() || ::SetClipboardData(CF_UNICODETEXT, memory.Get()) == nullptr)

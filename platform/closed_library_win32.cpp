@@ -18,7 +18,8 @@ bool ClosedLibrary::Available() {
                                  path.data(), nullptr)) > path.size())
     path.resize(length);
   path.resize(length);
-  // The library's own folder serves for the libraries that it needs itself.
+  // With this flag Windows looks for the library's own dependencies in the library's folder first, not in
+  // ours.
   if (length != 0) module_ = ::LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
   error_ = module_ == nullptr ? ::GetLastError() : ERROR_SUCCESS;
   return module_ != nullptr;

@@ -7,8 +7,8 @@
 
 namespace tarvik {
 
-/// One of the maker's libraries. It is looked for on the standard search path, and loaded by the full path
-/// found there, at its first use.
+/// One of the maker's closed libraries. The first use looks for it on the standard search path and loads it
+/// by the full path found. After a failure every further use tries again.
 class ClosedLibrary {
  public:
   explicit ClosedLibrary(const wchar_t* name) : name_(name) {}
@@ -16,10 +16,11 @@ class ClosedLibrary {
   ClosedLibrary(const ClosedLibrary&) = delete;
   ClosedLibrary& operator=(const ClosedLibrary&) = delete;
 
-  /// False when the library is not there or cannot be loaded.
+  /// Loads the library if necessary. False when it is not found or cannot be loaded.
   bool Available();
 
-  /// The call with the name. Throws LibraryError when the library or the call is missing.
+  /// The exported function named `call`. Throws LibraryError when the library cannot be loaded or does not
+  /// export it.
   template <typename Function>
   Function Call(const char* call) {
     return std::bit_cast<Function>(Find(call));
@@ -30,7 +31,7 @@ class ClosedLibrary {
 
   std::wstring name_;
   HMODULE module_ = nullptr;
-  DWORD error_ = ERROR_SUCCESS;  ///< why the library is not available
+  DWORD error_ = ERROR_SUCCESS;  ///< of the latest failed load
 };
 
 }  // namespace tarvik

@@ -8,29 +8,31 @@
 
 namespace tarvik {
 
-/// The system's single-byte ("ANSI") code page; Japanese Windows has two bytes for a full-width character.
+/// Conversions between UTF-16 and the PC's code pages. On Japanese Windows the ANSI (system) code page is
+/// 932, in which a full-width character has two bytes.
 class CodePage {
  public:
   virtual ~CodePage() = default;
 
-  /// WideCharToMultiByte(CP_ACP): the text as the single-byte calls take it.
+  /// Text for an ANSI call (WideCharToMultiByte with CP_ACP). Characters that the code page lacks are
+  /// replaced.
   virtual std::string ToAnsi(std::wstring_view text) = 0;
 
-  /// WideCharToMultiByte(CP_OEMCP): the text as the command interpreter reads it in a batch file.
+  /// Text for a batch file, which the command interpreter reads in the OEM code page (CP_OEMCP).
   virtual std::string ToOem(std::wstring_view text) = 0;
 
-  /// MultiByteToWideChar(CP_ACP): bytes that a single-byte call returned.
+  /// Text that an ANSI call returned (MultiByteToWideChar with CP_ACP).
   virtual std::wstring FromAnsi(std::string_view bytes) = 0;
 
-  /// MultiByteToWideChar with the code page that belongs to the locale id `language`: the bytes of a
-  /// language file, which is written in its own language's code page whatever the PC's is.
+  /// Text of a language file, which is written in the ANSI code page of its own language, whatever the PC's
+  /// code page is. `language` is a locale id; the PC's code page is used when Windows knows none for it.
   virtual std::wstring FromLanguage(std::string_view bytes, int32_t language) = 0;
 
-  /// Length of the text in bytes of the system's code page.
+  /// The length of the text in bytes of the ANSI code page.
   size_t AnsiLength(std::wstring_view text) { return ToAnsi(text).size(); }
 };
 
-/// The code pages of kernel32.
+/// The code pages of this PC (kernel32).
 std::unique_ptr<CodePage> MakeCodePage();
 
 }  // namespace tarvik

@@ -7,7 +7,7 @@
 namespace tarvik {
 namespace {
 
-/// Bytes or UTF-16 units. The calls count in int; longer texts are truncated.
+/// The calls take lengths as int. Longer texts are truncated, counted in bytes or UTF-16 units.
 constexpr size_t kMaxUnits = 0x10000000;
 
 std::wstring Widen(std::string_view bytes, UINT codePage) {

@@ -6,8 +6,8 @@
 
 namespace tarvik {
 
-/// "ERROR: ", the number, " - " and Windows' own text for the error, in the language of Windows. Some of
-/// these texts name a file: that is `subject`. The text is empty for an error that has none.
+/// "ERROR: <number> - <text>" with Windows' text for the error (FormatMessage), in the language of Windows.
+/// `subject` replaces the placeholder %1 of a text that names a file. An unknown error has an empty text.
 std::wstring ErrorLine(DWORD error, const std::wstring& subject);
 
 }  // namespace tarvik

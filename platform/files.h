@@ -8,7 +8,7 @@
 
 namespace tarvik {
 
-/// The few things that are asked of single files. Paths are full paths.
+/// Operations on single files. Paths are full paths.
 class Files {
  public:
   /// FILE_ATTRIBUTE_READONLY
@@ -16,13 +16,13 @@ class Files {
 
   virtual ~Files() = default;
 
-  /// True when a directory query finds an ordinary file at the path.
+  /// True when the path exists and is not a directory.
   virtual bool Exists(const std::wstring& path) = 0;
 
-  /// The whole file as bytes; nothing when it cannot be read.
+  /// The bytes of the whole file; nothing when it cannot be read.
   virtual std::optional<std::string> Read(const std::wstring& path) = 0;
 
-  /// Writes the file anew. False when it cannot be written.
+  /// Creates or overwrites the file. False when it cannot be written.
   virtual bool Write(const std::wstring& path, std::string_view bytes) = 0;
 
   /// Deletes the file. False when it cannot be deleted.
@@ -31,17 +31,17 @@ class Files {
   /// Copies the file with its attributes. False when it cannot be copied, or `to` exists.
   virtual bool Copy(const std::wstring& from, const std::wstring& to) = 0;
 
-  /// Adds the bytes at the end of an existing file. False when they cannot be written.
+  /// Appends the bytes to an existing file. False when it does not exist or cannot be written.
   virtual bool Append(const std::wstring& path, std::string_view bytes) = 0;
 
-  /// GetFileAttributes; nothing when they cannot be read.
+  /// The FILE_ATTRIBUTE_... bits; nothing when they cannot be read.
   virtual std::optional<uint32_t> Attributes(const std::wstring& path) = 0;
 
-  /// SetFileAttributes. False when they cannot be set.
+  /// Sets the FILE_ATTRIBUTE_... bits. False when they cannot be set.
   virtual bool SetAttributes(const std::wstring& path, uint32_t attributes) = 0;
 
-  /// Windows' code for the failure of the latest Read, Copy, Append, Attributes or SetAttributes; 0 when it
-  /// succeeded.
+  /// The Windows error of the latest Read, Copy, Append, Attributes or SetAttributes; 0 when it succeeded.
+  /// The other calls leave it unchanged.
   virtual uint32_t LastError() const = 0;
 };
 

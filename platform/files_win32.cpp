@@ -14,7 +14,7 @@ class Win32Files final : public Files {
   std::optional<std::string> Read(const std::wstring& path) override {
     const OwnedHandle file(::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                          nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!Noted(static_cast<bool>(file))) return std::nullopt;
+    if (!KeepError(static_cast<bool>(file))) return std::nullopt;
     std::string bytes;
     char block[4096];
     DWORD got = 0;
@@ -22,7 +22,7 @@ class Win32Files final : public Files {
       if (got == 0) return bytes;
       bytes.append(block, got);
     }
-    Noted(false);
+    KeepError(false);
     return std::nullopt;
   }
   bool Write(const std::wstring& path, std::string_view bytes) override {
@@ -35,29 +35,29 @@ class Win32Files final : public Files {
   }
   bool Delete(const std::wstring& path) override { return ::DeleteFileW(path.c_str()) != 0; }
   bool Copy(const std::wstring& from, const std::wstring& to) override {
-    return Noted(::CopyFileW(from.c_str(), to.c_str(), TRUE) != 0);
+    return KeepError(::CopyFileW(from.c_str(), to.c_str(), TRUE) != 0);
   }
   bool Append(const std::wstring& path, std::string_view bytes) override {
     const OwnedHandle file(::CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr,
                                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     DWORD written = 0;
-    return Noted(file &&
-                 ::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
-                 written == bytes.size());
+    return KeepError(
+        file && ::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+        written == bytes.size());
   }
   std::optional<uint32_t> Attributes(const std::wstring& path) override {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    if (!Noted(attributes != INVALID_FILE_ATTRIBUTES)) return std::nullopt;
+    if (!KeepError(attributes != INVALID_FILE_ATTRIBUTES)) return std::nullopt;
     return attributes;
   }
   bool SetAttributes(const std::wstring& path, uint32_t attributes) override {
-    return Noted(::SetFileAttributesW(path.c_str(), attributes) != 0);
+    return KeepError(::SetFileAttributesW(path.c_str(), attributes) != 0);
   }
   uint32_t LastError() const override { return lastError_; }
 
  private:
-  /// Keeps the code of a failure before anything else can overwrite it.
-  bool Noted(bool done) {
+  /// Saves the error before another call can overwrite it.
+  bool KeepError(bool done) {
     lastError_ = done ? 0 : ::GetLastError();
     return done;
   }

@@ -4,7 +4,8 @@
 
 namespace tarvik {
 
-/// Owns a kernel handle; both NULL and INVALID_HANDLE_VALUE mean none.
+/// Owns a kernel handle. Both NULL and INVALID_HANDLE_VALUE count as closed: CreateFile fails with the
+/// latter, most other calls with the former.
 class OwnedHandle {
  public:
   explicit OwnedHandle(HANDLE handle) : handle_(handle) {}

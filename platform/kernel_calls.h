@@ -5,11 +5,11 @@
 
 namespace tarvik {
 
-/// The calls of kernel32 that find files and put errors into words. Paths are wide: the system code page
-/// cannot represent every folder's name. Other strings are in that code page.
+/// The kernel32 calls that find files and format error messages. Paths are wide, because the ANSI code page
+/// cannot represent every folder's name; all other strings are in the ANSI code page.
 class KernelCalls {
  public:
-  /// A loaded library; 0 = none.
+  /// A loaded library; 0 is invalid.
   using Module = std::intptr_t;
 
   static constexpr uint32_t kLoadAsDataFile = 2;          ///< LOAD_LIBRARY_AS_DATAFILE
@@ -19,20 +19,22 @@ class KernelCalls {
   virtual ~KernelCalls() = default;
 
   /// Looks for the file on the standard search path and copies its full path, NUL-terminated, to `buffer`.
-  /// The path's length; when `size` is too small the size that is needed; 0 when there is no such file.
+  /// Returns the path's length without the NUL, the required size with the NUL when `size` is too small, or 0
+  /// when the file is not found.
   virtual uint32_t SearchPathW(const wchar_t* fileName, wchar_t* buffer, uint32_t size) = 0;
 
-  /// A library of Windows itself; 0 when it cannot be loaded.
+  /// Loads one of Windows' own libraries, given by its bare name. Returns 0 when it cannot be loaded.
   virtual Module LoadLibraryExA(const char* fileName, uint32_t flags) = 0;
 
-  /// 0 when it fails.
+  /// Returns 0 on failure.
   virtual int32_t FreeLibrary(Module module) = 0;
 
-  /// Without insert arguments. The number of characters copied to `buffer`; 0 when there is no such message.
+  /// Formats a message without insert arguments. Returns the number of bytes copied to `buffer`, without the
+  /// NUL, or 0 when there is no such message.
   virtual uint32_t FormatMessageA(uint32_t flags, Module module, uint32_t messageId, uint32_t languageId,
                                   char* buffer, uint32_t size) = 0;
 
-  /// Why the latest call of this thread failed.
+  /// The error of this thread's latest failed call.
   virtual uint32_t GetLastError() = 0;
 };
 

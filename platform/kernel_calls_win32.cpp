@@ -14,7 +14,7 @@ class Win32KernelCalls final : public KernelCalls {
     return ::SearchPathW(nullptr, fileName, nullptr, size, buffer, nullptr);
   }
   Module LoadLibraryExA(const char* fileName, uint32_t flags) override {
-    // From system32 only: by its bare name a file planted beside the program would be taken.
+    // By full path: for a bare name Windows would load a file planted next to the program.
     char folder[MAX_PATH] = {};
     const UINT length = ::GetSystemDirectoryA(folder, MAX_PATH);
     if (length == 0 || length >= MAX_PATH) return 0;

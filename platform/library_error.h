@@ -7,13 +7,13 @@
 
 namespace tarvik {
 
-/// A library that cannot be used. Text() is in English; the parts let a boundary that knows the user's
-/// language word it again.
+/// A library cannot be loaded or does not export a function. Text() is English; the event boundary builds the
+/// message from the parts in the user's language.
 class LibraryError : public RuntimeError {
  public:
   enum class Kind { CannotBeLoaded, DoesNotExport };
 
-  /// `reason`: Windows' error number and text.
+  /// `reason`: the Windows error with its number, see ErrorLine.
   static LibraryError CannotBeLoaded(const std::wstring& library, const std::wstring& reason) {
     return {Kind::CannotBeLoaded, library, reason, library + L" cannot be loaded.\r\n" + reason};
   }
@@ -23,7 +23,7 @@ class LibraryError : public RuntimeError {
 
   Kind Which() const { return kind_; }
   const std::wstring& Library() const { return library_; }
-  /// The reason, or the name of the missing call.
+  /// The reason, or the name of the missing function.
   const std::wstring& Detail() const { return detail_; }
 
  private:

@@ -8,7 +8,7 @@ namespace tarvik {
 inline constexpr uint32_t kPlatformWindows9x = 1;  ///< Windows 95, 98 and Me
 inline constexpr uint32_t kPlatformNt = 2;
 
-/// OSVERSIONINFOA, the 148-byte version record of GetVersionExA.
+/// OSVERSIONINFOA, the version record of GetVersionExA. `size` must be set before the call.
 struct OsVersionRecord {
   uint32_t size = 148;
   uint32_t majorVersion = 0;

@@ -6,27 +6,29 @@
 
 namespace tarvik {
 
-/// How the first window of a started program comes up.
+/// The initial state of a started program's first window.
 enum class StartWindow { Hidden, NormalFocused };
 
-/// Starting and watching other programs (kernel32).
+/// Starts other programs and queries their exit codes.
 class Processes {
  public:
-  /// A process handle; 0 = none.
+  /// A process handle; 0 is invalid.
   using Handle = std::intptr_t;
-  static constexpr uint32_t kQueryInformation = 0x0400;
+  static constexpr uint32_t kQueryInformation = 0x0400;  ///< PROCESS_QUERY_INFORMATION
 
   virtual ~Processes() = default;
 
-  /// Starts the command line through the system's ordinary search for executables. The process id; 0 when
-  /// nothing could be started.
+  /// Starts the command line (CreateProcess with its usual search for executables). Returns the process id,
+  /// or 0 when the program could not be started.
   virtual uint32_t Shell(const std::wstring& commandLine, StartWindow window) = 0;
 
+  /// Returns 0 on failure.
   virtual Handle OpenProcess(uint32_t access, uint32_t processId) = 0;
 
-  /// False when the code cannot be read. A process that still runs has the code 259.
+  /// False on failure, which leaves `code` unchanged. A running process has the code 259 (STILL_ACTIVE).
   virtual bool GetExitCodeProcess(Handle process, uint32_t& code) = 0;
 
+  /// False on failure.
   virtual bool CloseHandle(Handle handle) = 0;
 };
 

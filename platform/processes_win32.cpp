@@ -13,7 +13,7 @@ class Win32Processes final : public Processes {
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = window == StartWindow::Hidden ? SW_HIDE : SW_SHOWNORMAL;
     PROCESS_INFORMATION process{};
-    // CreateProcess may write into the command line.
+    // CreateProcessW may modify the command line.
     std::wstring writable = commandLine;
     if (!::CreateProcessW(nullptr, writable.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                           &process))

@@ -5,7 +5,7 @@
 namespace tarvik {
 namespace {
 
-// Safe in the double-byte code pages too: none of these bytes is ever the second of a character.
+// Safe in double-byte code pages: the second byte of a character is never one of these.
 constexpr std::string_view kLineEnds = "\r\n";
 constexpr std::string_view kSpaces = " \t\v\f\x1A";
 

@@ -7,8 +7,11 @@ namespace {
 
 bool IsText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ; }
 
-std::wstring WithVariables(const std::wstring& text) {
-  std::wstring expanded(32768, L'\0');
+/// The largest result of ExpandEnvironmentStrings.
+constexpr size_t kMaxExpandedCharacters = 32768;
+
+std::wstring ExpandVariables(const std::wstring& text) {
+  std::wstring expanded(kMaxExpandedCharacters, L'\0');
   const DWORD size =
       ::ExpandEnvironmentStringsW(text.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));
   return size == 0 || size > expanded.size() ? text : std::wstring(TrimNull(std::wstring_view(expanded)));
@@ -31,10 +34,10 @@ std::optional<std::wstring> ReadRegistryText(HKEY root, const std::wstring& key,
                          &bytes) != ERROR_SUCCESS ||
       !IsText(type))
     return std::nullopt;
-  // Nobody promises that a stored string ends in a NUL, or that it holds only one.
+  // A stored string need not be NUL-terminated, and may contain several NULs.
   value.resize(bytes / sizeof(wchar_t));
   value = TrimNull(std::wstring_view(value));
-  return type == REG_EXPAND_SZ ? WithVariables(value) : value;
+  return type == REG_EXPAND_SZ ? ExpandVariables(value) : value;
 }
 
 }  // namespace tarvik

@@ -23,8 +23,9 @@ class RegistryKey {
   HKEY key_ = nullptr;
 };
 
-/// A text value, cut at its first NUL; in one of the kind that holds environment variables they are replaced.
-/// Nothing when it is missing, is no text or cannot be read.
+/// The text value (REG_SZ or REG_EXPAND_SZ) `name` of the key below `root`, up to its first NUL. Environment
+/// variables in a REG_EXPAND_SZ value are expanded. Nothing when the value is missing, has another type or
+/// cannot be read.
 std::optional<std::wstring> ReadRegistryText(HKEY root, const std::wstring& key, const std::wstring& name);
 
 }  // namespace tarvik

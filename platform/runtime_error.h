@@ -5,9 +5,9 @@
 
 namespace tarvik {
 
-/// A conversion that cannot be made, a control that refuses, a call into a library that is not there.
-/// Passes through a test routine, whose owners give everything back, up to the event boundary, which
-/// shows the text in the standard error dialog.
+/// Thrown when a conversion fails, a control rejects a change, or a library cannot be called. Unwinds the
+/// running check, whose owners release everything, up to the event boundary, which shows the text in the
+/// standard error dialog.
 class RuntimeError {
  public:
   explicit RuntimeError(std::wstring text) : text_(std::move(text)) {}

@@ -4,7 +4,7 @@
 
 namespace tarvik {
 
-/// Calls `action`, which must not throw, when the scope is left on any path: for what is set and then
+/// Calls `action`, which must not throw, when the scope is left in any way. For state that is set and must be
 /// restored.
 template <typename Action>
 class [[nodiscard]] ScopeGuard {

@@ -9,7 +9,7 @@
 namespace tarvik {
 namespace {
 
-/// Windows 7 without its update KB2533623 does not know the search flags, and says so by this error.
+/// Windows 7 without update KB2533623 rejects the LOAD_LIBRARY_SEARCH flags with this error.
 bool SearchFlagIsUnknown() { return ::GetLastError() == ERROR_INVALID_PARAMETER; }
 
 }  // namespace
@@ -40,7 +40,8 @@ bool SystemLibrary::Load(const wchar_t* name) {
 
 bool SystemLibrary::LoadByManifest(const wchar_t* name) {
   if (LoadFromSystemFolder(name)) return true;
-  // By its bare name: the manifest's redirection comes before any folder, and a full path would evade it.
+  // By its bare name, because the manifest does not redirect full paths. The redirection precedes every
+  // folder, so a file planted next to the program is not loaded.
   if (SearchFlagIsUnknown()) module_ = ::LoadLibraryW(name);
   return module_ != nullptr;
 }

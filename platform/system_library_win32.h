@@ -6,8 +6,8 @@
 
 namespace tarvik {
 
-/// A library of Windows that is not on its list of known libraries. A static import of such a one, or a
-/// load by bare name, would take a planted file beside the program; this one comes from system32 only.
+/// A Windows library that is not one of the KnownDLLs. A static import or a load by bare name would use a
+/// file of that name planted next to the program, so it is loaded at run time and from system32 only.
 class SystemLibrary {
  public:
   SystemLibrary() = default;
@@ -15,13 +15,13 @@ class SystemLibrary {
   SystemLibrary& operator=(const SystemLibrary&) = delete;
   ~SystemLibrary();
 
-  /// Loads the library, in place of the one loaded before. False when system32 has none of that name.
+  /// Frees the library loaded before and loads this one. False when it cannot be loaded from system32.
   bool Load(const wchar_t* name);
 
-  /// The same for a library whose version the program's manifest chooses.
+  /// The same for a library whose version the program's manifest selects, such as comctl32.dll.
   bool LoadByManifest(const wchar_t* name);
 
-  /// The library's function of that name; null when it has none or no library is loaded.
+  /// The exported function; null when the library does not export it or is not loaded.
   template <typename Function>
   Function Find(const char* name) const {
     return module_ == nullptr ? nullptr : std::bit_cast<Function>(::GetProcAddress(module_, name));

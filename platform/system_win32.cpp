@@ -18,9 +18,8 @@ class Win32System final : public System {
   bool GetVersionExA(OsVersionRecord& record) override {
     return ::GetVersionExA(reinterpret_cast<OSVERSIONINFOA*>(&record)) != 0;
   }
-  // Gives what kernel32 gives, from one reading of the file. Windows' own call reads the file again for each
-  // key, and takes no path outside the system code page.
-  // The file must be in an ASCII-compatible code page; UTF-16 is not read.
+  // Returns what kernel32's call returns, except that a UTF-16 file is not understood. That call reads the
+  // file again for every key, and cannot open a path outside the ANSI code page.
   uint32_t GetPrivateProfileStringA(const std::string& section, const std::string& key, char* buffer,
                                     uint32_t bufferSize, const std::wstring& path) override {
     if (bufferSize == 0) return 0;
@@ -40,8 +39,8 @@ class Win32System final : public System {
   std::string SortKey(std::wstring_view text) override {
     constexpr DWORD flags = LCMAP_SORTKEY | NORM_IGNORECASE;
     const auto length = static_cast<int>(text.size());
-    // With LCMAP_SORTKEY the call writes, and counts, bytes. Asking for the size first would double the time
-    // that a long listing takes.
+    // With LCMAP_SORTKEY the call writes and counts bytes. Asking for the size first would double the time to
+    // sort a long directory listing.
     char usual[1024];
     const int size = ::LCMapStringW(LOCALE_USER_DEFAULT, flags, text.data(), length,
                                     reinterpret_cast<wchar_t*>(usual), sizeof usual);
@@ -56,7 +55,7 @@ class Win32System final : public System {
   std::wstring GeneralDateTime() override {
     SYSTEMTIME now{};
     ::GetLocalTime(&now);
-    // A user's own format has at most 80 characters, whose fields write themselves out to a few times that.
+    // A custom format has at most 80 characters; the formatted text can be a few times longer.
     constexpr int kMaxCharacters = 512;
     wchar_t date[kMaxCharacters] = {};
     wchar_t time[kMaxCharacters] = {};
@@ -67,8 +66,8 @@ class Win32System final : public System {
 
  private:
   std::unique_ptr<Files> files_ = MakeFiles();
-  std::wstring profilePath_;  ///< of the file whose text is held
-  std::string profile_;
+  std::wstring profilePath_;  ///< of the file read last
+  std::string profile_;       ///< its text
 };
 
 }  // namespace

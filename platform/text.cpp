@@ -17,7 +17,7 @@ std::optional<Number> ParseWhole(std::wstring_view text) {
   int64_t value = 0;
   for (const wchar_t digit : digits) {
     if (digit < L'0' || digit > L'9') return std::nullopt;
-    // Saturates: any further digit leaves the value out of range, however long the text is.
+    // Saturates out of range, so that no number of digits overflows it.
     value = value >= kTooLarge ? kTooLarge : value * 10 + (digit - L'0');
   }
   if (negative) value = -value;

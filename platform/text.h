@@ -8,33 +8,33 @@
 
 namespace tarvik {
 
-/// The number in decimal: a leading minus when negative, nothing else.
+/// The number in decimal, without separators or leading zeros.
 std::wstring Decimal(int64_t number);
 
-/// The number in decimal, filled with zeros in front to at least `digits` digits; never cut.
+/// The number in decimal with leading zeros, to at least `digits` digits; the minus sign is not counted.
 std::wstring ZeroPadded(int64_t number, size_t digits);
 
-/// The number in hexadecimal: upper case, no prefix, no leading zeros.
+/// The number in upper-case hexadecimal, without prefix or leading zeros.
 std::wstring Hexadecimal(uint32_t number);
 
-/// The text without the blanks (0x20 only) at both ends.
+/// The text without leading and trailing spaces. Tabs are kept.
 std::wstring_view TrimBlanks(std::wstring_view text);
 
-/// The text with ASCII letters in upper case; every other character as it is.
+/// The text with ASCII letters in upper case and all other characters unchanged.
 std::wstring UpperCaseAscii(std::wstring_view text);
 
-/// The text as a signed whole number of 32 bits: blanks around it and one sign are allowed. Nothing when
-/// it is no whole number or does not fit.
+/// Parses a decimal integer. Spaces around it and one leading sign are allowed. Nothing when the text is not
+/// an integer or does not fit into 32 bits.
 std::optional<int32_t> ParseInt32(std::wstring_view text);
 
-/// The same for 16 bits.
+/// The same with 16 bits.
 std::optional<int16_t> ParseInt16(std::wstring_view text);
 
-/// The pieces between the separators, empty ones included; an empty text is one empty piece.
+/// The pieces between the separators, including empty ones. An empty text is one empty piece.
 std::vector<std::wstring> Split(std::wstring_view text, std::wstring_view separator);
 
-/// ASCII bytes as wide text, and back; a character beyond 127 becomes "?". For texts that are ASCII by
-/// definition: dotted addresses, numbers, ids.
+/// Converts ASCII to wide text and back; any other character becomes "?". For texts that are ASCII by
+/// definition, such as dotted addresses, numbers and ids.
 std::wstring WidenAscii(std::string_view text);
 std::string NarrowAscii(std::wstring_view text);
 

@@ -34,24 +34,27 @@ static_assert(offsetof(FixedFileInfo, fileOs) == 32 && offsetof(FixedFileInfo, f
 static_assert(offsetof(FixedFileInfo, fileSubtype) == 40 && offsetof(FixedFileInfo, fileDateHigh) == 44);
 static_assert(offsetof(FixedFileInfo, fileDateLow) == 48);
 
-/// version.dll. Results are 0 on failure. Paths are wide: the system code page cannot represent every one.
+/// The calls of version.dll. They return 0 on failure. Paths are wide, because the ANSI code page cannot
+/// represent every path.
 class VersionLibrary {
  public:
   virtual ~VersionLibrary() = default;
 
-  /// The size in bytes of the file's version information; 0 when it has none.
+  /// The size in bytes of the file's version information; 0 when the file has none. Pass `handle`, which
+  /// Windows ignores, on to GetFileVersionInfoW.
   virtual uint32_t GetFileVersionInfoSizeW(const wchar_t* fileName, uint32_t& handle) = 0;
 
-  /// Copies the version information to `data`, at most `length` bytes.
+  /// Copies at most `length` bytes of the version information to `data`.
   virtual int32_t GetFileVersionInfoW(const wchar_t* fileName, uint32_t handle, uint32_t length,
                                       void* data) = 0;
 
-  /// Points `value` to the sub-block inside `block`, which is version information, and tells its length.
+  /// Sets `value` to the sub-block's address inside `block`, a copy of version information, and `length` to
+  /// the sub-block's size. "\" is the root, a FixedFileInfo.
   virtual int32_t VerQueryValueW(const void* block, const wchar_t* subBlock, const void*& value,
                                  uint32_t& length) = 0;
 };
 
-/// version.dll of this PC, loaded at the first call.
+/// The version.dll of this PC, loaded by the first call.
 std::unique_ptr<VersionLibrary> MakeVersionLibrary();
 
 }  // namespace tarvik

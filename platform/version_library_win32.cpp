@@ -38,7 +38,7 @@ class Win32VersionLibrary final : public VersionLibrary {
   using InfoFunction = BOOL(WINAPI*)(LPCWSTR, DWORD, DWORD, LPVOID);
   using QueryFunction = BOOL(WINAPI*)(LPCVOID, LPCWSTR, LPVOID*, PUINT);
 
-  /// False, with the system's last error set, when this PC has no such library.
+  /// On failure the last error is ERROR_MOD_NOT_FOUND.
   bool Load() {
     if (query_ != nullptr) return true;
     if (library_.Load(L"version.dll")) {

@@ -1,7 +1,8 @@
 #pragma once
 
-// The one way to windows.h. Its macros rename functions of ours that happen to share a name with a
-// platform call, so those names are freed here; the platform's own are called with their suffix.
+// The product includes windows.h only through this file. Its macros would rename functions of ours that share
+// a name with a Windows call, such as MessageBox, so they are undefined here. Call the Windows functions by
+// their suffixed names, such as MessageBoxW.
 
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
