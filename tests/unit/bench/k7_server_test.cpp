@@ -57,7 +57,7 @@ TEST(K7Scenario, The_service_can_misbehave) {
 }
 
 TEST(K7Scenario, Invalid_lines_are_rejected) {
-  EXPECT_EQ(ErrorOf("\nunits a live"), "line 2: units: unknown keyword");
+  EXPECT_EQ(ScenarioErrorOf("\nunits a live"), "line 2: units: unknown keyword");
   for (const char* text :
        {"unit", "unit a", "unit a alive", "unit a live 1", "others", "others reboots", "port 65536",
         "port -1", "silent 1", "start_takes", "start_takes long", "stop_takes -1", "stop", "stop never"}) {
