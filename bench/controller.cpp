@@ -5,7 +5,7 @@
 namespace tarvik::bench {
 namespace {
 
-// Detail errors of invalid PMC requests: the code, and the number of the wrong argument.
+// The error detail of invalid PMC requests: a code, and the number of the wrong argument.
 constexpr int16_t kNoSuchAddress = 1;
 constexpr int16_t kNoSuchDataType = 2;
 constexpr int16_t kRangeWrong = 3;

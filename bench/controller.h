@@ -24,13 +24,13 @@ struct ControllerSession {
   DetailError detail;      ///< of the latest PMC error
 };
 
-/// A controller without a network: requests in, answers out. The scenario sets its initial PMC memory.
+/// The logic of a controller, without a network. The scenario sets its initial PMC memory.
 class Controller {
  public:
   explicit Controller(ControllerScenario scenario);
 
-  /// `now`: milliseconds since the controller was switched on. An invalid payload ends the connection, and so
-  /// does any other request before Connect has succeeded.
+  /// Handles a request. `now`: milliseconds since the controller was switched on. An invalid payload ends the
+  /// connection, and so does any request other than Connect before Connect has succeeded.
   ControllerAction Answer(ControllerSession& session, std::string_view payload, int64_t now);
 
   const ControllerScenario& Scenario() const { return scenario_; }

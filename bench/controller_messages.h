@@ -10,8 +10,8 @@
 namespace tarvik::bench {
 
 // The TCP protocol between the CNC library's stand-in and the simulated controller. A message is "TB", the
-// payload length in two bytes, and the payload; all numbers are little-endian. Each handle has a connection
-// of its own and sends one request at a time.
+// payload length in two bytes, and the payload; all numbers are little-endian. Each handle has its own
+// connection and sends one request at a time.
 
 /// The kinds of request. The values are sent over the wire.
 enum class Call : uint8_t { Connect, Options, SystemInfo, PmcRead, PmcDetail };
@@ -20,7 +20,7 @@ inline constexpr size_t kCallCount = 5;
 inline constexpr size_t kPmcAreaCount = 13;
 inline constexpr size_t kMaxPmcBytes = 8001;
 
-/// Result codes other than 0 that the controller produces by itself.
+/// The controller's own result codes, besides 0. A scenario can add any other.
 inline constexpr int16_t kResultAccessCode = 7;
 inline constexpr int16_t kResultPmc = -16;
 

@@ -7,9 +7,10 @@
 namespace tarvik::bench {
 namespace {
 
-// With the listener below 64, which is all that Windows' select can wait for.
+// With the listener below 64 (FD_SETSIZE), the most that Windows' select can wait for.
 constexpr size_t kMaxConnections = 60;
-// Stops reading from a client that sends requests without reading the answers.
+// Beyond this many unsent answers the connection is not read: the client sends requests without reading
+// answers.
 constexpr size_t kMaxQueuedAnswers = 16;
 
 }  // namespace
@@ -52,7 +53,7 @@ void ControllerServer::AcceptOne() {
   if (!socket.IsOpen()) return;
   connections_.emplace_back().socket = std::move(socket);
   ++accepted_;
-  // Without a listener the system refuses further connections.
+  // Once the listener is closed the system refuses all later connections.
   const int32_t max = controller_.Scenario().maxConnections;
   if (max != 0 && accepted_ >= max) listener_.Close();
 }

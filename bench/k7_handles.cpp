@@ -20,7 +20,7 @@ std::optional<K7Reply> WaitForReply(const Socket& socket, uint32_t number, int64
     Endpoint from;
     Transfer state = Transfer::Done;
     const std::optional<std::string> datagram = socket.ReceiveDatagram(from, state);
-    // The host answered "port unreachable": nothing listens there.
+    // The host reported "port unreachable": no server is listening.
     if (state == Transfer::Finished) return std::nullopt;
     if (!datagram) continue;
     const std::optional<K7Reply> reply = ParseK7Reply(*datagram);

@@ -26,10 +26,13 @@ class K7Handles {
   /// Waits `replyTimeOutMs` for each reply and sends each request at most three times.
   explicit K7Handles(int64_t replyTimeOutMs) : replyTimeOutMs_(replyTimeOutMs) {}
 
+  /// Allocates one of at most 32 handles, not connected yet.
   K7Error Allocate(int32_t& handle);
+  /// Resolves the host and connects the handle once the server has replied.
   K7Error Connect(int32_t handle, const std::string& host, uint16_t port);
   /// Asks the connected server for a unit's state. `reply` is only set when the server answers.
   K7Error Check(int32_t handle, const std::string& address, int32_t stateA, int32_t stateB, K7Reply& reply);
+  /// Closes the handle and its connection.
   K7Error Free(int32_t handle);
 
   size_t Count() const { return handles_.size(); }

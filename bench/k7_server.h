@@ -38,7 +38,7 @@ struct K7Scenario {
 /// Parses a scenario file; bench/README.md describes the format. Throws ScenarioError.
 K7Scenario ReadK7Scenario(std::string_view text);
 
-/// The K7 server without a network and without the Windows service.
+/// The logic of the K7 server, without a network and without the Windows service.
 class K7Server {
  public:
   explicit K7Server(K7Scenario scenario) : scenario_(std::move(scenario)) {}

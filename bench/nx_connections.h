@@ -9,7 +9,7 @@
 
 namespace tarvik::bench {
 
-/// Results that the CNC library's stand-in produces by itself, in addition to the controller's.
+/// The CNC library stand-in's own result codes. All others come from the controller.
 inline constexpr int16_t kResultBadHandle = -8;
 inline constexpr int16_t kResultNoHost = -101;        ///< host name unknown
 inline constexpr int16_t kResultNoConnection = -102;  ///< refused, or host unreachable
@@ -22,8 +22,9 @@ inline constexpr int16_t kResultBadArgument = 4;        ///< invalid argument
 /// The open handles of the CNC library's stand-in. Each is a connection to a controller.
 class NxConnections {
  public:
-  /// Connects and sends the access code (empty = none). The time-out, in seconds, applies to both together,
-  /// and later to each call on the handle; see EffectiveTimeOut.
+  /// Connects, sends the access code (may be empty) and returns a result code; `handle` is set only with 0.
+  /// The time-out, in seconds, applies to both together, and later to each call on the handle; see
+  /// EffectiveTimeOut.
   int16_t Allocate(const std::string& host, uint16_t port, const std::string& accessCode, int32_t timeOut,
                    uint16_t& handle);
 
@@ -31,6 +32,7 @@ class NxConnections {
   /// time-out, a lost connection or a malformed reply, all later calls return kResultConnectionLost.
   int16_t Ask(uint16_t handle, const Request& request, size_t bodySize, std::string& body);
 
+  /// Closes the connection. Returns 0 or kResultBadHandle.
   int16_t Free(uint16_t handle);
 
   /// The handle's time-out in seconds; 0 for an invalid handle.

@@ -35,7 +35,7 @@ class ScenarioLine {
   /// a number, or not between `min` and `max`.
   int32_t Number(size_t index, int32_t min, int32_t max) const;
 
-  /// Throws ScenarioError with the line number and the keyword before the text.
+  /// Throws ScenarioError with the line number, the keyword and this reason.
   [[noreturn]] void Fail(const std::string& why) const;
 
  private:

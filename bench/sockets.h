@@ -49,7 +49,7 @@ class Socket {
   uint16_t Port() const;
   /// True when a finished connection attempt succeeded.
   bool Connected() const;
-  /// The next pending connection; a closed socket when there is none.
+  /// The next pending connection; a closed socket when no connection is pending.
   Socket Accept() const;
 
   /// Sends as much as possible and removes it from the front of `bytes`.

@@ -1,8 +1,8 @@
 #ifndef TARVIK_BENCH_TXCODEC_H
 #define TARVIK_BENCH_TXCODEC_H
 
-/* The code-conversion library as its stand-in exports it, in plain C, independent of the product's own
-   declarations. Characters are single bytes without an end. */
+/* The code-conversion library's export in plain C, declared independently of the product so that a test can
+   compare the two. Texts are in the ANSI (system) code page and need not have a terminating null. */
 
 #include <stdint.h>
 
@@ -16,7 +16,7 @@
 extern "C" {
 #endif
 
-/* The first character of every input: the secret belongs to this program's command line. */
+/* The first character of every input. It marks a secret from this program's command line. */
 #define TXCODEC_PREFIX 'T'
 
 typedef struct tx_codec_record {
@@ -24,7 +24,7 @@ typedef struct tx_codec_record {
   char input[128];
 } tx_codec_record;
 
-/* Decodes `input` into `output`. 0 or an error code. */
+/* Decodes `input` into `output`. Returns 0 or an error code. */
 int32_t TXCODEC_CALL TxDecd(tx_codec_record* record);
 
 #ifdef __cplusplus

@@ -1,5 +1,5 @@
-// Stand-in for the code-conversion library. Its own encoding: the plain text read backwards. It does not
-// decode a secret that begins with "!", nor an input without the prefix of the program.
+// Stand-in for the code-conversion library. Its encoding is the prefix and then the plain text reversed. An
+// input without the prefix or with "!" after it cannot be decoded.
 
 #include "bench/txcodec.h"
 
