@@ -83,7 +83,7 @@ TEST(ControllerScenario, PMC_lines_are_read) {
   EXPECT_EQ(scenario.faults.at(0).detail.item, 2);
 }
 
-TEST(ControllerScenario, Errors_name_the_line_and_the_reason) {
+TEST(ControllerScenario, An_error_is_reported_with_its_line_and_reason) {
   EXPECT_EQ(ErrorOf("options 1\nmodell 31"), "line 2: modell: unknown keyword");
   EXPECT_EQ(ErrorOf("model_type ABC"), "line 1: model_type: longer than 2 characters");
   EXPECT_EQ(ErrorOf("result connekt 1"), "line 1: result: unknown request \"connekt\"");

@@ -140,7 +140,7 @@ TEST_F(ControllerTest, Invalid_PMC_requests_fail_with_detail) {
   EXPECT_EQ(FaultOf({Call::PmcRead, {}, 9, 0, 0, 8001}), 4);
 }
 
-TEST_F(ControllerTest, The_detail_of_the_latest_PMC_error_can_be_read) {
+TEST_F(ControllerTest, Keeps_the_detail_of_the_latest_PMC_error) {
   SwitchOnAndConnect("pmc_error D 100 199 5 -3");
   EXPECT_EQ(ReadD(99, 99).result, 0);
   EXPECT_EQ(ReadD(200, 200).result, 0);

@@ -109,7 +109,7 @@ TEST(K7Messages, A_datagram_of_the_wrong_length_or_kind_is_rejected) {
   EXPECT_EQ(ParseK7Reply(verdict), std::nullopt);
 }
 
-/// A K7 server on the loopback address, in a thread of its own.
+/// A K7 server on the loopback address, in its own thread.
 class RunningK7Server {
  public:
   explicit RunningK7Server(std::string_view scenario)

@@ -13,7 +13,7 @@ namespace {
 
 constexpr uint32_t kServerAddress = 0x7F000001;
 
-/// A controller on the loopback address, in a thread of its own.
+/// A controller on the loopback address, in its own thread.
 class RunningController {
  public:
   explicit RunningController(std::string_view scenario)

@@ -10,7 +10,8 @@
 namespace tarvik {
 namespace {
 
-// Compares the product's records with the independent declarations of the bench.
+// Compares the product's records with the bench's independent declarations.
+
 TEST(CncRecords, Have_the_library_layout) {
   static_assert(sizeof(CncSystemInfo) == sizeof(nx_system_information));
   static_assert(offsetof(CncSystemInfo, addinfo) == offsetof(nx_system_information, addinfo));
@@ -30,7 +31,7 @@ TEST(CncRecords, Have_the_library_layout) {
   static_assert(offsetof(CncPmcDetailError, error_item) == offsetof(nx_pmc_detail, error_item));
 }
 
-TEST(TxCodecRecords, Stand_where_the_library_has_them) {
+TEST(TxCodecRecords, Have_the_library_layout) {
   static_assert(sizeof(TxCodecRecord) == sizeof(tx_codec_record));
   static_assert(offsetof(TxCodecRecord, input) == offsetof(tx_codec_record, input));
 }

@@ -41,7 +41,7 @@ TEST(ScenarioText, Quoted_words_keep_spaces_and_may_be_empty) {
   EXPECT_EQ(line.Word(2), "#");
 }
 
-TEST(ScenarioText, Quoting_errors_name_the_line) {
+TEST(ScenarioText, A_quoting_error_is_reported_with_its_line) {
   EXPECT_EQ(TextErrorOf("a\n\nb \"c"), "line 3: the quote is not closed");
   EXPECT_EQ(TextErrorOf("a \"b\"c"), "line 1: expected a space after the closing quote");
 }
