@@ -102,8 +102,8 @@ class FakeIpHelper final : public IpHelper {
   static constexpr uint32_t kNoData = 232;
 
   std::vector<AdapterChain::Adapter> adapters;
-  std::optional<uint32_t> sizeResult;     ///< wrong result of the size query
-  std::optional<uint32_t> announcedSize;  ///< wrong size that it reports
+  std::optional<uint32_t> sizeResult;     ///< replaces the result of the size query
+  std::optional<uint32_t> announcedSize;  ///< replaces the size that it reports
   uint32_t fillResult = kSuccess;
   int growths = 0;  ///< how many more times an adapter is added just before the list is read
   int calls = 0;

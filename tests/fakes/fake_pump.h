@@ -25,7 +25,7 @@ class FakePump final : public report::Pump {
     for (;;) {
       if (onEvents) onEvents();
       if (now >= end || ending || over()) return;
-      uint64_t next = std::min(end, now + kBetweenEvents);
+      uint64_t next = std::min(end, now + kEventIntervalMs);
       if (stopAt && *stopAt > now) next = std::min(next, *stopAt);
       now = next;
     }
@@ -33,7 +33,7 @@ class FakePump final : public report::Pump {
 
   bool StopRequested() const override { return stop || ending || (stopAt && now >= *stopAt); }
 
-  static constexpr uint64_t kBetweenEvents = 250;  ///< milliseconds
+  static constexpr uint64_t kEventIntervalMs = 250;
 
   uint64_t now = 0;                ///< milliseconds since the test started
   bool stop = false;               ///< the user has requested a stop

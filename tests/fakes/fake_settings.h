@@ -39,7 +39,7 @@ class FakeClipboard final : public Clipboard {
   std::wstring GetText() override { return text.value_or(std::wstring()); }
 
   std::optional<std::wstring> text = L"from before";
-  int sessions = 0;    ///< number of calls of SetText
+  int sessions = 0;    ///< calls of SetText
   bool taken = false;  ///< another program has it open
 };
 

@@ -11,7 +11,7 @@
 
 namespace tarvik::test {
 
-/// A PC with an up-to-date Windows, empty profile files and registry, and a clock that does not move.
+/// A PC with a current Windows, empty profile files and registry, and a stopped clock.
 class FakeSystem : public System {
  public:
   bool GetVersionExA(OsVersionRecord& answer) override {
@@ -41,7 +41,7 @@ class FakeSystem : public System {
     if (found == registry.end()) return std::nullopt;
     return found->second;
   }
-  /// The order is that of ASCII letters without their case, then of the characters' numbers.
+  /// Orders texts by character code, with ASCII letters in upper case.
   std::string SortKey(std::wstring_view text) override {
     ++keysMade;
     std::string key;

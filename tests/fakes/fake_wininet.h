@@ -54,7 +54,7 @@ class FakeWininet final : public Wininet {
   }
 
   int32_t FtpGetCurrentDirectoryA(Handle connection, char* buffer, uint32_t* length) override {
-    return Simple("FtpGetCurrentDirectoryA", connection, {}) != 0 ? Give(currentDirectory, buffer, length)
+    return Simple("FtpGetCurrentDirectoryA", connection, {}) != 0 ? CopyText(currentDirectory, buffer, length)
                                                                   : 0;
   }
   int32_t FtpSetCurrentDirectoryA(Handle connection, const char* directory) override {
@@ -86,12 +86,12 @@ class FakeWininet final : public Wininet {
     *error = 0;
     if (onResponse) return onResponse(buffer, length, lastError_);
     const bool hasNew = connecting_ && !replies.empty();
-    const int32_t given = Give(hasNew ? replies.front() : heldReply, buffer, length);
-    if (given != 0 && hasNew) {
+    const int32_t copied = CopyText(hasNew ? replies.front() : heldReply, buffer, length);
+    if (copied != 0 && hasNew) {
       heldReply = replies.front();
       replies.pop_front();
     }
-    return given;
+    return copied;
   }
 
   int32_t InternetCloseHandle(Handle handle) override {
@@ -175,7 +175,7 @@ class FakeWininet final : public Wininet {
     if (!open.contains(connection)) ++misuses;
     return Record(name, arguments);
   }
-  int32_t Give(const std::string& text, char* buffer, uint32_t* length) {
+  int32_t CopyText(const std::string& text, char* buffer, uint32_t* length) {
     const bool fits = text.size() < *length;
     *length = static_cast<uint32_t>(fits ? text.size() : text.size() + 1);
     lastError_ = kInsufficientBuffer;

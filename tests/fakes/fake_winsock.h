@@ -17,7 +17,7 @@
 
 namespace tarvik::test {
 
-/// The octets of an address of four decimal parts; nothing for any other text.
+/// The octets of an IPv4 address in dotted decimal; nothing for any other text.
 inline std::optional<std::array<unsigned char, 4>> OctetsOfText(const std::string& text) {
   std::array<unsigned char, 4> octets{};
   size_t part = 0;
@@ -76,7 +76,7 @@ inline uint32_t InetAddr(const std::string& text) {
   return address;
 }
 
-/// An address of four decimal parts as a number in network byte order.
+/// An IPv4 address in dotted decimal as a number in network byte order.
 inline uint32_t AddressNumber(const std::string& dotted) {
   const auto octets = OctetsOfText(dotted);
   if (!octets) throw std::invalid_argument("not an IPv4 address: " + dotted);
