@@ -15,10 +15,10 @@ constexpr char kPage[] = TARVIK_SOURCE_FOLDER "/docs/faults.md";
 TEST(FaultPage, Is_up_to_date) {
   std::ifstream file(kPage, std::ios::binary);
   const std::string page(std::istreambuf_iterator<char>(file), {});
-  const std::string made = FaultPage(ReadScenarios(kScenarios));
+  const std::string generated = FaultPage(ReadScenarios(kScenarios));
   const size_t same = static_cast<size_t>(
-      std::mismatch(page.begin(), page.end(), made.begin(), made.end()).first - page.begin());
-  EXPECT_TRUE(page == made)
+      std::mismatch(page.begin(), page.end(), generated.begin(), generated.end()).first - page.begin());
+  EXPECT_TRUE(page == generated)
       << "docs/faults.md differs from line "
       << std::count(page.begin(), page.begin() + static_cast<std::ptrdiff_t>(same), '\n') + 1
       << " on. Regenerate it: build/native/lab/fault_page lab/scenarios >docs/faults.md";
@@ -36,7 +36,7 @@ TEST(FaultPage, Has_a_chapter_for_each_group_and_at_least_40_faults) {
   EXPECT_EQ(groups.size(), std::size(kFaultGroups));
 }
 
-TEST(FaultPage, Lists_the_possible_faults_by_the_last_thing_shown) {
+TEST(FaultPage, Groups_the_faults_by_the_last_thing_the_tool_shows) {
   const auto fault = [](const char* name, const std::vector<Shown>& shown, Verdict verdict) {
     Scenario scenario;
     scenario.name = name;

@@ -7,7 +7,7 @@ namespace {
 
 Shown Line(const std::string& text) { return {Shown::Kind::Line, text, {}, {}}; }
 
-/// Stops at Ping a ladder that was to reach the CNC library.
+/// A scenario whose ladder should reach the CNC library but stops at Ping.
 Scenario StopsAtPing() {
   Scenario scenario;
   scenario.name = "mine";
@@ -38,7 +38,7 @@ TEST(Difference, Lists_missing_and_unexpected_lines) {
             "  + box \"one<new line>two\" answered OK\n");
 }
 
-TEST(Difference, Any_line_matches_a_line_but_no_box_and_not_a_missing_line) {
+TEST(Difference, Any_line_matches_one_line_but_neither_a_box_nor_nothing) {
   Scenario scenario = StopsAtPing();
   scenario.shown[1] = {Shown::Kind::AnyLine, {}, {}, {}};
   Outcome outcome{scenario.shown, Rung::Ping};
@@ -50,7 +50,7 @@ TEST(Difference, Any_line_matches_a_line_but_no_box_and_not_a_missing_line) {
   EXPECT_NE(Difference(scenario, outcome), "");
 }
 
-TEST(Difference, Reports_a_ladder_that_goes_on_or_ends_too_early) {
+TEST(Difference, Reports_a_ladder_that_ends_too_early_or_too_late) {
   Scenario scenario = StopsAtPing();
   EXPECT_EQ(Difference(scenario, {scenario.shown, Rung::CncLibrary}),
             "lab/scenarios/mine.scenario\nThe ladder: passes, expected: stops at Ping\n");
@@ -66,7 +66,7 @@ TEST(Difference, Reports_a_ladder_that_goes_on_or_ends_too_early) {
             "lab/scenarios/mine.scenario\nThe ladder: stops at Ping, expected: is not run\n");
 }
 
-TEST(Difference, A_rung_that_ended_before_its_title_is_where_the_ladder_stopped) {
+TEST(Difference, A_ladder_that_ends_before_the_title_of_the_next_rung_stopped_at_that_rung) {
   Scenario scenario = StopsAtPing();
   scenario.steps[0].what = "-X 10 host";
   scenario.verdict = {Verdict::Kind::StopsAt, Rung::CncLibrary};
@@ -81,7 +81,7 @@ TEST(Difference, On_the_highest_rung_the_lines_alone_decide) {
   EXPECT_EQ(Difference(scenario, {scenario.shown, Rung::Ftp}), "");
 }
 
-TEST(HighestBegun, Is_known_by_the_titles_of_the_rungs) {
+TEST(HighestBegun, Is_derived_from_the_titles_of_the_rungs) {
   EXPECT_EQ(HighestBegun({}), std::nullopt);
   EXPECT_EQ(HighestBegun({"PING test..."}), Rung::Ping);
   EXPECT_EQ(HighestBegun({"PING test...", "", "Get System Information test....", "CNC Type"}),

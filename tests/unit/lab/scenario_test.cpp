@@ -129,13 +129,13 @@ TEST(Scenario, A_verdict_passes_stops_or_is_not_run) {
             "library\", \"K7\", \"FTP\"");
 }
 
-TEST(Scenario, A_stop_that_would_not_show_is_rejected) {
+TEST(Scenario, A_stop_that_nothing_would_show_is_rejected) {
   EXPECT_EQ(
       ErrorWith("-X 2 ", ""),
       "mine.scenario:33: request a higher rung with -X, or nothing shows that the ladder stops at Ping");
 }
 
-TEST(Scenario, The_highest_rung_comes_from_the_command_line_and_the_buttons) {
+TEST(Scenario, The_command_line_and_the_buttons_determine_the_highest_rung) {
   const auto highest = [](const std::string& start, const std::string& click, bool general) {
     Scenario scenario = ReadScenario("mine", kGood);
     scenario.general = general;
@@ -158,14 +158,14 @@ TEST(Scenario, Without_a_target_the_ladder_does_not_start_by_itself) {
   EXPECT_FALSE(ReadScenario("mine", Replace(notRun, " -PING_N 1 -X 2 192.168.2.100", "")).HasTarget());
 }
 
-TEST(ScenarioError, Names_the_file_and_the_line) {
+TEST(ScenarioError, Is_reported_with_the_file_and_the_line) {
   EXPECT_EQ(ErrorWith("Group: Network", "Group: Cables"),
             "mine.scenario:3: a group is one of \"Network\", \"Names\", \"CNC library\", \"K7\", \"FTP\"");
   EXPECT_EQ(ErrorWith("Group:", "Edition: special\nGroup:"),
             "mine.scenario:3: the only other edition is \"general\"");
 }
 
-TEST(ScenarioError, A_heading_is_known_unique_and_not_missing) {
+TEST(ScenarioError, Every_heading_is_known_unique_and_complete) {
   EXPECT_EQ(ErrorWith("Group:", "Grope:"), "mine.scenario:3: \"Grope:\" is not a heading of a scenario");
   EXPECT_EQ(ErrorWith("Group:", "Title: Again\nGroup:"), "mine.scenario:3: \"Title:\" appears twice");
   EXPECT_EQ(ErrorWith("Title: The gateway is off\n", ""), "mine.scenario:32: \"Title:\" is missing");
@@ -182,7 +182,7 @@ TEST(ScenarioError, A_heading_is_known_unique_and_not_missing) {
   EXPECT_EQ(ErrorOf(""), "mine.scenario:0: \"Title:\" is missing");
 }
 
-TEST(ScenarioError, The_laboratory_knows_every_change) {
+TEST(ScenarioError, A_change_must_be_one_that_the_laboratory_knows) {
   EXPECT_TRUE(
       ErrorWith("cable out gateway", "cable in gateway")
           .starts_with("mine.scenario:13: the laboratory does not know \"cable in gateway\", only cable out, "
@@ -216,7 +216,7 @@ TEST(ScenarioError, The_first_step_starts_the_tool_and_the_others_use_its_contro
                   .starts_with("mine.scenario:21: cannot type \"secret\", only \"address\""));
 }
 
-TEST(ScenarioError, What_the_tool_shows_is_quoted) {
+TEST(ScenarioError, What_the_tool_shows_must_be_quoted) {
   EXPECT_EQ(ErrorWith("\"CNC Type<tab>31 \"", "CNC Type"),
             "mine.scenario:28: write what the tool shows in double quotes");
   EXPECT_EQ(ErrorWith("\"CNC Type<tab>31 \"", "line \"CNC Type\""),

@@ -14,20 +14,20 @@ class FileUtilTest : public testing::Test {
   FileUtil files{kernel, versions};
 };
 
-TEST_F(FileUtilTest, A_file_on_the_search_path_is_given_with_its_full_path) {
+TEST_F(FileUtilTest, A_file_on_the_search_path_is_found_with_its_full_path) {
   kernel.paths["a.dll"] = "C:\\System\\a.dll";
   EXPECT_EQ(files.mSearchPath(L"a.dll"), L"C:\\System\\a.dll");
   EXPECT_EQ(files.pErrorMessage(), L"");
   EXPECT_EQ(files.pErrorCode(), 0U);
 }
 
-TEST_F(FileUtilTest, A_file_that_is_not_there_leaves_its_search_as_the_error) {
+TEST_F(FileUtilTest, A_missing_file_is_reported_with_the_failed_search) {
   EXPECT_EQ(files.mSearchPath(L"a.dll"), std::nullopt);
   EXPECT_EQ(files.pErrorMessage(), L"mSearchPath(a.dll)\r\nAPI SearchPath Cannot find");
   EXPECT_EQ(files.pErrorCode(), 2U);
 }
 
-TEST_F(FileUtilTest, A_path_longer_than_usual_is_asked_for_again_with_the_size_that_it_needs) {
+TEST_F(FileUtilTest, A_path_longer_than_the_first_buffer_is_read_into_a_larger_one) {
   kernel.paths["a.dll"] = "C:\\" + std::string(400, 'x') + "\\a.dll";
   const auto path = files.mSearchPath(L"a.dll");
   ASSERT_TRUE(path);
@@ -35,50 +35,50 @@ TEST_F(FileUtilTest, A_path_longer_than_usual_is_asked_for_again_with_the_size_t
   EXPECT_EQ(kernel.searchSizes, (std::vector<uint32_t>{260, 410}));
 }
 
-TEST_F(FileUtilTest, A_path_of_exactly_the_buffers_size_is_not_taken_for_one_that_fits) {
+TEST_F(FileUtilTest, A_path_exactly_as_long_as_the_buffer_does_not_fit_into_it) {
   kernel.paths["a.dll"] = std::string(260, 'x');
   EXPECT_EQ(files.mSearchPath(L"a.dll")->size(), 260U);
 }
 
-TEST_F(FileUtilTest, A_length_beyond_every_path_counts_as_not_found) {
+TEST_F(FileUtilTest, An_impossible_path_length_counts_as_not_found) {
   for (const uint32_t lie : {0xFFFFFFFFU, 32769U, 260U, 5000U}) {
     kernel.searchLie = lie;
     EXPECT_EQ(files.mSearchPath(L"a.dll"), std::nullopt) << lie;
   }
 }
 
-TEST_F(FileUtilTest, A_length_beyond_the_text_gives_the_text) {
+TEST_F(FileUtilTest, A_path_ends_at_its_NUL_even_if_a_greater_length_is_reported) {
   kernel.searchLie = 100;
   EXPECT_EQ(files.mSearchPath(L"a.dll"), L"");
 }
 
-TEST_F(FileUtilTest, A_path_may_have_any_characters) {
+TEST_F(FileUtilTest, A_path_may_contain_characters_outside_the_code_page) {
   kernel.paths["a.dll"] = std::wstring(L"C:\\日本 é\\a.dll");
   versions.blocks[std::wstring(L"C:\\日本 é\\a.dll")] = FakeVersions::Block(1, 0, 0, 1);
   EXPECT_EQ(files.mGetFileVersionInfoString(files.mSearchPath(L"a.dll").value()), L"1.0.0.1");
 }
 
-TEST_F(FileUtilTest, The_version_is_the_four_numbers_of_the_file_not_of_the_product) {
+TEST_F(FileUtilTest, The_version_is_that_of_the_file_not_of_the_product) {
   versions.blocks["a.dll"] = FakeVersions::Block(10, 0, 65535, 3);
   EXPECT_EQ(files.mGetFileVersionInfoString(L"a.dll"), L"10.0.65535.3");
   EXPECT_EQ(files.pErrorMessage(), L"");
 }
 
-TEST_F(FileUtilTest, A_file_without_version_information_says_so) {
+TEST_F(FileUtilTest, A_file_without_version_information_is_reported) {
   kernel.lastError = 1813;
   EXPECT_EQ(files.mGetFileVersionInfoString(L"a.dll"), std::nullopt);
   EXPECT_EQ(files.pErrorMessage(), L"mGetFileVersionInfoString(a.dll)\r\nAPI GetFileVersionInfoSize ");
   EXPECT_EQ(files.pErrorCode(), 1813U);
 }
 
-TEST_F(FileUtilTest, Version_information_that_cannot_be_read_says_so) {
+TEST_F(FileUtilTest, Unreadable_version_information_is_reported) {
   versions.blocks["a.dll"] = FakeVersions::Block(1, 2, 3, 4);
   versions.readable = false;
   EXPECT_EQ(files.mGetFileVersionInfoString(L"a.dll"), std::nullopt);
   EXPECT_EQ(files.pErrorMessage(), L"mGetFileVersionInfoString(a.dll)\r\nAPI GetFileVersionInfo ");
 }
 
-TEST_F(FileUtilTest, A_success_clears_the_error_before_it) {
+TEST_F(FileUtilTest, A_success_clears_the_previous_error) {
   files.mSearchPath(L"a.dll");
   kernel.paths["a.dll"] = "C:\\a.dll";
   files.mSearchPath(L"a.dll");
@@ -86,25 +86,25 @@ TEST_F(FileUtilTest, A_success_clears_the_error_before_it) {
   EXPECT_EQ(files.pErrorCode(), 0U);
 }
 
-TEST_F(FileUtilTest, A_size_that_no_version_information_has_is_not_believed) {
+TEST_F(FileUtilTest, An_impossible_size_of_version_information_is_rejected) {
   versions.sizeLie = 0xFFFFFFFF;
   EXPECT_EQ(files.mGetFileVersionInfoString(L"a.dll"), std::nullopt);
 }
 
-TEST_F(FileUtilTest, A_block_shorter_than_its_size_gives_no_version) {
+TEST_F(FileUtilTest, A_block_shorter_than_its_reported_size_has_no_version) {
   versions.blocks["a.dll"] = {};
   versions.sizeLie = 200;
   EXPECT_EQ(files.mGetFileVersionInfoString(L"a.dll"), std::nullopt);
 }
 
-TEST_F(FileUtilTest, A_root_that_is_not_there_gives_no_version) {
+TEST_F(FileUtilTest, A_missing_root_is_reported) {
   versions.blocks["a.dll"] = FakeVersions::Block(1, 2, 3, 4);
   versions.queryable = false;
   EXPECT_EQ(files.mGetFileVersionInfoString(L"a.dll"), std::nullopt);
   EXPECT_EQ(files.pErrorMessage(), L"mGetFileVersionInfoString(a.dll)\r\nAPI VerQueryValue ");
 }
 
-TEST_F(FileUtilTest, A_root_outside_of_its_block_is_not_read) {
+TEST_F(FileUtilTest, A_root_outside_its_block_is_not_read) {
   versions.blocks["a.dll"] = FakeVersions::Block(1, 2, 3, 4);
   const FixedFileInfo elsewhere{FixedFileInfo::kSignature};
   versions.valueLie = nullptr;
@@ -115,7 +115,7 @@ TEST_F(FileUtilTest, A_root_outside_of_its_block_is_not_read) {
   EXPECT_EQ(files.mGetFileVersionInfoString(L"a.dll"), std::nullopt);
 }
 
-TEST_F(FileUtilTest, A_root_that_reaches_beyond_its_block_is_not_read) {
+TEST_F(FileUtilTest, A_root_that_extends_beyond_its_block_is_not_read) {
   versions.blocks["a.dll"] = FakeVersions::Block(1, 2, 3, 4);
   versions.rootLength = 0xFFFFFFFF;
   for (const std::ptrdiff_t offset : {61, 111, 112, 113, -1}) {
@@ -124,7 +124,7 @@ TEST_F(FileUtilTest, A_root_that_reaches_beyond_its_block_is_not_read) {
   }
 }
 
-TEST_F(FileUtilTest, A_root_shorter_than_its_record_or_without_its_signature_gives_no_version) {
+TEST_F(FileUtilTest, A_root_that_is_too_short_or_lacks_the_signature_has_no_version) {
   versions.blocks["a.dll"] = FakeVersions::Block(1, 2, 3, 4);
   versions.rootLength = 51;
   EXPECT_EQ(files.mGetFileVersionInfoString(L"a.dll"), std::nullopt);
@@ -134,7 +134,7 @@ TEST_F(FileUtilTest, A_root_shorter_than_its_record_or_without_its_signature_giv
   EXPECT_EQ(files.mGetFileVersionInfoString(L"a.dll"), std::nullopt);
 }
 
-TEST_F(FileUtilTest, The_code_belongs_to_the_failure_and_not_to_an_earlier_call) {
+TEST_F(FileUtilTest, The_error_code_is_never_left_over_from_an_earlier_call) {
   kernel.lastError = 5;
   kernel.searchLie = 5000;
   files.mSearchPath(L"a.dll");

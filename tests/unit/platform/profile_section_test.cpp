@@ -20,7 +20,7 @@ TEST(ProfileSection, A_value_is_found_by_section_and_key) {
   EXPECT_EQ(Value(file, "1031", "1"), "");
 }
 
-TEST(ProfileSection, The_entries_come_in_the_files_order) {
+TEST(ProfileSection, Entries_are_in_file_order) {
   const auto entries = ReadProfileSection("[a]\nx=1\nb=2\nx=3", "a");
   ASSERT_EQ(entries.size(), 3U);
   EXPECT_EQ(entries[0].key, "x");
@@ -28,21 +28,21 @@ TEST(ProfileSection, The_entries_come_in_the_files_order) {
   EXPECT_EQ(entries[2].value, "3");
 }
 
-TEST(ProfileSection, Sections_and_keys_are_compared_without_regard_to_case) {
+TEST(ProfileSection, Sections_and_keys_are_case_insensitive) {
   EXPECT_EQ(Value("[Texts]\nKey=1", "tEXTS", "kEY"), "1");
 }
 
-TEST(ProfileSection, Of_equal_keys_and_equal_sections_the_first_counts) {
+TEST(ProfileSection, The_first_of_equal_keys_and_of_equal_sections_counts) {
   const std::string file = "[a]\nk=1\nK=2\n[b]\nk=3\n[A]\nk=4\nonly=5";
   EXPECT_EQ(Value(file, "a", "k"), "1");
   EXPECT_EQ(Value(file, "a", "only"), "");
 }
 
-TEST(ProfileSection, Spaces_around_keys_and_values_are_dropped) {
+TEST(ProfileSection, Spaces_around_keys_and_values_are_removed) {
   EXPECT_EQ(Value("  [a]  \n\t k \t= \t1 2\t \n", "a", "k"), "1 2");
 }
 
-TEST(ProfileSection, One_pair_of_quotes_around_a_value_is_dropped_and_keeps_its_spaces) {
+TEST(ProfileSection, One_pair_of_quotes_around_a_value_is_removed_but_not_the_spaces_inside) {
   const std::string file =
       "[a]\n1= \" x \" \n2='y '\n3=\"\"\n4=\"\n5=\"a'\n6=\"\"q\"\"\n7=say \"no\"\n8=\"a\" b";
   EXPECT_EQ(Value(file, "a", "1"), " x ");
@@ -59,7 +59,7 @@ TEST(ProfileSection, A_value_may_contain_the_equals_sign_and_a_semicolon) {
   EXPECT_EQ(Value("[a]\nk=x=y;z", "a", "k"), "x=y;z");
 }
 
-TEST(ProfileSection, Comments_and_lines_without_an_equals_sign_are_no_keys) {
+TEST(ProfileSection, Comments_and_lines_without_an_equals_sign_are_skipped) {
   const auto entries = ReadProfileSection("[a]\n;k=1\n  ;k=2\nword\n\nk=3", "a");
   ASSERT_EQ(entries.size(), 1U);
   EXPECT_EQ(entries[0].value, "3");
@@ -70,14 +70,16 @@ TEST(ProfileSection, CR_LF_and_both_together_end_a_line) {
     EXPECT_EQ(Value(std::string("[a]") + end + "x=1" + end + "y=2" + end, "a", "y"), "2");
 }
 
-TEST(ProfileSection, Keys_before_any_section_belong_to_none) { EXPECT_EQ(Value("k=1\n[a]\n", "a", "k"), ""); }
+TEST(ProfileSection, Keys_before_the_first_section_are_ignored) {
+  EXPECT_EQ(Value("k=1\n[a]\n", "a", "k"), "");
+}
 
 TEST(ProfileSection, Double_byte_characters_are_kept_whole) {
-  // 0x5B and 0x5D, the square brackets, and 0x5C are also second bytes of Japanese characters.
+  // The square brackets, 0x5B and 0x5D, and 0x5C are also second bytes of Japanese characters.
   EXPECT_EQ(Value("[a]\nk=\x83\x5B\x83\x5D\x95\x5C\n", "a", "k"), "\x83\x5B\x83\x5D\x95\x5C");
 }
 
-TEST(ProfileSection, Broken_files_are_survived) {
+TEST(ProfileSection, Malformed_files_do_no_harm) {
   for (const char* const file : {"", "[", "[a", "=", "[a]", "[]\n=", "[a]\n=1", "\n\n\r", "[a]\nk="})
     EXPECT_EQ(Value(file, "a", "k"), "");
   EXPECT_EQ(Value(std::string("[a]\nk=1\0x\nl=2", 13), "a", "l"), "2");

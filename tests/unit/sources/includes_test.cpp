@@ -1,4 +1,4 @@
-// The folders of the product depend on each other in one direction only.
+// Checks the dependencies between the product's folders by reading every include.
 
 #include <gtest/gtest.h>
 
@@ -28,8 +28,8 @@ const std::map<std::string, Folders> kMayInclude = {
     {"app", {"platform", "resources", "report", "ui", "net", "ftp", "k7", "cnclib", "about"}},
 };
 
-/// Read by drivers outside the repository, so its path is fixed, although windows of other folders need it
-/// too.
+/// Windows in other folders need this file too. It stays in app/ because drivers outside the repository read
+/// it there.
 constexpr const char* kControlIds = "app/control_ids.h";
 
 std::set<std::string> IncludedFiles(const std::filesystem::path& path) {
@@ -59,7 +59,7 @@ TEST(Includes, Point_downwards) {
   EXPECT_GT(files, 100);
 }
 
-TEST(Includes, Of_the_platform_are_in_files_for_the_platform_only) {
+TEST(Includes, Only_a_win32_file_includes_a_win32_file) {
   const std::filesystem::path root = TARVIK_SOURCE_FOLDER;
   for (const auto& [folder, allowed] : kMayInclude) {
     for (const auto& entry : std::filesystem::recursive_directory_iterator(root / folder)) {
