@@ -1,16 +1,17 @@
-# All fuzzers are one program. Each starts from its seeds and runs for a bounded time, in the same order with every run:
-# what it finds is new only when the code is. What it finds meanwhile goes into a folder that is new each time, or every
-# run would take longer than the one before. Weighing its inputs by how rare their features are would take it longer
-# than running them.
+# All fuzzers are one program. Each starts from its seeds and runs for a limited time.
+# - A fixed random seed makes runs repeatable: a new failure means that the code has changed.
+# - The folder for new inputs is emptied before each run. Otherwise every run would take longer than the
+#   previous one.
+# - -entropic=0, because weighing inputs by the rarity of their features takes longer than running them.
 file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*.cpp)
 add_executable(fuzzers ${fuzzers} lab/pc/driver_protocol.cpp)
 target_compile_options(fuzzers PRIVATE -fsanitize=fuzzer -O1)
 target_link_options(fuzzers PRIVATE -fsanitize=fuzzer)
-# The whole program comes from the tests' own fixture.
+# The fuzzers of the whole program use the fixture of the unit tests, which needs GoogleTest.
 target_link_libraries(fuzzers PRIVATE tarvik_memory bench_core lab_scenario GTest::gtest)
 
-# TARVIK_FUZZ_SECONDS: libFuzzer ends when more whole seconds than that have passed. Two reach 95 percent of what
-# many minutes do.
+# TARVIK_FUZZ_SECONDS: libFuzzer stops once more whole seconds than this have passed. Two reach 95 percent of
+# what many minutes reach.
 function(add_fuzzer name)
   set(found ${CMAKE_BINARY_DIR}/found/${name})
   set(archive ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name}.tar.gz)

@@ -1,5 +1,5 @@
-# `ninja lint` has clang-tidy read what has changed since it last found nothing there. A target's files are read as
-# one: read one by one, nearly all the time goes into the headers that they share.
+# `ninja lint` runs clang-tidy on every target that has changed since its last clean run. It checks a target's
+# files as one source file: one by one, nearly all the time would go into the headers that they share.
 find_program(TARVIK_CLANG_TIDY clang-tidy)
 add_custom_target(lint)
 

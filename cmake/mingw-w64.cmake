@@ -1,5 +1,5 @@
-# The Windows compilers of Debian, for the machine that the preset names (i686 or x86_64). The variant with
-# Windows' own threads needs no thread library beside the program.
+# Debian's mingw-w64 compilers for the preset's TARVIK_MACHINE (i686 or x86_64). The -win32 variant uses
+# Windows' own threads, so the program needs no thread DLL.
 set(CMAKE_SYSTEM_NAME Windows)
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TARVIK_MACHINE)
 set(CMAKE_SYSTEM_PROCESSOR ${TARVIK_MACHINE})

@@ -1,4 +1,5 @@
-# The bench and the laboratory of this machine. With TARVIK_TESTS also all tests, and everything under the sanitizers.
+# The bench and the laboratory, built for this machine. TARVIK_TESTS adds all tests and builds everything with
+# the sanitizers.
 
 option(TARVIK_TESTS "Build the tests, under the sanitizers" OFF)
 
@@ -8,7 +9,8 @@ if(TARVIK_TESTS)
   target_link_options(tarvik_settings INTERFACE ${sanitizers} -fuse-ld=lld)
 endif()
 
-# The code under test is instrumented for the fuzzers and optimised; the tests themselves are not, to compile fast.
+# Instruments the code under test for the fuzzers and optimises it. The tests themselves are left out, to
+# compile fast.
 function(fuzzed)
   if(TARVIK_TESTS)
     foreach(target ${ARGN})
@@ -21,7 +23,7 @@ include(cmake/lint.cmake)
 
 add_library(tarvik_memory STATIC ui/memory/memory_form.cpp)
 target_link_libraries(tarvik_memory PUBLIC tarvik_core)
-# Smaller batches: these are the files that change most, and a change compiles its whole batch.
+# Smaller batches, because these files change most and a change recompiles its whole batch.
 set_target_properties(tarvik_core PROPERTIES UNITY_BUILD_BATCH_SIZE 4)
 fuzzed(tarvik_core tarvik_memory)
 lint(tarvik_core tarvik_memory)

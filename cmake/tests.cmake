@@ -1,12 +1,13 @@
-# All tests. A suite is one test, not a case: it is the process under AddressSanitizer that takes long to start.
+# All tests. One ctest test is a whole suite, not a case, because a process under AddressSanitizer takes long
+# to start.
 
 find_package(GTest REQUIRED)
 
-# ./test runs three tests per core. Those that compute all the time count as two, so that those that mostly wait find
-# room beside them, and begin first with the longest of those that wait.
+# ./test runs two tests per core, because most tests only wait. CPU-bound tests count as two, which leaves
+# room for the waiting ones, and start first (COST).
 set(computes PROCESSORS 2 COST 1000)
 
-# A test that runs a GoogleTest program. ./test counts the test cases in its result file.
+# Adds a test that runs a GoogleTest program. ./test counts the cases in its result file.
 function(add_cases name label)
   cmake_parse_arguments(PARSE_ARGV 2 case "" "" "COMMAND;ENVIRONMENT")
   add_test(NAME ${name} COMMAND ${case_COMMAND})
@@ -15,7 +16,7 @@ function(add_cases name label)
     ENVIRONMENT "GTEST_OUTPUT=xml:${CMAKE_BINARY_DIR}/results/${name}.xml;${case_ENVIRONMENT}")
 endfunction()
 
-# The suites of the files.
+# The names of the suites in the files.
 function(find_suites result)
   set(suites)
   foreach(source ${ARGN})
@@ -49,7 +50,7 @@ foreach(folder ${native_folders})
   target_sources(native_tests PRIVATE ${sources})
   find_suites(suites ${sources})
   foreach(suite ${suites})
-    # A parameterised suite has the name of its parameters before the slash.
+    # The second pattern finds parameterised suites, which are called INSTANTIATION/SUITE.
     add_cases(native.${name}.${suite} native COMMAND native_tests --gtest_filter=${suite}.*:*/${suite}.*)
     if(name MATCHES "^(endurance|failures)$")
       set_tests_properties(native.${name}.${suite} PROPERTIES ${computes})
@@ -58,10 +59,10 @@ foreach(folder ${native_folders})
 endforeach()
 target_compile_definitions(native_tests PRIVATE TARVIK_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
 target_link_libraries(native_tests PRIVATE tarvik_memory bench_core lab_scenario GTest::gtest_main)
-# Sanitizers that only look at a test itself slow its compilation down.
+# Checking the test code itself for undefined behaviour would only slow down its compilation.
 target_compile_options(native_tests PRIVATE -fno-sanitize=undefined)
 
-# The checks without any window.
+# Proves that the checks run without any window.
 add_executable(ladder_without_window tests/unit/ladder_without_window.cpp)
 target_link_libraries(ladder_without_window PRIVATE tarvik_core)
 add_test(NAME native.report.Ladder_without_window COMMAND ladder_without_window)
@@ -70,8 +71,8 @@ set_tests_properties(native.report.Ladder_without_window PROPERTIES LABELS nativ
 
 include(cmake/fuzzers.cmake)
 
-# Each suite on real windows has its own Windows, so suites run side by side. A suite that could not run here
-# ends in "SKIPPED" lines and counts as skipped.
+# Adds the suites that drive the real program. Each has its own Wine prefix, so they can run in parallel.
+# A suite that cannot run on this machine prints "SKIPPED" and counts as skipped.
 function(add_suite_tests program label machine cost)
   find_suites(suites ${ARGN})
   foreach(suite ${suites})

@@ -7,13 +7,13 @@ target_compile_options(tarvik_settings INTERFACE -Os -ffunction-sections -fdata-
 target_link_options(tarvik_settings INTERFACE -static -s -Wl,--gc-sections -Wl,--no-insert-timestamp -Wl,--dynamicbase
                     -Wl,--nxcompat)
 
-# The library's last words before it aborts would bring a reader of its decorated names along, an eighth of the
-# program, for a console that a window has not.
-set(last_words _ZN9__gnu_cxx27__verbose_terminate_handlerEv)
+# libstdc++'s terminate handler prints the exception's type to a console, which a windowed program does not
+# have. It would link the name demangler, an eighth of the program's size, so abort takes its place.
+set(terminate_handler _ZN9__gnu_cxx27__verbose_terminate_handlerEv)
 if(TARVIK_MACHINE STREQUAL i686)
-  target_link_options(tarvik_settings INTERFACE -Wl,--defsym=_${last_words}=_abort)
+  target_link_options(tarvik_settings INTERFACE -Wl,--defsym=_${terminate_handler}=_abort)
 else()
-  target_link_options(tarvik_settings INTERFACE -Wl,--defsym=${last_words}=abort)
+  target_link_options(tarvik_settings INTERFACE -Wl,--defsym=${terminate_handler}=abort)
 endif()
 
 enable_language(RC)
@@ -22,11 +22,11 @@ file(GLOB windows_sources CONFIGURE_DEPENDS ${windows_files} ui/win32/*_win32.cp
 list(REMOVE_ITEM windows_sources ${PROJECT_SOURCE_DIR}/app/main_win32.cpp)
 add_library(tarvik_windows STATIC ${windows_sources})
 target_link_libraries(tarvik_windows PUBLIC tarvik_core ws2_32)
-# windres does not tell what a resource script includes.
+# windres does not report the files that a resource script includes.
 set_source_files_properties(resources/tarvik.rc PROPERTIES OBJECT_DEPENDS
   "${PROJECT_SOURCE_DIR}/resources/tarvik.manifest;${PROJECT_SOURCE_DIR}/resources/version.h;${PROJECT_SOURCE_DIR}/resources/icon/tarvik.ico")
 
-# A language file stands in the code page of its own language.
+# Converts a language file to CR LF and to the code page of its own language, in which the program reads it.
 function(add_language_file folder id code_page)
   set(source ${PROJECT_SOURCE_DIR}/resources/language/Tarvik.exe_${id}.ini)
   set(target ${folder}/Language/Tarvik.exe_${id}.ini)
@@ -36,8 +36,8 @@ function(add_language_file folder id code_page)
   set(language_files ${language_files} ${target} PARENT_SCOPE)
 endfunction()
 
-# One edition of the program in its folder. `family`: value of the product-family switch that main hands to the
-# main window, the one difference between the editions.
+# Builds one edition of the program into its own folder. `family`: the product-family switch that main hands
+# to the main window, the only difference between the editions.
 function(add_edition target family folder)
   add_language_file(${folder} 1033 CP1252)
   add_language_file(${folder} 1041 CP932)
