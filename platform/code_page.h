@@ -25,7 +25,7 @@ class CodePage {
   virtual std::wstring FromAnsi(std::string_view bytes) = 0;
 
   /// Text of a language file, which is written in the ANSI code page of its own language, whatever the PC's
-  /// code page is. `language` is a locale id; the PC's code page is used when Windows knows none for it.
+  /// code page is. `language` is a locale id; if Windows knows no code page for it, the PC's is used.
   virtual std::wstring FromLanguage(std::string_view bytes, int32_t language) = 0;
 
   /// The length of the text in bytes of the ANSI code page.

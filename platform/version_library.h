@@ -40,8 +40,8 @@ class VersionLibrary {
  public:
   virtual ~VersionLibrary() = default;
 
-  /// The size in bytes of the file's version information; 0 when the file has none. Pass `handle`, which
-  /// Windows ignores, on to GetFileVersionInfoW.
+  /// The size in bytes of the file's version information; 0 when it cannot be read or does not exist. Pass
+  /// `handle`, which Windows ignores, on to GetFileVersionInfoW.
   virtual uint32_t GetFileVersionInfoSizeW(const wchar_t* fileName, uint32_t& handle) = 0;
 
   /// Copies at most `length` bytes of the version information to `data`.
