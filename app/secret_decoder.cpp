@@ -16,7 +16,7 @@ constexpr char kPrefix = 'T';
 
 std::optional<std::wstring> DecodeSecret(const std::wstring& encoded, TxCodec& codec, CodePage& codePage) {
   TxCodecRecord record{};
-  const std::string input = PadWithBlanks(kPrefix + codePage.ToAnsi(encoded), sizeof record.input);
+  const std::string input = PadWithSpaces(kPrefix + codePage.ToAnsi(encoded), sizeof record.input);
   std::copy(input.begin(), input.end(), record.input);
   try {
     if (codec.TxDecd(record) != 0) return std::nullopt;

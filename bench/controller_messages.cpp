@@ -84,9 +84,9 @@ std::string SystemInformationBody(const SystemInformation& information) {
   std::string body;
   AppendNumber(body, information.addinfo);
   AppendNumber(body, information.maxAxes);
-  body += PadWithBlanks(information.modelType, 2) + PadWithBlanks(information.machineType, 2) +
-          PadWithBlanks(information.seriesCode, 4) + PadWithBlanks(information.versionCode, 4) +
-          PadWithBlanks(information.axesText, 2);
+  body += PadWithSpaces(information.modelType, 2) + PadWithSpaces(information.machineType, 2) +
+          PadWithSpaces(information.seriesCode, 4) + PadWithSpaces(information.versionCode, 4) +
+          PadWithSpaces(information.axesText, 2);
   return body;
 }
 

@@ -16,7 +16,7 @@ constexpr wchar_t kNoAccessCode[] = L"0";
 
 /// Only the leading digits of a code count, so a code without digits is zero too.
 bool CountsAsZero(const std::wstring& accessCode) {
-  std::wstring_view digits = TrimBlanks(accessCode);
+  std::wstring_view digits = TrimSpaces(accessCode);
   digits = digits.substr(0, digits.find_first_not_of(L"0123456789"));
   return digits.find_first_not_of(L'0') == std::wstring_view::npos;
 }
@@ -60,7 +60,7 @@ void ShowSystemInfo(report::ResultList& results, CodePage& codePage, const CncSy
   };
   std::wstring type = text(info.model_type);
   if (type == L"GL") type = L"31";
-  type = std::wstring(TrimBlanks(type));
+  type = std::wstring(TrimSpaces(type));
   std::wstring model;
   if (GetModelFromSysInfo(info.addinfo, model) && !model.empty()) type += L"i" + model;
   results.AddToList(L"CNC Type\t" + type);

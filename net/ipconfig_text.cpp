@@ -47,7 +47,7 @@ bool GetValueAfterColon(std::wstring_view line, std::wstring_view key, std::wstr
   value.clear();
   const size_t colon = line.find(L':');
   if (colon == std::wstring_view::npos || line.find(key) == std::wstring_view::npos) return false;
-  value = TrimBlanks(line.substr(colon + 1));
+  value = TrimSpaces(line.substr(colon + 1));
   return true;
 }
 

@@ -54,7 +54,7 @@ bool Check::SameSubnet(const LocalAddressRecord& local, uint32_t address) {
 std::wstring Check::Resolve(TcpIpHost& host, const std::wstring& target) {
   if (TcpIpHost::IsIpAddr(target)) return target;
   // Windows resolves an empty name to this PC, which would answer every ping.
-  const bool empty = TrimBlanks(target).empty();
+  const bool empty = TrimSpaces(target).empty();
   std::wstring address = empty ? std::wstring() : host.IpAddr(target);
   if (address.empty()) {
     AddMessage(Message::CannotResolve);

@@ -12,7 +12,7 @@ inline std::string_view TrimNull(std::string_view text) { return text.substr(0, 
 inline std::wstring_view TrimNull(std::wstring_view text) { return text.substr(0, text.find(L'\0')); }
 
 /// The text truncated, or padded with trailing spaces, to exactly `length` bytes.
-inline std::string PadWithBlanks(std::string_view text, size_t length) {
+inline std::string PadWithSpaces(std::string_view text, size_t length) {
   std::string padded(text.substr(0, length));
   padded.resize(length, ' ');
   return padded;

@@ -8,7 +8,7 @@ namespace {
 
 template <typename Number>
 std::optional<Number> ParseWhole(std::wstring_view text) {
-  const std::wstring_view trimmed = TrimBlanks(text);
+  const std::wstring_view trimmed = TrimSpaces(text);
   std::wstring_view digits = trimmed;
   const bool negative = !digits.empty() && digits.front() == L'-';
   if (!digits.empty() && (negative || digits.front() == L'+')) digits.remove_prefix(1);
@@ -62,7 +62,7 @@ std::wstring Hexadecimal(uint32_t number) {
   return UpperCaseAscii(WidenAscii({digits, static_cast<size_t>(end - digits)}));
 }
 
-std::wstring_view TrimBlanks(std::wstring_view text) {
+std::wstring_view TrimSpaces(std::wstring_view text) {
   const size_t first = text.find_first_not_of(L' ');
   if (first == std::wstring_view::npos) return {};
   return text.substr(first, text.find_last_not_of(L' ') - first + 1);

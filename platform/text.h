@@ -18,7 +18,7 @@ std::wstring ZeroPadded(int64_t number, size_t digits);
 std::wstring Hexadecimal(uint32_t number);
 
 /// The text without leading and trailing spaces. Tabs are kept.
-std::wstring_view TrimBlanks(std::wstring_view text);
+std::wstring_view TrimSpaces(std::wstring_view text);
 
 /// The text with ASCII letters in upper case and all other characters unchanged.
 std::wstring UpperCaseAscii(std::wstring_view text);

@@ -17,7 +17,7 @@ std::wstring Shown(const std::wstring& typed) {
 
 /// A whole number of any size, so that a large one is reported as out of range only.
 bool IsWholeNumber(std::wstring_view text) {
-  text = TrimBlanks(text);
+  text = TrimSpaces(text);
   if (text.starts_with(L'-') || text.starts_with(L'+')) text.remove_prefix(1);
   return !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
 }

@@ -53,7 +53,7 @@ TARVIK_FUZZER(platform_text) {
   }
   Require(joined == text + separator);
 
-  const std::wstring_view trimmed = tarvik::TrimBlanks(text);
+  const std::wstring_view trimmed = tarvik::TrimSpaces(text);
   Require(!trimmed.starts_with(L' ') && !trimmed.ends_with(L' '));
   Require(text.find(trimmed) != std::wstring::npos);
   Require(tarvik::TrimNull(std::wstring_view(text)).find(L'\0') == std::wstring_view::npos);

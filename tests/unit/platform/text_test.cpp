@@ -52,9 +52,9 @@ TEST(Text, Split_keeps_empty_pieces) {
 }
 
 TEST(Text, Trimming_removes_only_spaces) {
-  EXPECT_EQ(TrimBlanks(L"  a b "), L"a b");
-  EXPECT_EQ(TrimBlanks(L"   "), L"");
-  EXPECT_EQ(TrimBlanks(L"\ta"), L"\ta");
+  EXPECT_EQ(TrimSpaces(L"  a b "), L"a b");
+  EXPECT_EQ(TrimSpaces(L"   "), L"");
+  EXPECT_EQ(TrimSpaces(L"\ta"), L"\ta");
 }
 
 TEST(FixedBuffer, A_text_ends_at_its_first_NUL_or_at_the_end_of_the_buffer) {
@@ -64,8 +64,8 @@ TEST(FixedBuffer, A_text_ends_at_its_first_NUL_or_at_the_end_of_the_buffer) {
 }
 
 TEST(FixedBuffer, Padding_with_spaces_yields_exactly_the_length) {
-  EXPECT_EQ(PadWithBlanks("ab", 4), "ab  ");
-  EXPECT_EQ(PadWithBlanks("abcdef", 4), "abcd");
+  EXPECT_EQ(PadWithSpaces("ab", 4), "ab  ");
+  EXPECT_EQ(PadWithSpaces("abcdef", 4), "abcd");
 }
 
 }  // namespace
