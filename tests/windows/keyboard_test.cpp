@@ -239,6 +239,11 @@ TEST_F(GeneralKeyboard, Access_keys_are_unique_on_every_page_in_both_languages) 
 }
 
 TEST_F(GeneralKeyboard, The_access_keys_of_the_K7_pages_work_in_both_languages) {
+  // A key pressed before the window is active again would be lost.
+  const auto answer = [this](const WindowUnderTest& window, const BoxUnderTest& box, BoxButton button) {
+    Program().Answer(box, button);
+    EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.InForeground(); }));
+  };
   for (const char* language : {"-LOCALEID 1033 -X 0", "-LOCALEID 1041 -X 0"}) {
     SCOPED_TRACE(language);
     const WindowUnderTest window = StartGeneral(language);
@@ -251,15 +256,15 @@ TEST_F(GeneralKeyboard, The_access_keys_of_the_K7_pages_work_in_both_languages) 
     window.Press("Alt+T");
     const BoxUnderTest box = Program().WaitForBox();
     EXPECT_EQ(box.text, "");
-    Program().Answer(box, BoxButton::Ok);
+    answer(window, box, BoxButton::Ok);
     window.Press("Alt+4");
     EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.Visible(ID_cmdK7ServerDebug); }));
     // There is no service: Stop asks first, and Debug focuses the stop button.
     window.Press("Alt+O");
-    Program().Answer(Program().WaitForBox(), BoxButton::No);
+    answer(window, Program().WaitForBox(), BoxButton::No);
     window.SetFocus(ID_cmdStartStopK7Server_1);
     window.Press("Alt+D");
-    Program().Answer(Program().WaitForBox(), BoxButton::Ok);
+    answer(window, Program().WaitForBox(), BoxButton::Ok);
     window.WaitForFocus(ID_cmdStartStopK7Server_0);
     // The first message box reports the failed start.
     window.Press("Alt+A");
