@@ -16,6 +16,7 @@ namespace {
 
 constexpr int16_t kEnter = 13;
 constexpr int16_t kMaxAccessCodeDigits = 8;
+constexpr int16_t kListExtentFactor = 3;
 constexpr float kTwipsPerInch = 1440;
 
 }  // namespace
@@ -37,7 +38,10 @@ void Form1::WireEvents() {
   deps_.form.errorText = [this](const RuntimeError& error) { return report::ErrorText(error, texts_); };
   deps_.form.onActivate = on(&Form1::Form_Activate);
   deps_.form.onResize = on(&Form1::Form_Resize);
-  deps_.form.onScalingChanged = on(&Form1::UpdateLayout);
+  deps_.form.onScalingChanged = [this] {
+    UpdateLayout();
+    SetListExtent();
+  };
   deps_.form.onQueryClose = [this] { return Form_QueryUnload(); };
   deps_.form.onQueryEndSession = [this] { return Form_QueryEndSession(); };
   deps_.form.onEndSession = on(&Form1::Form_EndSession);
@@ -106,6 +110,8 @@ void Form1::UpdateLayout() {
        window.height > minimum.height ? std::max(window.height, design.height) : design.height});
   Form_Resize();
 }
+
+void Form1::SetListExtent() { ui::SetListExtent(controls_.lstResult, kListExtentFactor); }
 
 void Form1::RecordInitialSizes(ui::Size window) {
   const ui::Rect list = controls_.lstResult.Bounds();

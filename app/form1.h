@@ -152,6 +152,8 @@ class Form1 {
   void RecordInitialSizes(ui::Size window);
   /// Lays the window out for the present captions and scaling. A size that the user has enlarged is kept.
   void UpdateLayout();
+  /// Lets the result list scroll sideways, by its width at the current scaling.
+  void SetListExtent();
   float Twips(int pixels) const;
   int Pixels(float twips) const;
 

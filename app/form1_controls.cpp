@@ -18,21 +18,21 @@ Form1Controls::Form1Controls(ui::Form& form)
                                             Message::K7SvcPage, Message::FtpPage})),
 
       lblPingReqCount(form.AddLabel(ID_lblPingReqCount, kPingPage, Message::PingCountLabel)),
-      txtPingReqCount(form.AddTextBox(ID_txtPingReqCount, kPingPage, ui::TextBoxStyle::Plain)),
+      txtPingReqCount(form.AddTextBox(ID_txtPingReqCount, kPingPage, ui::TextBoxStyle::Number)),
       cmdPing(form.AddButton(ID_cmdPing, kPingPage, Message::PingButton)),
       cmdAllTest(form.AddButton(ID_cmdAllTest, kPingPage, Message::AllTestButton)),
 
       lblNxlibTimeOut(form.AddLabel(ID_lblNxlibTimeOut, kNexalPage, Message::TimeOutLabel)),
-      txtNxlibTimeOut(form.AddTextBox(ID_txtNxlibTimeOut, kNexalPage, ui::TextBoxStyle::Plain)),
+      txtNxlibTimeOut(form.AddTextBox(ID_txtNxlibTimeOut, kNexalPage, ui::TextBoxStyle::Number)),
       lblTcpPortNo(form.AddLabel(ID_lblTcpPortNo, kNexalPage, Message::PortLabel)),
-      txtTcpPortNo(form.AddTextBox(ID_txtTcpPortNo, kNexalPage, ui::TextBoxStyle::Plain)),
+      txtTcpPortNo(form.AddTextBox(ID_txtTcpPortNo, kNexalPage, ui::TextBoxStyle::Number)),
       chkAccessCode(form.AddCheckBox(ID_chkAccessCode, kNexalPage, Message::AccessCodeBox)),
       lblAccessCode(form.AddLabel(ID_lblAccessCode, kNexalPage, Message::AccessCodeLabel)),
       txtAccessCode(form.AddTextBox(ID_txtAccessCode, kNexalPage, ui::TextBoxStyle::Password)),
       cmdGetInfo(form.AddButton(ID_cmdGetInfo, kNexalPage, Message::GetInfoButton)),
 
       lblTestCount(form.AddLabel(ID_lblTestCount, kK7ApiPage, Message::TestCountLabel)),
-      txtK7ApiTestCount(form.AddTextBox(ID_txtK7ApiTestCount, kK7ApiPage, ui::TextBoxStyle::Plain)),
+      txtK7ApiTestCount(form.AddTextBox(ID_txtK7ApiTestCount, kK7ApiPage, ui::TextBoxStyle::Number)),
       cmdK7Api(form.AddButton(ID_cmdK7Api, kK7ApiPage, Message::K7ApiButton)),
 
       lblStatus(form.AddLabel(ID_lblStatus, kK7SvcPage, Message::StatusLabel)),

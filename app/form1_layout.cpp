@@ -97,9 +97,9 @@ ui::Size LayOutForm1(ui::Form& form, Form1Controls& c) {
   const BoxPtr result = Captioned(c.lblResult);
   const ui::Size resultSize = result->Measure();
   result->Place({margin, next(resultSize.height, spacing.gap), resultSize.width, resultSize.height});
-  const int listHeight = kResultLines * line;
+  const int listHeight = ui::ListHeightFor(form, kResultLines * line, y + margin);
   c.lstResult.SetBounds({margin, next(listHeight, margin), width, listHeight});
-  return ui::WindowSizeFor(form, {width + 2 * margin, y});
+  return ui::MinWindowSizeFor(form, {width + 2 * margin, y});
 }
 
 }  // namespace tarvik

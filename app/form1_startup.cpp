@@ -16,7 +16,6 @@ constexpr wchar_t kProgramName[] = L"Tarvik.exe";
 constexpr wchar_t kSeparator[] = L"-----";
 constexpr int32_t kJapanese = 1041;
 constexpr int32_t kEnglish = 1033;
-constexpr int16_t kListExtentFactor = 3;
 
 /// Calls the configuration library's Initialize, and its Terminate on destruction.
 class ConfigurationSession {
@@ -66,7 +65,7 @@ void Form1::Form_Load() {
   step(&Form1::PrefillNumbers);
   if (TestOptionMask(kTopmost)) deps_.form.Guarded([this] { deps_.form.MakeTopmost(); });
   if (!commandLine_.targetHost.empty()) step(&Form1::AutoRun);
-  ui::SetListExtent(controls_.lstResult, kListExtentFactor);
+  SetListExtent();
   step(&Form1::CheckK7ServicesEntry);
 }
 

@@ -40,13 +40,13 @@ PmcTestControls::PmcTestControls(ui::Form& form)
     : lblPmcAddr(form.AddLabel(ID_Label1_0, ui::kNoPage, Message::PmcAddressLabel)),
       cmbPmcAddr(form.AddComboBox(ID_cmbPmcAddr, ui::kNoPage, ui::ComboBoxStyle::DropDownList)),
       lblPmcStart(form.AddLabel(ID_Label1_1, ui::kNoPage, Message::PmcStartLabel)),
-      txtPmcStart(form.AddTextBox(ID_txtPmcStart, ui::kNoPage, ui::TextBoxStyle::Plain)),
+      txtPmcStart(form.AddTextBox(ID_txtPmcStart, ui::kNoPage, ui::TextBoxStyle::Number)),
       lblPmcLen(form.AddLabel(ID_Label1_2, ui::kNoPage, Message::PmcLengthLabel)),
-      txtPmcLen(form.AddTextBox(ID_txtPmcLen, ui::kNoPage, ui::TextBoxStyle::Plain)),
+      txtPmcLen(form.AddTextBox(ID_txtPmcLen, ui::kNoPage, ui::TextBoxStyle::Number)),
       lblTest(form.AddLabel(ID_Label1_3, ui::kNoPage, Message::PmcCountLabel)),
-      txtCount(form.AddTextBox(ID_txtCount, ui::kNoPage, ui::TextBoxStyle::Plain)),
+      txtCount(form.AddTextBox(ID_txtCount, ui::kNoPage, ui::TextBoxStyle::Number)),
       lblSleep(form.AddLabel(ID_Label1_4, ui::kNoPage, Message::PmcIntervalLabel)),
-      txtSleep(form.AddTextBox(ID_txtSleep, ui::kNoPage, ui::TextBoxStyle::Plain)),
+      txtSleep(form.AddTextBox(ID_txtSleep, ui::kNoPage, ui::TextBoxStyle::Number)),
 
       lblData(form.AddLabel(ID_Label1_5, ui::kNoPage, Message::PmcDataLabel)),
       lstData(form.AddListBox(ID_lstData, ui::kNoPage, L"")),
@@ -81,7 +81,11 @@ ui::Size LayOutPmcTest(ui::Form& form, PmcTestControls& c) {
       std::max({fields->Measure().width, buttons->Measure().width, dataWidth + margin + result.MinWidth()});
   const int fieldsHeight = fields->Measure().height;
   const int buttonsHeight = buttons->Measure().height;
-  const int minHeight = fieldsHeight + kMinListLines * line + buttonsHeight + 2 * margin;
+  const int others = fieldsHeight + buttonsHeight + 2 * margin;
+  // On a small screen the lists shrink, down to their captions and two lines.
+  const int minListsHeight =
+      std::max(ui::ListHeightFor(form, kMinListLines * line, others + 2 * margin), 4 * line);
+  const int minHeight = others + minListsHeight;
 
   const ui::Size client = form.ClientSize();
   const int width = std::max(minWidth, client.width - 2 * margin);
@@ -94,7 +98,7 @@ ui::Size LayOutPmcTest(ui::Form& form, PmcTestControls& c) {
   result.Place({2 * margin + dataWidth, listsTop, width - margin - dataWidth, listsHeight}, gap);
   buttons->Place({margin, margin + height - buttonsHeight, width, buttonsHeight});
 
-  return ui::WindowSizeFor(form, {minWidth + 2 * margin, minHeight + 2 * margin});
+  return ui::MinWindowSizeFor(form, {minWidth + 2 * margin, minHeight + 2 * margin});
 }
 
 }  // namespace tarvik

@@ -67,6 +67,7 @@ frmPmcTest::frmPmcTest(std::unique_ptr<ui::Form> form, const Texts& texts, repor
 }
 
 void frmPmcTest::Form_Load() {
+  form_->shutdownBlockReason = texts_.GetOrBuiltIn(Message::TestIsRunning);
   form_->errorText = [this](const RuntimeError& error) { return report::ErrorText(error, texts_); };
   form_->onResize = [this] { Form_Resize(); };
   form_->onScalingChanged = [this] { Form_ScalingChanged(); };

@@ -105,6 +105,7 @@ enum class Message {
   AccessCodeMissing,
   AccessCodeUndecodable,
   PasswordUndecodable,
+  TestIsRunning,
   // K7 service
   AlreadyRunning,
   StartingService,

@@ -16,7 +16,9 @@ enum class Pointer { Default, Hourglass };
 /// As the page of a new control: the control is on the window itself.
 inline constexpr int kNoPage = -1;
 
-enum class TextBoxStyle { Plain, Password };
+/// What a text box is for. Only a plain one works with an input method (IME), whose full-width digits nobody
+/// wants in a number or a password.
+enum class TextBoxStyle { Plain, Number, Password };
 
 enum class ComboBoxStyle { Editable, DropDownList };
 
@@ -81,6 +83,9 @@ class Form {
   virtual Size WindowSize() const = 0;
   virtual void SetWindowSize(Size size) = 0;
   virtual Size ClientSize() const = 0;
+  /// The size of the work area (the screen without its task bars) of the monitor that the window is on, in
+  /// pixels.
+  virtual Size WorkArea() const = 0;
   /// Removes the sizing border and the minimise and maximise buttons.
   virtual void FixSize() = 0;
   /// The outer size below which the user cannot drag the window.
@@ -100,6 +105,8 @@ class Form {
   std::function<bool()> onQueryClose;
   /// Windows asks whether its session may end (WM_QUERYENDSESSION); false refuses.
   std::function<bool()> onQueryEndSession;
+  /// Why the session must not end when onQueryEndSession refuses, in the user's language. Windows shows it.
+  std::wstring shutdownBlockReason;
   /// The session ends, even if onQueryEndSession refused (WM_ENDSESSION). Windows may end the process at any
   /// moment, and handlers of any window may be on the stack.
   std::function<void()> onEndSession;

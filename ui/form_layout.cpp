@@ -29,4 +29,15 @@ Size WindowSizeFor(const Form& form, Size client) {
   return {client.width + window.width - current.width, client.height + window.height - current.height};
 }
 
+Size MinWindowSizeFor(const Form& form, Size client) {
+  const Size size = WindowSizeFor(form, client);
+  const Size area = form.WorkArea();
+  return {std::min(size.width, area.width), std::min(size.height, area.height)};
+}
+
+int ListHeightFor(const Form& form, int wanted, int others) {
+  const int room = form.WorkArea().height - WindowSizeFor(form, {0, others}).height;
+  return std::clamp(room, form.LineHeight(), wanted);
+}
+
 }  // namespace tarvik::ui

@@ -185,6 +185,8 @@ WindowUnderTest::Pointer WindowUnderTest::CurrentPointer() const {
 }
 
 void WindowUnderTest::BringToForeground() const { AskWindow("foreground"); }
+void WindowUnderTest::Disarrange(int id) const { Ask("disarrange", id); }
+
 void WindowUnderTest::Move(const ScreenRect& outer) const { AskWindow("move", RectFields(outer)); }
 void WindowUnderTest::Minimise() const { AskWindow("minimise"); }
 void WindowUnderTest::Restore() const { AskWindow("restore"); }

@@ -125,6 +125,8 @@ class WindowUnderTest {
   Pointer CurrentPointer() const;
   void BringToForeground() const;
   void Move(const ScreenRect& outer) const;
+  /// Gives the control another place, size and font, as the dialog manager of Windows may.
+  void Disarrange(int id) const;
   void Minimise() const;
   void Restore() const;
   /// Sends WM_DPICHANGED, as for a move to a monitor with that many dots per inch.

@@ -60,6 +60,24 @@ TEST_F(Keyboard, A_full_field_rejects_typing_over_its_selection_but_accepts_back
   window.WaitForText(ID_txtAccessCode, "");
 }
 
+TEST_F(Keyboard, Ctrl_Backspace_deletes_the_word_before_the_caret) {
+  // The character that Windows makes of the two keys; Wine makes another one.
+  constexpr char kCtrlBackspace[] = "\x7F";
+  const WindowUnderTest window = Start();
+  window.SetText(ID_cmbIPAddr, "192.168.1.100");
+  window.SetFocus(ID_cmbIPAddr);
+  window.Press("End");
+  window.Type(ID_cmbIPAddr, kCtrlBackspace);
+  window.WaitForText(ID_cmbIPAddr, "192.168.1.");
+  window.Type(ID_cmbIPAddr, kCtrlBackspace);
+  window.WaitForText(ID_cmbIPAddr, "192.168.");
+  window.SetText(ID_txtPingReqCount, "4");
+  window.SetFocus(ID_txtPingReqCount);
+  window.Press("End");
+  window.Type(ID_txtPingReqCount, kCtrlBackspace);
+  window.WaitForText(ID_txtPingReqCount, "");
+}
+
 /// Expects Tab and Shift+Tab to go through the address, the tabs, the page's controls and the list.
 void ExpectTabOrder(const WindowUnderTest& window, const std::vector<std::vector<int>>& pages) {
   ASSERT_EQ(window.StateOfTabs(ID_tabMode).captions.size(), pages.size());

@@ -135,6 +135,12 @@ TEST_F(ShippedFile, Imports_only_libraries_that_cannot_be_planted_next_to_it) {
   EXPECT_FALSE(File().HasDelayedImports());
 }
 
+TEST_F(ShippedFile, Has_the_calls_whose_effect_only_Windows_itself_shows) {
+  EXPECT_TRUE(File().Names("ImmAssociateContext"));
+  EXPECT_TRUE(File().Names("ShutdownBlockReasonCreate"));
+  EXPECT_TRUE(File().Names("SetDialogControlDpiChangeBehavior"));
+}
+
 TEST_F(ShippedFile, Follows_the_display_language_of_Windows_and_not_the_region) {
   EXPECT_TRUE(File().Names("GetUserDefaultUILanguage"));
   EXPECT_FALSE(File().Names("GetUserDefaultLangID"));

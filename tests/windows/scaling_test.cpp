@@ -169,6 +169,21 @@ TEST_F(AnotherMonitor, With_another_scaling_and_back_restores_the_layout) {
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return Same(Places(window), places); }));
 }
 
+TEST_F(AnotherMonitor, A_layout_that_the_dialog_manager_has_changed_is_restored) {
+  const WindowUnderTest window = Start();
+  window.Settle();
+  const ScreenRect first = window.Rect(0);
+  const std::vector<ScreenRect> places = Places(window);
+  const int width = window.NeededFor(ID_cmdAllTest).width;
+  for (const int id : {ID_cmdPing, ID_cmdAllTest, ID_txtPingReqCount}) window.Disarrange(id);
+  window.Settle();
+  EXPECT_FALSE(Same(Places(window), places));
+  EXPECT_NE(window.NeededFor(ID_cmdAllTest).width, width);
+  window.ChangeDpi(96, first);
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return Same(Places(window), places); }));
+  EXPECT_EQ(window.NeededFor(ID_cmdAllTest).width, width);
+}
+
 /// The layout before and after something changed while the window was minimised.
 class WhileMinimised : public AnotherMonitor {
  protected:

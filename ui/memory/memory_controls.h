@@ -144,6 +144,7 @@ class MemoryTextBox final : public MemoryControl<TextBox> {
   void ReceiveFocus() { Raise(onGotFocus); }
   void PressMouse(int16_t button, int16_t shift) { Raise(onMouseDown, button, shift); }
 
+  TextBoxStyle style = TextBoxStyle::Plain;
   int selectionStart = 0;
   int selectionLength = 0;
 

@@ -102,7 +102,8 @@ CheckBox& MemoryForm::AddCheckBox(int id, int page, const std::wstring& caption)
 }
 
 TextBox& MemoryForm::AddTextBox(int id, int page, TextBoxStyle style) {
-  TextBox& box = Add<MemoryTextBox>(id, page, focus_);
+  MemoryTextBox& box = Add<MemoryTextBox>(id, page, focus_);
+  box.style = style;
   box.SetPasswordMask(style == TextBoxStyle::Password);
   return box;
 }

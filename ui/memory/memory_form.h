@@ -87,8 +87,9 @@ class MemoryForm final : public Form {
   void FixSize() override { fixedSize = true; }
   Size ClientSize() const override { return {windowSize_.width - 16, windowSize_.height - 60}; }
   void SetMinimumWindowSize(Size size) override { minimumWindowSize = size; }
+  Size WorkArea() const override { return workArea; }
   int Dpi() const override { return dpi; }
-  int LineHeight() const override { return 15; }
+  int LineHeight() const override { return lineHeight; }
 
   /// The control with the id. Throws std::out_of_range or std::bad_cast for a wrong id or type.
   template <typename MemoryType>
@@ -134,6 +135,8 @@ class MemoryForm final : public Form {
   bool fixedSize = false;
   bool unloaded = false;
   int dpi = 96;
+  int lineHeight = 15;
+  Size workArea{1920, 1040};
   Size minimumWindowSize;
 
  private:

@@ -12,6 +12,7 @@ void ControlWindow::Create(HWND parent) {
   if (window_ == nullptr) ThrowLastError(L"A control could not be created.");
   pendingPlace_.reset();
   text_.clear();
+  form_.DpiScaling().KeepControlUnscaled(window_);
   OnCreated();
   ApplyFont();
 }

@@ -76,6 +76,7 @@ class ControlWindow {
     return CallOriginal(message, wParam, lParam);
   }
   LRESULT CallOriginal(UINT message, WPARAM wParam, LPARAM lParam) const;
+  HWND SubclassedWindow() const { return subclassed_; }
 
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
     return SendMessageW(window_, message, wParam, lParam);

@@ -59,7 +59,7 @@ class Win32CheckBox final : public CaptionedControl<CheckBox> {
 
 class Win32TextBox final : public UncaptionedControl<TextBox> {
  public:
-  Win32TextBox(Win32Form& form, int page, int id, bool masked);
+  Win32TextBox(Win32Form& form, int page, int id, TextBoxStyle style);
 
   Size SizeFor(const std::wstring& caption) const override;
   std::wstring Text() const override { return WindowText(); }
@@ -78,6 +78,7 @@ class Win32TextBox final : public UncaptionedControl<TextBox> {
   void OnButtonDown(int16_t button, UINT message, WPARAM wParam, LPARAM lParam);
 
   bool masked_;
+  bool takesInputMethod_;
 };
 
 class Win32ComboBox final : public UncaptionedControl<ComboBox> {

@@ -7,6 +7,11 @@
 // earlier, in message_filter_win32.cpp.
 
 namespace tarvik::ui {
+namespace {
+
+constexpr UINT kLayOutAgain = WM_APP;
+
+}  // namespace
 
 LRESULT CALLBACK Win32Form::WindowProcedure(HWND window, UINT message, WPARAM wParam,
                                             LPARAM lParam) noexcept {
@@ -65,6 +70,11 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
     case WM_DPICHANGED:
       OnDpiChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
       return 0;
+    case kLayOutAgain:
+      // The controls may no longer have the fonts and places that they remember.
+      for (const auto& control : controls_) control->ApplyFont();
+      UpdateLayout();
+      return 0;
     case WM_SETTINGCHANGE:
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
@@ -74,8 +84,7 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       OnClose();
       return 0;
     case WM_QUERYENDSESSION:
-      // Even while disabled: an unanswered message box must not keep the PC from shutting down.
-      return UserMayClose(onQueryEndSession);
+      return SessionMayEnd();
     case WM_ENDSESSION:
       if (wParam != FALSE && onEndSession) RunHandler(*this, onEndSession);
       return 0;
@@ -116,6 +125,16 @@ bool Win32Form::UserMayClose(const std::function<bool()>& question) noexcept {
   return agrees;
 }
 
+bool Win32Form::SessionMayEnd() noexcept {
+  // Even while disabled: an unanswered message box must not keep the PC from shutting down.
+  const bool agrees = UserMayClose(onQueryEndSession);
+  if (agrees)
+    ShutdownBlockReasonDestroy(window_);
+  else
+    ShutdownBlockReasonCreate(window_, shutdownBlockReason.c_str());
+  return agrees;
+}
+
 void Win32Form::OnClose() noexcept {
   // A disabled window is waiting for a message box or a running test. Its close button does not work, but the
   // taskbar can still send WM_CLOSE.
@@ -148,6 +167,7 @@ bool Win32Form::ApplyMessageFont() noexcept {
 void Win32Form::OnDpiChanged(int dpi, const RECT& suggested) noexcept {
   dpi_ = dpi;
   ApplyMessageFont();
+  SetIcons();
   // Measured at the old scaling; the layout sets the new one.
   minimumSize_ = {};
   // The rectangle suggested for a minimised window is that of its icon.
@@ -156,6 +176,8 @@ void Win32Form::OnDpiChanged(int dpi, const RECT& suggested) noexcept {
                  static_cast<int>(suggested.right - suggested.left),
                  static_cast<int>(suggested.bottom - suggested.top), SWP_NOZORDER | SWP_NOACTIVATE);
   UpdateLayout();
+  // Windows may rescale the pages' controls after this message; the program's layout comes last.
+  PostMessageW(window_, kLayOutAgain, 0, 0);
 }
 
 void Win32Form::OnAppearanceChanged(UINT message, WPARAM wParam, LPARAM lParam) noexcept {

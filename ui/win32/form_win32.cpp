@@ -22,6 +22,14 @@ HICON ProgramIcon(int width, int height) {
                                        width, height, LR_DEFAULTCOLOR | LR_SHARED));
 }
 
+/// The work area of the monitor that the window is on; empty when the system does not report it.
+RECT WorkAreaOf(HWND window) {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+  return monitor.rcWork;
+}
+
 void InitialiseCommonControls(const SystemLibrary& library) {
   INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
   if (const auto initialise =
@@ -33,13 +41,12 @@ void InitialiseCommonControls(const SystemLibrary& library) {
 
 Win32Form::Win32Form(const wchar_t* className, FormRole role) : className_(className), role_(role) {
   commonControls_.LoadByManifest(L"comctl32.dll");
+  inputMethods_.Load(L"imm32.dll");
   InitialiseCommonControls(commonControls_);
   WNDCLASSEXW description{};
   description.cbSize = sizeof description;
   description.lpfnWndProc = &Win32Form::WindowProcedure;
   description.hInstance = GetModuleHandleW(nullptr);
-  description.hIcon = ProgramIcon(GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON));
-  description.hIconSm = ProgramIcon(GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON));
   description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
   description.lpszClassName = className;
@@ -54,6 +61,16 @@ Win32Form::Win32Form(const wchar_t* className, FormRole role) : className_(class
   }
   dpi_ = scaling_.DpiOf(window_);
   ApplyMessageFont();
+  SetIcons();
+}
+
+void Win32Form::SetIcons() noexcept {
+  const auto set = [this](WPARAM kind, int width, int height) {
+    SendMessageW(window_, WM_SETICON, kind,
+                 reinterpret_cast<LPARAM>(ProgramIcon(Metric(width), Metric(height))));
+  };
+  set(ICON_BIG, SM_CXICON, SM_CYICON);
+  set(ICON_SMALL, SM_CXSMICON, SM_CYSMICON);
 }
 
 Win32Form::~Win32Form() {
@@ -80,6 +97,11 @@ Type& Win32Form::Add(int id, int page, Arguments&&... arguments) {
   if (page == kNoPage) added.Create(window_);
   controls_.push_back(std::move(control));
   return added;
+}
+
+void Win32Form::RemoveInputMethod(HWND edit) {
+  using Associate = void*(WINAPI*)(HWND, void*);
+  if (const auto associate = inputMethods_.Find<Associate>("ImmAssociateContext")) associate(edit, nullptr);
 }
 
 void Win32Form::CreatePage(int page) {
@@ -122,7 +144,7 @@ CheckBox& Win32Form::AddCheckBox(int id, int page, const std::wstring& caption) 
 }
 
 TextBox& Win32Form::AddTextBox(int id, int page, TextBoxStyle style) {
-  return Add<Win32TextBox>(id, page, style == TextBoxStyle::Password);
+  return Add<Win32TextBox>(id, page, style);
 }
 
 ComboBox& Win32Form::AddComboBox(int id, int page, ComboBoxStyle style) {
@@ -195,13 +217,9 @@ void Win32Form::Show() {
 }
 
 void Win32Form::KeepOnScreen() {
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
+  const RECT screen = WorkAreaOf(window_);
   RECT box{};
-  if (!GetMonitorInfoW(MonitorFromWindow(window_, MONITOR_DEFAULTTONEAREST), &monitor) ||
-      !GetWindowRect(window_, &box))
-    return;
-  const RECT& screen = monitor.rcWork;
+  if (IsRectEmpty(&screen) || !GetWindowRect(window_, &box)) return;
   const LONG x = std::max(screen.left, std::min(box.left, screen.right - (box.right - box.left)));
   const LONG y = std::max(screen.top, std::min(box.top, screen.bottom - (box.bottom - box.top)));
   if (x == box.left && y == box.top) return;
@@ -249,6 +267,11 @@ Size Win32Form::ClientSize() const {
   RECT client{};
   GetClientRect(window_, &client);
   return {static_cast<int>(client.right), static_cast<int>(client.bottom)};
+}
+
+Size Win32Form::WorkArea() const {
+  const RECT area = WorkAreaOf(window_);
+  return {static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};
 }
 
 void Win32Form::FixSize() {

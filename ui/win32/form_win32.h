@@ -70,6 +70,7 @@ class Win32Form final : public Form {
   void SetWindowSize(Size size) override;
   Size ClientSize() const override;
   void FixSize() override;
+  Size WorkArea() const override;
   void SetMinimumWindowSize(Size size) override { minimumSize_ = size; }
   int Dpi() const override { return dpi_; }
   int LineHeight() const override { return Font().LineHeight(); }
@@ -79,6 +80,7 @@ class Win32Form final : public Form {
   const MeasuredFont& Font() const { return *font_; }
   /// Converts pixels at 96 dots per inch to pixels at the window's current scaling.
   int Scaled(int length) const { return MulDiv(length, dpi_, USER_DEFAULT_SCREEN_DPI); }
+  const Scaling& DpiScaling() const { return scaling_; }
   /// GetSystemMetrics at the window's current scaling.
   int Metric(int index) const { return scaling_.Metric(index, dpi_); }
 
@@ -94,6 +96,9 @@ class Win32Form final : public Form {
   /// Moves the focus out of the window, to the next tab stop, before the window is hidden or disabled.
   void MoveFocusFrom(HWND window);
 
+  /// Keeps the input method (IME) away from an edit window.
+  void RemoveInputMethod(HWND edit);
+
   /// Creates the panel and the controls of the page that do not exist yet, unless the form was never shown.
   void CreatePage(int page);
 
@@ -105,12 +110,15 @@ class Win32Form final : public Form {
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   void OnCommand(WPARAM wParam, LPARAM lParam) noexcept;
   void OnClose() noexcept;
+  bool SessionMayEnd() noexcept;
   bool UserMayClose(const std::function<bool()>& question) noexcept;
   void OnDestroy() noexcept;
   void Unload() noexcept;
   void OnDpiChanged(int dpi, const RECT& suggested) noexcept;
   void OnAppearanceChanged(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   bool ApplyMessageFont() noexcept;
+  /// Sets the window's icons at its current scaling.
+  void SetIcons() noexcept;
   void UpdateLayout() noexcept;
   bool ShowHourglassCursor() const;
   void SetMinTrackSize(MINMAXINFO& info) const;
@@ -142,6 +150,7 @@ class Win32Form final : public Form {
   Win32MessageBoxes boxes_{*this};
   Scaling scaling_;
   SystemLibrary commonControls_;
+  SystemLibrary inputMethods_;
   HWND window_ = nullptr;
   int dpi_ = USER_DEFAULT_SCREEN_DPI;
   std::unique_ptr<MeasuredFont> font_;

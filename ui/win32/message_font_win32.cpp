@@ -27,7 +27,21 @@ Scaling::Scaling()
     : getDpiForWindow_(FindInUser32<GetDpiForWindowFunction>("GetDpiForWindow")),
       systemParametersInfoForDpi_(
           FindInUser32<SystemParametersInfoForDpiFunction>("SystemParametersInfoForDpi")),
-      getSystemMetricsForDpi_(FindInUser32<GetSystemMetricsForDpiFunction>("GetSystemMetricsForDpi")) {}
+      getSystemMetricsForDpi_(FindInUser32<GetSystemMetricsForDpiFunction>("GetSystemMetricsForDpi")),
+      setDialogDpiChangeBehavior_(FindInUser32<SetDpiChangeBehaviorFunction>("SetDialogDpiChangeBehavior")),
+      setDialogControlDpiChangeBehavior_(
+          FindInUser32<SetDpiChangeBehaviorFunction>("SetDialogControlDpiChangeBehavior")) {}
+
+void Scaling::KeepDialogUnscaled(HWND dialog) const {
+  constexpr int kDisableAll = 1;  // DDC_DISABLE_ALL
+  if (setDialogDpiChangeBehavior_ != nullptr) setDialogDpiChangeBehavior_(dialog, kDisableAll, kDisableAll);
+}
+
+void Scaling::KeepControlUnscaled(HWND control) const {
+  constexpr int kFontAndPlace = 3;  // DCDC_DISABLE_FONT_UPDATE | DCDC_DISABLE_RELAYOUT
+  if (setDialogControlDpiChangeBehavior_ != nullptr)
+    setDialogControlDpiChangeBehavior_(control, kFontAndPlace, kFontAndPlace);
+}
 
 int Scaling::DpiOf(HWND window) const {
   const int dpi = getDpiForWindow_ != nullptr ? static_cast<int>(getDpiForWindow_(window)) : SystemDpi();

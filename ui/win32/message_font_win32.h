@@ -18,15 +18,23 @@ class Scaling {
   LOGFONTW MessageFont(int dpi) const;
   /// GetSystemMetrics at that scaling.
   int Metric(int index, int dpi) const;
+  /// Leaves the scaling of a dialog and of a control on it to the program, where Windows would also scale
+  /// them.
+  void KeepDialogUnscaled(HWND dialog) const;
+  void KeepControlUnscaled(HWND control) const;
 
  private:
   using GetDpiForWindowFunction = UINT WINAPI(HWND);
   using SystemParametersInfoForDpiFunction = BOOL WINAPI(UINT, UINT, PVOID, UINT, UINT);
   using GetSystemMetricsForDpiFunction = int WINAPI(int, UINT);
+  /// Window, mask of the behaviours to set, their values.
+  using SetDpiChangeBehaviorFunction = BOOL WINAPI(HWND, int, int);
 
   GetDpiForWindowFunction* getDpiForWindow_;
   SystemParametersInfoForDpiFunction* systemParametersInfoForDpi_;
   GetSystemMetricsForDpiFunction* getSystemMetricsForDpi_;
+  SetDpiChangeBehaviorFunction* setDialogDpiChangeBehavior_;
+  SetDpiChangeBehaviorFunction* setDialogControlDpiChangeBehavior_;
 };
 
 /// A font and the sizes of texts in it, in pixels.

@@ -49,6 +49,7 @@ void Win32TabStrip::CreatePanel(int page) {
                                           PanelProcedure, 0);
   if (panel == nullptr) ThrowLastError(L"A page could not be created.");
   At(page).panel = panel;
+  form_.DpiScaling().KeepDialogUnscaled(panel);
   SetWindowTextW(panel, At(page).caption.c_str());
   EnableWindow(panel, IsEnabled());
   PlacePanel(panel);

@@ -11,6 +11,7 @@ namespace tarvik::ui {
 namespace {
 
 constexpr wchar_t kCtrlA = 1;
+constexpr wchar_t kCtrlBackspace = 0x7F;
 constexpr wchar_t kBackspace = 8;
 constexpr wchar_t kBlackCircle = 0x25CF;  ///< the password character of Windows itself
 constexpr int kVisibleItems = 10;
@@ -33,17 +34,43 @@ bool PassesFilter(Win32Form& form, const KeyPress& filter, WPARAM& letter) noexc
   return keyAscii != 0;
 }
 
+/// Ctrl+Backspace, which an edit window itself would take for the character U+007F: deletes the selection, or
+/// else the letters and digits before the caret with what separates them from it. In a password everything
+/// before it.
+void DeleteWordBeforeCaret(HWND edit, bool password) {
+  DWORD start = 0;
+  DWORD end = 0;
+  SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+  if (start == end) {
+    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(edit)), L'\0');
+    text.resize(static_cast<size_t>(GetWindowTextW(edit, text.data(), static_cast<int>(text.size()) + 1)));
+    start = std::min(start, static_cast<DWORD>(text.size()));
+    const auto skip = [&](bool words) {
+      while (start > 0 && (IsCharAlphaNumericW(text[start - 1]) != FALSE) == words) --start;
+    };
+    skip(false);
+    skip(true);
+    if (password) start = 0;
+    SendMessageW(edit, EM_SETSEL, start, static_cast<LPARAM>(end));
+  }
+  SendMessageW(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L""));
+}
+
 }  // namespace
 
-Win32TextBox::Win32TextBox(Win32Form& form, int page, int id, bool masked)
+Win32TextBox::Win32TextBox(Win32Form& form, int page, int id, TextBoxStyle style)
     : UncaptionedControl(form, page, id,
-                         {L"Edit", ES_AUTOHSCROLL | WS_TABSTOP | WS_GROUP | (masked ? DWORD{ES_PASSWORD} : 0),
+                         {L"Edit",
+                          ES_AUTOHSCROLL | WS_TABSTOP | WS_GROUP |
+                              (style == TextBoxStyle::Password ? DWORD{ES_PASSWORD} : 0),
                           WS_EX_CLIENTEDGE}),
-      masked_(masked) {}
+      masked_(style == TextBoxStyle::Password),
+      takesInputMethod_(style == TextBoxStyle::Plain) {}
 
 void Win32TextBox::OnCreated() {
   Send(EM_SETLIMITTEXT, 0);
   if (masked_ != PasswordMask()) SetPasswordMask(masked_);
+  if (!takesInputMethod_) form_.RemoveInputMethod(Window());
   Subclass(Window());
 }
 
@@ -91,6 +118,10 @@ LRESULT Win32TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         SetSelection(0, -1);
         return 0;
       }
+      if (wParam == kCtrlBackspace) {
+        DeleteWordBeforeCaret(Window(), PasswordMask());
+        return 0;
+      }
       if (!PassesFilter(form_, onKeyPress, wParam)) return 0;
       break;
     case WM_LBUTTONDOWN:
@@ -118,6 +149,7 @@ void Win32ComboBox::OnCreated() {
   parts.cbSize = sizeof parts;
   if (!GetComboBoxInfo(Window(), &parts) || parts.hwndItem == nullptr)
     ThrowLastError(L"A control could not be created.");
+  form_.RemoveInputMethod(parts.hwndItem);
   Subclass(parts.hwndItem);
 }
 
@@ -172,6 +204,10 @@ LRESULT Win32ComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CHAR:
       if (wParam == kCtrlA) {
         Send(CB_SETEDITSEL, 0, MAKELPARAM(0, -1));
+        return 0;
+      }
+      if (wParam == kCtrlBackspace) {
+        DeleteWordBeforeCaret(SubclassedWindow(), false);
         return 0;
       }
       if (!PassesFilter(form_, onKeyPress, wParam)) return 0;

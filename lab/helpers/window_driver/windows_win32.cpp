@@ -161,6 +161,20 @@ Fields Styles(const Arguments& arguments) {
           NumberText(static_cast<uint32_t>(GetWindowLongPtrW(control, GWL_EXSTYLE)))};
 }
 
+/// disarrange <window> <id>: gives the control another place, size and font, as the dialog manager of Windows
+/// may when the scaling changes
+Fields Disarrange(const Arguments& arguments) {
+  const HWND control = arguments.Control(0);
+  RECT box{};
+  GetWindowRect(control, &box);
+  MapWindowPoints(nullptr, GetParent(control), reinterpret_cast<POINT*>(&box), 2);
+  SetWindowPos(control, nullptr, static_cast<int>(box.left) + 7, static_cast<int>(box.top) + 5,
+               static_cast<int>(box.right - box.left) + 9, static_cast<int>(box.bottom - box.top) + 3,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+  PostMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(SYSTEM_FONT)), 0);
+  return {};
+}
+
 }  // namespace
 
 HWND FindTopLevel(DWORD process, const std::wstring& windowClass) {
@@ -196,6 +210,7 @@ void AddWindowCommands() {
     return Fields{NumberText(SendWithTimeOut(a.Control(0), BM_GETCHECK))};
   });
   AddCommand("move", Move);
+  AddCommand("disarrange", Disarrange);
   AddCommand("change_theme", [](const Arguments& a) {
     SendWithTimeOut(a.Window(0), WM_THEMECHANGED);
     return Fields{};

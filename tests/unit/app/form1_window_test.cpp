@@ -107,6 +107,44 @@ TEST_F(Form1WindowTest, A_ping_count_of_0_or_2147483647_is_accepted) {
   }
 }
 
+TEST_F(Form1WindowTest, Numbers_and_passwords_are_typed_without_an_input_method) {
+  for (const int id : {ID_txtTcpPortNo, ID_txtPingReqCount, ID_txtNxlibTimeOut, ID_txtK7ApiTestCount})
+    EXPECT_EQ(Box(id).style, ui::TextBoxStyle::Number) << id;
+  for (const int id : {ID_txtAccessCode, ID_txtFtpPasswd})
+    EXPECT_EQ(Box(id).style, ui::TextBoxStyle::Password) << id;
+  EXPECT_EQ(Box(ID_txtFtpUsername).style, ui::TextBoxStyle::Plain);
+}
+
+TEST_F(Form1WindowTest, On_a_small_screen_the_list_shrinks_and_the_minimum_size_fits) {
+  // 1366 x 768 at 150 percent, with the taller line of a Japanese font.
+  form.workArea = {1366, 728};
+  form.lineHeight = 36;
+  form.onScalingChanged();
+  EXPECT_LE(form.minimumWindowSize.height, 728);
+  EXPECT_LE(form.WindowSize().height, 728);
+  EXPECT_GE(List().Bounds().height, 36);
+  EXPECT_LE(List().Bounds().y + List().Bounds().height, form.ClientSize().height);
+  form.workArea = {1920, 1040};
+  form.onScalingChanged();
+  EXPECT_EQ(List().Bounds().height, 16 * 36);
+}
+
+TEST_F(Form1WindowTest, Another_scaling_changes_how_far_the_list_scrolls_sideways) {
+  List().clientWidth = 700;
+  form.onScalingChanged();
+  EXPECT_EQ(List().horizontalExtent, 2100);
+}
+
+TEST_F(Form1Test, Windows_shows_why_the_session_must_not_end_in_English) {
+  Start(L"-LANGID 1");
+  EXPECT_EQ(form.shutdownBlockReason, L"A test is running.");
+}
+
+TEST_F(Form1Test, Windows_shows_why_the_session_must_not_end_in_Japanese) {
+  Start(L"-LANGID 0");
+  EXPECT_EQ(form.shutdownBlockReason, L"ﾃｽﾄを実行中です。");
+}
+
 TEST_F(Form1WindowTest, Number_boxes_select_their_text_on_focus) {
   for (const int id : {ID_txtTcpPortNo, ID_txtPingReqCount, ID_txtNxlibTimeOut, ID_txtK7ApiTestCount}) {
     Box(id).SetText(L"12345");

@@ -313,5 +313,12 @@ TEST_F(PmcTest, The_Tab_order_is_the_visual_order_with_each_label_before_its_fie
                         ID_Label1_6, ID_pmc_lstResult, ID_lblCount, ID_cmdRead, ID_cmdStop, ID_cmdClose}));
 }
 
+TEST_F(PmcTest, On_a_small_screen_its_lists_shrink_and_the_minimum_size_fits) {
+  form->workArea = {800, 300};
+  form->onScalingChanged();
+  EXPECT_LE(form->minimumWindowSize.height, 300);
+  EXPECT_GT(Log().Bounds().height, 15);
+}
+
 }  // namespace
 }  // namespace tarvik::test
