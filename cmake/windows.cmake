@@ -46,7 +46,11 @@ function(add_edition target family folder)
   target_compile_definitions(${target} PRIVATE TARVIK_FAMILY_EDITION=${family})
   target_include_directories(${target} PRIVATE resources)
   target_link_libraries(${target} PRIVATE tarvik_windows)
-  target_link_options(${target} PRIVATE -municode)
+  # The linker's default is version 4.0, for which Windows keeps old behaviour; without --tsaware a terminal server
+  # gives the program a private Windows folder.
+  target_link_options(${target} PRIVATE -municode -Wl,--tsaware
+                      -Wl,--major-subsystem-version,6 -Wl,--minor-subsystem-version,1
+                      -Wl,--major-os-version,6 -Wl,--minor-os-version,1)
 endfunction()
 
 add_edition(Tarvik 1 ${output})

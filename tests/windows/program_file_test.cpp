@@ -34,7 +34,8 @@ class ProgramFile {
   bool IsExecutable() const { return bytes_.substr(header_, 4) == std::string("PE\0\0", 4); }
   uint32_t Timestamp() const { return Number32(header_ + 8); }
   uint32_t Characteristics() const { return Number16(optional_ + 70); }
-  /// Major version in the upper half.
+  // Versions: major version in the upper half.
+  uint32_t SystemVersion() const { return Number16(optional_ + 40) << 16 | Number16(optional_ + 42); }
   uint32_t SubsystemVersion() const { return Number16(optional_ + 48) << 16 | Number16(optional_ + 50); }
   uint32_t Subsystem() const { return Number16(optional_ + 68); }
   bool HasDelayedImports() const { return Directory(13) != 0; }
@@ -120,8 +121,15 @@ TEST_F(ShippedFile, Uses_ASLR_and_DEP) {
 }
 
 TEST_F(ShippedFile, Is_a_GUI_program_for_Windows_7_and_later) {
+  constexpr uint32_t kWindows7 = 0x00060001;
   EXPECT_EQ(File().Subsystem(), 2u);
-  EXPECT_LE(File().SubsystemVersion(), 0x00060001u);
+  EXPECT_EQ(File().SubsystemVersion(), kWindows7);
+  EXPECT_EQ(File().SystemVersion(), kWindows7);
+}
+
+TEST_F(ShippedFile, Is_aware_of_terminal_servers) {
+  constexpr uint32_t kTerminalServerAware = 0x8000;
+  EXPECT_TRUE(File().Characteristics() & kTerminalServerAware);
 }
 
 TEST_F(ShippedFile, Has_no_link_time) { EXPECT_EQ(File().Timestamp(), 0u); }
