@@ -39,10 +39,12 @@ void Win32TabStrip::OnCreated() {
 
 void Win32TabStrip::CreatePanel(int page) {
   // A template without controls: the header is followed by the empty names of the menu, class and title.
-  struct {
+  // Windows expects it on a 4-byte boundary, although its declaration asks for 2 bytes only.
+  struct alignas(4) {
     DLGTEMPLATE header;
     WORD names[3];
   } dialog{};
+  static_assert(alignof(decltype(dialog)) == 4);
   dialog.header.style = WS_CHILD | WS_CLIPSIBLINGS | DS_CONTROL;
   dialog.header.dwExtendedStyle = WS_EX_CONTROLPARENT;
   HWND panel = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &dialog.header, form_.Window(),
