@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/form1.h"
+#include "app/process_protection_win32.h"
 #include "platform/windows_win32.h"
 #include "ui/win32/form_win32.h"
 #include "ui/win32/message_filter_win32.h"
@@ -91,6 +92,7 @@ int Run() {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+  ProtectProcess();
   try {
     return Run();
   } catch (...) {

@@ -15,8 +15,9 @@ class Win32Processes final : public Processes {
     PROCESS_INFORMATION process{};
     // CreateProcessW may modify the command line.
     std::wstring writable = commandLine;
-    if (!::CreateProcessW(nullptr, writable.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                          &process))
+    // By default the program would inherit this process' error mode, which hides Windows' error boxes.
+    if (!::CreateProcessW(nullptr, writable.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE,
+                          nullptr, nullptr, &startup, &process))
       return 0;
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);

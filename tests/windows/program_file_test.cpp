@@ -149,6 +149,11 @@ TEST_F(ShippedFile, Has_the_calls_whose_effect_only_Windows_itself_shows) {
   EXPECT_TRUE(File().Names("SetDialogControlDpiChangeBehavior"));
 }
 
+TEST_F(ShippedFile, Keeps_its_window_during_long_calls_and_hides_the_error_boxes_of_Windows) {
+  EXPECT_TRUE(File().Names("DisableProcessWindowsGhosting"));
+  EXPECT_TRUE(File().Names("SetErrorMode"));
+}
+
 TEST_F(ShippedFile, Follows_the_display_language_of_Windows_and_not_the_region) {
   EXPECT_TRUE(File().Names("GetUserDefaultUILanguage"));
   EXPECT_FALSE(File().Names("GetUserDefaultLangID"));

@@ -1,0 +1,15 @@
+#include "app/process_protection_win32.h"
+
+#include "platform/windows_win32.h"
+
+namespace tarvik {
+
+void ProtectProcess() {
+  // After five seconds in one library call Windows would show a ghost in place of the window, and closing the
+  // ghost would end the program and lose the result.
+  ::DisableProcessWindowsGhosting();
+  // The program reports failures itself; Windows' boxes about bad images and empty drives would stop a run.
+  ::SetErrorMode(SEM_FAILCRITICALERRORS);
+}
+
+}  // namespace tarvik
