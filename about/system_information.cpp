@@ -18,7 +18,7 @@ void StartSysInfo(System& system, Processes& processes, report::MessageBoxes& bo
   const std::wstring path = PathOfTool(system);
   // Unquoted, "C:\Program Files\..." would first be tried as a program named "C:\Program".
   const std::wstring commandLine = path.starts_with(L'"') ? path : L"\"" + path + L"\"";
-  if (path.empty() || processes.Shell(commandLine, StartWindow::NormalFocused) == 0)
+  if (path.empty() || processes.Shell(commandLine, StartWindow::NormalFocused, {}) == 0)
     boxes.Show(L"Cannot display the system information");
 }
 

@@ -72,8 +72,10 @@ void Form1::lblK7UdpPortNo_MouseDown(int16_t button, int16_t shift) {
 }
 
 void Form1::OpenServicesFileInEditor() {
+  // By its bare name, a notepad.exe planted beside this program would be started.
   StartProgram(deps_.processes, deps_.form.Boxes(),
-               L"notepad.exe " + deps_.windowsFolder + L"\\system32\\drivers\\etc\\services");
+               L"notepad.exe " + deps_.windowsFolder + L"\\system32\\drivers\\etc\\services",
+               deps_.windowsFolder + L"\\System32\\notepad.exe");
 }
 
 void Form1::tabMode_PageFront(int page) {

@@ -5,6 +5,7 @@
 
 #include "app/form1.h"
 #include "app/process_protection_win32.h"
+#include "platform/search_path_win32.h"
 #include "platform/windows_win32.h"
 #include "ui/win32/form_win32.h"
 #include "ui/win32/message_filter_win32.h"
@@ -13,17 +14,6 @@
 namespace {
 
 using namespace tarvik;
-
-std::wstring ProgramFolder() {
-  std::wstring path(MAX_PATH, L'\0');
-  DWORD length = 0;
-  // GetModuleFileNameW truncates a path that does not fit, and then returns the buffer's size.
-  while ((length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) ==
-         path.size())
-    path.resize(2 * path.size());
-  path.resize(length);
-  return path.substr(0, path.rfind(L'\\'));
-}
 
 std::wstring WindowsFolder() {
   wchar_t folder[MAX_PATH] = {};

@@ -10,6 +10,11 @@ void ProtectProcess() {
   ::DisableProcessWindowsGhosting();
   // The program reports failures itself; Windows' boxes about bad images and empty drives would stop a run.
   ::SetErrorMode(SEM_FAILCRITICALERRORS);
+  // The current folder may be one to which others write, such as a share or a removable drive.
+  ::SetSearchPathMode(BASE_SEARCH_PATH_ENABLE_SAFE_SEARCHMODE | BASE_SEARCH_PATH_PERMANENT);
+  ::SetDllDirectoryW(L"");
+  // CreateProcess asks only whether the variable exists. So do command interpreters, which inherit it.
+  ::SetEnvironmentVariableW(L"NoDefaultCurrentDirectoryInExePath", L"1");
 }
 
 }  // namespace tarvik

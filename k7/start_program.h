@@ -7,7 +7,9 @@
 
 namespace tarvik {
 
-/// Starts the command line with a normal, focused window. A message box reports a failure.
-void StartProgram(Processes& processes, report::MessageBoxes& boxes, const std::wstring& commandLine);
+/// Starts the command line with a normal, focused window. `program`: see Processes::Shell. A message box
+/// reports a failure.
+void StartProgram(Processes& processes, report::MessageBoxes& boxes, const std::wstring& commandLine,
+                  const std::wstring& program = {});
 
 }  // namespace tarvik

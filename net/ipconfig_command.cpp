@@ -74,7 +74,7 @@ bool WriteBatchFile(report::Pump& pump, const NetLibraries& libraries, const std
 
 bool RunBatchFile(const report::CheckContext& context, const NetLibraries& libraries,
                   const std::wstring& path) {
-  const uint32_t processId = libraries.processes.Shell(L"\"" + path + L"\"", StartWindow::Hidden);
+  const uint32_t processId = libraries.processes.Shell(L"\"" + path + L"\"", StartWindow::Hidden, {});
   if (processId == 0) return false;
   {
     QueriedProcess process(libraries.processes, processId);

@@ -2,6 +2,7 @@
 
 #include "platform/error_line_win32.h"
 #include "platform/library_error.h"
+#include "platform/search_path_win32.h"
 #include "platform/text.h"
 
 namespace tarvik {
@@ -14,8 +15,8 @@ bool ClosedLibrary::Available() {
   if (module_ != nullptr) return true;
   std::wstring path(MAX_PATH, L'\0');
   DWORD length = 0;
-  while ((length = ::SearchPathW(nullptr, name_.c_str(), nullptr, static_cast<DWORD>(path.size()),
-                                 path.data(), nullptr)) > path.size())
+  while ((length = SearchStandardFolders(name_.c_str(), path.data(), static_cast<DWORD>(path.size()))) >
+         path.size())
     path.resize(length);
   path.resize(length);
   // With this flag Windows looks for the library's own dependencies in the library's folder first, not in

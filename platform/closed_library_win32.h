@@ -7,8 +7,8 @@
 
 namespace tarvik {
 
-/// One of the maker's closed libraries. The first use looks for it on the standard search path and loads it
-/// by the full path found. After a failure every later use tries again.
+/// One of the maker's closed libraries. The first use looks for it on the standard search path, without the
+/// current folder, and loads it by the full path found. After a failure every later use tries again.
 class ClosedLibrary {
  public:
   explicit ClosedLibrary(const wchar_t* name) : name_(name) {}

@@ -18,9 +18,9 @@ class KernelCalls {
 
   virtual ~KernelCalls() = default;
 
-  /// Looks for the file on the standard search path and copies its full path, NUL-terminated, to `buffer`.
-  /// Returns the path's length without the NUL, the required size with the NUL when `size` is too small, or 0
-  /// when the file is not found.
+  /// Looks for the file on the standard search path, without the current folder, and copies its full path,
+  /// NUL-terminated, to `buffer`. Returns the path's length without the NUL, the required size with the NUL
+  /// when `size` is too small, or 0 when the file is not found.
   virtual uint32_t SearchPathW(const wchar_t* fileName, wchar_t* buffer, uint32_t size) = 0;
 
   /// Loads one of Windows' own libraries, given by its bare name. Returns 0 when it cannot be loaded.

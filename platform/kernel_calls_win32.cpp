@@ -3,6 +3,7 @@
 #include <bit>
 #include <string>
 
+#include "platform/search_path_win32.h"
 #include "platform/windows_win32.h"
 
 namespace tarvik {
@@ -11,7 +12,7 @@ namespace {
 class Win32KernelCalls final : public KernelCalls {
  public:
   uint32_t SearchPathW(const wchar_t* fileName, wchar_t* buffer, uint32_t size) override {
-    return ::SearchPathW(nullptr, fileName, nullptr, size, buffer, nullptr);
+    return SearchStandardFolders(fileName, buffer, size);
   }
   Module LoadLibraryExA(const char* fileName, uint32_t flags) override {
     // By full path: for a bare name Windows would load a file planted next to the program.

@@ -18,9 +18,11 @@ class Processes {
 
   virtual ~Processes() = default;
 
-  /// Starts the command line (CreateProcess with its usual search for executables). Returns the process id,
-  /// or 0 when the program could not be started.
-  virtual uint32_t Shell(const std::wstring& commandLine, StartWindow window) = 0;
+  /// Starts the command line. `program`: the program's full path; empty = the usual search of CreateProcess
+  /// for the first word of the command line, but never in the current folder. Returns the process id, or 0
+  /// when the program could not be started.
+  virtual uint32_t Shell(const std::wstring& commandLine, StartWindow window,
+                         const std::wstring& program) = 0;
 
   /// Returns 0 on failure.
   virtual Handle OpenProcess(uint32_t access, uint32_t processId) = 0;

@@ -7,7 +7,7 @@ namespace {
 
 class Win32Processes final : public Processes {
  public:
-  uint32_t Shell(const std::wstring& commandLine, StartWindow window) override {
+  uint32_t Shell(const std::wstring& commandLine, StartWindow window, const std::wstring& program) override {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;
@@ -16,8 +16,8 @@ class Win32Processes final : public Processes {
     // CreateProcessW may modify the command line.
     std::wstring writable = commandLine;
     // By default the program would inherit this process' error mode, which hides Windows' error boxes.
-    if (!::CreateProcessW(nullptr, writable.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE,
-                          nullptr, nullptr, &startup, &process))
+    if (!::CreateProcessW(program.empty() ? nullptr : program.c_str(), writable.data(), nullptr, nullptr,
+                          FALSE, CREATE_DEFAULT_ERROR_MODE, nullptr, nullptr, &startup, &process))
       return 0;
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);

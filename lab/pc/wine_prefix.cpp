@@ -124,6 +124,14 @@ void WinePrefix::SetRegistryValue(Hive hive, const std::string& key, const std::
   AppendRegistryValue(folder_ + (hive == Hive::User ? "/user.reg" : "/system.reg"), key, name, value);
 }
 
+void WinePrefix::ReplaceProgram(const std::string& name, const std::string& file) {
+  for (const char* const folder : {"system32", "syswow64"}) {
+    const fs::path program = fs::path(folder_) / "drive_c/windows" / folder / name;
+    fs::remove(program);  // a hard link to the master's
+    fs::copy_file(file, program);
+  }
+}
+
 void WinePrefix::EndPrograms() {
   Process::Options options;
   options.environment = Variables();

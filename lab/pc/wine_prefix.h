@@ -32,6 +32,9 @@ class WinePrefix {
   /// the notation of .reg files, "\"text\"" or "dword:00000060".
   void SetRegistryValue(Hive hive, const std::string& key, const std::string& name, const std::string& value);
 
+  /// Replaces a program of Windows, such as "notepad.exe", for 32- and 64-bit programs.
+  void ReplaceProgram(const std::string& name, const std::string& file);
+
   /// Ends its programs and its Wine server, which saves the registry.
   void EndPrograms();
 

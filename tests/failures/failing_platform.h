@@ -120,8 +120,8 @@ class FailingProcesses final : public Failing<Processes> {
  public:
   using Failing::Failing;
 
-  uint32_t Shell(const std::wstring& commandLine, StartWindow window) override {
-    return plan_.WayToFail("Shell", 1) == 1 ? 0 : library_.Shell(commandLine, window);
+  uint32_t Shell(const std::wstring& commandLine, StartWindow window, const std::wstring& program) override {
+    return plan_.WayToFail("Shell", 1) == 1 ? 0 : library_.Shell(commandLine, window, program);
   }
   Handle OpenProcess(uint32_t access, uint32_t processId) override {
     return plan_.WayToFail("OpenProcess", 1) == 1 ? 0

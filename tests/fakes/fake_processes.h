@@ -14,7 +14,8 @@ class FakeProcesses final : public Processes {
  public:
   static constexpr uint32_t kStillActive = 259;
 
-  uint32_t Shell(const std::wstring& commandLine, StartWindow window) override {
+  uint32_t Shell(const std::wstring& commandLine, StartWindow window, const std::wstring& program) override {
+    programs.push_back(program);
     commandLines.push_back(commandLine);
     windows.push_back(window);
     if (processId != 0 && onStart) onStart();
@@ -44,6 +45,7 @@ class FakeProcesses final : public Processes {
   std::function<void()> onPoll;
 
   std::vector<std::wstring> commandLines;
+  std::vector<std::wstring> programs;
   std::vector<StartWindow> windows;
   uint32_t openedAccess = 0;
   uint32_t openedId = 0;

@@ -24,8 +24,8 @@ uint64_t Seed() {
   return seed;
 }
 
-/// A network with two controllers and an FTP server, a K7 server on the PC, and a copy of the program with a
-/// notepad.exe that ends at once.
+/// A network with two controllers and an FTP server, a K7 server on the PC with a notepad.exe that ends at
+/// once, and a copy of the program.
 class MonkeyAtWork : public CncTest<MonkeyAtWork> {
  public:
   static WindowsPc::Options Options() {
@@ -56,6 +56,7 @@ class MonkeyAtWork : public CncTest<MonkeyAtWork> {
     files.AddFile("O1000.NC", 100);
     const std::string cache = PcForTests().cacheFolder;
     const K7ServerProgram k7Server(Pc(), Net(), PcForTests().programPath, cache, "");
+    Pc().Prefix().ReplaceProgram("notepad.exe", fs::path(ProgramPath()).parent_path() / "start_recorder.exe");
     Monkey monkey({Net(), Pc(), CopyOf(program)}, Seed());
     std::cout << "TARVIK_MONKEY_SEED=" << Seed() << std::endl;
     try {
@@ -75,7 +76,6 @@ class MonkeyAtWork : public CncTest<MonkeyAtWork> {
     fs::create_directory(to);
     fs::copy_file(program, to / "Tarvik.exe");
     fs::copy(from / "Language", to / "Language", fs::copy_options::recursive);
-    fs::copy_file(fs::path(ProgramPath()).parent_path() / "start_recorder.exe", to / "notepad.exe");
     return to / "Tarvik.exe";
   }
 

@@ -60,7 +60,7 @@ class K7ServicePc : public WindowsTest<Suite> {
              fs::copy_options::recursive);
     for (const char* const library : {"NxLib32.dll", "NxLibe1.dll", "k7api.dll", "SvcKit.dll"})
       fs::copy_file(Bench() + "/" + library, InFolder(library));
-    fs::copy_file(Recorder(), InFolder("notepad.exe"));
+    this->Pc().Prefix().ReplaceProgram("notepad.exe", Recorder());
     WriteServicesFile(kServicesLine);
   }
 

@@ -47,9 +47,10 @@ class WindowsTest : public testing::Test {
     return WaitForMainWindow(*program_);
   }
 
-  void StartOnly(const std::string& commandLine = {}, const std::string& program = ProgramPath()) {
+  void StartOnly(const std::string& commandLine = {}, const std::string& program = ProgramPath(),
+                 const std::string& workingFolder = {}) {
     program_.reset();
-    program_ = std::make_unique<ProgramUnderTest>(*pc_, program, commandLine);
+    program_ = std::make_unique<ProgramUnderTest>(*pc_, program, commandLine, workingFolder);
   }
 
  private:

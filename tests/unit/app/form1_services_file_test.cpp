@@ -101,6 +101,7 @@ TEST_F(Form1ServicesFileTest, Only_a_left_click_with_Ctrl_and_Alt_opens_the_serv
   }
   PortLabel().PressMouse(1, 6);
   EXPECT_EQ(processes.commandLines.back(), L"notepad.exe C:\\Windows\\system32\\drivers\\etc\\services");
+  EXPECT_EQ(processes.programs.back(), L"C:\\Windows\\System32\\notepad.exe");
   EXPECT_EQ(processes.windows.back(), StartWindow::NormalFocused);
   EXPECT_TRUE(boxes.boxes.empty());
 }
