@@ -19,9 +19,10 @@ std::wstring ExpandVariables(const std::wstring& text) {
 
 }  // namespace
 
-std::optional<std::wstring> ReadRegistryText(HKEY root, const std::wstring& key, const std::wstring& name) {
+std::optional<std::wstring> ReadRegistryText(HKEY root, const std::wstring& key, const std::wstring& name,
+                                             REGSAM view) {
   RegistryKey opened;
-  if (::RegOpenKeyExW(root, key.c_str(), 0, KEY_QUERY_VALUE, opened.Out()) != ERROR_SUCCESS)
+  if (::RegOpenKeyExW(root, key.c_str(), 0, KEY_QUERY_VALUE | view, opened.Out()) != ERROR_SUCCESS)
     return std::nullopt;
   DWORD type = 0;
   DWORD bytes = 0;

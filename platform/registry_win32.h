@@ -26,6 +26,8 @@ class RegistryKey {
 /// The text value (REG_SZ or REG_EXPAND_SZ) `name` of the key below `root`, up to its first NUL. Environment
 /// variables in a REG_EXPAND_SZ value are expanded. Nothing when the value is missing, has another type or
 /// cannot be read.
-std::optional<std::wstring> ReadRegistryText(HKEY root, const std::wstring& key, const std::wstring& name);
+/// `view`: 0 = the program's own view, KEY_WOW64_64KEY = that of 64-bit programs.
+std::optional<std::wstring> ReadRegistryText(HKEY root, const std::wstring& key, const std::wstring& name,
+                                             REGSAM view = 0);
 
 }  // namespace tarvik

@@ -25,7 +25,8 @@ class System {
                                             uint32_t bufferSize, const std::wstring& path) = 0;
 
   /// The text value `name` of the key below HKEY_LOCAL_MACHINE, with environment variables expanded if it is
-  /// REG_EXPAND_SZ. Nothing when it is missing, is not a text or cannot be read.
+  /// REG_EXPAND_SZ. When the program's own view of the registry has none, that in the view of 64-bit
+  /// programs. Nothing when both are missing, not a text or cannot be read.
   virtual std::optional<std::wstring> ReadMachineRegistry(const std::wstring& key,
                                                           const std::wstring& name) = 0;
 

@@ -131,6 +131,43 @@ TEST_F(AboutBox, Pages_of_installed_libraries_are_visible) {
   EXPECT_TRUE(window.Visible(ID_cmdAllTest));
 }
 
+/// A 64-bit Windows whose registry names the tool for 64-bit programs only.
+class SystemInformationTool : public WindowsTest<SystemInformationTool> {
+ public:
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = PcForTests();
+    folder_ = std::make_unique<TempDirectory>(options.cacheFolder);
+    options.environment["TARVIK_LAB_STARTS"] = WindowsPath(folder_->Path() + "/starts");
+    return options;
+  }
+  static void PreparePc(WindowsPc& pc) {
+    std::string value = "\"";
+    for (const char character :
+         WindowsPath(std::filesystem::path(ProgramPath()).parent_path() / "start_recorder.exe"))
+      value.append(character == '\\' ? 2 : 1, character);
+    pc.Prefix().SetRegistryValue(WinePrefix::Hive::System, "Software\\Microsoft\\Shared Tools\\MSINFO",
+                                 "PATH", value + "\"");
+  }
+  static void TearDownTestSuite() {
+    WindowsTest::TearDownTestSuite();
+    folder_.reset();
+  }
+
+ protected:
+  static std::string StartsFile() { return folder_->Path() + "/starts"; }
+
+ private:
+  static inline std::unique_ptr<TempDirectory> folder_;
+};
+
+TEST_F(SystemInformationTool, Is_found_in_the_registry_of_64_bit_programs) {
+  const WindowUnderTest window = Start();
+  window.InvokeCommand(ID_mnuHelpSub);
+  Program().WaitForWindow("frmAbout").Click(ID_cmdSysInfo);
+  EXPECT_TRUE(WaitUntil(kSoon, [] { return LinesOfFile(StartsFile()).size() == 1; }));
+  EXPECT_FALSE(Program().HasBox());
+}
+
 /// A PC with no closed library but the configuration library.
 class WithoutModules : public WindowsTest<WithoutModules> {
  public:
