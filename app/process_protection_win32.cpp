@@ -1,5 +1,7 @@
 #include "app/process_protection_win32.h"
 
+#include <cstdlib>
+
 #include "platform/windows_win32.h"
 
 namespace tarvik {
@@ -18,3 +20,9 @@ void ProtectProcess() {
 }
 
 }  // namespace tarvik
+
+/// In place of the C library's, which shows a box and leaves no crash report. std::terminate ends here, too.
+extern "C" void abort() {
+  ::RaiseFailFastException(nullptr, nullptr, FAIL_FAST_GENERATE_EXCEPTION_ADDRESS);
+  __builtin_trap();
+}

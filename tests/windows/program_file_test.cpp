@@ -154,6 +154,11 @@ TEST_F(ShippedFile, Keeps_its_window_during_long_calls_and_hides_the_error_boxes
   EXPECT_TRUE(File().Names("SetErrorMode"));
 }
 
+TEST_F(ShippedFile, Leaves_a_crash_report_when_it_aborts) {
+  EXPECT_TRUE(File().Names("RaiseFailFastException"));
+  EXPECT_FALSE(File().Names("abort"));
+}
+
 TEST_F(ShippedFile, Searches_the_current_folder_for_nothing) {
   EXPECT_TRUE(File().Names("SetSearchPathMode"));
   EXPECT_TRUE(File().Names("SetDllDirectoryW"));

@@ -3,6 +3,7 @@
 //
 //   add_services <path> <name> <port> <protocol>  -> 1 or 0, the port, the texts of all message boxes
 //   profile <path> <section> <key>               -> the value as Windows reads it, and as the program does
+//   terminate                                     -> no answer: an exception that nobody handles
 //   module_version <path>                         -> the version of the file, or nothing
 //   ftp_connect <host> <user> <password>          -> 1 or 0
 //   ftp_response                                  -> the server's last reply
@@ -14,6 +15,9 @@
 
 #include <array>
 
+#include <exception>
+
+#include "app/process_protection_win32.h"
 #include "ftp/ftp_client.h"
 #include "ftp/wininet.h"
 #include "k7/services_file_adding.h"
@@ -134,12 +138,15 @@ void AddFtpCommands(std::map<std::string, Command>& commands, clsFtpClient& clie
 
 int main() {
   using namespace tarvik;
+  ProtectProcess();
   const auto wininet = MakeWininet();
   const auto codePage = MakeCodePage();
   clsFtpClient client(*wininet, *codePage);
-  std::map<std::string, lab::Command> commands{{"add_services", lab::AddServices},
-                                               {"profile", lab::ReadProfile},
-                                               {"module_version", lab::ModuleVersion}};
+  std::map<std::string, lab::Command> commands{
+      {"add_services", lab::AddServices},
+      {"profile", lab::ReadProfile},
+      {"module_version", lab::ModuleVersion},
+      {"terminate", [](const lab::Fields&) -> lab::Fields { std::terminate(); }}};
   lab::AddFtpCommands(commands, client);
   lab::AnswerCommands(commands);
 }
