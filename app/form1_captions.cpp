@@ -12,9 +12,9 @@ void Form1::LoadCaptions() {
   } catch (const RuntimeError&) {
     // The window keeps its built-in caption; the controls still get theirs.
   }
-  deps_.form.shutdownBlockReason = texts_.GetOrBuiltIn(Message::TestIsRunning);
   ui::LoadCaptions(deps_.form, resource_);
   controls_.lblK7ServerStatus.SetToolTip(texts_.FromFile(Message::K7StatusTip));
+  deps_.form.shutdownBlockReason = texts_.GetOrBuiltIn(Message::TestIsRunning);
 }
 
 }  // namespace tarvik

@@ -47,7 +47,7 @@ bool Form1::RunWithStopButton(const std::function<bool()>& test) {
     try {
       button.SetCaption(RowOf(Message::K7ApiButton).english);
     } catch (const RuntimeError&) {
-      // An exception that left this destructor would end the program.
+      // An exception that left this guard would end the program.
     }
   });
   return test();

@@ -25,7 +25,7 @@ bool Form1::RunOutermost(const std::function<bool()>& routine) {
     try {
       controls_.cmdPing.SetCaption(RowOf(Message::PingButton).english);
     } catch (const RuntimeError&) {
-      // An exception that left this destructor would end the program.
+      // An exception that left this guard would end the program.
     }
   });
   controls_.cmdPing.SetCaption(texts_.GetOrEmpty(Message::StopButton));

@@ -17,8 +17,10 @@ using namespace tarvik;
 
 std::wstring WindowsFolder() {
   wchar_t folder[MAX_PATH] = {};
-  const DWORD length = ::GetEnvironmentVariableW(L"WinDir", folder, MAX_PATH);
-  return length < MAX_PATH ? folder : std::wstring();
+  DWORD length = ::GetEnvironmentVariableW(L"WinDir", folder, MAX_PATH);
+  // Without a folder, paths below it would be relative to the current drive.
+  if (length == 0 || length >= MAX_PATH) length = ::GetWindowsDirectoryW(folder, MAX_PATH);
+  return {folder, length < MAX_PATH ? length : 0};
 }
 
 int Run() {

@@ -67,7 +67,6 @@ frmPmcTest::frmPmcTest(std::unique_ptr<ui::Form> form, const Texts& texts, repor
 }
 
 void frmPmcTest::Form_Load() {
-  form_->shutdownBlockReason = texts_.GetOrBuiltIn(Message::TestIsRunning);
   form_->errorText = [this](const RuntimeError& error) { return report::ErrorText(error, texts_); };
   form_->onResize = [this] { Form_Resize(); };
   form_->onScalingChanged = [this] { Form_ScalingChanged(); };
@@ -105,8 +104,10 @@ void frmPmcTest::Form_Resize() {
 void frmPmcTest::Form_ScalingChanged() {
   const ui::Size minimum = LayOutPmcTest(*form_, controls_);
   const ui::Size window = form_->WindowSize();
+  const int maxHeight = std::max(form_->WorkArea().height, minimum.height);
   form_->SetMinimumWindowSize(minimum);
-  form_->SetWindowSize({std::max(window.width, minimum.width), std::max(window.height, minimum.height)});
+  form_->SetWindowSize(
+      {std::max(window.width, minimum.width), std::clamp(window.height, minimum.height, maxHeight)});
 }
 
 void frmPmcTest::Form_Escape() {

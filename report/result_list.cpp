@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/scope_guard.h"
 #include "platform/text.h"
 
 namespace tarvik::report {
@@ -14,8 +13,15 @@ constexpr size_t kMaxLines = 1000;
 
 void ResultList::UpdateView(size_t kept, bool selectLast) {
   if (view_ == nullptr) return;
-  const ScopeGuard count([this] { shown_ = view_->Count(); });
-  view_->Update(lines_, std::min(kept, shown_), selectLast);
+  try {
+    view_->Update(lines_, kept, selectLast);
+  } catch (...) {
+    // Without the rejected line, which would be tried again before every later one.
+    shown_ = std::min(lines_.size(), view_->Count());
+    lines_.resize(shown_);
+    throw;
+  }
+  shown_ = view_->Count();
 }
 
 void ResultList::ReadBack() {
@@ -47,7 +53,7 @@ void ResultList::ClearList() {
 }
 
 std::wstring ResultList::AllLines() {
-  ReadBack();
+  if (view_ != nullptr) lines_ = view_->Shown();
   std::wstring text;
   for (const std::wstring& line : lines_) text += line + L"\r\n";
   return text;

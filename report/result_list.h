@@ -57,7 +57,7 @@ class ResultList {
 
   std::vector<std::wstring> lines_;
   ResultView* view_ = nullptr;
-  size_t shown_ = 0;  ///< lines in the view after its last update; fewer than `lines_` when it refused some
+  size_t shown_ = 0;  ///< lines in the view after its latest update
 };
 
 }  // namespace tarvik::report

@@ -31,11 +31,12 @@ Size WindowSizeFor(const Form& form, Size client) {
 
 Size MinWindowSizeFor(const Form& form, Size client) {
   const Size size = WindowSizeFor(form, client);
-  const Size area = form.WorkArea();
-  return {std::min(size.width, area.width), std::min(size.height, area.height)};
+  const int room = form.WorkArea().height;
+  return {size.width, room > 0 ? std::min(size.height, room) : size.height};
 }
 
 int ListHeightFor(const Form& form, int wanted, int others) {
+  if (form.WorkArea().height <= 0) return wanted;
   const int room = form.WorkArea().height - WindowSizeFor(form, {0, others}).height;
   return std::clamp(room, form.LineHeight(), wanted);
 }

@@ -27,8 +27,8 @@ BoxPtr Sized(Control& control, const wchar_t* sample);
 /// The outer size at which the window's client area has the size `client`.
 Size WindowSizeFor(const Form& form, Size client);
 
-/// The minimum outer size of a window whose controls need that size, the last of it a list that may shrink:
-/// at most the work area.
+/// The minimum outer size of a window whose controls need that size, the last of them a list that may shrink:
+/// at most as high as the work area.
 Size MinWindowSizeFor(const Form& form, Size client);
 
 /// The height of a list that should have `wanted` pixels, in a window whose other controls, gaps and margins

@@ -139,7 +139,9 @@ void MemoryForm::SetWindowSize(Size size) {
 bool MemoryForm::MoveFocus(TextBox& from, Control& to) {
   const auto* button = dynamic_cast<const Button*>(&to);
   const bool asks = button == nullptr || button->causesValidation;
-  if (asks && from.onValidate && !from.onValidate()) return false;
+  bool agrees = true;
+  if (asks && from.onValidate) Guarded([&] { agrees = from.onValidate(); });
+  if (!agrees) return false;
   to.SetFocus();
   return true;
 }

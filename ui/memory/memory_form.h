@@ -115,7 +115,7 @@ class MemoryForm final : public Form {
   template <typename WithKeyPress>
   static bool PressKey(WithKeyPress& control, int16_t key) {
     int16_t keyAscii = key;
-    if (control.onKeyPress) control.onKeyPress(keyAscii);
+    if (control.onKeyPress) control.form->Guarded([&] { control.onKeyPress(keyAscii); });
     return keyAscii != 0;
   }
 

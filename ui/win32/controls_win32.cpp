@@ -96,7 +96,7 @@ void Win32CheckBox::SetChecked(bool checked) {
   if (checked == Checked()) return;
   checked_ = checked;
   if (IsCreated()) Send(BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED);
-  if (onClick) onClick();
+  Raise(onClick);
 }
 
 void Win32CheckBox::OnCommand(WORD notification) {

@@ -30,7 +30,7 @@ void ReportException(HWND owner) noexcept {
   }
 }
 
-void RunHandler(Win32Form& form, const std::function<void()>& handler) noexcept {
+void RunFunction(Win32Form& form, const std::function<void()>& handler) noexcept {
   try {
     form.Guarded(handler);
   } catch (...) {

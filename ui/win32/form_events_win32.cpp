@@ -76,6 +76,7 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       UpdateLayout();
       return 0;
     case WM_SETTINGCHANGE:
+    case WM_DISPLAYCHANGE:
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
       OnAppearanceChanged(message, wParam, lParam);
@@ -86,6 +87,7 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
     case WM_QUERYENDSESSION:
       return SessionMayEnd();
     case WM_ENDSESSION:
+      if (wParam == FALSE) ShutdownBlockReasonDestroy(window_);
       if (wParam != FALSE && onEndSession) RunHandler(*this, onEndSession);
       return 0;
     case WM_DESTROY:
@@ -187,7 +189,8 @@ void Win32Form::OnAppearanceChanged(UINT message, WPARAM wParam, LPARAM lParam) 
       if (control->Window() != nullptr) SendMessageW(control->Window(), message, wParam, lParam);
   }
   const bool newFont = message == WM_SETTINGCHANGE && ApplyMessageFont();
-  if (newFont || message != WM_SETTINGCHANGE) UpdateLayout();
+  const bool newWorkArea = message == WM_SETTINGCHANGE && wParam == SPI_SETWORKAREA;
+  if (newFont || newWorkArea || message != WM_SETTINGCHANGE) UpdateLayout();
 }
 
 void Win32Form::UpdateLayout() noexcept {

@@ -17,9 +17,10 @@ constexpr int kIconId = 1;  ///< in the program's resources
 constexpr UINT_PTR kOtherPagesTimer = 1;
 constexpr UINT kOtherPagesDelayMs = 30;  ///< lets the messages of showing the window be handled first
 
-HICON ProgramIcon(int width, int height) {
+/// The caller destroys it. Not LR_SHARED, which returns the size that was loaded first.
+HICON LoadProgramIcon(int width, int height) {
   return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kIconId), IMAGE_ICON,
-                                       width, height, LR_DEFAULTCOLOR | LR_SHARED));
+                                       width, height, LR_DEFAULTCOLOR));
 }
 
 /// The work area of the monitor that the window is on; empty when the system does not report it.
@@ -65,17 +66,20 @@ Win32Form::Win32Form(const wchar_t* className, FormRole role) : className_(class
 }
 
 void Win32Form::SetIcons() noexcept {
-  const auto set = [this](WPARAM kind, int width, int height) {
-    SendMessageW(window_, WM_SETICON, kind,
-                 reinterpret_cast<LPARAM>(ProgramIcon(Metric(width), Metric(height))));
+  const auto set = [this](HICON& icon, WPARAM kind, int width, int height) {
+    const HICON old = std::exchange(icon, LoadProgramIcon(Metric(width), Metric(height)));
+    SendMessageW(window_, WM_SETICON, kind, reinterpret_cast<LPARAM>(icon));
+    if (old != nullptr) DestroyIcon(old);
   };
-  set(ICON_BIG, SM_CXICON, SM_CYICON);
-  set(ICON_SMALL, SM_CXSMICON, SM_CYSMICON);
+  set(largeIcon_, ICON_BIG, SM_CXICON, SM_CYICON);
+  set(smallIcon_, ICON_SMALL, SM_CXSMICON, SM_CYSMICON);
 }
 
 Win32Form::~Win32Form() {
   unloaded_ = true;  // the owners of the handlers may be destroyed already
   if (window_ != nullptr) DestroyWindow(window_);
+  for (const HICON icon : {largeIcon_, smallIcon_})
+    if (icon != nullptr) DestroyIcon(icon);
   UnregisterClassW(className_, GetModuleHandleW(nullptr));
 }
 

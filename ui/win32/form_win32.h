@@ -157,6 +157,8 @@ class Win32Form final : public Form {
   std::unique_ptr<Win32Menu> menuBar_;
   std::vector<std::unique_ptr<ControlWindow>> controls_;
   Win32TabStrip* tabStrip_ = nullptr;
+  HICON largeIcon_ = nullptr;
+  HICON smallIcon_ = nullptr;
   Size minimumSize_;
   Pointer pointer_ = Pointer::Default;
   HWND lastFocus_ = nullptr;  ///< where the focus was when the window last lost it

@@ -77,6 +77,7 @@ int Win32ListBox::ClientWidth() const {
 }
 
 void Win32ListBox::SetHorizontalExtent(int pixels) {
+  if (Send(LB_GETHORIZONTALEXTENT) == pixels) return;
   Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(pixels));
   // The scroll bar that may now appear must not cover the selected line.
   if (SelectedIndex() >= 0) Select(SelectedIndex());

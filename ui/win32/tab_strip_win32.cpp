@@ -139,7 +139,7 @@ void Win32TabStrip::BringToFront(int page) {
   if (!At(page).on) throw RuntimeError(L"The page is switched off.");
   if (page == front_) return;
   Show(page);
-  if (onPageFront) onPageFront(page);
+  Raise(onPageFront, page);
 }
 
 void Win32TabStrip::Show(int page) {

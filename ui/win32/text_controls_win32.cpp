@@ -119,7 +119,7 @@ LRESULT Win32TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
       }
       if (wParam == kCtrlBackspace) {
-        DeleteWordBeforeCaret(Window(), PasswordMask());
+        RunHandler(form_, [this] { DeleteWordBeforeCaret(Window(), PasswordMask()); });
         return 0;
       }
       if (!PassesFilter(form_, onKeyPress, wParam)) return 0;
@@ -207,7 +207,7 @@ LRESULT Win32ComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
       }
       if (wParam == kCtrlBackspace) {
-        DeleteWordBeforeCaret(SubclassedWindow(), false);
+        RunHandler(form_, [this] { DeleteWordBeforeCaret(SubclassedWindow(), false); });
         return 0;
       }
       if (!PassesFilter(form_, onKeyPress, wParam)) return 0;

@@ -129,6 +129,13 @@ TEST_F(Form1WindowTest, On_a_small_screen_the_list_shrinks_and_the_minimum_size_
   EXPECT_EQ(List().Bounds().height, 16 * 36);
 }
 
+TEST_F(Form1WindowTest, An_unknown_work_area_does_not_limit_the_window) {
+  form.workArea = {};
+  form.onScalingChanged();
+  EXPECT_EQ(List().Bounds().height, 16 * form.lineHeight);
+  EXPECT_GT(form.minimumWindowSize.height, 16 * form.lineHeight);
+}
+
 TEST_F(Form1WindowTest, Another_scaling_changes_how_far_the_list_scrolls_sideways) {
   List().clientWidth = 700;
   form.onScalingChanged();

@@ -55,14 +55,16 @@ TEST_F(ResultListViewTest, A_batch_is_painted_once) {
   EXPECT_TRUE(box.redrawing);
 }
 
-TEST_F(ResultListViewTest, A_line_that_the_box_rejected_is_shown_with_the_next_one) {
+TEST_F(ResultListViewTest, A_line_that_the_box_rejected_does_not_keep_later_ones_out) {
   list.AddToList(L"one");
   box.refusing = true;
   EXPECT_THROW(list.AddToList(L"two"), RuntimeError);
+  EXPECT_THROW(list.AddToList(L"three"), RuntimeError);
   box.refusing = false;
   EXPECT_TRUE(box.redrawing);
-  list.AddToList(L"three");
-  EXPECT_EQ(box.lines, (Lines{L"one", L"two", L"three"}));
+  list.AddToList(L"four");
+  EXPECT_EQ(box.lines, (Lines{L"one", L"four"}));
+  EXPECT_EQ(list.AllLines(), L"one\r\nfour\r\n");
 }
 
 TEST_F(ResultListViewTest, Lines_that_another_program_put_into_the_box_become_the_lists_own) {
