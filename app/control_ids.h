@@ -18,13 +18,13 @@ enum ControlId : int {
   ID_lblResult = 1104,
   ID_lstResult = 1105,
 
-  // Form1: page 0
+  // Form1: Ping page
   ID_lblPingReqCount = 1201,
   ID_txtPingReqCount = 1202,
   ID_cmdPing = 1203,
   ID_cmdAllTest = 1204,
 
-  // Form1: page 1
+  // Form1: NEXAL2 page
   ID_lblNxlibTimeOut = 1301,
   ID_txtNxlibTimeOut = 1302,
   ID_lblTcpPortNo = 1303,
@@ -34,12 +34,12 @@ enum ControlId : int {
   ID_txtAccessCode = 1307,
   ID_cmdGetInfo = 1308,
 
-  // Form1: page 2
+  // Form1: K7 Api page
   ID_lblTestCount = 1401,
   ID_txtK7ApiTestCount = 1402,
   ID_cmdK7Api = 1403,
 
-  // Form1: page 3
+  // Form1: K7 Svc page
   ID_lblStatus = 1501,
   ID_lblK7ServerStatus = 1502,
   ID_lblPcUdpSetting = 1503,
@@ -48,7 +48,7 @@ enum ControlId : int {
   ID_cmdStartStopK7Server_1 = 1506,  ///< starts the service
   ID_cmdK7ServerDebug = 1507,
 
-  // Form1: page 4
+  // Form1: Ftp page
   ID_lblFtpUsername = 1601,
   ID_txtFtpUsername = 1602,
   ID_lblFtpPasswd = 1603,

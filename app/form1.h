@@ -32,8 +32,9 @@ class Form1 {
   Form1(const Form1&) = delete;
   Form1& operator=(const Form1&) = delete;
 
-  /// Runs the start-up steps, from reading the configuration to the auto-run. Afterwards the caller shows the
-  /// window, unless the auto-run has done so.
+  /// Runs the start-up steps, from reading the configuration to showing the K7 Server's port, which follows
+  /// the auto-run. Ends early when StartSockets fails. Afterwards the caller shows the window, unless the
+  /// auto-run has done so.
   void Form_Load();
 
   /// The list to which every test reports.
@@ -49,8 +50,9 @@ class Form1 {
   /// first failure. True when every rung passed. During a run, requests a stop instead and returns false.
   bool RunAllTests();
 
-  /// Runs the K7 API test against the CNC in the address box. True when it passed, and when start-up did not
-  /// find its library. A library that cannot be used is reported in the standard error dialog.
+  /// Runs the K7 API test against the CNC in the address box. True when the test passed, or was skipped
+  /// because start-up did not find the library. A library that was found but cannot be used is reported in
+  /// the standard error dialog.
   bool RunK7ApiTest();
 
  private:
@@ -82,7 +84,7 @@ class Form1 {
   bool txtPingReqCount_Validate();
   void Form_Escape();
 
-  /// Calls the K7 API test. Meanwhile the hourglass is shown and cmdK7Api is the stop button.
+  /// Calls `test`, the K7 API test. During the call the hourglass is shown and cmdK7Api is the stop button.
   bool RunWithStopButton(const std::function<bool()>& test);
   using K7ServiceCommand = std::function<void(const report::CheckContext&, SvcUtl&, const ShowServiceState&)>;
   /// Calls `command`, with `active` true until it returns or throws. Does nothing in the family edition or
@@ -104,8 +106,8 @@ class Form1 {
   bool RunReachabilityCheck();
   bool RunLibraryTest();
   bool RunFtpTest();
-  /// Runs one rung of the ladder, or skips it and returns true when its bit is not set. False when the test
-  /// failed, or was not started because of a stop request.
+  /// Runs one rung of the ladder if its option bit is set. False when a stop was requested before it or the
+  /// test failed; otherwise true.
   bool RunIfSelected(OptionBit bit, bool (Form1::*test)());
   CncTarget ReadCncTarget() const;
 
@@ -116,13 +118,13 @@ class Form1 {
   int32_t QueryConfiguration();
   void UseProgramFolderAndWindowsLanguage();
   void LoadLanguage();
-  /// Calls WSAStartup and lists what it reports. False when start-up must end.
+  /// Calls WSAStartup and lists what it reports. False only for the result -1; start-up then ends.
   bool StartSockets();
   void OpenIcmp();
   void ReadCommandLine();
   void LoadCaptions();
   void CheckModules();
-  /// In family mode only.
+  /// Hides the two K7 pages in family mode; otherwise does nothing.
   void SwitchK7PagesOff();
   void StartServiceControl();
   void PrefillNumbers();
@@ -152,7 +154,7 @@ class Form1 {
   void RecordInitialSizes(ui::Size window);
   /// Lays the window out for the present captions and scaling. A size that the user has enlarged is kept.
   void UpdateLayout();
-  /// Lets the result list scroll sideways, by its width at the current scaling.
+  /// Sets how far the result list scrolls sideways, from its width at the current scaling.
   void SetListExtent();
   float Twips(int pixels) const;
   int Pixels(float twips) const;

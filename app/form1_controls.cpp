@@ -1,4 +1,4 @@
-// Creates the main window's controls. The order of the members' initialisers is the tab order.
+// Creates the main window's controls. The members' declaration order in form1_controls.h is the tab order.
 
 #include "app/form1_controls.h"
 

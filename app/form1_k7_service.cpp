@@ -45,9 +45,9 @@ void Form1::ShowK7ServiceState(int32_t status) {
   deps_.pump.LetEventsRun();
 }
 
-// Start and Stop need every other service command to have ended. Debug and the status query exclude only each
-// other, because both are useful while Start or Stop waits for the service. A test does not block any of
-// them: the K7 API test shows what a restart of the service does.
+// A click on Start or Stop is ignored while any service command is active. Debug and the status query are
+// ignored only while one of these two is active: both are useful while Start or Stop waits. A test does not
+// block any of them: the K7 API test shows what a restart of the service does.
 
 void Form1::lblK7ServerStatus_Click() {
   if (queryingService_) return;
@@ -72,7 +72,7 @@ void Form1::lblK7UdpPortNo_MouseDown(int16_t button, int16_t shift) {
 }
 
 void Form1::OpenServicesFileInEditor() {
-  // By its bare name, a notepad.exe planted beside this program would be started.
+  // A bare name would start a notepad.exe planted next to this program.
   StartProgram(deps_.processes, deps_.form.Boxes(),
                L"notepad.exe " + deps_.windowsFolder + L"\\system32\\drivers\\etc\\services",
                deps_.windowsFolder + L"\\System32\\notepad.exe");

@@ -25,7 +25,7 @@ class ConfigurationSession {
     try {
       library_.Terminate();
     } catch (const RuntimeError&) {
-      // Terminate is missing; there is no other way to clean up.
+      // The library does not export Terminate, so nothing can be cleaned up.
     }
   }
   ConfigurationSession(const ConfigurationSession&) = delete;
@@ -40,7 +40,7 @@ class ConfigurationSession {
 void Form1::Form_Load() {
   loading_ = true;  // the window cannot be closed during its own start-up
   const ScopeGuard loaded([this] { loading_ = false; });
-  // A failing step is reported; the rest still run.
+  // A step that throws is reported and the rest still run. Only a failed StartSockets ends start-up.
   const auto step = [this](void (Form1::*run)()) { deps_.form.Guarded([&] { (this->*run)(); }); };
   productFamily_ = deps_.familyEdition;
   // Dormant: nothing shows the command again. The PMC window opens only if another program sends the command.
@@ -80,7 +80,7 @@ void Form1::ReadConfiguration() {
     return;
   }
   languageMode_ = kLanguageFile;
-  // Defaults for what the library does not provide because it is missing or lacks a call.
+  // Defaults, in case the library or one of its calls is missing.
   UseProgramFolderAndWindowsLanguage();
   int32_t result = -1;
   deps_.form.Guarded([&] {
@@ -111,8 +111,8 @@ bool Form1::StartSockets() {
   const auto text = [this](const char* field, size_t size) {
     return deps_.codePage.FromAnsi(TrimNull(std::string_view(field, size)));
   };
-  // Values up to 0 in the signed reading are listed with 65536 added: large ones then appear unsigned, and 0,
-  // which means "no limit", appears as 65536.
+  // Read as a signed number; 65,536 is added to 0 and negatives. Large sizes therefore appear unsigned, and 0
+  // ("no limit") as 65536.
   const auto datagram = static_cast<int16_t>(data.iMaxUdpDg);
   deps_.form.Guarded([&] {
     results_.AddToList(L"szDescription:" + text(data.szDescription, sizeof data.szDescription));
@@ -122,6 +122,7 @@ bool Form1::StartSockets() {
     results_.AddToList(L"lpVendorInfo:" + Decimal(data.lpVendorInfo));
     results_.AddToList(kSeparator);
   });
+  // -1 on purpose: ordinary WSAStartup failures are positive error codes and do not end start-up.
   return result != -1;
 }
 

@@ -6,6 +6,7 @@ namespace tarvik {
 namespace {
 
 constexpr int16_t kBackspace = 8;
+/// The longest label of a host name. Here it limits the whole box.
 constexpr size_t kMaxHostBytes = 63;
 
 bool IsDigit(int16_t key) { return key >= L'0' && key <= L'9'; }
