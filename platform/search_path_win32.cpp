@@ -1,6 +1,6 @@
-// Without a list of folders SearchPathW also looks in the current folder, even in its safe mode, where that
-// is the last one. A file planted there must not be found, so the other standard folders are listed here, in
-// the standard order.
+// Without a list of folders SearchPathW also searches the current folder; its safe mode only moves that
+// folder to the end. A file planted there must not be found, so the other standard folders are listed here,
+// in the standard order.
 
 #include "platform/search_path_win32.h"
 
