@@ -17,15 +17,15 @@ class Resource {
   Resource(Files& files, System& system, CodePage& codePage)
       : files_(files), system_(system), codePage_(codePage) {}
 
-  /// Selects the language file of the locale id or, if that is missing, the English one (1033). False when
-  /// both are missing; the object stays usable and LoadString returns numbers in brackets.
+  /// Selects `commonDataFolder\Language\<resName>_<language>.ini` or, if that is missing, the English file
+  /// (1033). False when both are missing; the object stays usable and LoadString returns numbers in brackets.
   bool Initialize(int32_t language, const std::wstring& commonDataFolder, const std::wstring& resName);
 
   /// The string; "(id)" when the file has none. The two characters "\n" in the file become a line break. Each
   /// id is read from the file once.
   std::wstring LoadString(int32_t id);
 
-  /// As LoadString, but nothing when the file has no such string.
+  /// Like LoadString, but nothing when the file does not contain the string.
   std::optional<std::wstring> FindString(int32_t id);
 
   /// Clears the cache and deselects the file; Initialize may be called again.
@@ -34,10 +34,11 @@ class Resource {
   /// The locale id in use: the requested one, or 1033 after the fallback.
   int32_t pLanguage() const { return language_; }
 
-  /// The last error of Initialize or LoadString; empty after a LoadString that found its text.
+  /// The last error. LoadString and FindString clear it first. Not empty after Initialize fell back to
+  /// English.
   const std::wstring& pErrorText() const { return errorText_; }
 
-  /// Dormant: stored but never read. Kept for callers written for older releases.
+  /// Dormant: never written or read.
   bool pUsingOldResource = false;
 
  private:
