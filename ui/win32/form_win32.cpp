@@ -1,3 +1,7 @@
+// Creates the window and its controls, and moves the focus. For a faster start-up, the controls of a page are
+// created when the page is first shown, or shortly after the window appears and accepts input. Messages are
+// handled in form_events_win32.cpp.
+
 #include "ui/win32/form_win32.h"
 
 #include <algorithm>
@@ -7,15 +11,13 @@
 #include "ui/win32/common_controls_win32.h"
 #include "ui/win32/controls_win32.h"
 
-// Creates the window and its controls, and moves the focus. Controls on a page are created when the page is
-// first shown, or shortly after the window. Messages are handled in form_events_win32.cpp.
-
 namespace tarvik::ui {
 namespace {
 
 constexpr int kIconId = 1;  ///< in the program's resources
 constexpr UINT_PTR kOtherPagesTimer = 1;
-constexpr UINT kOtherPagesDelayMs = 30;  ///< lets the messages of showing the window be handled first
+/// So that the messages caused by showing the window are handled first.
+constexpr UINT kOtherPagesDelayMs = 30;
 
 /// The caller destroys it. Not LR_SHARED, which returns the size that was loaded first.
 HICON LoadProgramIcon(int width, int height) {
@@ -213,10 +215,9 @@ void Win32Form::Show() {
     for (const auto& control : controls_) control->ApplyPlace();
     if (tabStrip_ != nullptr) CreatePage(tabStrip_->FrontPage());
   }
-  // The main window is shown as the program's starter asks for, such as a shortcut with "Maximized".
+  // The main window opens in the state that its starter requests, such as a shortcut set to "Maximized".
   ShowWindow(window_, role_ == FormRole::Main ? SW_SHOWDEFAULT : SW_SHOW);
   UpdateWindow(window_);
-  // Faster start-up: the other pages are created after the window appears and accepts input.
   if (first && tabStrip_ != nullptr) SetTimer(window_, kOtherPagesTimer, kOtherPagesDelayMs, nullptr);
 }
 
