@@ -79,7 +79,8 @@ class FakeCncLibrary final : public CncLibrary {
   int16_t optionsResult = 0;
   int16_t infoResult = 0;
   int16_t readResult = 0;
-  Handle nextHandle = 5;              ///< the next handle to allocate; 0 stays 0, others count up
+  /// The next handle to allocate, increased after each; 0 = succeed with handle 0 every time.
+  Handle nextHandle = 5;
   bool givesHandleOnFailure = false;  ///< a failed call also allocates a handle
   bool fillsRecords = true;           ///< false: calls succeed but leave the records untouched
   bool spoilsHeader = false;          ///< a read overwrites the fields of its request

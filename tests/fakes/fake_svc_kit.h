@@ -10,7 +10,7 @@
 
 namespace tarvik::test {
 
-/// A service control manager with one service. Records every call.
+/// An SvcKit library with one service. Records every call.
 class FakeSvcKit final : public SvcKit {
  public:
   static constexpr auto kNoService = static_cast<int32_t>(0x80000124);
@@ -58,7 +58,7 @@ class FakeSvcKit final : public SvcKit {
   int32_t status = 4;    ///< 1 = stopped, 4 = running
   /// The number of queries until a start or stop takes effect; 0 = it never does.
   int slowness = 1;
-  int32_t pending = 0;  ///< the state until then; 0 = the former state
+  int32_t pending = 0;  ///< the state meanwhile; 0 = the state does not change
   int32_t installResult = 0;
   int32_t removeResult = 0;
   int32_t startResult = 0;

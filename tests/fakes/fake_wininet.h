@@ -14,7 +14,8 @@
 
 namespace tarvik::test {
 
-/// A WinINet without a network. Records every call with its arguments, and which handles are open.
+/// A WinINet without a network. Records all calls except InternetFindNextFileA and GetLastError, with their
+/// arguments, and which handles are open.
 class FakeWininet final : public Wininet {
  public:
   static constexpr uint32_t kInsufficientBuffer = 122;

@@ -6,10 +6,18 @@
 #include "tests/fakes/fake_winsock.h"
 #include "tests/fuzz/fuzzer.h"
 
-// Any interface list. First four bytes: the byte count from WSAIoctl. The rest: the entries.
+namespace {
+
+constexpr size_t kInterfaceInfoBytes = 76;  ///< the size of an INTERFACE_INFO
+constexpr size_t kMaxListedInterfaces = 10;
+
+}  // namespace
+
+// Any interface list. The parser gets all bytes. For GetInterfaceList the first four are the byte count from
+// WSAIoctl, and the rest the entries.
 TARVIK_FUZZER(net_interface_list) {
   const auto bytes = std::as_bytes(std::span(data, size));
-  if (tarvik::ParseInterfaceList(bytes).size() > size / 76) std::abort();
+  if (tarvik::ParseInterfaceList(bytes).size() > size / kInterfaceInfoBytes) std::abort();
   if (size < sizeof(uint32_t)) return;
   uint32_t returned = 0;
   std::memcpy(&returned, data, sizeof returned);
@@ -17,6 +25,7 @@ TARVIK_FUZZER(net_interface_list) {
   winsock.ioctlReturned = returned;
   winsock.interfaceBytes.assign(bytes.begin() + sizeof returned, bytes.end());
   std::vector<tarvik::LocalAddressRecord> list;
-  if (!tarvik::GetInterfaceList(winsock, list) || list.size() > 10 || !winsock.openSockets.empty())
+  if (!tarvik::GetInterfaceList(winsock, list) || list.size() > kMaxListedInterfaces ||
+      !winsock.openSockets.empty())
     std::abort();
 }

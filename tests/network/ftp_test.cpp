@@ -46,12 +46,13 @@ class FtpTest : public LabTest<Suite> {
     return FaultyFtpServer(LabTest<Suite>::Net(), Host::Near, fault);
   }
 
-  /// Starts the program, clicks a button of the Ftp page and returns the lines of the run; for Connect those
-  /// after its title, or the whole list when it no longer holds the title. TestIn does so in an open window.
+  /// Starts the program, clicks a button of the Ftp page and returns the result list. For Connect, returns
+  /// only the lines after its title, if the list still contains it.
   Lines Test(const std::string& user = {}, const std::string& password = {}, int button = ID_cmdFtpConnect) {
     return TestIn(this->Start(), user, password, button);
   }
 
+  /// The same in a window that is already open.
   Lines TestIn(const WindowUnderTest& window, const std::string& user = {}, const std::string& password = {},
                int button = ID_cmdFtpConnect) {
     window.SelectTab(ID_tabMode, 2);
@@ -121,13 +122,13 @@ TEST_F(Ftp, Lines_are_sorted_in_the_order_of_the_users_language) {
   EXPECT_EQ(names, (Lines{"_x", "10", "9", "a", "ab", "a-c", "b", "C", "D"}));
 }
 
-TEST_F(Ftp, A_host_without_a_server_or_a_cable_cannot_be_connected) {
+TEST_F(Ftp, Without_a_server_or_a_cable_a_connection_error_is_shown) {
   EXPECT_EQ(Test(), Lines{"Cannot connect ..."});
   Net().PullCable(Host::Near);
   EXPECT_EQ(Test(), Lines{"Cannot connect ..."});
 }
 
-TEST_F(Ftp, A_server_that_was_switched_off_is_not_mistaken_for_the_one_before) {
+TEST_F(Ftp, A_failed_connection_shows_no_reply_of_an_earlier_session) {
   const WindowUnderTest window = Start();
   {
     const FtpServer server = Serve(Product::Vsftpd);
@@ -147,7 +148,7 @@ TEST_F(Ftp, All_Test_pings_the_host_and_then_connects) {
                     {}, {"226 Directory send OK."}));
 }
 
-TEST_F(Ftp, A_server_that_hangs_up_during_the_login_shows_its_last_reply) {
+TEST_F(Ftp, If_the_server_disconnects_during_the_login_its_last_reply_is_shown) {
   for (const auto& [fault, words] :
        {std::pair("drop USER", "220 ready"), std::pair("drop PASS", "331 password?")}) {
     const FaultyFtpServer server = ServeWithFault(fault);
@@ -155,7 +156,7 @@ TEST_F(Ftp, A_server_that_hangs_up_during_the_login_shows_its_last_reply) {
   }
 }
 
-TEST_F(Ftp, A_server_that_hangs_up_after_the_login_shows_no_listing) {
+TEST_F(Ftp, If_the_server_disconnects_after_the_login_the_listing_is_empty) {
   {
     const FaultyFtpServer server = ServeWithFault("drop PWD");
     EXPECT_EQ(Test(kFtpUser, kFtpPassword),
@@ -165,11 +166,11 @@ TEST_F(Ftp, A_server_that_hangs_up_after_the_login_shows_no_listing) {
   EXPECT_EQ(Test(kFtpUser, kFtpPassword), Listing({"230 logged in", "257 \"/\""}, {}, {"200 ok"}));
 }
 
-TEST_F(Ftp, A_server_that_hangs_up_during_the_listing_shows_what_arrived) {
+TEST_F(Ftp, If_the_server_disconnects_during_the_listing_the_received_part_is_shown) {
   const FaultyFtpServer server = ServeWithFault("drop LIST");
   Lines lines = Test(kFtpUser, kFtpPassword);
   ASSERT_FALSE(lines.empty());
-  lines.pop_back();  // Wine's library takes the incomplete line for the last reply.
+  lines.pop_back();  // Wine's library reports the incomplete line as the last reply.
   EXPECT_EQ(lines, Listing({"230 logged in", "257 \"/\""}, {Entry("a.txt", "3")}, {}));
 }
 
@@ -191,8 +192,8 @@ TEST_F(LargeFtp, A_directory_of_1500_entries_is_listed_completely) {
   const FtpServer server = Serve(Product::Vsftpd);
   for (int i = 0; i < 1500; ++i) server.AddFile("file" + std::to_string(10'000 + i));
   const Lines lines = Test();
-  // 6 lines of the start-up report, 2 of the title, 2 replies, 3 of the header, 1500 entries, 1 reply. The
-  // program clears a list of 1001 lines before it adds the next one.
+  // Added in total: 6 lines of start-up report, 2 of title, 2 replies, 3 of header, 1,500 entries, 1 reply.
+  // A full list (1,001 lines) is cleared before the next line is added, so the remainder is left.
   ASSERT_EQ(lines.size(), (6U + 2 + 2 + 3 + 1500 + 1) % 1001);
   for (size_t i = 0; i + 1 < lines.size(); ++i)
     ASSERT_EQ(lines[i], Entry("file" + std::to_string(11'500 - (lines.size() - 1) + i), "0"));

@@ -125,7 +125,7 @@ TEST_F(AboutBoxTest, With_the_built_in_Japanese_texts_its_button_is_Japanese) {
   EXPECT_EQ(lastForm->Get<ui::MemoryButton>(ID_cmdSysInfo).Caption(), L"ｼｽﾃﾑ情報(&S)...");
 }
 
-TEST_F(AboutBoxTest, At_any_scaling_all_controls_fit_without_overlapping) {
+TEST_F(AboutBoxTest, At_100_and_150_percent_scaling_no_controls_overlap_or_are_cut_off) {
   Open();
   for (const int dpi : {96, 144}) {
     lastForm->dpi = dpi;

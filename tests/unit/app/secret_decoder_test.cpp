@@ -39,7 +39,7 @@ TEST_F(SecretDecoderTest, The_output_ends_at_its_first_NUL) {
   EXPECT_EQ(Decode(L"x"), L"12");
 }
 
-TEST_F(SecretDecoderTest, An_unterminated_output_is_the_whole_field) {
+TEST_F(SecretDecoderTest, Output_without_a_NUL_fills_the_whole_field) {
   codec.output = std::string(64, '9');
   EXPECT_EQ(Decode(L"x"), std::wstring(64, L'9'));
 }

@@ -168,7 +168,7 @@ TEST_F(K7HandlesTest, Connecting_fails_when_the_server_is_silent_off_or_unknown)
   EXPECT_EQ(handles_.Connect(handle_, "no host at all", 1), K7Error::ServerUnknown);
 }
 
-TEST_F(K7HandlesTest, At_most_32_handles_are_open) {
+TEST_F(K7HandlesTest, At_most_32_handles_can_be_open) {
   int32_t handle = 0;
   for (int i = 1; i < 32; ++i) ASSERT_EQ(handles_.Allocate(handle), K7Error::None);
   EXPECT_EQ(handles_.Allocate(handle), K7Error::NoEmptyHandle);

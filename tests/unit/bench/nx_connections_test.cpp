@@ -54,7 +54,7 @@ class NxConnectionsTest : public testing::Test {
   std::string body_;
 };
 
-TEST_F(NxConnectionsTest, A_connected_handle_reads_until_it_is_freed) {
+TEST_F(NxConnectionsTest, A_connected_handle_can_be_read_and_freed) {
   SwitchOn("options 3\npmc D 0 42");
   ASSERT_EQ(Allocate(), 0);
   EXPECT_NE(handle_, 0);
@@ -88,7 +88,7 @@ TEST_F(NxConnectionsTest, A_handle_that_is_not_open_is_rejected) {
   EXPECT_EQ(connections_.Free(7), -8);
 }
 
-TEST_F(NxConnectionsTest, At_most_32_handles_are_open) {
+TEST_F(NxConnectionsTest, At_most_32_handles_can_be_open) {
   SwitchOn("");
   for (int i = 0; i < 32; ++i) ASSERT_EQ(Allocate(), 0);
   EXPECT_EQ(Allocate(), kResultNoHandle);
@@ -110,7 +110,7 @@ TEST_F(NxConnectionsTest, Connections_beyond_the_limit_are_refused) {
   EXPECT_EQ(Allocate(), kResultNoConnection);
 }
 
-TEST_F(NxConnectionsTest, After_a_time_out_the_handle_is_lost) {
+TEST_F(NxConnectionsTest, After_a_time_out_the_connection_is_lost_and_the_handle_can_only_be_freed) {
   SwitchOn("silent sysinfo");
   ASSERT_EQ(Allocate({}, 1), 0);
   EXPECT_EQ(Ask(Call::SystemInfo, kSystemInformationBodySize), kResultTimeOut);
@@ -118,7 +118,7 @@ TEST_F(NxConnectionsTest, After_a_time_out_the_handle_is_lost) {
   EXPECT_EQ(connections_.Free(handle_), 0);
 }
 
-TEST_F(NxConnectionsTest, A_late_answer_is_a_time_out) {
+TEST_F(NxConnectionsTest, An_answer_after_the_time_out_is_a_time_out) {
   SwitchOn("delay connect 600000");
   EXPECT_EQ(Allocate({}, 1), kResultTimeOut);
 }

@@ -129,7 +129,7 @@ TEST(Scenario, A_verdict_passes_stops_or_is_not_run) {
             "library\", \"K7\", \"FTP\"");
 }
 
-TEST(Scenario, A_stop_that_nothing_would_show_is_rejected) {
+TEST(Scenario, A_verdict_that_stops_at_the_highest_requested_rung_is_rejected) {
   EXPECT_EQ(
       ErrorWith("-X 2 ", ""),
       "mine.scenario:33: request a higher rung with -X, or nothing shows that the ladder stops at Ping");
@@ -182,7 +182,7 @@ TEST(ScenarioError, Every_heading_is_known_unique_and_complete) {
   EXPECT_EQ(ErrorOf(""), "mine.scenario:0: \"Title:\" is missing");
 }
 
-TEST(ScenarioError, A_change_must_be_one_that_the_laboratory_knows) {
+TEST(ScenarioError, An_unknown_or_malformed_change_is_rejected) {
   EXPECT_TRUE(
       ErrorWith("cable out gateway", "cable in gateway")
           .starts_with("mine.scenario:13: the laboratory does not know \"cable in gateway\", only cable out, "
