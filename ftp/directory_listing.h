@@ -34,8 +34,8 @@ class DirectoryListing {
 /// lines reaches this limit in a tenth of a second.
 inline constexpr int64_t kMaxComparisons = 50'000'000;
 
-/// Sorts the lines with StrSort, comparing their sort keys. When that would need more than `maxComparisons`, sorts
-/// them stably instead; then only different lines that compare as equal can end up in another order.
+/// Sorts the lines with StrSort, comparing their sort keys. When that would need more than `maxComparisons`,
+/// sorts them stably instead; then only different lines that compare as equal can end up in another order.
 std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, System& system,
                                  int64_t maxComparisons = kMaxComparisons);
 
