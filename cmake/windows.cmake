@@ -26,7 +26,7 @@ target_link_libraries(tarvik_windows PUBLIC tarvik_core ws2_32)
 set_source_files_properties(resources/tarvik.rc PROPERTIES OBJECT_DEPENDS
   "${PROJECT_SOURCE_DIR}/resources/tarvik.manifest;${PROJECT_SOURCE_DIR}/resources/version.h;${PROJECT_SOURCE_DIR}/resources/icon/tarvik.ico")
 
-# Converts a language file to CR LF and to the code page of its own language, in which the program reads it.
+# Converts a language file to CR LF and to its language's code page, in which the program reads it.
 function(add_language_file folder id code_page)
   set(source ${PROJECT_SOURCE_DIR}/resources/language/Tarvik.exe_${id}.ini)
   set(target ${folder}/Language/Tarvik.exe_${id}.ini)

@@ -39,7 +39,7 @@ const char* OrNoValue(const std::string& text) { return text.empty() ? nullptr :
 template <typename Call>
 std::string ReadText(Wininet& wininet, Call call) {
   for (uint32_t size = kFirstBufferBytes;;) {
-    // The string's terminating NUL is beyond `size`, so it is there even if the library fills the whole
+    // The string's terminating NUL is beyond `size`, so it remains even if the library fills the whole
     // buffer without one.
     std::string buffer(size, '\0');
     uint32_t length = size;

@@ -68,7 +68,7 @@ class Wininet {
 
   virtual int32_t FtpSetCurrentDirectoryA(Handle connection, const char* directory) = 0;
 
-  /// A search, with the first entry in `found`; 0 when there is none.
+  /// A search, with the first entry in `found`; 0 when nothing was found.
   virtual Handle FtpFindFirstFileA(Handle connection, const char* pattern, FindData* found, uint32_t flags,
                                    uintptr_t context) = 0;
 

@@ -24,7 +24,7 @@ class CodePage {
   /// Text that an ANSI call returned (MultiByteToWideChar with CP_ACP).
   virtual std::wstring FromAnsi(std::string_view bytes) = 0;
 
-  /// Text of a language file, which is written in the ANSI code page of its own language, whatever the PC's
+  /// Text of a language file, which is written in the ANSI code page of that language, whatever the PC's
   /// code page is. `language` is a locale id; if Windows knows no code page for it, the PC's is used.
   virtual std::wstring FromLanguage(std::string_view bytes, int32_t language) = 0;
 

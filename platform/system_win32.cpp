@@ -35,7 +35,7 @@ class Win32System final : public System {
   std::optional<std::wstring> ReadMachineRegistry(const std::wstring& key,
                                                   const std::wstring& name) override {
     if (auto text = ReadRegistryText(HKEY_LOCAL_MACHINE, key, name)) return text;
-    // A 32-bit program has a view of its own, in which 64-bit Windows leaves out some values.
+    // 64-bit Windows shows a 32-bit program a separate view, in which some values are missing.
     return ReadRegistryText(HKEY_LOCAL_MACHINE, key, name, KEY_WOW64_64KEY);
   }
   std::string SortKey(std::wstring_view text) override {

@@ -61,7 +61,7 @@ void Monkey::AnswerBox(bool yes) {
   const BoxUnderTest box = program_->WaitForBox();
   ++boxes_;
   log_.push_back("  box: " + box.title + ": " + box.text);
-  // A message box without an owner disables no window and may open behind them.
+  // A message box without an owner disables no window and can be covered by them.
   const std::string owner = WindowUnderTest(setup_.pc, box.handle).Owner();
   const auto windows = Windows();
   if (std::none_of(windows.begin(), windows.end(),

@@ -53,7 +53,7 @@ HANDLE HeldClipboard() {
 }
 
 DWORD WINAPI HoldOpenClipboard(LPVOID milliseconds) {
-  // With a window of its own: without one, other windowless programs could open the clipboard as well.
+  // The clipboard is opened for a window: otherwise other windowless programs could open it as well.
   const HWND owner =
       CreateWindowExW(0, L"Static", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
   {

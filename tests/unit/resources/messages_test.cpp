@@ -28,7 +28,7 @@ std::map<int, std::string> LanguageFile(int language) {
   while (std::getline(file, line)) {
     const size_t equals = line.find('=');
     const int id = std::stoi(line.substr(0, equals));
-    EXPECT_TRUE(texts.emplace(id, line.substr(equals + 1)).second) << id << " is there twice";
+    EXPECT_TRUE(texts.emplace(id, line.substr(equals + 1)).second) << id << " appears twice";
   }
   return texts;
 }
