@@ -57,7 +57,7 @@ std::wstring AboutTitle(const std::wstring& extraDescription) {
 }
 
 frmAbout::frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, System& system, Processes& processes,
-                   const std::wstring& versionReport)
+                   const std::wstring& versionReport, const std::wstring& missingReport)
     : form_(std::move(form)),
       system_(system),
       processes_(processes),
@@ -69,6 +69,8 @@ frmAbout::frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, System& s
       lblModules(form_->AddLabel(ID_lblModules, ui::kNoPage, ForLabel(versionReport))) {
   form_->SetCaption(std::wstring(report::kProgramTitle) + L" Version Information");
   form_->FixSize();
+  if (!missingReport.empty())
+    lblMissing = &form_->AddLabel(ID_lblMissing, ui::kNoPage, ForLabel(missingReport));
   LayOut();
   form_->onScalingChanged = [this] { LayOut(); };
   form_->onEscape = [this] { cmdOK_Click(); };
@@ -79,12 +81,13 @@ frmAbout::frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, System& s
 
 void frmAbout::LayOut() {
   const auto [gap, margin] = ui::SpacingOf(*form_);
-  const ui::BoxPtr all = ui::Column(
-      2 * margin,
-      ui::Boxed(ui::Column(gap, ui::Boxed(ui::Captioned(lblTitle), ui::Captioned(lblVersion),
-                                          ui::Captioned(lblOsVersion))),
-                ui::Captioned(lblModules),
-                ui::Row(gap, ui::Boxed(ui::Filler(), ui::Captioned(cmdOK), ui::Captioned(cmdSysInfo)))));
+  std::vector<ui::BoxPtr> rows = ui::Boxed(
+      ui::Column(gap,
+                 ui::Boxed(ui::Captioned(lblTitle), ui::Captioned(lblVersion), ui::Captioned(lblOsVersion))),
+      ui::Captioned(lblModules));
+  if (lblMissing != nullptr) rows.push_back(ui::Captioned(*lblMissing));
+  rows.push_back(ui::Row(gap, ui::Boxed(ui::Filler(), ui::Captioned(cmdOK), ui::Captioned(cmdSysInfo))));
+  const ui::BoxPtr all = ui::Column(2 * margin, std::move(rows));
   const ui::Size needed = all->Measure();
   const int width = std::max(needed.width, kMinBoxWidthInLines * form_->LineHeight());
   all->Place({2 * margin, 2 * margin, width, needed.height});

@@ -29,10 +29,11 @@ std::wstring AboutTitle(const std::wstring& extraDescription);
 /// The about box: the versions of the program, of Windows and of the optional modules.
 class frmAbout {
  public:
-  /// `form`: an empty window, still hidden. `versionReport`: the result of VersionReport. `system` and
-  /// `processes` must outlive the box.
+  /// `form`: an empty window, still hidden. `versionReport`: the result of VersionReport. `missingReport`:
+  /// one line per module that was not found; empty when there is none. `system` and `processes` must outlive
+  /// the box.
   frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, System& system, Processes& processes,
-           const std::wstring& versionReport);
+           const std::wstring& versionReport, const std::wstring& missingReport);
   frmAbout(const frmAbout&) = delete;
   frmAbout& operator=(const frmAbout&) = delete;
 
@@ -58,6 +59,7 @@ class frmAbout {
   ui::Label& lblVersion;
   ui::Label& lblOsVersion;
   ui::Label& lblModules;
+  ui::Label* lblMissing = nullptr;  ///< null when every module was found
   bool closed_ = false;
 };
 

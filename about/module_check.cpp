@@ -7,10 +7,12 @@ namespace tarvik {
 ModuleCheckResult CheckModules(FileUtil& files, bool withK7Api) {
   ModuleCheckResult result;
   const auto check = [&](const wchar_t* name, Boolean16& missing) {
-    if (auto path = files.mSearchPath(name))
+    if (auto path = files.mSearchPath(name)) {
       result.found.push_back({name, std::move(*path)});
-    else
+    } else {
+      result.notFound.push_back(name);
       missing = true;
+    }
   };
   check(L"NxLib32.dll", result.missing.cncLibrary);
   check(L"NxLibe1.dll", result.missing.cncLibrary);

@@ -26,7 +26,8 @@ struct FoundModule {
 
 struct ModuleCheckResult {
   MissingModules missing;
-  std::vector<FoundModule> found;  ///< in the order of the check
+  std::vector<FoundModule> found;      ///< in the order of the check
+  std::vector<std::wstring> notFound;  ///< file names, in the order of the check
 };
 
 /// Looks for every optional module on the search path; for the K7 API library only if `withK7Api`.

@@ -63,6 +63,7 @@ enum ControlId : int {
   ID_cmdOK = 2004,
   ID_cmdSysInfo = 2005,
   ID_lblOsVersion = 2006,
+  ID_lblMissing = 2007,
 
   // frmPmcTest
   ID_Label1_0 = 3001,

@@ -132,6 +132,8 @@ class Form1 {
   void AutoRun();
   void PrefillAccessCode();
   void PrefillFtp();
+  /// One line per optional module that was not found, with what that hides; each ends in "\r\n".
+  std::wstring MissingReport() const;
   /// The about box. Created on first use, and again after the user has closed it.
   frmAbout& About();
   /// Destroys the about box. One that was never opened is created first.
@@ -176,6 +178,7 @@ class Form1 {
   IcmpLibrary::Handle icmpHandle_ = 0;
   MissingModules missing_;
   std::vector<FoundModule> foundModules_;
+  std::vector<std::wstring> notFoundModules_;
   std::wstring versionReport_;  ///< empty until the about box is first opened
   std::unique_ptr<frmAbout> about_;
   Boolean16 k7ApiBusy_;

@@ -2,6 +2,7 @@
 
 #include "app/form1.h"
 #include "platform/runtime_error.h"
+#include "report/typed_numbers.h"
 
 namespace tarvik {
 
@@ -10,6 +11,7 @@ void Form1::CheckModules() {
   ModuleCheckResult found = tarvik::CheckModules(files, !IsOptionMask_HideK7Test());
   missing_ = found.missing;
   foundModules_ = std::move(found.found);
+  notFoundModules_ = std::move(found.notFound);
   const auto switchOff = [this](bool missing, Page page) {
     if (missing) controls_.tabMode.SetPageOn(page, false);
   };
@@ -21,12 +23,30 @@ void Form1::CheckModules() {
   if (missing_.cncLibrary) controls_.mnuPMC.SetVisible(false);
 }
 
+std::wstring Form1::MissingReport() const {
+  const auto page = [](const std::wstring& module) {
+    if (module.starts_with(L"NxLib")) return kNexalPage;
+    if (module == L"k7api.dll") return kK7ApiPage;
+    return module == L"SvcKit.dll" ? kK7SvcPage : kFtpPage;
+  };
+  std::wstring report;
+  for (const std::wstring& module : notFoundModules_) {
+    const Page hidden = page(module);
+    report += module + texts_.GetOrBuiltIn(Message::ModuleNotFound);
+    // Without the K7 pages, which the edition or an option hides, a missing library hides only the button.
+    const bool hasPage = !TestOptionMask(kFamilyMode) || (hidden != kK7ApiPage && hidden != kK7SvcPage);
+    if (hasPage) report += report::BoxName(controls_.tabMode.PageCaption(hidden)) + L", ";
+    report += report::BoxName(controls_.cmdAllTest.Caption()) + L"\r\n";
+  }
+  return report;
+}
+
 frmAbout& Form1::About() {
   if (about_ == nullptr || about_->Closed()) {
     // The old window is destroyed first: two windows cannot register the same class.
     about_.reset();
     about_ = std::make_unique<frmAbout>(deps_.newForm(L"frmAbout"), texts_, deps_.system, deps_.processes,
-                                        versionReport_);
+                                        versionReport_, MissingReport());
     // Otherwise a topmost main window would cover it.
     if (TestOptionMask(kTopmost)) about_->MakeTopmost();
   }

@@ -106,6 +106,7 @@ enum class Message {
   AccessCodeUndecodable,
   PasswordUndecodable,
   TestIsRunning,
+  ModuleNotFound,
   // K7 service
   AlreadyRunning,
   StartingService,

@@ -1,5 +1,7 @@
 #include "about/about_box.h"
 
+#include <algorithm>
+
 #include "tests/unit/app/form1_fixture.h"
 
 namespace tarvik::test {
@@ -48,6 +50,33 @@ TEST_F(AboutBoxTest, Shows_the_modules_found_at_start_up) {
   EXPECT_EQ(Text(ID_lblModules),
             L"NxLib32.dll Ver.7.1.0.2 (C:\\System\\NxLib32.dll)\r\nNxLibe1.dll (C:\\System\\NxLibe1.dll)\r\n"
             L"Wininet.dll (C:\\System\\Wininet.dll)");
+}
+
+TEST_F(AboutBoxTest, Names_the_modules_that_were_not_found_and_what_that_hides) {
+  kernel.paths.erase("NxLibe1.dll");
+  kernel.paths.erase("SvcKit.dll");
+  AddString(1033, 4, "NEXAL2(&2)");
+  AddString(1033, 11, "&All Test");
+  Start(L"-LANGID 1");
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
+  EXPECT_EQ(Text(ID_lblMissing),
+            L"NxLibe1.dll not found: hides NEXAL2, All Test\r\nSvcKit.dll not found: hides All Test");
+}
+
+TEST_F(AboutBoxTest, In_the_general_edition_a_missing_library_hides_its_K7_page) {
+  kernel.paths.erase("SvcKit.dll");
+  const std::string file = "C:\\Program\\Language\\Tarvik.exe_1033.ini";
+  files.contents[std::wstring(file.begin(), file.end())] = "";
+  system.profile[file + "|1033|6"] = "K7 Svc(&4)";
+  system.profile[file + "|1033|11"] = "&All Test";
+  Start(L"-LANGID 0", false);
+  form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
+  EXPECT_EQ(Text(ID_lblMissing), L"SvcKit.dll が見つかりません。非表示: K7 Svc, All Test");
+}
+
+TEST_F(AboutBoxTest, Does_not_mention_missing_modules_when_all_were_found) {
+  Open();
+  EXPECT_EQ(std::ranges::count(lastForm->Order(), int{ID_lblMissing}), 0);
 }
 
 TEST_F(AboutBoxTest, Without_modules_its_list_is_empty) {
