@@ -6,6 +6,7 @@
 #include "platform/scope_guard.h"
 #include "platform/text.h"
 #include "report/fmt_err_msg.h"
+#include "ui/hourglass.h"
 
 namespace tarvik {
 namespace {
@@ -34,6 +35,7 @@ void Form1::RunServiceCommand(bool& active, const K7ServiceCommand& command) {
   if (svcUtl_ == nullptr || !svcUtl_->pInitialized()) return;
   active = true;
   const ScopeGuard done([&] { active = false; });
+  const ScopeGuard hourglass = ui::ShowHourglass(deps_.form);
   command(context_, *svcUtl_, [this](int32_t status) { ShowK7ServiceState(status); });
 }
 

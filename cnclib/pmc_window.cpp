@@ -8,6 +8,7 @@
 #include "platform/text.h"
 #include "report/error_text.h"
 #include "report/typed_numbers.h"
+#include "ui/hourglass.h"
 #include "ui/redraw_pause.h"
 
 namespace tarvik {
@@ -158,7 +159,12 @@ std::optional<frmPmcTest::Range> frmPmcTest::ReadRange() {
 
 void frmPmcTest::Read() {
   CncConnection connection(library_, codePage_, target_());
-  if (const int16_t result = connection.Open(); result != 0) {
+  const auto open = [&] {
+    const ScopeGuard hourglass = ui::ShowHourglass(*form_);
+    return connection.Open();
+  };
+  const int16_t result = open();
+  if (result != 0) {
     form_->Boxes().Show(L"Allocate Handle error=" + Decimal(result));
     return;
   }

@@ -20,6 +20,22 @@ class Form1K7ServiceTest : public Form1Test {
   void StartGeneral(const std::wstring& commandLine = L"") { Start(commandLine, kGeneral); }
 };
 
+TEST_F(Form1K7ServiceTest, A_query_shows_the_hourglass_and_restores_that_of_a_running_test) {
+  StartGeneral();
+  svcKit.onQuery = [this] { EXPECT_EQ(form.CurrentPointer(), ui::Pointer::Hourglass); };
+  ClickStatus();
+  EXPECT_EQ(form.CurrentPointer(), ui::Pointer::Default);
+
+  Address().SetText(L"192.168.1.100");
+  onEvents = [this] {
+    ClickStatus();
+    EXPECT_EQ(form.CurrentPointer(), ui::Pointer::Hourglass);
+    onEvents = nullptr;
+  };
+  Click(ID_cmdK7Api);
+  EXPECT_EQ(form.CurrentPointer(), ui::Pointer::Default);
+}
+
 // Start-up and shut-down
 
 TEST_F(Form1K7ServiceTest, A_tool_tip_explains_that_a_click_refreshes_the_status) {

@@ -14,6 +14,14 @@ TEST_F(PmcTest, A_count_below_1_completes_without_a_read) {
   EXPECT_EQ(library.reads, 0);
 }
 
+TEST_F(PmcTest, Connecting_shows_the_hourglass) {
+  library.onCall = [this] {
+    const bool connects = library.Names().back() == "nx_allochandle3";
+    EXPECT_EQ(form->CurrentPointer(), connects ? ui::Pointer::Hourglass : ui::Pointer::Default);
+  };
+  Read(L"1");
+}
+
 TEST_F(PmcTest, Each_pass_adds_a_line_shows_its_number_and_pauses) {
   // What the user sees whenever events run: the last line, the number and the elapsed time.
   using Snapshot = std::tuple<std::wstring, std::wstring, uint64_t>;
