@@ -140,7 +140,10 @@ void WinePrefix::EndPrograms() {
 }
 
 std::string WindowsPath(const std::string& path) {
-  std::string windows = "Z:" + fs::absolute(path).lexically_normal().string();
+  std::string windows = fs::absolute(path).lexically_normal().string();
+  const std::string driveC = "/drive_c";
+  const size_t found = windows.find(driveC + "/");
+  windows = found == std::string::npos ? "Z:" + windows : "C:" + windows.substr(found + driveC.size());
   for (char& character : windows) {
     if (character == '/') character = '\\';
   }

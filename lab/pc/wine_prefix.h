@@ -44,7 +44,8 @@ class WinePrefix {
   WindowsLanguage language_;
 };
 
-/// The path on drive Z: under which Windows programs see a file of this machine.
+/// The path under which Windows programs see a file of this machine: on drive C: in a prefix, otherwise on
+/// Z:.
 std::string WindowsPath(const std::string& path);
 
 }  // namespace tarvik::lab
