@@ -87,3 +87,4 @@ endfunction()
 
 add_subdirectory(tests/windows)
 add_subdirectory(tests/network)
+add_subdirectory(tests/packaging)

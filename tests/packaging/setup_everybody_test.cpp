@@ -1,0 +1,137 @@
+// The setup program for everybody on the PC, and on a PC with the maker's configuration library.
+
+#include "resources/version.h"
+#include "tests/packaging/setup_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+class SetupForEverybody : public SetupTest<SetupForEverybody> {
+ public:
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = SetupTest::Options();
+    folder_ = std::make_unique<TempDirectory>(options.cacheFolder);
+    options.environment["TARVIK_LAB_STARTS"] = WindowsPath(Starts());
+    return options;
+  }
+  static void PreparePc(WindowsPc& pc) {
+    pc.Prefix().ReplaceProgram("netsh.exe", fs::path(ProgramPath()).parent_path() / "start_recorder.exe");
+  }
+  static void TearDownTestSuite() {
+    SetupTest::TearDownTestSuite();
+    folder_.reset();
+  }
+
+ protected:
+  static std::string Starts() { return folder_->Path() + "/starts"; }
+  /// What netsh was asked since the last call.
+  static std::vector<std::string> FirewallChanges() {
+    const std::vector<std::string> lines = LinesOfFile(Starts());
+    fs::remove(Starts());
+    std::vector<std::string> changes;
+    for (const std::string& line : lines) changes.push_back(line.substr(line.find("netsh.exe\" ") + 11));
+    return changes;
+  }
+  /// The entry in "Apps & features" as text.
+  static std::string Entry() {
+    Process::Options options;
+    options.environment = Pc().Prefix().Variables();
+    return lab::Run({"wine", "reg", "query", std::string("HKLM\\") + kEntry, "/reg:32"}, options).output;
+  }
+
+ private:
+  static inline std::unique_ptr<TempDirectory> folder_;
+};
+
+constexpr char kRule[] = "name=\"Tarvik FTP\" program=\"C:\\Program Files (x86)\\Tarvik\\Tarvik.exe\"";
+
+TEST_F(SetupForEverybody, Installs_into_Program_Files_without_a_firewall_rule) {
+  ASSERT_EQ(RunSetup("/S /ALLUSERS"), 0u);
+  EXPECT_TRUE(fs::exists(ForEverybody() + "/Tarvik.exe"));
+  EXPECT_TRUE(fs::exists(EverybodysShortcut()));
+  EXPECT_FALSE(fs::exists(ForUser()));
+  EXPECT_FALSE(fs::exists(UsersShortcut()));
+  EXPECT_NE(Entry().find(TARVIK_VERSION_TEXT), std::string::npos) << Entry();
+  EXPECT_EQ(FirewallChanges(), std::vector<std::string>());
+  Uninstall(ForEverybody());
+  EXPECT_TRUE(WaitUntil(kSoon, [] { return !fs::exists(ForEverybody()); }));
+  EXPECT_FALSE(fs::exists(EverybodysShortcut()));
+  EXPECT_EQ(Entry().find(TARVIK_VERSION_TEXT), std::string::npos);
+  EXPECT_EQ(FirewallChanges(), std::vector<std::string>());
+}
+
+TEST_F(SetupForEverybody, Is_what_an_administrator_gets) {
+  ASSERT_EQ(RunSetup("/S"), 0u);
+  EXPECT_TRUE(fs::exists(ForEverybody() + "/Tarvik.exe"));
+}
+
+TEST_F(SetupForEverybody, Adds_the_firewall_rule_on_request_keeps_and_removes_it) {
+  const std::string remove = std::string("advfirewall firewall delete rule ") + kRule + " show=0";
+  const std::string add =
+      std::string("advfirewall firewall add rule ") + kRule + " dir=in action=allow protocol=TCP show=0";
+  ASSERT_EQ(RunSetup("/S /ALLUSERS /FIREWALL=1"), 0u);
+  EXPECT_EQ(FirewallChanges(), (std::vector<std::string>{remove, add}));
+  ASSERT_EQ(RunSetup("/S /ALLUSERS"), 0u);
+  EXPECT_EQ(FirewallChanges(), (std::vector<std::string>{remove, add}));
+  Uninstall(ForEverybody());
+  EXPECT_EQ(FirewallChanges(), std::vector<std::string>{remove});
+}
+
+TEST_F(SetupForEverybody, Adds_no_firewall_rule_for_one_user) {
+  ASSERT_EQ(RunSetup("/S /CURRENTUSER /FIREWALL=1"), 0u);
+  EXPECT_EQ(FirewallChanges(), std::vector<std::string>());
+}
+
+TEST_F(SetupForEverybody, Asks_before_it_installs_and_can_be_cancelled) {
+  ProgramUnderTest setup(Pc(), SetupProgram());
+  const WindowUnderTest window = setup.WaitForWindow("#32770", kSetupTimeOut);
+  window.WaitForText(1, "&Install", kSetupTimeOut);
+  window.Close();
+  EXPECT_EQ(setup.WaitForEnd(kSetupTimeOut), 1u);
+  EXPECT_FALSE(fs::exists(ForEverybody()));
+}
+
+/// The library names a folder that is not the program's.
+class SetupBesideTheMakersLibrary : public SetupTest<SetupBesideTheMakersLibrary> {
+ public:
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = SetupTest::Options();
+    folder_ = std::make_unique<TempDirectory>(options.cacheFolder);
+    options.environment["TARVIK_BENCH_FOLDER"] = WindowsPath(Common());
+    return options;
+  }
+  static void PreparePc(WindowsPc& pc) {
+    std::string path = "C:\\windows\\system32;C:\\windows;" + WindowsPath(EnvironmentValue("TARVIK_BENCH"));
+    for (size_t at = 0; (at = path.find('\\', at)) != std::string::npos; at += 2) path.insert(at, "\\");
+    pc.Prefix().SetRegistryValue(WinePrefix::Hive::System,
+                                 "System\\CurrentControlSet\\Control\\Session Manager\\Environment", "PATH",
+                                 "\"" + path + "\"");
+  }
+  static void TearDownTestSuite() {
+    SetupTest::TearDownTestSuite();
+    folder_.reset();
+  }
+
+ protected:
+  static std::string Common() { return folder_->Path() + "/common"; }
+
+ private:
+  static inline std::unique_ptr<TempDirectory> folder_;
+};
+
+TEST_F(SetupBesideTheMakersLibrary, Puts_the_language_files_where_the_program_looks_for_them) {
+  const std::set<std::string> files = {"Language/Tarvik.exe_1033.ini", "Language/Tarvik.exe_1041.ini"};
+  for (const auto& [arguments, folder] :
+       {std::pair("/S /CURRENTUSER", ForUser()), {"/S /ALLUSERS", ForEverybody()}}) {
+    ASSERT_EQ(RunSetup(arguments), 0u);
+    EXPECT_EQ(FilesIn(Common()), files);
+    // Without a message box, so the program has found the library and its language file.
+    StartOnly({}, folder + "/Tarvik.exe");
+    EXPECT_EQ(WaitForMainWindow(Program()).Text(0), "Tarvik - Ethernet diagnosis for Obry");
+    Uninstall(folder);
+    EXPECT_EQ(FilesIn(Common()), std::set<std::string>());
+  }
+}
+
+}  // namespace
+}  // namespace tarvik::lab

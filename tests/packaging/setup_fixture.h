@@ -1,0 +1,113 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "tests/packaging/packages.h"
+#include "tests/windows/windows_fixture.h"
+
+namespace tarvik::lab {
+
+namespace fs = std::filesystem;
+
+inline constexpr char kEntry[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Tarvik";
+/// A setup program unpacks and installs in a second; on a loaded machine it takes longer.
+inline constexpr std::chrono::seconds kSetupTimeOut(60);
+
+/// A PC on which the signed setup program is run. Each test starts without Tarvik.
+template <typename Suite>
+class SetupTest : public WindowsTest<Suite> {
+  using Base = WindowsTest<Suite>;
+
+ public:
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = PcForTests();
+    options.programPath.clear();
+    // Keeps Wine from adding shortcuts to the menus of this machine.
+    options.environment["WINEDLLOVERRIDES"] = "mscoree,mshtml,winemenubuilder.exe=";
+    return options;
+  }
+  static void SetUpTestSuite() {
+    unsupportedReason_ = PackagingUnsupportedReason();
+    if (unsupportedReason_) return;
+    certificate_ = std::make_unique<Certificate>();
+    packages_ = std::make_unique<Packages>(certificate_->Variables());
+    Base::SetUpTestSuite();
+  }
+  static void TearDownTestSuite() {
+    Base::TearDownTestSuite();
+    packages_.reset();
+    certificate_.reset();
+  }
+
+ protected:
+  void SetUp() override {
+    if (unsupportedReason_) GTEST_SKIP() << *unsupportedReason_;
+    Base::SetUp();
+  }
+  void TearDown() override {
+    Base::TearDown();
+    if (unsupportedReason_) return;
+    for (const std::string& folder : {ForUser(), ForEverybody()}) {
+      if (fs::exists(folder + "/uninstall.exe")) Uninstall(folder);
+      fs::remove_all(folder);
+    }
+  }
+
+  static const Certificate& Signer() { return *certificate_; }
+  static std::string SetupProgram() { return packages_->Setup(); }
+  static std::string DriveC() { return Base::Pc().Prefix().Folder() + "/drive_c"; }
+  static std::string UserFolder() {
+    for (const auto& entry : fs::directory_iterator(DriveC() + "/users"))
+      if (entry.path().filename() != "Public") return entry.path();
+    throw LabError("the prefix has no user");
+  }
+  static std::string ForUser() { return UserFolder() + "/AppData/Local/Programs/Tarvik"; }
+  static std::string ForEverybody() { return DriveC() + "/Program Files (x86)/Tarvik"; }
+  static std::string UsersShortcut() {
+    return UserFolder() + "/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Tarvik.lnk";
+  }
+  static std::string EverybodysShortcut() {
+    return DriveC() + "/ProgramData/Microsoft/Windows/Start Menu/Programs/Tarvik.lnk";
+  }
+
+  /// Runs the setup program and returns its exit code.
+  static uint32_t RunSetup(const std::string& arguments) {
+    ProgramUnderTest setup(Base::Pc(), SetupProgram(), arguments);
+    return setup.WaitForEnd(kSetupTimeOut);
+  }
+  /// The uninstaller goes on as a copy of itself; its last act is to delete the folder, unless something is
+  /// in it.
+  static void Uninstall(const std::string& folder) {
+    ProgramUnderTest uninstaller(Base::Pc(), folder + "/uninstall.exe", "/S");
+    if (!WaitUntil(kSetupTimeOut, [&] { return !fs::exists(folder + "/uninstall.exe"); }))
+      throw LabError("Tarvik is still in " + folder);
+  }
+
+  /// Starts the installed program, whose message about the missing configuration library is answered.
+  WindowUnderTest StartInstalled(const std::string& folder, const std::string& commandLine = {}) {
+    this->StartOnly(commandLine, folder + "/Tarvik.exe");
+    Listener listener;
+    listener.onBox = [](const BoxUnderTest&) {};
+    return WaitForMainWindow(this->Program(), listener);
+  }
+
+  /// Files below the folder, with their paths.
+  static std::set<std::string> FilesIn(const std::string& folder) {
+    std::set<std::string> files;
+    if (!fs::exists(folder)) return files;
+    for (const auto& entry : fs::recursive_directory_iterator(folder))
+      if (!entry.is_directory()) files.insert(entry.path().lexically_relative(folder));
+    return files;
+  }
+
+ private:
+  static inline std::optional<std::string> unsupportedReason_;
+  static inline std::unique_ptr<Certificate> certificate_;
+  static inline std::unique_ptr<Packages> packages_;
+};
+
+}  // namespace tarvik::lab
