@@ -23,6 +23,10 @@ class SetupForEverybody : public SetupTest<SetupForEverybody> {
   }
 
  protected:
+  void SetUp() override {
+    SetupTest::SetUp();
+    if (!IsSkipped()) fs::remove(Starts());
+  }
   static std::string Starts() { return folder_->Path() + "/starts"; }
   /// What netsh was asked since the last call.
   static std::vector<std::string> FirewallChanges() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -79,12 +80,16 @@ class SetupTest : public WindowsTest<Suite> {
     ProgramUnderTest setup(Base::Pc(), SetupProgram(), arguments);
     return setup.WaitForEnd(kSetupTimeOut);
   }
-  /// The uninstaller goes on as a copy of itself; its last act is to delete the folder, unless something is
-  /// in it.
+  /// The uninstaller goes on as a copy of itself, whose plug-ins are in the folder Temp until it ends.
   static void Uninstall(const std::string& folder) {
     ProgramUnderTest uninstaller(Base::Pc(), folder + "/uninstall.exe", "/S");
-    if (!WaitUntil(kSetupTimeOut, [&] { return !fs::exists(folder + "/uninstall.exe"); }))
-      throw LabError("Tarvik is still in " + folder);
+    const auto ended = [&] {
+      if (fs::exists(folder + "/uninstall.exe")) return false;
+      const std::set<std::string> files = FilesIn(UserFolder() + "/Temp");
+      return std::none_of(files.begin(), files.end(),
+                          [](const std::string& file) { return file.ends_with("System.dll"); });
+    };
+    if (!WaitUntil(kSetupTimeOut, ended)) throw LabError("the uninstaller of " + folder + " does not end");
   }
 
   /// Starts the installed program, whose message about the missing configuration library is answered.

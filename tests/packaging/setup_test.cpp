@@ -78,8 +78,9 @@ TEST_F(Setup, Closes_a_running_copy) {
 TEST_F(Setup, Leaves_a_copy_from_another_folder_alone) {
   ASSERT_EQ(RunSetup(kQuietly), 0u);
   const ProgramCopy portable(ProgramCopy::LanguageFiles::Beside);
-  StartInstalled(portable.Folder());
+  const WindowUnderTest window = StartInstalled(portable.Folder());
   EXPECT_EQ(RunSetup(kQuietly), 0u);
+  window.Settle();
   Program().RequireRunning();
 }
 
