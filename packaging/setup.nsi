@@ -215,7 +215,7 @@ Function CopyLanguageFiles
   ${EndIf}
   StrCpy $1 -1
   System::Call '$2::Initialize() i'
-  System::Call '$2::GetCommonDataFolder2(m .r3, i ${NSIS_MAX_STRLEN}) i .r1'
+  System::Call '$2::GetCommonDataFolder2(m .r3, i 511) i .r1'
   System::Call '$2::Terminate() i'
   ${If} $1 == 0
   ${AndIf} $3 != ""
