@@ -24,6 +24,9 @@ class CheckError : public std::runtime_error {
 std::string ToUtf8(const std::wstring& text);
 std::wstring FromUtf8(const std::string& text);
 
+/// Ends the check early: every wait throws CheckError from now on.
+void Cancel();
+
 /// Polls until the condition holds; false after the time-out. Throws CheckError once the user has cancelled.
 bool WaitUntil(int timeOutMs, const std::function<bool()>& condition);
 
@@ -112,7 +115,7 @@ class RunningProduct {
   /// Waits for the main window and the controls of all its pages, answering message boxes with OK. Throws
   /// CheckError after 30 seconds and when the program ends.
   HWND WaitForMainWindow();
-  /// The message boxes that WaitForMainWindow and FollowRun answered: "title: text".
+  /// The message boxes that this object has answered: "title: text".
   const std::vector<std::string>& Boxes() const { return boxes_; }
 
   /// A command of the driver on the main window: Ask("text", ID_lblResult), Ask("click", ID_cmdPing, "").
@@ -125,16 +128,20 @@ class RunningProduct {
   /// Clicks the tab with this index among the visible ones, and waits until it is selected.
   void SelectPage(int index);
   std::vector<std::string> Lines() { return Ask("lines", ID_lstResult); }
-  /// Waits until the run that has just been started is at rest, answering message boxes with OK. Returns the
-  /// lines of the result list. Throws CheckError when it takes longer.
+  /// Follows the run that the program starts by itself (a target on the command line) until the window is at
+  /// rest, answering message boxes with OK. Returns the result list. Throws CheckError when it takes longer.
   std::vector<std::string> FollowRun(int timeOutMs);
+  /// Clicks the button and follows the run that it starts.
+  std::vector<std::string> ClickAndFollow(int button, int timeOutMs);
   /// Does what the close button does and waits for the end. Returns the exit code; throws CheckError when the
   /// program does not end within 15 seconds.
   DWORD Close();
   void Kill();
 
  private:
-  bool AnswerBox();
+  bool AnswerBoxes();
+  bool RunIsActive();
+  std::vector<std::string> Follow(const std::vector<std::string>* before, int timeOutMs);
 
   Driver& driver_;
   DWORD id_ = 0;

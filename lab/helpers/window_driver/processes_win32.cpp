@@ -97,6 +97,15 @@ Fields WaitEnd(const Arguments& arguments) {
   return {NumberText(ExitCode(process))};
 }
 
+/// adopt <process>: from now on the process is treated as if the driver had started it
+Fields Adopt(const Arguments& arguments) {
+  const auto id = static_cast<DWORD>(arguments.Number(0));
+  const HANDLE process = OpenProcess(PROCESS_ALL_ACCESS, FALSE, id);
+  if (process == nullptr) throw CommandError("cannot open the process: error " + NumberText(GetLastError()));
+  StartedProcesses().push_back(std::make_unique<StartedProcess>(process, id, PreciseMilliseconds()));
+  return {};
+}
+
 /// kill <process>
 Fields Kill(const Arguments& arguments) {
   const StartedProcess& process = Find(arguments);
@@ -157,6 +166,7 @@ Fields Handles(const Arguments& arguments) {
 
 void AddProcessCommands() {
   AddCommand("start", Start);
+  AddCommand("adopt", Adopt);
   AddCommand("wait_idle", WaitIdle);
   AddCommand("wait_end", WaitEnd);
   AddCommand("runs", [](const Arguments& a) { return Fields{Find(a).IsRunning() ? "1" : "0"}; });
