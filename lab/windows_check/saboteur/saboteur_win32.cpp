@@ -1,0 +1,46 @@
+// Plants the faults that TARVIK_SABOTAGE names, separated by spaces, in the program that loads this library.
+
+#include "lab/windows_check/saboteur/saboteur_win32.h"
+
+#include <cstring>
+#include <string>
+
+namespace tarvik::check {
+
+void* ReplaceImport(const char* call, void* replacement) {
+  auto* const base = reinterpret_cast<char*>(::GetModuleHandleW(nullptr));
+  const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+  const auto* const header = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+  const IMAGE_DATA_DIRECTORY& directory = header->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+  const auto* library = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
+  for (; library->Name != 0; ++library) {
+    const auto* names = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + library->OriginalFirstThunk);
+    auto* address = reinterpret_cast<void**>(base + library->FirstThunk);
+    for (; names->u1.AddressOfData != 0; ++names, ++address) {
+      if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) continue;
+      const auto* const import =
+          reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
+      if (std::strcmp(reinterpret_cast<const char*>(import->Name), call) != 0) continue;
+      DWORD protection = 0;
+      ::VirtualProtect(address, sizeof(void*), PAGE_READWRITE, &protection);
+      void* const original = *address;
+      *address = replacement;
+      ::VirtualProtect(address, sizeof(void*), protection, &protection);
+      return original;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace tarvik::check
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
+  if (reason != DLL_PROCESS_ATTACH) return TRUE;
+  wchar_t value[256] = {};
+  ::GetEnvironmentVariableW(L"TARVIK_SABOTAGE", value, 256);
+  const std::wstring wanted = std::wstring(L" ") + value + L" ";
+  for (const tarvik::check::Fault* fault = tarvik::check::kFaults; fault->name != nullptr; ++fault) {
+    if (wanted.find(std::wstring(L" ") + fault->name + L" ") != std::wstring::npos) fault->plant();
+  }
+  return TRUE;
+}
