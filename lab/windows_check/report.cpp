@@ -18,9 +18,6 @@ void Report::Attach(const std::string& id, std::string picture) {
   }
 }
 
-void Report::Add(Item item) {
-  items_.push_back(std::move(item));
-  if (onItem_) onItem_(items_.back());
-}
+void Report::Add(Item item) { items_.push_back(std::move(item)); }
 
 }  // namespace tarvik::check

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,9 +21,6 @@ struct Item {
 /// The items, in the order in which they were found. Used by one thread.
 class Report {
  public:
-  /// `onItem`: called after each new item; may be empty.
-  explicit Report(std::function<void(const Item&)> onItem = {}) : onItem_(std::move(onItem)) {}
-
   /// A rule that must hold. Every such item needs a planted fault that a test sees turn it to Fail.
   void Expect(std::string id, std::string title, bool good, std::string details = {});
   void Observe(std::string id, std::string title, std::string details);
@@ -36,7 +32,6 @@ class Report {
  private:
   void Add(Item item);
 
-  std::function<void(const Item&)> onItem_;
   std::vector<Item> items_;
 };
 

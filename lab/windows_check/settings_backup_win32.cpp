@@ -9,14 +9,14 @@ namespace {
 constexpr wchar_t kSettings[] = L"Software\\NORVAX_FN_PingUtil";
 constexpr wchar_t kBackup[] = L"Software\\Tarvik WindowsCheck backup";
 
-bool Exists(const wchar_t* path) {
+bool KeyExists(const wchar_t* path) {
   HKEY key = nullptr;
   if (::RegOpenKeyExW(HKEY_CURRENT_USER, path, 0, KEY_READ, &key) != ERROR_SUCCESS) return false;
   ::RegCloseKey(key);
   return true;
 }
 
-bool Copy(const wchar_t* from, const wchar_t* to) {
+bool CopyKey(const wchar_t* from, const wchar_t* to) {
   HKEY target = nullptr;
   if (::RegCreateKeyExW(HKEY_CURRENT_USER, to, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &target, nullptr) !=
       ERROR_SUCCESS)
@@ -29,16 +29,16 @@ bool Copy(const wchar_t* from, const wchar_t* to) {
 /// Puts the backup in the place of what the check has left behind.
 void Restore() {
   ::RegDeleteTreeW(HKEY_CURRENT_USER, kSettings);
-  if (Exists(kBackup) && Copy(kBackup, kSettings)) ::RegDeleteTreeW(HKEY_CURRENT_USER, kBackup);
+  if (KeyExists(kBackup) && CopyKey(kBackup, kSettings)) ::RegDeleteTreeW(HKEY_CURRENT_USER, kBackup);
 }
 
 }  // namespace
 
 SettingsBackup::SettingsBackup() {
   // Left by a check that was killed: the user's settings are in the backup.
-  if (Exists(kBackup)) Restore();
-  if (!Exists(kSettings)) return;
-  if (!Copy(kSettings, kBackup)) throw CheckError("the product's settings cannot be saved");
+  if (KeyExists(kBackup)) Restore();
+  if (!KeyExists(kSettings)) return;
+  if (!CopyKey(kSettings, kBackup)) throw CheckError("the product's settings cannot be saved");
   ::RegDeleteTreeW(HKEY_CURRENT_USER, kSettings);
 }
 

@@ -9,7 +9,7 @@ namespace {
 constexpr WORD kPathsResource = 100;
 constexpr WORD kFirstFileResource = 101;
 
-std::string_view Resource(WORD number) {
+std::string_view CarriedResource(WORD number) {
   const HRSRC found = ::FindResourceW(nullptr, MAKEINTRESOURCEW(number), RT_RCDATA);
   if (found == nullptr) throw CheckError("a file is missing inside the program");
   const HGLOBAL loaded = ::LoadResource(nullptr, found);
@@ -42,7 +42,7 @@ void DeleteFolder(const std::wstring& folder) {
   ::RemoveDirectoryW(folder.c_str());
 }
 
-bool Exists(const std::wstring& path) {
+bool PathExists(const std::wstring& path) {
   return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
@@ -63,14 +63,14 @@ TemporaryFolder::TemporaryFolder() {
 TemporaryFolder::~TemporaryFolder() {
   // An ended program's file, or one that a virus scanner still reads, cannot be deleted at once.
   constexpr int kTries = 50;
-  for (int left = kTries; left > 0 && Exists(path_); --left) {
+  for (int left = kTries; left > 0 && PathExists(path_); --left) {
     DeleteFolder(path_);
-    if (Exists(path_)) ::Sleep(100);
+    if (PathExists(path_)) ::Sleep(100);
   }
 }
 
 void UnpackEverything(const std::wstring& folder) {
-  std::string_view paths = Resource(kPathsResource);
+  std::string_view paths = CarriedResource(kPathsResource);
   for (WORD number = kFirstFileResource; !paths.empty(); ++number) {
     const size_t end = paths.find('\n');
     std::wstring path = folder + L"\\" + FromUtf8(std::string(paths.substr(0, end)));
@@ -79,7 +79,7 @@ void UnpackEverything(const std::wstring& folder) {
       path[slash] = L'\\';
       ::CreateDirectoryW(path.substr(0, slash).c_str(), nullptr);
     }
-    WriteBytes(path, std::string(Resource(number)));
+    WriteBytes(path, std::string(CarriedResource(number)));
   }
 }
 

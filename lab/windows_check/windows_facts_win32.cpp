@@ -62,7 +62,7 @@ std::string RegistryText(HKEY root, const wchar_t* key, const wchar_t* name) {
   DWORD size = sizeof text - sizeof(wchar_t);
   std::string value;
   if (::RegQueryValueExW(opened, name, nullptr, &type, reinterpret_cast<BYTE*>(text), &size) == ERROR_SUCCESS)
-    value = type == REG_DWORD ? std::to_string(*reinterpret_cast<const DWORD*>(text)) : ToUtf8(text);
+    value = type == REG_DWORD ? std::to_string(text[0] | static_cast<unsigned>(text[1]) << 16) : ToUtf8(text);
   ::RegCloseKey(opened);
   return value;
 }
