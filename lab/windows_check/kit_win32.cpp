@@ -28,6 +28,8 @@ std::wstring FromUtf8(const std::string& text) {
 
 void Cancel() { cancelled = true; }
 
+bool IsCancelled() { return cancelled; }
+
 bool WaitUntil(int timeOutMs, const std::function<bool()>& condition) {
   const ULONGLONG deadline = ::GetTickCount64() + static_cast<ULONGLONG>(timeOutMs);
   while (!condition()) {

@@ -26,6 +26,7 @@ std::wstring FromUtf8(const std::string& text);
 
 /// Ends the check early: every wait throws CheckError from now on.
 void Cancel();
+bool IsCancelled();
 
 /// Polls until the condition holds; false after the time-out. Throws CheckError once the user has cancelled.
 bool WaitUntil(int timeOutMs, const std::function<bool()>& condition);
@@ -187,5 +188,5 @@ void CheckFtp(Kit& kit);
 // 2. A saboteur: in the copy, the imported library's name "ADVAPI32.dll" is replaced by "Saboteur.dll", a
 // library
 //    beside the copy (lab/windows_check/saboteur/). It forwards to the real library, and before the program's
-//    first instruction it carries out the faults that the environment variable TARVIK_SABOTAGE names, mostly
-//    by replacing a call in the program's import table.
+//    first instruction it plants the faults that the file Saboteur.txt beside it names, mostly by replacing a
+//    call in the program's import table. A new fault is an entry of kFaults there and a row in the test.

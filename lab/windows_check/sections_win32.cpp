@@ -26,9 +26,13 @@ void RunSection(const Section& section, Kit& kit) {
   try {
     section.check(kit);
   } catch (const std::exception& error) {
-    kit.report.Expect(std::string(section.name) + ".section",
-                      "The section \"" + std::string(section.title) + "\" can be checked to its end", false,
-                      error.what());
+    const std::string id = std::string(section.name) + ".section";
+    if (IsCancelled()) {
+      kit.report.Observe(id, "The user has ended the check in this section", "");
+      return;
+    }
+    kit.report.Expect(id, "The section \"" + std::string(section.title) + "\" can be checked to its end",
+                      false, error.what());
   }
 }
 
@@ -41,7 +45,7 @@ void RunSections(Kit& kit, const std::vector<std::string>& names,
     if (names.empty() || std::find(names.begin(), names.end(), section.name) != names.end())
       chosen.push_back(&section);
   }
-  for (size_t i = 0; i < chosen.size(); ++i) {
+  for (size_t i = 0; i < chosen.size() && !IsCancelled(); ++i) {
     onStep(chosen[i]->title, static_cast<int>(i), static_cast<int>(chosen.size()));
     RunSection(*chosen[i], kit);
   }

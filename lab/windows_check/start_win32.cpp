@@ -62,28 +62,27 @@ void CheckScaling(Kit& kit, HWND window) {
   constexpr char kTitle[] = "The product scales its windows itself, for each monitor where Windows can";
   const std::string awareness = DpiAwareness(window);
   // Windows 10 before 1703 does not know the second per-monitor mode; the manifest then asks for "system".
-  const bool hasSecondMode = WindowsVersion().build >= 15063;
+  constexpr unsigned kFirstBuildWithSecondMode = 15063;
+  const bool hasSecondMode = WindowsVersion().build >= kFirstBuildWithSecondMode;
   if (awareness.empty()) {
     kit.report.Observe("start.dpi_awareness", kTitle, "this Windows cannot tell");
   } else {
     kit.report.Expect("start.dpi_awareness", kTitle,
-                      awareness == (hasSecondMode ? "per monitor 2" : "system"), awareness);
+                      hasSecondMode ? awareness == "per monitor 2" : awareness != "unaware", awareness);
   }
 }
 
-bool EndsWith(const std::string& text, const std::string& end) {
-  return text.size() >= end.size() &&
-         ::lstrcmpiA(text.c_str() + (text.size() - end.size()), end.c_str()) == 0;
-}
-
 void CheckCommonControls(Kit& kit, const std::vector<std::wstring>& modules) {
-  std::string found = "not loaded";
+  // The folder of the version that the manifest asks for. The version resource would not do under Wine.
+  constexpr char kVersion6[] = "\\x86_microsoft.windows.common-controls_6595b64144ccf1df_6.";
+  std::string found;
   bool good = false;
   for (const std::wstring& module : modules) {
-    if (!EndsWith(ToUtf8(module), "\\comctl32.dll")) continue;
-    const std::string version = FileVersion(module);
-    good = version.compare(0, 2, "6.") == 0;
-    found = ToUtf8(module) + " " + version;
+    std::string path = ToUtf8(module);
+    ::CharLowerBuffA(path.data(), static_cast<DWORD>(path.size()));
+    if (path.find("\\comctl32.dll") == std::string::npos) continue;
+    good = good || path.find(kVersion6) != std::string::npos;
+    found += path + " " + FileVersion(module) + "\n";
   }
   kit.report.Expect("start.common_controls", "The product uses version 6 of the common controls", good,
                     found);
@@ -137,6 +136,7 @@ void CheckFirstStart(Kit& kit) {
   report.Expect("start.no_message", "With its libraries the product starts without a message",
                 product.Boxes().empty(), Lines(product.Boxes()));
   report.Observe("start.lines", "What the result list shows after the start", Lines(product.Lines()));
+  report.Attach("start.lines", EncodePng(CaptureWindow(window)));
   const std::vector<std::wstring> modules = Modules(product.Process());
   report.Observe("start.modules", "Modules of the product", ModuleList(modules));
   CheckScaling(kit, window);

@@ -49,9 +49,10 @@ std::string FileVersion(const std::wstring& path) {
   if (size == 0 || !::GetFileVersionInfoW(path.c_str(), 0, size, bytes.data()) ||
       !::VerQueryValueW(bytes.data(), L"\\", reinterpret_cast<void**>(&info), &length) || info == nullptr)
     return {};
-  return std::to_string(HIWORD(info->dwFileVersionMS)) + "." + std::to_string(LOWORD(info->dwFileVersionMS)) +
-         "." + std::to_string(HIWORD(info->dwFileVersionLS)) + "." +
-         std::to_string(LOWORD(info->dwFileVersionLS));
+  // With a letter, so that it is not masked as an address.
+  return "v" + std::to_string(HIWORD(info->dwFileVersionMS)) + "." +
+         std::to_string(LOWORD(info->dwFileVersionMS)) + "." + std::to_string(HIWORD(info->dwFileVersionLS)) +
+         "." + std::to_string(LOWORD(info->dwFileVersionLS));
 }
 
 std::string RegistryText(HKEY root, const wchar_t* key, const wchar_t* name) {

@@ -36,13 +36,16 @@ UINT WINAPI ShowBox(UINT mode) {
 
 void __cdecl EndWithError(int) { endProgram(3); }
 
+void __cdecl NeverEnd(int) { ::Sleep(INFINITE); }
+
 }  // namespace
 
 const Fault kFaults[] = {
-    {L"load_from_current_folder", [] { ReplaceImport("LoadLibraryExW", LoadPlanted, &loadLibraryEx); }},
-    {L"load_from_own_folder", [] { ReplaceImport("LoadLibraryExW", LoadFromOwnFolder, &loadLibraryEx); }},
-    {L"message_at_start", [] { ReplaceImport("SetErrorMode", ShowBox, &setErrorMode); }},
-    {L"wrong_exit_code", [] { ReplaceImport("exit", EndWithError, &endProgram); }},
+    {"load_from_current_folder", [] { ReplaceImport("LoadLibraryExW", LoadPlanted, &loadLibraryEx); }},
+    {"load_from_own_folder", [] { ReplaceImport("LoadLibraryExW", LoadFromOwnFolder, &loadLibraryEx); }},
+    {"message_at_start", [] { ReplaceImport("SetErrorMode", ShowBox, &setErrorMode); }},
+    {"never_ends", [] { ReplaceImport("exit", NeverEnd, &endProgram); }},
+    {"wrong_exit_code", [] { ReplaceImport("exit", EndWithError, &endProgram); }},
     {nullptr, nullptr},
 };
 

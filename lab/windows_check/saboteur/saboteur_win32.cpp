@@ -1,4 +1,4 @@
-// Plants the faults that TARVIK_SABOTAGE names, separated by spaces, in the program that loads this library.
+// Plants the faults that Saboteur.txt names, separated by spaces, in the program that loads this library.
 
 #include "lab/windows_check/saboteur/saboteur_win32.h"
 
@@ -34,13 +34,21 @@ void* ReplaceImport(const char* call, void* replacement) {
 
 }  // namespace tarvik::check
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
+extern "C" BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, LPVOID) {
   if (reason != DLL_PROCESS_ATTACH) return TRUE;
-  wchar_t value[256] = {};
-  ::GetEnvironmentVariableW(L"TARVIK_SABOTAGE", value, 256);
-  const std::wstring wanted = std::wstring(L" ") + value + L" ";
+  wchar_t path[MAX_PATH] = {};
+  ::GetModuleFileNameW(library, path, MAX_PATH);
+  std::wstring list = path;
+  list.replace(list.rfind(L'.'), std::wstring::npos, L".txt");
+  char text[256] = {};
+  DWORD size = 0;
+  const HANDLE file =
+      ::CreateFileW(list.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+  ::ReadFile(file, text, sizeof text, &size, nullptr);
+  ::CloseHandle(file);
+  const std::string wanted = " " + std::string(text, size) + " ";
   for (const tarvik::check::Fault* fault = tarvik::check::kFaults; fault->name != nullptr; ++fault) {
-    if (wanted.find(std::wstring(L" ") + fault->name + L" ") != std::wstring::npos) fault->plant();
+    if (wanted.find(std::string(" ") + fault->name + " ") != std::string::npos) fault->plant();
   }
   return TRUE;
 }

@@ -15,9 +15,9 @@ void ReplaceImport(const char* call, Function* replacement, Function** original)
   *original = reinterpret_cast<Function*>(ReplaceImport(call, reinterpret_cast<void*>(replacement)));
 }
 
-/// A fault, by the name that TARVIK_SABOTAGE contains.
+/// A fault, by the name that Saboteur.txt contains.
 struct Fault {
-  const wchar_t* name;
+  const char* name;
   void (*plant)();  ///< called before the program's first instruction, while libraries are being loaded
 };
 
