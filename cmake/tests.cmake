@@ -77,7 +77,7 @@ include(cmake/fuzzers.cmake)
 function(add_suite_tests program label machine cost)
   find_suites(suites ${ARGN})
   foreach(suite ${suites})
-    add_cases(${label}.${machine}.${suite} ${label} COMMAND ${program} --gtest_filter=${suite}.*
+    add_cases(${label}.${machine}.${suite} ${label} COMMAND ${program} --gtest_filter=${suite}.*:*/${suite}.*
       ENVIRONMENT TARVIK_EXE=${PROJECT_SOURCE_DIR}/out/${machine}/Tarvik.exe
                   TARVIK_DRIVER=${PROJECT_SOURCE_DIR}/out/x64/window_driver.exe
                   TARVIK_BENCH=${PROJECT_SOURCE_DIR}/out/bench/${machine}

@@ -199,6 +199,7 @@ void CheckPlantedLibraries(Kit& kit) {
     RunningProduct product(kit, driver, options);
     product.WaitForMainWindow();
     product.FollowRun(kRunTimeOutMs);
+    product.Close();
   }
   const std::string fromCurrent = Loaded(current, all);
   const std::string fromBeside = Loaded(beside, ofWindows);

@@ -1,0 +1,164 @@
+// The Windows check under Wine: its verdicts on the product as it is, and on products with a planted fault.
+
+#include "tests/windows/windows_check_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+constexpr char kSettings[] = "Software\\NORVAX_FN_PingUtil\\History";
+constexpr char kBackup[] = "Software\\Tarvik WindowsCheck backup";
+
+struct Expected {
+  const char* id;
+  const char* verdict;
+};
+
+constexpr Expected kExpected[] = {
+    {"ground.adapters", "observed"},
+    {"ground.closed_libraries", "observed"},
+    {"ground.code_pages", "observed"},
+    {"ground.elevation", "observed"},
+    {"ground.firewall", "observed"},
+    {"ground.languages", "observed"},
+    {"ground.monitors", "observed"},
+    {"ground.proxy", "observed"},
+    {"ground.smart_app_control", "observed"},
+    {"ground.theme", "observed"},
+    {"ground.windows", "observed"},
+    {"start.common_controls", "pass"},
+    {"start.dpi_awareness", "pass"},
+    {"start.exit_code", "pass"},
+    {"start.header_protection", "pass"},
+    {"start.header_version", "pass"},
+    {"start.lines", "observed"},
+    {"start.mitigations", "observed"},
+    {"start.modules", "observed"},
+    {"start.no_message", "pass"},
+    {"start.planted_beside_program", "pass"},
+    {"start.planted_in_current_folder", "pass"},
+    {"start.rights", "observed"},
+    {"start.terminal_server", "pass"},
+    {"start.time", "observed"},
+    {"start.without_libraries", "observed"},
+};
+
+/// The 16-bit number at this offset of the program's optional header.
+void SetHeaderNumber(const std::string& folder, size_t offset, uint16_t number) {
+  constexpr size_t kHeaderOffset = 0x3C;
+  constexpr size_t kOptionalHeader = 24;
+  std::fstream file(folder + "/Tarvik.exe", std::ios::binary | std::ios::in | std::ios::out);
+  const auto put = [&file](size_t place, uint16_t value) {
+    file.seekp(static_cast<std::streamoff>(place));
+    file.put(static_cast<char>(value & 0xFF)).put(static_cast<char>(value >> 8));
+  };
+  file.seekg(kHeaderOffset);
+  const auto low = static_cast<unsigned char>(file.get());
+  const auto high = static_cast<unsigned char>(file.get());
+  put((low | static_cast<size_t>(high) << 8) + kOptionalHeader + offset, number);
+}
+
+constexpr size_t kMajorSubsystemVersion = 48;
+constexpr size_t kCharacteristics = 70;
+
+/// Replaces an element of the manifest by spaces.
+void RemoveFromManifest(const std::string& folder, const std::string& element) {
+  ReplaceBytes(folder, element, std::string(element.size(), ' '));
+}
+
+constexpr PlantedFault kFaults[] = {
+    {"Subsystem_version_4", "start", "start.header_version",
+     [](const std::string& folder) { SetHeaderNumber(folder, kMajorSubsystemVersion, 4); }},
+    {"Not_aware_of_terminal_servers", "start", "start.terminal_server",
+     [](const std::string& folder) { SetHeaderNumber(folder, kCharacteristics, 0x0140); }},
+    {"Without_DEP", "start", "start.header_protection",
+     [](const std::string& folder) { SetHeaderNumber(folder, kCharacteristics, 0x8040); }},
+    {"Manifest_without_DPI_awareness", "start", "start.dpi_awareness",
+     [](const std::string& folder) {
+       RemoveFromManifest(
+           folder,
+           "<dpiAware xmlns=\"http://schemas.microsoft.com/SMI/2005/WindowsSettings\">true</dpiAware>");
+       ReplaceBytes(folder, "PerMonitorV2, System", "unaware             ");
+     }},
+    {"Manifest_without_common_controls", "start", "start.common_controls",
+     [](const std::string& folder) {
+       ReplaceBytes(folder, "<dependency>", "<!--        ");
+       ReplaceBytes(folder, "</dependency>", "          -->");
+     }},
+    {"Library_taken_from_the_current_folder", "start", "start.planted_in_current_folder",
+     [](const std::string& folder) { Sabotage(folder, "load_from_current_folder"); }},
+    {"Library_taken_from_the_own_folder", "start", "start.planted_beside_program",
+     [](const std::string& folder) { Sabotage(folder, "load_from_own_folder"); }},
+    {"Message_at_start", "start", "start.no_message",
+     [](const std::string& folder) { Sabotage(folder, "message_at_start"); }},
+    {"Wrong_exit_code", "start", "start.exit_code",
+     [](const std::string& folder) { Sabotage(folder, "wrong_exit_code"); }},
+};
+
+class WindowsCheck : public WindowsCheckTest<WindowsCheck> {};
+
+TEST_F(WindowsCheck, Has_the_expected_verdicts_about_the_product) {
+  Verdicts expected;
+  for (const auto& [id, verdict] : kExpected) expected[id] = verdict;
+  const std::string report = Check();
+  EXPECT_EQ(VerdictsIn(report), expected) << report;
+  EXPECT_NE(report.find("src=\"data:image/png;base64,iVBOR"), std::string::npos);
+  // The user is root, and the computer has this machine's name.
+  EXPECT_NE(report.find("users\\\\[user]\\\\"), std::string::npos);
+  EXPECT_EQ(report.find("\\\\root\\\\"), std::string::npos);
+}
+
+TEST_F(WindowsCheck, Restores_the_settings_and_deletes_its_files) {
+  Pc().SetRegistryText(kSettings, "01", "192.168.0.1");
+  Check("start");
+  EXPECT_EQ(Pc().RegistryText(kSettings, "01"), "192.168.0.1");
+  EXPECT_EQ(Leftovers(), std::set<std::string>());
+  Pc().DeleteRegistryKey("Software\\NORVAX_FN_PingUtil");
+  Check("start");
+  EXPECT_EQ(Pc().RegistryText(kSettings, "01"), std::nullopt);
+}
+
+TEST_F(WindowsCheck, Restores_the_settings_that_a_killed_check_has_saved) {
+  Pc().SetRegistryText(std::string(kBackup) + "\\History", "01", "192.168.0.2");
+  Check("ground");
+  EXPECT_EQ(Pc().RegistryText(kSettings, "01"), "192.168.0.2");
+  EXPECT_EQ(Pc().RegistryText(std::string(kBackup) + "\\History", "01"), std::nullopt);
+}
+
+TEST_F(WindowsCheck, A_product_that_does_not_end_is_ended_and_fails_its_section) {
+  const std::string report =
+      Check("start ground",
+            Spoiled({"", "", "", [](const std::string& folder) { Sabotage(folder, "never_ends"); }}));
+  EXPECT_EQ(FailedIn(report), std::set<std::string>{"start.section"}) << report;
+  EXPECT_EQ(VerdictsIn(report).at("ground.windows"), "observed");
+  EXPECT_EQ(Leftovers(), std::set<std::string>());
+}
+
+TEST_F(WindowsCheck, Closing_its_window_ends_the_check_early_with_a_report_beside_it) {
+  const std::string program = InFolder("WindowsCheck.exe");
+  std::filesystem::copy_file(CheckProgram(), program);
+  StartOnly({}, program, InFolder(""));
+  Program().WaitForWindow("WindowsCheckProgress").Close();
+  EXPECT_EQ(Program().WaitForEnd(std::chrono::seconds(60)), 0u);
+  std::string report;
+  for (const auto& entry : std::filesystem::directory_iterator(InFolder("")))
+    if (entry.path().extension() == ".html") report = ReportIn(entry.path());
+  EXPECT_EQ(FailedIn(report), std::set<std::string>()) << report;
+  EXPECT_NE(report.find("Windows check"), std::string::npos);
+  EXPECT_EQ(Leftovers(), std::set<std::string>());
+}
+
+class WindowsCheckFaults : public WindowsCheckTest<WindowsCheckFaults>,
+                           public testing::WithParamInterface<PlantedFault> {};
+
+TEST_P(WindowsCheckFaults, Fails_only_the_items_of_the_fault) {
+  std::istringstream words(GetParam().failedIds);
+  const std::set<std::string> expected{std::istream_iterator<std::string>(words), {}};
+  const std::string report = Check(GetParam().section, Spoiled(GetParam()));
+  EXPECT_EQ(FailedIn(report), expected) << report;
+}
+
+INSTANTIATE_TEST_SUITE_P(Planted, WindowsCheckFaults, testing::ValuesIn(kFaults),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace tarvik::lab
