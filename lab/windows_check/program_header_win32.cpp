@@ -26,4 +26,17 @@ ProgramHeader ReadProgramHeader(const std::wstring& path) {
           optional.DllCharacteristics};
 }
 
+std::string ReadManifest(const std::wstring& path) {
+  constexpr WORD kManifestType = 24;
+  const HMODULE program = ::LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+  if (program == nullptr) throw CheckError("cannot read " + ToUtf8(path));
+  std::string manifest;
+  if (const HRSRC found = ::FindResourceW(program, MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(kManifestType))) {
+    const void* const bytes = ::LockResource(::LoadResource(program, found));
+    manifest.assign(static_cast<const char*>(bytes), ::SizeofResource(program, found));
+  }
+  ::FreeLibrary(program);
+  return manifest;
+}
+
 }  // namespace tarvik::check

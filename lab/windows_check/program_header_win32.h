@@ -15,4 +15,7 @@ struct ProgramHeader {
 /// Throws CheckError when the file is not a 32-bit program.
 ProgramHeader ReadProgramHeader(const std::wstring& path);
 
+/// The manifest inside a program file; empty when it has none.
+std::string ReadManifest(const std::wstring& path);
+
 }  // namespace tarvik::check

@@ -44,6 +44,21 @@ void CheckHeaders(Kit& kit) {
   report.Expect("start.header_protection", "Both editions are marked for ASLR and DEP", isProtected, details);
 }
 
+void CheckManifests(Kit& kit) {
+  std::string missing;
+  for (const std::wstring& program : {kit.product, kit.general}) {
+    const std::string manifest = ReadManifest(program);
+    for (const char* const part :
+         {"level=\"asInvoker\"", "Microsoft.Windows.Common-Controls", ">PerMonitorV2, System<", "dpiAware ",
+          "{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}"})
+      if (manifest.find(part) == std::string::npos) missing.append(part).append(" is missing\n");
+  }
+  kit.report.Expect(
+      "start.manifest",
+      "The manifests of both editions ask for the user's own rights, common controls 6 and scaling",
+      missing.empty(), missing);
+}
+
 /// The DPI awareness of a window: "per monitor 2", "per monitor", "system" or "unaware"; empty when this
 /// Windows cannot tell.
 std::string DpiAwareness(HWND window) {
@@ -214,6 +229,7 @@ void CheckPlantedLibraries(Kit& kit) {
 
 void CheckStart(Kit& kit) {
   CheckHeaders(kit);
+  CheckManifests(kit);
   kit.progress("first start");
   CheckFirstStart(kit);
   kit.progress("without the maker's libraries");

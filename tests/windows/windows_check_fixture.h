@@ -22,14 +22,14 @@ struct PlantedFault {
   void (*plant)(const std::string& folder);  ///< `folder`: with a copy of the family edition
 };
 
-/// Replaces bytes of the copy's program file; both texts have the same length. Throws LabError when the file
-/// does not contain `from` exactly once.
+/// Replaces bytes of the copy's program file; a shorter text is padded with spaces. Throws LabError when the
+/// file does not contain `from` exactly once.
 inline void ReplaceBytes(const std::string& folder, const std::string& from, std::string to) {
   const std::string path = folder + "/Tarvik.exe";
   std::ifstream input(path, std::ios::binary);
   std::string bytes(std::istreambuf_iterator<char>(input), {});
   input.close();
-  to.resize(from.size(), '\0');
+  to.resize(from.size(), ' ');
   const size_t place = bytes.find(from);
   if (place == std::string::npos || bytes.find(from, place + 1) != std::string::npos)
     throw LabError("The product does not contain these bytes once: " + from);
@@ -53,6 +53,8 @@ class WindowsCheckTest : public WindowsTest<Suite> {
     WindowsPc::Options options = PcForTests();
     // A real PC does not have the bench on its path either.
     options.programPath.clear();
+    // Otherwise Wine would load its own library in the place of the planted one.
+    options.environment["WINEDLLOVERRIDES"] = "mscoree,mshtml=;icmp=n,b";
     return options;
   }
 

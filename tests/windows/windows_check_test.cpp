@@ -31,6 +31,7 @@ constexpr Expected kExpected[] = {
     {"start.header_protection", "pass"},
     {"start.header_version", "pass"},
     {"start.lines", "observed"},
+    {"start.manifest", "pass"},
     {"start.mitigations", "observed"},
     {"start.modules", "observed"},
     {"start.no_message", "pass"},
@@ -60,11 +61,6 @@ void SetHeaderNumber(const std::string& folder, size_t offset, uint16_t number) 
 constexpr size_t kMajorSubsystemVersion = 48;
 constexpr size_t kCharacteristics = 70;
 
-/// Replaces an element of the manifest by spaces.
-void RemoveFromManifest(const std::string& folder, const std::string& element) {
-  ReplaceBytes(folder, element, std::string(element.size(), ' '));
-}
-
 constexpr PlantedFault kFaults[] = {
     {"Subsystem_version_4", "start", "start.header_version",
      [](const std::string& folder) { SetHeaderNumber(folder, kMajorSubsystemVersion, 4); }},
@@ -72,20 +68,17 @@ constexpr PlantedFault kFaults[] = {
      [](const std::string& folder) { SetHeaderNumber(folder, kCharacteristics, 0x0140); }},
     {"Without_DEP", "start", "start.header_protection",
      [](const std::string& folder) { SetHeaderNumber(folder, kCharacteristics, 0x8040); }},
-    {"Manifest_without_DPI_awareness", "start", "start.dpi_awareness",
-     [](const std::string& folder) {
-       RemoveFromManifest(
-           folder,
-           "<dpiAware xmlns=\"http://schemas.microsoft.com/SMI/2005/WindowsSettings\">true</dpiAware>");
-       ReplaceBytes(folder, "PerMonitorV2, System", "unaware             ");
-     }},
+    {"Manifest_without_DPI_awareness", "start", "start.manifest",
+     [](const std::string& folder) { ReplaceBytes(folder, "PerMonitorV2, System", "unaware"); }},
+    {"Window_unaware_of_scaling", "start", "start.dpi_awareness",
+     [](const std::string& folder) { Sabotage(folder, "unaware_of_scaling"); }},
     {"Manifest_without_common_controls", "start", "start.common_controls",
      [](const std::string& folder) {
        ReplaceBytes(folder, "<dependency>", "<!--        ");
        ReplaceBytes(folder, "</dependency>", "          -->");
      }},
     {"Library_taken_from_the_current_folder", "start", "start.planted_in_current_folder",
-     [](const std::string& folder) { Sabotage(folder, "load_from_current_folder"); }},
+     [](const std::string& folder) { Sabotage(folder, "search_current_folder"); }},
     {"Library_taken_from_the_own_folder", "start", "start.planted_beside_program",
      [](const std::string& folder) { Sabotage(folder, "load_from_own_folder"); }},
     {"Message_at_start", "start", "start.no_message",

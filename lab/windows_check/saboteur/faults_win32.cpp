@@ -8,16 +8,9 @@ namespace tarvik::check {
 namespace {
 
 HMODULE(WINAPI* loadLibraryEx)(LPCWSTR, HANDLE, DWORD) = nullptr;
+DWORD(WINAPI* searchPath)(LPCWSTR, LPCWSTR, LPCWSTR, DWORD, LPWSTR, LPWSTR*) = nullptr;
 UINT(WINAPI* setErrorMode)(UINT) = nullptr;
 void(__cdecl* endProgram)(int) = nullptr;
-
-/// Prefers a library in the current folder.
-HMODULE WINAPI LoadPlanted(LPCWSTR name, HANDLE file, DWORD flags) {
-  wchar_t folder[MAX_PATH] = {};
-  ::GetCurrentDirectoryW(MAX_PATH, folder);
-  const HMODULE planted = ::LoadLibraryW((std::wstring(folder) + L"\\" + name).c_str());
-  return planted != nullptr ? planted : loadLibraryEx(name, file, flags);
-}
 
 /// Prefers a library beside the program.
 HMODULE WINAPI LoadFromOwnFolder(LPCWSTR name, HANDLE file, DWORD flags) {
@@ -27,6 +20,19 @@ HMODULE WINAPI LoadFromOwnFolder(LPCWSTR name, HANDLE file, DWORD flags) {
   beside = beside.substr(0, beside.rfind(L'\\') + 1) + name;
   const HMODULE planted = ::LoadLibraryW(beside.c_str());
   return planted != nullptr ? planted : loadLibraryEx(name, file, flags);
+}
+
+/// Windows' own order, which includes the current folder.
+DWORD WINAPI SearchEverywhere(LPCWSTR, LPCWSTR name, LPCWSTR extension, DWORD size, LPWSTR path,
+                              LPWSTR* part) {
+  return searchPath(nullptr, name, extension, size, path, part);
+}
+
+/// Makes this thread, which will create the windows, unaware of scaling.
+void BeUnawareOfScaling() {
+  using SetContext = HANDLE(WINAPI*)(HANDLE);
+  const auto address = ::GetProcAddress(::GetModuleHandleW(L"user32.dll"), "SetThreadDpiAwarenessContext");
+  reinterpret_cast<SetContext>(reinterpret_cast<void*>(address))(reinterpret_cast<HANDLE>(intptr_t{-1}));
 }
 
 UINT WINAPI ShowBox(UINT mode) {
@@ -41,7 +47,8 @@ void __cdecl NeverEnd(int) { ::Sleep(INFINITE); }
 }  // namespace
 
 const Fault kFaults[] = {
-    {"load_from_current_folder", [] { ReplaceImport("LoadLibraryExW", LoadPlanted, &loadLibraryEx); }},
+    {"unaware_of_scaling", BeUnawareOfScaling},
+    {"search_current_folder", [] { ReplaceImport("SearchPathW", SearchEverywhere, &searchPath); }},
     {"load_from_own_folder", [] { ReplaceImport("LoadLibraryExW", LoadFromOwnFolder, &loadLibraryEx); }},
     {"message_at_start", [] { ReplaceImport("SetErrorMode", ShowBox, &setErrorMode); }},
     {"never_ends", [] { ReplaceImport("exit", NeverEnd, &endProgram); }},
