@@ -62,7 +62,8 @@ BOOL CALLBACK AppendMonitor(HMONITOR monitor, HDC, LPRECT, LPARAM parameter) {
   std::string& details = *reinterpret_cast<std::string*>(parameter);
   details += RectText(information.rcMonitor) + ", work area " + RectText(information.rcWork);
   if ((information.dwFlags & MONITORINFOF_PRIMARY) != 0) details += ", primary";
-  static const HMODULE shcore = ::LoadLibraryW(L"shcore.dll");  // Windows 8.1
+  // Windows 8.1
+  static const HMODULE shcore = ::LoadLibraryExW(L"shcore.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
   using GetDpi = HRESULT(WINAPI*)(HMONITOR, int, UINT*, UINT*);
   if (const auto getDpi = FindCall<GetDpi>(shcore, "GetDpiForMonitor")) {
     UINT x = 0;

@@ -114,7 +114,7 @@ class RunningProduct {
   bool Runs() const;
 
   /// Waits for the main window and the controls of all its pages, answering message boxes with OK. Throws
-  /// CheckError after 30 seconds and when the program ends.
+  /// CheckError after a minute and when the program ends.
   HWND WaitForMainWindow();
   /// The message boxes that this object has answered: "title: text".
   const std::vector<std::string>& Boxes() const { return boxes_; }

@@ -57,6 +57,13 @@ std::string MacText(const IP_ADAPTER_INFO& adapter) {
   return text;
 }
 
+/// Old calls return text in the code page of the system.
+std::string FromAnsi(const char* text) {
+  wchar_t wide[512] = {};
+  ::MultiByteToWideChar(CP_ACP, 0, text, -1, wide, 511);
+  return ToUtf8(wide);
+}
+
 std::string K7Service() {
   const SC_HANDLE manager = ::OpenSCManagerW(nullptr, nullptr, SC_MANAGER_CONNECT);
   if (manager == nullptr) return "the service manager cannot be opened";
@@ -103,7 +110,7 @@ std::string Adapters() {
   if (::GetAdaptersInfo(adapters.data(), &size) != ERROR_SUCCESS) return "GetAdaptersInfo reports none";
   std::string details;
   for (const IP_ADAPTER_INFO* next = adapters.data(); next != nullptr; next = next->Next) {
-    details += std::string(next->Description) + ", type " + std::to_string(next->Type) + ", MAC " +
+    details += FromAnsi(next->Description) + ", type " + std::to_string(next->Type) + ", MAC " +
                MacText(*next) + "\n  addresses" + AddressList(&next->IpAddressList) + "\n  gateways" +
                AddressList(&next->GatewayList) + ", DHCP " + std::to_string(next->DhcpEnabled) + "\n";
   }

@@ -5,7 +5,7 @@
 namespace tarvik::check {
 namespace {
 
-constexpr int kStartTimeOutMs = 30000;
+constexpr int kStartTimeOutMs = 60000;
 constexpr int kEndTimeOutMs = 15000;
 
 std::wstring Variable(const wchar_t* name) {

@@ -93,8 +93,9 @@ void CheckCommonControls(Kit& kit, const std::vector<std::wstring>& modules) {
   std::string found;
   bool good = false;
   for (const std::wstring& module : modules) {
-    std::string path = ToUtf8(module);
-    ::CharLowerBuffA(path.data(), static_cast<DWORD>(path.size()));
+    std::wstring lower = module;
+    ::CharLowerBuffW(lower.data(), static_cast<DWORD>(lower.size()));
+    const std::string path = ToUtf8(lower);
     if (path.find("\\comctl32.dll") == std::string::npos) continue;
     good = good || path.find(kVersion6) != std::string::npos;
     found += path + " " + FileVersion(module) + "\n";

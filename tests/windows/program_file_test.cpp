@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <set>
@@ -194,6 +195,16 @@ TEST_F(ShippedFile, Has_the_version_number_of_the_build) {
   std::string text;
   for (const char character : std::string(TARVIK_VERSION_TEXT)) text += {character, '\0'};
   EXPECT_NE(version.find(text), std::string::npos);
+}
+
+TEST_F(ShippedFile, The_Windows_check_needs_no_administrator_and_is_sharp_on_every_monitor) {
+  const std::filesystem::path folder = std::filesystem::path(ProgramPath()).parent_path();
+  if (folder.filename() != "x86") GTEST_SKIP() << "the Windows check is 32-bit";
+  const ProgramFile check(folder.parent_path() / "WindowsCheck" / "WindowsCheck.exe");
+  EXPECT_FALSE(check.Is64Bit());
+  const std::string manifest = check.Resource(kManifest);
+  for (const char* part : {"asInvoker", "Microsoft.Windows.Common-Controls", "PerMonitorV2"})
+    EXPECT_NE(manifest.find(part), std::string::npos) << part;
 }
 
 }  // namespace
