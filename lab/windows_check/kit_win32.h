@@ -91,11 +91,11 @@ enum class Edition { Family, General };
 /// How RunningProduct starts the product.
 struct StartOptions {
   Edition edition = Edition::Family;
-  std::wstring arguments;      ///< raw text after the program's name
-  std::wstring currentFolder;  ///< empty = the program's folder
-  bool withBench = true;       ///< the bench's libraries are on the program's PATH
-  std::wstring program;        ///< another program file instead of the edition's; empty = none
-  std::map<std::wstring, std::wstring> environment;  ///< additional variables
+  std::wstring arguments = {};      ///< raw text after the program's name
+  std::wstring currentFolder = {};  ///< empty = the program's folder
+  bool withBench = true;            ///< the bench's libraries are on the program's PATH
+  std::wstring program = {};        ///< another program file instead of the edition's; empty = none
+  std::map<std::wstring, std::wstring> environment = {};  ///< additional variables
 };
 
 /// The product, started for one section. Destruction ends it by the id with which it was started.
@@ -129,6 +129,8 @@ class RunningProduct {
   /// Clicks the tab with this index among the visible ones, and waits until it is selected.
   void SelectPage(int index);
   std::vector<std::string> Lines() { return Ask("lines", ID_lstResult); }
+  /// True while a run is active: its button then reads "Stop".
+  bool RunIsActive();
   /// Follows the run that the program starts by itself (a target on the command line) until the window is at
   /// rest, answering message boxes with OK. Returns the result list. Throws CheckError when it takes longer.
   std::vector<std::string> FollowRun(int timeOutMs);
@@ -141,7 +143,6 @@ class RunningProduct {
 
  private:
   bool AnswerBoxes();
-  bool RunIsActive();
   std::vector<std::string> Follow(const std::vector<std::string>* before, int timeOutMs);
 
   Driver& driver_;

@@ -1,5 +1,5 @@
-// Menus, pointer, fonts and message boxes: objects whose handles are only valid in their own process, so most
-// calls are made there through RemoteProcess.
+// Menus, pointer, fonts, input methods and message boxes: objects whose handles are only valid in their own
+// process, so most calls are made there through RemoteProcess.
 
 #include "lab/helpers/window_driver/driver_win32.h"
 #include "lab/helpers/window_driver/remote_win32.h"
@@ -56,10 +56,8 @@ Fields Pointer(const Arguments& arguments) {
   return {"other"};
 }
 
-/// Calls `measure` with a device context that has the control's font.
-template <typename Measure>
-void InFontOf(HWND control, Measure measure) {
-  // A font handle is only valid in its own process: read its description there, and make a copy here.
+/// The description of the control's font. A font handle is only valid in its own process.
+LOGFONTW FontOf(HWND control) {
   const RemoteProcess process(ProcessOf(control));
   const RemoteMemory memory(process, sizeof(LOGFONTW));
   const uint64_t font =
@@ -69,6 +67,13 @@ void InFontOf(HWND control, Measure measure) {
   }
   LOGFONTW description;
   process.Read(memory.Address(), &description, sizeof description);
+  return description;
+}
+
+/// Calls `measure` with a device context that has a copy of the control's font.
+template <typename Measure>
+void InFontOf(HWND control, Measure measure) {
+  const LOGFONTW description = FontOf(control);
   const HFONT copy = CreateFontIndirectW(&description);
   const HDC screen = GetDC(nullptr);
   const HGDIOBJ before = SelectObject(screen, copy);
@@ -76,6 +81,25 @@ void InFontOf(HWND control, Measure measure) {
   SelectObject(screen, before);
   ReleaseDC(nullptr, screen);
   DeleteObject(copy);
+}
+
+/// font <window> <id> -> face, height and weight, as in LOGFONT
+Fields Font(const Arguments& arguments) {
+  const LOGFONTW font = FontOf(arguments.Control(0));
+  return {ToUtf8(font.lfFaceName), NumberText(font.lfHeight), NumberText(font.lfWeight)};
+}
+
+/// input_method <window> <id> -> whether the field, or that of a combo box, can be typed in with an input
+/// method, such as that for Japanese
+Fields InputMethod(const Arguments& arguments) {
+  constexpr wchar_t kImm32[] = L"imm32.dll";
+  HWND field = arguments.Control(0);
+  if (ClassOf(field) == L"ComboBox") field = FindWindowExW(field, nullptr, L"Edit", nullptr);
+  const RemoteProcess process(ProcessOf(field));
+  const auto window = static_cast<uint64_t>(reinterpret_cast<uintptr_t>(field));
+  const uint64_t context = process.Call(kImm32, "ImmGetContext", {window});
+  if (context != 0) process.Call(kImm32, "ImmReleaseContext", {window, context});
+  return {context != 0 ? "1" : "0"};
 }
 
 /// text_size <window> <id> -> width and height of the control's text in its font, on one line
@@ -172,6 +196,8 @@ void AddMenuCommands() {
   // menu <window> -> four fields per item: depth, id, caption, enabled
   AddCommand("menu", [](const Arguments& a) { return MenuReader(a.Window(0)).Items(); });
   AddCommand("pointer", Pointer);
+  AddCommand("font", Font);
+  AddCommand("input_method", InputMethod);
   AddCommand("text_size", TextSize);
   AddCommand("line_width", LineWidth);
   AddCommand("wait_box", WaitBox);
