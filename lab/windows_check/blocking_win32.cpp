@@ -1,0 +1,207 @@
+// A library call that does not return for 8 seconds, which Windows takes for a program that hangs.
+
+#include <algorithm>
+
+#include "lab/windows_check/controls_win32.h"
+
+namespace tarvik::check {
+namespace {
+
+constexpr int kHeldMs = 8000;
+constexpr int kMainPort = 18193;
+constexpr int kPmcPort = 18194;
+constexpr int kStopMs = 1000;  ///< between the return of the call and the end of the run
+
+/// The practice controller, which answers one of its calls late. Ends with its object.
+class SlowController {
+ public:
+  SlowController(const Kit& kit, int port, const std::string& call) {
+    // A relative path: the controller could not open one with letters outside the code page.
+    const std::wstring scenario = L"slow_" + std::to_wstring(port) + L".scenario";
+    const std::string text = "options 1\ndelay " + call + " " + std::to_string(kHeldMs) + "\n";
+    WriteWhole(kit.folder + L"\\" + scenario, text);
+    std::wstring commandLine =
+        L"\"" + kit.bench + L"\\practice_controller.exe\" --port " + std::to_wstring(port) + L" " + scenario;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION information{};
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                        kit.folder.c_str(), &startup, &information))
+      throw CheckError("the simulated controller cannot be started: error " + std::to_string(GetLastError()));
+    CloseHandle(information.hThread);
+    process_ = information.hProcess;
+  }
+  SlowController(const SlowController&) = delete;
+  SlowController& operator=(const SlowController&) = delete;
+  ~SlowController() {
+    TerminateProcess(process_, 0);
+    CloseHandle(process_);
+  }
+
+ private:
+  static void WriteWhole(const std::wstring& path, const std::string& text) {
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    DWORD written = 0;
+    WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+    CloseHandle(file);
+  }
+
+  HANDLE process_ = nullptr;
+};
+
+std::string ReadWhole(const std::wstring& path) {
+  std::string text;
+  const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  char block[4096];
+  for (DWORD got = 0; ReadFile(file, block, sizeof block, &got, nullptr) && got > 0;) text.append(block, got);
+  CloseHandle(file);
+  return text;
+}
+
+BOOL CALLBACK CountGhost(HWND window, LPARAM parameter) {
+  if (ClassOf(window) == L"Ghost" && IsWindowVisible(window)) ++*reinterpret_cast<int*>(parameter);
+  return TRUE;
+}
+
+/// The windows that Windows shows in place of programs that hang.
+int Ghosts() {
+  int count = 0;
+  EnumWindows(CountGhost, reinterpret_cast<LPARAM>(&count));
+  return count;
+}
+
+/// A click as the user makes it: the message waits in the queue until the program reads it.
+void PostClickOn(HWND control) {
+  RECT client{};
+  GetClientRect(control, &client);
+  const LPARAM centre = MAKELPARAM(client.right / 2, client.bottom / 2);
+  PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, centre);
+  PostMessageW(control, WM_LBUTTONUP, 0, centre);
+}
+
+HWND ChildOf(HWND window, int id) {
+  for (const ControlState& control : AllControls(window))
+    if (control.id == id) return control.window;
+  throw CheckError("no control " + std::to_string(id));
+}
+
+/// One run whose library call is held, in a program of its own.
+class HeldRun {
+ public:
+  HeldRun(Kit& kit, Driver& driver, int port, const wchar_t* log)
+      : log_(kit.folder + L"\\" + log),
+        product_(kit, driver,
+                 {.arguments = L"-X 8 -PING_N 1 -NXLIB_TMOUT 30 -TCP_PORT " + std::to_wstring(port),
+                  .currentFolder = kit.folder,
+                  .environment = {{L"TARVIK_BENCH_CALLS", log}}}),
+        window_(product_.WaitForMainWindow()) {
+    product_.Ask("set_text", ID_cmbIPAddr, "127.0.0.1");
+  }
+
+  RunningProduct& Product() { return product_; }
+  HWND Window() const { return window_; }
+
+  /// Whether the library has logged the end of the call.
+  bool Returned(const std::string& call) const { return ReadWhole(log_).find(call) != std::string::npos; }
+  std::string Log() const { return ReadWhole(log_); }
+
+ private:
+  std::wstring log_;
+  RunningProduct product_;
+  HWND window_;
+};
+
+int CountOf(const std::vector<std::string>& lines, const std::string& line) {
+  return static_cast<int>(std::count(lines.begin(), lines.end(), line));
+}
+
+/// What was seen while both programs were held.
+struct Held {
+  int ghosts = 0;
+  bool hung = false;    ///< Windows took a program for one that hangs
+  DWORD mainEndMs = 0;  ///< from the return of the call to the end of the run
+  DWORD pmcEndMs = 0;
+  bool ended = false;
+};
+
+/// Starts both runs, stops them while their calls are held, and follows them to their end.
+Held HoldAndStop(HeldRun& main, HeldRun& pmc, HWND pmcWindow) {
+  const HWND stop = main.Product().Control(ID_cmdPing);
+  const HWND allTest = main.Product().Control(ID_cmdAllTest);
+  const HWND pmcRead = ChildOf(pmcWindow, ID_cmdRead);
+  const HWND pmcStop = ChildOf(pmcWindow, ID_cmdStop);
+  const std::wstring idle = TextOf(stop);
+  PostClickOn(allTest);
+  PostClickOn(pmcRead);
+  if (!WaitUntil(kHeldMs, [&] { return main.Returned("nx_getoptions1") && pmc.Returned("nx_allochandle3"); }))
+    throw CheckError("the runs do not reach their library calls");
+  // Windows looks at how long a click has waited. The second one must not start a second run.
+  for (const HWND button : {stop, allTest, pmcStop}) PostClickOn(button);
+
+  Held held;
+  held.ghosts = 0;
+  const int ghostsBefore = Ghosts();
+  DWORD mainReturnedAt = 0;
+  DWORD pmcReturnedAt = 0;
+  const auto note = [](DWORD& at, bool happened) {
+    if (at == 0 && happened) at = GetTickCount();
+  };
+  DWORD mainEndedAt = 0;
+  DWORD pmcEndedAt = 0;
+  held.ended = WaitUntil(3 * kHeldMs, [&] {
+    held.ghosts = std::max(held.ghosts, Ghosts() - ghostsBefore);
+    held.hung = held.hung || IsHungAppWindow(main.Window()) || IsHungAppWindow(pmcWindow);
+    note(mainReturnedAt, main.Returned("nx_sysinfo"));
+    note(pmcReturnedAt, pmc.Returned("nx_pmc_rdrange"));
+    if (mainReturnedAt != 0) note(mainEndedAt, TextOf(stop) == idle);
+    if (pmcReturnedAt != 0) note(pmcEndedAt, IsWindowEnabled(pmcRead) != FALSE);
+    return mainEndedAt != 0 && pmcEndedAt != 0;
+  });
+  const DWORD now = GetTickCount();
+  held.mainEndMs = (mainEndedAt == 0 ? now : mainEndedAt) - mainReturnedAt;
+  held.pmcEndMs = (pmcEndedAt == 0 ? now : pmcEndedAt) - pmcReturnedAt;
+  return held;
+}
+
+}  // namespace
+
+void CheckBlocking(Kit& kit) {
+  kit.progress("Library calls that take 8 seconds");
+  const SlowController mainController(kit, kMainPort, "sysinfo");
+  const SlowController pmcController(kit, kPmcPort, "pmc");
+  Driver driver(kit);
+  HeldRun main(kit, driver, kMainPort, L"held_main.log");
+  HeldRun pmc(kit, driver, kPmcPort, L"held_pmc.log");
+  pmc.Product().Ask("command", ID_mnuPMC);
+  const Driver::Fields handle = driver.Ask("wait_window", pmc.Product().Id(), "frmPmcTest", kHeldMs);
+  const HWND pmcWindow = reinterpret_cast<HWND>(static_cast<intptr_t>(std::stoll(handle.at(0))));
+
+  const Held held = HoldAndStop(main, pmc, pmcWindow);
+  kit.report.Observe("blocking.hung", "Windows took the held program for one that hangs",
+                     held.hung ? "yes" : "no");
+  kit.report.Expect("blocking.ghost", "No ghost window takes the place of a held program", held.ghosts == 0,
+                    std::to_string(held.ghosts) + " windows of the class Ghost");
+  // Nothing may start a run afterwards.
+  main.Product().Ask("settle", kHeldMs);
+  const std::vector<std::string> lines = main.Product().Lines();
+  std::string all;
+  for (const std::string& line : lines) all += line + "\n";
+  const bool again =
+      WaitUntil(kStopMs, [&] { return main.Product().RunIsActive() || main.Product().Lines() != lines; });
+  kit.report.Expect("blocking.second_run", "Clicks during the call start no second run",
+                    !again && CountOf(lines, "Get System Information test....") == 1, all);
+  // The FTP test would come next; after its title it looks for a stop request.
+  const bool stopped = CountOf(lines, "FTP Connect test...") == 0 || lines.back() == "FTP Connect test...";
+  kit.report.Expect("blocking.stop", "Stop ends the run within a second after the call has returned",
+                    held.ended && held.mainEndMs <= kStopMs && stopped,
+                    std::to_string(held.mainEndMs) + " ms\n" + all);
+  const std::string log = pmc.Log();
+  const bool readOnce = log.find("nx_pmc_rdrange") == log.rfind("nx_pmc_rdrange");
+  kit.report.Expect("blocking.stop_pmc", "Stop ends the PMC test within a second after the call has returned",
+                    held.ended && held.pmcEndMs <= kStopMs && readOnce,
+                    std::to_string(held.pmcEndMs) + " ms\n" + log);
+}
+
+}  // namespace tarvik::check

@@ -1,0 +1,381 @@
+// What the windows look like: every page in both languages, at the scaling of every monitor.
+
+#include <algorithm>
+#include <array>
+#include <map>
+
+#include "lab/windows_check/controls_win32.h"
+
+namespace tarvik::check {
+namespace {
+
+constexpr int kStandardDpi = 96;
+constexpr int kSoonMs = 5000;
+
+struct Monitor {
+  RECT area{};
+  RECT workArea{};
+};
+
+BOOL CALLBACK AppendMonitor(HMONITOR handle, HDC, RECT*, LPARAM parameter) {
+  MONITORINFO information{};
+  information.cbSize = sizeof information;
+  if (GetMonitorInfoW(handle, &information))
+    reinterpret_cast<std::vector<Monitor>*>(parameter)->push_back(
+        {information.rcMonitor, information.rcWork});
+  return TRUE;
+}
+
+/// All monitors, the primary one first.
+std::vector<Monitor> Monitors() {
+  std::vector<Monitor> monitors;
+  EnumDisplayMonitors(nullptr, nullptr, AppendMonitor, reinterpret_cast<LPARAM>(&monitors));
+  std::stable_partition(monitors.begin(), monitors.end(), [](const Monitor& monitor) {
+    return monitor.area.left == 0 && monitor.area.top == 0;
+  });
+  return monitors;
+}
+
+template <typename Function>
+Function* FromUser32(const char* name) {
+  return reinterpret_cast<Function*>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), name)));
+}
+
+int DpiOfScreen() {
+  const HDC screen = GetDC(nullptr);
+  const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
+  ReleaseDC(nullptr, screen);
+  return dpi;
+}
+
+int DpiOfWindow(HWND window) {
+  const auto ask = FromUser32<UINT WINAPI(HWND)>("GetDpiForWindow");
+  const int dpi = ask == nullptr ? 0 : static_cast<int>(ask(window));
+  return dpi > 0 ? dpi : DpiOfScreen();
+}
+
+/// Face, height and weight of the message font at that scaling, as the driver's command "font" reports them.
+std::vector<std::string> MessageFontAt(int dpi) {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof metrics;
+  const auto ask = FromUser32<BOOL WINAPI(UINT, UINT, void*, UINT, UINT)>("SystemParametersInfoForDpi");
+  if (ask != nullptr) {
+    ask(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, static_cast<UINT>(dpi));
+  } else {
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+  }
+  const LOGFONTW& font = metrics.lfMessageFont;
+  return {ToUtf8(font.lfFaceName), std::to_string(font.lfHeight), std::to_string(font.lfWeight)};
+}
+
+bool IsInside(const RECT& inner, const RECT& outer) {
+  return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+         inner.bottom <= outer.bottom;
+}
+
+bool OverlapEachOther(const RECT& a, const RECT& b) {
+  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
+RECT ClientOnScreen(HWND window) {
+  RECT client{};
+  GetClientRect(window, &client);
+  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
+  return client;
+}
+
+bool IsOnEveryPage(int id) {
+  return id == ID_lblIPAddr || id == ID_cmbIPAddr || id == ID_tabMode || id == ID_lblResult ||
+         id == ID_lstResult;
+}
+
+/// What the rules on looks found on every page of one language.
+struct LooksFound {
+  Findings texts;
+  Findings places;
+  Findings fonts;
+  Findings backgrounds;
+  Findings workArea;
+  int controls = 0;
+  int dpi = 0;
+};
+
+/// The colour that most pixels of `inner` have, without those of `except`.
+uint32_t CommonColour(const Picture& picture, const RECT& inner, const std::vector<RECT>& except) {
+  std::map<uint32_t, int> counts;
+  for (LONG y = std::max(0L, inner.top); y < std::min<LONG>(inner.bottom, picture.height); ++y) {
+    for (LONG x = std::max(0L, inner.left); x < std::min<LONG>(inner.right, picture.width); ++x) {
+      const bool excepted = std::any_of(except.begin(), except.end(), [x, y](const RECT& rect) {
+        return x >= rect.left && x < rect.right && y >= rect.top && y < rect.bottom;
+      });
+      if (!excepted) ++counts[picture.At(static_cast<int>(x), static_cast<int>(y)) & 0xFFFFFF];
+    }
+  }
+  const auto most = std::max_element(counts.begin(), counts.end(),
+                                     [](const auto& a, const auto& b) { return a.second < b.second; });
+  return most == counts.end() ? 0 : most->first;
+}
+
+/// The largest difference of a colour component. A themed page may have a slight gradient.
+int ColourDifference(uint32_t a, uint32_t b) {
+  int largest = 0;
+  for (const int shift : {0, 8, 16})
+    largest = std::max(largest,
+                       std::abs(static_cast<int>(a >> shift & 0xFF) - static_cast<int>(b >> shift & 0xFF)));
+  return largest;
+}
+
+/// Looks at one window, whose pages are selected by the caller.
+class WindowLooks {
+ public:
+  WindowLooks(Driver& driver, HWND window, std::string where, LooksFound& found)
+      : driver_(driver),
+        window_(window),
+        where_(std::move(where)),
+        found_(found),
+        dpi_(DpiOfWindow(window)),
+        controls_(VisibleControls(window)) {}
+
+  void Check() {
+    found_.controls += static_cast<int>(controls_.size());
+    found_.dpi = dpi_;
+    for (const ControlState& control : controls_) {
+      CheckText(control);
+      CheckPlace(control);
+      CheckFont(control);
+    }
+    CheckBackgrounds();
+  }
+
+ private:
+  std::string Where(const ControlState& control) const { return where_ + ", " + NameOf(control) + ": "; }
+
+  /// What a control needs beside its text: a button its frame, a check box its mark.
+  LONG BesideText(const ControlState& control) const {
+    constexpr LONG_PTR kButtonType = 0xF;
+    if (control.windowClass != L"Button") return 0;
+    const bool isCheckBox = (GetWindowLongPtrW(control.window, GWL_STYLE) & kButtonType) == BS_AUTOCHECKBOX;
+    return MulDiv(isCheckBox ? 16 : 8, dpi_, kStandardDpi);
+  }
+
+  void CheckText(const ControlState& control) {
+    const bool hasCaption = control.windowClass == L"Static" || control.windowClass == L"Button";
+    const Driver::Fields size = driver_.Ask("text_size", window_, control.id);
+    const LONG width = hasCaption ? std::stol(size.at(0)) + BesideText(control) : 0;
+    const LONG height = std::stol(size.at(1));
+    const LONG hasWidth = control.box.right - control.box.left;
+    const LONG hasHeight = control.box.bottom - control.box.top;
+    if (hasWidth >= width && hasHeight >= height) return;
+    found_.texts.Add(Where(control) + "needs " + std::to_string(width) + " x " + std::to_string(height) +
+                     " pixels, has " + std::to_string(hasWidth) + " x " + std::to_string(hasHeight));
+  }
+
+  void CheckPlace(const ControlState& control) {
+    const RECT client = ClientOnScreen(window_);
+    const auto tabs = std::find_if(controls_.begin(), controls_.end(),
+                                   [](const ControlState& each) { return each.id == ID_tabMode; });
+    const RECT page = tabs == controls_.end() ? client : tabs->box;
+    if (!IsInside(control.box, IsOnEveryPage(control.id) ? client : page))
+      found_.places.Add(Where(control) + "is outside");
+    for (const ControlState& other : controls_) {
+      const bool onPage = (control.id == ID_tabMode && !IsOnEveryPage(other.id)) ||
+                          (other.id == ID_tabMode && !IsOnEveryPage(control.id));
+      if (other.id > control.id && !onPage && OverlapEachOther(control.box, other.box))
+        found_.places.Add(Where(control) + "overlaps " + NameOf(other));
+    }
+  }
+
+  void CheckFont(const ControlState& control) {
+    const Driver::Fields font = driver_.Ask("font", window_, control.id);
+    const std::vector<std::string> wanted = MessageFontAt(dpi_);
+    for (size_t i = 0; i < wanted.size(); ++i) {
+      if (font.at(i) == wanted[i]) continue;
+      found_.fonts.Add(Where(control) + font.at(i) + " instead of " + wanted[i]);
+    }
+  }
+
+  void CheckBackgrounds() {
+    constexpr int kFramePixels = 3;
+    constexpr int kMaxDifference = 8;
+    RECT outer{};
+    GetWindowRect(window_, &outer);
+    const Picture picture = CaptureWindow(window_);
+    std::vector<RECT> boxes;
+    for (const ControlState& control : controls_) {
+      RECT box = control.box;
+      OffsetRect(&box, static_cast<int>(-outer.left), static_cast<int>(-outer.top));
+      if (control.id != ID_tabMode) boxes.push_back(box);
+    }
+    for (const ControlState& control : controls_) {
+      const bool isLabel = control.windowClass == L"Static";
+      if (!isLabel) continue;
+      RECT box = control.box;
+      OffsetRect(&box, static_cast<int>(-outer.left), static_cast<int>(-outer.top));
+      RECT around = box;
+      InflateRect(&around, kFramePixels, kFramePixels);
+      const uint32_t behind = CommonColour(picture, box, {});
+      const uint32_t beside = CommonColour(picture, around, boxes);
+      if (ColourDifference(behind, beside) <= kMaxDifference) continue;
+      found_.backgrounds.Add(Where(control) + "colour " + std::to_string(behind) + " on " +
+                             std::to_string(beside));
+    }
+  }
+
+  Driver& driver_;
+  HWND window_;
+  std::string where_;
+  LooksFound& found_;
+  int dpi_;
+  std::vector<ControlState> controls_;
+};
+
+struct Language {
+  const wchar_t* arguments;
+  const char* suffix;  ///< of the items
+  const char* name;
+};
+constexpr std::array kLanguages = {Language{L"-X 0 -LOCALEID 1033 -X", "_en", "English"},
+                                   Language{L"-X 0 -LOCALEID 1041 -X", "_ja", "Japanese"}};
+
+/// Moves the window to the monitor, as a user would; Windows reports the monitor's scaling to it.
+void MoveTo(const Monitor& monitor, HWND window) {
+  SetWindowPos(window, nullptr, static_cast<int>(monitor.workArea.left),
+               static_cast<int>(monitor.workArea.top), 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void CheckWorkArea(HWND window, const std::string& where, LooksFound& found) {
+  MONITORINFO information{};
+  information.cbSize = sizeof information;
+  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &information);
+  RECT outer{};
+  // A window may still be on its way to its place.
+  const bool inside = WaitUntil(kSoonMs, [&] {
+    GetWindowRect(window, &outer);
+    return IsInside(outer, information.rcWork);
+  });
+  if (inside) return;
+  found.workArea.Add(where + ": " + std::to_string(outer.left) + "," + std::to_string(outer.top) + " to " +
+                     std::to_string(outer.right) + "," + std::to_string(outer.bottom));
+}
+
+HWND OpenByCommand(RunningProduct& product, Driver& driver, int command, const char* windowClass) {
+  product.Ask("command", command);
+  const Driver::Fields handle = driver.Ask("wait_window", product.Id(), std::string(windowClass), kSoonMs);
+  return reinterpret_cast<HWND>(static_cast<intptr_t>(std::stoll(handle.at(0))));
+}
+
+/// One edition in one language on one monitor. `pictures`: adds a picture of every page to the report.
+void CheckEdition(Kit& kit, Edition edition, const Language& language, const Monitor& monitor, bool pictures,
+                  LooksFound& found) {
+  const std::string name = edition == Edition::Family ? "family" : "general";
+  Driver driver(kit);
+  RunningProduct product(kit, driver, {.edition = edition, .arguments = language.arguments});
+  const HWND window = product.WaitForMainWindow();
+  CheckWorkArea(window, name + ", main window", found);
+  MoveTo(monitor, window);
+  product.Ask("settle", kSoonMs);
+  const std::vector<std::string> captions = TabCaptions(product);
+  for (size_t page = 0; page < captions.size(); ++page) {
+    product.SelectPage(static_cast<int>(page));
+    product.Ask("settle", kSoonMs);
+    WindowLooks(driver, window, name + ", " + captions[page], found).Check();
+    if (!pictures) continue;
+    const std::string id = "looks.page_" + std::to_string(page + 1) + language.suffix;
+    kit.report.Observe(id, "The page " + captions[page] + " in " + language.name, {});
+    kit.report.Attach(id, EncodePng(CaptureWindow(window)));
+  }
+  const HWND pmc = OpenByCommand(product, driver, ID_mnuPMC, "frmPmcTest");
+  CheckWorkArea(pmc, name + ", PMC window", found);
+  driver.Ask("settle", pmc, kSoonMs);
+  WindowLooks(driver, pmc, name + ", PMC window", found).Check();
+  const HWND about = OpenByCommand(product, driver, ID_mnuHelpSub, "frmAbout");
+  CheckWorkArea(about, name + ", about box", found);
+}
+
+/// Position and size of the window and of every control in it, relative to the window.
+std::vector<RECT> PlacesIn(HWND window) {
+  RECT outer{};
+  GetWindowRect(window, &outer);
+  std::vector<RECT> places = {{0, 0, outer.right - outer.left, outer.bottom - outer.top}};
+  for (const ControlState& control : AllControls(window)) {
+    RECT place = control.box;
+    OffsetRect(&place, static_cast<int>(-outer.left), static_cast<int>(-outer.top));
+    places.push_back(place);
+  }
+  return places;
+}
+
+bool SamePlaces(const std::vector<RECT>& a, const std::vector<RECT>& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](const RECT& x, const RECT& y) { return EqualRect(&x, &y) != FALSE; });
+}
+
+/// Reads the places once they no longer change.
+std::vector<RECT> SettledPlaces(RunningProduct& product, HWND window) {
+  std::vector<RECT> places = PlacesIn(window);
+  int unchanged = 0;
+  WaitUntil(kSoonMs, [&] {
+    product.Ask("settle", kSoonMs);
+    const std::vector<RECT> now = PlacesIn(window);
+    unchanged = SamePlaces(now, places) ? unchanged + 1 : 0;
+    places = now;
+    return unchanged == 5;
+  });
+  return places;
+}
+
+/// Other scalings and back to the first one.
+void CheckScaling(Kit& kit) {
+  Driver driver(kit);
+  RunningProduct product(kit, driver);
+  const HWND window = product.WaitForMainWindow();
+  const std::vector<RECT> before = SettledPlaces(product, window);
+  RECT outer{};
+  GetWindowRect(window, &outer);
+  const int first = DpiOfWindow(window);
+  std::string sizes = std::to_string(first) + " dpi: " + std::to_string(before.front().right) + " x " +
+                      std::to_string(before.front().bottom);
+  for (const int dpi : {144, 192, kStandardDpi, first}) {
+    const LONG width = MulDiv(static_cast<int>(before.front().right), dpi, first);
+    const LONG height = MulDiv(static_cast<int>(before.front().bottom), dpi, first);
+    product.Ask("dpi", dpi, outer.left, outer.top, width, height);
+    const std::vector<RECT> places = SettledPlaces(product, window);
+    sizes += ", " + std::to_string(dpi) + " dpi: " + std::to_string(places.front().right) + " x " +
+             std::to_string(places.front().bottom);
+  }
+  const bool same = WaitUntil(kSoonMs, [&] { return SamePlaces(PlacesIn(window), before); });
+  kit.report.Expect("looks.scaling", "Another scaling and back restores every size and place", same, sizes);
+}
+
+}  // namespace
+
+void CheckLooks(Kit& kit) {
+  const std::vector<Monitor> monitors = Monitors();
+  for (size_t number = 0; number < monitors.size(); ++number) {
+    const std::string where = number == 0 ? "" : " on monitor " + std::to_string(number + 1);
+    const std::string prefix = number == 0 ? "looks." : "looks.monitor_" + std::to_string(number + 1) + "_";
+    for (const Language& language : kLanguages) {
+      kit.progress(std::string("Every page in ") + language.name + where);
+      LooksFound found;
+      for (const Edition edition : {Edition::Family, Edition::General})
+        CheckEdition(kit, edition, language, monitors[number], number == 0 && edition == Edition::General,
+                     found);
+      const std::string seen =
+          std::to_string(found.controls) + " controls at " + std::to_string(found.dpi) + " dpi";
+      const std::string in = std::string(" in ") + language.name + where;
+      const auto expect = [&](const char* rule, const std::string& title, const Findings& findings) {
+        kit.report.Expect(prefix + rule + language.suffix, title + in, findings.None(), findings.Or(seen));
+      };
+      expect("texts", "Every text fits into its control", found.texts);
+      expect("places", "Nothing overlaps or is outside its page", found.places);
+      expect("font", "Every control has the message font", found.fonts);
+      expect("background", "Every label has the background of its page", found.backgrounds);
+      expect("work_area", "Every window opens inside the work area", found.workArea);
+    }
+  }
+  kit.progress("Changes of the scaling");
+  CheckScaling(kit);
+}
+
+}  // namespace tarvik::check

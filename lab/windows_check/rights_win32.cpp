@@ -1,0 +1,156 @@
+// What other programs, the account and the end of the session do to the product, and what it leaves.
+
+#include "lab/windows_check/controls_win32.h"
+#include "lab/windows_check/folders_win32.h"
+#include "lab/windows_check/handles_win32.h"
+
+namespace tarvik::check {
+namespace {
+
+constexpr int kSoonMs = 5000;
+constexpr int kRuns = 20;
+/// The first runs load libraries and fill caches.
+constexpr int kFirstRuns = 3;
+constexpr int kRunTimeOutMs = 30000;
+
+// The clipboard
+
+bool ClipboardBecomes(Driver& driver, const std::string& text) {
+  return WaitUntil(kSoonMs, [&] {
+    const Driver::Fields clipboard = driver.Ask("clipboard_get");
+    return clipboard.at(0) == "1" && clipboard.at(1) == text;
+  });
+}
+
+void CheckClipboard(Kit& kit) {
+  constexpr int kBrieflyMs = 500;
+  constexpr int kLongMs = 3000;
+  Driver driver(kit);
+  RunningProduct product(kit, driver);
+  product.WaitForMainWindow();
+  const Driver::Fields before = driver.Ask("clipboard_get");
+  std::string lines;
+  for (const std::string& line : product.Lines()) lines += line + "\r\n";
+  const auto hasBox = [&] { return driver.Ask("has_window", product.Id(), "#32770").at(0) == "1"; };
+
+  driver.Ask("clipboard_set", "before");
+  product.Ask("double_click", ID_lstResult);
+  const bool copied = ClipboardBecomes(driver, lines);
+  kit.report.Expect("rights.clipboard", "A double click copies every line to the clipboard", copied,
+                    driver.Ask("clipboard_get").at(1));
+
+  driver.Ask("clipboard_set", "before");
+  driver.Ask("clipboard_hold", kBrieflyMs);
+  product.Ask("double_click", ID_lstResult);
+  const bool copiedLater = ClipboardBecomes(driver, lines) && !hasBox();
+  kit.report.Expect("rights.clipboard_briefly",
+                    "A clipboard that another program holds briefly is waited for", copiedLater,
+                    driver.Ask("clipboard_get").at(1));
+
+  driver.Ask("clipboard_set", "before");
+  driver.Ask("clipboard_hold", kLongMs);
+  product.Ask("double_click", ID_lstResult);
+  std::string text;
+  if (WaitUntil(kSoonMs, hasBox)) {
+    const Driver::Fields box = driver.Ask("wait_box", product.Id(), kSoonMs);
+    text = box.at(2);
+    driver.Ask("answer_box", box.at(0), IDOK, kSoonMs);
+  }
+  product.Ask("settle", kSoonMs);
+  const bool reported = text == "The clipboard is in use by another program. Try again." && !hasBox();
+  kit.report.Expect("rights.clipboard_held", "A clipboard that stays held is reported once and unchanged",
+                    ClipboardBecomes(driver, "before") && reported, text);
+  if (before.at(0) == "1") driver.Ask("clipboard_set", before.at(1));
+}
+
+// The end of the session
+
+std::string ShutdownReason(HWND window) {
+  using Query = BOOL WINAPI(HWND, wchar_t*, DWORD*);
+  auto* const query = reinterpret_cast<Query*>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "ShutdownBlockReasonQuery")));
+  wchar_t reason[MAX_STR_BLOCKREASON] = {};
+  DWORD size = MAX_STR_BLOCKREASON;
+  if (query == nullptr || !query(window, reason, &size))
+    return "(error " + std::to_string(GetLastError()) + ")";
+  return ToUtf8(reason);
+}
+
+void CheckSession(Kit& kit) {
+  Driver driver(kit);
+  RunningProduct product(kit, driver, {.arguments = L"-PING_N 100"});
+  const HWND window = product.WaitForMainWindow();
+  product.Ask("set_text", ID_cmbIPAddr, "127.0.0.1");
+  product.Ask("click", ID_cmdPing, "");
+  if (!WaitUntil(kSoonMs, [&] { return product.RunIsActive(); })) throw CheckError("the run does not begin");
+  const bool mayEndDuringRun = driver.Ask("session_may_end", product.Id()).at(0) == "1";
+  const std::string reason = ShutdownReason(window);
+  kit.report.Expect("rights.session_refused", "A run refuses the end of the session", !mayEndDuringRun, {});
+  kit.report.Observe("rights.session_reason", "The reason that Windows shows for the refusal", reason);
+  product.Ask("click", ID_cmdPing, "");
+  if (!WaitUntil(kRunTimeOutMs, [&] { return !product.RunIsActive(); }))
+    throw CheckError("the run does not stop");
+  product.Ask("settle", kSoonMs);
+  const bool mayEnd = driver.Ask("session_may_end", product.Id()).at(0) == "1";
+  kit.report.Expect("rights.session_accepted", "Without a run the session may end", mayEnd, {});
+  driver.Ask("end_session", product.Id());
+  const bool ended = WaitUntil(kRunTimeOutMs, [&] { return !product.Runs(); });
+  DWORD code = STILL_ACTIVE;
+  GetExitCodeProcess(product.Process(), &code);
+  kit.report.Expect("rights.session_end", "The end of the session ends the program with exit code 0",
+                    ended && code == 0, "exit code " + std::to_string(code));
+}
+
+// Leaks
+
+void CheckRepeatedRuns(Kit& kit) {
+  Driver driver(kit);
+  RunningProduct product(kit, driver, {.arguments = L"-PING_N 1"});
+  product.WaitForMainWindow();
+  product.Ask("set_text", ID_cmbIPAddr, "127.0.0.1");
+  const auto run = [&](int times) {
+    // The list of each run is the same as that of the run before.
+    for (int i = 0; i < times; ++i) {
+      product.Ask("clear_list", ID_lstResult);
+      product.ClickAndFollow(ID_cmdPing, kRunTimeOutMs);
+    }
+    product.Ask("settle", kSoonMs);
+    return CountHandles(product.Process(), product.Id());
+  };
+  const HandleCounts before = run(kFirstRuns);
+  const HandleCounts after = run(kRuns);
+  // One more per run would be 20; a few come and go with the system's own threads.
+  constexpr int64_t kMaxGrowth = kRuns / 2;
+  const bool grows = after.kernel - before.kernel > kMaxGrowth || after.gdi - before.gdi > kMaxGrowth ||
+                     after.user - before.user > kMaxGrowth;
+  kit.report.Expect("rights.handles", "Twenty runs leave no handles", !grows,
+                    "before: " + TextOf(before) + "\nafter: " + TextOf(after));
+}
+
+void CheckRepeatedStarts(Kit& kit) {
+  Driver driver(kit);
+  Findings findings;
+  for (int i = 0; i < kRuns; ++i) {
+    RunningProduct product(kit, driver);
+    product.WaitForMainWindow();
+    const DWORD code = product.Close();
+    if (code != 0) findings.Add("start " + std::to_string(i + 1) + ": exit code " + std::to_string(code));
+  }
+  kit.report.Expect("rights.exit_code", "Twenty starts end with exit code 0", findings.None(),
+                    findings.Or({}));
+}
+
+}  // namespace
+
+void CheckRights(Kit& kit) {
+  CheckFolders(kit);
+  kit.progress("The clipboard");
+  CheckClipboard(kit);
+  kit.progress("The end of the session");
+  CheckSession(kit);
+  kit.progress("Twenty runs and twenty starts");
+  CheckRepeatedRuns(kit);
+  CheckRepeatedStarts(kit);
+}
+
+}  // namespace tarvik::check
