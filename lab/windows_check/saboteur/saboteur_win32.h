@@ -21,7 +21,9 @@ struct Fault {
   void (*plant)();  ///< called before the program's first instruction, while libraries are being loaded
 };
 
-/// All faults; the last entry's name is null.
+/// The faults of each file; the name of the last entry is null.
 extern const Fault kFaults[];
+extern const Fault kWindowFaults[];
+extern const Fault kSystemFaults[];
 
 }  // namespace tarvik::check

@@ -1,0 +1,215 @@
+// Faults towards the system: calls that block, rights, files, the clipboard, the end of the session and
+// handles that are left.
+
+#include <string>
+
+#include "app/control_ids.h"
+#include "lab/windows_check/saboteur/saboteur_win32.h"
+
+namespace tarvik::check {
+namespace {
+
+constexpr DWORD kHangMs = 5000;
+
+decltype(&PeekMessageW) peekInRun = nullptr;
+decltype(&GetMessageW) getWhenIdle = nullptr;
+decltype(&CreateFileW) createFile = nullptr;
+decltype(&OpenClipboard) openClipboard = nullptr;
+decltype(&CreateWindowExW) createMainWindow = nullptr;
+decltype(&SetWindowTextW) setWindowText = nullptr;
+WNDPROC sessionProcedure = nullptr;
+UINT sessionMessage = 0;
+LRESULT sessionAnswer = FALSE;
+
+// Blocked calls
+
+BOOL CALLBACK FindMainWindow(HWND window, LPARAM parameter) {
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  if (process != GetCurrentProcessId() || !IsWindowVisible(window)) return TRUE;
+  *reinterpret_cast<HWND*>(parameter) = window;
+  return FALSE;
+}
+
+/// Does what Windows does with a program that hangs, and Wine does not.
+DWORD WINAPI ShowGhosts(LPVOID) {
+  WNDCLASSW ghost{};
+  ghost.lpfnWndProc = DefWindowProcW;
+  ghost.lpszClassName = L"Ghost";
+  RegisterClassW(&ghost);
+  for (;;) {
+    HWND window = nullptr;
+    EnumWindows(FindMainWindow, reinterpret_cast<LPARAM>(&window));
+    DWORD_PTR result = 0;
+    if (window == nullptr || SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kHangMs, &result) != 0) {
+      Sleep(100);
+      continue;
+    }
+    RECT box{};
+    GetWindowRect(window, &box);
+    const HWND shown = CreateWindowExW(WS_EX_NOACTIVATE, L"Ghost", L"(Not Responding)", WS_POPUP | WS_VISIBLE,
+                                       static_cast<int>(box.left), static_cast<int>(box.top), 100, 100,
+                                       nullptr, nullptr, nullptr, nullptr);
+    SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, 60000, &result);
+    DestroyWindow(shown);
+  }
+}
+
+void WINAPI LeaveGhosting() { CreateThread(nullptr, 0, ShowGhosts, nullptr, 0, nullptr); }
+
+BOOL WINAPI PeekWithoutClicks(LPMSG message, HWND window, UINT first, UINT last, UINT remove) {
+  const BOOL result = peekInRun(message, window, first, last, remove);
+  if (result && message->message == WM_LBUTTONDOWN) message->message = WM_NULL;
+  return result;
+}
+
+/// The click on All Test that arrived during a run.
+MSG lateClick{};
+
+BOOL WINAPI PeekAndKeepClick(LPMSG message, HWND window, UINT first, UINT last, UINT remove) {
+  const BOOL result = peekInRun(message, window, first, last, remove);
+  const bool click = result && (message->message == WM_LBUTTONDOWN || message->message == WM_LBUTTONUP);
+  if (!click || GetDlgCtrlID(message->hwnd) != ID_cmdAllTest) return result;
+  lateClick = *message;
+  message->message = WM_NULL;
+  return result;
+}
+
+BOOL WINAPI GetAndRepeatClick(LPMSG message, HWND window, UINT first, UINT last) {
+  if (lateClick.hwnd != nullptr) {
+    PostMessageW(lateClick.hwnd, WM_LBUTTONDOWN, MK_LBUTTON, lateClick.lParam);
+    PostMessageW(lateClick.hwnd, WM_LBUTTONUP, 0, lateClick.lParam);
+    lateClick = {};
+  }
+  return getWhenIdle(message, window, first, last);
+}
+
+void RepeatClicks() {
+  ReplaceImport("PeekMessageW", PeekAndKeepClick, &peekInRun);
+  ReplaceImport("GetMessageW", GetAndRepeatClick, &getWhenIdle);
+}
+
+// Rights and folders
+
+void EndUnlessAdministrator() {
+  BYTE administrators[SECURITY_MAX_SID_SIZE];
+  DWORD size = sizeof administrators;
+  BOOL isMember = FALSE;
+  CreateWellKnownSid(WinBuiltinAdministratorsSid, nullptr, administrators, &size);
+  CheckTokenMembership(nullptr, administrators, &isMember);
+  if (!isMember) TerminateProcess(GetCurrentProcess(), 5);
+}
+
+HANDLE NoSuchFile() {
+  SetLastError(ERROR_FILE_NOT_FOUND);
+  return INVALID_HANDLE_VALUE;
+}
+
+HANDLE WINAPI OpenAnsi(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                       DWORD creation, DWORD flags, HANDLE source) {
+  BOOL lossy = FALSE;
+  WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, path, -1, nullptr, 0, nullptr, &lossy);
+  return lossy ? NoSuchFile() : createFile(path, access, share, security, creation, flags, source);
+}
+
+HANDLE WINAPI OpenShort(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                        DWORD creation, DWORD flags, HANDLE source) {
+  if (lstrlenW(path) > 240) return NoSuchFile();
+  return createFile(path, access, share, security, creation, flags, source);
+}
+
+std::wstring OwnFolder() {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  const std::wstring program = path;
+  return program.substr(0, program.rfind(L'\\'));
+}
+
+void WriteLog() {
+  const HANDLE file = CreateFileW((OwnFolder() + L"\\Tarvik.log").c_str(), GENERIC_WRITE, 0, nullptr,
+                                  CREATE_ALWAYS, 0, nullptr);
+  if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
+}
+
+void EndUnlessWritable() {
+  const HANDLE file = CreateFileW((OwnFolder() + L"\\Tarvik.exe.log").c_str(), GENERIC_WRITE, 0, nullptr,
+                                  CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+  if (file == INVALID_HANDLE_VALUE) TerminateProcess(GetCurrentProcess(), 5);
+  CloseHandle(file);
+}
+
+// The clipboard
+
+BOOL WINAPI NeverOpen(HWND) {
+  SetLastError(ERROR_ACCESS_DENIED);
+  return FALSE;
+}
+
+BOOL WINAPI OpenAtOnceOrNever(HWND window) {
+  static bool failed = false;
+  if (!failed && openClipboard(window)) return TRUE;
+  failed = true;
+  return NeverOpen(window);
+}
+
+BOOL WINAPI PretendToOpen(HWND window) {
+  openClipboard(window);
+  return TRUE;
+}
+
+// The end of the session
+
+LRESULT CALLBACK AnswerSession(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == sessionMessage) return sessionAnswer;
+  return CallWindowProcW(sessionProcedure, window, message, wParam, lParam);
+}
+
+HWND WINAPI CreateDeaf(DWORD extendedStyle, LPCWSTR windowClass, LPCWSTR text, DWORD style, int x, int y,
+                       int width, int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID data) {
+  const HWND window = createMainWindow(extendedStyle, windowClass, text, style, x, y, width, height, parent,
+                                       menu, instance, data);
+  if (parent == nullptr && sessionProcedure == nullptr)
+    sessionProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(AnswerSession)));
+  return window;
+}
+
+void AnswerAlways(UINT message, LRESULT answer) {
+  sessionMessage = message;
+  sessionAnswer = answer;
+  ReplaceImport("CreateWindowExW", CreateDeaf, &createMainWindow);
+}
+
+// Handles
+
+BOOL WINAPI LeakWithText(HWND window, LPCWSTR text) {
+  if (GetDlgCtrlID(window) == ID_cmdPing) CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  return setWindowText(window, text);
+}
+
+}  // namespace
+
+const Fault kSystemFaults[] = {
+    {L"ghost",
+     [] {
+       decltype(&DisableProcessWindowsGhosting) disable = nullptr;
+       ReplaceImport("DisableProcessWindowsGhosting", LeaveGhosting, &disable);
+     }},
+    {L"deaf_during_runs", [] { ReplaceImport("PeekMessageW", PeekWithoutClicks, &peekInRun); }},
+    {L"late_clicks", RepeatClicks},
+    {L"needs_administrator", EndUnlessAdministrator},
+    {L"ansi_paths", [] { ReplaceImport("CreateFileW", OpenAnsi, &createFile); }},
+    {L"short_paths", [] { ReplaceImport("CreateFileW", OpenShort, &createFile); }},
+    {L"leaves_log", WriteLog},
+    {L"needs_to_write", EndUnlessWritable},
+    {L"never_copies", [] { ReplaceImport("OpenClipboard", NeverOpen, &openClipboard); }},
+    {L"impatient_clipboard", [] { ReplaceImport("OpenClipboard", OpenAtOnceOrNever, &openClipboard); }},
+    {L"pretended_clipboard", [] { ReplaceImport("OpenClipboard", PretendToOpen, &openClipboard); }},
+    {L"always_agrees_to_end", [] { AnswerAlways(WM_QUERYENDSESSION, TRUE); }},
+    {L"never_agrees_to_end", [] { AnswerAlways(WM_QUERYENDSESSION, FALSE); }},
+    {L"ignores_end", [] { AnswerAlways(WM_ENDSESSION, 0); }},
+    {L"leaks_handles", [] { ReplaceImport("SetWindowTextW", LeakWithText, &setWindowText); }},
+    {nullptr, nullptr},
+};
+
+}  // namespace tarvik::check
