@@ -6,12 +6,12 @@
 namespace tarvik::check {
 namespace {
 
-constexpr UINT kAnswerTimeOutMs = 5000;
+constexpr UINT kControlAnswerMs = 5000;
 
 LRESULT SendOrZero(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
   DWORD_PTR result = 0;
   const LRESULT sent =
-      SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kAnswerTimeOutMs, &result);
+      SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kControlAnswerMs, &result);
   return sent == 0 ? 0 : static_cast<LRESULT>(result);
 }
 
@@ -70,5 +70,7 @@ std::wstring ClassOf(HWND window) {
   GetClassNameW(window, name.data(), static_cast<int>(name.size()));
   return name.data();
 }
+
+bool IsWine() { return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr; }
 
 }  // namespace tarvik::check

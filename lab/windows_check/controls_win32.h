@@ -31,6 +31,9 @@ std::string NameOf(const ControlState& control);
 std::wstring TextOf(HWND window);
 std::wstring ClassOf(HWND window);
 
+/// True under Wine, which lacks some of what is checked.
+bool IsWine();
+
 /// A rule that is checked in many places: collects where it is broken.
 class Findings {
  public:

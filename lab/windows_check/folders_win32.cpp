@@ -10,7 +10,7 @@ namespace tarvik::check {
 namespace {
 
 constexpr size_t kLongFolder = 240;
-constexpr int kSoonMs = 15000;
+constexpr int kProgramTimeOutMs = 15000;
 constexpr wchar_t kEnglishLabel[] = L"IP address or host &name:";
 constexpr wchar_t kJapaneseLabel[] = L"IPｱﾄﾞﾚｽ/ﾎｽﾄ名(&N):";
 
@@ -192,10 +192,11 @@ void CheckOrdinaryUser(Kit& kit) {
   std::string details;
   DWORD code = STILL_ACTIVE;
   try {
-    const std::string window = driver.Ask("wait_window", information.dwProcessId, "Form1", kSoonMs).at(0);
+    const std::string window =
+        driver.Ask("wait_window", information.dwProcessId, "Form1", kProgramTimeOutMs).at(0);
     details = driver.Ask("text", window, 0).at(0);
     driver.Ask("close", window);
-    WaitForSingleObject(information.hProcess, kSoonMs);
+    WaitForSingleObject(information.hProcess, kProgramTimeOutMs);
   } catch (const CheckError& failure) {
     details = failure.what();
   }

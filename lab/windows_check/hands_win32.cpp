@@ -190,8 +190,6 @@ constexpr SpokenControl kSpoken[] = {
     {ID_lstResult, kList, L"Result:", L"結果(E):"},
 };
 
-bool IsWine() { return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr; }
-
 /// Wine knows only the role of text fields, and does not name other controls by the label before them.
 bool IsKnownToWine(const SpokenControl& control) {
   return control.role == kText || control.role == kPushButton || control.role == kCheckBox ||

@@ -10,14 +10,14 @@ namespace tarvik::check {
 namespace {
 
 constexpr int kStandardDpi = 96;
-constexpr int kSoonMs = 5000;
+constexpr int kSettledMs = 5000;
 
 struct Monitor {
   RECT area{};
   RECT workArea{};
 };
 
-BOOL CALLBACK AppendMonitor(HMONITOR handle, HDC, RECT*, LPARAM parameter) {
+BOOL CALLBACK AddMonitor(HMONITOR handle, HDC, RECT*, LPARAM parameter) {
   MONITORINFO information{};
   information.cbSize = sizeof information;
   if (GetMonitorInfoW(handle, &information))
@@ -27,9 +27,9 @@ BOOL CALLBACK AppendMonitor(HMONITOR handle, HDC, RECT*, LPARAM parameter) {
 }
 
 /// All monitors, the primary one first.
-std::vector<Monitor> Monitors() {
+std::vector<Monitor> MonitorsOfThisPc() {
   std::vector<Monitor> monitors;
-  EnumDisplayMonitors(nullptr, nullptr, AppendMonitor, reinterpret_cast<LPARAM>(&monitors));
+  EnumDisplayMonitors(nullptr, nullptr, AddMonitor, reinterpret_cast<LPARAM>(&monitors));
   std::stable_partition(monitors.begin(), monitors.end(), [](const Monitor& monitor) {
     return monitor.area.left == 0 && monitor.area.top == 0;
   });
@@ -55,7 +55,8 @@ int DpiOfWindow(HWND window) {
   return dpi > 0 ? dpi : DpiOfScreen();
 }
 
-/// Face, height and weight of the message font at that scaling, as the driver's command "font" reports them.
+/// Face, height and weight of the message font at that scaling, as the driver reports them after a text's
+/// size.
 std::vector<std::string> MessageFontAt(int dpi) {
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;
@@ -117,6 +118,14 @@ uint32_t CommonColour(const Picture& picture, const RECT& inner, const std::vect
   return most == counts.end() ? 0 : most->first;
 }
 
+bool HasOneColour(const Picture& picture, const RECT& rect) {
+  const uint32_t first = picture.At(static_cast<int>(rect.left), static_cast<int>(rect.top));
+  for (LONG y = rect.top; y < rect.bottom; ++y)
+    for (LONG x = rect.left; x < rect.right; ++x)
+      if (picture.At(static_cast<int>(x), static_cast<int>(y)) != first) return false;
+  return true;
+}
+
 /// The largest difference of a colour component. A themed page may have a slight gradient.
 int ColourDifference(uint32_t a, uint32_t b) {
   int largest = 0;
@@ -141,9 +150,10 @@ class WindowLooks {
     found_.controls += static_cast<int>(controls_.size());
     found_.dpi = dpi_;
     for (const ControlState& control : controls_) {
-      CheckText(control);
+      const Driver::Fields measured = driver_.Ask("text_size", window_, control.id);
+      CheckText(control, measured);
       CheckPlace(control);
-      CheckFont(control);
+      CheckFont(control, measured);
     }
     CheckBackgrounds();
   }
@@ -159,9 +169,8 @@ class WindowLooks {
     return MulDiv(isCheckBox ? 16 : 8, dpi_, kStandardDpi);
   }
 
-  void CheckText(const ControlState& control) {
+  void CheckText(const ControlState& control, const Driver::Fields& size) {
     const bool hasCaption = control.windowClass == L"Static" || control.windowClass == L"Button";
-    const Driver::Fields size = driver_.Ask("text_size", window_, control.id);
     const LONG width = hasCaption ? std::stol(size.at(0)) + BesideText(control) : 0;
     const LONG height = std::stol(size.at(1));
     const LONG hasWidth = control.box.right - control.box.left;
@@ -186,12 +195,11 @@ class WindowLooks {
     }
   }
 
-  void CheckFont(const ControlState& control) {
-    const Driver::Fields font = driver_.Ask("font", window_, control.id);
+  void CheckFont(const ControlState& control, const Driver::Fields& measured) {
     const std::vector<std::string> wanted = MessageFontAt(dpi_);
     for (size_t i = 0; i < wanted.size(); ++i) {
-      if (font.at(i) == wanted[i]) continue;
-      found_.fonts.Add(Where(control) + font.at(i) + " instead of " + wanted[i]);
+      const std::string& font = measured.at(i + 2);
+      if (font != wanted[i]) found_.fonts.Add(Where(control) + font + " instead of " + wanted[i]);
     }
   }
 
@@ -214,6 +222,8 @@ class WindowLooks {
       OffsetRect(&box, static_cast<int>(-outer.left), static_cast<int>(-outer.top));
       RECT around = box;
       InflateRect(&around, kFramePixels, kFramePixels);
+      if (!control.text.empty() && HasOneColour(picture, box))
+        found_.backgrounds.Add(Where(control) + "its text cannot be seen");
       const uint32_t behind = CommonColour(picture, box, {});
       const uint32_t beside = CommonColour(picture, around, boxes);
       if (ColourDifference(behind, beside) <= kMaxDifference) continue;
@@ -250,7 +260,7 @@ void CheckWorkArea(HWND window, const std::string& where, LooksFound& found) {
   GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &information);
   RECT outer{};
   // A window may still be on its way to its place.
-  const bool inside = WaitUntil(kSoonMs, [&] {
+  const bool inside = WaitUntil(kSettledMs, [&] {
     GetWindowRect(window, &outer);
     return IsInside(outer, information.rcWork);
   });
@@ -261,36 +271,35 @@ void CheckWorkArea(HWND window, const std::string& where, LooksFound& found) {
 
 HWND OpenByCommand(RunningProduct& product, Driver& driver, int command, const char* windowClass) {
   product.Ask("command", command);
-  const Driver::Fields handle = driver.Ask("wait_window", product.Id(), std::string(windowClass), kSoonMs);
+  const Driver::Fields handle = driver.Ask("wait_window", product.Id(), std::string(windowClass), kSettledMs);
   return reinterpret_cast<HWND>(static_cast<intptr_t>(std::stoll(handle.at(0))));
 }
 
-/// One edition in one language on one monitor. `pictures`: adds a picture of every page to the report.
-void CheckEdition(Kit& kit, Edition edition, const Language& language, const Monitor& monitor, bool pictures,
-                  LooksFound& found) {
-  const std::string name = edition == Edition::Family ? "family" : "general";
+/// One language on one monitor, in the general edition, which has every page. `pictures`: adds a picture of
+/// every page to the report.
+void CheckLanguage(Kit& kit, const Language& language, const Monitor& monitor, bool pictures,
+                   LooksFound& found) {
   Driver driver(kit);
-  RunningProduct product(kit, driver, {.edition = edition, .arguments = language.arguments});
+  RunningProduct product(kit, driver, {.edition = Edition::General, .arguments = language.arguments});
   const HWND window = product.WaitForMainWindow();
-  CheckWorkArea(window, name + ", main window", found);
+  CheckWorkArea(window, "main window", found);
   MoveTo(monitor, window);
-  product.Ask("settle", kSoonMs);
   const std::vector<std::string> captions = TabCaptions(product);
   for (size_t page = 0; page < captions.size(); ++page) {
     product.SelectPage(static_cast<int>(page));
-    product.Ask("settle", kSoonMs);
-    WindowLooks(driver, window, name + ", " + captions[page], found).Check();
+    product.Ask("settle", kSettledMs);
+    WindowLooks(driver, window, captions[page], found).Check();
     if (!pictures) continue;
     const std::string id = "looks.page_" + std::to_string(page + 1) + language.suffix;
     kit.report.Observe(id, "The page " + captions[page] + " in " + language.name, {});
     kit.report.Attach(id, EncodePng(CaptureWindow(window)));
   }
   const HWND pmc = OpenByCommand(product, driver, ID_mnuPMC, "frmPmcTest");
-  CheckWorkArea(pmc, name + ", PMC window", found);
-  driver.Ask("settle", pmc, kSoonMs);
-  WindowLooks(driver, pmc, name + ", PMC window", found).Check();
+  CheckWorkArea(pmc, "PMC window", found);
+  driver.Ask("settle", pmc, kSettledMs);
+  WindowLooks(driver, pmc, "PMC window", found).Check();
   const HWND about = OpenByCommand(product, driver, ID_mnuHelpSub, "frmAbout");
-  CheckWorkArea(about, name + ", about box", found);
+  CheckWorkArea(about, "about box", found);
 }
 
 /// Position and size of the window and of every control in it, relative to the window.
@@ -315,8 +324,8 @@ bool SamePlaces(const std::vector<RECT>& a, const std::vector<RECT>& b) {
 std::vector<RECT> SettledPlaces(RunningProduct& product, HWND window) {
   std::vector<RECT> places = PlacesIn(window);
   int unchanged = 0;
-  WaitUntil(kSoonMs, [&] {
-    product.Ask("settle", kSoonMs);
+  WaitUntil(kSettledMs, [&] {
+    product.Ask("settle", kSettledMs);
     const std::vector<RECT> now = PlacesIn(window);
     unchanged = SamePlaces(now, places) ? unchanged + 1 : 0;
     places = now;
@@ -326,7 +335,7 @@ std::vector<RECT> SettledPlaces(RunningProduct& product, HWND window) {
 }
 
 /// Other scalings and back to the first one.
-void CheckScaling(Kit& kit) {
+void CheckOtherScalings(Kit& kit) {
   Driver driver(kit);
   RunningProduct product(kit, driver);
   const HWND window = product.WaitForMainWindow();
@@ -344,23 +353,21 @@ void CheckScaling(Kit& kit) {
     sizes += ", " + std::to_string(dpi) + " dpi: " + std::to_string(places.front().right) + " x " +
              std::to_string(places.front().bottom);
   }
-  const bool same = WaitUntil(kSoonMs, [&] { return SamePlaces(PlacesIn(window), before); });
+  const bool same = WaitUntil(kSettledMs, [&] { return SamePlaces(PlacesIn(window), before); });
   kit.report.Expect("looks.scaling", "Another scaling and back restores every size and place", same, sizes);
 }
 
 }  // namespace
 
 void CheckLooks(Kit& kit) {
-  const std::vector<Monitor> monitors = Monitors();
+  const std::vector<Monitor> monitors = MonitorsOfThisPc();
   for (size_t number = 0; number < monitors.size(); ++number) {
     const std::string where = number == 0 ? "" : " on monitor " + std::to_string(number + 1);
     const std::string prefix = number == 0 ? "looks." : "looks.monitor_" + std::to_string(number + 1) + "_";
     for (const Language& language : kLanguages) {
       kit.progress(std::string("Every page in ") + language.name + where);
       LooksFound found;
-      for (const Edition edition : {Edition::Family, Edition::General})
-        CheckEdition(kit, edition, language, monitors[number], number == 0 && edition == Edition::General,
-                     found);
+      CheckLanguage(kit, language, monitors[number], number == 0, found);
       const std::string seen =
           std::to_string(found.controls) + " controls at " + std::to_string(found.dpi) + " dpi";
       const std::string in = std::string(" in ") + language.name + where;
@@ -370,12 +377,12 @@ void CheckLooks(Kit& kit) {
       expect("texts", "Every text fits into its control", found.texts);
       expect("places", "Nothing overlaps or is outside its page", found.places);
       expect("font", "Every control has the message font", found.fonts);
-      expect("background", "Every label has the background of its page", found.backgrounds);
+      expect("background", "Every label can be read and has the background of its page", found.backgrounds);
       expect("work_area", "Every window opens inside the work area", found.workArea);
     }
   }
   kit.progress("Changes of the scaling");
-  CheckScaling(kit);
+  CheckOtherScalings(kit);
 }
 
 }  // namespace tarvik::check

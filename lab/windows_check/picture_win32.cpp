@@ -1,5 +1,7 @@
 // Pictures of windows, and their encoding as PNG by the imaging component of Windows.
 
+#include <algorithm>
+
 #include "lab/windows_check/kit_win32.h"
 // After windows.h.
 #include <ole2.h>
@@ -43,6 +45,14 @@ class Canvas {
     ::BitBlt(context_, 0, 0, picture_.width, picture_.height, screen, rect.left, rect.top,
              SRCCOPY | CAPTUREBLT);
     ::ReleaseDC(nullptr, screen);
+  }
+
+  /// True when all pixels have the same colour, as when nothing was drawn.
+  bool IsBlank() const {
+    ::GdiFlush();
+    const auto* const first = static_cast<const uint32_t*>(bits_);
+    const uint32_t* const last = first + static_cast<size_t>(picture_.width * picture_.height);
+    return std::all_of(first, last, [first](uint32_t pixel) { return pixel == *first; });
   }
 
   Picture Take() {
@@ -97,8 +107,11 @@ Picture CaptureWindow(HWND window) {
   Canvas canvas(static_cast<int>(rect.right - rect.left), static_cast<int>(rect.bottom - rect.top));
   DWORD_PTR ignored = 0;
   const bool answers = ::SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 2000, &ignored) != 0;
-  if (!answers || (!::PrintWindow(window, canvas.Context(), kRenderFullContent) &&
-                   !::PrintWindow(window, canvas.Context(), 0)))
+  if (!answers ||
+      (!::PrintWindow(window, canvas.Context(), kRenderFullContent) &&
+       !::PrintWindow(window, canvas.Context(), 0)) ||
+      // Wine reports success, but windows of other programs draw nothing.
+      canvas.IsBlank())
     canvas.CopyScreen(rect);
   return canvas.Take();
 }

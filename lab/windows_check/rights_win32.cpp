@@ -7,7 +7,7 @@
 namespace tarvik::check {
 namespace {
 
-constexpr int kSoonMs = 5000;
+constexpr int kNoticedMs = 5000;
 constexpr int kRuns = 20;
 /// The first runs load libraries and fill caches.
 constexpr int kFirstRuns = 3;
@@ -16,7 +16,7 @@ constexpr int kRunTimeOutMs = 30000;
 // The clipboard
 
 bool ClipboardBecomes(Driver& driver, const std::string& text) {
-  return WaitUntil(kSoonMs, [&] {
+  return WaitUntil(kNoticedMs, [&] {
     const Driver::Fields clipboard = driver.Ask("clipboard_get");
     return clipboard.at(0) == "1" && clipboard.at(1) == text;
   });
@@ -51,12 +51,12 @@ void CheckClipboard(Kit& kit) {
   driver.Ask("clipboard_hold", kLongMs);
   product.Ask("double_click", ID_lstResult);
   std::string text;
-  if (WaitUntil(kSoonMs, hasBox)) {
-    const Driver::Fields box = driver.Ask("wait_box", product.Id(), kSoonMs);
+  if (WaitUntil(kNoticedMs, hasBox)) {
+    const Driver::Fields box = driver.Ask("wait_box", product.Id(), kNoticedMs);
     text = box.at(2);
-    driver.Ask("answer_box", box.at(0), IDOK, kSoonMs);
+    driver.Ask("answer_box", box.at(0), IDOK, kNoticedMs);
   }
-  product.Ask("settle", kSoonMs);
+  product.Ask("settle", kNoticedMs);
   const bool reported = text == "The clipboard is in use by another program. Try again." && !hasBox();
   kit.report.Expect("rights.clipboard_held", "A clipboard that stays held is reported once and unchanged",
                     ClipboardBecomes(driver, "before") && reported, text);
@@ -82,7 +82,8 @@ void CheckSession(Kit& kit) {
   const HWND window = product.WaitForMainWindow();
   product.Ask("set_text", ID_cmbIPAddr, "127.0.0.1");
   product.Ask("click", ID_cmdPing, "");
-  if (!WaitUntil(kSoonMs, [&] { return product.RunIsActive(); })) throw CheckError("the run does not begin");
+  if (!WaitUntil(kNoticedMs, [&] { return product.RunIsActive(); }))
+    throw CheckError("the run does not begin");
   const bool mayEndDuringRun = driver.Ask("session_may_end", product.Id()).at(0) == "1";
   const std::string reason = ShutdownReason(window);
   kit.report.Expect("rights.session_refused", "A run refuses the end of the session", !mayEndDuringRun, {});
@@ -90,7 +91,7 @@ void CheckSession(Kit& kit) {
   product.Ask("click", ID_cmdPing, "");
   if (!WaitUntil(kRunTimeOutMs, [&] { return !product.RunIsActive(); }))
     throw CheckError("the run does not stop");
-  product.Ask("settle", kSoonMs);
+  product.Ask("settle", kNoticedMs);
   const bool mayEnd = driver.Ask("session_may_end", product.Id()).at(0) == "1";
   kit.report.Expect("rights.session_accepted", "Without a run the session may end", mayEnd, {});
   driver.Ask("end_session", product.Id());
@@ -114,7 +115,7 @@ void CheckRepeatedRuns(Kit& kit) {
       product.Ask("clear_list", ID_lstResult);
       product.ClickAndFollow(ID_cmdPing, kRunTimeOutMs);
     }
-    product.Ask("settle", kSoonMs);
+    product.Ask("settle", kNoticedMs);
     return CountHandles(product.Process(), product.Id());
   };
   const HandleCounts before = run(kFirstRuns);

@@ -56,8 +56,10 @@ Fields Pointer(const Arguments& arguments) {
   return {"other"};
 }
 
-/// The description of the control's font. A font handle is only valid in its own process.
-LOGFONTW FontOf(HWND control) {
+/// Calls `measure` with a device context that has the control's font, and with its description.
+template <typename Measure>
+void InFontOf(HWND control, Measure measure) {
+  // A font handle is only valid in its own process: read its description there, and make a copy here.
   const RemoteProcess process(ProcessOf(control));
   const RemoteMemory memory(process, sizeof(LOGFONTW));
   const uint64_t font =
@@ -67,26 +69,13 @@ LOGFONTW FontOf(HWND control) {
   }
   LOGFONTW description;
   process.Read(memory.Address(), &description, sizeof description);
-  return description;
-}
-
-/// Calls `measure` with a device context that has a copy of the control's font.
-template <typename Measure>
-void InFontOf(HWND control, Measure measure) {
-  const LOGFONTW description = FontOf(control);
   const HFONT copy = CreateFontIndirectW(&description);
   const HDC screen = GetDC(nullptr);
   const HGDIOBJ before = SelectObject(screen, copy);
-  measure(screen);
+  measure(screen, description);
   SelectObject(screen, before);
   ReleaseDC(nullptr, screen);
   DeleteObject(copy);
-}
-
-/// font <window> <id> -> face, height and weight, as in LOGFONT
-Fields Font(const Arguments& arguments) {
-  const LOGFONTW font = FontOf(arguments.Control(0));
-  return {ToUtf8(font.lfFaceName), NumberText(font.lfHeight), NumberText(font.lfWeight)};
 }
 
 /// input_method <window> <id> -> whether the field, or that of a combo box, can be typed in with an input
@@ -102,21 +91,25 @@ Fields InputMethod(const Arguments& arguments) {
   return {context != 0 ? "1" : "0"};
 }
 
-/// text_size <window> <id> -> width and height of the control's text in its font, on one line
+/// text_size <window> <id> -> width and height of the control's text in its font, on one line; then the
+/// font's face, height and weight, as in LOGFONT
 Fields TextSize(const Arguments& arguments) {
   const HWND control = arguments.Control(0);
   RECT rect{};
-  InFontOf(control, [&](HDC screen) {
+  LOGFONTW font{};
+  InFontOf(control, [&](HDC screen, const LOGFONTW& description) {
+    font = description;
     DrawTextW(screen, TextOf(control).c_str(), -1, &rect, DT_CALCRECT | DT_SINGLELINE);
   });
-  return {NumberText(rect.right), NumberText(rect.bottom)};
+  return {NumberText(rect.right), NumberText(rect.bottom), ToUtf8(font.lfFaceName), NumberText(font.lfHeight),
+          NumberText(font.lfWeight)};
 }
 
 /// line_width <window> <id> <line> <tab stop in dialog units> -> width that the line needs in the list
 Fields LineWidth(const Arguments& arguments) {
   const std::wstring line = arguments.Text(2);
   DWORD size = 0;
-  InFontOf(arguments.Control(0), [&](HDC screen) {
+  InFontOf(arguments.Control(0), [&](HDC screen, const LOGFONTW&) {
     // A list box takes the letters' average width for four dialog units.
     constexpr wchar_t kLetters[] = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
     SIZE letters{};
@@ -196,7 +189,6 @@ void AddMenuCommands() {
   // menu <window> -> four fields per item: depth, id, caption, enabled
   AddCommand("menu", [](const Arguments& a) { return MenuReader(a.Window(0)).Items(); });
   AddCommand("pointer", Pointer);
-  AddCommand("font", Font);
   AddCommand("input_method", InputMethod);
   AddCommand("text_size", TextSize);
   AddCommand("line_width", LineWidth);
