@@ -35,14 +35,22 @@ void* ReplaceImport(const char* call, void* replacement) {
 }  // namespace tarvik::check
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, LPVOID) {
-  if (reason != DLL_PROCESS_ATTACH) return TRUE;
   using namespace tarvik::check;
-  wchar_t value[1024] = {};
-  ::GetEnvironmentVariableW(L"TARVIK_SABOTAGE", value, 1024);
-  const std::wstring wanted = std::wstring(L" ") + value + L" ";
+  if (reason != DLL_PROCESS_ATTACH) return TRUE;
+  wchar_t path[MAX_PATH] = {};
+  ::GetModuleFileNameW(library, path, MAX_PATH);
+  std::wstring list = path;
+  list.replace(list.rfind(L'.'), std::wstring::npos, L".txt");
+  char text[1024] = {};
+  DWORD size = 0;
+  const HANDLE file =
+      ::CreateFileW(list.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+  ::ReadFile(file, text, sizeof text, &size, nullptr);
+  ::CloseHandle(file);
+  const std::string wanted = " " + std::string(text, size) + " ";
   for (const Fault* fault : {kFaults, kWindowFaults, kSystemFaults}) {
     for (; fault->name != nullptr; ++fault)
-      if (wanted.find(std::wstring(L" ") + fault->name + L" ") != std::wstring::npos) fault->plant();
+      if (wanted.find(std::string(" ") + fault->name + " ") != std::string::npos) fault->plant();
   }
   return TRUE;
 }

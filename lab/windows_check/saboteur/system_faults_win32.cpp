@@ -190,25 +190,25 @@ BOOL WINAPI LeakWithText(HWND window, LPCWSTR text) {
 }  // namespace
 
 const Fault kSystemFaults[] = {
-    {L"ghost",
+    {"ghost",
      [] {
        decltype(&DisableProcessWindowsGhosting) disable = nullptr;
        ReplaceImport("DisableProcessWindowsGhosting", LeaveGhosting, &disable);
      }},
-    {L"deaf_during_runs", [] { ReplaceImport("PeekMessageW", PeekWithoutClicks, &peekInRun); }},
-    {L"late_clicks", RepeatClicks},
-    {L"needs_administrator", EndUnlessAdministrator},
-    {L"ansi_paths", [] { ReplaceImport("CreateFileW", OpenAnsi, &createFile); }},
-    {L"short_paths", [] { ReplaceImport("CreateFileW", OpenShort, &createFile); }},
-    {L"leaves_log", WriteLog},
-    {L"needs_to_write", EndUnlessWritable},
-    {L"never_copies", [] { ReplaceImport("OpenClipboard", NeverOpen, &openClipboard); }},
-    {L"impatient_clipboard", [] { ReplaceImport("OpenClipboard", OpenAtOnceOrNever, &openClipboard); }},
-    {L"pretended_clipboard", [] { ReplaceImport("OpenClipboard", PretendToOpen, &openClipboard); }},
-    {L"always_agrees_to_end", [] { AnswerAlways(WM_QUERYENDSESSION, TRUE); }},
-    {L"never_agrees_to_end", [] { AnswerAlways(WM_QUERYENDSESSION, FALSE); }},
-    {L"ignores_end", [] { AnswerAlways(WM_ENDSESSION, 0); }},
-    {L"leaks_handles", [] { ReplaceImport("SetWindowTextW", LeakWithText, &setWindowText); }},
+    {"deaf_during_runs", [] { ReplaceImport("PeekMessageW", PeekWithoutClicks, &peekInRun); }},
+    {"late_clicks", RepeatClicks},
+    {"needs_administrator", EndUnlessAdministrator},
+    {"ansi_paths", [] { ReplaceImport("CreateFileW", OpenAnsi, &createFile); }},
+    {"short_paths", [] { ReplaceImport("CreateFileW", OpenShort, &createFile); }},
+    {"leaves_log", WriteLog},
+    {"needs_to_write", EndUnlessWritable},
+    {"never_copies", [] { ReplaceImport("OpenClipboard", NeverOpen, &openClipboard); }},
+    {"impatient_clipboard", [] { ReplaceImport("OpenClipboard", OpenAtOnceOrNever, &openClipboard); }},
+    {"pretended_clipboard", [] { ReplaceImport("OpenClipboard", PretendToOpen, &openClipboard); }},
+    {"always_agrees_to_end", [] { AnswerAlways(WM_QUERYENDSESSION, TRUE); }},
+    {"never_agrees_to_end", [] { AnswerAlways(WM_QUERYENDSESSION, FALSE); }},
+    {"ignores_end", [] { AnswerAlways(WM_ENDSESSION, 0); }},
+    {"leaks_handles", [] { ReplaceImport("SetWindowTextW", LeakWithText, &setWindowText); }},
     {nullptr, nullptr},
 };
 
