@@ -75,11 +75,19 @@ BOOL WINAPI PeekAndKeepClick(LPMSG message, HWND window, UINT first, UINT last, 
   return result;
 }
 
+/// Somewhat later, so that the end of the first run can be seen.
+void CALLBACK RepeatClick(HWND, UINT, UINT_PTR timer, DWORD) {
+  KillTimer(nullptr, timer);
+  PostMessageW(lateClick.hwnd, WM_LBUTTONDOWN, MK_LBUTTON, lateClick.lParam);
+  PostMessageW(lateClick.hwnd, WM_LBUTTONUP, 0, lateClick.lParam);
+}
+
 BOOL WINAPI GetAndRepeatClick(LPMSG message, HWND window, UINT first, UINT last) {
-  if (lateClick.hwnd != nullptr) {
-    PostMessageW(lateClick.hwnd, WM_LBUTTONDOWN, MK_LBUTTON, lateClick.lParam);
-    PostMessageW(lateClick.hwnd, WM_LBUTTONUP, 0, lateClick.lParam);
-    lateClick = {};
+  constexpr UINT kDelayMs = 500;
+  static bool repeated = false;
+  if (lateClick.hwnd != nullptr && !repeated) {
+    repeated = true;
+    SetTimer(nullptr, 0, kDelayMs, RepeatClick);
   }
   return getWhenIdle(message, window, first, last);
 }
