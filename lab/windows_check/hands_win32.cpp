@@ -293,17 +293,21 @@ void CheckEnterAndEscape(Kit& kit, Driver& driver) {
   product.WaitForMainWindow();
   product.Ask("set_text", ID_cmbIPAddr, "127.0.0.1");
   const auto runs = [&] { return product.RunIsActive(); };
+  const std::vector<std::string> before = product.Lines();
   SetFocusOn(product, ID_txtPingReqCount);
   product.Ask("keys", "Enter");
-  const bool started = WaitUntil(kKeyTimeOutMs, runs);
+  const bool started = WaitUntil(kKeyTimeOutMs, [&] { return runs() || product.Lines() != before; });
   kit.report.Expect("hands.enter", "Enter in a field presses the first button of the page", started,
                     "caption of the button: " + product.Ask("text", ID_cmdPing).at(0));
   if (!started) product.Ask("click", ID_cmdPing, "");
-  if (!WaitUntil(kKeyTimeOutMs, runs)) throw CheckError("the run does not begin");
+  constexpr char kTitle[] = "Esc stops a run";
+  if (!WaitUntil(kKeyTimeOutMs, runs)) {
+    kit.report.Observe("hands.escape", kTitle, "Without a network the run ended by itself.");
+    return;
+  }
   product.Ask("keys", "Esc");
   const bool stopped = WaitUntil(kKeyTimeOutMs, [&] { return !runs(); });
-  kit.report.Expect("hands.escape", "Esc stops a run", stopped,
-                    std::to_string(product.Lines().size()) + " lines");
+  kit.report.Expect("hands.escape", kTitle, stopped, std::to_string(product.Lines().size()) + " lines");
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ constexpr FaultGroup kGroups[] = {
      "hands.access_keys_en hands.access_keys_ja hands.names_en hands.names_ja hands.roles_en hands.roles_ja "
      "hands.full_width hands.input_method hands.enter hands.escape hands.escape_idle"},
     {"Ghost_and_late_clicks", "blocking", "ghost late_clicks", "blocking.ghost blocking.second_run"},
-    {"Deaf_during_runs", "blocking", "deaf_during_runs", "blocking.stop blocking.stop_pmc"},
+    {"Deaf_during_runs", "blocking", "deaf_during_runs", "blocking.stop"},
     {"Rights_and_leaks", "rights",
      "needs_administrator ansi_paths short_paths leaves_log pretended_clipboard always_agrees_to_end "
      "leaks_handles",

@@ -63,13 +63,13 @@ BOOL WINAPI PeekWithoutClicks(LPMSG message, HWND window, UINT first, UINT last,
   return result;
 }
 
-/// The click on All Test that arrived during a run.
+/// The click on Get CNC Info that arrived during a run.
 MSG lateClick{};
 
 BOOL WINAPI PeekAndKeepClick(LPMSG message, HWND window, UINT first, UINT last, UINT remove) {
   const BOOL result = peekInRun(message, window, first, last, remove);
   const bool click = result && (message->message == WM_LBUTTONDOWN || message->message == WM_LBUTTONUP);
-  if (!click || GetDlgCtrlID(message->hwnd) != ID_cmdAllTest) return result;
+  if (!click || GetDlgCtrlID(message->hwnd) != ID_cmdGetInfo) return result;
   lateClick = *message;
   message->message = WM_NULL;
   return result;

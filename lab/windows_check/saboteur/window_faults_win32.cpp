@@ -10,12 +10,11 @@ constexpr UINT kShiftPage = WM_APP + 100;
 
 /// The faults that are planted.
 struct Planted {
-  bool bigButton, greyLabel, unnamedField, sharedKey, wrongRole, wrongOrder, shiftedPage;
+  bool wideButton, greyLabel, unnamedField, sharedKey, wrongRole, wrongOrder, shiftedPage;
   bool deafToAccessKeys, deafToEnter, deafToEscape, closesOnEscape, fullWidth;
 } planted;
 
 decltype(&CreateWindowExW) createWindow = nullptr;
-decltype(&SetWindowPos) setWindowPos = nullptr;
 decltype(&ShowWindow) showWindow = nullptr;
 decltype(&DrawTextW) drawText = nullptr;
 decltype(&CreateFontIndirectW) createFont = nullptr;
@@ -74,6 +73,7 @@ HWND WINAPI CreateSpoiled(DWORD extendedStyle, LPCWSTR windowClass, LPCWSTR text
   const auto id = static_cast<int>(reinterpret_cast<INT_PTR>(menu));
   if (planted.unnamedField && id == ID_lblPingReqCount) text = L"";
   if (planted.sharedKey && id == ID_cmdAllTest) text = L"&Ping all";
+  if (planted.wideButton && id == ID_cmdPing) width *= 2;
   if (planted.wrongRole && id == ID_txtPingReqCount) windowClass = EditUnderAnotherName();
   const HWND window = createWindow(extendedStyle, windowClass, text, style, x, y, width, height, parent, menu,
                                    instance, data);
@@ -83,11 +83,6 @@ HWND WINAPI CreateSpoiled(DWORD extendedStyle, LPCWSTR windowClass, LPCWSTR text
   if (planted.shiftedPage && parent == nullptr && mainProcedure == nullptr)
     mainProcedure = Subclass(window, ShiftAfterScaling);
   return window;
-}
-
-BOOL WINAPI PlaceTooWide(HWND window, HWND after, int x, int y, int width, int height, UINT flags) {
-  if (GetDlgCtrlID(window) == ID_cmdPing && width > 0) width *= 2;
-  return setWindowPos(window, after, x, y, width, height, flags);
 }
 
 BOOL WINAPI ShowPartly(HWND window, int command) {
@@ -168,7 +163,7 @@ void OnMessages(bool& fault) {
 
 const Fault kWindowFaults[] = {
     {"narrow_controls", [] { ReplaceImport("DrawTextW", MeasureTooNarrow, &drawText); }},
-    {"wide_button", [] { ReplaceImport("SetWindowPos", PlaceTooWide, &setWindowPos); }},
+    {"wide_button", [] { OnCreation(planted.wideButton); }},
     {"bold_font", [] { ReplaceImport("CreateFontIndirectW", CreateBold, &createFont); }},
     {"grey_label", [] { OnCreation(planted.greyLabel); }},
     {"outside_screen", [] { ReplaceImport("ShowWindow", ShowPartly, &showWindow); }},
