@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "lab/windows_check/controls_win32.h"
+#include "lab/windows_check/practice_controller_win32.h"
 
 namespace tarvik::check {
 namespace {
@@ -14,44 +15,6 @@ constexpr int kPmcPort = 18194;
 constexpr int kStopMs = 1000;
 /// The same under Wine, which runs on machines that are busy with other tests.
 constexpr int kStopUnderWineMs = 8000;
-
-/// The practice controller, which answers one of its calls late. Ends with its object.
-class SlowController {
- public:
-  SlowController(const Kit& kit, int port, const std::string& call) {
-    // A relative path: the controller could not open one with letters outside the code page.
-    const std::wstring scenario = L"slow_" + std::to_wstring(port) + L".scenario";
-    const std::string text = "options 1\ndelay " + call + " " + std::to_string(kHeldMs) + "\n";
-    WriteWhole(kit.folder + L"\\" + scenario, text);
-    std::wstring commandLine =
-        L"\"" + kit.bench + L"\\practice_controller.exe\" --port " + std::to_wstring(port) + L" " + scenario;
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION information{};
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
-                        kit.folder.c_str(), &startup, &information))
-      throw CheckError("the simulated controller cannot be started: error " + std::to_string(GetLastError()));
-    CloseHandle(information.hThread);
-    process_ = information.hProcess;
-  }
-  SlowController(const SlowController&) = delete;
-  SlowController& operator=(const SlowController&) = delete;
-  ~SlowController() {
-    TerminateProcess(process_, 0);
-    CloseHandle(process_);
-  }
-
- private:
-  static void WriteWhole(const std::wstring& path, const std::string& text) {
-    const HANDLE file =
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    DWORD written = 0;
-    WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    CloseHandle(file);
-  }
-
-  HANDLE process_ = nullptr;
-};
 
 std::string ReadWhole(const std::wstring& path) {
   std::string text;
@@ -82,12 +45,6 @@ void PostClickOn(HWND control) {
   const LPARAM centre = MAKELPARAM(client.right / 2, client.bottom / 2);
   PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, centre);
   PostMessageW(control, WM_LBUTTONUP, 0, centre);
-}
-
-HWND ChildOf(HWND window, int id) {
-  for (const ControlState& control : AllControls(window))
-    if (control.id == id) return control.window;
-  throw CheckError("no control " + std::to_string(id));
 }
 
 /// One run whose library call is held, in a program of its own.
@@ -162,15 +119,14 @@ Held HoldAndStop(HeldRun& main, HeldRun& pmc, HWND pmcWindow) {
 
 void CheckBlocking(Kit& kit) {
   kit.progress("Library calls that take 8 seconds");
-  const SlowController mainController(kit, kMainPort, "sysinfo");
-  const SlowController pmcController(kit, kPmcPort, "pmc");
+  const std::string delay = " " + std::to_string(kHeldMs) + "\n";
+  const PracticeController mainController(kit, kMainPort, "options 1\ndelay sysinfo" + delay);
+  const PracticeController pmcController(kit, kPmcPort, "options 1\ndelay pmc" + delay);
   Driver driver(kit);
   HeldRun main(kit, driver, kMainPort, L"held_main.log");
   main.Product().SelectPage(1);
   HeldRun pmc(kit, driver, kPmcPort, L"held_pmc.log");
-  pmc.Product().Ask("command", ID_mnuPMC);
-  const Driver::Fields handle = driver.Ask("wait_window", pmc.Product().Id(), "frmPmcTest", kHeldMs);
-  const HWND pmcWindow = reinterpret_cast<HWND>(static_cast<intptr_t>(std::stoll(handle.at(0))));
+  const HWND pmcWindow = OpenByCommand(pmc.Product(), driver, ID_mnuPMC, "frmPmcTest");
 
   const Held held = HoldAndStop(main, pmc, pmcWindow);
   kit.report.Observe("blocking.hung", "Windows took the held program for one that hangs",

@@ -47,6 +47,20 @@ std::vector<ControlState> VisibleControls(HWND window) {
   return controls;
 }
 
+HWND ChildOf(HWND window, int id) {
+  for (const ControlState& control : AllControls(window))
+    if (control.id == id) return control.window;
+  throw CheckError("no control " + std::to_string(id));
+}
+
+HWND OpenByCommand(RunningProduct& product, Driver& driver, int command, const char* windowClass) {
+  constexpr int kOpenTimeOutMs = 15000;
+  product.Ask("command", command);
+  const Driver::Fields handle =
+      driver.Ask("wait_window", product.Id(), std::string(windowClass), kOpenTimeOutMs);
+  return reinterpret_cast<HWND>(static_cast<intptr_t>(std::stoll(handle.at(0))));
+}
+
 std::vector<std::string> TabCaptions(RunningProduct& product) {
   std::vector<std::string> captions = product.Ask("tabs", ID_tabMode);
   captions.erase(captions.begin());

@@ -21,6 +21,13 @@ std::vector<ControlState> AllControls(HWND window);
 /// The visible controls that show something to the user: labels, buttons, fields, lists and the row of tabs.
 std::vector<ControlState> VisibleControls(HWND window);
 
+/// The control with this id. Throws CheckError when there is none.
+HWND ChildOf(HWND window, int id);
+
+/// Sends the menu command and returns the window of this class that it opens. Throws CheckError when none
+/// does.
+HWND OpenByCommand(RunningProduct& product, Driver& driver, int command, const char* windowClass);
+
 /// The visible captions of the row of tabs.
 std::vector<std::string> TabCaptions(RunningProduct& product);
 

@@ -269,12 +269,6 @@ void CheckWorkArea(HWND window, const std::string& where, LooksFound& found) {
                      std::to_string(outer.right) + "," + std::to_string(outer.bottom));
 }
 
-HWND OpenByCommand(RunningProduct& product, Driver& driver, int command, const char* windowClass) {
-  product.Ask("command", command);
-  const Driver::Fields handle = driver.Ask("wait_window", product.Id(), std::string(windowClass), kSettledMs);
-  return reinterpret_cast<HWND>(static_cast<intptr_t>(std::stoll(handle.at(0))));
-}
-
 /// One language on one monitor, in the general edition, which has every page. `pictures`: adds a picture of
 /// every page to the report.
 void CheckLanguage(Kit& kit, const Language& language, const Monitor& monitor, bool pictures,

@@ -3,6 +3,7 @@
 #include "lab/windows_check/controls_win32.h"
 #include "lab/windows_check/folders_win32.h"
 #include "lab/windows_check/handles_win32.h"
+#include "lab/windows_check/practice_controller_win32.h"
 
 namespace tarvik::check {
 namespace {
@@ -14,6 +15,10 @@ constexpr int kFewRepetitions = 6;
 /// The first runs load libraries and fill caches.
 constexpr int kFirstRuns = 3;
 constexpr int kRunTimeOutMs = 30000;
+
+constexpr int kPort = 18196;
+constexpr wchar_t kArguments[] = L"-X 0 -TCP_PORT 18196 -X";
+constexpr char kAllWell[] = "options 1\n";
 
 // The clipboard
 
@@ -78,21 +83,25 @@ std::string ShutdownReason(HWND window) {
   return ToUtf8(reason);
 }
 
+/// With the PMC test, which runs for several seconds without a network.
 void CheckSession(Kit& kit) {
+  const PracticeController controller(kit, kPort, kAllWell);
   Driver driver(kit);
-  RunningProduct product(kit, driver, {.arguments = L"-PING_N 100"});
+  RunningProduct product(kit, driver, {.arguments = kArguments});
   const HWND window = product.WaitForMainWindow();
   product.Ask("set_text", ID_cmbIPAddr, "127.0.0.1");
-  product.Ask("click", ID_cmdPing, "");
-  if (!WaitUntil(kNoticedMs, [&] { return product.RunIsActive(); }))
-    throw CheckError("the run does not begin");
+  const HWND pmc = OpenByCommand(product, driver, ID_mnuPMC, "frmPmcTest");
+  const HWND stop = ChildOf(pmc, ID_cmdStop);
+  driver.Ask("click", pmc, ID_cmdRead, "");
+  if (!WaitUntil(kNoticedMs, [&] { return IsWindowEnabled(stop) != FALSE; }))
+    throw CheckError("the PMC test does not begin");
   const bool mayEndDuringRun = driver.Ask("session_may_end", product.Id()).at(0) == "1";
   const std::string reason = ShutdownReason(window);
   kit.report.Expect("rights.session_refused", "A run refuses the end of the session", !mayEndDuringRun, {});
   kit.report.Observe("rights.session_reason", "The reason that Windows shows for the refusal", reason);
-  product.Ask("click", ID_cmdPing, "");
-  if (!WaitUntil(kRunTimeOutMs, [&] { return !product.RunIsActive(); }))
-    throw CheckError("the run does not stop");
+  driver.Ask("click", pmc, ID_cmdStop, "");
+  if (!WaitUntil(kRunTimeOutMs, [&] { return IsWindowEnabled(stop) == FALSE; }))
+    throw CheckError("the PMC test does not stop");
   product.Ask("settle", kNoticedMs);
   const bool mayEnd = driver.Ask("session_may_end", product.Id()).at(0) == "1";
   kit.report.Expect("rights.session_accepted", "Without a run the session may end", mayEnd, {});
@@ -109,15 +118,17 @@ void CheckSession(Kit& kit) {
 int Repetitions(const Kit& kit) { return kit.unattended ? kFewRepetitions : kRepetitions; }
 
 void CheckRepeatedRuns(Kit& kit) {
+  const PracticeController controller(kit, kPort, kAllWell);
   Driver driver(kit);
-  RunningProduct product(kit, driver, {.arguments = L"-PING_N 1"});
+  RunningProduct product(kit, driver, {.arguments = kArguments});
   product.WaitForMainWindow();
   product.Ask("set_text", ID_cmbIPAddr, "127.0.0.1");
+  product.SelectPage(1);
   const auto run = [&](int times) {
     // The list of each run is the same as that of the run before.
     for (int i = 0; i < times; ++i) {
       product.Ask("clear_list", ID_lstResult);
-      product.ClickAndFollow(ID_cmdPing, kRunTimeOutMs);
+      product.ClickAndFollow(ID_cmdGetInfo, kRunTimeOutMs);
     }
     product.Ask("settle", kNoticedMs);
     return CountHandles(product.Process(), product.Id());
@@ -143,7 +154,7 @@ void CheckRepeatedStarts(Kit& kit) {
     const DWORD code = product.Close();
     if (code != 0) findings.Add("start " + std::to_string(i + 1) + ": exit code " + std::to_string(code));
   }
-  kit.report.Expect("rights.exit_code", "Twenty starts end with exit code 0", findings.None(),
+  kit.report.Expect("rights.exit_code", "Repeated starts end with exit code 0", findings.None(),
                     findings.Or({}));
 }
 
