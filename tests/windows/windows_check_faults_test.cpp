@@ -32,7 +32,7 @@ constexpr FaultGroup kGroups[] = {
      "needs_administrator ansi_paths short_paths leaves_log pretended_clipboard always_agrees_to_end "
      "leaks_handles",
      "rights.ordinary_user rights.folder_letters rights.folder_long rights.folder_unchanged "
-     "rights.clipboard_held rights.session_refused rights.handles"},
+     "rights.clipboard_briefly rights.clipboard_held rights.session_refused rights.handles"},
     {"No_clipboard_no_end_of_the_session", "rights", "never_copies never_agrees_to_end",
      "rights.clipboard rights.clipboard_briefly rights.session_accepted"},
     {"Impatient_and_deaf_to_the_end", "rights", "impatient_clipboard ignores_end",

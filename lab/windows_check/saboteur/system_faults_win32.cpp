@@ -13,7 +13,8 @@ constexpr DWORD kHangMs = 5000;
 
 decltype(&PeekMessageW) peekInRun = nullptr;
 decltype(&GetMessageW) getWhenIdle = nullptr;
-decltype(&CreateFileW) createFile = nullptr;
+decltype(&CreateFileW) createFileAnsi = nullptr;
+decltype(&CreateFileW) createFileShort = nullptr;
 decltype(&OpenClipboard) openClipboard = nullptr;
 decltype(&CreateWindowExW) createMainWindow = nullptr;
 decltype(&SetWindowTextW) setWindowText = nullptr;
@@ -117,13 +118,13 @@ HANDLE WINAPI OpenAnsi(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRI
                        DWORD creation, DWORD flags, HANDLE source) {
   BOOL lossy = FALSE;
   WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, path, -1, nullptr, 0, nullptr, &lossy);
-  return lossy ? NoSuchFile() : createFile(path, access, share, security, creation, flags, source);
+  return lossy ? NoSuchFile() : createFileAnsi(path, access, share, security, creation, flags, source);
 }
 
 HANDLE WINAPI OpenShort(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
                         DWORD creation, DWORD flags, HANDLE source) {
   if (lstrlenW(path) > 240) return NoSuchFile();
-  return createFile(path, access, share, security, creation, flags, source);
+  return createFileShort(path, access, share, security, creation, flags, source);
 }
 
 std::wstring OwnFolder() {
@@ -206,8 +207,8 @@ const Fault kSystemFaults[] = {
     {"deaf_during_runs", [] { ReplaceImport("PeekMessageW", PeekWithoutClicks, &peekInRun); }},
     {"late_clicks", RepeatClicks},
     {"needs_administrator", EndUnlessAdministrator},
-    {"ansi_paths", [] { ReplaceImport("CreateFileW", OpenAnsi, &createFile); }},
-    {"short_paths", [] { ReplaceImport("CreateFileW", OpenShort, &createFile); }},
+    {"ansi_paths", [] { ReplaceImport("CreateFileW", OpenAnsi, &createFileAnsi); }},
+    {"short_paths", [] { ReplaceImport("CreateFileW", OpenShort, &createFileShort); }},
     {"leaves_log", WriteLog},
     {"needs_to_write", EndUnlessWritable},
     {"never_copies", [] { ReplaceImport("OpenClipboard", NeverOpen, &openClipboard); }},
