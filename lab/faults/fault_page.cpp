@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "lab/faults/scenario_words.h"
+#include "lab/faults/windows_chapter.h"
 
 namespace tarvik::lab {
 namespace {
@@ -17,6 +18,7 @@ constexpr std::string_view kIntroduction =
 
 1. [Find a fault by the last thing that Tarvik shows](#by-the-last-thing-shown)
 2. [All faults](#all-faults)
+3. [What differs on Windows](#what-differs-on-windows): the firewall, a dead host, the PC's cable, a proxy
 
 Look first at the step where the ladder stops: everything before it has passed.
 
@@ -29,8 +31,8 @@ The PC has the address 192.168.1.10/24 and the gateway 192.168.1.1. One controll
 Read each reply line to its end. Only a line with "bytes=" is the host's answer. Any other is an error report, and the
 check may still continue.
 
-The tests run under Wine. For a dead host on the PC's own subnet, Windows may report "Destination Host Unreachable"
-instead of "ICMP_Error:11010".
+The tests run under Wine. Where Windows may show something else, the fault says so after "On Windows". Those lines
+come from Microsoft's documentation and from tests with simulated answers.
 
 The numbers after "Allocate Handle error=" and "SystemError=" are those of the maker's libraries. The negative ones on
 this page are those of our test library. They mean: -102 no connection, -103 time-out, -104 connection lost, -105
@@ -119,6 +121,7 @@ void AppendFault(std::string& page, const Scenario& scenario) {
   page += "\n<a id=\"" + Anchor(scenario) + "\"></a>\n\n### " + scenario.title + "\n\n";
   page += scenario.wrong + "\n\n" + StepsOf(scenario) + ":\n";
   AppendShown(page, scenario);
+  if (!scenario.onWindows.empty()) page += "*On Windows:* " + scenario.onWindows + "\n\n";
   page += "*What to do:* " + scenario.advice + "\n";
 }
 
@@ -133,6 +136,7 @@ std::string FaultPage(const std::vector<Scenario>& scenarios) {
     for (const Scenario& scenario : scenarios)
       if (scenario.group == group) AppendFault(page, scenario);
   }
+  page += kWindowsChapter;
   return page;
 }
 

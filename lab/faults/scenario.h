@@ -76,9 +76,10 @@ struct Scenario {
   std::string name;  ///< file name without extension
   std::string title;
   FaultGroup group = FaultGroup::Network;
-  bool general = false;  ///< uses the general edition instead of the family's
-  std::string wrong;     ///< the page's description of the fault
-  std::string advice;    ///< the page's advice
+  bool general = false;   ///< uses the general edition instead of the family's
+  std::string wrong;      ///< the page's description of the fault
+  std::string advice;     ///< the page's advice
+  std::string onWindows;  ///< what differs on a real Windows PC; empty when nothing is known to
   std::vector<Change> changes;
   std::vector<Step> steps;
   std::vector<Shown> shown;

@@ -290,6 +290,8 @@ void Reader::ReadSection(const Section& section) {
     scenario_.wrong = Prose(section);
   } else if (section.heading == "What to do") {
     scenario_.advice = Prose(section);
+  } else if (section.heading == "On Windows") {
+    scenario_.onWindows = Prose(section);
   } else if (section.heading == "In the laboratory") {
     ReadChanges(section);
   } else if (section.heading == "The technician") {

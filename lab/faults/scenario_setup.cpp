@@ -16,6 +16,7 @@ namespace tarvik::lab {
 namespace {
 
 constexpr size_t kMaxFiles = 20'000;
+constexpr char kFromHighPort[] = "data from a high port";
 
 Host HostOf(const Change& change) {
   if (change.host == "pc") return Host::Pc;
@@ -121,8 +122,11 @@ void ScenarioSetup::StartServer(const Change& change) {
     if (!known) throw LabError("an FTP server is \"vsftpd\" or \"pyftpdlib\"");
     const auto product =
         change.words[0] == "vsftpd" ? FtpServer::Product::Vsftpd : FtpServer::Product::Pyftpdlib;
-    servers_->files.push_back(std::make_unique<FtpServer>(net, host, product, cache));
-    for (const std::string& line : change.lines) AddToServer(*servers_->files.back(), line);
+    const bool highPort = std::count(change.lines.begin(), change.lines.end(), kFromHighPort) != 0;
+    servers_->files.push_back(std::make_unique<FtpServer>(
+        net, host, product, cache, highPort ? FtpServer::DataPort::High : FtpServer::DataPort::Twenty));
+    for (const std::string& line : change.lines)
+      if (line != kFromHighPort) AddToServer(*servers_->files.back(), line);
   } else if (change.verb == "faulty ftp server") {
     servers_->faultyFiles.push_back(std::make_unique<FaultyFtpServer>(net, host, Joined(change.words, " ")));
   } else if (change.verb == "k7 server") {

@@ -11,8 +11,9 @@
 namespace tarvik::lab {
 namespace {
 
-// $1 = the temporary directory, $2 = the password hash. "ip netns exec" also makes a mount namespace, so that
-// these mounts do not change the machine's users. The folder is served from /mnt, which every user may enter.
+// $1 = the temporary directory, $2 = the password hash, $3 = YES when data connections come from port 20. "ip
+// netns exec" also makes a mount namespace, so that these mounts do not change the machine's users. The
+// folder is served from /mnt, which every user may enter.
 constexpr char kVsftpd[] = R"(
 set -e
 cd "$1"
@@ -34,7 +35,7 @@ local_umask=022
 anon_root=/mnt
 local_root=/mnt
 pasv_enable=NO
-connect_from_port_20=YES
+connect_from_port_20=$3
 ftpd_banner=The controller is ready
 secure_chroot_dir=$1/empty
 pam_service_name=vsftpd
@@ -106,6 +107,10 @@ while True:
         if verb == "PORT":
             numbers = line.split()[1].split(",")
             target = (".".join(numbers[:4]), int(numbers[4]) * 256 + int(numbers[5]))
+        answered, _, answer = value.partition(" ")
+        if kind == "answers" and verb == answered:
+            client.sendall((answer + "\r\n").encode())
+            continue
         client.sendall((ANSWERS.get(verb, "200 ok") + "\r\n").encode())
         if verb == "LIST":
             with socket.create_connection(target) as data:
@@ -140,11 +145,14 @@ std::optional<std::string> FtpServer::UnsupportedReason(Product product) {
   return product == Product::Vsftpd ? "vsftpd is not installed" : "python3-pyftpdlib is not installed";
 }
 
-FtpServer::FtpServer(const Laboratory& net, Host host, Product product, const std::string& cacheFolder)
+FtpServer::FtpServer(const Laboratory& net, Host host, Product product, const std::string& cacheFolder,
+                     DataPort dataPort)
     : work_(cacheFolder), files_(work_.Path() + "/files") {
   std::filesystem::create_directory(files_);
   if (product == Product::Vsftpd)
-    process_ = StartIn(net, host, {"sh", "-c", kVsftpd, "sh", work_.Path(), kPasswordHash});
+    process_ = StartIn(net, host,
+                       {"sh", "-c", kVsftpd, "sh", work_.Path(), kPasswordHash,
+                        dataPort == DataPort::Twenty ? "YES" : "NO"});
   else
     process_ = StartIn(net, host, {kPython, "-X", "utf8", "-c", kPyftpdlib, files_, kFtpUser, kFtpPassword});
 }

@@ -19,11 +19,14 @@ inline constexpr char kFtpPassword[] = "secret";
 class FtpServer {
  public:
   enum class Product { Vsftpd, Pyftpdlib };
+  /// The port from which the server opens data connections. Only Vsftpd has the choice.
+  enum class DataPort { Twenty, High };
 
   /// Why this machine cannot run it; nothing when it can.
   static std::optional<std::string> UnsupportedReason(Product product);
 
-  FtpServer(const Laboratory& net, Host host, Product product, const std::string& cacheFolder);
+  FtpServer(const Laboratory& net, Host host, Product product, const std::string& cacheFolder,
+            DataPort dataPort = DataPort::Twenty);
 
   /// Adds an empty directory, or a file of `bytes` bytes, to the folder. Names are raw bytes in any code
   /// page.
@@ -44,7 +47,8 @@ class FaultyFtpServer {
  public:
   /// `fault`: "silent" = accepts connections and sends nothing; "drop VERB" = closes the connection at that
   /// command, "drop LIST" in the middle of the listing's second line; "greeting N" = sends N bytes without a
-  /// line end and closes; "says TEXT" = sends that instead of a greeting and closes. Throws LabError.
+  /// line end and closes; "says TEXT" = sends that instead of a greeting and closes; "answers VERB TEXT" =
+  /// answers that command with that text. Throws LabError.
   FaultyFtpServer(const Laboratory& net, Host host, const std::string& fault);
 
  private:

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <fstream>
 #include <iterator>
 #include <set>
+#include <sstream>
 
 namespace tarvik::lab {
 namespace {
@@ -88,6 +90,45 @@ TEST(FaultPage, Describes_a_fault_with_its_steps_lines_and_advice) {
           "[ K7 Server status: --- ]\n```\n\nThe ladder stops at **K7**.\n\n*What to do:* Do this.\n"),
       std::string::npos)
       << page;
+}
+
+TEST(FaultPage, Adds_what_differs_on_Windows_only_where_something_does) {
+  Scenario scenario;
+  scenario.steps = {{"starts", "host", {}, 1}};
+  scenario.shown = {{Shown::Kind::Line, "dead", {}, {}}};
+  scenario.advice = "Do this.";
+  EXPECT_EQ(FaultPage({scenario}).find("*On Windows:*"), std::string::npos);
+  scenario.onWindows = "It differs.";
+  EXPECT_NE(FaultPage({scenario}).find("*On Windows:* It differs.\n\n*What to do:* Do this.\n"),
+            std::string::npos);
+}
+
+/// The anchor that a heading gets on the page.
+std::string AnchorOf(std::string_view heading) {
+  std::string anchor;
+  for (const char character : heading) {
+    if (std::isalnum(static_cast<unsigned char>(character)) != 0 || character == '-')
+      anchor.push_back(static_cast<char>(std::tolower(static_cast<unsigned char>(character))));
+    else if (character == ' ')
+      anchor.push_back('-');
+  }
+  return anchor;
+}
+
+TEST(FaultPage, Every_link_leads_to_a_heading_or_a_fault) {
+  const std::string page = FaultPage(ReadScenarios(kScenarios));
+  std::set<std::string> anchors;
+  std::istringstream lines(page);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("#")) anchors.insert(AnchorOf(line.substr(line.find(' ') + 1)));
+    if (line.starts_with("<a id=")) anchors.insert(line.substr(7, line.find('"', 7) - 7));
+  }
+  constexpr std::string_view kLink = "](#";
+  for (size_t at = page.find(kLink); at != std::string::npos; at = page.find(kLink, at + 1)) {
+    const size_t begin = at + kLink.size();
+    const std::string link = page.substr(begin, page.find(')', begin) - begin);
+    EXPECT_TRUE(anchors.contains(link)) << link;
+  }
 }
 
 }  // namespace

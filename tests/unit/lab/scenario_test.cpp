@@ -158,6 +158,15 @@ TEST(Scenario, Without_a_target_the_ladder_does_not_start_by_itself) {
   EXPECT_FALSE(ReadScenario("mine", Replace(notRun, " -PING_N 1 -X 2 192.168.2.100", "")).HasTarget());
 }
 
+TEST(Scenario, What_differs_on_Windows_is_optional) {
+  EXPECT_EQ(ReadScenario("mine", kGood).onWindows, "");
+  const std::string text =
+      Replace(kGood, "In the laboratory:", "On Windows:\n  Windows\n  differs.\n\nIn the laboratory:");
+  EXPECT_EQ(ReadScenario("mine", text).onWindows, "Windows differs.");
+  EXPECT_EQ(ErrorWith("In the laboratory:", "On Windows:\nIn the laboratory:"),
+            "mine.scenario:12: \"On Windows:\" needs a text");
+}
+
 TEST(ScenarioError, Is_reported_with_the_file_and_the_line) {
   EXPECT_EQ(ErrorWith("Group: Network", "Group: Cables"),
             "mine.scenario:3: a group is one of \"Network\", \"Names\", \"CNC library\", \"K7\", \"FTP\"");
