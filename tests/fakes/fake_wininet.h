@@ -69,6 +69,7 @@ class FakeWininet final : public Wininet {
     if (entries.empty()) failing.insert("FtpFindFirstFileA");
     const Handle search = Open("FtpFindFirstFileA", {Text(pattern), Number(flags), Number(context)});
     if (search != 0) *found = entries[next_++];
+    if (search == 0) lastError_ = findError;
     return search;
   }
   int32_t InternetFindNextFileA(Handle search, FindData* found) override {
@@ -142,6 +143,7 @@ class FakeWininet final : public Wininet {
   std::deque<std::string> replies;
   std::string heldReply;          ///< the last reply
   uint32_t connectError = 12003;  ///< the error of a failed connection
+  uint32_t findError = 12003;     ///< the error of a listing that cannot be read
   std::string currentDirectory = "/";
   std::set<std::string> failing;  ///< the calls that fail
   std::string throwing;           ///< the call that the library does not export
