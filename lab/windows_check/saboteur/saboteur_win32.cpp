@@ -48,7 +48,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, LPVOID) {
   ::ReadFile(file, text, sizeof text, &size, nullptr);
   ::CloseHandle(file);
   const std::string wanted = " " + std::string(text, size) + " ";
-  for (const Fault* fault : {kFaults, kWindowFaults, kSystemFaults}) {
+  for (const Fault* fault : {kFaults, kFtpFaults, kWindowFaults, kSystemFaults}) {
     for (; fault->name != nullptr; ++fault)
       if (wanted.find(std::string(" ") + fault->name + " ") != std::string::npos) fault->plant();
   }

@@ -21,8 +21,9 @@ struct Fault {
   void (*plant)();  ///< called before the program's first instruction, while libraries are being loaded
 };
 
-/// The faults of each file; the name of the last entry is null.
+// All faults, by subject. The last entry of each list has no name.
 extern const Fault kFaults[];
+extern const Fault kFtpFaults[];
 extern const Fault kWindowFaults[];
 extern const Fault kSystemFaults[];
 

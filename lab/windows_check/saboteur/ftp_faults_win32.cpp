@@ -1,0 +1,91 @@
+// Faults in the internet library's calls, which the product finds by name.
+
+#include <cstring>
+
+#include "lab/windows_check/saboteur/saboteur_win32.h"
+
+namespace tarvik::check {
+namespace {
+
+constexpr DWORD kPassiveFlag = 0x08000000;
+constexpr DWORD kExtendedError = 12003;
+constexpr DWORD kInternetTimeout = 12002;
+/// Shorter than the delays of the unattended check.
+constexpr ULONGLONG kPatienceMs = 1800;
+
+using Connect = HANDLE(WINAPI*)(HANDLE, LPCSTR, WORD, LPCSTR, LPCSTR, DWORD, DWORD, DWORD_PTR);
+using FindFirst = HANDLE(WINAPI*)(HANDLE, LPCSTR, void*, DWORD, DWORD_PTR);
+
+FARPROC(WINAPI* getProcAddress)(HMODULE, LPCSTR) = nullptr;
+const char* spoiledCall = nullptr;
+void* replacementCall = nullptr;
+void* realCall = nullptr;
+
+template <typename Call>
+Call Real() {
+  return reinterpret_cast<Call>(realCall);
+}
+
+FARPROC WINAPI FindSpoiled(HMODULE module, LPCSTR name) {
+  const FARPROC found = getProcAddress(module, name);
+  const bool isOrdinal = reinterpret_cast<uintptr_t>(name) <= MAXWORD;
+  if (isOrdinal || std::strcmp(name, spoiledCall) != 0) return found;
+  realCall = reinterpret_cast<void*>(found);
+  return reinterpret_cast<FARPROC>(replacementCall);
+}
+
+template <typename Function>
+void Spoil(const char* call, Function* replacement) {
+  spoiledCall = call;
+  replacementCall = reinterpret_cast<void*>(replacement);
+  ReplaceImport("GetProcAddress", FindSpoiled, &getProcAddress);
+}
+
+HANDLE WINAPI ConnectPassively(HANDLE session, LPCSTR host, WORD port, LPCSTR user, LPCSTR password,
+                               DWORD service, DWORD flags, DWORD_PTR context) {
+  return Real<Connect>()(session, host, port, user, password, service, flags | kPassiveFlag, context);
+}
+
+/// Reports each failure as a refusal by the server.
+HANDLE WINAPI ConnectOrSeemRefused(HANDLE session, LPCSTR host, WORD port, LPCSTR user, LPCSTR password,
+                                   DWORD service, DWORD flags, DWORD_PTR context) {
+  const HANDLE connection = Real<Connect>()(session, host, port, user, password, service, flags, context);
+  if (connection == nullptr) ::SetLastError(kExtendedError);
+  return connection;
+}
+
+HANDLE WINAPI FindImpatiently(HANDLE connection, LPCSTR pattern, void* found, DWORD flags,
+                              DWORD_PTR context) {
+  const ULONGLONG begin = ::GetTickCount64();
+  const HANDLE search = Real<FindFirst>()(connection, pattern, found, flags, context);
+  if (::GetTickCount64() - begin < kPatienceMs) return search;
+  ::SetLastError(kInternetTimeout);
+  return nullptr;
+}
+
+BOOL WINAPI FindNothingMore(HANDLE, void*) {
+  ::SetLastError(ERROR_NO_MORE_FILES);
+  return FALSE;
+}
+
+BOOL WINAPI LeaveOpen(HANDLE) { return TRUE; }
+
+BOOL WINAPI GetEmptyReply(DWORD* error, LPSTR, DWORD* length) {
+  *error = 0;
+  *length = 0;
+  return TRUE;
+}
+
+}  // namespace
+
+const Fault kFtpFaults[] = {
+    {"ftp_earlier_reply", [] { Spoil("InternetConnectA", ConnectOrSeemRefused); }},
+    {"ftp_first_entry_only", [] { Spoil("InternetFindNextFileA", FindNothingMore); }},
+    {"ftp_impatient", [] { Spoil("FtpFindFirstFileA", FindImpatiently); }},
+    {"ftp_left_open", [] { Spoil("InternetCloseHandle", LeaveOpen); }},
+    {"ftp_no_reply", [] { Spoil("InternetGetLastResponseInfoA", GetEmptyReply); }},
+    {"ftp_passive", [] { Spoil("InternetConnectA", ConnectPassively); }},
+    {nullptr, nullptr},
+};
+
+}  // namespace tarvik::check
