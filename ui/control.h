@@ -46,7 +46,7 @@ class Element {
  public:
   virtual ~Element() = default;
 
-  /// "Label", "TextBox", "CommandButton", "CheckBox", "ComboBox", "ListBox", "SSTab" or "Menu".
+  /// "Label", "TextBox", "CommandButton", "CheckBox", "ComboBox", "ListBox", "SSTab", "StatusBar" or "Menu".
   virtual std::wstring_view TypeName() const = 0;
 
   virtual void SetCaption(const std::wstring& caption) = 0;
@@ -115,7 +115,8 @@ class TextBox : public Control {
   std::function<bool()> onValidate;
 };
 
-/// A drop-down list, with or without an edit field.
+/// A drop-down list, with or without an edit field. In the field the decimal key of the keypad types a dot on
+/// every keyboard layout, and spaces around a pasted text are dropped.
 class ComboBox : public Control {
  public:
   std::wstring_view TypeName() const final { return L"ComboBox"; }
@@ -150,6 +151,9 @@ class ListBox : public Control {
   virtual int SelectedIndex() const = 0;
   virtual int ClientWidth() const = 0;
   virtual void SetHorizontalExtent(int pixels) = 0;
+  /// Shows the lines in a fixed-pitch face, for Japanese texts in one whose full-width letters are exactly
+  /// two columns wide. Keeps the message font when the PC does not have the face as an outline font.
+  virtual void UseFixedPitch(bool japanese) = 0;
   /// False suspends painting, so that a batch of lines is painted once.
   virtual void SetRedraw(bool redraw) = 0;
   std::function<void()> onDoubleClick;
@@ -175,6 +179,25 @@ class TabStrip : public Control {
   virtual Size FrameSize() const = 0;
   /// Another page has been brought to the front.
   std::function<void(int page)> onPageFront;
+};
+
+/// A row of fields along the bottom edge of a window. It is not a stop of the Tab key. Fields are counted
+/// from the left.
+class StatusBar : public Control {
+ public:
+  std::wstring_view TypeName() const final { return L"StatusBar"; }
+  virtual int FieldCount() const = 0;
+  /// The field shows `text`. Its tool tip and its name for screen readers are `whole`. Never throws
+  /// RuntimeError: a run must not end because a mark cannot be shown.
+  virtual void SetField(int field, const std::wstring& text, const std::wstring& whole) = 0;
+  virtual std::wstring FieldText(int field) const = 0;
+  virtual std::wstring FieldWhole(int field) const = 0;
+  /// One width per field, in pixels at the window's current scaling. What is left of the bar stays empty.
+  virtual void SetFieldWidths(const std::vector<int>& widths) = 0;
+  /// What the sizing grip covers of the bar's right end.
+  virtual int GripWidth() const = 0;
+  /// A field was clicked with the left mouse button.
+  std::function<void(int field)> onFieldClick;
 };
 
 class MenuItem : public Element {

@@ -13,6 +13,9 @@ namespace tarvik::ui {
 
 enum class Pointer { Default, Hourglass };
 
+/// What the window's button in the taskbar shows over its icon.
+enum class TaskbarState { None, Running, Failed };
+
 /// As the page of a new control: the control is on the window itself.
 inline constexpr int kNoPage = -1;
 
@@ -29,6 +32,9 @@ class Form {
   virtual ~Form() = default;
 
   virtual Label& AddLabel(int id, int page, const std::wstring& caption) = 0;
+  /// A label of the window for one line of changing text. Text that is too long ends in an ellipsis, "&" is
+  /// an ordinary character, and screen readers announce each change.
+  virtual Label& AddLiveLabel(int id) = 0;
   /// The first button of a page is its default button: Enter in another control of the page presses it.
   virtual Button& AddButton(int id, int page, const std::wstring& caption) = 0;
   virtual CheckBox& AddCheckBox(int id, int page, const std::wstring& caption) = 0;
@@ -37,6 +43,8 @@ class Form {
   virtual ListBox& AddListBox(int id, int page, const std::wstring& toolTip) = 0;
   /// At most one per form. Its pages are the parents of the controls with that page number.
   virtual TabStrip& AddTabStrip(int id, const std::vector<std::wstring>& captions) = 0;
+  /// A status bar with that many empty fields.
+  virtual StatusBar& AddStatusBar(int id, int fields) = 0;
   /// Adds a menu to the menu bar.
   virtual MenuItem& AddMenu(int id, const std::wstring& caption) = 0;
   /// Adds a command to a menu that AddMenu returned.
@@ -78,6 +86,16 @@ class Form {
   virtual void MakeTopmost() = 0;
   virtual void SetPointer(Pointer pointer) = 0;
   virtual Pointer CurrentPointer() const = 0;
+
+  /// Calls the handler once, when the window handles messages that many milliseconds later or more. Timers
+  /// are numbered by the caller. Starting one that is running already replaces it.
+  virtual void StartTimer(int timer, int milliseconds, std::function<void()> handler) = 0;
+  /// Does nothing when the timer is not running.
+  virtual void StopTimer(int timer) = 0;
+
+  /// Without a taskbar nothing happens. Failed lasts until the window becomes active; an active window shows
+  /// None instead.
+  virtual void SetTaskbarState(TaskbarState state) = 0;
 
   /// Outer size of the window, in pixels at its current scaling.
   virtual Size WindowSize() const = 0;

@@ -148,6 +148,21 @@ int WindowUnderTest::WidthOfLine(int id, const std::string& line, int tabStop) c
 
 std::vector<std::string> WindowUnderTest::ComboItems(int id) const { return Ask("combo_items", id); }
 
+std::vector<WindowUnderTest::StatusField> WindowUnderTest::StatusFields(int id) const {
+  constexpr size_t kFieldsPerItem = 5;
+  const Fields fields = Ask("status_fields", id);
+  std::vector<StatusField> all;
+  for (size_t i = 0; i + kFieldsPerItem <= fields.size(); i += kFieldsPerItem)
+    all.push_back({fields[i], RectOf(fields, i + 1)});
+  return all;
+}
+
+void WindowUnderTest::Hover(int id) const { Ask("hover", id); }
+
+std::string WindowUnderTest::ToolTipOfField(int id, int field) const {
+  return Ask("tool_tip", id, {std::to_string(field)}).at(0);
+}
+
 WindowUnderTest::Tabs WindowUnderTest::StateOfTabs(int id) const {
   Fields fields = Ask("tabs", id);
   Tabs tabs;

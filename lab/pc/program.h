@@ -112,6 +112,16 @@ class WindowUnderTest {
   int WidthOfLine(int id, const std::string& line, int tabStop) const;
   std::vector<std::string> ComboItems(int id) const;
 
+  struct StatusField {
+    std::string text;
+    ScreenRect rect;  ///< in the status bar
+  };
+  std::vector<StatusField> StatusFields(int id) const;
+  /// Moves the pointer over the control, which then creates its tool tips.
+  void Hover(int id) const;
+  /// The tool tip of a field of the status bar; empty while it does not exist.
+  std::string ToolTipOfField(int id, int field) const;
+
   Tabs StateOfTabs(int id) const;
   /// The tab's rectangle in the tab strip's client area. `index`: among the visible tabs.
   ScreenRect RectOfTab(int id, int index) const;

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/runtime_error.h"
@@ -104,6 +105,7 @@ class MemoryLabel final : public MemoryControl<Label> {
   void PressMouse(int16_t button, int16_t shift) { Raise(onMouseDown, button, shift); }
 
   std::wstring toolTip;
+  bool live = false;  ///< screen readers announce each change of the caption
 };
 
 class MemoryButton final : public MemoryControl<Button> {
@@ -214,12 +216,14 @@ class MemoryListBox final : public MemoryControl<ListBox> {
   int SelectedIndex() const override { return selected_; }
   int ClientWidth() const override { return clientWidth; }
   void SetHorizontalExtent(int pixels) override { horizontalExtent = pixels; }
+  void UseFixedPitch(bool japanese) override { fixedPitch = japanese ? L"Japanese" : L"Latin"; }
   void SetRedraw(bool redraw) override { redrawing = redraw; }
   void DoubleClick() { Raise(onDoubleClick); }
 
   std::vector<std::wstring> lines;
   int clientWidth = 500;
   int horizontalExtent = 0;
+  std::wstring fixedPitch;  ///< "Japanese", "Latin", or empty for the message font
   bool redrawing = true;
   int painted = 0;  ///< lines added while painting was not suspended
 
@@ -255,6 +259,26 @@ class MemoryTabStrip final : public MemoryControl<TabStrip> {
   std::vector<std::wstring> captions_;
   std::vector<bool> on_;
   int front_ = 0;
+};
+
+class MemoryStatusBar final : public MemoryControl<StatusBar> {
+ public:
+  MemoryStatusBar(MemoryFocus& focus, int fields)
+      : MemoryControl(focus), fields_(static_cast<size_t>(fields)) {}
+  int FieldCount() const override { return static_cast<int>(fields_.size()); }
+  void SetField(int field, const std::wstring& text, const std::wstring& whole) override {
+    fields_.at(static_cast<size_t>(field)) = {text, whole};
+  }
+  std::wstring FieldText(int field) const override { return fields_.at(static_cast<size_t>(field)).first; }
+  std::wstring FieldWhole(int field) const override { return fields_.at(static_cast<size_t>(field)).second; }
+  void SetFieldWidths(const std::vector<int>& all) override { widths = all; }
+  int GripWidth() const override { return 17; }
+  void ClickField(int field) { Raise(onFieldClick, field); }
+
+  std::vector<int> widths;
+
+ private:
+  std::vector<std::pair<std::wstring, std::wstring>> fields_;  ///< text and whole text
 };
 
 class MemoryMenuItem final : public MemoryElement<MenuItem> {

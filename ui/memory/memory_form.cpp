@@ -89,6 +89,12 @@ Label& MemoryForm::AddLabel(int id, int page, const std::wstring& caption) {
   return label;
 }
 
+Label& MemoryForm::AddLiveLabel(int id) {
+  MemoryLabel& label = Add<MemoryLabel>(id, kNoPage, focus_);
+  label.live = true;
+  return label;
+}
+
 Button& MemoryForm::AddButton(int id, int page, const std::wstring& caption) {
   Button& button = Add<MemoryButton>(id, page, focus_);
   button.SetCaption(caption);
@@ -121,6 +127,10 @@ TabStrip& MemoryForm::AddTabStrip(int id, const std::vector<std::wstring>& capti
   return Add<MemoryTabStrip>(id, kNoPage, focus_, captions);
 }
 
+StatusBar& MemoryForm::AddStatusBar(int id, int fields) {
+  return Add<MemoryStatusBar>(id, kNoPage, focus_, fields);
+}
+
 MenuItem& MemoryForm::AddMenu(int id, const std::wstring& caption) {
   MenuItem& menu = Add<MemoryMenuItem>(id, kNoPage);
   menu.SetCaption(caption);
@@ -129,6 +139,36 @@ MenuItem& MemoryForm::AddMenu(int id, const std::wstring& caption) {
 
 MenuItem& MemoryForm::AddMenuCommand(int id, MenuItem&, const std::wstring& caption) {
   return AddMenu(id, caption);
+}
+
+void MemoryForm::StartTimer(int timer, int milliseconds, std::function<void()> handler) {
+  timers_[timer] = {milliseconds, std::move(handler)};
+}
+
+void MemoryForm::PassTime(int milliseconds) {
+  const auto sooner = [](const auto& a, const auto& b) { return a.second.left < b.second.left; };
+  for (;;) {
+    const auto next = std::min_element(timers_.begin(), timers_.end(), sooner);
+    const bool ends = next != timers_.end() && next->second.left <= milliseconds;
+    const int step = ends ? next->second.left : milliseconds;
+    for (auto& [number, timer] : timers_) timer.left -= step;
+    milliseconds -= step;
+    if (!ends) return;
+    // The handler may start the timer again.
+    const std::function<void()> handler = std::move(next->second.handler);
+    timers_.erase(next);
+    Raise(handler);
+  }
+}
+
+void MemoryForm::SetTaskbarState(TaskbarState state) {
+  const bool active = screen_ != nullptr && screen_->active == this;
+  taskbarState = active && state == TaskbarState::Failed ? TaskbarState::None : state;
+}
+
+void MemoryForm::Activate() {
+  if (taskbarState == TaskbarState::Failed) taskbarState = TaskbarState::None;
+  Raise(onActivate);
 }
 
 void MemoryForm::SetWindowSize(Size size) {

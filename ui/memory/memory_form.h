@@ -58,12 +58,14 @@ class MemoryForm final : public Form {
   MemoryForm& operator=(const MemoryForm&) = delete;
 
   Label& AddLabel(int id, int page, const std::wstring& caption) override;
+  Label& AddLiveLabel(int id) override;
   Button& AddButton(int id, int page, const std::wstring& caption) override;
   CheckBox& AddCheckBox(int id, int page, const std::wstring& caption) override;
   TextBox& AddTextBox(int id, int page, TextBoxStyle style) override;
   ComboBox& AddComboBox(int id, int page, ComboBoxStyle style) override;
   ListBox& AddListBox(int id, int page, const std::wstring& toolTip) override;
   TabStrip& AddTabStrip(int id, const std::vector<std::wstring>& captions) override;
+  StatusBar& AddStatusBar(int id, int fields) override;
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
   MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
 
@@ -82,6 +84,9 @@ class MemoryForm final : public Form {
   void MakeTopmost() override { topmost = true; }
   void SetPointer(Pointer pointer) override { pointer_ = pointer; }
   Pointer CurrentPointer() const override { return pointer_; }
+  void StartTimer(int timer, int milliseconds, std::function<void()> handler) override;
+  void StopTimer(int timer) override { timers_.erase(timer); }
+  void SetTaskbarState(TaskbarState state) override;
   Size WindowSize() const override { return windowSize_; }
   void SetWindowSize(Size size) override;
   void FixSize() override { fixedSize = true; }
@@ -125,11 +130,14 @@ class MemoryForm final : public Form {
   void EndSession() {
     if (!unloaded) Raise(onEndSession);
   }
-  void Activate() { Raise(onActivate); }
+  void Activate();
+  /// Lets that much time pass and calls the handlers of the timers that end in it, earliest first.
+  void PassTime(int milliseconds);
   void PressEscape() { Raise(onEscape); }
 
   BeforeText beforeText;                ///< called for each of its controls
   std::function<void()> beforeCaption;  ///< called before the form's own caption is set; may throw
+  TaskbarState taskbarState = TaskbarState::None;
   bool topmost = false;
   bool minimised = false;
   bool fixedSize = false;
@@ -149,11 +157,17 @@ class MemoryForm final : public Form {
     if (handler) Guarded(handler);
   }
 
+  struct Timer {
+    int left = 0;  ///< milliseconds
+    std::function<void()> handler;
+  };
+
   MemoryScreen* screen_ = nullptr;
   MemoryBoxes boxes_{*this};
   std::map<int, std::unique_ptr<Element>> elements_;
   std::map<int, int> pages_;
   std::vector<int> order_;
+  std::map<int, Timer> timers_;
   MemoryFocus focus_;
   std::wstring caption_;
   std::wstring toolTip_;

@@ -17,9 +17,11 @@ void ControlWindow::Create(HWND parent) {
   ApplyFont();
 }
 
-void ControlWindow::ApplyFont() {
+void ControlWindow::ApplyFont() { SetFont(form_.Font()); }
+
+void ControlWindow::SetFont(const MeasuredFont& font) {
   knownPlace_.reset();  // combo boxes, for example, change their height with their font
-  if (IsCreated()) Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.Font().Handle()), FALSE);
+  if (IsCreated()) Send(WM_SETFONT, reinterpret_cast<WPARAM>(font.Handle()), FALSE);
 }
 
 void ControlWindow::Subclass(HWND window) {

@@ -9,6 +9,7 @@
 
 namespace tarvik::ui {
 
+class MeasuredFont;
 class Win32Form;
 
 /// The window class and styles of a control.
@@ -52,6 +53,8 @@ class ControlWindow {
   virtual void OnCommand(WORD) {}
   /// A WM_NOTIFY notification from this control.
   virtual void OnNotify(const NMHDR&) {}
+  /// Describes the control to screen readers. Called once, shortly after the form appears.
+  virtual void Annotate() {}
   /// The pointer moves over the window.
   virtual void OnPointerOver() {}
   /// Called before the user moves the focus to another control; false keeps it here.
@@ -68,6 +71,7 @@ class ControlWindow {
  protected:
   /// The window has been created; its font is not set yet.
   virtual void OnCreated() {}
+  void SetFont(const MeasuredFont& font);
   /// Routes the messages of `window`, which is the control's window or a child of it, to OnMessage. Only one
   /// window of a control can be subclassed.
   void Subclass(HWND window);

@@ -19,8 +19,28 @@ constexpr int kCheckGap = 6;  ///< between the mark and the caption
 
 }  // namespace
 
-Win32Label::Win32Label(Win32Form& form, int page, int id)
-    : CaptionedControl(form, page, id, {L"Static", SS_LEFTNOWORDWRAP | SS_NOTIFY | WS_GROUP}) {}
+Win32Label::Win32Label(Win32Form& form, int page, int id, LabelKind kind)
+    : CaptionedControl(
+          form, page, id,
+          {L"Static", (kind == LabelKind::LiveRegion ? DWORD{SS_LEFT | SS_ENDELLIPSIS | SS_NOPREFIX}
+                                                     : DWORD{SS_LEFTNOWORDWRAP}) |
+                          SS_NOTIFY | WS_GROUP}),
+      kind_(kind) {}
+
+void Win32Label::SetCaption(const std::wstring& caption) {
+  if (kind_ == LabelKind::Caption) return CaptionedControl::SetCaption(caption);
+  if (caption == Caption()) return;
+  CaptionedControl::SetCaption(caption);
+  Annotations::LiveRegionChanged(Window());
+}
+
+bool Win32Label::HasMnemonic(wchar_t letter) const {
+  return kind_ == LabelKind::Caption && CaptionedControl::HasMnemonic(letter);
+}
+
+void Win32Label::Annotate() {
+  if (kind_ == LabelKind::LiveRegion) form_.ScreenReaders().MakeLiveRegion(Window());
+}
 
 Size Win32Label::SizeFor(const std::wstring& caption) const {
   const Size text = form_.Font().MeasureCaption(caption);

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "ui/form.h"
 #include "ui/win32/control_window_win32.h"
+#include "ui/win32/message_font_win32.h"
 #include "ui/win32/tool_tip_win32.h"
 
 namespace tarvik::ui {
@@ -11,12 +13,17 @@ namespace tarvik::ui {
 /// Code of the right mouse button in events.
 inline constexpr int16_t kRightButton = 2;
 
+enum class LabelKind { Caption, LiveRegion };
+
 class Win32Label final : public CaptionedControl<Label> {
  public:
-  Win32Label(Win32Form& form, int page, int id);
+  Win32Label(Win32Form& form, int page, int id, LabelKind kind);
 
   Size SizeFor(const std::wstring& caption) const override;
   bool AcceptsFocusAt(POINT) const override { return false; }
+  void SetCaption(const std::wstring& caption) override;
+  bool HasMnemonic(wchar_t letter) const override;
+  void Annotate() override;
   void OnCommand(WORD notification) override;
   void OnMnemonic(wchar_t letter) override;
   void SetToolTip(const std::wstring& text) override { toolTip_.SetText(text); }
@@ -27,6 +34,7 @@ class Win32Label final : public CaptionedControl<Label> {
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  LabelKind kind_;
   ToolTip toolTip_;
 };
 
@@ -104,6 +112,10 @@ class Win32ComboBox final : public UncaptionedControl<ComboBox> {
  private:
   /// Closes the open list and copies its selected entry, if any, to the field.
   void AcceptListEntry();
+  /// WM_PASTE without the spaces around the text.
+  void Paste();
+
+  bool decimalKeyDown_ = false;  ///< the last key pressed in the field was the keypad's decimal key
 };
 
 class Win32ListBox final : public UncaptionedControl<ListBox> {
@@ -122,12 +134,17 @@ class Win32ListBox final : public UncaptionedControl<ListBox> {
   int SelectedIndex() const override;
   int ClientWidth() const override;
   void SetHorizontalExtent(int pixels) override;
+  void UseFixedPitch(bool japanese) override;
   void SetRedraw(bool redraw) override;
   void OnCommand(WORD notification) override;
   void OnPointerOver() override;
 
  private:
+  const MeasuredFont& Font() const;
+
   ToolTip toolTip_;
+  const wchar_t* face_ = nullptr;             ///< the fixed-pitch face; null for the message font
+  std::unique_ptr<MeasuredFont> fixedPitch_;  ///< the font of that face
 };
 
 }  // namespace tarvik::ui

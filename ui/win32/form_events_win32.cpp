@@ -44,7 +44,7 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       return 0;
     }
     case WM_TIMER:
-      CreateOtherPages();
+      OnTimer(wParam);
       return 0;
     case WM_SIZE:
       if (layoutDue_ && wParam != SIZE_MINIMIZED) UpdateLayout();
@@ -62,6 +62,8 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       break;
     case WM_ACTIVATE:
       if (LOWORD(wParam) == WA_INACTIVE && IsChild(window_, GetFocus())) lastFocus_ = GetFocus();
+      if (LOWORD(wParam) != WA_INACTIVE && taskbarButton_.State() == TaskbarState::Failed)
+        SetTaskbarState(TaskbarState::None);
       if (LOWORD(wParam) != WA_INACTIVE && onActivate) RunHandler(*this, onActivate);
       break;
     case WM_SETFOCUS:
@@ -94,6 +96,7 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
       OnDestroy();
       return 0;
   }
+  if (taskbarButton_.IsCreatedMessage(message)) taskbarButton_.OnCreated(window_, com_);
   return DefWindowProcW(window_, message, wParam, lParam);
 }
 

@@ -10,12 +10,14 @@
 #include "platform/runtime_error.h"
 #include "ui/win32/common_controls_win32.h"
 #include "ui/win32/controls_win32.h"
+#include "ui/win32/status_bar_win32.h"
 
 namespace tarvik::ui {
 namespace {
 
 constexpr int kIconId = 1;  ///< in the program's resources
 constexpr UINT_PTR kOtherPagesTimer = 1;
+constexpr UINT_PTR kFirstOwnTimer = 100;  ///< number 0 of StartTimer
 /// So that the messages caused by showing the window are handled first.
 constexpr UINT kOtherPagesDelayMs = 30;
 
@@ -34,7 +36,7 @@ RECT WorkAreaOf(HWND window) {
 }
 
 void InitialiseCommonControls(const SystemLibrary& library) {
-  INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
+  INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_STANDARD_CLASSES | ICC_TAB_CLASSES | ICC_BAR_CLASSES};
   if (const auto initialise =
           library.Find<BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*)>("InitCommonControlsEx"))
     initialise(&wanted);
@@ -65,6 +67,7 @@ Win32Form::Win32Form(const wchar_t* className, FormRole role) : className_(class
   dpi_ = scaling_.DpiOf(window_);
   ApplyMessageFont();
   SetIcons();
+  taskbarButton_.ExpectButton(window_);
 }
 
 void Win32Form::SetIcons() noexcept {
@@ -120,18 +123,20 @@ void Win32Form::CreatePage(int page) {
 }
 
 void Win32Form::CreateOtherPages() noexcept {
-  KillTimer(window_, kOtherPagesTimer);
-  if (tabStrip_ == nullptr) return;
   RunHandler(*this, [this] {
     for (int page = 0; page < tabStrip_->PageCount(); ++page) CreatePage(page);
+    annotations_.Start(com_);
+    for (const auto& control : controls_) control->Annotate();
   });
 }
 
 Label& Win32Form::AddLabel(int id, int page, const std::wstring& caption) {
-  Label& label = Add<Win32Label>(id, page);
+  Label& label = Add<Win32Label>(id, page, LabelKind::Caption);
   label.SetCaption(caption);
   return label;
 }
+
+Label& Win32Form::AddLiveLabel(int id) { return Add<Win32Label>(id, kNoPage, LabelKind::LiveRegion); }
 
 Button& Win32Form::AddButton(int id, int page, const std::wstring& caption) {
   // Buttons created one after the other on a page form a group, in which the arrow keys move the focus.
@@ -165,6 +170,8 @@ TabStrip& Win32Form::AddTabStrip(int id, const std::vector<std::wstring>& captio
   tabStrip_ = &Add<Win32TabStrip>(id, kNoPage, captions);
   return *tabStrip_;
 }
+
+StatusBar& Win32Form::AddStatusBar(int id, int fields) { return Add<Win32StatusBar>(id, kNoPage, fields); }
 
 MenuItem& Win32Form::AddMenu(int id, const std::wstring& caption) {
   if (menuBar_ == nullptr) menuBar_ = std::make_unique<Win32Menu>(CreateMenu(), window_);
@@ -284,6 +291,38 @@ void Win32Form::FixSize() {
   SetWindowLongW(window_, GWL_STYLE, style & ~(WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX));
   SetWindowPos(window_, nullptr, 0, 0, 0, 0,
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+}
+
+// Timers and the taskbar
+
+void Win32Form::StartTimer(int timer, int milliseconds, std::function<void()> handler) {
+  StopTimer(timer);
+  timers_.push_back({timer, std::move(handler)});
+  SetTimer(window_, kFirstOwnTimer + static_cast<UINT_PTR>(timer), static_cast<UINT>(milliseconds), nullptr);
+}
+
+void Win32Form::StopTimer(int timer) {
+  if (std::erase_if(timers_, [timer](const Timer& each) { return each.number == timer; }) == 0) return;
+  KillTimer(window_, kFirstOwnTimer + static_cast<UINT_PTR>(timer));
+}
+
+void Win32Form::OnTimer(UINT_PTR timer) noexcept {
+  KillTimer(window_, timer);
+  if (timer == kOtherPagesTimer) return CreateOtherPages();
+  const auto started = std::find_if(timers_.begin(), timers_.end(), [timer](const Timer& each) {
+    return kFirstOwnTimer + static_cast<UINT_PTR>(each.number) == timer;
+  });
+  // A timer that was stopped may have left a message in the queue.
+  if (started == timers_.end()) return;
+  // The handler may start the timer again.
+  const std::function<void()> handler = std::move(started->handler);
+  timers_.erase(started);
+  RunHandler(*this, handler);
+}
+
+void Win32Form::SetTaskbarState(TaskbarState state) {
+  const bool seen = state == TaskbarState::Failed && GetForegroundWindow() == window_;
+  taskbarButton_.Show(window_, com_, seen ? TaskbarState::None : state);
 }
 
 // The focus

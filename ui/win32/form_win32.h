@@ -9,11 +9,14 @@
 #include "platform/system_library_win32.h"
 #include "platform/windows_win32.h"
 #include "ui/form.h"
+#include "ui/win32/annotations_win32.h"
+#include "ui/win32/com_win32.h"
 #include "ui/win32/control_window_win32.h"
 #include "ui/win32/menu_win32.h"
 #include "ui/win32/message_boxes_win32.h"
 #include "ui/win32/message_font_win32.h"
 #include "ui/win32/tab_strip_win32.h"
+#include "ui/win32/taskbar_button_win32.h"
 
 // How main creates the program's window:
 //
@@ -41,12 +44,14 @@ class Win32Form final : public Form {
   static Win32Form* Of(HWND window);
 
   Label& AddLabel(int id, int page, const std::wstring& caption) override;
+  Label& AddLiveLabel(int id) override;
   Button& AddButton(int id, int page, const std::wstring& caption) override;
   CheckBox& AddCheckBox(int id, int page, const std::wstring& caption) override;
   TextBox& AddTextBox(int id, int page, TextBoxStyle style) override;
   ComboBox& AddComboBox(int id, int page, ComboBoxStyle style) override;
   ListBox& AddListBox(int id, int page, const std::wstring& toolTip) override;
   TabStrip& AddTabStrip(int id, const std::vector<std::wstring>& captions) override;
+  StatusBar& AddStatusBar(int id, int fields) override;
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
   MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
 
@@ -66,6 +71,10 @@ class Win32Form final : public Form {
   void SetPointer(Pointer pointer) override;
   Pointer CurrentPointer() const override { return pointer_; }
 
+  void StartTimer(int timer, int milliseconds, std::function<void()> handler) override;
+  void StopTimer(int timer) override;
+  void SetTaskbarState(TaskbarState state) override;
+
   Size WindowSize() const override;
   void SetWindowSize(Size size) override;
   Size ClientSize() const override;
@@ -78,6 +87,7 @@ class Win32Form final : public Form {
   /// The window; null once it is destroyed.
   HWND Window() const { return window_; }
   const MeasuredFont& Font() const { return *font_; }
+  const Annotations& ScreenReaders() const { return annotations_; }
   /// Converts pixels at 96 dots per inch to pixels at the window's current scaling.
   int Scaled(int length) const { return MulDiv(length, dpi_, USER_DEFAULT_SCREEN_DPI); }
   const Scaling& DpiScaling() const { return scaling_; }
@@ -123,6 +133,7 @@ class Win32Form final : public Form {
   bool ShowHourglassCursor() const;
   void SetMinTrackSize(MINMAXINFO& info) const;
   void KeepOnScreen();
+  void OnTimer(UINT_PTR timer) noexcept;
   void CreateOtherPages() noexcept;
   void RestoreFocus();
 
@@ -151,6 +162,9 @@ class Win32Form final : public Form {
   Scaling scaling_;
   SystemLibrary commonControls_;
   SystemLibrary inputMethods_;
+  ComObjects com_;
+  Annotations annotations_;
+  TaskbarButton taskbarButton_;
   HWND window_ = nullptr;
   int dpi_ = USER_DEFAULT_SCREEN_DPI;
   std::unique_ptr<MeasuredFont> font_;
@@ -160,6 +174,11 @@ class Win32Form final : public Form {
   HICON largeIcon_ = nullptr;
   HICON smallIcon_ = nullptr;
   Size minimumSize_;
+  struct Timer {
+    int number;
+    std::function<void()> handler;
+  };
+  std::vector<Timer> timers_;  ///< those that are running
   Pointer pointer_ = Pointer::Default;
   HWND lastFocus_ = nullptr;  ///< where the focus was when the window last lost it
   bool everShown_ = false;

@@ -27,16 +27,28 @@ Win32ListBox::Win32ListBox(Win32Form& form, int page, int id, const std::wstring
 
 void Win32ListBox::OnPointerOver() { toolTip_.OnPointerOver(form_.Window(), Window()); }
 
+void Win32ListBox::UseFixedPitch(bool japanese) {
+  const wchar_t* const face = japanese ? L"MS Gothic" : L"Consolas";
+  face_ = IsOutlineFace(face) ? face : nullptr;
+  ApplyFont();
+}
+
 void Win32ListBox::ApplyFont() {
-  ControlWindow::ApplyFont();
+  // The old font must outlive its use by the control.
+  const std::unique_ptr<MeasuredFont> old = std::move(fixedPitch_);
+  if (face_ != nullptr) fixedPitch_ = form_.Font().InFace(face_);
+  SetFont(Font());
   UINT stop = kTabStopUnits;
   Send(LB_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&stop));
 }
 
+const MeasuredFont& Win32ListBox::Font() const {
+  return fixedPitch_ != nullptr ? *fixedPitch_ : form_.Font();
+}
+
 Size Win32ListBox::SizeFor(const std::wstring& caption) const {
-  return {
-      form_.Font().TabbedTextWidth(caption, kTabStopUnits) + form_.Scaled(12) + form_.Metric(SM_CXVSCROLL),
-      form_.LineHeight() + form_.Scaled(6) + form_.Metric(SM_CYHSCROLL)};
+  return {Font().TabbedTextWidth(caption, kTabStopUnits) + form_.Scaled(12) + form_.Metric(SM_CXVSCROLL),
+          Font().LineHeight() + form_.Scaled(6) + form_.Metric(SM_CYHSCROLL)};
 }
 
 int Win32ListBox::Count() const { return static_cast<int>(std::max<LRESULT>(0, Send(LB_GETCOUNT))); }

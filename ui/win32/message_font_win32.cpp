@@ -21,7 +21,26 @@ Function* FindInUser32(const char* name) {
       reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), name)));
 }
 
+int CALLBACK RememberOutline(const LOGFONTW*, const TEXTMETRICW*, DWORD type, LPARAM found) noexcept {
+  if ((type & TRUETYPE_FONTTYPE) == 0) return TRUE;
+  *reinterpret_cast<bool*>(found) = true;
+  return FALSE;
+}
+
+void SetFace(LOGFONTW& font, const wchar_t* face) { std::wcsncpy(font.lfFaceName, face, LF_FACESIZE - 1); }
+
 }  // namespace
+
+bool IsOutlineFace(const wchar_t* face) {
+  LOGFONTW wanted{};
+  wanted.lfCharSet = DEFAULT_CHARSET;
+  SetFace(wanted, face);
+  bool found = false;
+  HDC screen = GetDC(nullptr);
+  EnumFontFamiliesExW(screen, &wanted, &RememberOutline, reinterpret_cast<LPARAM>(&found), 0);
+  ReleaseDC(nullptr, screen);
+  return found;
+}
 
 Scaling::Scaling()
     : getDpiForWindow_(FindInUser32<GetDpiForWindowFunction>("GetDpiForWindow")),
@@ -82,6 +101,14 @@ MeasuredFont::~MeasuredFont() {
   SelectObject(dc_, replaced_);
   DeleteDC(dc_);
   DeleteObject(font_);
+}
+
+std::unique_ptr<MeasuredFont> MeasuredFont::InFace(const wchar_t* face) const {
+  LOGFONTW description = description_;
+  description.lfCharSet = DEFAULT_CHARSET;
+  description.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+  SetFace(description, face);
+  return std::make_unique<MeasuredFont>(description);
 }
 
 bool MeasuredFont::Matches(const LOGFONTW& description) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/windows_win32.h"
@@ -37,6 +38,9 @@ class Scaling {
   SetDpiChangeBehaviorFunction* setDialogControlDpiChangeBehavior_;
 };
 
+/// True when the system has the face as an outline font.
+bool IsOutlineFace(const wchar_t* face);
+
 /// A font and the sizes of texts in it, in pixels.
 class MeasuredFont {
  public:
@@ -44,6 +48,9 @@ class MeasuredFont {
   ~MeasuredFont();
   MeasuredFont(const MeasuredFont&) = delete;
   MeasuredFont& operator=(const MeasuredFont&) = delete;
+
+  /// The font with another face, of the same size and weight.
+  std::unique_ptr<MeasuredFont> InFace(const wchar_t* face) const;
 
   HFONT Handle() const { return font_; }
   bool Matches(const LOGFONTW& description) const;

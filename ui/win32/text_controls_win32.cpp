@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "platform/runtime_error.h"
 #include "ui/win32/common_controls_win32.h"
@@ -54,6 +55,33 @@ void DeleteWordBeforeCaret(HWND edit, bool password) {
     SendMessageW(edit, EM_SETSEL, start, static_cast<LPARAM>(end));
   }
   SendMessageW(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L""));
+}
+
+bool IsSpace(wchar_t letter) {
+  return letter == L' ' || letter == L'\t' || letter == L'\u00A0' || letter == L'\u3000';
+}
+
+/// The first line of the text, which is what an edit window pastes, without the spaces around it.
+std::wstring TrimmedLine(const std::wstring& text) {
+  size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
+  size_t start = 0;
+  while (start < end && IsSpace(text[start])) ++start;
+  while (start < end && IsSpace(text[end - 1])) --end;
+  return text.substr(start, end - start);
+}
+
+/// The text on the clipboard; empty when there is none or another program holds the clipboard.
+std::wstring ClipboardText(HWND window) {
+  std::wstring text;
+  if (!OpenClipboard(window)) return text;
+  HANDLE data = GetClipboardData(CF_UNICODETEXT);
+  if (const auto* letters = data == nullptr ? nullptr : static_cast<const wchar_t*>(GlobalLock(data))) {
+    const size_t capacity = GlobalSize(data) / sizeof *letters;
+    text.assign(letters, std::find(letters, letters + capacity, L'\0'));
+    GlobalUnlock(data);
+  }
+  CloseClipboard();
+  return text;
 }
 
 }  // namespace
@@ -194,9 +222,18 @@ void Win32ComboBox::AcceptListEntry() {
   if (index >= 0) Send(CB_SETCURSEL, static_cast<WPARAM>(index));
 }
 
+void Win32ComboBox::Paste() {
+  const std::wstring text = TrimmedLine(ClipboardText(SubclassedWindow()));
+  if (text.empty())
+    CallOriginal(WM_PASTE, 0, 0);
+  else
+    SendMessageW(SubclassedWindow(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
 LRESULT Win32ComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_KEYDOWN:
+      decimalKeyDown_ = wParam == VK_DECIMAL;
       // The open list handles keys itself, but Enter accepts its entry and then also raises onKeyDown.
       if (IsListOpen() && wParam == VK_RETURN) AcceptListEntry();
       if (!IsListOpen()) Raise(onKeyDown, static_cast<int16_t>(wParam), HeldShiftStates());
@@ -210,8 +247,13 @@ LRESULT Win32ComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         RunHandler(form_, [this] { DeleteWordBeforeCaret(SubclassedWindow(), false); });
         return 0;
       }
+      // On many keyboard layouts the key types a comma, with which no address can be entered.
+      if (std::exchange(decimalKeyDown_, false)) wParam = L'.';
       if (!PassesFilter(form_, onKeyPress, wParam)) return 0;
       break;
+    case WM_PASTE:
+      RunHandler(form_, [this] { Paste(); });
+      return 0;
   }
   return CallOriginal(message, wParam, lParam);
 }

@@ -7,6 +7,9 @@
 
 namespace tarvik::ui {
 
+/// A tool tip window without tools, which the caller destroys; null when it cannot be created.
+HWND CreateToolTipWindow();
+
 /// The tool tip of one control. Its window is created when the pointer first moves over the control.
 class ToolTip {
  public:

@@ -199,6 +199,7 @@ int main() {
   AddListCommands();
   AddInputCommands();
   AddMenuCommands();
+  AddStatusBarCommands();
   AddSystemCommands();
   const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
   const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);

@@ -49,6 +49,7 @@ void AddWindowCommands();
 void AddListCommands();
 void AddInputCommands();
 void AddMenuCommands();
+void AddStatusBarCommands();
 void AddSystemCommands();
 
 /// Polls until the condition holds. Throws CommandError("timed out: " + what) after `timeOutMs`.

@@ -16,12 +16,12 @@ struct KeyName {
   WORD key;
 };
 constexpr KeyName kKeyNames[] = {
-    {L"Tab", VK_TAB},      {L"Enter", VK_RETURN},  {L"Esc", VK_ESCAPE},  {L"Space", VK_SPACE},
-    {L"Back", VK_BACK},    {L"Delete", VK_DELETE}, {L"Up", VK_UP},       {L"Down", VK_DOWN},
-    {L"Left", VK_LEFT},    {L"Right", VK_RIGHT},   {L"Home", VK_HOME},   {L"End", VK_END},
-    {L"PageUp", VK_PRIOR}, {L"PageDown", VK_NEXT}, {L"Shift", VK_SHIFT}, {L"Ctrl", VK_CONTROL},
-    {L"Alt", VK_MENU},     {L"F4", VK_F4},         {L"F6", VK_F6},       {L"F10", VK_F10},
-    {L"F24", VK_F24},
+    {L"Tab", VK_TAB},      {L"Enter", VK_RETURN},    {L"Esc", VK_ESCAPE},  {L"Space", VK_SPACE},
+    {L"Back", VK_BACK},    {L"Delete", VK_DELETE},   {L"Up", VK_UP},       {L"Down", VK_DOWN},
+    {L"Left", VK_LEFT},    {L"Right", VK_RIGHT},     {L"Home", VK_HOME},   {L"End", VK_END},
+    {L"PageUp", VK_PRIOR}, {L"PageDown", VK_NEXT},   {L"Shift", VK_SHIFT}, {L"Ctrl", VK_CONTROL},
+    {L"Alt", VK_MENU},     {L"F4", VK_F4},           {L"F6", VK_F6},       {L"F10", VK_F10},
+    {L"F24", VK_F24},      {L"Decimal", VK_DECIMAL},
 };
 
 /// The keys of a combination such as "Shift+Tab" or "Alt+P", in the order of pressing.
