@@ -84,6 +84,10 @@ enum ControlId : int {
   ID_cmdRead = 3109,
   ID_cmdStop = 3110,
   ID_cmdClose = 3111,
+
+  // Form1: the answer
+  ID_lblAnswer = 1701,
+  ID_sbrRungs = 1702,
 };
 
 }  // namespace tarvik

@@ -23,11 +23,11 @@ constexpr float kTwipsPerInch = 1440;
 
 Form1::Form1(Dependencies dependencies)
     : deps_(std::move(dependencies)),
-      controls_(deps_.form),
+      controls_(deps_.form, deps_.familyEdition),
       resultView_(controls_.lstResult),
       results_(resultView_),
       resource_(deps_.files, deps_.system, deps_.codePage) {
-  const ui::Size design = LayOutForm1(deps_.form, controls_);
+  const ui::Size design = LayOutForm1(deps_.form, controls_, deps_.familyEdition);
   deps_.form.SetMinimumWindowSize(design);
   deps_.form.SetWindowSize(design);
   WireEvents();
@@ -92,16 +92,15 @@ void Form1::Form_Resize() {
     deps_.form.SetWindowSize({window.width, minimum.height});
     return;
   }
-  ui::Rect list = controls_.lstResult.Bounds();
-  list.width = window.width - (minimum.width - Pixels(initialListWidth_));
-  list.height = window.height - (minimum.height - Pixels(initialListHeight_));
-  controls_.lstResult.SetBounds(list);
+  ResizeResultList(deps_.form, controls_,
+                   {window.width - (minimum.width - Pixels(initialListWidth_)),
+                    window.height - (minimum.height - Pixels(initialListHeight_))});
 }
 
 void Form1::UpdateLayout() {
   const ui::Size window = deps_.form.WindowSize();
   const ui::Size minimum{Pixels(initialWindowWidth_), Pixels(initialWindowHeight_)};
-  const ui::Size design = LayOutForm1(deps_.form, controls_);
+  const ui::Size design = LayOutForm1(deps_.form, controls_, deps_.familyEdition);
   RecordInitialSizes(design);
   deps_.form.SetMinimumWindowSize(design);
   // A dimension at its minimum follows the new design size; one that the user has enlarged only grows.

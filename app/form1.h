@@ -24,6 +24,12 @@
 
 namespace tarvik {
 
+/// The timers of the main window (ui::Form::StartTimer).
+enum Form1Timer : int {
+  kCopiedTimer,   ///< ends the sentence that reports a copy
+  kLongRunTimer,  ///< a run takes long enough to be shown on the taskbar
+};
+
 /// The main window: its controls, event handlers and state. Owns the secondary windows.
 class Form1 {
  public:
@@ -100,6 +106,10 @@ class Form1 {
   /// stop would start the next test.
   bool RunThenDrainEvents(const std::function<bool()>& test);
 
+  /// Calls `run`. While it takes long the taskbar shows it, and after a failure the taskbar shows that until
+  /// the window is active. A run inside another does not show itself.
+  bool ShowOnTaskbar(const std::function<bool()>& run);
+
   void WireEvents();
   /// True disables this window and shows the hourglass over every window of the program; false undoes both.
   void SetBusy(bool busy);
@@ -123,6 +133,9 @@ class Form1 {
   void OpenIcmp();
   void ReadCommandLine();
   void LoadCaptions();
+  bool TextsAreJapanese() const;
+  /// Fills the fields of the status bar with the names of the rungs, none of them tested.
+  void ShowRungNames();
   void CheckModules();
   /// Hides the two K7 pages in family mode; otherwise does nothing.
   void SwitchK7PagesOff();
@@ -182,6 +195,7 @@ class Form1 {
   std::wstring versionReport_;  ///< empty until the about box is first opened
   std::unique_ptr<frmAbout> about_;
   Boolean16 k7ApiBusy_;
+  bool shownOnTaskbar_ = false;     ///< a run is inside ShowOnTaskbar
   bool changingService_ = false;    ///< Start or Stop is active
   bool queryingService_ = false;    ///< Debug or a status query is active
   std::unique_ptr<SvcUtl> svcUtl_;  ///< null in the family edition

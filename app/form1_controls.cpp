@@ -3,11 +3,12 @@
 #include "app/form1_controls.h"
 
 #include "app/control_ids.h"
+#include "app/rung_names.h"
 #include "resources/messages.h"
 
 namespace tarvik {
 
-Form1Controls::Form1Controls(ui::Form& form)
+Form1Controls::Form1Controls(ui::Form& form, bool familyEdition)
     : mnuHelp(form.AddMenu(ID_mnuHelp, Message::HelpMenu)),
       mnuHelpSub(form.AddMenuCommand(ID_mnuHelpSub, mnuHelp, Message::AboutCommand)),
       mnuPMC(form.AddMenuCommand(ID_mnuPMC, mnuHelp, Message::PmcCommand)),
@@ -51,7 +52,10 @@ Form1Controls::Form1Controls(ui::Form& form)
       cmdAllFtpTest(form.AddButton(ID_cmdAllFtpTest, kFtpPage, Message::AllFtpTestButton)),
 
       lblResult(form.AddLabel(ID_lblResult, ui::kNoPage, Message::ResultLabel)),
-      lstResult(form.AddListBox(ID_lstResult, ui::kNoPage, L"Double click for copy to clipboard")) {
+      lstResult(form.AddListBox(ID_lstResult, ui::kNoPage, L"Double click for copy to clipboard")),
+
+      lblAnswer(form.AddLiveLabel(ID_lblAnswer)),
+      sbrRungs(form.AddStatusBar(ID_sbrRungs, static_cast<int>(RungNames(familyEdition).size()))) {
   form.SetCaption(RowOf(Message::WindowCaption).english);
   cmdGetInfo.SetCaption(L"&GetNcInfo");
   txtPingReqCount.SetText(L"4");

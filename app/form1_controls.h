@@ -10,7 +10,7 @@ enum Page : int { kPingPage, kNexalPage, kK7ApiPage, kK7SvcPage, kFtpPage, kPage
 /// Every control and menu command of the main window, created in tab order. Captions are the built-in English
 /// ones until LoadCaptions replaces them.
 struct Form1Controls {
-  explicit Form1Controls(ui::Form& form);
+  Form1Controls(ui::Form& form, bool familyEdition);
 
   ui::MenuItem& mnuHelp;
   ui::MenuItem& mnuHelpSub;
@@ -55,6 +55,9 @@ struct Form1Controls {
 
   ui::Label& lblResult;
   ui::ListBox& lstResult;
+
+  ui::Label& lblAnswer;     ///< right of lblResult: what the last run means
+  ui::StatusBar& sbrRungs;  ///< one field per rung of this edition
 };
 
 }  // namespace tarvik

@@ -50,7 +50,7 @@ bool Form1::RunWithStopButton(const std::function<bool()>& test) {
       // An exception that left this guard would end the program.
     }
   });
-  return test();
+  return ShowOnTaskbar(test);
 }
 
 void Form1::cmdK7Api_Click() {

@@ -1,12 +1,15 @@
-// The main window's layout: address, pages, result list, from top to bottom. Every size comes from measured
-// texts and the line height, so it fits any language and scaling.
+// The main window's layout: address, pages, answer, result list, status bar, from top to bottom. Every size
+// comes from measured texts and the line height, so it fits any language and scaling.
 
 #include "app/form1_layout.h"
 
 #include <algorithm>
 #include <array>
+#include <numeric>
+#include <string>
 #include <utility>
 
+#include "app/rung_names.h"
 #include "ui/form_layout.h"
 
 namespace tarvik {
@@ -19,6 +22,8 @@ using ui::Sized;
 
 /// Design height of the result list, and minimum width of its column, in line heights.
 constexpr int kResultLines = 16;
+/// On a screen where fewer would be visible, the list gets the place of the status bar.
+constexpr int kMinResultLines = 10;
 constexpr int kMinWidthInLines = 36;
 
 /// One page: fields on the left, buttons on the right.
@@ -62,9 +67,21 @@ std::array<BoxPtr, kPageCount> Pages(const ui::Spacing& spacing, Form1Controls& 
   return pages;
 }
 
+/// The widths in which the fields of the status bar show every mark in both languages.
+std::vector<int> FieldWidths(const ui::StatusBar& bar, bool familyEdition) {
+  const auto widthOf = [&bar](const wchar_t* name, const wchar_t* mark) {
+    return bar.SizeFor(std::wstring(name) + mark).width;
+  };
+  std::vector<int> widths;
+  for (const RungName& name : RungNames(familyEdition))
+    widths.push_back(
+        std::max(widthOf(name.english, kWidestMark.english), widthOf(name.japanese, kWidestMark.japanese)));
+  return widths;
+}
+
 }  // namespace
 
-ui::Size LayOutForm1(ui::Form& form, Form1Controls& c) {
+ui::Size LayOutForm1(ui::Form& form, Form1Controls& c, bool familyEdition) {
   const int line = form.LineHeight();
   const ui::Spacing spacing = ui::SpacingOf(form);
   const int margin = spacing.margin;
@@ -81,6 +98,12 @@ ui::Size LayOutForm1(ui::Form& form, Form1Controls& c) {
     width = std::max(width, size.width + frame.width + 2 * margin);
     pageHeight = std::max(pageHeight, size.height);
   }
+  std::vector<int> fields = FieldWidths(c.sbrRungs, familyEdition);
+  const int bar = std::accumulate(fields.begin(), fields.end(), c.sbrRungs.GripWidth());
+  width = std::max(width, bar - 2 * margin);
+  const int spare = (width + 2 * margin - bar) / static_cast<int>(fields.size());
+  for (int& field : fields) field += spare;
+  c.sbrRungs.SetFieldWidths(fields);
 
   int y = margin;
   const auto next = [&y](int height, int gap) {
@@ -96,10 +119,32 @@ ui::Size LayOutForm1(ui::Form& form, Form1Controls& c) {
     page->Place({margin, margin, width - frame.width - 2 * margin, page->Measure().height});
   const BoxPtr result = Captioned(c.lblResult);
   const ui::Size resultSize = result->Measure();
-  result->Place({margin, next(resultSize.height, spacing.gap), resultSize.width, resultSize.height});
-  const int listHeight = ui::ListHeightFor(form, kResultLines * line, y + margin);
+  const int resultTop = next(resultSize.height, spacing.gap);
+  result->Place({margin, resultTop, resultSize.width, resultSize.height});
+  const int answerX = margin + resultSize.width + spacing.gap;
+  c.lblAnswer.SetBounds({answerX, resultTop, margin + width - answerX, resultSize.height});
+
+  const int barHeight = c.sbrRungs.SizeFor(L"").height;
+  int listHeight = ui::ListHeightFor(form, kResultLines * line, y + margin + barHeight);
+  const bool barFits = listHeight >= (kMinResultLines - 1) * line + c.lstResult.SizeFor(L"").height;
+  if (!barFits) listHeight = ui::ListHeightFor(form, kResultLines * line, y + margin);
   c.lstResult.SetBounds({margin, next(listHeight, margin), width, listHeight});
+  c.sbrRungs.SetVisible(barFits);
+  c.sbrRungs.SetBounds({0, y, width + 2 * margin, barHeight});
+  if (barFits) y += barHeight;
   return ui::MinWindowSizeFor(form, {width + 2 * margin, y});
+}
+
+void ResizeResultList(ui::Form& form, Form1Controls& c, ui::Size size) {
+  const ui::Rect list = c.lstResult.Bounds();
+  const ui::Size client = form.ClientSize();
+  const int barHeight = c.sbrRungs.Bounds().height;
+  // First, so that a list that grows does not cover it.
+  c.sbrRungs.SetBounds({0, client.height - barHeight, client.width, barHeight});
+  c.lstResult.SetBounds({list.x, list.y, size.width, size.height});
+  ui::Rect answer = c.lblAnswer.Bounds();
+  answer.width = list.x + size.width - answer.x;
+  c.lblAnswer.SetBounds(answer);
 }
 
 }  // namespace tarvik

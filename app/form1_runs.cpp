@@ -10,6 +10,11 @@
 #include "ui/hourglass.h"
 
 namespace tarvik {
+namespace {
+
+constexpr int kLongRunMs = 10000;
+
+}  // namespace
 
 bool Form1::RunOutermost(const std::function<bool()>& routine) {
   if (deps_.flags.busy) {
@@ -30,7 +35,23 @@ bool Form1::RunOutermost(const std::function<bool()>& routine) {
   });
   controls_.cmdPing.SetCaption(texts_.GetOrEmpty(Message::StopButton));
   controls_.cmdPing.causesValidation = false;
-  return RunThenDrainEvents(routine);
+  return ShowOnTaskbar([&] { return RunThenDrainEvents(routine); });
+}
+
+bool Form1::ShowOnTaskbar(const std::function<bool()>& run) {
+  if (shownOnTaskbar_) return run();
+  shownOnTaskbar_ = true;
+  deps_.form.StartTimer(kLongRunTimer, kLongRunMs,
+                        [this] { deps_.form.SetTaskbarState(ui::TaskbarState::Running); });
+  bool passed = false;
+  const ScopeGuard end([&] {
+    shownOnTaskbar_ = false;
+    deps_.form.StopTimer(kLongRunTimer);
+    const bool failed = !passed && !deps_.flags.stopRequested;
+    deps_.form.SetTaskbarState(failed ? ui::TaskbarState::Failed : ui::TaskbarState::None);
+  });
+  passed = run();
+  return passed;
 }
 
 bool Form1::RunThenDrainEvents(const std::function<bool()>& test) {

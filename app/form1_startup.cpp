@@ -74,6 +74,10 @@ void Form1::UseProgramFolderAndWindowsLanguage() {
   languageId_ = deps_.windowsLanguage == kJapanese ? kJapanese : kEnglish;
 }
 
+bool Form1::TextsAreJapanese() const {
+  return languageMode_ == kLanguageFile ? languageId_ == kJapanese : languageMode_ == kBuiltInJapanese;
+}
+
 void Form1::ReadConfiguration() {
   if (!productFamily_) {
     UseProgramFolderAndWindowsLanguage();

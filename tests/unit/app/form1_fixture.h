@@ -45,6 +45,7 @@ class Form1Test : public testing::Test, protected FakeProgram {
   void Construct(const std::wstring& commandLine = L"", bool familyEdition = true) {
     pump.onEvents = [this] {
       pump.stop = flags.stopRequested;
+      form.PassTime(static_cast<int>(pump.now - std::exchange(formTime_, pump.now)));
       DeliverQueued();
       if (onEvents) onEvents();
       pump.stop = flags.stopRequested;
@@ -92,6 +93,7 @@ class Form1Test : public testing::Test, protected FakeProgram {
  private:
   std::vector<std::weak_ptr<int>> formTokens_;  ///< one for each secondary window
   std::function<void()> queued_;
+  uint64_t formTime_ = 0;  ///< the pump's clock when the window's timers last ran
 };
 
 }  // namespace tarvik::test
