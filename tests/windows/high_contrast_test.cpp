@@ -47,15 +47,15 @@ class HighContrast : public WindowsTest<HighContrast> {
 TEST_F(HighContrast, Backgrounds_and_texts_have_the_colours_of_the_scheme) {
   const WindowUnderTest window = Start();
   window.BringToForeground();
-  for (const int id :
-       {ID_lblIPAddr, ID_cmbIPAddr, ID_lblPingReqCount, ID_txtPingReqCount, ID_cmdPing, ID_lstResult}) {
+  for (const int id : {ID_lblIPAddr, ID_cmbIPAddr, ID_lblPingReqCount, ID_txtPingReqCount, ID_cmdPing,
+                       ID_lstResult, ID_sbrRungs}) {
     SCOPED_TRACE(id);
     const ScreenRect part = window.ClientRect(id);
     ASSERT_TRUE(WaitUntil(kSoon, [&] { return !ColoursOf(part).empty(); }));
     const std::vector<std::string> colours = ColoursOf(part);
     EXPECT_EQ(colours.front(), "#000000");
   }
-  for (const int id : {ID_lblIPAddr, ID_lblPingReqCount, ID_cmdPing, ID_lstResult}) {
+  for (const int id : {ID_lblIPAddr, ID_lblPingReqCount, ID_cmdPing, ID_lstResult, ID_sbrRungs}) {
     SCOPED_TRACE(id);
     EXPECT_TRUE(Holds(ColoursOf(window.ClientRect(id)), "#FFFF00"));
   }

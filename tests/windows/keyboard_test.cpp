@@ -47,6 +47,32 @@ TEST_F(Keyboard, Pasted_text_is_not_filtered) {
   window.WaitForText(ID_cmbIPAddr, "a_b c");
 }
 
+TEST_F(Keyboard, Spaces_around_a_pasted_address_are_dropped) {
+  const WindowUnderTest window = Start();
+  for (const char* const text :
+       {"  192.168.1.100 ", "\t192.168.1.100\r\n", "\u3000192.168.1.100\u00A0\r\nsecond"}) {
+    SCOPED_TRACE(text);
+    window.SetText(ID_cmbIPAddr, "");
+    Pc().SetClipboardText(text);
+    window.SetFocus(ID_cmbIPAddr);
+    window.Press("Ctrl+V");
+    window.WaitForText(ID_cmbIPAddr, "192.168.1.100");
+  }
+}
+
+TEST_F(Keyboard, A_pasted_address_replaces_the_selection_only) {
+  const WindowUnderTest window = Start();
+  window.SetText(ID_cmbIPAddr, "old");
+  Pc().SetClipboardText(" cnc ");
+  window.SetFocus(ID_cmbIPAddr);
+  window.Press("End");
+  window.Press("Ctrl+V");
+  window.WaitForText(ID_cmbIPAddr, "oldcnc");
+  window.Press("Ctrl+A");
+  window.Press("Ctrl+V");
+  window.WaitForText(ID_cmbIPAddr, "cnc");
+}
+
 TEST_F(Keyboard, A_full_field_rejects_typing_over_its_selection_but_accepts_backspace) {
   const WindowUnderTest window = Start();
   window.SelectTab(ID_tabMode, 1);

@@ -24,7 +24,7 @@ bool Overlap(const ScreenRect& a, const ScreenRect& b) {
 
 bool OnEveryPage(int id) {
   return id == ID_lblIPAddr || id == ID_cmbIPAddr || id == ID_tabMode || id == ID_lblResult ||
-         id == ID_lstResult;
+         id == ID_lstResult || id == ID_lblAnswer || id == ID_sbrRungs;
 }
 
 /// The visible controls of known classes, in Tab order.
@@ -33,7 +33,8 @@ std::vector<Control> VisibleControls(const WindowUnderTest& window) {
   for (const Control& control : window.Controls()) {
     const bool known = control.windowClass == "Static" || control.windowClass == "Edit" ||
                        control.windowClass == "Button" || control.windowClass == "ComboBox" ||
-                       control.windowClass == "ListBox" || control.windowClass == "SysTabControl32";
+                       control.windowClass == "ListBox" || control.windowClass == "SysTabControl32" ||
+                       control.windowClass == "msctls_statusbar32";
     if (control.visible && known && control.id > 0) controls.push_back(control);
   }
   return controls;
@@ -71,7 +72,22 @@ void ExpectWholePage(const WindowUnderTest& window, int dpi) {
   }
 }
 
+/// Every field of the status bar is inside it, left of the sizing grip, and has room for its longest text.
+void ExpectWholeStatusBar(const WindowUnderTest& window, int dpi) {
+  const ScreenRect bar = window.Rect(ID_sbrRungs);
+  for (const auto& [text, rect] : window.StatusFields(ID_sbrRungs)) {
+    SCOPED_TRACE(text);
+    EXPECT_LE(rect.left + rect.width, bar.width - 12 * dpi / 96);
+    EXPECT_LE(rect.top + rect.height, bar.height);
+    const std::string name = text.substr(0, text.find(' '));
+    for (const char* const mark : {" FAIL", " ×"})
+      EXPECT_GE(rect.width, window.WidthOfLine(ID_sbrRungs, name + mark, 1) + 6 * dpi / 96);
+    EXPECT_GE(rect.height, window.NeededFor(ID_lblResult).height);
+  }
+}
+
 void ExpectWholeWindow(const WindowUnderTest& window, int dpi) {
+  ExpectWholeStatusBar(window, dpi);
   EXPECT_TRUE(Inside(window.Rect(0), kScreen));
   const auto pages = static_cast<int>(window.StateOfTabs(ID_tabMode).captions.size());
   EXPECT_GE(pages, 3);
