@@ -100,6 +100,7 @@ void WindowUnderTest::WaitForFocus(int id, milliseconds timeOut) const {
 
 void WindowUnderTest::SetFocus(int id) const { Ask("set_focus", id); }
 void WindowUnderTest::Type(int id, const std::string& characters) const { Ask("type", id, {characters}); }
+void WindowUnderTest::TypeDecimalComma(int id) const { Ask("decimal_comma", id); }
 void WindowUnderTest::Press(const std::string& keys) const { AskWindow("keys", {keys}); }
 void WindowUnderTest::Click(int id, const std::string& modifiers) const { Ask("click", id, {modifiers}); }
 void WindowUnderTest::DoubleClick(int id) const { Ask("double_click", id); }

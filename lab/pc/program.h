@@ -84,6 +84,9 @@ class WindowUnderTest {
 
   /// Focuses the control and types characters as a keyboard does. Returns when the program has handled them.
   void Type(int id, const std::string& characters) const;
+  /// Focuses the control and sends what the keypad's decimal key sends on a keyboard where it is a comma. On
+  /// the PC's keyboard the key must not be a dot, or both are typed.
+  void TypeDecimalComma(int id) const;
   /// Presses a key combination such as "Shift+Tab", "Alt+P", "Enter", "Esc".
   void Press(const std::string& keys) const;
   /// Clicks the centre of the control by posted messages. With modifiers ("Ctrl+Alt") it is real input: the

@@ -36,8 +36,11 @@ TEST_F(AnswerArea, The_tool_tip_of_a_field_has_its_whole_text) {
   const WindowUnderTest window = Start();
   window.BringToForeground();
   window.Hover(ID_sbrRungs);
-  EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.ToolTipOfField(ID_sbrRungs, 0) == "Name: not tested"; }));
-  EXPECT_EQ(window.ToolTipOfField(ID_sbrRungs, 5), "FTP: not tested");
+  const auto beginsWith = [&](int field, const std::string& name) {
+    return window.ToolTipOfField(ID_sbrRungs, field).rfind(name + ": ", 0) == 0;
+  };
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return beginsWith(0, "Name"); }));
+  EXPECT_TRUE(beginsWith(5, "FTP"));
 }
 
 TEST_F(AnswerArea, It_keeps_its_place_when_the_window_is_resized) {
@@ -100,26 +103,22 @@ TEST_F(ListFace, Is_MS_Gothic_for_Japanese_texts) {
   ExpectPitch(WindowsLanguage::Japanese, "MS Gothic", "IPAGothic", "-LOCALEID 1041 -X 0", true);
 }
 
-/// A PC with a German keyboard, whose keypad types a comma.
+/// A PC with a German keyboard. Wine itself types nothing with the decimal key of its keypad.
 class GermanKeypad : public WindowsTest<GermanKeypad> {
  public:
-  static void PreparePc(WindowsPc& pc) {
-    RunOrThrow({"setxkbmap", "-display", pc.Screen().Display(), "de"}, {});
-  }
+  static void PreparePc(WindowsPc& pc) { RunOrThrow({"setxkbmap", "-display", pc.Screen().Display(), "de"}); }
 };
 
-TEST_F(GermanKeypad, Types_a_dot_into_the_address) {
+TEST_F(GermanKeypad, Types_a_dot_into_the_address_and_a_comma_elsewhere) {
   const WindowUnderTest window = Start();
-  window.SetFocus(ID_txtPingReqCount);
+  window.SetText(ID_cmbIPAddr, "");
+  window.Type(ID_cmbIPAddr, "1");
+  window.TypeDecimalComma(ID_cmbIPAddr);
+  window.Type(ID_cmbIPAddr, "2,3");
+  EXPECT_EQ(window.Text(ID_cmbIPAddr), "1.23");
   window.SetText(ID_txtPingReqCount, "");
-  window.Press("Decimal");
-  window.WaitForText(ID_txtPingReqCount, ",");
-  window.SetText(ID_txtPingReqCount, "4");
-  window.SetFocus(ID_cmbIPAddr);
-  window.Press("1");
-  window.Press("Decimal");
-  window.Press("2");
-  window.WaitForText(ID_cmbIPAddr, "1.2");
+  window.TypeDecimalComma(ID_txtPingReqCount);
+  EXPECT_EQ(window.Text(ID_txtPingReqCount), ",");
 }
 
 }  // namespace

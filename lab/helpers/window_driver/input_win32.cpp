@@ -16,12 +16,12 @@ struct KeyName {
   WORD key;
 };
 constexpr KeyName kKeyNames[] = {
-    {L"Tab", VK_TAB},      {L"Enter", VK_RETURN},    {L"Esc", VK_ESCAPE},  {L"Space", VK_SPACE},
-    {L"Back", VK_BACK},    {L"Delete", VK_DELETE},   {L"Up", VK_UP},       {L"Down", VK_DOWN},
-    {L"Left", VK_LEFT},    {L"Right", VK_RIGHT},     {L"Home", VK_HOME},   {L"End", VK_END},
-    {L"PageUp", VK_PRIOR}, {L"PageDown", VK_NEXT},   {L"Shift", VK_SHIFT}, {L"Ctrl", VK_CONTROL},
-    {L"Alt", VK_MENU},     {L"F4", VK_F4},           {L"F6", VK_F6},       {L"F10", VK_F10},
-    {L"F24", VK_F24},      {L"Decimal", VK_DECIMAL},
+    {L"Tab", VK_TAB},      {L"Enter", VK_RETURN},  {L"Esc", VK_ESCAPE},  {L"Space", VK_SPACE},
+    {L"Back", VK_BACK},    {L"Delete", VK_DELETE}, {L"Up", VK_UP},       {L"Down", VK_DOWN},
+    {L"Left", VK_LEFT},    {L"Right", VK_RIGHT},   {L"Home", VK_HOME},   {L"End", VK_END},
+    {L"PageUp", VK_PRIOR}, {L"PageDown", VK_NEXT}, {L"Shift", VK_SHIFT}, {L"Ctrl", VK_CONTROL},
+    {L"Alt", VK_MENU},     {L"F4", VK_F4},         {L"F6", VK_F6},       {L"F10", VK_F10},
+    {L"F24", VK_F24},
 };
 
 /// The keys of a combination such as "Shift+Tab" or "Alt+P", in the order of pressing.
@@ -148,18 +148,35 @@ void GiveFocus(HWND control) {
   ::SetFocus(control);
 }
 
-/// type <window> <id> <characters>
-Fields Type(const Arguments& arguments) {
-  const HWND control = arguments.Control(0);
+/// Focuses the control and returns the window that has the focus then: a combo box's is in the edit field
+/// inside it, which receives the characters.
+HWND Focused(HWND control) {
   GiveFocus(control);
-  // A combo box's focus is in the edit field inside it, which receives the characters.
   GUITHREADINFO information{};
   information.cbSize = sizeof information;
   GetGUIThreadInfo(GetWindowThreadProcessId(control, nullptr), &information);
   const HWND focused = information.hwndFocus;
   if (focused != control && !IsChild(control, focused))
     throw CommandError("the control did not get the focus");
+  return focused;
+}
+
+/// type <window> <id> <characters>
+Fields Type(const Arguments& arguments) {
+  const HWND control = arguments.Control(0);
+  const HWND focused = Focused(control);
   for (const wchar_t character : arguments.Text(2)) PostMessageW(focused, WM_CHAR, character, 1);
+  Settle(control, kInputTimeOutMs);
+  return {};
+}
+
+/// decimal_comma <window> <id>: the messages of the keypad's decimal key on a keyboard where it is a comma
+Fields DecimalComma(const Arguments& arguments) {
+  const HWND control = arguments.Control(0);
+  const HWND focused = Focused(control);
+  PostMessageW(focused, WM_KEYDOWN, VK_DECIMAL, 0x530001);
+  PostMessageW(focused, WM_CHAR, L',', 0x530001);
+  PostMessageW(focused, WM_KEYUP, VK_DECIMAL, static_cast<LPARAM>(0xC0530001));
   Settle(control, kInputTimeOutMs);
   return {};
 }
@@ -252,6 +269,7 @@ void PostClick(HWND control, POINT point) {
 
 void AddInputCommands() {
   AddCommand("type", Type);
+  AddCommand("decimal_comma", DecimalComma);
   AddCommand("keys", Keys);
   AddCommand("click", Click);
   AddCommand("double_click", DoubleClick);
