@@ -18,6 +18,7 @@
 #include "k7/services_file.h"
 #include "k7/svc_utl.h"
 #include "report/check_context.h"
+#include "report/recorded_boxes.h"
 #include "resources/messages.h"
 #include "resources/resource.h"
 #include "ui/result_list_view.h"
@@ -186,7 +187,9 @@ class Form1 {
   std::wstring commonDataFolder_;
   Resource resource_;
   Texts texts_{languageMode_, resource_};
-  report::CheckContext context_{results_, deps_.form.Boxes(), texts_, deps_.pump};
+  report::RunRecorder recorder_{deps_.pump};
+  report::RecordedBoxes boxes_{deps_.form.Boxes(), recorder_};
+  report::CheckContext context_{results_, boxes_, texts_, deps_.pump, recorder_};
   CommandLineValues commandLine_;
   IcmpLibrary::Handle icmpHandle_ = 0;
   MissingModules missing_;

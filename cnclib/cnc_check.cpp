@@ -21,10 +21,24 @@ bool CountsAsZero(const std::wstring& accessCode) {
   return digits.find_first_not_of(L'0') == std::wstring_view::npos;
 }
 
+/// Makes one call of the library and records it. `context.recorder` first shows that it may block.
+template <typename Call>
+int16_t Recorded(const report::CheckContext& context, report::CncCall which, Call call) {
+  report::CncFacts& facts = context.recorder.run.facts.cnc;
+  facts.call = which;
+  facts.result = 0;
+  context.recorder.Changed();
+  const uint64_t begin = context.recorder.Milliseconds();
+  facts.result = call();
+  facts.callMs = static_cast<uint32_t>(context.recorder.Milliseconds() - begin);
+  return facts.result;
+}
+
 bool Connect(const report::CheckContext& context, CncConnection& connection, const std::wstring& accessCode) {
-  int16_t result = connection.Open();
+  int16_t result = Recorded(context, report::CncCall::Connect, [&] { return connection.Open(); });
   if (result == CncLibrary::kAccessCodeRefused) {
-    result = connection.OpenWithCode(accessCode);
+    result = Recorded(context, report::CncCall::ConnectWithCode,
+                      [&] { return connection.OpenWithCode(accessCode); });
     if (result == CncLibrary::kAccessCodeRefused)
       context.boxes.Show(context.texts.FromFile(Message::AccessCodeWrong) + L"\r\n" +
                          context.texts.FromFile(Message::AccessCodeWrongHint));
@@ -44,17 +58,21 @@ bool CheckOption(const report::CheckContext& context, CncLibrary& library, CncLi
                  uint32_t& nxlibOptions) {
   int32_t reserved = 0;
   nxlibOptions = 0;  // the previous controller's options, in case the library does not set them
-  if (const int16_t result = library.nx_getoptions1(handle, reserved, nxlibOptions); result != 0) {
+  const int16_t result = Recorded(context, report::CncCall::Options,
+                                  [&] { return library.nx_getoptions1(handle, reserved, nxlibOptions); });
+  if (result != 0) {
     ReportFailure(context, Message::OptionCheckError, result);
     return false;
   }
   if ((nxlibOptions & kExtendedLibraries) != 0) return true;
+  context.recorder.run.facts.cnc.optionMissing = true;
   if (const auto text = context.texts.Get(Message::NoOption)) context.results.AddToList(*text);
   context.results.AddToList(L"");
   return false;
 }
 
-void ShowSystemInfo(report::ResultList& results, CodePage& codePage, const CncSystemInfo& info) {
+/// Returns the controller's type as listed.
+std::wstring ShowSystemInfo(report::ResultList& results, CodePage& codePage, const CncSystemInfo& info) {
   const auto text = [&codePage](const auto& field) {
     return codePage.FromAnsi(TrimNull(std::string_view(field, sizeof field)));
   };
@@ -69,16 +87,19 @@ void ShowSystemInfo(report::ResultList& results, CodePage& codePage, const CncSy
   results.AddToList(L"Version \t" + text(info.version_code));
   results.AddToList(L"Max Axes\t" + Decimal(info.max_axes));
   results.AddToList(L"Axes    \t" + text(info.axes_text));
+  return type;
 }
 
 bool ReadSystemInfo(const report::CheckContext& context, CncLibrary& library, CodePage& codePage,
                     CncLibrary::Handle handle) {
   CncSystemInfo info;
-  if (const int16_t result = library.nx_sysinfo(handle, info); result != 0) {
+  const int16_t result =
+      Recorded(context, report::CncCall::SystemInfo, [&] { return library.nx_sysinfo(handle, info); });
+  if (result != 0) {
     ReportFailure(context, Message::SystemInfoError, result);
     return false;
   }
-  ShowSystemInfo(context.results, codePage, info);
+  context.recorder.run.facts.cnc.type = ShowSystemInfo(context.results, codePage, info);
   return true;
 }
 
@@ -88,23 +109,40 @@ bool RunLibraryTest(const report::CheckContext& context, CncLibrary& library, Co
                     const std::function<void(bool busy)>& setBusy, const CncTarget& target,
                     const std::optional<std::wstring>& accessCode, bool nxlibMissing,
                     uint32_t& nxlibOptions) {
+  report::CncFacts& facts = context.recorder.run.facts.cnc;
+  facts = {};
+  facts.progress = report::Progress::Ended;
+  facts.libraryMissing = nxlibMissing;
   if (nxlibMissing) return true;
-  if (target.address.empty()) return false;
+  facts.addressMissing = target.address.empty();
+  if (facts.addressMissing) return false;
+  facts.codeGiven = accessCode.has_value();
   if (accessCode && CountsAsZero(*accessCode)) {
+    facts.codeMissing = true;
     context.boxes.Show(context.texts.FromFile(Message::AccessCodeMissing));
     return false;
   }
   setBusy(true);
   const ScopeGuard endBusy([&] { setBusy(false); });
+  facts.progress = report::Progress::Running;
+  facts.port = ParseInt16(target.port.text).value_or(0);
+  facts.timeOutSeconds = ParseInt16(target.timeOut.text).value_or(0);
+  context.recorder.Changed();
   context.results.AddToList(L"");
   context.results.AddToList(L"Get System Information test....");
   context.pump.LetEventsRun();
   // Connecting can block for the whole time-out, so this is the last chance to stop without a wait.
-  if (context.pump.StopRequested()) return false;
+  if (context.pump.StopRequested()) {
+    facts.progress = report::Progress::Stopped;
+    return false;
+  }
   CncConnection connection(library, codePage, target);
-  return Connect(context, connection, accessCode.value_or(kNoAccessCode)) &&
-         CheckOption(context, library, connection.Handle(), nxlibOptions) &&
-         ReadSystemInfo(context, library, codePage, connection.Handle());
+  const bool passed = Connect(context, connection, accessCode.value_or(kNoAccessCode)) &&
+                      CheckOption(context, library, connection.Handle(), nxlibOptions) &&
+                      ReadSystemInfo(context, library, codePage, connection.Handle());
+  facts.progress = report::Progress::Ended;
+  context.recorder.Changed();
+  return passed;
 }
 
 bool GetModelFromSysInfo(int16_t nAddinfo, std::wstring& sModel) {

@@ -20,6 +20,8 @@ class DirectoryListing {
   void BeginEnumFiles();
   /// Collects one entry; "." and ".." are skipped.
   void EnumFile(const FtpFile& file);
+  /// How many entries have been collected.
+  int32_t Entries() const { return static_cast<int32_t>(directories_.size() + files_.size()); }
   /// Adds one line for each entry.
   void EndEnumFile();
 

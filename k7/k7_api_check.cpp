@@ -60,7 +60,8 @@ class Test {
         codePage_(codePage),
         address_(address),
         host_(host),
-        session_(k7Api) {}
+        session_(k7Api),
+        facts_(context.recorder.run.facts.k7) {}
 
   /// Returns the message of the failure; nothing on success.
   std::optional<std::wstring> Run(const std::wstring& count, const std::wstring& countMessage);
@@ -69,7 +70,7 @@ class Test {
   bool Connect();
   std::optional<std::wstring> RunCycles(int32_t count);
   bool PauseIsStopped();
-  std::wstring Failed(const wchar_t* call);
+  std::wstring Failed(report::K7Call which, const wchar_t* call);
 
   const report::CheckContext& context_;
   K7Api& k7Api_;
@@ -77,12 +78,16 @@ class Test {
   std::wstring& address_;
   std::wstring& host_;
   Session session_;
+  report::K7Facts& facts_;
 };
 
-std::wstring Test::Failed(const wchar_t* call) {
+std::wstring Test::Failed(report::K7Call which, const wchar_t* call) {
   int32_t errorCode = 0;
   int32_t systemError = 0;
   k7Api_.K7_GetLastError(session_.handle, errorCode, systemError);
+  facts_.failed = which;
+  facts_.errorCode = errorCode;
+  facts_.systemError = systemError;
   return std::wstring(L"Failed to ") + call + L":" + K7ErrorText(errorCode, context_.texts.Mode()) +
          L":SystemError=" + Hexadecimal(static_cast<uint32_t>(systemError)) + L":hdl=" +
          Decimal(session_.handle);
@@ -108,7 +113,9 @@ bool Test::PauseIsStopped() {
 std::optional<std::wstring> Test::RunCycles(int32_t count) {
   int32_t stateA = 0;
   int32_t stateB = 0;
+  facts_.asked = count;
   for (int64_t cycle = 1; cycle <= count; ++cycle) {
+    context_.recorder.Changed();
     TextArgument address(codePage_, address_);
     int32_t newA = 0;
     int32_t newB = 0;
@@ -116,8 +123,10 @@ std::optional<std::wstring> Test::RunCycles(int32_t count) {
     int16_t live = 0;
     const bool checked =
         k7Api_.K7_CheckReboot2(session_.handle, address.Data(), stateA, stateB, newA, newB, extra, live) != 0;
-    if (!checked) return Failed(L"K7_CheckReboot");
+    if (!checked) return Failed(report::K7Call::CheckReboot, L"K7_CheckReboot");
     address_ = address.Text();
+    ++facts_.answers;
+    if (live != 0) ++facts_.live;
     context_.results.AddToList(ZeroPadded(cycle, 5) + L" Live=" + (live != 0 ? L"True" : L"False"));
     stateA = newA;
     stateB = newB;
@@ -127,13 +136,18 @@ std::optional<std::wstring> Test::RunCycles(int32_t count) {
 }
 
 std::optional<std::wstring> Test::Run(const std::wstring& count, const std::wstring& countMessage) {
-  if (address_.empty()) return L"";
+  facts_.addressMissing = address_.empty();
+  if (facts_.addressMissing) return L"";
+  context_.recorder.Changed();
   context_.results.AddToList(L"");
   context_.results.AddToList(L"K7Api test....");
   k7Api_.K7_WSAStartup();
-  if (k7Api_.K7_AllocHandle(session_.handle) != 0) return Failed(L"K7_AllocHandle");
-  if (!Connect()) return Failed(L"K7_ConnectServer") + L" [" + host_ + L"]";
+  if (k7Api_.K7_AllocHandle(session_.handle) != 0)
+    return Failed(report::K7Call::AllocHandle, L"K7_AllocHandle");
+  facts_.server = host_;
+  if (!Connect()) return Failed(report::K7Call::ConnectServer, L"K7_ConnectServer") + L" [" + host_ + L"]";
   const std::optional<int32_t> cycles = ParseInt32(count);
+  facts_.countInvalid = !cycles;
   if (!cycles) return countMessage;
   return RunCycles(*cycles);
 }
@@ -142,8 +156,13 @@ std::optional<std::wstring> Test::Run(const std::wstring& count, const std::wstr
 
 bool RunK7ApiTest(const report::CheckContext& context, K7Api& k7Api, CodePage& codePage, std::wstring address,
                   std::wstring& host, const std::wstring& count, const std::wstring& countMessage) {
+  report::K7Facts& facts = context.recorder.run.facts.k7;
+  facts = {};
+  facts.progress = report::Progress::Running;
   Test test(context, k7Api, codePage, address, host);
   const std::optional<std::wstring> failure = test.Run(count, countMessage);
+  facts.progress = report::Progress::Ended;
+  context.recorder.Changed();
   if (failure) context.boxes.Show(*failure);
   return !failure;
 }

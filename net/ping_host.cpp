@@ -46,19 +46,31 @@ constexpr StatusText kStatusTexts[] = {
     {11050, L"General Failure"},
 };
 
+/// Without a call of the socket library.
+std::wstring Sender(const IcmpEchoReply& reply) {
+  std::array<unsigned char, sizeof reply.Address> octets;
+  std::memcpy(octets.data(), &reply.Address, sizeof reply.Address);
+  return DottedText(octets);
+}
+
 /// Sends one echo and returns its line.
-std::wstring Echo(const NetLibraries& libraries, uint32_t target, int64_t number, bool& answered) {
+std::wstring SendEcho(const NetLibraries& libraries, uint32_t target, int64_t number,
+                      report::EchoSeries& series) {
   std::array<char, kRequestBytes> request;
   request.fill(' ');
   alignas(IcmpEchoReply) std::array<std::byte, kReplyBufferBytes> buffer{};
   const uint32_t replies =
       libraries.icmp.IcmpSendEcho(libraries.icmpHandle, target, request.data(), kRequestBytes, nullptr,
                                   buffer.data(), kReplyBufferBytes, kEchoTimeoutMs);
-  if (replies == 0) return L"ICMP_Error:" + Decimal(libraries.icmp.GetLastError());
+  if (replies == 0) {
+    const uint32_t error = libraries.icmp.GetLastError();
+    series.Add({false, 0, error, 0, {}}, false);
+    return L"ICMP_Error:" + Decimal(error);
+  }
 
-  answered = true;
   IcmpEchoReply reply;
   std::memcpy(&reply, buffer.data(), sizeof reply);
+  series.Add({true, reply.Status, 0, reply.RoundTripTime, Sender(reply)}, reply.Address == target);
   const std::wstring prefix = ZeroPadded(number, 4) + L" Reply From ";
   if (reply.Status != 0)
     return prefix + IpToString(libraries.winsock, target) + L": " + EvaluatePingResponse(reply.Status);
@@ -77,19 +89,23 @@ bool PauseBetweenEchoes(report::Pump& pump) {
 }
 
 bool SendEchoes(const report::CheckContext& context, const NetLibraries& libraries, const std::wstring& host,
-                int32_t count) {
+                int32_t count, report::EchoSeries& series) {
+  series = {};
+  series.address = host;
+  series.asked = count;
   const uint32_t target = HostToAddress(libraries.winsock, libraries.codePage, host);
   if (target == kNoAddress) {
+    series.addressRejected = true;
     context.results.ClearList();
     context.results.AddToList(L"Bad IP address (Get Host Name) " + host);
     return false;
   }
-  bool answered = false;
   for (int64_t i = 1; i <= count; ++i) {
-    context.results.AddToList(Echo(libraries, target, i, answered));
+    context.recorder.Changed();
+    context.results.AddToList(SendEcho(libraries, target, i, series));
     if (!PauseBetweenEchoes(context.pump)) break;
   }
-  return answered;
+  return series.Replies() > 0;
 }
 
 }  // namespace
@@ -101,9 +117,9 @@ std::wstring EvaluatePingResponse(const uint32_t& status) {
 }
 
 bool PingHost(const report::CheckContext& context, const NetLibraries& libraries, const std::wstring& host,
-              int32_t count) {
+              int32_t count, report::EchoSeries& series) {
   try {
-    return SendEchoes(context, libraries, host, count);
+    return SendEchoes(context, libraries, host, count, series);
   } catch (const RuntimeError&) {
     const std::wstring text = WinsockErrorText(libraries.winsock.WSAGetLastError());
     if (!text.empty()) context.boxes.Show(text);

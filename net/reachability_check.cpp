@@ -26,10 +26,17 @@ class Check {
   bool SameSubnet(const LocalAddressRecord& local, uint32_t address);
   std::wstring Resolve(TcpIpHost& host, const std::wstring& target);
   bool ReadConfiguration();
-  bool Ping(const std::wstring& address);
+  bool Ping(const std::wstring& address, report::EchoSeries& series);
+  void RecordConfiguration();
+  bool CheckPc(uint32_t targetAddress);
+  bool PingTarget(const std::wstring& address);
   void AddDetails(const LocalAddressRecord& local, const std::wstring& address);
   GatewaySearch SearchGateway();
   bool CheckGateway();
+  report::Facts& Facts() { return context_.recorder.run.facts; }
+  void SetProgress(report::Progress& progress, report::Progress value);
+  /// The progress of a rung that pings and got no reply.
+  report::Progress WithoutReply(const report::EchoSeries& series) const;
 
   const report::CheckContext& context_;
   const NetLibraries& libraries_;
@@ -52,7 +59,11 @@ bool Check::SameSubnet(const LocalAddressRecord& local, uint32_t address) {
 }
 
 std::wstring Check::Resolve(TcpIpHost& host, const std::wstring& target) {
-  if (TcpIpHost::IsIpAddr(target)) return target;
+  report::NameFacts& facts = Facts().name;
+  facts.typed = target;
+  SetProgress(facts.progress, report::Progress::Running);
+  facts.isAddress = TcpIpHost::IsIpAddr(target);
+  if (facts.isAddress) return target;
   // Windows resolves an empty name to this PC, which would answer every ping.
   const bool empty = TrimSpaces(target).empty();
   std::wstring address = empty ? std::wstring() : host.IpAddr(target);
@@ -67,11 +78,32 @@ std::wstring Check::Resolve(TcpIpHost& host, const std::wstring& target) {
 
 bool Check::ReadConfiguration() {
   if (GetIpConfiguration(context_, libraries_, locals_)) return true;
-  if (!context_.pump.StopRequested()) AddMessage(Message::NoConfiguration);
+  const bool stopped = context_.pump.StopRequested();
+  if (!stopped) AddMessage(Message::NoConfiguration);
+  Facts().pc.progress = stopped ? report::Progress::Stopped : report::Progress::Ended;
   return false;
 }
 
-bool Check::Ping(const std::wstring& address) { return PingHost(context_, libraries_, address, count_); }
+void Check::RecordConfiguration() {
+  report::PcFacts& facts = Facts().pc;
+  facts.configurationRead = true;
+  for (const LocalAddressRecord& local : locals_)
+    facts.addresses.push_back({local.IpAddress, local.SubnetMask, local.Gateways});
+}
+
+void Check::SetProgress(report::Progress& progress, report::Progress value) {
+  progress = value;
+  context_.recorder.Changed();
+}
+
+report::Progress Check::WithoutReply(const report::EchoSeries& series) const {
+  return context_.pump.StopRequested() && series.sent < series.asked ? report::Progress::Stopped
+                                                                     : report::Progress::Ended;
+}
+
+bool Check::Ping(const std::wstring& address, report::EchoSeries& series) {
+  return PingHost(context_, libraries_, address, count_, series);
+}
 
 void Check::AddDetails(const LocalAddressRecord& local, const std::wstring& address) {
   context_.results.AddToList(L"  Local      :" + local.IpAddress);
@@ -92,7 +124,7 @@ GatewaySearch Check::SearchGateway() {
       if (context_.pump.StopRequested())
         return result == GatewaySearch::NoneAnswered ? result : GatewaySearch::Stopped;
       context_.results.AddToList(L"GateWay (" + gateway + L") PING test ....");
-      if (Ping(gateway)) return GatewaySearch::Answered;
+      if (Ping(gateway, Facts().gateway.tried.emplace_back())) return GatewaySearch::Answered;
       result = GatewaySearch::NoneAnswered;
     }
   }
@@ -100,56 +132,91 @@ GatewaySearch Check::SearchGateway() {
 }
 
 bool Check::CheckGateway() {
-  switch (SearchGateway()) {
+  report::GatewayFacts& facts = Facts().gateway;
+  SetProgress(facts.progress, report::Progress::Running);
+  const GatewaySearch search = SearchGateway();
+  facts.progress = report::Progress::Ended;
+  switch (search) {
     case GatewaySearch::Answered:
+      facts.result = report::GatewayResult::Answered;
       return true;
     case GatewaySearch::NoneConfigured:
+      facts.result = report::GatewayResult::NoneConfigured;
       AddMessage(Message::NoGateway);
       break;
     case GatewaySearch::NoneUsable:
+      facts.result = report::GatewayResult::NoneUsable;
       AddMessage(Message::SubnetMismatch);
       AddMessage(Message::CannotAccessGateway);
       break;
     case GatewaySearch::NoneAnswered:
+      facts.result = report::GatewayResult::NoneAnswered;
+      facts.progress = WithoutReply(facts.tried.back());
       AddMessage(Message::CannotPingGateway);
       AddMessage(Message::CheckGateway);
       break;
     case GatewaySearch::Stopped:
+      facts.progress = report::Progress::Stopped;
       break;
   }
   return false;
 }
 
+bool Check::CheckPc(uint32_t targetAddress) {
+  report::PcFacts& facts = Facts().pc;
+  for (const LocalAddressRecord& local : locals_) {
+    if (ToAddress(local.SubnetMask) == 0) continue;
+    facts.hasMask = true;
+    if (SameSubnet(local, targetAddress)) facts.sameSubnet = true;
+  }
+  facts.progress = report::Progress::Ended;
+  if (!facts.hasMask) AddMessage(Message::NoSubnetMask);
+  return facts.hasMask;
+}
+
+bool Check::PingTarget(const std::wstring& address) {
+  report::TargetFacts& facts = Facts().target;
+  SetProgress(facts.progress, report::Progress::Running);
+  const bool answered = Ping(address, facts.echoes);
+  facts.progress = answered ? report::Progress::Ended : WithoutReply(facts.echoes);
+  context_.recorder.Changed();
+  return answered;
+}
+
 bool Check::Run(const std::wstring& target, const std::function<void()>& addToHistory) {
+  Facts().name = {};
+  Facts().pc = {};
+  Facts().gateway = {};
+  Facts().target = {};
   TcpIpHost host(libraries_.winsock, libraries_.codePage, context_.boxes);
   const std::wstring address = Resolve(host, target);
+  Facts().name.address = address;
+  Facts().name.progress = report::Progress::Ended;
   if (address.empty()) return false;
   addToHistory();
 
+  SetProgress(Facts().pc.progress, report::Progress::Running);
   if (!ReadConfiguration()) return false;
-  const uint32_t targetAddress = ToAddress(address);
-  bool maskSeen = false;
-  bool sameNetwork = false;
-  for (const LocalAddressRecord& local : locals_) {
-    if (ToAddress(local.SubnetMask) == 0) continue;
-    maskSeen = true;
-    if (SameSubnet(local, targetAddress)) sameNetwork = true;
-  }
-  if (!maskSeen) {
-    AddMessage(Message::NoSubnetMask);
-    return false;
-  }
+  RecordConfiguration();
+  if (!CheckPc(ToAddress(address))) return false;
 
-  if (!sameNetwork) {
+  const bool sameNetwork = Facts().pc.sameSubnet;
+  if (sameNetwork) {
+    Facts().gateway.progress = report::Progress::Ended;
+    Facts().gateway.result = report::GatewayResult::NotNeeded;
+  } else {
     AddMessage(Message::NotSameNetwork);
     AddMessage(Message::StartGatewayCheck);
     if (locals_.size() == 1) AddDetails(locals_.front(), address);
     if (!CheckGateway()) return false;
   }
 
-  if (context_.pump.StopRequested()) return false;
+  if (context_.pump.StopRequested()) {
+    Facts().target.progress = report::Progress::Stopped;
+    return false;
+  }
   context_.results.AddToList(sameNetwork ? L"PING test..." : L"Target (" + address + L") PING test...");
-  if (Ping(address)) return true;
+  if (PingTarget(address)) return true;
   AddMessage(Message::CannotPingTarget);
   AddMessage(Message::CheckTarget);
   return false;

@@ -3,6 +3,7 @@
 #include "report/message_boxes.h"
 #include "report/pump.h"
 #include "report/result_list.h"
+#include "report/run_recorder.h"
 #include "resources/messages.h"
 
 namespace tarvik::report {
@@ -13,6 +14,7 @@ struct CheckContext {
   MessageBoxes& boxes;
   const Texts& texts;
   Pump& pump;
+  RunRecorder& recorder;  ///< receives what the check sees, besides its lines
 };
 
 }  // namespace tarvik::report

@@ -30,18 +30,20 @@ struct EchoSeries {
   /// Later echoes are only counted.
   static constexpr size_t kMaxKept = 1000;
 
-  std::wstring address;      ///< to which they were sent, dotted
-  int32_t asked = 0;         ///< how many the user asked for
-  int32_t sent = 0;          ///< so far
-  int32_t answered = 0;      ///< returned by `address` itself
-  int32_t elsewhere = 0;     ///< returned by another address
-  int32_t refused = 0;       ///< a reply with a status other than 0
-  uint32_t slowestMs = 0;    ///< of the answered ones
-  uint32_t status = 0;       ///< of the latest refusal
-  uint32_t error = 0;        ///< of the latest request without a reply
-  std::wstring otherSender;  ///< who returned or refused the latest echo that `address` did not answer
+  std::wstring address;          ///< to which they were sent, dotted
+  int32_t asked = 0;             ///< how many the user asked for
+  int32_t sent = 0;              ///< so far
+  int32_t answered = 0;          ///< returned by `address` itself
+  int32_t elsewhere = 0;         ///< returned by another address
+  int32_t refused = 0;           ///< a reply with a status other than 0
+  uint32_t slowestMs = 0;        ///< of the answered ones
+  uint32_t status = 0;           ///< of the latest refusal
+  uint32_t error = 0;            ///< of the latest request without a reply
+  bool addressRejected = false;  ///< Windows cannot read the address; nothing was sent
+  std::wstring otherSender;      ///< who returned or refused the latest echo that `address` did not answer
   std::vector<Echo> echoes;
 
+  int32_t Replies() const { return answered + elsewhere + refused; }
   /// Counts and keeps one echo. `fromAddress`: its sender is `address`.
   void Add(const Echo& echo, bool fromAddress);
 };
@@ -101,6 +103,7 @@ enum class CncCall { None, Connect, ConnectWithCode, Options, SystemInfo };
 struct CncFacts {
   Progress progress = Progress::NotStarted;
   bool libraryMissing = false;
+  bool addressMissing = false;
   bool codeMissing = false;  ///< the box for the access code is ticked, but no code was typed
   bool codeGiven = false;
   bool optionMissing = false;    ///< the controller reported its options, and the necessary one is not there
@@ -119,6 +122,7 @@ enum class K7Call { None, AllocHandle, ConnectServer, CheckReboot };
 struct K7Facts {
   Progress progress = Progress::NotStarted;
   bool libraryMissing = false;
+  bool addressMissing = false;
   bool countInvalid = false;
   std::wstring server;           ///< the K7 Server's host
   K7Call failed = K7Call::None;  ///< the failing call
@@ -133,10 +137,11 @@ struct K7Facts {
 struct FtpFacts {
   Progress progress = Progress::NotStarted;
   bool libraryMissing = false;
+  bool addressMissing = false;
   bool loggedIn = false;
-  bool listed = false;   ///< the listing was attempted
-  bool hasUser = false;  ///< a user name was sent
-  int32_t entries = 0;   ///< files and directories in the listing
+  bool enumerated = false;  ///< at least one entry of the listing arrived
+  bool hasUser = false;     ///< a user name was sent
+  int32_t entries = 0;      ///< files and directories in the listing
   uint32_t connectMs = 0;
   std::wstring loginReply;      ///< empty: the server never answered
   std::wstring directoryReply;  ///< to the question for the current directory

@@ -23,6 +23,9 @@ class Pump {
     SleepUntil(milliseconds, [] { return false; });
   }
 
+  /// A clock that never goes back, in milliseconds.
+  virtual uint64_t Milliseconds() const = 0;
+
   /// The user has asked the running test to stop, or the program is ending.
   virtual bool StopRequested() const = 0;
 };

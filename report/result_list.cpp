@@ -34,6 +34,7 @@ void ResultList::AddLinesToList(const std::wstring& text) { AddBatch(Split(text,
 
 void ResultList::AddBatch(const std::vector<std::wstring>& lines) {
   if (lines.empty()) return;
+  if (onAdd) onAdd(lines);
   ReadBack();
   size_t kept = lines_.size();
   for (const std::wstring& line : lines) {

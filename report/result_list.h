@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,9 @@ class ResultList {
   void AddBatch(const std::vector<std::wstring>& lines);
 
   void ClearList();
+
+  /// Lines are about to be added by AddToList, AddLinesToList or AddBatch.
+  std::function<void(const std::vector<std::wstring>& lines)> onAdd;
 
   /// All lines, each followed by "\r\n".
   std::wstring AllLines();

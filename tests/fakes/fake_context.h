@@ -43,7 +43,8 @@ struct FakeContext {
   Resource resource{files, system, codePage};  ///< without a file: texts are numbers in brackets
   LanguageMode mode = 1;
   Texts texts{mode, resource};
-  report::CheckContext context{results, boxes, texts, pump};
+  report::RunRecorder recorder{pump};
+  report::CheckContext context{results, boxes, texts, pump, recorder};
 };
 
 }  // namespace tarvik::test

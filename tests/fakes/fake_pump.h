@@ -31,6 +31,8 @@ class FakePump final : public report::Pump {
     }
   }
 
+  uint64_t Milliseconds() const override { return now; }
+
   bool StopRequested() const override { return stop || ending || (stopAt && now >= *stopAt); }
 
   static constexpr uint64_t kEventIntervalMs = 250;

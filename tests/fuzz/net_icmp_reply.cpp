@@ -60,7 +60,7 @@ TARVIK_FUZZER(net_icmp_reply) {
   const bool answered = tarvik::PingHost(
       pc.context,
       {pc.winsock, icmp, 1, pc.ipHelper, pc.system, pc.files, pc.processes, pc.codePage, pc.folder},
-      L"192.168.1.1", count);
+      L"192.168.1.1", count, pc.recorder.run.facts.target.echoes);
   const auto& lines = pc.results.Lines();
   if (pc.winsock.noText) return;
   Require(answered == icmp.anyReply);

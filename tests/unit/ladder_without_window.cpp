@@ -40,7 +40,7 @@ bool Climb() {
   test::FakeContext fake;
   Printer printer;
   report::ResultList results(printer);
-  const report::CheckContext context{results, fake.boxes, fake.texts, fake.pump};
+  const report::CheckContext context{results, fake.boxes, fake.texts, fake.pump, fake.recorder};
   const auto setBusy = [](bool) {};
 
   test::FakeWinsock winsock;

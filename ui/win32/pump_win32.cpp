@@ -49,4 +49,8 @@ void Win32Pump::SleepUntil(uint32_t milliseconds, const std::function<bool()>& o
   }
 }
 
+uint64_t Win32Pump::Milliseconds() const {
+  return static_cast<uint64_t>(Now()) * 1000 / static_cast<uint64_t>(TicksPerSecond());
+}
+
 }  // namespace tarvik::ui

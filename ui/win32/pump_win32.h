@@ -14,6 +14,7 @@ class Win32Pump final : public report::Pump {
 
   void LetEventsRun() override;
   void SleepUntil(uint32_t milliseconds, const std::function<bool()>& over) override;
+  uint64_t Milliseconds() const override;
   bool StopRequested() const override { return quitting_ || stopRequested_(); }
 
  private:

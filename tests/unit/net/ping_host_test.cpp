@@ -40,7 +40,10 @@ TEST(IcmpLibraryTest, The_librarys_failure_value_becomes_0) {
 }
 
 struct PingHostTest : testing::Test, FakePc {
-  bool Ping(const std::wstring& host, int32_t count) { return PingHost(context, libraries, host, count); }
+  bool Ping(const std::wstring& host, int32_t count) {
+    return PingHost(context, libraries, host, count, series);
+  }
+  report::EchoSeries series;
 };
 
 TEST_F(PingHostTest, A_reply_is_one_line_with_bytes_time_and_TTL) {

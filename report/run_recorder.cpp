@@ -1,0 +1,110 @@
+#include "report/run_recorder.h"
+
+namespace tarvik::report {
+namespace {
+
+/// Enough to see what a test shows again and again.
+constexpr size_t kMaxBoxes = 1000;
+
+void DiscardFacts(Facts& facts, Rung rung) {
+  switch (rung) {
+    case Rung::Name:
+      facts.name = {};
+      break;
+    case Rung::Pc:
+      facts.pc = {};
+      break;
+    case Rung::Gateway:
+      facts.gateway = {};
+      break;
+    case Rung::Target:
+      facts.target = {};
+      break;
+    case Rung::CncLibrary:
+      facts.cnc = {};
+      break;
+    case Rung::K7:
+      facts.k7 = {};
+      break;
+    case Rung::Ftp:
+      facts.ftp = {};
+      break;
+  }
+}
+
+}  // namespace
+
+void EchoSeries::Add(const Echo& echo, bool fromAddress) {
+  ++sent;
+  if (!echo.replied)
+    error = echo.error;
+  else if (echo.status != 0)
+    ++refused;
+  else if (fromAddress)
+    ++answered;
+  else
+    ++elsewhere;
+  if (echo.replied && echo.status != 0) status = echo.status;
+  if (echo.replied && (echo.status != 0 || !fromAddress)) otherSender = echo.from;
+  if (echo.replied && echo.status == 0 && echo.roundTripMs > slowestMs) slowestMs = echo.roundTripMs;
+  if (echoes.size() < kMaxKept) echoes.push_back(echo);
+}
+
+void RunRecorder::Begin(const std::wstring& target, std::initializer_list<Rung> rungs,
+                        const RunSettings& settings, const std::wstring& localTime) {
+  if (depth_++ == 0) {
+    Facts kept;
+    if (target == run.target) kept = std::move(run.facts);
+    run = {};
+    run.facts = std::move(kept);
+    run.target = target;
+    run.settings = settings;
+    run.began = localTime;
+    run.active = true;
+    began_ = Milliseconds();
+  }
+  for (const Rung rung : rungs) {
+    run.planned[static_cast<size_t>(rung)] = true;
+    DiscardFacts(run.facts, rung);
+  }
+  Changed();
+}
+
+void RunRecorder::End(RunEnd end, const std::wstring& localTime) {
+  if (run.end == RunEnd::None || run.end == RunEnd::Finished) run.end = end;
+  if (depth_ == 0 || --depth_ > 0) return;
+  run.seconds = Seconds();
+  run.ended = localTime;
+  run.active = false;
+  Changed();
+}
+
+void RunRecorder::Forget() {
+  if (depth_ > 0) return;
+  run = {};
+  Changed();
+}
+
+void RunRecorder::AddLines(const std::vector<std::wstring>& lines) {
+  if (depth_ == 0) return;
+  run.seconds = Seconds();
+  for (const std::wstring& line : lines) {
+    if (run.lines.size() < Run::kMaxLines)
+      run.lines.push_back({run.seconds, line});
+    else
+      ++run.linesNotKept;
+  }
+}
+
+size_t RunRecorder::BoxShown(const std::wstring& text) {
+  if (depth_ > 0 && run.boxes.size() < kMaxBoxes) run.boxes.push_back({Seconds(), 0, text, BoxAnswer::Ok});
+  return depth_ > 0 ? run.boxes.size() : 0;
+}
+
+void RunRecorder::BoxAnswered(size_t box, BoxAnswer answer) {
+  if (box == 0 || box > run.boxes.size()) return;
+  run.boxes[box - 1].answered = Seconds();
+  run.boxes[box - 1].answer = answer;
+}
+
+}  // namespace tarvik::report
