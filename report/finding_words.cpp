@@ -1,0 +1,182 @@
+// Puts facts into the words of a finding.
+
+#include "report/finding_words.h"
+
+#include <algorithm>
+
+#include "platform/text.h"
+#include "report/answer.h"
+#include "report/own_address.h"
+
+namespace tarvik::report {
+namespace {
+
+/// A sentence has room for one name of that width.
+constexpr size_t kMaxNameColumns = 20;
+
+std::wstring Shortened(const std::wstring& name) {
+  if (Columns(name) <= kMaxNameColumns) return name;
+  std::wstring start;
+  for (const wchar_t letter : name) {
+    if (Columns(start + letter) > kMaxNameColumns - 3) break;
+    start += letter;
+  }
+  return start + L"...";
+}
+
+/// "3.2", "12"
+std::wstring SecondsText(uint32_t milliseconds) {
+  if (milliseconds >= 10'000) return Decimal(milliseconds / 1000);
+  return Decimal(milliseconds / 1000) + L"." + Decimal(milliseconds / 100 % 10);
+}
+
+std::wstring OwnText(const Facts& facts, std::wstring OwnAddress::*text) {
+  const OwnAddress* const own = OwnAddressFor(facts.pc, facts.name.address);
+  return own == nullptr ? std::wstring() : own->*text;
+}
+
+std::wstring FirstGateway(const PcFacts& pc) {
+  for (const OwnAddress& own : pc.addresses)
+    for (const std::wstring& gateway : own.gateways)
+      if (!gateway.empty() && gateway != L"0.0.0.0") return gateway;
+  return {};
+}
+
+std::wstring WithoutZeros(const std::wstring& number) {
+  const size_t digit = number.find_first_not_of(L'0');
+  return digit == std::wstring::npos ? L"0" : number.substr(digit);
+}
+
+std::wstring NameOfCard(const WayToTarget& way) {
+  const PcCard* const card = CardOf(way);
+  return card == nullptr ? std::wstring() : card->name;
+}
+
+/// In this run, and good.
+bool IsGood(const Run& run, Rung rung) {
+  return run.Planned(rung) && RowOf(FindingOf(run, rung)).state == RungState::Good;
+}
+
+/// The name of the highest rung of this run that is good.
+std::wstring LastGoodRung(const Run& run, AnswerLanguage language) {
+  for (int rung = kRungCount - 1; rung >= 0; --rung)
+    if (IsGood(run, static_cast<Rung>(rung))) return NameOf(static_cast<Rung>(rung), language);
+  return {};
+}
+
+int32_t GoodRungs(const Run& run) {
+  int32_t count = 0;
+  for (int rung = 0; rung < kRungCount; ++rung)
+    if (IsGood(run, static_cast<Rung>(rung))) ++count;
+  return count;
+}
+
+std::wstring FactOf(wchar_t letter, const Run& run, Rung rung, AnswerLanguage language) {
+  const Facts& facts = run.facts;
+  const EchoSeries& echoes = EchoesOf(facts, rung);
+  switch (letter) {
+    case L'A':
+      return echoes.address;
+    case L'B':
+      return Decimal(facts.cnc.result);
+    case L'C':
+      return Shortened(NameOfCard(facts.pc.way));
+    case L'D':
+      return SecondsText(facts.cnc.callMs);
+    case L'E':
+      return Decimal(echoes.status != 0 ? echoes.status : echoes.error);
+    case L'F':
+      return Decimal(facts.ftp.entries);
+    case L'G':
+      return FirstGateway(facts.pc);
+    case L'H':
+      return Shortened(facts.k7.server);
+    case L'I':
+      return OwnText(facts, &OwnAddress::address);
+    case L'K':
+      return Hexadecimal(static_cast<uint32_t>(facts.k7.errorCode));
+    case L'L':
+      return Decimal(echoes.slowestMs);
+    case L'M':
+      return OwnText(facts, &OwnAddress::mask);
+    case L'N':
+      return Decimal(echoes.answered);
+    case L'O':
+      return echoes.otherSender;
+    case L'P':
+      return Decimal(facts.cnc.port);
+    case L'Q':
+      return Decimal(facts.k7.asked);
+    case L'R':
+      return facts.name.address;
+    case L'S':
+      return Decimal(run.active ? echoes.asked : echoes.sent);
+    case L'T':
+      return Shortened(facts.name.typed);
+    case L'U':
+      return Decimal(facts.k7.answers);
+    case L'V':
+      return Decimal(facts.k7.live);
+    case L'W':
+      return Decimal(facts.cnc.timeOutSeconds);
+    case L'X':
+      return Decimal(echoes.sent - echoes.answered);
+    case L'Y':
+      return Shortened(facts.cnc.type);
+    case L'Z':
+      return PaddedNumber(facts.name.typed);
+    case L'c':
+      return Decimal(ReplyCode(facts.ftp.endReply.empty() ? facts.ftp.loginReply : facts.ftp.endReply));
+    case L'i':
+      return Decimal(std::min(echoes.sent + 1, echoes.asked));
+    case L'n':
+      return Decimal(GoodRungs(run));
+    case L'r':
+      return SecondsText(facts.ftp.connectMs);
+    case L's':
+      return LastGoodRung(run, language);
+    case L'u':
+      return Decimal(std::min(facts.k7.answers + 1, facts.k7.asked));
+    case L'z':
+      return WithoutZeros(PaddedNumber(facts.name.typed));
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+const EchoSeries& EchoesOf(const Facts& facts, Rung rung) {
+  const bool gateway = rung == Rung::Gateway && !facts.gateway.tried.empty();
+  return gateway ? facts.gateway.tried.back() : facts.target.echoes;
+}
+
+int ReplyCode(const std::wstring& reply) {
+  int code = 0;
+  for (const std::wstring& line : Split(reply, L"\r\n")) {
+    if (line.empty()) continue;
+    const std::wstring digits = line.substr(0, 3);
+    const bool isCode = digits.size() == 3 && digits.find_first_not_of(L"0123456789") == std::wstring::npos;
+    code = isCode ? ParseInt32(digits).value_or(0) : 0;
+  }
+  return code;
+}
+
+std::wstring PaddedNumber(const std::wstring& address) {
+  for (const std::wstring& number : Split(address, L"."))
+    if (number.size() > 1 && number.front() == L'0') return number;
+  return {};
+}
+
+std::wstring WithFacts(const wchar_t* words, const Run& run, Rung rung, AnswerLanguage language) {
+  std::wstring text;
+  for (const wchar_t* at = words; *at != L'\0'; ++at) {
+    if (*at == L'%' && at[1] != L'\0')
+      text += FactOf(*++at, run, rung, language);
+    else
+      text += *at;
+  }
+  return text;
+}
+
+}  // namespace tarvik::report

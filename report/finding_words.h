@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "report/finding_texts.h"
+#include "report/run.h"
+
+namespace tarvik::report {
+
+/// The echoes that the words about a rung speak of: those to the gateway tried last, otherwise to the target.
+const EchoSeries& EchoesOf(const Facts& facts, Rung rung);
+
+/// The three-digit code at the start of the reply's last line that is not empty; 0 when there is none.
+int ReplyCode(const std::wstring& reply);
+
+/// The number of the dotted address that begins with superfluous zeros; empty when there is none.
+std::wstring PaddedNumber(const std::wstring& address);
+
+/// The words with every "%letter" replaced by a fact of the run. Names that can be of any length are
+/// shortened.
+std::wstring WithFacts(const wchar_t* words, const Run& run, Rung rung, AnswerLanguage language);
+
+}  // namespace tarvik::report

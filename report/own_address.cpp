@@ -1,0 +1,52 @@
+#include "report/own_address.h"
+
+#include <algorithm>
+
+#include "platform/text.h"
+
+namespace tarvik::report {
+
+std::optional<uint32_t> AddressNumber(std::wstring_view dotted) {
+  uint32_t number = 0;
+  int octets = 0;
+  for (const std::wstring& part : Split(dotted, L".")) {
+    const std::optional<int32_t> octet = ParseInt32(part);
+    if (!octet || *octet < 0 || *octet > 255 || ++octets > 4) return std::nullopt;
+    number = number << 8 | static_cast<uint32_t>(*octet);
+  }
+  if (octets != 4) return std::nullopt;
+  return number;
+}
+
+bool IsOnSubnet(const OwnAddress& own, std::wstring_view target) {
+  const auto address = AddressNumber(own.address);
+  const auto mask = AddressNumber(own.mask);
+  const auto other = AddressNumber(target);
+  return address && mask && other && *mask != 0 && (*address & *mask) == (*other & *mask);
+}
+
+const OwnAddress* OwnAddressFor(const PcFacts& pc, std::wstring_view target) {
+  const auto first = [&pc](const auto& fits) -> const OwnAddress* {
+    const auto found = std::find_if(pc.addresses.begin(), pc.addresses.end(), fits);
+    return found == pc.addresses.end() ? nullptr : &*found;
+  };
+  const OwnAddress* own = first([target](const OwnAddress& each) { return each.address == target; });
+  if (own == nullptr) own = first([target](const OwnAddress& each) { return IsOnSubnet(each, target); });
+  if (own == nullptr) own = first([](const OwnAddress& each) { return IsOnSubnet(each, each.address); });
+  return own;
+}
+
+int OwnAddressesOnSubnet(const PcFacts& pc, std::wstring_view target) {
+  return static_cast<int>(std::count_if(pc.addresses.begin(), pc.addresses.end(),
+                                        [target](const OwnAddress& own) { return IsOnSubnet(own, target); }));
+}
+
+const PcCard* CardOf(const WayToTarget& way) {
+  if (way.card) return &*way.card;
+  const auto down = std::find_if(way.cards.begin(), way.cards.end(), [](const PcCard& card) {
+    return !card.up && (card.kind == CardKind::Cable || card.kind == CardKind::Wireless);
+  });
+  return down == way.cards.end() ? nullptr : &*down;
+}
+
+}  // namespace tarvik::report
