@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "net/addresses.h"
+#include "net/open_socket.h"
 
 namespace tarvik {
 namespace {
@@ -19,31 +20,6 @@ constexpr size_t kRetryBufferEntries = 1024;
 std::wstring AddressAt(std::span<const std::byte> entry, size_t offset) {
   return DottedText({reinterpret_cast<const unsigned char*>(entry.data()) + offset, 4});
 }
-
-class OpenSocket {
- public:
-  explicit OpenSocket(Winsock& winsock)
-      : winsock_(winsock),
-        socket_(winsock.WSASocketA(Winsock::kAddressFamilyInternet, Winsock::kTypeDatagram,
-                                   Winsock::kProtocolUdp, nullptr, 0, 0)) {}
-  OpenSocket(const OpenSocket&) = delete;
-  OpenSocket& operator=(const OpenSocket&) = delete;
-  ~OpenSocket() {
-    if (IsOpen()) Close();
-  }
-
-  bool IsOpen() const { return socket_ != Winsock::kInvalidSocket; }
-  Winsock::Socket Get() const { return socket_; }
-  bool Close() {
-    const Winsock::Socket socket = socket_;
-    socket_ = Winsock::kInvalidSocket;
-    return winsock_.closesocket(socket) == 0;
-  }
-
- private:
-  Winsock& winsock_;
-  Winsock::Socket socket_;
-};
 
 /// The library's list, read into a buffer for `entries` records; nothing on failure.
 std::optional<std::vector<std::byte>> AskForList(Winsock& winsock, Winsock::Socket socket, size_t entries) {
@@ -69,7 +45,7 @@ std::vector<LocalAddressRecord> ParseInterfaceList(std::span<const std::byte> en
 
 bool GetInterfaceList(Winsock& winsock, std::vector<LocalAddressRecord>& list) {
   list.assign(1, {});
-  OpenSocket socket(winsock);
+  OpenSocket socket(winsock, Winsock::kTypeDatagram, Winsock::kProtocolUdp);
   if (!socket.IsOpen()) return false;
   std::optional<std::vector<std::byte>> bytes = AskForList(winsock, socket.Get(), kMaxInterfaces);
   // When the buffer is too small, some versions of the library return the entries that fit and others fail.

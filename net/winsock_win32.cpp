@@ -16,6 +16,15 @@ static_assert(offsetof(HostEntry, h_length) == offsetof(hostent, h_length));
 static_assert(offsetof(HostEntry, h_addr_list) == offsetof(hostent, h_addr_list));
 static_assert(Winsock::kInvalidSocket == INVALID_SOCKET && Winsock::kSocketError == SOCKET_ERROR);
 static_assert(Winsock::kBufferTooSmall == WSAEFAULT);
+static_assert(sizeof(InternetAddress) == sizeof(sockaddr_in) &&
+              offsetof(InternetAddress, sin_addr) == offsetof(sockaddr_in, sin_addr));
+static_assert(sizeof(SocketSet) == sizeof(fd_set) &&
+              offsetof(SocketSet, fd_array) == offsetof(fd_set, fd_array));
+static_assert(Winsock::kTypeStream == SOCK_STREAM && Winsock::kProtocolTcp == IPPROTO_TCP &&
+              Winsock::kSetNonBlocking == static_cast<uint32_t>(FIONBIO) &&
+              Winsock::kSocketLevel == SOL_SOCKET && Winsock::kErrorOption == SO_ERROR);
+static_assert(Winsock::kWouldBlock == WSAEWOULDBLOCK && Winsock::kTimedOut == WSAETIMEDOUT &&
+              Winsock::kConnectionRefused == WSAECONNREFUSED);
 static_assert(Winsock::kAddressFamilyInternet == AF_INET && Winsock::kTypeDatagram == SOCK_DGRAM &&
               Winsock::kProtocolUdp == IPPROTO_UDP);
 
@@ -58,6 +67,23 @@ class Win32Winsock final : public Winsock {
                                   std::bit_cast<LPWSAOVERLAPPED_COMPLETION_ROUTINE>(completionRoutine));
     *bytesReturned = returned;
     return result;
+  }
+  int ioctlsocket(Socket socket, uint32_t command, uint32_t* argument) override {
+    u_long value = *argument;
+    const int result = ::ioctlsocket(socket, static_cast<long>(command), &value);
+    *argument = value;
+    return result;
+  }
+  int connect(Socket socket, const InternetAddress& address) override {
+    return ::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  }
+  int select(SocketSet* read, SocketSet* write, SocketSet* except, const TimeValue& timeout) override {
+    timeval wait{timeout.tv_sec, timeout.tv_usec};
+    return ::select(0, reinterpret_cast<fd_set*>(read), reinterpret_cast<fd_set*>(write),
+                    reinterpret_cast<fd_set*>(except), &wait);
+  }
+  int getsockopt(Socket socket, int level, int option, void* value, int* length) override {
+    return ::getsockopt(socket, level, option, static_cast<char*>(value), length);
   }
   int closesocket(Socket socket) override { return ::closesocket(socket); }
 };

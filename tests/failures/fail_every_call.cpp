@@ -111,6 +111,7 @@ class Faults {
 void CheckReleases(FailingProgram& program, Faults& faults) {
   faults.Unless(program.failingWinsock.sockets.OpenCount() == 0, "a socket was not closed");
   faults.Unless(program.failingWinsock.sockets.StrayCloses() == 0, "a socket was closed twice");
+  faults.Unless(program.ipHelper.neighbourTables.empty(), "a neighbour table was not freed");
   faults.Unless(program.cncLibrary.AllGivenBack(), "a connection handle was not freed exactly once");
   faults.Unless(program.k7Api.openHandles.empty() && program.k7Api.wrongFrees == 0,
                 "a K7 handle was not freed exactly once");

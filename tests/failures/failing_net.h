@@ -16,11 +16,11 @@ class FailingWinsock final : public Failing<Winsock> {
  public:
   using Failing::Failing;
 
-  // The program calls WSACleanup even after a failed WSAStartup.
   int WSAStartup(uint16_t versionRequested, WsaData& data) override {
-    ++sessions;
     const int way = WayToFail("WSAStartup", 4);
     const int result = library_.WSAStartup(versionRequested, data);
+    startupFailed_ = way == 1 || way == 2;
+    if (!startupFailed_) ++sessions;
     if (way == 1) return FailWith(10093);
     if (way == 2) return 10091;
     if (way == 3) data.wVersion = 0;
@@ -28,7 +28,9 @@ class FailingWinsock final : public Failing<Winsock> {
     return result;
   }
   int WSACleanup() override {
-    --sessions;
+    // The Ping check calls this even after a failed WSAStartup, which starts no session.
+    if (!startupFailed_) --sessions;
+    startupFailed_ = false;
     const int way = WayToFail("WSACleanup", 1);
     const int result = library_.WSACleanup();
     return way == 1 ? FailWith(10050) : result;
@@ -80,6 +82,27 @@ class FailingWinsock final : public Failing<Winsock> {
     if (way == 5) *bytesReturned = std::numeric_limits<uint32_t>::max();
     return result;
   }
+  int ioctlsocket(Socket socket, uint32_t command, uint32_t* argument) override {
+    return WayToFail("ioctlsocket", 1) == 1 ? FailWith(10022)
+                                            : library_.ioctlsocket(socket, command, argument);
+  }
+  int connect(Socket socket, const InternetAddress& address) override {
+    const int way = WayToFail("connect", 2);
+    if (way == 1) return FailWith(10051);
+    return way == 2 ? 0 : library_.connect(socket, address);
+  }
+  int select(SocketSet* read, SocketSet* write, SocketSet* except, const TimeValue& timeout) override {
+    const int way = WayToFail("select", 3);
+    if (way == 1) return FailWith(10050);
+    const int result = library_.select(read, write, except, timeout);
+    if (way == 2) except->fd_count = write->fd_count = 0;
+    if (way == 3) except->fd_count = 1;
+    return way == 0 ? result : 1;
+  }
+  int getsockopt(Socket socket, int level, int option, void* value, int* length) override {
+    return WayToFail("getsockopt", 1) == 1 ? FailWith(10042)
+                                           : library_.getsockopt(socket, level, option, value, length);
+  }
   int closesocket(Socket socket) override {
     sockets.Closed(socket);
     const int way = WayToFail("closesocket", 1);
@@ -87,7 +110,7 @@ class FailingWinsock final : public Failing<Winsock> {
     return way == 1 ? FailWith(10036) : result;
   }
 
-  int sessions = 0;  ///< calls of WSAStartup without WSACleanup
+  int sessions = 0;  ///< started and not ended
   HandleLedger<Socket> sockets;
 
  private:
@@ -103,6 +126,7 @@ class FailingWinsock final : public Failing<Winsock> {
   }
 
   int error_ = 0;
+  bool startupFailed_ = false;
   HostEntry lie_;
   char* noAddress_ = nullptr;
 };
@@ -164,7 +188,6 @@ class FailingIpHelper final : public Failing<IpHelper> {
 
   uint32_t GetAdaptersInfo(void* buffer, uint32_t* size) override {
     constexpr uint32_t kNoData = 232;
-    constexpr uint32_t kNotSupported = 50;
     const uint32_t room = *size;
     switch (plan_.WayToFail("GetAdaptersInfo", 6)) {
       case 1:
@@ -186,6 +209,44 @@ class FailingIpHelper final : public Failing<IpHelper> {
         return library_.GetAdaptersInfo(buffer, size);
     }
   }
+  uint32_t GetBestInterface(uint32_t address, uint32_t* index) override {
+    const int way = plan_.WayToFail("GetBestInterface", 2);
+    if (way == 1) return kNotSupported;
+    const uint32_t result = library_.GetBestInterface(address, index);
+    if (way == 2) *index = std::numeric_limits<uint32_t>::max();
+    return way == 2 ? kSuccess : result;
+  }
+  uint32_t GetAdaptersAddresses(uint32_t family, uint32_t flags, void* reserved, void* buffer,
+                                uint32_t* size) override {
+    const uint32_t room = *size;
+    switch (plan_.WayToFail("GetAdaptersAddresses", 5)) {
+      case 1:
+        return kNotSupported;
+      case 2:  // writes nothing
+        return kSuccess;
+      case 3:
+        *size = 0;
+        return kBufferOverflow;
+      case 4:
+        *size = std::numeric_limits<uint32_t>::max();
+        return kBufferOverflow;
+      case 5:
+        std::memset(buffer, 0xFF, room);
+        return kSuccess;
+      default:
+        return library_.GetAdaptersAddresses(family, flags, reserved, buffer, size);
+    }
+  }
+  uint32_t GetIpNetTable2(uint16_t family, const MibIpNetTable2** table) override {
+    const int way = plan_.WayToFail("GetIpNetTable2", 2);
+    if (way == 1) return kNotSupported;
+    if (way == 2) return kSuccess;  // without a table
+    return library_.GetIpNetTable2(family, table);
+  }
+  void FreeMibTable(const void* table) override { library_.FreeMibTable(table); }
+
+ private:
+  static constexpr uint32_t kNotSupported = 50;
 };
 
 }  // namespace tarvik::test

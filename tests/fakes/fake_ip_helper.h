@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "net/ip_helper.h"
+#include "tests/fakes/card_chain.h"
 
 namespace tarvik::test {
 
@@ -70,7 +71,7 @@ class AdapterChain {
   }
 };
 
-/// An IP helper that reports the added adapters.
+/// An IP helper that reports the added adapters. By default it knows no cards and no neighbours.
 class FakeIpHelper final : public IpHelper {
  public:
   void AddAdapter(std::vector<std::string> addresses, std::vector<std::string> gateways) {
@@ -99,7 +100,59 @@ class FakeIpHelper final : public IpHelper {
     return kSuccess;
   }
 
+  uint32_t GetBestInterface(uint32_t address, uint32_t* index) override {
+    bestAsked.push_back(address);
+    if (!bestInterface) return kNetworkUnreachable;
+    *index = *bestInterface;
+    return kSuccess;
+  }
+
+  uint32_t GetAdaptersAddresses(uint32_t family, uint32_t flags, void* reserved, void* buffer,
+                                uint32_t* size) override {
+    ++cardCalls;
+    if (family != kFamilyInternet || (flags & kIncludeGateways) == 0 || reserved != nullptr) return 87;
+    if (cardsResult != kSuccess) return cardsResult;
+    if (cards.empty()) return kNoData;
+    CardChain chain(cards);
+    const auto needed = static_cast<uint32_t>(chain.Size());
+    if (buffer == nullptr || *size < needed || cardGrowths > 0) {
+      --cardGrowths;
+      *size = std::max(needed, announcedCardSize.value_or(needed));
+      return kBufferOverflow;
+    }
+    chain.Write(static_cast<std::byte*>(buffer));
+    return kSuccess;
+  }
+
+  /// Adds a row to the neighbour table.
+  void AddNeighbour(const std::string& dotted, uint32_t state, bool physicalAddressKnown = true) {
+    MibIpNetRow2 row;
+    row.Family = static_cast<uint16_t>(kFamilyInternet);
+    row.Address = AddressNumber(dotted);
+    row.State = state;
+    row.PhysicalAddressLength = 6;
+    row.PhysicalAddress[5] = physicalAddressKnown ? 1 : 0;
+    neighbours.push_back(row);
+  }
+  uint32_t GetIpNetTable2(uint16_t family, const MibIpNetTable2** table) override {
+    if (family != kFamilyInternet) return 87;
+    if (neighboursResult != kSuccess) return neighboursResult;
+    // As documented, there is no table without rows.
+    if (neighbours.empty()) return kNotFound;
+    constexpr size_t kHeader = offsetof(MibIpNetTable2, Table);
+    auto& bytes = neighbourTables.emplace_back(kHeader / 8 + neighbours.size() * sizeof(MibIpNetRow2) / 8);
+    bytes[0] = neighbours.size();
+    std::memcpy(bytes.data() + kHeader / 8, neighbours.data(), neighbours.size() * sizeof(MibIpNetRow2));
+    *table = reinterpret_cast<const MibIpNetTable2*>(bytes.data());
+    return kSuccess;
+  }
+  void FreeMibTable(const void* table) override {
+    std::erase_if(neighbourTables, [table](const auto& bytes) { return bytes.data() == table; });
+  }
+
   static constexpr uint32_t kNoData = 232;
+  static constexpr uint32_t kNotFound = 1168;
+  static constexpr uint32_t kNetworkUnreachable = 1231;
 
   std::vector<AdapterChain::Adapter> adapters;
   std::optional<uint32_t> sizeResult;     ///< replaces the result of the size query
@@ -107,6 +160,17 @@ class FakeIpHelper final : public IpHelper {
   uint32_t fillResult = kSuccess;
   int growths = 0;  ///< how many more times an adapter is added just before the list is read
   int calls = 0;
+
+  std::optional<uint32_t> bestInterface;  ///< nothing = no card leads there
+  std::vector<uint32_t> bestAsked;        ///< the addresses that GetBestInterface was asked for
+  std::vector<FakeCard> cards;
+  uint32_t cardsResult = kSuccess;
+  std::optional<uint32_t> announcedCardSize;  ///< a larger size than needed
+  int cardGrowths = 0;                        ///< how many more times the list is too long for the buffer
+  int cardCalls = 0;
+  std::vector<MibIpNetRow2> neighbours;
+  uint32_t neighboursResult = kSuccess;
+  std::vector<std::vector<uint64_t>> neighbourTables;  ///< not freed yet
 };
 
 }  // namespace tarvik::test

@@ -166,6 +166,13 @@ class FakeWinsock final : public Winsock {
 
   Socket WSASocketA(int addressFamily, int type, int protocol, void* protocolInfo, uint32_t group,
                     uint32_t flags) override {
+    if (type == kTypeStream) {
+      if (!socketOpens || addressFamily != kAddressFamilyInternet || protocol != kProtocolTcp)
+        return kInvalidSocket;
+      tcp_ = {};
+      openSockets.insert(kTcpSocket);
+      return kTcpSocket;
+    }
     socketArguments = {addressFamily, type, protocol};
     plainSocket = protocolInfo == nullptr && group == 0 && flags == 0;
     if (!socketOpens) return kInvalidSocket;
@@ -188,12 +195,59 @@ class FakeWinsock final : public Winsock {
     *bytesReturned = ioctlReturned.value_or(static_cast<uint32_t>(filled));
     return 0;
   }
+  int ioctlsocket(Socket socket, uint32_t command, uint32_t* argument) override {
+    if (socket != kTcpSocket || !openSockets.contains(socket) || command != kSetNonBlocking)
+      return FailWith(kNotASocket);
+    tcp_.nonBlocking = *argument != 0;
+    return 0;
+  }
+  int connect(Socket socket, const InternetAddress& address) override {
+    if (socket != kTcpSocket || !openSockets.contains(socket)) return FailWith(kNotASocket);
+    const auto* const port = reinterpret_cast<const unsigned char*>(&address.sin_port);
+    connects.push_back({address.sin_addr, static_cast<uint16_t>(port[0] << 8 | port[1]), tcp_.nonBlocking});
+    const auto found = ports.find(connects.back().port);
+    if (found != ports.end()) tcp_.port = found->second;
+    return FailWith(tcp_.port.connectError);
+  }
+  int select(SocketSet* read, SocketSet* write, SocketSet* except, const TimeValue& timeout) override {
+    const auto isTcp = [](const SocketSet* set) {
+      return set != nullptr && set->fd_count == 1 && set->fd_array[0] == kTcpSocket;
+    };
+    if (read != nullptr || !isTcp(write) || !isTcp(except) || !openSockets.contains(kTcpSocket))
+      return FailWith(kNotASocket);
+    if (timeout.tv_sec != 0 || timeout.tv_usec != 0) ++blockingSelects;
+    const bool ended = tcp_.port.pollsUntilEnd >= 0 && tcp_.polls++ >= tcp_.port.pollsUntilEnd;
+    write->fd_count = ended && tcp_.port.error == 0 ? 1 : 0;
+    except->fd_count = ended && tcp_.port.error != 0 ? 1 : 0;
+    return ended ? 1 : 0;
+  }
+  int getsockopt(Socket socket, int level, int option, void* value, int* length) override {
+    if (socket != kTcpSocket || level != kSocketLevel || option != kErrorOption || *length != sizeof(int))
+      return FailWith(kNotASocket);
+    std::memcpy(value, &tcp_.port.error, sizeof tcp_.port.error);
+    return 0;
+  }
   int closesocket(Socket socket) override {
     openSockets.erase(socket);
     return closeResult;
   }
 
   static constexpr Socket kSocket = 0x1C4;
+  static constexpr Socket kTcpSocket = 0x1C8;
+  static constexpr int kNotASocket = 10038;  ///< WSAENOTSOCK
+
+  /// How a TCP port answers. As on Windows, connecting without blocking first fails with kWouldBlock; later
+  /// select reports how it ended.
+  struct Port {
+    int error = 0;           ///< how it ends; 0 = open
+    int pollsUntilEnd = -1;  ///< after how many calls of select; -1 = never
+    int connectError = kWouldBlock;
+  };
+  struct Connect {
+    uint32_t address = 0;
+    uint16_t port = 0;
+    bool nonBlocking = false;
+  };
 
   int startupResult = 0;
   WsaData data{0x0101, 0x0202, "Fake sockets", "Running", 32767, 65467, 0};
@@ -210,6 +264,10 @@ class FakeWinsock final : public Winsock {
   std::optional<uint32_t> ioctlReturned;  ///< wrong byte count from WSAIoctl
   int closeResult = 0;
 
+  std::map<uint16_t, Port> ports;  ///< all others never answer
+
+  std::vector<Connect> connects;
+  int blockingSelects = 0;  ///< calls of select that would wait
   int startups = 0;
   int cleanups = 0;
   uint16_t requestedVersion = 0;
@@ -229,6 +287,18 @@ class FakeWinsock final : public Winsock {
     HostEntry entry;
   };
 
+  struct Tcp {
+    Port port;
+    bool nonBlocking = false;
+    int polls = 0;
+  };
+
+  int FailWith(int error) {
+    lastError = error;
+    return kSocketError;
+  }
+
+  Tcp tcp_;
   std::map<std::string, Host> hosts_;
   std::string text_;
 };

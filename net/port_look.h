@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+
+#include "net/winsock.h"
+#include "report/pc_card.h"
+#include "report/pump.h"
+
+namespace tarvik {
+
+/// How one attempt to connect to a TCP port ended.
+struct PortLook {
+  report::PortAnswer answer = report::PortAnswer::Unknown;
+  int error = 0;  ///< Windows Sockets error code; 0 when there is none, as after a stop
+};
+
+/// Tries once, for at most three seconds, to open a TCP connection to the address, which is in network byte
+/// order, and closes it at once. Sends no data. Handles window events meanwhile; a stop request ends the
+/// attempt, with the answer Unknown. Opens and ends a session of its own with the socket library.
+PortLook AskPort(Winsock& winsock, report::Pump& pump, uint32_t address, uint16_t port);
+
+}  // namespace tarvik
