@@ -117,6 +117,9 @@ class Form1 {
   bool RunReachabilityCheck();
   bool RunLibraryTest();
   bool RunFtpTest();
+  /// A second look after a test that could not connect: asks the target's TCP port how it answers. Leaves
+  /// `answer` when the target's address is not known.
+  void LookAtPort(int32_t port, report::PortAnswer& answer);
   /// Runs one rung of the ladder if its option bit is set. False when a stop was requested before it or the
   /// test failed; otherwise true.
   bool RunIfSelected(OptionBit bit, bool (Form1::*test)());

@@ -16,8 +16,12 @@ bool Form1::RunLibraryTest() {
   const auto showHourglass = [this](bool busy) {
     deps_.form.SetPointer(busy ? ui::Pointer::Hourglass : ui::Pointer::Default);
   };
-  return tarvik::RunLibraryTest(context_, deps_.cncLibrary, deps_.codePage, showHourglass, ReadCncTarget(),
-                                accessCode, missing_.cncLibrary, nxlibOptions_);
+  const bool passed = tarvik::RunLibraryTest(context_, deps_.cncLibrary, deps_.codePage, showHourglass,
+                                             ReadCncTarget(), accessCode, missing_.cncLibrary, nxlibOptions_);
+  report::CncFacts& facts = recorder_.run.facts.cnc;
+  // Any other failed call has already proven that the port is open.
+  if (!passed && facts.call == report::CncCall::Connect) LookAtPort(facts.port, facts.portAnswer);
+  return passed;
 }
 
 void Form1::cmdGetInfo_Click() {

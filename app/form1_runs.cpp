@@ -1,11 +1,17 @@
 // Test runs: how a button or the command line starts one, and what is restored when it ends.
 
+#include <limits>
+
 #include "app/address_history.h"
 #include "app/form1.h"
 #include "ftp/ftp_check.h"
+#include "ftp/ftp_client.h"
+#include "net/port_look.h"
 #include "net/reachability_check.h"
+#include "net/tcp_ip_host.h"
 #include "platform/runtime_error.h"
 #include "platform/scope_guard.h"
+#include "platform/text.h"
 #include "report/typed_numbers.h"
 #include "ui/hourglass.h"
 
@@ -88,9 +94,25 @@ void Form1::SetBusy(bool busy) {
 
 bool Form1::RunFtpTest() {
   if (missing_.internet) return true;
-  return TestFtp(
+  const bool passed = TestFtp(
       context_, deps_.wininet, deps_.codePage, deps_.system, [this](bool busy) { SetBusy(busy); },
       controls_.cmbIPAddr.Text(), controls_.txtFtpUsername.Text(), controls_.txtFtpPasswd.Text());
+  report::FtpFacts& facts = recorder_.run.facts.ftp;
+  // A server that replied has already proven that its port is open.
+  if (!passed && facts.loginReply.empty()) LookAtPort(clsFtpClient::kDefaultPort, facts.portAnswer);
+  return passed;
+}
+
+void Form1::LookAtPort(int32_t port, report::PortAnswer& answer) {
+  const report::NameFacts& name = recorder_.run.facts.name;
+  std::wstring address = controls_.cmbIPAddr.Text();
+  // Only a name that the Ping check has resolved: a look-up can block.
+  if (!TcpIpHost::IsIpAddr(address)) address = name.typed == address ? name.address : std::wstring();
+  if (address.empty() || port <= 0 || port > std::numeric_limits<uint16_t>::max()) return;
+  const ScopeGuard hourglass = ui::ShowHourglass(deps_.form);
+  const uint32_t number = deps_.winsock.inet_addr(NarrowAscii(address).c_str());
+  answer = AskPort(deps_.winsock, deps_.pump, number, static_cast<uint16_t>(port)).answer;
+  recorder_.Changed();
 }
 
 bool Form1::RunIfSelected(OptionBit bit, bool (Form1::*test)()) {

@@ -77,7 +77,8 @@ class clsFtpClient {
   bool MakeDir(const std::wstring& directory);
   bool RemoveDir(const std::wstring& directory);
 
-  uint16_t Port = 21;
+  static constexpr uint16_t kDefaultPort = 21;
+  uint16_t Port = kDefaultPort;
   uint32_t TransferType = 2;      ///< 1 = text, 2 = binary
   Boolean16 Reload = true;        ///< bypass the system's cache when reading
   Boolean16 NoCacheWrite = true;  ///< do not store results in the system's cache

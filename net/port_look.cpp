@@ -2,6 +2,7 @@
 
 #include <bit>
 
+#include "net/addresses.h"
 #include "net/open_socket.h"
 #include "platform/scope_guard.h"
 
@@ -71,7 +72,7 @@ PortLook Connect(Winsock& winsock, report::Pump& pump, const InternetAddress& ad
 }  // namespace
 
 PortLook AskPort(Winsock& winsock, report::Pump& pump, uint32_t address, uint16_t port) {
-  if (pump.StopRequested()) return {};
+  if (address == 0 || address == kNoAddress || pump.StopRequested()) return {};
   WsaData data;
   // Returns the error itself: without a session there is no last error.
   if (const int error = winsock.WSAStartup(Winsock::kVersion11, data); error != 0) return LookOf(error);

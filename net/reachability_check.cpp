@@ -4,8 +4,10 @@
 #include <vector>
 
 #include "net/local_configuration.h"
+#include "net/neighbour.h"
 #include "net/ping_host.h"
 #include "net/tcp_ip_host.h"
+#include "net/way_to_target.h"
 #include "platform/text.h"
 
 namespace tarvik {
@@ -37,6 +39,8 @@ class Check {
   void SetProgress(report::Progress& progress, report::Progress value);
   /// The progress of a rung that pings and got no reply.
   report::Progress WithoutReply(const report::EchoSeries& series) const;
+  /// A second look after a rung that pinged in vain; nothing is sent. Unknown when the rung was stopped.
+  report::Neighbour LookAgain(report::Progress progress, const report::EchoSeries& series);
 
   const report::CheckContext& context_;
   const NetLibraries& libraries_;
@@ -101,6 +105,11 @@ report::Progress Check::WithoutReply(const report::EchoSeries& series) const {
                                                                      : report::Progress::Ended;
 }
 
+report::Neighbour Check::LookAgain(report::Progress progress, const report::EchoSeries& series) {
+  if (progress != report::Progress::Ended || series.sent == 0) return report::Neighbour::Unknown;
+  return LookForNeighbour(libraries_.ipHelper, ToAddress(series.address));
+}
+
 bool Check::Ping(const std::wstring& address, report::EchoSeries& series) {
   return PingHost(context_, libraries_, address, count_, series);
 }
@@ -152,6 +161,7 @@ bool Check::CheckGateway() {
     case GatewaySearch::NoneAnswered:
       facts.result = report::GatewayResult::NoneAnswered;
       facts.progress = WithoutReply(facts.tried.back());
+      facts.neighbour = LookAgain(facts.progress, facts.tried.back());
       AddMessage(Message::CannotPingGateway);
       AddMessage(Message::CheckGateway);
       break;
@@ -179,6 +189,7 @@ bool Check::PingTarget(const std::wstring& address) {
   SetProgress(facts.progress, report::Progress::Running);
   const bool answered = Ping(address, facts.echoes);
   facts.progress = answered ? report::Progress::Ended : WithoutReply(facts.echoes);
+  if (!answered) facts.neighbour = LookAgain(facts.progress, facts.echoes);
   context_.recorder.Changed();
   return answered;
 }
@@ -198,6 +209,7 @@ bool Check::Run(const std::wstring& target, const std::function<void()>& addToHi
   SetProgress(Facts().pc.progress, report::Progress::Running);
   if (!ReadConfiguration()) return false;
   RecordConfiguration();
+  Facts().pc.way = FindWayToTarget(libraries_.ipHelper, ToAddress(address));
   if (!CheckPc(ToAddress(address))) return false;
 
   const bool sameNetwork = Facts().pc.sameSubnet;

@@ -40,6 +40,11 @@ FailingProgram::FailingProgram(FailurePlan& failurePlan) : plan(failurePlan) {
   winsock.AddInterface("192.168.1.10", "255.255.255.0");
   winsock.AddHost("cnc", {"10.0.0.5"});
   ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1"});
+  ipHelper.cards = {{u"Ethernet", 7, {{"192.168.1.10"}}, {"192.168.1.1"}}};
+  ipHelper.bestInterface = 7;
+  for (const char* const host : {"192.168.1.100", "192.168.1.1"})
+    ipHelper.AddNeighbour(host, MibIpNetRow2::kReachable);
+  for (const uint16_t port : {uint16_t{21}, uint16_t{8193}}) winsock.ports[port] = {10061, 1};
   for (const char* const host : {"192.168.1.100", "192.168.1.1", "10.0.0.5"}) icmp.AddHost(host);
   form.beforeText = FailOnText();
   form.beforeCaption = [this] { FailOnCaption(); };

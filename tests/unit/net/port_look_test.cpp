@@ -93,6 +93,12 @@ TEST_F(PortLookTest, Events_are_handled_while_the_port_is_silent) {
   EXPECT_GE(events, 60);
 }
 
+TEST_F(PortLookTest, What_is_not_an_address_is_not_asked) {
+  for (const uint32_t address : {0u, 0xFFFFFFFFu})
+    EXPECT_EQ(AskPort(winsock, pump, address, kPort).answer, PortAnswer::Unknown);
+  EXPECT_TRUE(winsock.connects.empty());
+}
+
 TEST_F(PortLookTest, Without_a_session_the_answer_is_unknown) {
   winsock.startupResult = 10091;
   failedStartups = 1;
