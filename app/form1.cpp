@@ -35,7 +35,13 @@ Form1::Form1(Dependencies dependencies)
 
 void Form1::WireEvents() {
   const auto on = [this](void (Form1::*handler)()) { return [this, handler] { (this->*handler)(); }; };
-  deps_.form.errorText = [this](const RuntimeError& error) { return report::ErrorText(error, texts_); };
+  deps_.form.errorText = [this](const RuntimeError& error) {
+    const std::wstring text = report::ErrorText(error, texts_);
+    recorder_.BoxShown(text);
+    return text;
+  };
+  results_.onAdd = [this](const std::vector<std::wstring>& lines) { recorder_.AddLines(lines); };
+  recorder_.onChanged = [this] { ShowAnswer(); };
   deps_.form.onActivate = on(&Form1::Form_Activate);
   deps_.form.onResize = on(&Form1::Form_Resize);
   deps_.form.onScalingChanged = [this] {
@@ -68,6 +74,7 @@ void Form1::WireEvents() {
   controls_.cmbIPAddr.onKeyDown = [this](int16_t keyCode, int16_t shift) {
     cmbIPAddr_KeyDown(keyCode, shift);
   };
+  controls_.cmbIPAddr.onChange = [this](const std::wstring& text) { cmbIPAddr_Change(text); };
   controls_.cmbIPAddr.onKeyPress = [this](int16_t& key) {
     KeyPress_HostRange(key, controls_.cmbIPAddr, deps_.codePage);
   };
@@ -140,6 +147,7 @@ void Form1::lstResult_DblClick() {
     return;
   }
   deps_.clipboard.SetText(results_.AllLines());
+  ShowCopied(results_.Lines().size());
 }
 
 bool Form1::txtPingReqCount_Validate() {

@@ -19,6 +19,7 @@
 #include "k7/svc_utl.h"
 #include "report/check_context.h"
 #include "report/recorded_boxes.h"
+#include "report/run_recorder.h"
 #include "resources/messages.h"
 #include "resources/resource.h"
 #include "ui/result_list_view.h"
@@ -70,6 +71,7 @@ class Form1 {
   void Form_EndSession();
   void Form_Unload();
   void cmbIPAddr_KeyDown(int16_t keyCode, int16_t shift);
+  void cmbIPAddr_Change(const std::wstring& text);
   void cmdPing_Click();
   void cmdAllTest_Click();
   void cmdFtpConnect_Click();
@@ -101,7 +103,16 @@ class Form1 {
   /// Calls `routine` as a run and returns its result. During a run the window refuses to close and cmdPing is
   /// the stop button. If a run is active already, requests its stop instead and returns false. Every test
   /// button uses this, except cmdK7Api, whose test has its own stop.
-  bool RunOutermost(const std::function<bool()>& routine);
+  /// `rungs`: those that the routine tests.
+  bool RunOutermost(const std::vector<report::Rung>& rungs, const std::function<bool()>& routine);
+  /// Calls `routine`, which tests the rungs, as a run of the recorder. Inside another run, as a part of it.
+  bool Recorded(const std::vector<report::Rung>& rungs, const std::function<bool()>& routine);
+  report::RunSettings ReadRunSettings() const;
+  /// Shows what the recorder's run means: the sentence and a mark for each rung.
+  void ShowAnswer();
+  void ShowSentence(const std::wstring& sentence);
+  /// Reports for three seconds, in place of the sentence, how many lines were copied.
+  void ShowCopied(size_t lines);
   /// Calls `test`, then handles all pending window events, even if it throws. A click made while a library
   /// blocked the program must be handled before the test's flags are cleared. Otherwise a click meant as a
   /// stop would start the next test.
@@ -138,8 +149,6 @@ class Form1 {
   void ReadCommandLine();
   void LoadCaptions();
   bool TextsAreJapanese() const;
-  /// Fills the fields of the status bar with the names of the rungs, none of them tested.
-  void ShowRungNames();
   void CheckModules();
   /// Hides the two K7 pages in family mode; otherwise does nothing.
   void SwitchK7PagesOff();

@@ -25,7 +25,7 @@ bool Form1::RunLibraryTest() {
 }
 
 void Form1::cmdGetInfo_Click() {
-  RunOutermost([this] { return RunLibraryTest(); });
+  RunOutermost({report::Rung::CncLibrary}, [this] { return RunLibraryTest(); });
 }
 
 void Form1::mnuPMC_Click() {

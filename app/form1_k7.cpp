@@ -12,7 +12,12 @@
 namespace tarvik {
 
 bool Form1::RunK7ApiTest() {
-  if (missing_.k7Api) return true;
+  if (missing_.k7Api) {
+    recorder_.run.facts.k7 = {};
+    recorder_.run.facts.k7.progress = report::Progress::Ended;
+    recorder_.run.facts.k7.libraryMissing = true;
+    return true;
+  }
   bool passed = false;
   deps_.form.Guarded([&] {
     // Inside a run, the stop request belongs to the run, which clears it.
@@ -60,7 +65,7 @@ void Form1::cmdK7Api_Click() {
   }
   k7ApiBusy_ = true;
   const ScopeGuard done([this] { k7ApiBusy_ = false; });
-  RunK7ApiTest();
+  Recorded({report::Rung::K7}, [this] { return RunK7ApiTest(); });
 }
 
 }  // namespace tarvik

@@ -20,9 +20,13 @@ namespace {
 
 constexpr int kLongRunMs = 10000;
 
+/// What the Ping check tests.
+const std::vector<report::Rung> kPingRungs = {report::Rung::Name, report::Rung::Pc, report::Rung::Gateway,
+                                              report::Rung::Target};
+
 }  // namespace
 
-bool Form1::RunOutermost(const std::function<bool()>& routine) {
+bool Form1::RunOutermost(const std::vector<report::Rung>& rungs, const std::function<bool()>& routine) {
   if (deps_.flags.busy) {
     deps_.flags.stopRequested = true;
     return false;
@@ -41,7 +45,7 @@ bool Form1::RunOutermost(const std::function<bool()>& routine) {
   });
   controls_.cmdPing.SetCaption(texts_.GetOrEmpty(Message::StopButton));
   controls_.cmdPing.causesValidation = false;
-  return ShowOnTaskbar([&] { return RunThenDrainEvents(routine); });
+  return ShowOnTaskbar([&] { return RunThenDrainEvents([&] { return Recorded(rungs, routine); }); });
 }
 
 bool Form1::ShowOnTaskbar(const std::function<bool()>& run) {
@@ -93,7 +97,12 @@ void Form1::SetBusy(bool busy) {
 }
 
 bool Form1::RunFtpTest() {
-  if (missing_.internet) return true;
+  if (missing_.internet) {
+    recorder_.run.facts.ftp = {};
+    recorder_.run.facts.ftp.progress = report::Progress::Ended;
+    recorder_.run.facts.ftp.libraryMissing = true;
+    return true;
+  }
   const bool passed = TestFtp(
       context_, deps_.wininet, deps_.codePage, deps_.system, [this](bool busy) { SetBusy(busy); },
       controls_.cmbIPAddr.Text(), controls_.txtFtpUsername.Text(), controls_.txtFtpPasswd.Text());
@@ -121,7 +130,11 @@ bool Form1::RunIfSelected(OptionBit bit, bool (Form1::*test)()) {
 }
 
 bool Form1::RunAllTests() {
-  return RunOutermost([this] {
+  std::vector<report::Rung> rungs = kPingRungs;
+  if (TestOptionMask(kLibraryTest)) rungs.push_back(report::Rung::CncLibrary);
+  if (!IsOptionMask_HideK7Test() && TestOptionMask(kK7ApiTest)) rungs.push_back(report::Rung::K7);
+  if (TestOptionMask(kFtpTest)) rungs.push_back(report::Rung::Ftp);
+  return RunOutermost(rungs, [this] {
     return RunReachabilityCheck() && RunIfSelected(kLibraryTest, &Form1::RunLibraryTest) &&
            (IsOptionMask_HideK7Test() || RunIfSelected(kK7ApiTest, &Form1::RunK7ApiTest)) &&
            RunIfSelected(kFtpTest, &Form1::RunFtpTest);
@@ -129,7 +142,7 @@ bool Form1::RunAllTests() {
 }
 
 void Form1::cmdPing_Click() {
-  RunOutermost([this] { return RunReachabilityCheck(); });
+  RunOutermost(kPingRungs, [this] { return RunReachabilityCheck(); });
 }
 
 void Form1::cmdAllTest_Click() {
@@ -138,11 +151,14 @@ void Form1::cmdAllTest_Click() {
 }
 
 void Form1::cmdFtpConnect_Click() {
-  RunOutermost([this] { return RunFtpTest(); });
+  RunOutermost({report::Rung::Ftp}, [this] { return RunFtpTest(); });
 }
 
 void Form1::cmdAllFtpTest_Click() {
-  RunOutermost([this] { return RunReachabilityCheck() && !deps_.pump.StopRequested() && RunFtpTest(); });
+  std::vector<report::Rung> rungs = kPingRungs;
+  rungs.push_back(report::Rung::Ftp);
+  RunOutermost(rungs,
+               [this] { return RunReachabilityCheck() && !deps_.pump.StopRequested() && RunFtpTest(); });
 }
 
 }  // namespace tarvik

@@ -8,6 +8,7 @@
 #include "platform/runtime_error.h"
 #include "platform/scope_guard.h"
 #include "platform/text.h"
+#include "report/finding_texts.h"
 
 namespace tarvik {
 namespace {
@@ -75,7 +76,7 @@ void Form1::UseProgramFolderAndWindowsLanguage() {
 }
 
 bool Form1::TextsAreJapanese() const {
-  return languageMode_ == kLanguageFile ? languageId_ == kJapanese : languageMode_ == kBuiltInJapanese;
+  return report::LanguageOfTexts(languageMode_, languageId_) == report::AnswerLanguage::Japanese;
 }
 
 void Form1::ReadConfiguration() {

@@ -23,6 +23,8 @@ class OptionMask {
 
   void Set(uint32_t bits) { mask_ |= bits; }
 
+  uint32_t Bits() const { return mask_; }
+
  private:
   uint32_t mask_ = 0;
 };

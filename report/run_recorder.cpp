@@ -50,7 +50,7 @@ void EchoSeries::Add(const Echo& echo, bool fromAddress) {
   if (echoes.size() < kMaxKept) echoes.push_back(echo);
 }
 
-void RunRecorder::Begin(const std::wstring& target, std::initializer_list<Rung> rungs,
+void RunRecorder::Begin(const std::wstring& target, const std::vector<Rung>& rungs,
                         const RunSettings& settings, const std::wstring& localTime) {
   if (depth_++ == 0) {
     Facts kept;

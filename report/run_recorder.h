@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -31,7 +30,7 @@ class RunRecorder {
 
   /// Begins a run and discards the facts of its rungs, and all facts if the target differs from the last
   /// one. During a run, only adds the rungs to it. Every Begin needs an End.
-  void Begin(const std::wstring& target, std::initializer_list<Rung> rungs, const RunSettings& settings,
+  void Begin(const std::wstring& target, const std::vector<Rung>& rungs, const RunSettings& settings,
              const std::wstring& localTime);
   /// Ends the outermost run. The first reason other than Finished counts.
   void End(RunEnd end, const std::wstring& localTime);

@@ -135,6 +135,8 @@ class ComboBox : public Control {
   /// For keys pressed in the edit field.
   KeyPress onKeyPress;
   std::function<void(int16_t keyCode, int16_t shift)> onKeyDown;
+  /// The user has changed the field to `text`, by typing, pasting or selecting an item.
+  std::function<void(const std::wstring& text)> onChange;
 };
 
 /// A single-selection list of lines.

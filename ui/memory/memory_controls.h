@@ -187,6 +187,10 @@ class MemoryComboBox final : public MemoryControl<ComboBox> {
   }
   int SelectedIndex() const override { return selected_; }
   void PressKey(int16_t keyCode, int16_t shift) { Raise(onKeyDown, keyCode, shift); }
+  void Type(const std::wstring& text) {
+    SetText(text);
+    Raise(onChange, text);
+  }
 
  private:
   ComboBoxStyle style_;

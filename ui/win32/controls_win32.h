@@ -104,6 +104,7 @@ class Win32ComboBox final : public UncaptionedControl<ComboBox> {
   void Clear() override;
   void Select(int index) override;
   int SelectedIndex() const override { return static_cast<int>(Send(CB_GETCURSEL)); }
+  void OnCommand(WORD notification) override;
 
  protected:
   void OnCreated() override;

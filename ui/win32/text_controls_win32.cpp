@@ -215,6 +215,12 @@ void Win32ComboBox::Select(int index) {
     throw RuntimeError(L"The drop-down list has no such item.");
 }
 
+void Win32ComboBox::OnCommand(WORD notification) {
+  // Windows reports a selection before it copies the item to the field.
+  if (notification == CBN_SELCHANGE) Raise(onChange, Item(SelectedIndex()));
+  if (notification == CBN_EDITCHANGE) Raise(onChange, Text());
+}
+
 void Win32ComboBox::AcceptListEntry() {
   // Typing clears the selection; then the field keeps its text.
   const LRESULT index = Send(CB_GETCURSEL);

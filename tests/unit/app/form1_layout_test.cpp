@@ -52,7 +52,7 @@ TEST_F(Form1LayoutTest, The_status_bar_has_a_field_for_each_rung_of_the_family_e
   Start();
   EXPECT_EQ(FieldTexts(), (std::vector<std::wstring>{L"Name –", L"PC –", L"Gateway –", L"Target –",
                                                      L"NEXAL2 –", L"FTP –"}));
-  EXPECT_EQ(Bar().FieldWhole(3), L"Target: not tested");
+  EXPECT_EQ(Bar().FieldWhole(3), L"Target: Not tested yet.");
 }
 
 TEST_F(Form1LayoutTest, The_general_edition_also_has_a_field_for_K7) {
@@ -65,7 +65,7 @@ TEST_F(Form1LayoutTest, The_fields_have_Japanese_names_and_marks_in_Japanese) {
   Start(L"-LANGID 0");
   EXPECT_EQ(FieldTexts(), (std::vector<std::wstring>{L"名前 －", L"PC －", L"ｹﾞｰﾄｳｪｲ －", L"相手 －",
                                                      L"NEXAL2 －", L"FTP －"}));
-  EXPECT_EQ(Bar().FieldWhole(0), L"名前: 未ﾃｽﾄ");
+  EXPECT_EQ(Bar().FieldWhole(0), L"名前：未テスト。");
 }
 
 TEST_F(Form1LayoutTest, Every_field_shows_its_widest_mark_and_the_grip_covers_none_in_the_family_edition) {
