@@ -24,7 +24,7 @@ struct Answer {
   std::wstring sentence;                 ///< at most kMaxSentenceColumns; empty before the first run
   std::array<RungFinding, kRungCount> rungs;
 
-  const RungFinding& Of(Rung rung) const { return rungs[static_cast<size_t>(rung)]; }
+  const RungFinding& Of(Rung which) const { return rungs[static_cast<size_t>(which)]; }
 };
 
 /// Derives the answer from the facts alone.
