@@ -1,5 +1,7 @@
 #include "report/run_recorder.h"
 
+#include <algorithm>
+
 namespace tarvik::report {
 namespace {
 
@@ -46,7 +48,7 @@ void EchoSeries::Add(const Echo& echo, bool fromAddress) {
     ++elsewhere;
   if (echo.replied && echo.status != 0) status = echo.status;
   if (echo.replied && (echo.status != 0 || !fromAddress)) otherSender = echo.from;
-  if (echo.replied && echo.status == 0 && echo.roundTripMs > slowestMs) slowestMs = echo.roundTripMs;
+  if (echo.replied && echo.status == 0 && fromAddress) slowestMs = std::max(slowestMs, echo.roundTripMs);
   if (echoes.size() < kMaxKept) echoes.push_back(echo);
 }
 
