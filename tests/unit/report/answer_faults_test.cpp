@@ -23,7 +23,6 @@ constexpr uint32_t kUnitNotRecognized = 0x1009F004;
 /// A ping in vain with a library test planned after it.
 RunBuilder Silent(RunBuilder run) { return run.TargetPinged({B::Lost()}).Plan({Rung::CncLibrary}); }
 
-RunBuilder Near() { return B().Address(L"192.168.1.100").Pc(true); }
 RunBuilder Far() { return B().Address(L"192.168.2.100").Pc(false).GatewayPinged(B::From(L"192.168.1.1")); }
 /// The gateway check fails before anything is sent.
 RunBuilder NoGateway(RunBuilder run) { return run.Plan({Rung::CncLibrary}); }
@@ -32,7 +31,7 @@ std::vector<Fault> NetworkFaults() {
   const std::wstring target = L"192.168.1.100";
   const std::wstring silent = L"Target silent: check address, cable, power.";
   return {
-      {"network_address_of_the_controller_wrong", silent, "oo-x---", Silent(Near())},
+      {"network_address_of_the_controller_wrong", silent, "oo-x---", Silent(OnSubnet())},
       {"network_address_of_the_pc_is_the_controllers", L"This is the PC's own address: give the PC another.",
        "o!-ox--",
        B().Address(target).Pc(true, target).TargetPinged({B::From(target)}).Cnc(CncCall::Connect, -102, 1)},
@@ -43,17 +42,17 @@ std::vector<Fault> NetworkFaults() {
            .GatewayPinged(B::Lost(), L"10.0.0.1")},
       {"network_address_taken_twice", L"NEXAL2 fails at once: check TCP port, other programs.", "oo-ox--",
        B().NearAnswers().Cnc(CncCall::Connect, -102, 1)},
-      {"network_answers_late", silent, "oo-x---", Silent(Near())},
-      {"network_cable_out_at_the_controller", silent, "oo-x---", Silent(Near())},
+      {"network_answers_late", silent, "oo-x---", Silent(OnSubnet())},
+      {"network_cable_out_at_the_controller", silent, "oo-x---", Silent(OnSubnet())},
       {"network_cable_out_at_the_controller_behind_the_gateway",
        L"Gateway good, target silent: check its power, gateway.", "ooox---", Silent(Far())},
-      {"network_cable_out_at_the_pc", silent, "oo-x---", Silent(Near())},
+      {"network_cable_out_at_the_pc", silent, "oo-x---", Silent(OnSubnet())},
       {"network_echo_filtered", L"NEXAL2 good, ping is blocked: allow it, or go on.", "oo-!o--",
-       Silent(Near()).CncAnswers().Only(Rung::CncLibrary)},
+       Silent(OnSubnet()).CncAnswers().Only(Rung::CncLibrary)},
       {"network_firewall_says_host_unreachable", L"A router cannot reach the target: check cable, firewall.",
        "ooo!x--", Far().TargetPinged({B::Refused(11003, L"192.168.1.1")}).Cnc(CncCall::Connect, -102, 1)},
       {"network_firewall_says_port_unreachable", L"Target rejects ping: allow it there, or go on.", "oo-!o--",
-       Near().TargetPinged({B::Refused(11005, target)}).CncAnswers()},
+       OnSubnet().TargetPinged({B::Refused(11005, target)}).CncAnswers()},
       {"network_gateway_address_wrong", L"Gateway silent: check its address, cable, power.", "oox----",
        B().Address(L"192.168.2.100").Pc(false).GatewayPinged(B::Lost(), L"192.168.1.2")},
       {"network_gateway_dead", L"Gateway silent: check its address, cable, power.", "oox----",
@@ -62,7 +61,7 @@ std::vector<Fault> NetworkFaults() {
        NoGateway(B().Address(L"192.168.2.100")
                      .Pc(false, L"192.168.1.10", L"255.255.255.0", L"192.168.9.1")
                      .Gateway(GatewayResult::NoneUsable))},
-      {"network_mask_of_the_controller_too_narrow", silent, "oo-x---", Silent(Near())},
+      {"network_mask_of_the_controller_too_narrow", silent, "oo-x---", Silent(OnSubnet())},
       {"network_mask_of_the_pc_too_narrow", L"PC's mask 255.255.255.240 looks too narrow: compare it.",
        "o!x----",
        NoGateway(B().Address(target)
@@ -84,7 +83,7 @@ std::vector<Fault> NetworkFaults() {
       {"network_no_way_back", L"Gateway good, target silent: check its power, gateway.", "ooox---",
        Silent(Far())},
       {"network_packets_lost", L"2 of 4 echoes lost: check cable and plugs.", "oo-!o--",
-       Near().TargetPinged({B::From(target), B::Lost(), B::From(target), B::Lost()}).CncAnswers()},
+       OnSubnet().TargetPinged({B::From(target), B::Lost(), B::From(target), B::Lost()}).CncAnswers()},
       {"network_pc_without_an_address", L"PC has no address: set address and mask in Windows.", "ox-----",
        B().Address(target).PcWithoutMask()},
       {"network_router_knows_no_way", L"A router has no way there: check the address, then routes.",

@@ -13,8 +13,7 @@ std::wstring Sentence(RunBuilder& builder, AnswerLanguage language = AnswerLangu
   return AnswerOf(builder.run(), language).sentence;
 }
 
-RunBuilder Near() { return B().Address(L"192.168.1.100").Pc(true); }
-RunBuilder NearSilent() { return Near().TargetPinged({B::Lost()}).Plan({Rung::CncLibrary}); }
+RunBuilder SilentOnSubnet() { return OnSubnet().TargetPinged({B::Lost()}).Plan({Rung::CncLibrary}); }
 
 PcCard Card(CardKind kind, bool up) {
   PcCard card;
@@ -32,7 +31,7 @@ TEST(AnswerTest, Before_the_first_run_nothing_is_said_and_nothing_tested) {
 }
 
 TEST(AnswerTest, A_running_rung_says_how_far_it_is_and_how_to_stop) {
-  RunBuilder run = Near().TargetPinged({B::From(L"192.168.1.100")});
+  RunBuilder run = OnSubnet().TargetPinged({B::From(L"192.168.1.100")});
   run.run().end = RunEnd::None;
   run.run().active = true;
   run.facts().target.progress = Progress::Running;
@@ -43,7 +42,7 @@ TEST(AnswerTest, A_running_rung_says_how_far_it_is_and_how_to_stop) {
 }
 
 TEST(AnswerTest, A_blocking_library_says_how_long_it_waits) {
-  RunBuilder run = Near().TargetPinged({B::From(L"192.168.1.100")}).Cnc(CncCall::Connect, 0, 0);
+  RunBuilder run = OnSubnet().TargetPinged({B::From(L"192.168.1.100")}).Cnc(CncCall::Connect, 0, 0);
   run.run().end = RunEnd::None;
   run.run().active = true;
   run.facts().cnc.progress = Progress::Running;
@@ -52,7 +51,7 @@ TEST(AnswerTest, A_blocking_library_says_how_long_it_waits) {
 }
 
 TEST(AnswerTest, A_stop_before_the_first_answer_proves_nothing) {
-  RunBuilder run = Near();
+  RunBuilder run = OnSubnet();
   run.run().end = RunEnd::Stopped;
   run.facts().target.progress = Progress::Stopped;
   EXPECT_EQ(Sentence(run), L"Stopped. Nothing is proven.");
@@ -72,18 +71,18 @@ TEST(AnswerTest, A_stop_request_after_the_last_rung_changes_nothing) {
 }
 
 TEST(AnswerTest, A_ping_count_of_0_proves_nothing) {
-  RunBuilder run = Near().TargetPinged({});
+  RunBuilder run = OnSubnet().TargetPinged({});
   EXPECT_EQ(Sentence(run), L"Ping count 0, nothing is proven: set it to 4.");
   EXPECT_EQ(MarksOf(AnswerOf(run.run(), AnswerLanguage::English)), "oo-----");
 }
 
 TEST(AnswerTest, A_ping_that_was_answered_says_how_well) {
-  RunBuilder run = Near().TargetPinged({B::From(L"192.168.1.100", 2), B::From(L"192.168.1.100", 31)});
+  RunBuilder run = OnSubnet().TargetPinged({B::From(L"192.168.1.100", 2), B::From(L"192.168.1.100", 31)});
   EXPECT_EQ(Sentence(run), L"Target good, 2 of 2 echoes, slowest 31 ms.");
 }
 
 TEST(AnswerTest, A_doubtful_rung_has_the_facts_and_the_advice_in_its_whole_text) {
-  RunBuilder run = Near().TargetPinged(
+  RunBuilder run = OnSubnet().TargetPinged(
       {B::From(L"192.168.1.100", 2), B::Lost(), B::From(L"192.168.1.100", 31), B::Lost()});
   const Answer answer = AnswerOf(run.run(), AnswerLanguage::English);
   EXPECT_EQ(answer.Of(Rung::Target).text,
@@ -132,25 +131,25 @@ TEST(AnswerTest, An_error_before_the_first_rung_refers_to_its_message) {
 }
 
 TEST(AnswerTest, An_address_that_answers_for_another_one_is_named) {
-  RunBuilder run = Near().TargetPinged({B::From(L"192.168.1.16")});
+  RunBuilder run = OnSubnet().TargetPinged({B::From(L"192.168.1.16")});
   EXPECT_EQ(Sentence(run), L"192.168.1.16 answered instead: compare the addresses.");
   EXPECT_EQ(MarksOf(AnswerOf(run.run(), AnswerLanguage::English)), "oo-!---");
 }
 
 TEST(AnswerTest, An_unreachable_report_of_the_PC_itself_means_that_nobody_has_the_address) {
-  RunBuilder run = Near().TargetPinged({B::Refused(11003, L"192.168.1.10")});
+  RunBuilder run = OnSubnet().TargetPinged({B::Refused(11003, L"192.168.1.10")});
   EXPECT_EQ(Sentence(run), L"Nobody has this address: check it, then cable, power.");
-  RunBuilder asError = Near().TargetPinged({B::Lost(11003)});
+  RunBuilder asError = OnSubnet().TargetPinged({B::Lost(11003)});
   EXPECT_EQ(Sentence(asError), L"Nobody has this address: check it, then cable, power.");
 }
 
 TEST(AnswerTest, An_echo_that_Windows_could_not_send_is_the_PCs_fault) {
-  RunBuilder run = Near().TargetPinged({B::Lost(1231)});
+  RunBuilder run = OnSubnet().TargetPinged({B::Lost(1231)});
   EXPECT_EQ(Sentence(run), L"Windows sent no echo (error 1231): check the PC's card.");
 }
 
 TEST(AnswerTest, A_card_without_a_link_explains_the_silence) {
-  RunBuilder run = NearSilent();
+  RunBuilder run = SilentOnSubnet();
   run.facts().pc.way.card = Card(CardKind::Cable, false);
   EXPECT_EQ(Sentence(run), L"Cable of \"Ethernet 2\" is out: plug it into the PC.");
   EXPECT_EQ(MarksOf(AnswerOf(run.run(), AnswerLanguage::English)), "ox-x---");
@@ -167,7 +166,7 @@ TEST(AnswerTest, A_card_without_a_link_does_not_matter_when_the_target_answers) 
 }
 
 TEST(AnswerTest, The_neighbour_table_tells_a_missing_device_from_a_silent_one) {
-  RunBuilder run = NearSilent();
+  RunBuilder run = SilentOnSubnet();
   run.facts().target.neighbour = Neighbour::Absent;
   EXPECT_EQ(Sentence(run), L"Nobody has this address: check it, then cable, power.");
   run.facts().target.neighbour = Neighbour::Present;
@@ -205,7 +204,7 @@ TEST(AnswerTest, The_ports_answer_splits_a_silent_FTP_server) {
 
 TEST(AnswerTest, A_failure_that_explains_itself_wins_over_a_doubt) {
   RunBuilder run =
-      Near().TargetPinged({B::Refused(11003, L"192.168.1.1")}).Cnc(CncCall::ConnectWithCode, 7, 1);
+      OnSubnet().TargetPinged({B::Refused(11003, L"192.168.1.1")}).Cnc(CncCall::ConnectWithCode, 7, 1);
   EXPECT_EQ(Sentence(run), L"Access code needed: tick and type it on page NEXAL2.");
 }
 

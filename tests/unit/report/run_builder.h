@@ -154,6 +154,9 @@ class RunBuilder {
   Run run_;
 };
 
+/// A target on the PC's own subnet, not pinged yet.
+inline RunBuilder OnSubnet() { return RunBuilder().Address(L"192.168.1.100").Pc(true); }
+
 /// One character for each rung: "o" good, "!" doubtful, "x" failed, "-" anything else.
 inline std::string MarksOf(const Answer& answer) {
   std::string marks;
