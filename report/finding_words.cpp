@@ -47,8 +47,8 @@ std::wstring WithoutZeros(const std::wstring& number) {
   return digit == std::wstring::npos ? L"0" : number.substr(digit);
 }
 
-std::wstring NameOfCard(const WayToTarget& way) {
-  const PcCard* const card = CardOf(way);
+std::wstring NameOfCard(const Facts& facts) {
+  const PcCard* const card = CardOf(facts.pc.way, facts.name.address);
   return card == nullptr ? std::wstring() : card->name;
 }
 
@@ -80,7 +80,7 @@ std::wstring FactOf(wchar_t letter, const Run& run, Rung rung, AnswerLanguage la
     case L'B':
       return Decimal(facts.cnc.result);
     case L'C':
-      return Shortened(NameOfCard(facts.pc.way));
+      return Shortened(NameOfCard(facts));
     case L'D':
       return SecondsText(facts.cnc.callMs);
     case L'E':

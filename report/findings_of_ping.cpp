@@ -142,7 +142,8 @@ Finding NameFinding(const Facts& facts) {
 Finding PcFinding(const Facts& facts) {
   const PcFacts& pc = facts.pc;
   if (!pc.configurationRead) return Finding::PcNoConfiguration;
-  if (const PcCard* const card = CardOf(pc.way); card != nullptr && !card->up && NothingAnswered(facts)) {
+  if (const PcCard* const card = CardOf(pc.way, facts.name.address);
+      card != nullptr && !card->up && NothingAnswered(facts)) {
     if (card->kind == CardKind::Wireless) return Finding::PcWirelessOff;
     if (card->kind == CardKind::Cable) return Finding::PcCableOut;
   }
@@ -170,9 +171,9 @@ Finding GatewayFinding(const Facts& facts) {
   if (echoes.elsewhere > 0) return Finding::GatewayElsewhere;
   if (!Silent(echoes)) return Finding::GatewayRefused;
   if (NotSent(echoes)) return Finding::EchoNotSent;
+  if (gateway.neighbour == Neighbour::Present) return Finding::GatewayPresent;
   if (PcIsFarFromTarget(facts)) return Finding::GatewaySilentFar;
   if (gateway.neighbour == Neighbour::Absent) return Finding::GatewayAbsent;
-  if (gateway.neighbour == Neighbour::Present) return Finding::GatewayPresent;
   return Finding::GatewaySilent;
 }
 

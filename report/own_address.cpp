@@ -41,12 +41,25 @@ int OwnAddressesOnSubnet(const PcFacts& pc, std::wstring_view target) {
                                         [target](const OwnAddress& own) { return IsOnSubnet(own, target); }));
 }
 
-const PcCard* CardOf(const WayToTarget& way) {
-  if (way.card) return &*way.card;
-  const auto down = std::find_if(way.cards.begin(), way.cards.end(), [](const PcCard& card) {
-    return !card.up && (card.kind == CardKind::Cable || card.kind == CardKind::Wireless);
-  });
-  return down == way.cards.end() ? nullptr : &*down;
+const PcCard* CardOf(const WayToTarget& way, std::wstring_view target) {
+  const auto first = [&way](const auto& fits) -> const PcCard* {
+    const auto found = std::find_if(way.cards.begin(), way.cards.end(), fits);
+    return found == way.cards.end() ? nullptr : &*found;
+  };
+  const auto fits = [target](const PcCard& card) {
+    return IsOnSubnet({card.address, card.mask, {}}, target);
+  };
+  const PcCard* card = first([&fits](const PcCard& each) { return each.up && fits(each); });
+  if (card == nullptr) card = first(fits);
+  if (card == nullptr && way.card) card = &*way.card;
+  const auto isReal = [](const PcCard& each) {
+    return each.kind == CardKind::Cable || each.kind == CardKind::Wireless;
+  };
+  const bool anyUp = first([&isReal](const PcCard& each) { return each.up && isReal(each); }) != nullptr;
+  if (card == nullptr && !anyUp)
+    card = first([](const PcCard& each) { return each.kind == CardKind::Cable; });
+  if (card == nullptr && !anyUp) card = first(isReal);
+  return card;
 }
 
 }  // namespace tarvik::report

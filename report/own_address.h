@@ -21,8 +21,9 @@ const OwnAddress* OwnAddressFor(const PcFacts& pc, std::wstring_view target);
 /// How many of the PC's addresses are on the target's subnet.
 int OwnAddressesOnSubnet(const PcFacts& pc, std::wstring_view target);
 
-/// The card that leads to the target; when Windows cannot say, the first real one whose link is down. Null
-/// when there is none.
-const PcCard* CardOf(const WayToTarget& way);
+/// The card that should lead to the target. That is one on its subnet, even if its link is down and Windows
+/// therefore takes another way; otherwise the one that Windows names; otherwise, when no link is up, the one
+/// whose cable is out. Null when there is none.
+const PcCard* CardOf(const WayToTarget& way, std::wstring_view target);
 
 }  // namespace tarvik::report

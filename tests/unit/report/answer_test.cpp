@@ -159,6 +159,27 @@ TEST(AnswerTest, A_card_without_a_link_explains_the_silence) {
   EXPECT_EQ(Sentence(run), L"Target silent: check address, cable, power.");
 }
 
+TEST(AnswerTest, A_card_on_the_targets_subnet_without_a_link_explains_why_Windows_takes_another_way) {
+  RunBuilder run = B().Address(L"192.168.2.100").Pc(false).GatewayPinged(B::From(L"192.168.1.1"));
+  run.TargetPinged({B::Lost()});
+  PcCard office = Card(CardKind::Cable, true);
+  office.name = L"Office";
+  PcCard machine = Card(CardKind::Cable, false);
+  machine.address = L"192.168.2.10";
+  machine.mask = L"255.255.255.0";
+  run.facts().pc.way = {office, false, {office, machine}};
+  EXPECT_EQ(Sentence(run), L"Cable of \"Ethernet 2\" is out: plug it into the PC.");
+}
+
+TEST(AnswerTest, An_unused_card_without_a_link_is_not_blamed) {
+  RunBuilder run = B().Address(L"192.168.2.100").Pc(false).Gateway(GatewayResult::NoneConfigured);
+  PcCard unused = Card(CardKind::Wireless, false);
+  run.facts().pc.way.cards = {unused, Card(CardKind::Cable, true)};
+  EXPECT_EQ(Sentence(run), L"PC has no gateway: set one, or correct the address.");
+  run.facts().pc.way.cards = {unused, Card(CardKind::Cable, false)};
+  EXPECT_EQ(Sentence(run), L"Cable of \"Ethernet 2\" is out: plug it into the PC.");
+}
+
 TEST(AnswerTest, A_card_without_a_link_does_not_matter_when_the_target_answers) {
   RunBuilder run = B().NearAnswers();
   run.facts().pc.way.cards = {Card(CardKind::Cable, false)};
