@@ -173,7 +173,7 @@ TEST(AnswerTest, A_card_on_the_targets_subnet_without_a_link_explains_why_Window
 
 TEST(AnswerTest, An_unused_card_without_a_link_is_not_blamed) {
   RunBuilder run = B().Address(L"192.168.2.100").Pc(false).Gateway(GatewayResult::NoneConfigured);
-  PcCard unused = Card(CardKind::Wireless, false);
+  PcCard unused = Card(CardKind::Cable, false);
   run.facts().pc.way.cards = {unused, Card(CardKind::Cable, true)};
   EXPECT_EQ(Sentence(run), L"PC has no gateway: set one, or correct the address.");
   run.facts().pc.way.cards = {unused, Card(CardKind::Cable, false)};
