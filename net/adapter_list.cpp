@@ -29,7 +29,7 @@ constexpr int kMaxChainLinks = 64;
 constexpr size_t kMaxNameCharacters = 256;
 
 /// The members that every version of the library writes.
-constexpr size_t kMinAdapterBytes = offsetof(IpAdapterAddresses, FirstPrefix);
+constexpr size_t kMinAdapterBytes = offsetof(IpAdapterAddresses, FirstPrefix) + sizeof(void*);
 constexpr size_t kMinUnicastBytes = offsetof(IpAdapterUnicastAddress, PrefixOrigin);
 constexpr size_t kMinGatewayBytes = offsetof(IpAdapterGatewayAddress, Address) + sizeof(SocketAddress);
 

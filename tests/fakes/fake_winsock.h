@@ -207,7 +207,7 @@ class FakeWinsock final : public Winsock {
     connects.push_back({address.sin_addr, static_cast<uint16_t>(port[0] << 8 | port[1]), tcp_.nonBlocking});
     const auto found = ports.find(connects.back().port);
     if (found != ports.end()) tcp_.port = found->second;
-    return FailWith(tcp_.port.connectError);
+    return tcp_.port.connectError == 0 ? 0 : FailWith(tcp_.port.connectError);
   }
   int select(SocketSet* read, SocketSet* write, SocketSet* except, const TimeValue& timeout) override {
     const auto isTcp = [](const SocketSet* set) {
