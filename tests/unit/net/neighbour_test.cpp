@@ -48,8 +48,11 @@ TEST_F(NeighbourTest, An_answer_from_before_proves_nothing) {
 }
 
 TEST_F(NeighbourTest, An_entry_made_by_a_user_proves_nothing) {
-  ipHelper.AddNeighbour("192.168.1.100", MibIpNetRow2::kPermanent);
-  EXPECT_EQ(Look(), Neighbour::Unknown);
+  for (const bool physicalAddressKnown : {true, false}) {
+    ipHelper.neighbours.clear();
+    ipHelper.AddNeighbour("192.168.1.100", MibIpNetRow2::kPermanent, physicalAddressKnown);
+    EXPECT_EQ(Look(), Neighbour::Unknown);
+  }
 }
 
 TEST_F(NeighbourTest, An_address_that_Windows_did_not_ask_for_is_unknown) {
