@@ -95,6 +95,7 @@ TEST_F(Form1PortTest, A_port_that_is_not_one_is_not_asked) {
 }
 
 TEST_F(Form1PortTest, The_list_is_the_same_whatever_the_port_answers) {
+  form1->Results().ClearList();
   Click(ID_cmdGetInfo);
   const auto lines = List().lines;
   form1->Results().ClearList();
