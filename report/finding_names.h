@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "report/finding.h"
+
+namespace tarvik::report {
+
+/// The finding's name as finding.h writes it. The explanations refer to findings by these names.
+std::string_view NameOf(Finding finding);
+
+/// The finding of that name; nothing when there is none.
+std::optional<Finding> FindingNamed(std::wstring_view name);
+
+}  // namespace tarvik::report
