@@ -39,7 +39,7 @@ constexpr Placeholder kPlaceholders[] = {
     {L"k7 answers", L"%U"},
     {L"live", L"%V", true},
     {L"entries", L"%F"},
-    {L"ftp seconds", L"%r", true},
+    {L"ftp seconds", L"%r"},
     {L"reply", L"%c"},
 };
 
@@ -55,7 +55,8 @@ std::wstring ValueOf(std::wstring_view name, const Run& run, Rung rung, AnswerLa
   const Placeholder* const placeholder = PlaceholderNamed(name);
   if (placeholder == nullptr) return {};
   const std::wstring value = WithFacts(placeholder->words, run, rung, language);
-  return value == L"0" && !placeholder->zeroCounts ? std::wstring() : value;
+  const bool isZero = value == L"0" || value == L"0.0";
+  return isZero && !placeholder->zeroCounts ? std::wstring() : value;
 }
 
 bool EndsWithOpenBracket(std::wstring_view text) { return text.ends_with(L'(') || text.ends_with(0xFF08); }
