@@ -22,9 +22,17 @@ file(GLOB windows_sources CONFIGURE_DEPENDS ${windows_files} ui/win32/*_win32.cp
 list(REMOVE_ITEM windows_sources ${PROJECT_SOURCE_DIR}/app/main_win32.cpp)
 add_library(tarvik_windows STATIC ${windows_sources})
 target_link_libraries(tarvik_windows PUBLIC tarvik_core ws2_32)
+set(explanations ${CMAKE_BINARY_DIR}/resources/explanations.txt)
 # windres does not report the files that a resource script includes.
 set_source_files_properties(resources/tarvik.rc PROPERTIES OBJECT_DEPENDS
-  "${PROJECT_SOURCE_DIR}/resources/tarvik.manifest;${PROJECT_SOURCE_DIR}/resources/version.h;${PROJECT_SOURCE_DIR}/resources/icon/tarvik.ico")
+  "${PROJECT_SOURCE_DIR}/resources/tarvik.manifest;${PROJECT_SOURCE_DIR}/resources/version.h;${PROJECT_SOURCE_DIR}/resources/icon/tarvik.ico;${explanations}")
+
+# The program contains the explanations as one text without comments.
+file(GLOB explanation_files CONFIGURE_DEPENDS resources/explanations/*.txt)
+add_custom_command(OUTPUT ${explanations} DEPENDS ${explanation_files}
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/resources
+  COMMAND sed /^\#/d ${explanation_files} > ${explanations} VERBATIM)
+add_custom_target(explanations DEPENDS ${explanations})
 
 # Converts a language file to CR LF and to its language's code page, in which the program reads it.
 function(add_language_file folder id code_page)
@@ -44,7 +52,8 @@ function(add_edition target family folder)
   add_executable(${target} WIN32 app/main_win32.cpp resources/tarvik.rc ${language_files})
   set_target_properties(${target} PROPERTIES OUTPUT_NAME Tarvik RUNTIME_OUTPUT_DIRECTORY ${folder})
   target_compile_definitions(${target} PRIVATE TARVIK_FAMILY_EDITION=${family})
-  target_include_directories(${target} PRIVATE resources)
+  add_dependencies(${target} explanations)
+  target_include_directories(${target} PRIVATE resources ${CMAKE_BINARY_DIR}/resources)
   target_link_libraries(${target} PRIVATE tarvik_windows)
   # The linker's default is version 4.0, for which Windows keeps old behaviour; without --tsaware a terminal server
   # gives the program a private Windows folder.
