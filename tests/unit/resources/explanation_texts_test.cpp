@@ -73,6 +73,16 @@ TEST_F(ExplanationTextsTest, Every_shared_text_is_used) {
     EXPECT_NE(all.find(": " + (*at)[1].str() + "\n"), std::string::npos) << (*at)[1];
 }
 
+TEST_F(ExplanationTextsTest, The_entries_are_in_the_order_of_the_ladder) {
+  report::Rung latest = report::Rung::Name;
+  for (const report::Explanation& entry : ProgramExplanations().All()) {
+    if (!entry.rung) continue;
+    EXPECT_GE(*entry.rung, latest) << NarrowAscii(entry.title.english);
+    latest = *entry.rung;
+  }
+  EXPECT_EQ(latest, report::Rung::Ftp);
+}
+
 TEST_F(ExplanationTextsTest, Every_finding_has_an_explanation) {
   for (int i = 0; i < report::kFindingCount; ++i) {
     const auto finding = static_cast<Finding>(i);
