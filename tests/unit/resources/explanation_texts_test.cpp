@@ -14,10 +14,10 @@
 #include "platform/text.h"
 #include "report/finding_names.h"
 #include "resources/resource.h"
-#include "tests/fakes/explanation_texts.h"
 #include "tests/fakes/fake_code_page.h"
 #include "tests/fakes/fake_files.h"
 #include "tests/fakes/fake_system.h"
+#include "tests/unit/resources/program_explanations.h"
 
 namespace tarvik::test {
 namespace {
