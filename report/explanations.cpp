@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "platform/text.h"
+#include "report/answer.h"
 #include "report/finding_names.h"
 
 namespace tarvik::report {
@@ -66,6 +67,8 @@ std::vector<std::wstring> WordingsOf(Message message, const Texts& texts) {
   if (row.japanese != nullptr) wordings.emplace_back(row.japanese);
   return wordings;
 }
+
+bool IsFailure(RungState state) { return state == RungState::Failed || state == RungState::Doubtful; }
 
 /// The text without the spaces around it and without the "=" before a number.
 std::wstring ForTitle(const wchar_t* text) {
@@ -135,6 +138,24 @@ FoundExplanation Explanations::OfBox(std::wstring_view text, const Texts& texts)
     break;
   }
   return Found(best);
+}
+
+bool Explanations::ExplainsFailure(const Explanation& entry) const {
+  return std::any_of(findings_.begin(), findings_.end(), [&](const auto& finding) {
+    return &entries_[finding.second] == &entry && IsFailure(RowOf(finding.first).state);
+  });
+}
+
+FoundExplanation Explanations::ForRun(FoundExplanation found, const Answer& answer) const {
+  if (found.explanation == nullptr || !found.explanation->rung || !ExplainsFailure(*found.explanation))
+    return found;
+  // The lines of an echo look alike for both. Without its gateway, the run never pings the target.
+  const bool atGateway =
+      *found.explanation->rung == Rung::Target && answer.Of(Rung::Gateway).state == RungState::Failed;
+  const RungFinding& rung = answer.Of(atGateway ? Rung::Gateway : *found.explanation->rung);
+  const FoundExplanation better = Of(rung.finding);
+  if (IsFailure(rung.state) && better.explanation != nullptr) found.explanation = better.explanation;
+  return found;
 }
 
 std::wstring TitleOf(const FoundExplanation& found, AnswerLanguage language) {

@@ -14,6 +14,8 @@
 
 namespace tarvik::report {
 
+struct Answer;
+
 /// Where the cause of a message most likely is, nearest to the user first.
 enum class Place {
   Tarvik,   ///< what was typed or set in this program
@@ -71,6 +73,10 @@ class Explanations {
   /// The text of a message box, which may have several lines: the first one that is known decides.
   FoundExplanation OfBox(std::wstring_view text, const Texts& texts) const;
 
+  /// The same for a line or box of the run that the answer is about: where it reports a failure, the finding
+  /// of its rung explains it better, so that the steps begin with what the sentence says.
+  FoundExplanation ForRun(FoundExplanation found, const Answer& answer) const;
+
  private:
   friend class ExplanationReader;
 
@@ -89,6 +95,7 @@ class Explanations {
 
   Match BestMatch(std::wstring_view line, const Texts& texts, bool box) const;
   FoundExplanation Found(const Match& match) const;
+  bool ExplainsFailure(const Explanation& entry) const;
 
   std::vector<Explanation> entries_;
   std::vector<Key> keys_;

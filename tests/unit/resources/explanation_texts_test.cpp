@@ -7,11 +7,13 @@
 #include <regex>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "k7/k7_error_text.h"
 #include "net/ping_host.h"
 #include "net/winsock_error_text.h"
 #include "platform/text.h"
+#include "report/answer.h"
 #include "report/finding_names.h"
 #include "resources/resource.h"
 #include "tests/fakes/fake_code_page.h"
@@ -193,6 +195,28 @@ TEST_F(ExplanationTextsTest, The_same_subject_has_the_same_explanation_whether_l
        L"Failed to K7_ConnectServer:Cannot connect to K7 Server:SystemError=274D:hdl=1 [127.0.0.1]");
   same(Finding::NoAddress, L"");
   same(Finding::FtpFull, L"421 Too many users, try again later.");
+}
+
+TEST_F(ExplanationTextsTest, A_failure_of_the_run_is_explained_by_the_finding_of_its_rung) {
+  const report::Explanations& all = ProgramExplanations();
+  report::Answer answer;
+  const auto explains = [&](const std::wstring& line, Finding finding) {
+    return all.ForRun(all.OfLine(line, texts), answer).explanation == all.Of(finding).explanation;
+  };
+  const std::wstring check = L"Please check Target's address, cable and power";
+  EXPECT_TRUE(explains(check, Finding::TargetSilent));
+
+  answer.rungs[static_cast<size_t>(report::Rung::Target)] = {
+      Finding::TargetSilentBeyond, report::RungState::Failed, {}};
+  EXPECT_TRUE(explains(check, Finding::TargetSilentBeyond));
+  EXPECT_EQ(all.ForRun(all.OfLine(check, texts), answer).message, Message::CheckTarget);
+  EXPECT_TRUE(explains(L"0001 Reply From 10.0.0.1: bytes=32 time=1ms TTL=64", Finding::TargetGood));
+  EXPECT_FALSE(explains(L"PING test...", Finding::TargetSilentBeyond));
+
+  answer.rungs[static_cast<size_t>(report::Rung::Target)] = {};
+  answer.rungs[static_cast<size_t>(report::Rung::Gateway)] = {
+      Finding::GatewaySilent, report::RungState::Failed, {}};
+  EXPECT_TRUE(explains(L"ICMP_Error:11010", Finding::GatewaySilent));
 }
 
 TEST_F(ExplanationTextsTest, Lines_and_boxes_that_are_put_together_have_their_own_explanation) {
