@@ -19,7 +19,7 @@ constexpr uint32_t kAdapterFlags =
 /// Large enough for most PCs at the first try.
 constexpr uint32_t kFirstBufferBytes = 16 * 1024;
 /// A card needs a few kilobytes at most, so a larger size is not credible.
-constexpr uint32_t kMaxBufferBytes = 1024 * 1024;
+constexpr uint32_t kMaxAdapterListBytes = 1024 * 1024;
 /// The list can grow between two calls, for example when a card is plugged in.
 constexpr int kMaxBufferTries = 3;
 
@@ -183,7 +183,7 @@ std::vector<Adapter> ReadAdapters(IpHelper& ipHelper) {
   uint32_t size = kFirstBufferBytes;
   uint32_t result = IpHelper::kBufferOverflow;
   for (int i = 0; i < kMaxBufferTries && result == IpHelper::kBufferOverflow; ++i) {
-    if (size > kMaxBufferBytes) return {};
+    if (size > kMaxAdapterListBytes) return {};
     buffer.assign(size, std::byte{0});
     result = ipHelper.GetAdaptersAddresses(IpHelper::kFamilyInternet, kAdapterFlags, nullptr, buffer.data(),
                                            &size);
