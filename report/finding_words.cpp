@@ -163,8 +163,11 @@ int ReplyCode(const std::wstring& reply) {
 }
 
 std::wstring PaddedNumber(const std::wstring& address) {
-  for (const std::wstring& number : Split(address, L"."))
-    if (number.size() > 1 && number.front() == L'0') return number;
+  for (const std::wstring& number : Split(address, L".")) {
+    const size_t digit = number.find_first_not_of(L'0');
+    if (digit == 0 || digit == std::wstring::npos) continue;
+    if (number.size() - digit > 1 || number[digit] > L'7') return number;
+  }
   return {};
 }
 

@@ -13,7 +13,8 @@ const EchoSeries& EchoesOf(const Facts& facts, Rung rung);
 /// The three-digit code at the start of the reply's last line that is not empty; 0 when there is none.
 int ReplyCode(const std::wstring& reply);
 
-/// The number of the dotted address that begins with superfluous zeros; empty when there is none.
+/// The number of the dotted address that begins with a zero and that Windows, which reads it as an octal one,
+/// therefore takes for another one or for none; empty when there is none.
 std::wstring PaddedNumber(const std::wstring& address);
 
 /// The words with every "%letter" replaced by a fact of the run. Names that can be of any length are

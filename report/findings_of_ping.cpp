@@ -28,12 +28,6 @@ bool HasDigitsAndDotsOnly(const std::wstring& text) {
   return text.find_first_not_of(L"0123456789.") == std::wstring::npos;
 }
 
-/// Windows reads a number with a zero in front as an octal one; then this one has another value.
-bool ChangesValue(const std::wstring& padded) {
-  const size_t digit = padded.find_first_not_of(L'0');
-  return digit != std::wstring::npos && (padded.size() - digit > 1 || padded[digit] > L'7');
-}
-
 /// The error that the echo to the address came back with, or that Windows reported for it; 0 for none.
 uint32_t ErrorOf(const EchoSeries& echoes) { return echoes.status != 0 ? echoes.status : echoes.error; }
 
@@ -134,9 +128,10 @@ Finding NameFinding(const Facts& facts) {
   const bool rejected = facts.target.echoes.addressRejected ||
                         std::any_of(facts.gateway.tried.begin(), facts.gateway.tried.end(),
                                     [](const EchoSeries& echoes) { return echoes.addressRejected; });
-  if (rejected) return PaddedNumber(name.typed).empty() ? Finding::AddressMistyped : Finding::AddressRejected;
-  if (ChangesValue(PaddedNumber(name.typed))) return Finding::AddressZeros;
-  return Finding::NameIsAddress;
+  const std::wstring padded = PaddedNumber(name.typed);
+  if (padded.empty()) return rejected ? Finding::AddressMistyped : Finding::NameIsAddress;
+  const bool octal = padded.find_first_of(L"89") == std::wstring::npos;
+  return rejected || !octal ? Finding::AddressRejected : Finding::AddressZeros;
 }
 
 Finding PcFinding(const Facts& facts) {

@@ -103,7 +103,8 @@ TEST_F(ReachabilityFactsTest, A_stop_after_an_answer_keeps_the_verdict) {
 }
 
 TEST_F(ReachabilityFactsTest, An_address_that_Windows_cannot_read) {
-  AddCard("192.168.1.10", "255.255.255.0", {});
+  AddCard("192.168.1.10", "255.255.255.0", {"192.168.1.1"});
+  icmp.AddHost("192.168.1.1");
   Check(L"192.168.1.099");
   EXPECT_TRUE(facts.target.echoes.addressRejected);
 }

@@ -234,6 +234,11 @@ TEST(AnswerTest, A_zero_in_front_that_changes_nothing_is_no_doubt) {
   EXPECT_EQ(AnswerOf(run.run(), AnswerLanguage::English).Of(Rung::Name).state, RungState::Good);
 }
 
+TEST(AnswerTest, A_number_that_Windows_cannot_read_is_named_even_without_a_gateway) {
+  RunBuilder run = B().Address(L"192.168.001.099").Pc(false).Gateway(GatewayResult::NoneConfigured);
+  EXPECT_EQ(Sentence(run), L"Zeros in the address: type 99, not 099.");
+}
+
 TEST(AnswerTest, K7_counts_how_often_the_CNC_was_live) {
   RunBuilder some = B().NearAnswers().K7Live(2, 4);
   EXPECT_EQ(Sentence(some), L"K7 live only 2 of 4 times: check the cables.");
