@@ -36,7 +36,7 @@ Form1::Form1(Dependencies dependencies)
 void Form1::WireEvents() {
   const auto on = [this](void (Form1::*handler)()) { return [this, handler] { (this->*handler)(); }; };
   deps_.form.errorText = [this](const RuntimeError& error) {
-    const std::wstring text = report::ErrorText(error, texts_);
+    std::wstring text = report::ErrorText(error, texts_);
     recorder_.BoxShown(text);
     return text;
   };

@@ -17,7 +17,7 @@ constexpr uint32_t kAdapterFlags =
     IpHelper::kSkipAnycast | IpHelper::kSkipMulticast | IpHelper::kSkipDnsServer | IpHelper::kIncludeGateways;
 
 /// Large enough for most PCs at the first try.
-constexpr uint32_t kFirstBufferBytes = 16 * 1024;
+constexpr uint32_t kFirstAdapterListBytes = 16 * 1024;
 /// A card needs a few kilobytes at most, so a larger size is not credible.
 constexpr uint32_t kMaxAdapterListBytes = 1024 * 1024;
 /// The list can grow between two calls, for example when a card is plugged in.
@@ -180,7 +180,7 @@ std::vector<Adapter> ParseAdapters(std::span<const std::byte> buffer) {
 
 std::vector<Adapter> ReadAdapters(IpHelper& ipHelper) {
   std::vector<std::byte> buffer;
-  uint32_t size = kFirstBufferBytes;
+  uint32_t size = kFirstAdapterListBytes;
   uint32_t result = IpHelper::kBufferOverflow;
   for (int i = 0; i < kMaxBufferTries && result == IpHelper::kBufferOverflow; ++i) {
     if (size > kMaxAdapterListBytes) return {};

@@ -10,7 +10,7 @@
 namespace tarvik::check {
 namespace {
 
-constexpr int kRunTimeOutMs = 60000;
+constexpr int kStartRunTimeOutMs = 60000;
 
 std::string Lines(const std::vector<std::string>& lines) {
   std::string text;
@@ -214,7 +214,7 @@ void CheckPlantedLibraries(Kit& kit) {
     options.withBench = false;
     RunningProduct product(kit, driver, options);
     product.WaitForMainWindow();
-    product.FollowRun(kRunTimeOutMs);
+    product.FollowRun(kStartRunTimeOutMs);
     product.Close();
   }
   const std::string fromCurrent = Loaded(current, all);

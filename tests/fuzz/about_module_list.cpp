@@ -56,7 +56,7 @@ TARVIK_FUZZER(about_module_list) {
   ui::MemoryScreen screen(fake.boxes);
   auto made = std::make_unique<ui::MemoryForm>(screen);
   ui::MemoryForm& form = *made;
-  frmAbout about(std::move(made), fake.texts, system, processes, report);
+  frmAbout about(std::move(made), fake.texts, system, processes, report, report);
   about.Show();
   const std::wstring shown = form.Get<ui::MemoryLabel>(ID_lblModules).Caption();
   size_t column = 0;

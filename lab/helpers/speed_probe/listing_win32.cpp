@@ -59,12 +59,13 @@ void MeasureListing(const Words& words) {
   Resource resource(*files, *system, *codePage);
   const LanguageMode mode = kBuiltInEnglish;
   const Texts texts(mode, resource);
+  report::RunRecorder recorder(pump);
   int entries = 0;
   Report("bare", Milliseconds([&] { entries = BareLoop(*wininet, codePage->ToAnsi(words.at(0))); }));
   Report("own", Milliseconds([&] {
            TestFtp(
-               {results, form.Boxes(), texts, pump}, *wininet, *codePage, *system, [](bool) {}, words.at(0),
-               L"", L"");
+               {results, form.Boxes(), texts, pump, recorder}, *wininet, *codePage, *system, [](bool) {},
+               words.at(0), L"", L"");
          }));
   Report("entries", entries);
 }

@@ -16,7 +16,7 @@ constexpr ULONGLONG kPatienceMs = 1800;
 using Connect = HANDLE(WINAPI*)(HANDLE, LPCSTR, WORD, LPCSTR, LPCSTR, DWORD, DWORD, DWORD_PTR);
 using FindFirst = HANDLE(WINAPI*)(HANDLE, LPCSTR, void*, DWORD, DWORD_PTR);
 
-FARPROC(WINAPI* getProcAddress)(HMODULE, LPCSTR) = nullptr;
+FARPROC(WINAPI* realGetProcAddress)(HMODULE, LPCSTR) = nullptr;
 const char* spoiledCall = nullptr;
 void* replacementCall = nullptr;
 void* realCall = nullptr;
@@ -27,7 +27,7 @@ Call Real() {
 }
 
 FARPROC WINAPI FindSpoiled(HMODULE module, LPCSTR name) {
-  const FARPROC found = getProcAddress(module, name);
+  const FARPROC found = realGetProcAddress(module, name);
   const bool isOrdinal = reinterpret_cast<uintptr_t>(name) <= MAXWORD;
   if (isOrdinal || std::strcmp(name, spoiledCall) != 0) return found;
   realCall = reinterpret_cast<void*>(found);
@@ -38,7 +38,7 @@ template <typename Function>
 void Spoil(const char* call, Function* replacement) {
   spoiledCall = call;
   replacementCall = reinterpret_cast<void*>(replacement);
-  ReplaceImport("GetProcAddress", FindSpoiled, &getProcAddress);
+  ReplaceImport("GetProcAddress", FindSpoiled, &realGetProcAddress);
 }
 
 HANDLE WINAPI ConnectPassively(HANDLE session, LPCSTR host, WORD port, LPCSTR user, LPCSTR password,

@@ -41,9 +41,9 @@ class ExplanationsTest : public testing::Test {
     return found.explanation == nullptr ? L"(none)" : found.explanation->title.english;
   }
 
-  test::FakeFiles files;
-  test::FakeSystem system;
-  test::FakeCodePage codePage;
+  tarvik::test::FakeFiles files;
+  tarvik::test::FakeSystem system;
+  tarvik::test::FakeCodePage codePage;
   Resource resource{files, system, codePage};
   LanguageMode mode = kBuiltInEnglish;
   Texts texts{mode, resource};
@@ -229,7 +229,7 @@ TEST(ExplanationFactsTest, The_first_facts_whose_values_are_all_known_are_shown)
 TEST(ExplanationFactsTest, Each_rule_about_the_words_is_checked) {
   const auto problemsOf = [](const std::string& more) {
     const Explanations explanations = ReadFrom("line: x\n" + more + kRest);
-    const std::vector<std::wstring> problems = test::WordProblems(explanations.All().front());
+    const std::vector<std::wstring> problems = tarvik::test::WordProblems(explanations.All().front());
     return problems.empty() ? std::wstring() : problems.front().substr(0, problems.front().find(L':'));
   };
   EXPECT_EQ(problemsOf(""), L"");
