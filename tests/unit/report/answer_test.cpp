@@ -37,7 +37,7 @@ TEST(AnswerTest, A_running_rung_says_how_far_it_is_and_how_to_stop) {
   run.facts().target.progress = Progress::Running;
   run.facts().target.echoes.asked = 4;
   EXPECT_EQ(Sentence(run), L"Target, echo 2 of 4. Esc stops.");
-  EXPECT_EQ(Sentence(run, AnswerLanguage::Japanese), L"相手、エコー2/4。Escで中止。");
+  EXPECT_EQ(Sentence(run, AnswerLanguage::Japanese), L"相手へPing中、2/4回目。Escで中止。");
   EXPECT_EQ(AnswerOf(run.run(), AnswerLanguage::English).Of(Rung::Target).state, RungState::Running);
 }
 
