@@ -111,7 +111,7 @@ constexpr std::array<MessageRow, static_cast<size_t>(Message::Count)> kRows{{
     {Message::PasswordUndecodable, 154, L"ｺﾏﾝﾄﾞﾗｲﾝのFTPﾊﾟｽﾜｰﾄﾞを復号できません。",
      L"The FTP password on the command line cannot be decoded."},
     {Message::TestIsRunning, 155, L"ﾃｽﾄを実行中です。", L"A test is running."},
-    {Message::ModuleNotFound, 156, L" が見つかりません。非表示: ", L" not found: hides "},
+    {Message::ModuleNotFound, 156, L"が見つかりません。非表示: ", L" not found: hides "},
     // K7 service
     {Message::AlreadyRunning, 160, L"すでに起動しています", L"Already running"},
     {Message::StartingService, 161, L"K7サービスを再起動中です...", L"Starting K7 Service ..."},

@@ -71,7 +71,7 @@ TEST_F(AboutBoxTest, In_the_general_edition_a_missing_library_hides_its_K7_page)
   system.profile[file + "|1033|11"] = "&All Test";
   Start(L"-LANGID 0", false);
   form.Get<ui::MemoryMenuItem>(ID_mnuHelpSub).Click();
-  EXPECT_EQ(Text(ID_lblMissing), L"SvcKit.dll が見つかりません。非表示: K7 Svc, All Test");
+  EXPECT_EQ(Text(ID_lblMissing), L"SvcKit.dllが見つかりません。非表示: K7 Svc, All Test");
 }
 
 TEST_F(AboutBoxTest, Does_not_mention_missing_modules_when_all_were_found) {
