@@ -37,6 +37,8 @@ class Endurance : public Form1Test {
     boxes.boxes = {};
     pump.sleeps = {};
     winsock.lookups = {};
+    winsock.connects = {};
+    ipHelper.bestAsked = {};
     icmp.requests = {};
     wininet.calls = {};
     wininet.bufferSizes = {};

@@ -39,7 +39,7 @@ ResultLines Seen(FailingProgram& program) {
   add(L"caption ", program.form.Caption());
   for (const int id : program.form.Order()) {
     const auto& element = program.form.Get<ui::Element>(id);
-    add(L"caption ", element.Caption());
+    add(id == ID_lblAnswer ? L"answer " : L"caption ", element.Caption());
     if (!element.Visible()) add(L"hidden ", Decimal(id));
   }
   for (int page = 0; page < program.Tabs().PageCount(); ++page) {
@@ -263,9 +263,12 @@ class FailureInjector {
 
   void CheckReported(Faults& faults) {
     ResultLines lost = Difference(usual_, seen_);
-    // When the caption of a run's button cannot be set back, it reads Stop until the next run.
-    if (plan_.HasFailed("SetWindowText"))
+    // When the caption of a run's button cannot be set back, it reads Stop until the next run. A sentence
+    // that cannot be shown must not end the run; the marks beside it are right.
+    if (plan_.HasFailed("SetWindowText")) {
       for (const wchar_t* const caption : {L"caption &Ping", L"caption &Test"}) std::erase(lost, caption);
+      std::erase_if(lost, [](const std::wstring& text) { return text.starts_with(L"answer "); });
+    }
     const ResultLines found = Difference(seen_, usual_);
     const auto reports = [this](const std::wstring& text) {
       return routine_.captionsReport || text.starts_with(L"line ") || text.starts_with(L"box ");
