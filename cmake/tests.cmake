@@ -58,7 +58,7 @@ foreach(folder ${native_folders})
   endforeach()
 endforeach()
 target_compile_definitions(native_tests PRIVATE TARVIK_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
-target_link_libraries(native_tests PRIVATE tarvik_memory bench_core lab_scenario windows_check_report
+target_link_libraries(native_tests PRIVATE tarvik_memory bench_core lab_guides windows_check_report
                       GTest::gtest_main)
 # Checking the test code itself for undefined behaviour would only slow down its compilation.
 target_compile_options(native_tests PRIVATE -fno-sanitize=undefined)
