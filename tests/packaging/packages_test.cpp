@@ -90,10 +90,16 @@ TEST_F(PackageFiles, Contain_the_listed_guides_whose_links_lead_somewhere) {
   }
 }
 
-TEST_F(PackageFiles, Have_first_steps_that_any_Notepad_can_show) {
-  const std::string text = BytesOfFile(Made().Unpack() + "/START-HERE.txt");
-  EXPECT_TRUE(text.starts_with("\xEF\xBB\xBF"));
-  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), std::count(text.begin(), text.end(), '\r'));
+TEST_F(PackageFiles, Have_plain_texts_that_any_Notepad_can_show) {
+  const std::string folder = Made().Unpack() + "/";
+  for (const char* const name :
+       {"START-HERE.txt", "Guides/where-did-it-stop.en.txt", "Guides/where-did-it-stop.ja.txt"}) {
+    const std::string text = BytesOfFile(folder + name);
+    EXPECT_TRUE(text.starts_with("\xEF\xBB\xBF")) << name;
+    EXPECT_GT(std::count(text.begin(), text.end(), '\n'), 0) << name;
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), std::count(text.begin(), text.end(), '\r')) << name;
+  }
+  const std::string text = BytesOfFile(folder + "START-HERE.txt");
   EXPECT_NE(text.find("Double-click Tarvik.exe.", 0), std::string::npos);
   EXPECT_NE(text.find("ダブルクリック", 0), std::string::npos);
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -75,6 +76,50 @@ TEST(GuidePages, Name_every_fault_under_something_that_it_shows) {
   }
   for (const auto& [name, scenario] : scenarios)
     EXPECT_TRUE(named.contains(name)) << name << ": no step in docs/sources/where-did-it-stop.txt";
+}
+
+/// The anchors of a page in Markdown: its headings, as the packages name them, and explicit ones.
+std::set<std::string> AnchorsOf(const std::string& page) {
+  std::set<std::string> anchors = {""};
+  std::istringstream lines(page);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("<a id=")) anchors.insert(line.substr(7, line.find('"', 7) - 7));
+    if (!line.starts_with("#")) continue;
+    std::string anchor;
+    for (const char letter : line.substr(line.find(' ') + 1)) {
+      const auto byte = static_cast<unsigned char>(letter);
+      if (byte >= 0x80 || std::isalnum(byte) != 0 || letter == '-' || letter == '_')
+        anchor += static_cast<char>(std::tolower(byte));
+      else if (letter == ' ')
+        anchor += '-';
+    }
+    anchors.insert(anchor);
+  }
+  return anchors;
+}
+
+TEST(GuidePages, Link_only_to_headings_of_guides_that_users_receive) {
+  std::map<std::string, std::set<std::string>> guides;
+  std::istringstream list(SourceFile("packaging/guides"));
+  for (std::string name; std::getline(list, name);) {
+    const std::string text = SourceFile(name);
+    EXPECT_FALSE(text.empty()) << name;
+    guides[name.substr(name.find('/') + 1)] = AnchorsOf(text);
+  }
+  for (const auto& [name, anchors] : guides) {
+    if (!name.ends_with(".md")) continue;
+    const std::string text = SourceFile("docs/" + name);
+    constexpr std::string_view kLink = "](";
+    for (size_t at = text.find(kLink); at != std::string::npos; at = text.find(kLink, at + 1)) {
+      const size_t begin = at + kLink.size();
+      const std::string link = text.substr(begin, text.find(')', begin) - begin);
+      const size_t hash = std::min(link.find('#'), link.size());
+      const std::string file = hash == 0 ? name : link.substr(0, hash);
+      ASSERT_TRUE(guides.contains(file)) << name << ": " << link;
+      EXPECT_TRUE(guides[file].contains(link.substr(std::min(hash + 1, link.size()))))
+          << name << ": " << link;
+    }
+  }
 }
 
 TEST(GuidePages, Tell_where_it_stopped_on_one_screen) {
