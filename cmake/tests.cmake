@@ -3,7 +3,7 @@
 
 find_package(GTest REQUIRED)
 
-# ./test runs two tests per core, because most tests only wait. CPU-bound tests count as two, which leaves
+# ./test runs three tests per core, because most tests only wait. CPU-bound tests count as two, which leaves
 # room for the waiting ones, and start first (COST).
 set(computes PROCESSORS 2 COST 1000)
 
