@@ -1,11 +1,13 @@
 // The simulated controller:
 //
-//   practice_controller [--port NUMBER] SCENARIO
+//   practice_controller [--address ADDRESS] [--port NUMBER] SCENARIO
 //
+// ADDRESS is the address of this PC to listen on; without it, all of them.
 // SCENARIO is a file, or "-" for standard input. Prints "listening on port N" once it accepts connections,
 // which callers wait for, and runs until it is killed.
 
 #include <cstdio>
+#include <optional>
 #include <string>
 
 #include "bench/controller_server.h"
@@ -27,19 +29,24 @@ std::string ReadAll(const std::string& name) {
 }
 
 int Usage() {
-  std::fprintf(stderr, "practice_controller [--port NUMBER] SCENARIO\n");
+  std::fprintf(stderr, "practice_controller [--address ADDRESS] [--port NUMBER] SCENARIO\n");
   return 2;
 }
 
 int Run(int count, char** arguments) {
-  uint16_t port = kLibraryPort;
+  StartNetwork();
+  Endpoint own{0, kLibraryPort};
   std::string scenario;
   for (int i = 1; i < count; ++i) {
     const std::string argument = arguments[i];
     if (argument == "--port" && i + 1 < count) {
       const int64_t number = ParseNumber(arguments[++i]).value_or(-1);
       if (number < 0 || number > UINT16_MAX) return Usage();
-      port = static_cast<uint16_t>(number);
+      own.port = static_cast<uint16_t>(number);
+    } else if (argument == "--address" && i + 1 < count) {
+      const std::optional<uint32_t> address = ResolveHost(arguments[++i]);
+      if (!address) return Usage();
+      own.address = *address;
     } else if (scenario.empty()) {
       scenario = argument;
     } else {
@@ -47,9 +54,8 @@ int Run(int count, char** arguments) {
     }
   }
   if (scenario.empty()) return Usage();
-  StartNetwork();
   try {
-    ControllerServer server(ReadControllerScenario(ReadAll(scenario)), {0, port});
+    ControllerServer server(ReadControllerScenario(ReadAll(scenario)), own);
     std::printf("listening on port %d\n", server.Port());
     std::fflush(stdout);
     while (true) server.Step(60000);
