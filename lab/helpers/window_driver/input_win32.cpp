@@ -239,6 +239,21 @@ Fields MeasureClick(const Arguments& arguments) {
   return {MillisecondsText(PreciseMilliseconds() - before)};
 }
 
+/// For when Windows refuses SetForegroundWindow, because the user or another program has the foreground.
+void TakeForeground(HWND window) {
+  const DWORD own = GetCurrentThreadId();
+  const DWORD other = GetWindowThreadProcessId(GetForegroundWindow(), nullptr);
+  if (AttachThreadInput(own, other, TRUE)) {
+    SetForegroundWindow(window);
+    AttachThreadInput(own, other, FALSE);
+  }
+  if (GetForegroundWindow() == window) return;
+  // While Alt is down, Windows lets every program set the foreground.
+  keybd_event(VK_MENU, 0, 0, 0);
+  SetForegroundWindow(window);
+  keybd_event(VK_MENU, 0, KEYEVENTF_KEYUP, 0);
+}
+
 }  // namespace
 
 void BringToForeground(HWND window) {
@@ -248,7 +263,7 @@ void BringToForeground(HWND window) {
   // A window shown just before may still take the foreground, so try again.
   WaitFor(kInputTimeOutMs, "foreground", [active] {
     if (GetForegroundWindow() == active) return true;
-    SetForegroundWindow(active);
+    if (!SetForegroundWindow(active)) TakeForeground(active);
     return BecomesTrue([active] { return GetForegroundWindow() == active; });
   });
 }

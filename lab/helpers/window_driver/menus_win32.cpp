@@ -1,5 +1,9 @@
-// Menus, pointer, fonts, input methods and message boxes: objects whose handles are only valid in their own
-// process, so most calls are made there through RemoteProcess.
+// Menus, pointer, fonts, input methods and message boxes. Handles of fonts and input methods are only valid
+// in their own process, so these calls are made there through RemoteProcess. On Windows, those of menus,
+// cursors and icons are valid everywhere, under Wine they are not: where it is not needed, nothing is called
+// inside another process, because virus scanners suspect a program that does so.
+
+#include <optional>
 
 #include "lab/helpers/window_driver/driver_win32.h"
 #include "lab/helpers/window_driver/remote_win32.h"
@@ -9,7 +13,28 @@ namespace {
 
 constexpr wchar_t kUser32[] = L"user32.dll";
 
-/// Reads a menu with calls inside its process: menu handles are not valid elsewhere.
+bool IsWine() { return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr; }
+
+/// Depth, id, caption and enabled of each item.
+Fields ItemsOf(HMENU menu, int depth) {
+  Fields items;
+  const int count = menu == nullptr ? 0 : GetMenuItemCount(menu);
+  for (int i = 0; i < count; ++i) {
+    std::wstring caption(256, L'\0');
+    const auto place = static_cast<UINT>(i);
+    const int length =
+        GetMenuStringW(menu, place, caption.data(), static_cast<int>(caption.size()), MF_BYPOSITION);
+    caption.resize(static_cast<size_t>(length));
+    const bool enabled = (GetMenuState(menu, place, MF_BYPOSITION) & (MF_GRAYED | MF_DISABLED)) == 0;
+    items.insert(items.end(), {NumberText(depth), NumberText(static_cast<int32_t>(GetMenuItemID(menu, i))),
+                               ToUtf8(caption), enabled ? "1" : "0"});
+    const Fields below = ItemsOf(GetSubMenu(menu, i), depth + 1);
+    items.insert(items.end(), below.begin(), below.end());
+  }
+  return items;
+}
+
+/// Reads a menu under Wine, with calls inside its process.
 class MenuReader {
  public:
   explicit MenuReader(HWND window)
@@ -43,16 +68,42 @@ class MenuReader {
   Fields items_;
 };
 
+Fields Menu(const Arguments& arguments) {
+  const HWND window = arguments.Window(0);
+  return IsWine() ? MenuReader(window).Items() : ItemsOf(GetMenu(window), 0);
+}
+
+/// Loads standard cursors and icons as a process sees them.
+class StandardPictures {
+ public:
+  explicit StandardPictures(DWORD process) {
+    if (IsWine()) process_.emplace(process);
+  }
+
+  uint64_t Cursor(const wchar_t* name) const {
+    const auto number = reinterpret_cast<uintptr_t>(name);
+    return process_ ? process_->Call(kUser32, "LoadCursorW", {0, number})
+                    : reinterpret_cast<uintptr_t>(LoadCursorW(nullptr, name));
+  }
+  uint64_t Icon(const wchar_t* name) const {
+    const auto number = reinterpret_cast<uintptr_t>(name);
+    return process_ ? process_->Call(kUser32, "LoadIconW", {0, number})
+                    : reinterpret_cast<uintptr_t>(LoadIconW(nullptr, name));
+  }
+
+ private:
+  std::optional<RemoteProcess> process_;
+};
+
 /// pointer <window> -> "arrow", "hourglass" or "other"
 Fields Pointer(const Arguments& arguments) {
-  const RemoteProcess process(ProcessOf(arguments.Window(0)));
+  const StandardPictures standard(ProcessOf(arguments.Window(0)));
   CURSORINFO information{};
   information.cbSize = sizeof information;
   GetCursorInfo(&information);
   const auto shown = reinterpret_cast<uintptr_t>(information.hCursor);
-  const auto standard = [&process](uint64_t name) { return process.Call(kUser32, "LoadCursorW", {0, name}); };
-  if (shown == standard(reinterpret_cast<uintptr_t>(IDC_WAIT))) return {"hourglass"};
-  if (shown == standard(reinterpret_cast<uintptr_t>(IDC_ARROW))) return {"arrow"};
+  if (shown == standard.Cursor(reinterpret_cast<LPCWSTR>(IDC_WAIT))) return {"hourglass"};
+  if (shown == standard.Cursor(reinterpret_cast<LPCWSTR>(IDC_ARROW))) return {"arrow"};
   return {"other"};
 }
 
@@ -145,12 +196,11 @@ std::string IconKind(HWND box, HWND icon) {
   if (icon == nullptr) return "none";
   const auto shown = static_cast<uint64_t>(SendWithTimeOut(icon, STM_GETICON));
   if (shown == 0) return "none";
-  const RemoteProcess process(ProcessOf(box));
-  const auto standard = [&process](uint64_t name) { return process.Call(kUser32, "LoadIconW", {0, name}); };
-  if (shown == standard(reinterpret_cast<uintptr_t>(IDI_EXCLAMATION))) return "exclamation";
-  if (shown == standard(reinterpret_cast<uintptr_t>(IDI_HAND))) return "critical";
-  if (shown == standard(reinterpret_cast<uintptr_t>(IDI_QUESTION))) return "question";
-  if (shown == standard(reinterpret_cast<uintptr_t>(IDI_ASTERISK))) return "information";
+  const StandardPictures standard(ProcessOf(box));
+  if (shown == standard.Icon(reinterpret_cast<LPCWSTR>(IDI_EXCLAMATION))) return "exclamation";
+  if (shown == standard.Icon(reinterpret_cast<LPCWSTR>(IDI_HAND))) return "critical";
+  if (shown == standard.Icon(reinterpret_cast<LPCWSTR>(IDI_QUESTION))) return "question";
+  if (shown == standard.Icon(reinterpret_cast<LPCWSTR>(IDI_ASTERISK))) return "information";
   return "other";
 }
 
@@ -187,7 +237,7 @@ Fields AnswerBox(const Arguments& arguments) {
 
 void AddMenuCommands() {
   // menu <window> -> four fields per item: depth, id, caption, enabled
-  AddCommand("menu", [](const Arguments& a) { return MenuReader(a.Window(0)).Items(); });
+  AddCommand("menu", Menu);
   AddCommand("pointer", Pointer);
   AddCommand("input_method", InputMethod);
   AddCommand("text_size", TextSize);

@@ -147,12 +147,14 @@ uint64_t RemoteProcess::FindFunction(const wchar_t* library, const char* functio
 uint64_t RemoteProcess::Call(const wchar_t* library, const char* function,
                              const std::vector<uint64_t>& arguments) const {
   const uint64_t address = FindFunction(library, function);
-  const RemoteMemory memory(*this, 512);
-  const uint64_t resultAddress = memory.Address();
-  const uint64_t codeAddress = resultAddress + 16;
+  const RemoteMemory result(*this, sizeof(uint64_t));
+  const RemoteMemory procedure(*this, 512);
+  const uint64_t resultAddress = result.Address();
+  const uint64_t codeAddress = procedure.Address();
   const Code code = is32Bit_ ? ThreadCode32(address, arguments, resultAddress)
                              : ThreadCode64(address, arguments, resultAddress);
   Write(codeAddress, code.All().data(), code.All().size());
+  procedure.MakeExecutable();
   const auto start = reinterpret_cast<LPTHREAD_START_ROUTINE>(static_cast<uintptr_t>(codeAddress));
   const HANDLE thread = CreateRemoteThread(handle_, nullptr, 0, start, nullptr, 0, nullptr);
   if (thread == nullptr)
@@ -165,10 +167,16 @@ uint64_t RemoteProcess::Call(const wchar_t* library, const char* function,
 
 RemoteMemory::RemoteMemory(const RemoteProcess& process, size_t size)
     : process_(process),
-      memory_(
-          VirtualAllocEx(process.handle_, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE)) {
+      memory_(VirtualAllocEx(process.handle_, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE)) {
   if (memory_ == nullptr)
     throw CommandError("cannot allocate memory in the process: error " + NumberText(GetLastError()));
+}
+
+void RemoteMemory::MakeExecutable() const {
+  // Never both writable and executable, which virus scanners reject.
+  DWORD before = 0;
+  if (!VirtualProtectEx(process_.handle_, memory_, 1, PAGE_EXECUTE_READ, &before))
+    throw CommandError("cannot call into the process: error " + NumberText(GetLastError()));
 }
 
 RemoteMemory::~RemoteMemory() { VirtualFreeEx(process_.handle_, memory_, 0, MEM_RELEASE); }

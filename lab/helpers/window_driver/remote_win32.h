@@ -45,6 +45,8 @@ class RemoteMemory {
   ~RemoteMemory();
 
   uint64_t Address() const { return reinterpret_cast<uintptr_t>(memory_); }
+  /// From now on it can be executed and no longer be written.
+  void MakeExecutable() const;
   LPARAM Parameter() const { return static_cast<LPARAM>(reinterpret_cast<uintptr_t>(memory_)); }
 
  private:
