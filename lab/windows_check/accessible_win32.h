@@ -7,7 +7,7 @@
 
 namespace tarvik::check {
 
-/// What a screen reader is told about a control.
+/// What is reported to a screen reader about a control.
 struct Accessible {
   std::wstring name;
   int role = 0;  ///< ROLE_SYSTEM_..., as numbered by Windows

@@ -26,16 +26,31 @@ std::string ReadWhole(const std::wstring& path) {
   return text;
 }
 
-BOOL CALLBACK CountGhost(HWND window, LPARAM parameter) {
-  if (ClassOf(window) == L"Ghost" && IsWindowVisible(window)) ++*reinterpret_cast<int*>(parameter);
+/// Ghost windows in front of these windows.
+struct GhostSearch {
+  std::vector<HWND> windows;
+  int count = 0;
+};
+
+BOOL CALLBACK CountGhost(HWND ghost, LPARAM parameter) {
+  if (ClassOf(ghost) != L"Ghost" || !IsWindowVisible(ghost)) return TRUE;
+  RECT shown{};
+  GetWindowRect(ghost, &shown);
+  auto& search = *reinterpret_cast<GhostSearch*>(parameter);
+  // Other programs of the user may hang, too. A ghost has the place of its window.
+  search.count += std::any_of(search.windows.begin(), search.windows.end(), [&](HWND window) {
+    RECT box{};
+    GetWindowRect(window, &box);
+    return box.left == shown.left && box.top == shown.top;
+  });
   return TRUE;
 }
 
-/// The windows that Windows shows in place of programs that hang.
-int Ghosts() {
-  int count = 0;
-  EnumWindows(CountGhost, reinterpret_cast<LPARAM>(&count));
-  return count;
+/// The windows that Windows shows in place of these when their programs hang.
+int GhostsOf(std::vector<HWND> windows) {
+  GhostSearch search{std::move(windows)};
+  EnumWindows(CountGhost, reinterpret_cast<LPARAM>(&search));
+  return search.count;
 }
 
 /// A click as the user makes it: the message waits in the queue until the program reads it.
@@ -102,10 +117,9 @@ Held HoldAndStop(HeldRun& main, HeldRun& pmc, HWND pmcWindow) {
   PostClickOn(pmcStop);
 
   Held held;
-  const int ghostsBefore = Ghosts();
   DWORD returnedAt = 0;
   held.ended = WaitUntil(3 * kHeldMs, [&] {
-    held.ghosts = std::max(held.ghosts, Ghosts() - ghostsBefore);
+    held.ghosts = std::max(held.ghosts, GhostsOf({main.Window(), pmc.Window(), pmcWindow}));
     held.hung = held.hung || IsHungAppWindow(main.Window()) || IsHungAppWindow(pmcWindow);
     if (returnedAt == 0 && pmc.Returned("nx_pmc_rdrange")) returnedAt = GetTickCount();
     const bool pmcEnded = returnedAt != 0 && IsWindowEnabled(pmcRead);
@@ -118,6 +132,7 @@ Held HoldAndStop(HeldRun& main, HeldRun& pmc, HWND pmcWindow) {
 }  // namespace
 
 void CheckBlocking(Kit& kit) {
+  if (!kit.usesBench) return;
   kit.progress("Library calls that take 8 seconds");
   const std::string delay = " " + std::to_string(kHeldMs) + "\n";
   const PracticeController mainController(kit, kMainPort, "options 1\ndelay sysinfo" + delay);
@@ -131,8 +146,14 @@ void CheckBlocking(Kit& kit) {
   const Held held = HoldAndStop(main, pmc, pmcWindow);
   kit.report.Observe("blocking.hung", "Windows took the held program for one that hangs",
                      held.hung ? "yes" : "no");
-  kit.report.Expect("blocking.ghost", "No ghost window takes the place of a held program", held.ghosts == 0,
-                    std::to_string(held.ghosts) + " windows of the class Ghost");
+  constexpr char kGhostId[] = "blocking.ghost";
+  constexpr char kGhostTitle[] = "No ghost window takes the place of a held program";
+  // Without a program that hangs for Windows, there is no ghost to expect. Wine has no such notion.
+  if (held.hung || IsWine())
+    kit.report.Expect(kGhostId, kGhostTitle, held.ghosts == 0,
+                      std::to_string(held.ghosts) + " windows of the class Ghost");
+  else
+    kit.report.Observe(kGhostId, kGhostTitle, "Windows took neither program for one that hangs.");
   main.Product().Ask("settle", kHeldMs);
   const auto runs = [&] { return CountOf(main.Log(), "nx_allochandle3("); };
   WaitUntil(kStopMs, [&] { return runs() > 1; });

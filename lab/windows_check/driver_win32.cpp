@@ -36,10 +36,11 @@ Driver::Driver(const Kit& kit) {
   if (!started) {
     ::CloseHandle(input_);
     ::CloseHandle(output_);
-    throw CheckError("the window driver cannot be started: error " + std::to_string(error));
+    ThrowStartError("the window driver", error);
   }
   ::CloseHandle(information.hThread);
   process_ = information.hProcess;
+  EndWithThisCheck(process_);
   // The driver brings windows to the foreground. Only the foreground process, this one, can permit that.
   ::AllowSetForegroundWindow(information.dwProcessId);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "lab/windows_check/controls_win32.h"
+#include "lab/windows_check/folder_tree_win32.h"
 // After windows.h.
 #include <aclapi.h>
 
@@ -14,36 +15,9 @@ constexpr int kProgramTimeOutMs = 15000;
 constexpr wchar_t kEnglishLabel[] = L"IP address or host &name:";
 constexpr wchar_t kJapaneseLabel[] = L"IPｱﾄﾞﾚｽ/ﾎｽﾄ名(&N):";
 
-/// Allows paths of more than 260 characters.
-std::wstring Unlimited(const std::wstring& path) { return L"\\\\?\\" + path; }
-
-/// Calls `visit` with the name of every file and folder in it, and whether it is a folder.
-template <typename Visit>
-void ForEachIn(const std::wstring& folder, Visit visit) {
-  WIN32_FIND_DATAW found{};
-  const HANDLE search = FindFirstFileW(Unlimited(folder + L"\\*").c_str(), &found);
-  if (search == INVALID_HANDLE_VALUE) return;
-  do {
-    const std::wstring name = found.cFileName;
-    if (name != L"." && name != L"..") visit(name, (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0);
-  } while (FindNextFileW(search, &found));
-  FindClose(search);
-}
-
-void CopyFolder(const std::wstring& from, const std::wstring& to) {
-  CreateDirectoryW(Unlimited(to).c_str(), nullptr);
-  ForEachIn(from, [&](const std::wstring& name, bool isFolder) {
-    const std::wstring target = to + L"\\" + name;
-    if (isFolder)
-      CopyFolder(from + L"\\" + name, target);
-    else if (!CopyFileW(Unlimited(from + L"\\" + name).c_str(), Unlimited(target).c_str(), FALSE))
-      throw CheckError("cannot copy " + ToUtf8(name) + ": error " + std::to_string(GetLastError()));
-  });
-}
-
 std::vector<std::wstring> NamesBelow(const std::wstring& folder) {
   std::vector<std::wstring> names;
-  ForEachIn(folder, [&](const std::wstring& name, bool isFolder) {
+  ForEachEntry(folder, [&](const std::wstring& name, bool isFolder) {
     names.push_back(name);
     if (!isFolder) return;
     for (const std::wstring& below : NamesBelow(folder + L"\\" + name)) names.push_back(name + L"\\" + below);
@@ -146,10 +120,8 @@ void CheckReadOnlyFolder(Kit& kit) {
   const Findings findings = RunIn(kit, program);
   constexpr char kId[] = "rights.folder_read_only";
   constexpr char kTitle[] = "The program runs in a folder without the right to write";
-  if (readOnly.IsReadOnly())
-    kit.report.Expect(kId, kTitle, findings.None(), findings.Or({}));
-  else
-    kit.report.Observe(kId, kTitle, findings.Or("This account can write to every folder."));
+  kit.report.Observe(kId, kTitle,
+                     findings.Or(readOnly.IsReadOnly() ? "yes" : "This account can write to every folder."));
   const std::vector<std::wstring> after = NamesBelow(folder);
   std::string names;
   for (const std::wstring& name : after) names += ToUtf8(name) + "\n";
@@ -176,6 +148,7 @@ HANDLE OrdinaryToken() {
 void CheckOrdinaryUser(Kit& kit) {
   constexpr char kId[] = "rights.ordinary_user";
   constexpr char kTitle[] = "The program runs without the rights of an administrator";
+  Driver driver(kit);
   const HANDLE token = OrdinaryToken();
   std::wstring commandLine = L"\"" + kit.general + L"\"";
   STARTUPINFOW startup{};
@@ -190,7 +163,7 @@ void CheckOrdinaryUser(Kit& kit) {
     kit.report.Observe(kId, kTitle, "It could not be started so: error " + std::to_string(error));
     return;
   }
-  Driver driver(kit);
+  EndWithThisCheck(information.hProcess);
   std::string details;
   DWORD code = STILL_ACTIVE;
   try {
@@ -206,6 +179,7 @@ void CheckOrdinaryUser(Kit& kit) {
   if (code == STILL_ACTIVE) TerminateProcess(information.hProcess, 1);
   CloseHandle(information.hThread);
   CloseHandle(information.hProcess);
+  if (IsCancelled()) throw CheckError("cancelled by the user");
   kit.report.Expect(kId, kTitle, code == 0, details + "\nexit code " + std::to_string(code));
 }
 

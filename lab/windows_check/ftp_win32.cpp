@@ -6,6 +6,7 @@
 
 #include "lab/windows_check/ftp_server_win32.h"
 #include "lab/windows_check/kit_win32.h"
+#include "lab/windows_check/windows_facts_win32.h"
 
 namespace tarvik::check {
 namespace {
@@ -214,6 +215,10 @@ std::vector<ObservedFault> ObservedFaults() {
 }  // namespace
 
 void CheckFtp(Kit& kit) {
+  if (HasFtpProxy()) {
+    kit.report.Observe("ftp.proxy", "This PC has a proxy, so FTP was not checked", {});
+    return;
+  }
   try {
     const FtpServer probe({});
   } catch (const CheckError& error) {
@@ -222,7 +227,7 @@ void CheckFtp(Kit& kit) {
     return;
   }
   const int delayMs = kit.unattended ? 2000 : 5000;
-  const int limitMs = kit.unattended ? 4000 : 150000;
+  const int limitMs = kit.unattended ? 4000 : 45000;
   auto page = std::make_unique<FtpPage>(kit);
   kit.progress("a server on this PC");
   CheckAnswers(kit.report, *page, delayMs);

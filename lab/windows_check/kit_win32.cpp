@@ -26,6 +26,28 @@ std::wstring FromUtf8(const std::string& text) {
   return wide;
 }
 
+void ThrowStartError(const std::string& what, DWORD error) {
+  constexpr DWORD kVirus = 225;
+  constexpr DWORD kBlockedBySmartAppControl = 4551;
+  const std::string text = what + " cannot be started: error " + std::to_string(error);
+  if (error == ERROR_ACCESS_DISABLED_BY_POLICY || error == kVirus || error == kBlockedBySmartAppControl)
+    throw BlockedError(text);
+  throw CheckError(text);
+}
+
+void EndWithThisCheck(HANDLE process) {
+  // Never closed: its end with this process ends the others.
+  static const HANDLE job = [] {
+    const HANDLE created = ::CreateJobObjectW(nullptr, nullptr);
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    ::SetInformationJobObject(created, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    return created;
+  }();
+  // Fails on Windows 7 when this check is in a job itself; the objects of the check then end the process.
+  ::AssignProcessToJobObject(job, process);
+}
+
 void Cancel() { cancelled = true; }
 
 bool IsCancelled() { return cancelled; }

@@ -21,6 +21,18 @@ class CheckError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// A program cannot be started, because a policy or virus scanner of this PC blocks it.
+class BlockedError : public CheckError {
+ public:
+  using CheckError::CheckError;
+};
+
+/// Throws BlockedError or CheckError: "WHAT cannot be started: error N".
+[[noreturn]] void ThrowStartError(const std::string& what, DWORD error);
+
+/// Windows ends the process when this check ends, however that happens.
+void EndWithThisCheck(HANDLE process);
+
 std::string ToUtf8(const std::wstring& text);
 std::wstring FromUtf8(const std::string& text);
 
@@ -41,6 +53,8 @@ struct Kit {
   std::wstring driver;   ///< window_driver.exe
   /// No questions, no windows of the check itself. Sections may leave out what only waits, where they say so.
   bool unattended = false;
+  /// False on a PC with the maker's software: the product then loads that in place of the bench's libraries.
+  bool usesBench = true;
   /// Shows what is being done, in plain English.
   std::function<void(const std::string&)> progress;
   /// Asks the user to do something, such as to pull the cable; true = done, false = skipped, unattended or
@@ -161,12 +175,10 @@ struct Picture {
   uint32_t At(int x, int y) const { return pixels.at(static_cast<size_t>(y * width + x)); }
 };
 
-/// What the window shows, frame included, whether or not it is covered (PrintWindow); the screen's contents
-/// in its place when the window does not answer. Throws CheckError when the window has no area.
+/// What the window shows, frame included, whether or not it is covered (PrintWindow). Without an answer of
+/// the window: no pixels, or under Wine a copy of the screen. Throws CheckError when the window has no area.
 Picture CaptureWindow(HWND window);
-/// A part of the screen as the user sees it.
-Picture CaptureScreen(const RECT& rect);
-/// The bytes of a PNG file.
+/// The bytes of a PNG file; empty for a picture without pixels.
 std::string EncodePng(const Picture& picture);
 
 // The sections. Each is in a file named after it: CheckLooks in looks_win32.cpp.
@@ -184,10 +196,9 @@ void CheckFtp(Kit& kit);
 // Planted faults, for tests/windows/windows_check_test.cpp: the unattended check takes the product from a
 // folder, so a test gives it a spoiled copy. There are two kinds, and neither touches the product's sources:
 // 1. Changed bytes, such as the subsystem version in the header, or the name of an imported call replaced by
-// that of
-//    a harmless one with the same arguments ("DisableProcessWindowsGhosting" by "GetDesktopWindow").
+//    that of a harmless one with the same arguments.
 // 2. A saboteur: in the copy, the imported library's name "ADVAPI32.dll" is replaced by "Saboteur.dll", a
-// library
-//    beside the copy (lab/windows_check/saboteur/). It forwards to the real library, and before the program's
-//    first instruction it plants the faults that the file Saboteur.txt beside it names, mostly by replacing a
-//    call in the program's import table. A new fault is an entry of kFaults there and a row in the test.
+//    library next to the copy (lab/windows_check/saboteur/). It forwards to the real library. Before the
+//    program's first instruction it plants the faults that the file Saboteur.txt next to it names, mostly by
+//    replacing a call in the program's import table. A new fault is an entry of kFaults there and a row in
+//    the test.

@@ -2,13 +2,16 @@
 // thread and opens the report. For tests:
 //   WindowsCheck.exe /unattended REPORT-FOLDER [PRODUCT-FOLDER [SECTION...]]
 // Files of PRODUCT-FOLDER replace those of the family edition, and those of its subfolder "general" the
-// general edition's; "" = no replacement. The exit code is 0 when the report was written.
+// general edition's; "" = no replacement. The exit code is 0 when the report was written, and 2 when nothing
+// was checked, because another check runs or the user closed the warning about a running Tarvik.
 
 #include <memory>
 
+#include "lab/windows_check/folder_tree_win32.h"
 #include "lab/windows_check/html_report.h"
 #include "lab/windows_check/private_data_win32.h"
 #include "lab/windows_check/progress_window_win32.h"
+#include "lab/windows_check/running_copies_win32.h"
 #include "lab/windows_check/sections_win32.h"
 #include "lab/windows_check/settings_backup_win32.h"
 #include "lab/windows_check/unpacking_win32.h"
@@ -16,6 +19,7 @@
 // After windows.h.
 #include <objbase.h>
 #include <shellapi.h>
+#include <shlobj.h>
 
 namespace tarvik::check {
 namespace {
@@ -64,6 +68,7 @@ class Run {
     window_->Run();
     ::WaitForSingleObject(thread, INFINITE);
     ::CloseHandle(thread);
+    if (!reportPath_.empty()) OpenReport();
     return result_;
   }
 
@@ -77,6 +82,8 @@ class Run {
 
   int CheckAndWrite() {
     ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    // A screen that is switched off or locked would break the sections about keys and pictures.
+    ::SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED | ES_DISPLAY_REQUIRED);
     try {
       Check();
     } catch (const std::exception& error) {
@@ -107,8 +114,10 @@ class Run {
             path + L"\\bench",
             path + L"\\window_driver.exe",
             commandLine_.unattended,
+            true,
             [&](const std::string& text) { Show(section + ": " + text, done, total); },
             [this](const std::string& question) { return window_ && window_->Ask(question); }};
+    if (!CanStart(kit)) return;
     RunSections(kit, commandLine_.sections, [&](const std::string& title, int index, int count) {
       section = title;
       done = index;
@@ -131,7 +140,7 @@ class Run {
         return 0;
       }
       const std::wstring name = L"\\WindowsCheck " + Now(L"yyyy-MM-dd", L"HH.mm") + L".html";
-      ::ShellExecuteW(nullptr, L"open", WriteBeside(name, html).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+      reportPath_ = WriteForUser(name, html);
       return 0;
     } catch (const std::exception& error) {
       if (window_) ::MessageBoxW(nullptr, FromUtf8(error.what()).c_str(), L"Windows check", MB_ICONERROR);
@@ -139,22 +148,36 @@ class Run {
     }
   }
 
-  /// Writes the report beside the program, or to the temporary folder when that one is read-only.
-  static std::wstring WriteBeside(const std::wstring& name, const std::string& html) {
-    try {
-      WriteBytes(OwnFolder() + name, html);
-      return OwnFolder() + name;
-    } catch (const CheckError&) {
-      wchar_t folder[MAX_PATH + 1] = {};
-      ::GetTempPathW(MAX_PATH, folder);
-      WriteBytes(folder + name, html);
-      return folder + name;
+  /// Writes the report next to the program, or to the desktop when that folder is read-only or temporary, as
+  /// when the check was started inside a zip file.
+  static std::wstring WriteForUser(const std::wstring& name, const std::string& html) {
+    wchar_t desktop[MAX_PATH] = {};
+    ::SHGetFolderPathW(nullptr, CSIDL_DESKTOPDIRECTORY, nullptr, 0, desktop);
+    if (!IsTemporary(OwnFolder())) {
+      try {
+        WriteBytes(OwnFolder() + name, html);
+        return OwnFolder() + name;
+      } catch (const CheckError&) {
+      }
     }
+    WriteBytes(desktop + name, html);
+    return desktop + name;
+  }
+
+  void OpenReport() const {
+    ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
+    constexpr INT_PTR kLargestError = 32;
+    const HINSTANCE result =
+        ::ShellExecuteW(nullptr, L"open", reportPath_.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    if (reinterpret_cast<INT_PTR>(result) <= kLargestError)
+      ::MessageBoxW(nullptr, (L"The report is here:\n\n" + reportPath_).c_str(), L"Windows check", MB_OK);
+    ::CoUninitialize();
   }
 
   CommandLine commandLine_;
   std::unique_ptr<ProgressWindow> window_;
   Report report_;
+  std::wstring reportPath_;  ///< set when the user is to see it
   int result_ = 1;
 };
 
@@ -163,8 +186,18 @@ class Run {
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   using namespace tarvik::check;
+  // Programs that the check starts inherit this: Windows shows no box about a library that it rejects.
+  ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
   try {
-    return Run(ReadCommandLine()).Execute();
+    const CommandLine commandLine = ReadCommandLine();
+    const OnlyCheck onlyCheck;
+    if (!onlyCheck.IsOnly()) {
+      if (!commandLine.unattended)
+        ::MessageBoxW(nullptr, L"The Windows check is running already.", L"Windows check", MB_ICONWARNING);
+      return 2;
+    }
+    if (!commandLine.unattended && !UserHasClosedTarvik()) return 2;
+    return Run(commandLine).Execute();
   } catch (const std::exception&) {
     return 1;
   }

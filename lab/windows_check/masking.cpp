@@ -89,6 +89,7 @@ void Mask::AddWord(const std::string& word, const std::string& substitute) {
 }
 
 std::string Mask::Apply(const std::string& text) const {
+  static const std::string kUsers = "\\Users\\";
   std::string masked;
   for (size_t i = 0; i < text.size();) {
     const char previous = i == 0 ? '\0' : text[i - 1];
@@ -99,6 +100,11 @@ std::string Mask::Apply(const std::string& text) const {
     if (word != words_.end()) {
       masked += word->substitute;
       i += word->text.size();
+      continue;
+    }
+    if (BeginsWith(text, i, kUsers)) {
+      masked += text.substr(i, kUsers.size()) + "[user]";
+      i = std::min(text.find_first_of("\\/|\"\r\n", i + kUsers.size()), text.size());
       continue;
     }
     if (const size_t length = IsWordCharacter(previous) ? 0 : MacLength(text, i); length != 0) {

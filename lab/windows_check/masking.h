@@ -12,7 +12,8 @@ class Mask {
   /// case (ASCII letters only). Words of one character are ignored.
   void AddWord(const std::string& word, const std::string& substitute);
 
-  /// The text without the words, MAC addresses and public IPv4 addresses.
+  /// The text without the words, MAC addresses and public IPv4 addresses, and without the name of the folder
+  /// after "\Users\", which is that of any user of the PC.
   std::string Apply(const std::string& text) const;
 
  private:

@@ -13,6 +13,8 @@ namespace {
 constexpr wchar_t kFirewall[] =
     L"SYSTEM\\CurrentControlSet\\Services\\SharedAccess\\Parameters\\FirewallPolicy";
 
+constexpr wchar_t kInternet[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Internet Settings";
+
 /// All text values of a key that contain the word, in any case.
 std::string ValuesWith(const std::wstring& path, const std::wstring& word) {
   HKEY key = nullptr;
@@ -93,11 +95,21 @@ std::string FirewallRules() {
 }
 
 std::string ProxySettings() {
-  constexpr wchar_t kInternet[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Internet Settings";
-  std::string details;
-  for (const wchar_t* const name : {L"ProxyEnable", L"ProxyServer", L"ProxyOverride", L"AutoConfigURL"})
-    details += ToUtf8(name) + ": " + RegistryText(HKEY_CURRENT_USER, kInternet, name) + "\n";
+  std::string details = "ProxyEnable: " + RegistryText(HKEY_CURRENT_USER, kInternet, L"ProxyEnable") + "\n";
+  // The names of a company's servers are private.
+  for (const wchar_t* const name : {L"ProxyServer", L"ProxyOverride", L"AutoConfigURL"}) {
+    const bool isSet = !RegistryText(HKEY_CURRENT_USER, kInternet, name).empty();
+    details += ToUtf8(name) + (isSet ? ": set\n" : ": not set\n");
+  }
   return details;
+}
+
+bool HasFtpProxy() {
+  if (!RegistryText(HKEY_CURRENT_USER, kInternet, L"AutoConfigURL").empty()) return true;
+  if (RegistryText(HKEY_CURRENT_USER, kInternet, L"ProxyEnable") != "1") return false;
+  // One server for everything, or "http=...;ftp=...".
+  const std::string server = RegistryText(HKEY_CURRENT_USER, kInternet, L"ProxyServer");
+  return server.find('=') == std::string::npos || server.find("ftp=") != std::string::npos;
 }
 
 std::string Adapters() {

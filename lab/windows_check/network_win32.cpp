@@ -19,11 +19,16 @@ std::string JoinedLines(const ShownLines& lines) {
   return text;
 }
 
-/// The first address that is up and has a mask; an address of 0 when there is none.
+/// An address that is up and has a mask, the first one with a gateway if any has; an address of 0 when there
+/// is none. Cards of virtual machines usually have no gateway.
 InterfaceAddress OwnAddress() {
-  for (const InterfaceAddress& each : InterfaceAddresses())
-    if ((each.flags & kInterfaceIsUp) != 0 && each.address != 0 && each.mask != 0) return each;
-  return {};
+  InterfaceAddress own;
+  for (const InterfaceAddress& each : InterfaceAddresses()) {
+    if ((each.flags & kInterfaceIsUp) == 0 || each.address == 0 || each.mask == 0) continue;
+    if (GatewayOf(each) != 0) return each;
+    if (own.address == 0) own = each;
+  }
+  return own;
 }
 
 /// What the product shows when it pings the address once.
@@ -45,17 +50,20 @@ void CheckProductPing(Kit& kit, const InterfaceAddress& own) {
                     JoinedLines(lines));
 }
 
-void ObserveEchoes(Kit& kit, const char* id, const char* title, DWORD target) {
-  constexpr int kEchoes = 20;
+constexpr int kEchoesOfThisPc = 5;
+constexpr int kEchoesOfOthers = 20;
+
+void ObserveEchoes(Kit& kit, const char* id, const char* title, DWORD target, int count) {
   constexpr int kUnattendedEchoes = 2;
   kit.progress(title);
-  kit.report.Observe(id, title, SendEchoes(target, kit.unattended ? kUnattendedEchoes : kEchoes));
+  kit.report.Observe(id, title, SendEchoes(target, kit.unattended ? kUnattendedEchoes : count));
 }
 
 /// Traffic on the cable: only with a user.
 void ObserveOthers(Kit& kit, const InterfaceAddress& own) {
   const DWORD gateway = GatewayOf(own);
-  if (gateway != 0) ObserveEchoes(kit, "network.echo_gateway", "Echoes to the gateway", gateway);
+  if (gateway != 0)
+    ObserveEchoes(kit, "network.echo_gateway", "Echoes to the gateway", gateway, kEchoesOfOthers);
   kit.progress("looking for an unused address");
   const DWORD unused = FreeAddress(own, gateway);
   if (unused == 0) {
@@ -63,21 +71,23 @@ void ObserveOthers(Kit& kit, const InterfaceAddress& own) {
                        "no unused address was found");
     return;
   }
-  ObserveEchoes(kit, "network.echo_dead_host", "Echoes to an unused address of the own subnet", unused);
+  ObserveEchoes(kit, "network.echo_dead_host", "Echoes to an unused address of the own subnet", unused,
+                kEchoesOfOthers);
   kit.report.Observe("network.ping_dead_host", "What the product shows for an unused address",
                      JoinedLines(ShownByPing(kit, unused)));
 }
 
 void ObserveWithoutCable(Kit& kit, const InterfaceAddress& own) {
   const DWORD gateway = GatewayOf(own);
+  // Read before the question: after the answer the cable is already pulled.
+  const std::string before = InterfaceLists();
   const DWORD target = gateway != 0 ? gateway : htonl(ntohl(own.address) ^ 1);
   if (!kit.ask(
-          "Please pull the network cable or switch Wi-Fi off, then answer Yes. No leaves this step out."))
+          "Please pull the network cable or switch Wi-Fi off, then click Done. Skip leaves this step out."))
     return;
   constexpr int kUnpluggedMs = 20000;
   constexpr int kPluggedMs = 60000;
   constexpr int kEchoes = 5;
-  const std::string before = InterfaceLists();
   WaitUntil(kUnpluggedMs, [&] { return InterfaceLists() != before; });
   kit.report.Observe("network.interfaces_without_cable", "Addresses of this PC without the cable",
                      InterfaceLists());
@@ -85,7 +95,7 @@ void ObserveWithoutCable(Kit& kit, const InterfaceAddress& own) {
                      SendEchoes(target, kEchoes));
   kit.report.Observe("network.ping_without_cable", "What the product shows without the cable",
                      JoinedLines(ShownByPing(kit, target)));
-  kit.ask("Please plug the cable in again or switch Wi-Fi on, then answer Yes.");
+  kit.ask("Please plug the cable in again or switch Wi-Fi on, then click Done.");
   kit.progress("waiting for the network");
   WaitUntil(kPluggedMs, [&] { return OwnAddress().address == own.address; });
 }
@@ -95,13 +105,13 @@ void ObserveWithoutCable(Kit& kit, const InterfaceAddress& own) {
 void CheckNetwork(Kit& kit) {
   kit.report.Observe("network.interfaces", "Addresses of this PC in the three lists of Windows",
                      InterfaceLists());
-  ObserveEchoes(kit, "network.echo_loopback", "Echoes to 127.0.0.1", htonl(INADDR_LOOPBACK));
+  ObserveEchoes(kit, "network.echo_loopback", "Echoes to 127.0.0.1", htonl(INADDR_LOOPBACK), kEchoesOfThisPc);
   const InterfaceAddress own = OwnAddress();
   if (own.address == 0) {
     kit.report.Observe("network.no_address", "This PC has no address with a mask", "");
     return;
   }
-  ObserveEchoes(kit, "network.echo_own", "Echoes to this PC's own address", own.address);
+  ObserveEchoes(kit, "network.echo_own", "Echoes to this PC's own address", own.address, kEchoesOfThisPc);
   kit.progress("the product pings this PC");
   CheckProductPing(kit, own);
   if (kit.unattended) return;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "lab/windows_check/kit_win32.h"
+#include "lab/windows_check/controls_win32.h"
 // After windows.h.
 #include <ole2.h>
 #include <wincodec.h>
@@ -111,18 +111,16 @@ Picture CaptureWindow(HWND window) {
       (!::PrintWindow(window, canvas.Context(), kRenderFullContent) &&
        !::PrintWindow(window, canvas.Context(), 0)) ||
       // Wine reports success, but windows of other programs draw nothing.
-      canvas.IsBlank())
+      canvas.IsBlank()) {
+    // The user's screen may show other windows in that place.
+    if (!IsWine()) return {};
     canvas.CopyScreen(rect);
-  return canvas.Take();
-}
-
-Picture CaptureScreen(const RECT& rect) {
-  Canvas canvas(static_cast<int>(rect.right - rect.left), static_cast<int>(rect.bottom - rect.top));
-  canvas.CopyScreen(rect);
+  }
   return canvas.Take();
 }
 
 std::string EncodePng(const Picture& picture) {
+  if (picture.pixels.empty()) return {};
   const auto width = static_cast<UINT>(picture.width);
   const auto height = static_cast<UINT>(picture.height);
   Com<IWICImagingFactory> factory;

@@ -10,16 +10,19 @@ PracticeController::PracticeController(const Kit& kit, int port, const std::stri
   DWORD written = 0;
   WriteFile(file, scenario.data(), static_cast<DWORD>(scenario.size()), &written, nullptr);
   CloseHandle(file);
-  std::wstring commandLine =
-      L"\"" + kit.bench + L"\\practice_controller.exe\" --port " + std::to_wstring(port) + L" " + name;
+  // Windows Firewall asks about a program that listens on all addresses, and its question takes the
+  // foreground.
+  std::wstring commandLine = L"\"" + kit.bench + L"\\practice_controller.exe\" --address 127.0.0.1 --port " +
+                             std::to_wstring(port) + L" " + name;
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION information{};
   if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
                       kit.folder.c_str(), &startup, &information))
-    throw CheckError("the simulated controller cannot be started: error " + std::to_string(GetLastError()));
+    ThrowStartError("the simulated controller", GetLastError());
   CloseHandle(information.hThread);
   process_ = information.hProcess;
+  EndWithThisCheck(process_);
 }
 
 PracticeController::~PracticeController() {

@@ -35,6 +35,21 @@ std::wstring EnvironmentBlock(const std::map<std::wstring, std::wstring>& more) 
   return block + L'\0';
 }
 
+/// Whether the text can be written in the system's code page.
+bool IsAnsi(const std::wstring& text) {
+  BOOL lossy = FALSE;
+  ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.c_str(), -1, nullptr, 0, nullptr, &lossy);
+  return !lossy;
+}
+
+/// The path with names of 8.3 letters, which are always ANSI: the bench's configuration library reports its
+/// folder as ANSI text, and the user's name may have other letters.
+std::wstring ShortForm(const std::wstring& path) {
+  std::wstring shortPath(32767, L'\0');
+  shortPath.resize(::GetShortPathNameW(path.c_str(), shortPath.data(), static_cast<DWORD>(shortPath.size())));
+  return shortPath;
+}
+
 struct ControlSearch {
   int id = 0;
   HWND found = nullptr;
@@ -67,7 +82,10 @@ RunningProduct::RunningProduct(const Kit& kit, Driver& driver, const StartOption
   const std::wstring folder =
       options.currentFolder.empty() ? program.substr(0, program.rfind(L'\\')) : options.currentFolder;
   std::map<std::wstring, std::wstring> variables = options.environment;
-  if (options.withBench) variables[L"PATH"] = kit.bench + L";" + Variable(L"PATH");
+  if (options.withBench) {
+    variables[L"PATH"] = kit.bench + L";" + Variable(L"PATH");
+    if (!IsAnsi(folder)) variables[L"TARVIK_BENCH_FOLDER"] = ShortForm(folder);
+  }
   std::wstring environment = EnvironmentBlock(variables);
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
@@ -75,9 +93,10 @@ RunningProduct::RunningProduct(const Kit& kit, Driver& driver, const StartOption
   if (!::CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
                         CREATE_UNICODE_ENVIRONMENT, environment.data(), folder.c_str(), &startup,
                         &information))
-    throw CheckError("the product cannot be started: error " + std::to_string(::GetLastError()));
+    ThrowStartError("the product", ::GetLastError());
   ::CloseHandle(information.hThread);
   process_ = information.hProcess;
+  EndWithThisCheck(process_);
   id_ = information.dwProcessId;
   driver_.Ask("adopt", id_);
 }

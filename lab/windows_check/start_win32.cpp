@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
+#include "lab/windows_check/folder_tree_win32.h"
 #include "lab/windows_check/program_header_win32.h"
-#include "lab/windows_check/unpacking_win32.h"
 #include "lab/windows_check/windows_facts_win32.h"
 
 namespace tarvik::check {
@@ -60,7 +60,7 @@ void CheckManifests(Kit& kit) {
 }
 
 /// The DPI awareness of a window: "per monitor 2", "per monitor", "system" or "unaware"; empty when this
-/// Windows cannot tell.
+/// Windows does not report it.
 std::string DpiAwareness(HWND window) {
   using GetContext = HANDLE(WINAPI*)(HWND);
   using AreEqual = BOOL(WINAPI*)(HANDLE, HANDLE);
@@ -80,7 +80,7 @@ void CheckScaling(Kit& kit, HWND window) {
   constexpr unsigned kFirstBuildWithSecondMode = 15063;
   const bool hasSecondMode = WindowsVersion().build >= kFirstBuildWithSecondMode;
   if (awareness.empty()) {
-    kit.report.Observe("start.dpi_awareness", kTitle, "this Windows cannot tell");
+    kit.report.Observe("start.dpi_awareness", kTitle, "this Windows does not report it");
   } else {
     kit.report.Expect("start.dpi_awareness", kTitle,
                       hasSecondMode ? awareness == "per monitor 2" : awareness != "unaware", awareness);
@@ -109,7 +109,7 @@ std::string Mitigations(HANDLE process) {
   using GetPolicy = BOOL(WINAPI*)(HANDLE, int, void*, SIZE_T);
   const auto getPolicy =
       FindCall<GetPolicy>(::GetModuleHandleW(L"kernel32.dll"), "GetProcessMitigationPolicy");
-  if (getPolicy == nullptr) return "this Windows cannot tell";
+  if (getPolicy == nullptr) return "this Windows does not report it";
   constexpr struct {
     int policy;
     const char* name;
@@ -205,6 +205,7 @@ void CheckPlantedLibraries(Kit& kit) {
   CopyFolder(kit.product.substr(0, kit.product.rfind(L'\\')), beside);
   Plant(kit, beside, ofWindows);
   Plant(kit, current, all);
+  std::string failure;
   {
     Driver driver(kit);
     StartOptions options;
@@ -213,17 +214,23 @@ void CheckPlantedLibraries(Kit& kit) {
     options.currentFolder = current;
     options.withBench = false;
     RunningProduct product(kit, driver, options);
-    product.WaitForMainWindow();
-    product.FollowRun(kStartRunTimeOutMs);
-    product.Close();
+    try {
+      product.WaitForMainWindow();
+      product.FollowRun(kStartRunTimeOutMs);
+      product.Close();
+    } catch (const CheckError& error) {
+      // Also what a start that fails half-way has loaded counts.
+      if (IsCancelled()) throw;
+      failure = std::string("\n") + error.what();
+    }
   }
   const std::string fromCurrent = Loaded(current, all);
   const std::string fromBeside = Loaded(beside, ofWindows);
   kit.report.Expect("start.planted_in_current_folder", "No library planted in the current folder is loaded",
-                    fromCurrent.empty(), fromCurrent);
+                    fromCurrent.empty(), fromCurrent + failure);
   kit.report.Expect("start.planted_beside_program",
                     "No library planted beside the program under the name of one of Windows is loaded",
-                    fromBeside.empty(), fromBeside);
+                    fromBeside.empty(), fromBeside + failure);
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "lab/windows_check/folder_tree_win32.h"
+
 namespace tarvik::check {
 namespace {
 
@@ -16,46 +18,24 @@ std::string_view CarriedResource(WORD number) {
   return {static_cast<const char*>(::LockResource(loaded)), ::SizeofResource(nullptr, found)};
 }
 
-/// Calls `visit` with each entry of the folder.
-template <typename Visit>
-void ForEachEntry(const std::wstring& folder, Visit visit) {
-  WIN32_FIND_DATAW entry{};
-  const HANDLE search = ::FindFirstFileW((folder + L"\\*").c_str(), &entry);
-  if (search == INVALID_HANDLE_VALUE) return;
-  do {
-    const std::wstring name = entry.cFileName;
-    if (name != L"." && name != L"..") visit(name, (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0);
-  } while (::FindNextFileW(search, &entry));
-  ::FindClose(search);
+/// Not in the short form, whose part of the user's name could not be masked.
+std::wstring LongForm(const std::wstring& path) {
+  std::wstring longPath(32767, L'\0');
+  longPath.resize(::GetLongPathNameW(path.c_str(), longPath.data(), static_cast<DWORD>(longPath.size())));
+  return longPath.empty() ? path : longPath;
 }
 
-void DeleteFolder(const std::wstring& folder) {
-  ForEachEntry(folder, [&folder](const std::wstring& name, bool isFolder) {
-    const std::wstring path = folder + L"\\" + name;
-    if (isFolder) {
-      DeleteFolder(path);
-    } else {
-      ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-      ::DeleteFileW(path.c_str());
-    }
-  });
-  ::RemoveDirectoryW(folder.c_str());
-}
-
-bool PathExists(const std::wstring& path) {
-  return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+/// With a backslash at the end.
+std::wstring UsersTemporaryFolder() {
+  std::wstring path(MAX_PATH + 1, L'\0');
+  path.resize(::GetTempPathW(static_cast<DWORD>(path.size()), path.data()));
+  return LongForm(path);
 }
 
 }  // namespace
 
 TemporaryFolder::TemporaryFolder() {
-  std::wstring path(MAX_PATH + 1, L'\0');
-  path.resize(::GetTempPathW(static_cast<DWORD>(path.size()), path.data()));
-  // Not the short form, whose part of the user's name could not be masked.
-  std::wstring longPath(32767, L'\0');
-  const DWORD length = ::GetLongPathNameW(path.c_str(), longPath.data(), static_cast<DWORD>(longPath.size()));
-  longPath.resize(length);
-  path_ = (length == 0 ? path : longPath) + L"WindowsCheck-" + std::to_wstring(::GetCurrentProcessId());
+  path_ = UsersTemporaryFolder() + L"WindowsCheck-" + std::to_wstring(::GetCurrentProcessId());
   if (!::CreateDirectoryW(path_.c_str(), nullptr))
     throw CheckError("no temporary folder: error " + std::to_string(::GetLastError()));
 }
@@ -83,19 +63,6 @@ void UnpackEverything(const std::wstring& folder) {
   }
 }
 
-void CopyFolder(const std::wstring& from, const std::wstring& to) {
-  ::CreateDirectoryW(to.c_str(), nullptr);
-  ForEachEntry(from, [&](const std::wstring& name, bool isFolder) {
-    const std::wstring source = from + L"\\" + name;
-    const std::wstring target = to + L"\\" + name;
-    if (isFolder) {
-      CopyFolder(source, target);
-    } else if (!::CopyFileW(source.c_str(), target.c_str(), FALSE)) {
-      throw CheckError("cannot copy " + ToUtf8(source) + ": error " + std::to_string(::GetLastError()));
-    }
-  });
-}
-
 void WriteBytes(const std::wstring& path, const std::string& bytes) {
   const HANDLE file =
       ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -113,6 +80,11 @@ std::wstring OwnFolder() {
   std::wstring path(32767, L'\0');
   path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
   return path.substr(0, path.rfind(L'\\'));
+}
+
+bool IsTemporary(const std::wstring& folder) {
+  const std::wstring temporary = UsersTemporaryFolder();
+  return ::lstrcmpiW(LongForm(folder + L"\\").substr(0, temporary.size()).c_str(), temporary.c_str()) == 0;
 }
 
 }  // namespace tarvik::check

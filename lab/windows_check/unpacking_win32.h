@@ -25,12 +25,12 @@ class TemporaryFolder {
 /// CheckError.
 void UnpackEverything(const std::wstring& folder);
 
-/// Copies the files and subfolders of one folder into another and replaces existing files. Throws CheckError.
-void CopyFolder(const std::wstring& from, const std::wstring& to);
-
 void WriteBytes(const std::wstring& path, const std::string& bytes);
 
 /// The folder of this program.
 std::wstring OwnFolder();
+
+/// Whether the folder is below the user's temporary folder.
+bool IsTemporary(const std::wstring& folder);
 
 }  // namespace tarvik::check

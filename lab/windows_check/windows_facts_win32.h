@@ -37,7 +37,10 @@ std::string TokenText(HANDLE process);
 std::vector<std::wstring> Modules(HANDLE process);
 
 std::string FirewallRules();
+/// Which settings exist, not their texts.
 std::string ProxySettings();
+/// Whether Windows may use a proxy for FTP.
+bool HasFtpProxy();
 std::string Adapters();
 /// The maker's libraries that a program would find on this PC, and the K7 service.
 std::string ClosedLibraries();

@@ -69,6 +69,9 @@ class WindowsCheckTest : public WindowsTest<Suite> {
     folder_.emplace(PcForTests().cacheFolder);
   }
 
+  static std::string SourceFolder() {
+    return std::filesystem::path(ProgramPath()).parent_path().parent_path().parent_path();
+  }
   static std::string CheckProgram() {
     return std::filesystem::path(ProgramPath()).parent_path().parent_path() / "WindowsCheck" /
            "WindowsCheck.exe";

@@ -7,6 +7,8 @@ namespace {
 
 constexpr char kSettings[] = "Software\\NORVAX_FN_PingUtil\\History";
 constexpr char kBackup[] = "Software\\Tarvik WindowsCheck backup";
+constexpr char kSavedHistory[] = "Software\\Tarvik WindowsCheck backup\\Settings\\History";
+constexpr uint32_t kNothingChecked = 2;
 
 struct Expected {
   const char* id;
@@ -149,9 +151,9 @@ constexpr PlantedFault kFaults[] = {
        ReplaceBytes(folder, "<dependency>", "<!--        ");
        ReplaceBytes(folder, "</dependency>", "          -->");
      }},
-    {"Library_taken_from_the_current_folder", "start", "start.planted_in_current_folder",
+    {"Library_loaded_from_the_current_folder", "start", "start.planted_in_current_folder",
      [](const std::string& folder) { Sabotage(folder, "search_current_folder"); }},
-    {"Library_taken_from_the_own_folder", "start", "start.planted_beside_program",
+    {"Library_loaded_from_the_own_folder", "start", "start.planted_beside_program",
      [](const std::string& folder) { Sabotage(folder, "load_from_own_folder"); }},
     {"Message_at_start", "start", "start.no_message",
      [](const std::string& folder) { Sabotage(folder, "message_at_start"); }},
@@ -173,7 +175,33 @@ constexpr PlantedFault kFaults[] = {
      [](const std::string& folder) { Sabotage(folder, "ftp_no_reply"); }},
 };
 
-class WindowsCheck : public WindowsCheckTest<WindowsCheck> {};
+class WindowsCheck : public WindowsCheckTest<WindowsCheck> {
+ public:
+  /// The result list has its fixed-pitch face, as on every Windows.
+  static void PreparePc(WindowsPc& pc) {
+    constexpr char kKey[] = "Software\\Wine\\Fonts\\Replacements";
+    pc.Prefix().SetRegistryValue(WinePrefix::Hive::User, kKey, "Consolas", "\"DejaVu Sans Mono\"");
+    pc.Prefix().SetRegistryValue(WinePrefix::Hive::User, kKey, "MS Gothic", "\"IPAGothic\"");
+  }
+
+ protected:
+  /// A check that shows its window until it is closed.
+  WindowUnderTest StartVisibleCheck() {
+    const std::string program = InFolder("WindowsCheck.exe");
+    std::filesystem::copy_file(CheckProgram(), program);
+    StartOnly({}, program, InFolder(""));
+    return Program().WaitForWindow("WindowsCheckProgress");
+  }
+  /// The PC has no browser, so the check says where the report is.
+  void CloseVisibleCheck(const WindowUnderTest& window) {
+    window.Close();
+    const BoxUnderTest box = Program().WaitForBox(2 * kSoon);
+    EXPECT_NE(box.text.find("The report is here:"), std::string::npos);
+    EXPECT_NE(box.text.find(".html"), std::string::npos);
+    Program().Answer(box, BoxButton::Ok);
+    EXPECT_EQ(Program().WaitForEnd(), 0u);
+  }
+};
 
 TEST_F(WindowsCheck, Has_the_expected_verdicts_about_the_product) {
   Verdicts expected;
@@ -184,6 +212,19 @@ TEST_F(WindowsCheck, Has_the_expected_verdicts_about_the_product) {
   // The user is root, and the computer has this machine's name.
   EXPECT_NE(report.find("users\\\\[user]\\\\"), std::string::npos);
   EXPECT_EQ(report.find("\\\\root\\\\"), std::string::npos);
+  // Some of the files had paths of more than 260 characters.
+  EXPECT_EQ(Leftovers(), std::set<std::string>());
+}
+
+TEST_F(WindowsCheck, Has_all_its_items_in_its_description) {
+  const std::string text = ReportIn(SourceFolder() + "/lab/windows_check/README.md");
+  for (const Expected& item : kExpected) {
+    // The pages and the languages share a line.
+    const std::string id =
+        std::regex_replace(std::string(item.id), std::regex("_(en|ja|family|general)$"), "");
+    const std::string name = std::regex_replace(id, std::regex("page_[0-9]"), "page_1_en");
+    EXPECT_NE(text.find("`" + name + "`"), std::string::npos) << name;
+  }
 }
 
 TEST_F(WindowsCheck, Restores_the_settings_and_deletes_its_files) {
@@ -197,10 +238,54 @@ TEST_F(WindowsCheck, Restores_the_settings_and_deletes_its_files) {
 }
 
 TEST_F(WindowsCheck, Restores_the_settings_that_a_killed_check_has_saved) {
-  Pc().SetRegistryText(std::string(kBackup) + "\\History", "01", "192.168.0.2");
+  Pc().SetRegistryText(kSettings, "01", "10.1.1.1");
+  Pc().SetRegistryText(kSavedHistory, "01", "192.168.0.2");
+  Pc().SetRegistryText(kBackup, "Complete", "1");
   Check("ground");
   EXPECT_EQ(Pc().RegistryText(kSettings, "01"), "192.168.0.2");
-  EXPECT_EQ(Pc().RegistryText(std::string(kBackup) + "\\History", "01"), std::nullopt);
+  EXPECT_EQ(Pc().RegistryText(kSavedHistory, "01"), std::nullopt);
+}
+
+TEST_F(WindowsCheck, Keeps_the_settings_when_a_check_was_killed_while_it_saved_them) {
+  Pc().SetRegistryText(kSettings, "01", "192.168.0.3");
+  Pc().SetRegistryText(kSavedHistory, "02", "192.168.0.4");
+  Check("ground");
+  EXPECT_EQ(Pc().RegistryText(kSettings, "01"), "192.168.0.3");
+  EXPECT_EQ(Pc().RegistryText(kSettings, "02"), std::nullopt);
+  EXPECT_EQ(Pc().RegistryText(kSavedHistory, "02"), std::nullopt);
+}
+
+TEST_F(WindowsCheck, Does_not_run_twice_at_the_same_time) {
+  const WindowUnderTest window = StartVisibleCheck();
+  ProgramUnderTest second(Pc(), CheckProgram(),
+                          "/unattended \"" + WindowsPath(InFolder("")) + "\" \"\" ground");
+  EXPECT_EQ(second.WaitForEnd(), kNothingChecked);
+  CloseVisibleCheck(window);
+}
+
+TEST_F(WindowsCheck, Asks_the_user_to_close_his_own_Tarvik) {
+  ProgramUnderTest own(Pc(), ProgramPath());
+  Listener listener;
+  listener.onBox = [](const BoxUnderTest&) {};
+  const WindowUnderTest window = WaitForMainWindow(own, listener);
+  ProgramUnderTest check(Pc(), CheckProgram());
+  EXPECT_NE(check.WaitForBox().text.find("Tarvik is running."), std::string::npos);
+  check.Answer(check.WaitForBox(), BoxButton::Cancel);
+  EXPECT_EQ(check.WaitForEnd(), kNothingChecked);
+  window.Settle();
+  own.RequireRunning();
+}
+
+TEST_F(WindowsCheck, Leaves_FTP_out_behind_a_proxy) {
+  constexpr char kInternet[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Internet Settings";
+  Pc().SetRegistryText(kInternet, "AutoConfigURL", "http://proxy.example.com/proxy.pac");
+  const std::string report = Check("ftp ground");
+  Pc().SetRegistryText(kInternet, "AutoConfigURL", "");
+  const Verdicts verdicts = VerdictsIn(report);
+  EXPECT_EQ(verdicts.count("ftp.proxy"), 1u) << report;
+  EXPECT_EQ(verdicts.count("ftp.listing"), 0u) << report;
+  // Where the proxy is, is the user's business.
+  EXPECT_EQ(report.find("example.com"), std::string::npos) << report;
 }
 
 TEST_F(WindowsCheck, A_product_that_does_not_end_is_ended_and_fails_its_section) {
@@ -213,16 +298,12 @@ TEST_F(WindowsCheck, A_product_that_does_not_end_is_ended_and_fails_its_section)
 }
 
 TEST_F(WindowsCheck, Closing_its_window_ends_the_check_early_with_a_report_beside_it) {
-  const std::string program = InFolder("WindowsCheck.exe");
-  std::filesystem::copy_file(CheckProgram(), program);
-  StartOnly({}, program, InFolder(""));
-  const WindowUnderTest window = Program().WaitForWindow("WindowsCheckProgress");
+  const WindowUnderTest window = StartVisibleCheck();
   EXPECT_TRUE(WaitUntil(kSoon, [&] {
     const auto controls = window.Controls();
     return !controls.empty() && controls.front().text.starts_with("Starting the product: ");
   }));
-  window.Close();
-  EXPECT_EQ(Program().WaitForEnd(2 * kSoon), 0u);
+  CloseVisibleCheck(window);
   std::string report;
   for (const auto& entry : std::filesystem::directory_iterator(InFolder("")))
     if (entry.path().extension() == ".html") report = ReportIn(entry.path());

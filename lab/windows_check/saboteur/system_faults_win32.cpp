@@ -15,6 +15,8 @@ decltype(&PeekMessageW) peekInRun = nullptr;
 decltype(&GetMessageW) getWhenIdle = nullptr;
 decltype(&CreateFileW) createFileAnsi = nullptr;
 decltype(&CreateFileW) createFileShort = nullptr;
+decltype(&CreateFileW) createFileWithinLimit = nullptr;
+decltype(&GetFileAttributesW) attributesWithinLimit = nullptr;
 decltype(&OpenClipboard) openClipboard = nullptr;
 decltype(&CreateWindowExW) createMainWindow = nullptr;
 decltype(&SetWindowTextW) setWindowText = nullptr;
@@ -127,6 +129,23 @@ HANDLE WINAPI OpenShort(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTR
   return createFileShort(path, access, share, security, creation, flags, source);
 }
 
+/// As on Windows; Wine accepts longer paths.
+bool IsTooLong(LPCWSTR path) {
+  return lstrlenW(path) >= MAX_PATH && std::wstring(path).rfind(L"\\\\?\\", 0) != 0;
+}
+
+HANDLE WINAPI OpenWithinLimit(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                              DWORD creation, DWORD flags, HANDLE source) {
+  if (IsTooLong(path)) return NoSuchFile();
+  return createFileWithinLimit(path, access, share, security, creation, flags, source);
+}
+
+DWORD WINAPI AttributesWithinLimit(LPCWSTR path) {
+  if (!IsTooLong(path)) return attributesWithinLimit(path);
+  SetLastError(ERROR_FILE_NOT_FOUND);
+  return INVALID_FILE_ATTRIBUTES;
+}
+
 std::wstring OwnFolder() {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
@@ -138,13 +157,6 @@ void WriteLog() {
   const HANDLE file = CreateFileW((OwnFolder() + L"\\Tarvik.log").c_str(), GENERIC_WRITE, 0, nullptr,
                                   CREATE_ALWAYS, 0, nullptr);
   if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
-}
-
-void EndUnlessWritable() {
-  const HANDLE file = CreateFileW((OwnFolder() + L"\\Tarvik.exe.log").c_str(), GENERIC_WRITE, 0, nullptr,
-                                  CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-  if (file == INVALID_HANDLE_VALUE) TerminateProcess(GetCurrentProcess(), 5);
-  CloseHandle(file);
 }
 
 // The clipboard
@@ -209,8 +221,12 @@ const Fault kSystemFaults[] = {
     {"needs_administrator", EndUnlessAdministrator},
     {"ansi_paths", [] { ReplaceImport("CreateFileW", OpenAnsi, &createFileAnsi); }},
     {"short_paths", [] { ReplaceImport("CreateFileW", OpenShort, &createFileShort); }},
+    {"path_limit",
+     [] {
+       ReplaceImport("CreateFileW", OpenWithinLimit, &createFileWithinLimit);
+       ReplaceImport("GetFileAttributesW", AttributesWithinLimit, &attributesWithinLimit);
+     }},
     {"leaves_log", WriteLog},
-    {"needs_to_write", EndUnlessWritable},
     {"never_copies", [] { ReplaceImport("OpenClipboard", NeverOpen, &openClipboard); }},
     {"impatient_clipboard", [] { ReplaceImport("OpenClipboard", OpenAtOnceOrNever, &openClipboard); }},
     {"pretended_clipboard", [] { ReplaceImport("OpenClipboard", PretendToOpen, &openClipboard); }},

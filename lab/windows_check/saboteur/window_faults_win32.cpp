@@ -11,7 +11,7 @@ constexpr UINT kShiftPage = WM_APP + 100;
 /// The faults that are planted.
 struct Planted {
   bool wideButton, greyLabel, unnamedField, sharedKey, wrongRole, wrongOrder, shiftedPage;
-  bool deafToAccessKeys, deafToEnter, deafToEscape, closesOnEscape, fullWidth;
+  bool deafToAccessKeys, deafToEnter, deafToEscape, closesOnEscape, fullWidth, ignoresScaling;
 } planted;
 
 decltype(&CreateWindowExW) createWindow = nullptr;
@@ -45,8 +45,10 @@ BOOL CALLBACK ShiftPing(HWND window, LPARAM) {
   return FALSE;
 }
 
-LRESULT CALLBACK ShiftAfterScaling(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK SpoilScaling(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_DPICHANGED && planted.ignoresScaling) return 0;
   const LRESULT result = CallWindowProcW(mainProcedure, window, message, wParam, lParam);
+  if (!planted.shiftedPage) return result;
   // After the layout that the program posts to itself.
   if (message == WM_DPICHANGED) PostMessageW(window, kShiftPage, 0, 0);
   if (message == kShiftPage) EnumChildWindows(window, ShiftPing, 0);
@@ -80,8 +82,8 @@ HWND WINAPI CreateSpoiled(DWORD extendedStyle, LPCWSTR windowClass, LPCWSTR text
   if (planted.wrongOrder && id == ID_cmdAllTest)
     SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   if (planted.greyLabel && id == ID_lblPingReqCount) pageProcedure = Subclass(parent, GreyLabels);
-  if (planted.shiftedPage && parent == nullptr && mainProcedure == nullptr)
-    mainProcedure = Subclass(window, ShiftAfterScaling);
+  if ((planted.shiftedPage || planted.ignoresScaling) && parent == nullptr && mainProcedure == nullptr)
+    mainProcedure = Subclass(window, SpoilScaling);
   return window;
 }
 
@@ -168,6 +170,7 @@ const Fault kWindowFaults[] = {
     {"grey_label", [] { OnCreation(planted.greyLabel); }},
     {"outside_screen", [] { ReplaceImport("ShowWindow", ShowPartly, &showWindow); }},
     {"shifted_page", [] { OnCreation(planted.shiftedPage); }},
+    {"ignores_scaling", [] { OnCreation(planted.ignoresScaling); }},
     {"wrong_tab_order", [] { OnCreation(planted.wrongOrder); }},
     {"shared_access_key", [] { OnCreation(planted.sharedKey); }},
     {"unnamed_field", [] { OnCreation(planted.unnamedField); }},

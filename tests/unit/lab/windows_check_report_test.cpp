@@ -20,6 +20,11 @@ TEST(WindowsCheckMask, Replaces_names_in_any_case_as_whole_words) {
   EXPECT_EQ(Masked("john enjoy jo1 x"), "john enjoy jo1 x");
 }
 
+TEST(WindowsCheckMask, Replaces_the_folder_of_every_user) {
+  EXPECT_EQ(Masked("App=c:\\users\\Anna Berg\\Tarvik.exe|C:\\Users\\Anna|Name"),
+            "App=c:\\users\\[user]\\Tarvik.exe|C:\\Users\\[user]|Name");
+}
+
 TEST(WindowsCheckMask, Replaces_the_longest_name_first) {
   EXPECT_EQ(Masked("desk.example.com"), "[full name]");
 }
