@@ -10,6 +10,7 @@
 ;   /ALLUSERS       for everybody; needs an administrator. The default when setup was started elevated
 ;   /CURRENTUSER    for this user only, although setup was started elevated
 ;   /FIREWALL=1     for everybody only: lets controllers open FTP data connections to Tarvik
+;   /FIREWALL=0     removes the rule of the older version, which an upgrade otherwise keeps
 ;   /D=folder       must be the last one and without quotation marks
 ;
 ; Exit codes: 0 installed, 1 cancelled, 2 a file could not be written, 3 a running Tarvik did not close,
@@ -36,6 +37,8 @@ BrandingText "Tarvik ${VERSION}"
 !define MUI_UNICON "resources/icon/tarvik.ico"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Tarvik"
 !define RULE 'name="Tarvik FTP" program="$INSTDIR\Tarvik.exe"'
+; Windows may have created one that blocks, which would win over ours.
+!define OLD_RULES 'name=all dir=in program="$INSTDIR\Tarvik.exe"'
 
 !define MUI_COMPONENTSPAGE_NODESC
 !define MUI_PAGE_CUSTOMFUNCTION_PRE SkipUnlessForEverybody
@@ -66,8 +69,8 @@ VIProductVersion "${VERSION}"
 
 Var forEverybody  ; 1 or 0
 
-; The same for the setup program and, with the prefix "un.", for the uninstaller.
-!macro CLOSE_RUNNING_COPY un
+; The same for the setup program and, with the prefix "un.", for the uninstaller. "text" says what to do.
+!macro CLOSE_RUNNING_COPY un text
 ; Asks a Tarvik that runs from $INSTDIR to close, and ends with exit code 3 when it does not, as during a test.
 Function ${un}CloseRunningCopy
   StrCpy $0 0
@@ -96,13 +99,13 @@ Function ${un}CloseRunningCopy
     ${EndIf}
     Sleep 100
   ${Next}
-  MessageBox MB_OK|MB_ICONEXCLAMATION "$(StillRunning)" /SD IDOK
+  MessageBox MB_OK|MB_ICONEXCLAMATION "${text}" /SD IDOK
   SetErrorLevel 3
   Quit
 FunctionEnd
 !macroend
-!insertmacro CLOSE_RUNNING_COPY ""
-!insertmacro CLOSE_RUNNING_COPY "un."
+!insertmacro CLOSE_RUNNING_COPY "" "$(StillRunning)"
+!insertmacro CLOSE_RUNNING_COPY "un." "$(StillRunningAtRemoval)"
 
 !macro END_WITHOUT_ADMINISTRATOR
   MessageBox MB_OK|MB_ICONEXCLAMATION "$(NeedsAdministrator)" /SD IDOK
@@ -139,7 +142,8 @@ Function .onInit
     ReadRegDWORD $1 SHCTX "${UNINSTALL_KEY}" "FirewallRule"
     ${GetOptions} $0 "/FIREWALL=" $2
     ${If} $1 = 1
-    ${OrIf} $2 = 1
+    ${OrIf} $2 == "1"
+    ${AndIf} $2 != "0"
       SectionSetFlags 1 ${SF_SELECTED}
     ${EndIf}
   ${EndIf}
@@ -180,8 +184,8 @@ Section "Tarvik" programSection
 SectionEnd
 
 Section /o "$(FirewallRule)" firewallSection
-  nsExec::Exec '"$SYSDIR\netsh.exe" advfirewall firewall delete rule ${RULE}'
-  Pop $0  ; fails when there is no such rule yet
+  nsExec::Exec '"$SYSDIR\netsh.exe" advfirewall firewall delete rule ${OLD_RULES}'
+  Pop $0  ; fails when there is none
   nsExec::Exec '"$SYSDIR\netsh.exe" advfirewall firewall add rule ${RULE} dir=in action=allow protocol=TCP'
   Pop $0
   ${If} $0 == 0
@@ -191,6 +195,27 @@ Section /o "$(FirewallRule)" firewallSection
     SetErrorLevel 5
   ${EndIf}
 SectionEnd
+
+; An upgrade without the rule of the older version.
+Section "-"
+  ReadRegDWORD $0 SHCTX "${UNINSTALL_KEY}" "FirewallRule"
+  ${If} $0 = 1
+  ${AndIfNot} ${SectionIsSelected} ${firewallSection}
+    nsExec::Exec '"$SYSDIR\netsh.exe" advfirewall firewall delete rule ${RULE}'
+    Pop $0
+    DeleteRegValue SHCTX "${UNINSTALL_KEY}" "FirewallRule"
+  ${EndIf}
+SectionEnd
+
+; $5 = 1 if the path in $2 is below the folder.
+!macro IS_BELOW folder
+  StrCpy $3 "${folder}\"
+  StrLen $4 $3
+  StrCpy $4 $2 $4
+  ${If} $4 == $3
+    StrCpy $5 1
+  ${EndIf}
+!macroend
 
 ; Where the maker's configuration library is installed, Tarvik looks for its language files in the folder that
 ; the library names, and not beside the program.
@@ -209,14 +234,28 @@ Function CopyLanguageFiles
   ${If} $2 == ""
     Return
   ${EndIf}
+  ; Only folders that nobody but an administrator can write to, for the same reason.
+  UserInfo::GetAccountType
+  Pop $0
+  ${If} $0 == "Admin"
+    GetFullPathName $2 $2
+    StrCpy $5 0
+    !insertmacro IS_BELOW "$PROGRAMFILES32"
+    !insertmacro IS_BELOW "$PROGRAMFILES64"
+    !insertmacro IS_BELOW "$WINDIR"
+    ${If} $5 = 0
+      Return
+    ${EndIf}
+  ${EndIf}
   System::Call 'kernel32::LoadLibraryExW(w r2, p 0, i 8) p .r0'  ; LOAD_WITH_ALTERED_SEARCH_PATH
   ${If} $0 P= 0
     Return
   ${EndIf}
   StrCpy $1 -1
-  System::Call '$2::Initialize() i'
-  System::Call '$2::GetCommonDataFolder2(m .r3, i 511) i .r1'
-  System::Call '$2::Terminate() i'
+  ; By its name, which now means the loaded library: a path with a "(", as in "Program Files (x86)", would end there.
+  System::Call 'ObryConfIO::Initialize() i'
+  System::Call 'ObryConfIO::GetCommonDataFolder2(m .r3, i 511) i .r1'
+  System::Call 'ObryConfIO::Terminate() i'
   ${If} $1 == 0
   ${AndIf} $3 != ""
     WriteRegStr SHCTX "${UNINSTALL_KEY}" "LanguageFolder" "$3\Language"
@@ -259,7 +298,11 @@ Section "Uninstall"
     Pop $0
   ${EndIf}
   ReadRegStr $0 SHCTX "${UNINSTALL_KEY}" "LanguageFolder"
+  ReadRegStr $1 HKLM "${UNINSTALL_KEY}" "LanguageFolder"
+  ReadRegStr $2 HKCU "${UNINSTALL_KEY}" "LanguageFolder"
+  ; Tarvik may be installed for everybody and for this user; both then use the same files.
   ${If} $0 != ""
+  ${AndIf} $1 != $2
     Delete "$0\Tarvik.exe_1033.ini"
     Delete "$0\Tarvik.exe_1041.ini"
     RMDir "$0"

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <regex>
 #include <set>
@@ -114,6 +115,17 @@ TEST_F(PackageFiles, Are_listed_with_their_checksums) {
   const std::string sum = lab::Run({"sha256sum", SourcePath("out/x86/Tarvik.exe")}).output.substr(0, 64);
   EXPECT_NE(contents.find(sum), std::string::npos) << contents;
   for (const std::string& name : NamesInArchive()) EXPECT_NE(contents.find(name), std::string::npos) << name;
+}
+
+TEST_F(PackageFiles, Are_not_made_in_a_folder_with_other_files) {
+  const TempDirectory folder(PcForTests().cacheFolder);
+  const std::string file = folder.Path() + "/work.txt";
+  std::ofstream(file) << "a user's work";
+  Process::Options options;
+  options.workingFolder = folder.Path();
+  const Finished made = lab::Run({SourcePath("packaging/make-packages"), "."}, options);
+  EXPECT_NE(made.exitCode, 0);
+  EXPECT_TRUE(fs::exists(file)) << made.output;
 }
 
 TEST_F(PackageFiles, Are_the_same_whoever_makes_them_and_where) {

@@ -47,7 +47,8 @@ class SetupForEverybody : public SetupTest<SetupForEverybody> {
   static inline std::unique_ptr<TempDirectory> folder_;
 };
 
-constexpr char kRule[] = "name=\"Tarvik FTP\" program=\"C:\\Program Files (x86)\\Tarvik\\Tarvik.exe\"";
+constexpr char kProgram[] = "program=\"C:\\Program Files (x86)\\Tarvik\\Tarvik.exe\"";
+const std::string kRule = std::string("name=\"Tarvik FTP\" ") + kProgram;
 
 TEST_F(SetupForEverybody, Installs_into_Program_Files_without_a_firewall_rule) {
   ASSERT_EQ(RunSetup("/S /ALLUSERS"), 0u);
@@ -64,21 +65,35 @@ TEST_F(SetupForEverybody, Installs_into_Program_Files_without_a_firewall_rule) {
   EXPECT_EQ(FirewallChanges(), std::vector<std::string>());
 }
 
-TEST_F(SetupForEverybody, Is_what_an_administrator_gets) {
+TEST_F(SetupForEverybody, Installs_for_everybody_when_elevated) {
   ASSERT_EQ(RunSetup("/S"), 0u);
   EXPECT_TRUE(fs::exists(ForEverybody() + "/Tarvik.exe"));
 }
 
 TEST_F(SetupForEverybody, Adds_the_firewall_rule_on_request_keeps_and_removes_it) {
   const std::string remove = std::string("advfirewall firewall delete rule ") + kRule + " show=0";
+  const std::string removeAll =
+      "advfirewall firewall delete rule name=all dir=in " + std::string(kProgram) + " show=0";
   const std::string add =
       std::string("advfirewall firewall add rule ") + kRule + " dir=in action=allow protocol=TCP show=0";
   ASSERT_EQ(RunSetup("/S /ALLUSERS /FIREWALL=1"), 0u);
-  EXPECT_EQ(FirewallChanges(), (std::vector<std::string>{remove, add}));
+  EXPECT_EQ(FirewallChanges(), (std::vector<std::string>{removeAll, add}));
   ASSERT_EQ(RunSetup("/S /ALLUSERS"), 0u);
-  EXPECT_EQ(FirewallChanges(), (std::vector<std::string>{remove, add}));
+  EXPECT_EQ(FirewallChanges(), (std::vector<std::string>{removeAll, add}));
   Uninstall(ForEverybody());
   EXPECT_EQ(FirewallChanges(), std::vector<std::string>{remove});
+}
+
+TEST_F(SetupForEverybody, Removes_the_firewall_rule_in_an_upgrade_on_request) {
+  ASSERT_EQ(RunSetup("/S /ALLUSERS /FIREWALL=1"), 0u);
+  FirewallChanges();
+  ASSERT_EQ(RunSetup("/S /ALLUSERS /FIREWALL=0"), 0u);
+  EXPECT_EQ(FirewallChanges(),
+            std::vector<std::string>{std::string("advfirewall firewall delete rule ") + kRule + " show=0"});
+  ASSERT_EQ(RunSetup("/S /ALLUSERS"), 0u);
+  EXPECT_EQ(FirewallChanges(), std::vector<std::string>());
+  Uninstall(ForEverybody());
+  EXPECT_EQ(FirewallChanges(), std::vector<std::string>());
 }
 
 TEST_F(SetupForEverybody, Adds_no_firewall_rule_for_one_user) {
@@ -95,24 +110,32 @@ TEST_F(SetupForEverybody, Asks_before_it_installs_and_can_be_cancelled) {
   EXPECT_FALSE(fs::exists(ForEverybody()));
 }
 
-/// The library names a folder that is not the program's.
-class SetupBesideTheMakersLibrary : public SetupTest<SetupBesideTheMakersLibrary> {
+/// The library names a folder that is not the program's. Suite::kPlace is the library's own folder.
+template <typename Suite>
+class SetupWithTheMakersLibrary : public SetupTest<Suite> {
+  using Base = SetupTest<Suite>;
+
  public:
   static WindowsPc::Options Options() {
-    WindowsPc::Options options = SetupTest::Options();
+    WindowsPc::Options options = Base::Options();
     folder_ = std::make_unique<TempDirectory>(options.cacheFolder);
     options.environment["TARVIK_BENCH_FOLDER"] = WindowsPath(Common());
     return options;
   }
   static void PreparePc(WindowsPc& pc) {
-    std::string path = "C:\\windows\\system32;C:\\windows;" + WindowsPath(EnvironmentValue("TARVIK_BENCH"));
+    const fs::path place = pc.Prefix().Folder() + "/drive_c/" + Suite::kPlace;
+    fs::create_directories(place);
+    for (const auto& entry : fs::directory_iterator(EnvironmentValue("TARVIK_BENCH")))
+      if (entry.path().extension() == ".dll")
+        fs::copy_file(entry.path(), place / fs::path(entry.path().filename()));
+    std::string path = std::string("C:\\windows\\system32;C:\\windows;C:\\") + Suite::kPlace;
     for (size_t at = 0; (at = path.find('\\', at)) != std::string::npos; at += 2) path.insert(at, "\\");
     pc.Prefix().SetRegistryValue(WinePrefix::Hive::System,
                                  "System\\CurrentControlSet\\Control\\Session Manager\\Environment", "PATH",
                                  "\"" + path + "\"");
   }
   static void TearDownTestSuite() {
-    SetupTest::TearDownTestSuite();
+    Base::TearDownTestSuite();
     folder_.reset();
   }
 
@@ -123,18 +146,47 @@ class SetupBesideTheMakersLibrary : public SetupTest<SetupBesideTheMakersLibrary
   static inline std::unique_ptr<TempDirectory> folder_;
 };
 
+class SetupBesideTheMakersLibrary : public SetupWithTheMakersLibrary<SetupBesideTheMakersLibrary> {
+ public:
+  static constexpr char kPlace[] = "Program Files (x86)";
+};
+
+const std::set<std::string> kLanguageFiles = {"Language/Tarvik.exe_1033.ini", "Language/Tarvik.exe_1041.ini"};
+
 TEST_F(SetupBesideTheMakersLibrary, Puts_the_language_files_where_the_program_looks_for_them) {
-  const std::set<std::string> files = {"Language/Tarvik.exe_1033.ini", "Language/Tarvik.exe_1041.ini"};
   for (const auto& [arguments, folder] :
        {std::pair("/S /CURRENTUSER", ForUser()), {"/S /ALLUSERS", ForEverybody()}}) {
     ASSERT_EQ(RunSetup(arguments), 0u);
-    EXPECT_EQ(FilesIn(Common()), files);
+    EXPECT_EQ(FilesIn(Common()), kLanguageFiles);
     // Without a message box, so the program has found the library and its language file.
     StartOnly({}, folder + "/Tarvik.exe");
     EXPECT_EQ(WaitForMainWindow(Program()).Text(0), "Tarvik - Ethernet diagnosis for Obry");
     Uninstall(folder);
     EXPECT_EQ(FilesIn(Common()), std::set<std::string>());
   }
+}
+
+TEST_F(SetupBesideTheMakersLibrary, Keeps_the_language_files_for_another_installation) {
+  for (const auto& [first, second] :
+       {std::pair(ForUser(), ForEverybody()), std::pair(ForEverybody(), ForUser())}) {
+    ASSERT_EQ(RunSetup("/S /CURRENTUSER"), 0u);
+    ASSERT_EQ(RunSetup("/S /ALLUSERS"), 0u);
+    Uninstall(first);
+    EXPECT_EQ(FilesIn(Common()), kLanguageFiles);
+    Uninstall(second);
+    EXPECT_EQ(FilesIn(Common()), std::set<std::string>());
+  }
+}
+
+/// A folder that every user can write to. Under Wine, setup is elevated.
+class SetupBesideAnUnprotectedLibrary : public SetupWithTheMakersLibrary<SetupBesideAnUnprotectedLibrary> {
+ public:
+  static constexpr char kPlace[] = "Maker";
+};
+
+TEST_F(SetupBesideAnUnprotectedLibrary, Loads_no_library_that_any_user_may_have_replaced) {
+  ASSERT_EQ(RunSetup("/S /ALLUSERS"), 0u);
+  EXPECT_EQ(FilesIn(Common()), std::set<std::string>());
 }
 
 }  // namespace

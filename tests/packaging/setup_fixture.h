@@ -80,7 +80,7 @@ class SetupTest : public WindowsTest<Suite> {
     ProgramUnderTest setup(Base::Pc(), SetupProgram(), arguments);
     return setup.WaitForEnd(kSetupTimeOut);
   }
-  /// The uninstaller goes on as a copy of itself, whose plug-ins are in the folder Temp until it ends.
+  /// The uninstaller continues as a copy of itself, whose plug-ins are in the folder Temp until it ends.
   static void Uninstall(const std::string& folder) {
     ProgramUnderTest uninstaller(Base::Pc(), folder + "/uninstall.exe", "/S");
     const auto ended = [&] {
