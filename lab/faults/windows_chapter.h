@@ -31,10 +31,11 @@ Then run the FTP test again. If it still fails, the PC may be managed by your co
 Ask whoever manages it. A firewall between the PC and the controller has the same effect.
 
 **Why:** Tarvik uses active FTP. It connects to port 21 of the server and logs in. For the listing, the server connects
-back to the PC, often from its port 20. The Windows Firewall rejects incoming connections without a rule, so that the
+back to the PC, often from its port 20. The Windows Firewall drops incoming connections without a rule, so that the
 login works and the listing does not come.
 
-Windows can recognise these connections by itself ("stateful FTP"). That can be switched off, and often is.
+Windows can recognise these connections by itself ("stateful FTP"). An administrator can switch it off, and it does not
+recognise every server.
 
 **Old rules:** The first time, Windows may ask whether Tarvik may communicate. Somebody who answers "Cancel" or "No"
 creates rules that block Tarvik. For a user who is no Administrator, Windows usually creates them without a question.
@@ -43,7 +44,7 @@ Such a rule wins over any rule that allows Tarvik, and Windows does not ask agai
 ### How long Tarvik waits for an FTP server
 
 Windows decides it, and the window does not react meanwhile. Microsoft documents 30 seconds for an answer that does not
-come. Windows before Internet Explorer 7 waits up to 60 minutes.
+come.
 
 When a server announces the listing and the data connection then never opens, the laboratory's library waits forever.
 Windows ends the wait with an error. Tarvik shows that as an empty listing:
