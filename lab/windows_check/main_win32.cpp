@@ -127,7 +127,8 @@ class Run {
   }
 
   void Show(const std::string& text, int done, int total) {
-    constexpr char kPlease[] = "\n\nPlease leave keyboard and mouse alone until the report opens.";
+    constexpr char kPlease[] =
+        "\n\nPlease leave keyboard and mouse alone for about ten minutes, until the report opens.";
     if (window_) window_->Show(text + kPlease, done, total);
   }
 
