@@ -45,4 +45,10 @@ report::Neighbour LookForNeighbour(IpHelper& ipHelper, uint32_t address) {
   return absent && !unknown ? report::Neighbour::Absent : report::Neighbour::Unknown;
 }
 
+report::Neighbour Between(report::Neighbour before, report::Neighbour after) {
+  // An answer from before the first echo says nothing about a cable that has been pulled since.
+  const bool old = before == report::Neighbour::Present && after == report::Neighbour::Present;
+  return old ? report::Neighbour::Unknown : after;
+}
+
 }  // namespace tarvik

@@ -28,10 +28,10 @@ class Check {
   bool SameSubnet(const LocalAddressRecord& local, uint32_t address);
   std::wstring Resolve(TcpIpHost& host, const std::wstring& target);
   bool ReadConfiguration();
-  bool Ping(const std::wstring& address, report::EchoSeries& series);
+  bool Ping(const std::wstring& address, uint32_t number, report::EchoSeries& series);
   void RecordConfiguration();
   bool CheckPc(uint32_t targetAddress);
-  bool PingTarget(const std::wstring& address);
+  bool PingTarget(const std::wstring& address, uint32_t number);
   void AddDetails(const LocalAddressRecord& local, const std::wstring& address);
   GatewaySearch SearchGateway();
   bool CheckGateway();
@@ -46,6 +46,8 @@ class Check {
   const NetLibraries& libraries_;
   const int32_t count_;
   std::vector<LocalAddressRecord> locals_;
+  uint32_t pinged_ = 0;                                    ///< the latest address
+  report::Neighbour before_ = report::Neighbour::Unknown;  ///< of `pinged_` before its first echo
 };
 
 void Check::AddMessage(Message message) {
@@ -107,10 +109,12 @@ report::Progress Check::WithoutReply(const report::EchoSeries& series) const {
 
 report::Neighbour Check::LookAgain(report::Progress progress, const report::EchoSeries& series) {
   if (progress != report::Progress::Ended || series.sent == 0) return report::Neighbour::Unknown;
-  return LookForNeighbour(libraries_.ipHelper, ToAddress(series.address));
+  return Between(before_, LookForNeighbour(libraries_.ipHelper, pinged_));
 }
 
-bool Check::Ping(const std::wstring& address, report::EchoSeries& series) {
+bool Check::Ping(const std::wstring& address, uint32_t number, report::EchoSeries& series) {
+  pinged_ = number;
+  before_ = LookForNeighbour(libraries_.ipHelper, number);
   return PingHost(context_, libraries_, address, count_, series);
 }
 
@@ -133,7 +137,7 @@ GatewaySearch Check::SearchGateway() {
       if (context_.pump.StopRequested())
         return result == GatewaySearch::NoneAnswered ? result : GatewaySearch::Stopped;
       context_.results.AddToList(L"GateWay (" + gateway + L") PING test ....");
-      if (Ping(gateway, Facts().gateway.tried.emplace_back())) return GatewaySearch::Answered;
+      if (Ping(gateway, address, Facts().gateway.tried.emplace_back())) return GatewaySearch::Answered;
       result = GatewaySearch::NoneAnswered;
     }
   }
@@ -184,10 +188,10 @@ bool Check::CheckPc(uint32_t targetAddress) {
   return facts.hasMask;
 }
 
-bool Check::PingTarget(const std::wstring& address) {
+bool Check::PingTarget(const std::wstring& address, uint32_t number) {
   report::TargetFacts& facts = Facts().target;
   SetProgress(facts.progress, report::Progress::Running);
-  const bool answered = Ping(address, facts.echoes);
+  const bool answered = Ping(address, number, facts.echoes);
   facts.progress = answered ? report::Progress::Ended : WithoutReply(facts.echoes);
   if (!answered) facts.neighbour = LookAgain(facts.progress, facts.echoes);
   context_.recorder.Changed();
@@ -209,8 +213,9 @@ bool Check::Run(const std::wstring& target, const std::function<void()>& addToHi
   SetProgress(Facts().pc.progress, report::Progress::Running);
   if (!ReadConfiguration()) return false;
   RecordConfiguration();
-  Facts().pc.way = FindWayToTarget(libraries_.ipHelper, ToAddress(address));
-  if (!CheckPc(ToAddress(address))) return false;
+  const uint32_t number = ToAddress(address);
+  Facts().pc.way = FindWayToTarget(libraries_.ipHelper, number);
+  if (!CheckPc(number)) return false;
 
   const bool sameNetwork = Facts().pc.sameSubnet;
   if (sameNetwork) {
@@ -228,7 +233,7 @@ bool Check::Run(const std::wstring& target, const std::function<void()>& addToHi
     return false;
   }
   context_.results.AddToList(sameNetwork ? L"PING test..." : L"Target (" + address + L") PING test...");
-  if (PingTarget(address)) return true;
+  if (PingTarget(address, number)) return true;
   AddMessage(Message::CannotPingTarget);
   AddMessage(Message::CheckTarget);
   return false;

@@ -70,6 +70,13 @@ TEST_F(NeighbourTest, With_two_cards_on_the_subnet_one_answer_is_enough) {
   EXPECT_EQ(Look(), Neighbour::Present);
 }
 
+TEST_F(NeighbourTest, Only_a_device_that_was_not_present_before_has_answered_since) {
+  EXPECT_EQ(Between(Neighbour::Absent, Neighbour::Present), Neighbour::Present);
+  EXPECT_EQ(Between(Neighbour::Unknown, Neighbour::Present), Neighbour::Present);
+  EXPECT_EQ(Between(Neighbour::Present, Neighbour::Present), Neighbour::Unknown);
+  EXPECT_EQ(Between(Neighbour::Present, Neighbour::Absent), Neighbour::Absent);
+}
+
 TEST_F(NeighbourTest, A_row_of_another_address_family_does_not_count) {
   ipHelper.AddNeighbour("192.168.1.100", MibIpNetRow2::kReachable);
   ipHelper.neighbours.back().Family = 23;

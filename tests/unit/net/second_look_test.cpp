@@ -46,12 +46,24 @@ TEST_F(SecondLookTest, A_target_that_answers_is_not_looked_for) {
 }
 
 TEST_F(SecondLookTest, A_target_that_does_not_answer_is_looked_for) {
-  ipHelper.AddNeighbour("192.168.1.100", MibIpNetRow2::kReachable);
   ipHelper.AddNeighbour("192.168.1.101", MibIpNetRow2::kUnreachable, false);
+  icmp.onSend = [&] {
+    icmp.onSend = nullptr;
+    ipHelper.AddNeighbour("192.168.1.100", MibIpNetRow2::kReachable);
+  };
   EXPECT_FALSE(Check(L"192.168.1.100"));
   EXPECT_EQ(Facts().target.neighbour, Neighbour::Present);
   EXPECT_FALSE(Check(L"192.168.1.101"));
   EXPECT_EQ(Facts().target.neighbour, Neighbour::Absent);
+}
+
+TEST_F(SecondLookTest, An_answer_from_before_the_first_echo_proves_nothing) {
+  ipHelper.AddNeighbour("192.168.1.100", MibIpNetRow2::kReachable);
+  ipHelper.AddNeighbour("192.168.1.1", MibIpNetRow2::kReachable);
+  EXPECT_FALSE(Check(L"192.168.1.100"));
+  EXPECT_EQ(Facts().target.neighbour, Neighbour::Unknown);
+  EXPECT_FALSE(Check(L"10.0.0.5"));
+  EXPECT_EQ(Facts().gateway.neighbour, Neighbour::Unknown);
 }
 
 TEST_F(SecondLookTest, A_gateway_that_does_not_answer_is_looked_for) {

@@ -191,12 +191,12 @@ TEST(AnswerTest, The_neighbour_table_tells_a_missing_device_from_a_silent_one) {
   run.facts().target.neighbour = Neighbour::Absent;
   EXPECT_EQ(Sentence(run), L"Nobody has this address: check it, then cable, power.");
   run.facts().target.neighbour = Neighbour::Present;
-  EXPECT_EQ(Sentence(run), L"A device is there, but no ping: test page NEXAL2.");
+  EXPECT_EQ(Sentence(run), L"A device was seen, but no ping: test page NEXAL2.");
   RunBuilder gateway = B().Address(L"192.168.2.100").Pc(false).GatewayPinged(B::Lost());
   gateway.facts().gateway.neighbour = Neighbour::Absent;
   EXPECT_EQ(Sentence(gateway), L"Nobody has the gateway's address: check it, then power.");
   gateway.facts().gateway.neighbour = Neighbour::Present;
-  EXPECT_EQ(Sentence(gateway), L"Gateway is on but ignores ping: have ping allowed.");
+  EXPECT_EQ(Sentence(gateway), L"Gateway seen, but no ping answered: have ping allowed.");
 }
 
 TEST(AnswerTest, The_ports_answer_splits_a_failed_connection) {
