@@ -42,7 +42,10 @@ bool Explains(Finding finding) {
     case Finding::PcIsTarget:
     case Finding::PcMaskNarrow:
     case Finding::PcTwoCards:
+    case Finding::GatewayLossy:
+    case Finding::GatewayRefused:
     case Finding::GatewayElsewhere:
+    case Finding::TargetLossy:
     case Finding::TargetElsewhere:
     case Finding::TargetNoRoute:
     case Finding::TargetUnreachable:

@@ -73,6 +73,7 @@ enum class Finding {
   TargetPingRejected,    ///< the target itself reported an error
   TargetNoRoute,
   TargetUnreachable,  ///< a router could not deliver the echo
+  TargetNotReached,   ///< Windows reports an error without saying who found it
   TargetFirewall,
   TargetLoop,
   TargetOtherError,

@@ -68,6 +68,7 @@ constexpr std::string_view kFindingNames[] = {
     "TargetPingRejected",
     "TargetNoRoute",
     "TargetUnreachable",
+    "TargetNotReached",
     "TargetFirewall",
     "TargetLoop",
     "TargetOtherError",

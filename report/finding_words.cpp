@@ -31,15 +31,22 @@ std::wstring SecondsText(uint32_t milliseconds) {
 }
 
 std::wstring OwnText(const Facts& facts, std::wstring OwnAddress::*text) {
-  const OwnAddress* const own = OwnAddressFor(facts.pc, facts.name.address);
+  const OwnAddress* const own = DecisiveOwnAddress(facts);
   return own == nullptr ? std::wstring() : own->*text;
 }
 
-std::wstring FirstGateway(const PcFacts& pc) {
-  for (const OwnAddress& own : pc.addresses)
-    for (const std::wstring& gateway : own.gateways)
-      if (!gateway.empty() && gateway != L"0.0.0.0") return gateway;
-  return {};
+std::wstring GatewayOf(const OwnAddress& own) {
+  const auto found = std::find_if(own.gateways.begin(), own.gateways.end(),
+                                  [](const std::wstring& each) { return IsGateway(each); });
+  return found == own.gateways.end() ? std::wstring() : *found;
+}
+
+std::wstring FirstGateway(const Facts& facts) {
+  const OwnAddress* const decisive = DecisiveOwnAddress(facts);
+  std::wstring gateway = decisive == nullptr ? std::wstring() : GatewayOf(*decisive);
+  for (const OwnAddress& own : facts.pc.addresses)
+    if (gateway.empty()) gateway = GatewayOf(own);
+  return gateway;
 }
 
 std::wstring WithoutZeros(const std::wstring& number) {
@@ -88,7 +95,7 @@ std::wstring FactOf(wchar_t letter, const Run& run, Rung rung, AnswerLanguage la
     case L'F':
       return Decimal(facts.ftp.entries);
     case L'G':
-      return FirstGateway(facts.pc);
+      return FirstGateway(facts);
     case L'H':
       return Shortened(facts.k7.server);
     case L'I':

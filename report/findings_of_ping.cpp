@@ -18,10 +18,10 @@ constexpr uint32_t kTimedOut = 11010;
 constexpr uint32_t kBadRoute = 11012;
 constexpr uint32_t kTtlExpired = 11013;
 constexpr uint32_t kTtlExpiredReassembly = 11014;
+constexpr uint32_t kGeneralFailure = 11050;
 
 constexpr int16_t kAccessCodeRejected = 7;
 
-/// The PC's first three octets are the target's: usually one network.
 constexpr uint32_t kUsualMask = 0xFFFFFF00;
 
 bool HasDigitsAndDotsOnly(const std::wstring& text) {
@@ -31,16 +31,14 @@ bool HasDigitsAndDotsOnly(const std::wstring& text) {
 /// The error that the echo to the address came back with, or that Windows reported for it; 0 for none.
 uint32_t ErrorOf(const EchoSeries& echoes) { return echoes.status != 0 ? echoes.status : echoes.error; }
 
+bool IsAnswered(const EchoSeries& echoes) { return echoes.answered + echoes.elsewhere > 0; }
+
 /// Windows did not even send the echo.
 bool NotSent(const EchoSeries& echoes) {
+  if (IsAnswered(echoes)) return false;
+  if (echoes.refused > 0) return echoes.status == kGeneralFailure;
   const uint32_t error = echoes.error;
-  return echoes.Replies() == 0 && error != 0 && error != kTimedOut &&
-         (error < kNetUnreachable || error > kTtlExpiredReassembly);
-}
-
-/// Nothing came back but errors that say so.
-bool Silent(const EchoSeries& echoes) {
-  return echoes.answered + echoes.elsewhere == 0 && (echoes.refused == 0 || echoes.status == kTimedOut);
+  return error != 0 && error != kTimedOut && (error < kNetUnreachable || error > kTtlExpiredReassembly);
 }
 
 bool IsOwnAddress(const PcFacts& pc, const std::wstring& address) {
@@ -48,24 +46,53 @@ bool IsOwnAddress(const PcFacts& pc, const std::wstring& address) {
                      [&address](const OwnAddress& own) { return own.address == address; });
 }
 
+/// The latest reply is a report that Windows itself has made: no device answered.
+bool IsReportOfThisPc(const PcFacts& pc, const EchoSeries& echoes) {
+  return !IsAnswered(echoes) && echoes.refused > 0 &&
+         (echoes.status == kGeneralFailure || IsOwnAddress(pc, echoes.otherSender));
+}
+
+/// Nothing came back but errors that say so.
+bool Silent(const PcFacts& pc, const EchoSeries& echoes) {
+  return !IsAnswered(echoes) &&
+         (echoes.refused == 0 || echoes.status == kTimedOut || IsReportOfThisPc(pc, echoes));
+}
+
+/// What is known about a silent device. Windows reports an address that nobody has as unreachable.
+Neighbour NeighbourOf(const PcFacts& pc, const EchoSeries& echoes, Neighbour seen) {
+  return IsReportOfThisPc(pc, echoes) ? Neighbour::Absent : seen;
+}
+
+/// An exception ended the series before its first echo.
+bool NeverBegan(const EchoSeries& echoes) { return echoes.sent == 0 && !echoes.addressRejected; }
+
+bool GatewayAnswered(const Facts& facts) {
+  const GatewayFacts& gateway = facts.gateway;
+  return gateway.result == GatewayResult::Answered &&
+         (gateway.tried.empty() || !Silent(facts.pc, gateway.tried.back()));
+}
+
 /// Nobody answered, neither the target nor a gateway before it.
 bool NothingAnswered(const Facts& facts) {
-  const bool target = facts.target.progress == Progress::Ended && Silent(facts.target.echoes);
+  if (IsAnswered(facts.target.echoes)) return false;
+  const bool target = facts.target.progress == Progress::Ended && Silent(facts.pc, facts.target.echoes);
   const bool gateway = facts.gateway.progress == Progress::Ended &&
-                       facts.gateway.result != GatewayResult::NotNeeded &&
-                       facts.gateway.result != GatewayResult::Answered;
+                       facts.gateway.result != GatewayResult::NotNeeded && !GatewayAnswered(facts);
   return target || gateway || (facts.pc.progress == Progress::Ended && !facts.pc.hasMask);
 }
 
-bool LooksTooNarrow(const Facts& facts) {
-  const auto target = AddressNumber(facts.name.address);
-  for (const OwnAddress& own : facts.pc.addresses) {
+/// Windows has given every card an address of its own choice, because it got none.
+bool HasStopgapAddressesOnly(const PcFacts& pc) {
+  constexpr uint32_t kStopgapMask = 0xFFFF0000;
+  constexpr uint32_t kStopgap = 0xA9FE0000;  // 169.254.0.0
+  bool any = false;
+  for (const OwnAddress& own : pc.addresses) {
     const auto address = AddressNumber(own.address);
-    const auto mask = AddressNumber(own.mask);
-    if (target && address && mask && *mask > kUsualMask && (*address & kUsualMask) == (*target & kUsualMask))
-      return true;
+    if (!address || !IsOnSubnet(own, own.address)) continue;
+    if ((*address & kStopgapMask) != kStopgap) return false;
+    any = true;
   }
-  return false;
+  return any;
 }
 
 bool MaskCouldBeTooWide(const Facts& facts) {
@@ -80,17 +107,18 @@ bool MaskCouldBeTooWide(const Facts& facts) {
 /// The PC's address and the target's have not even the first two octets in common.
 bool PcIsFarFromTarget(const Facts& facts) {
   const auto target = AddressNumber(facts.name.address);
-  const OwnAddress* const own = OwnAddressFor(facts.pc, facts.name.address);
+  const OwnAddress* const own = DecisiveOwnAddress(facts);
   const auto address = own == nullptr ? std::nullopt : AddressNumber(own->address);
   return target && address && (*address ^ *target) >> 16 != 0;
 }
 
-Finding OfRefusal(const Facts& facts, const std::wstring& address, const std::wstring& sender,
-                  uint32_t error) {
-  if (IsOwnAddress(facts.pc, sender)) return Finding::TargetAbsent;
+/// A device reported the error.
+Finding OfRefusal(const Facts& facts) {
+  const EchoSeries& echoes = facts.target.echoes;
+  const uint32_t error = echoes.status;
   if (error == kTtlExpired) return Finding::TargetLoop;
   const bool unreachable = error >= kNetUnreachable && error <= kPortUnreachable;
-  if (unreachable && sender == address) return Finding::TargetPingRejected;
+  if (unreachable && echoes.otherSender == echoes.address) return Finding::TargetPingRejected;
   if (error == kNetUnreachable || error == kBadRoute) return Finding::TargetNoRoute;
   if (error == kHostUnreachable)
     return facts.pc.sameSubnet ? Finding::TargetAbsent : Finding::TargetUnreachable;
@@ -106,13 +134,19 @@ bool ReachedOtherwise(const Facts& facts) {
 Finding OfSilentTarget(const Facts& facts) {
   const EchoSeries& echoes = facts.target.echoes;
   if (NotSent(echoes)) return Finding::EchoNotSent;
-  if (ErrorOf(echoes) != kTimedOut && ErrorOf(echoes) != 0)
-    return OfRefusal(facts, echoes.address, {}, ErrorOf(echoes));
-  if (facts.target.neighbour == Neighbour::Present) return Finding::TargetPresent;
-  if (!facts.pc.sameSubnet) return Finding::TargetSilentBeyond;
+  const bool ofThisPc = IsReportOfThisPc(facts.pc, echoes);
+  if (const uint32_t error = ErrorOf(echoes); !ofThisPc && error != kTimedOut && error != 0) {
+    const bool absent = error == kHostUnreachable && facts.pc.sameSubnet;
+    return absent ? Finding::TargetAbsent : Finding::TargetNotReached;
+  }
+  const Neighbour neighbour = NeighbourOf(facts.pc, echoes, facts.target.neighbour);
+  if (neighbour == Neighbour::Present) return Finding::TargetPresent;
+  if (!facts.pc.sameSubnet)
+    return GatewayFinding(facts) == Finding::GatewayGood ? Finding::TargetSilentBeyond
+                                                         : Finding::TargetSilent;
   if (MaskCouldBeTooWide(facts)) return Finding::TargetSilentWideMask;
   if (!facts.name.isAddress) return Finding::TargetSilentByName;
-  if (facts.target.neighbour == Neighbour::Absent) return Finding::TargetAbsent;
+  if (neighbour == Neighbour::Absent) return Finding::TargetAbsent;
   return Finding::TargetSilent;
 }
 
@@ -142,10 +176,13 @@ Finding PcFinding(const Facts& facts) {
     if (card->kind == CardKind::Wireless) return Finding::PcWirelessOff;
     if (card->kind == CardKind::Cable) return Finding::PcCableOut;
   }
-  if (!pc.hasMask) return Finding::PcNoMask;
+  if (!pc.hasMask || (!pc.sameSubnet && HasStopgapAddressesOnly(pc))) return Finding::PcNoMask;
   if (IsOwnAddress(pc, facts.name.address)) return Finding::PcIsTarget;
-  if (!pc.sameSubnet && LooksTooNarrow(facts)) return Finding::PcMaskNarrow;
-  const bool several = pc.way.severalCardsFit || OwnAddressesOnSubnet(pc, facts.name.address) > 1;
+  if (!pc.sameSubnet && TooNarrowOwnAddress(pc, facts.name.address) != nullptr) return Finding::PcMaskNarrow;
+  // Two addresses of one card are no doubt. Only where Windows does not report the cards, their number
+  // counts.
+  const bool several =
+      pc.way.cards.empty() ? OwnAddressesOnSubnet(pc, facts.name.address) > 1 : pc.way.severalCardsFit;
   if (several && NothingAnswered(facts)) return Finding::PcTwoCards;
   return Finding::PcGood;
 }
@@ -164,11 +201,13 @@ Finding GatewayFinding(const Facts& facts) {
   if (echoes.answered > 0)
     return echoes.answered < echoes.sent ? Finding::GatewayLossy : Finding::GatewayGood;
   if (echoes.elsewhere > 0) return Finding::GatewayElsewhere;
-  if (!Silent(echoes)) return Finding::GatewayRefused;
+  if (NeverBegan(echoes)) return Finding::Broken;
+  if (!Silent(facts.pc, echoes)) return Finding::GatewayRefused;
   if (NotSent(echoes)) return Finding::EchoNotSent;
-  if (gateway.neighbour == Neighbour::Present) return Finding::GatewayPresent;
+  const Neighbour neighbour = NeighbourOf(facts.pc, echoes, gateway.neighbour);
+  if (neighbour == Neighbour::Present) return Finding::GatewayPresent;
   if (PcIsFarFromTarget(facts)) return Finding::GatewaySilentFar;
-  if (gateway.neighbour == Neighbour::Absent) return Finding::GatewayAbsent;
+  if (neighbour == Neighbour::Absent) return Finding::GatewayAbsent;
   return Finding::GatewaySilent;
 }
 
@@ -178,10 +217,10 @@ Finding TargetFinding(const Facts& facts) {
   if (echoes.asked <= 0) return Finding::PingCountZero;
   if (echoes.answered > 0) return echoes.answered < echoes.sent ? Finding::TargetLossy : Finding::TargetGood;
   if (echoes.elsewhere > 0) return Finding::TargetElsewhere;
-  if (ReachedOtherwise(facts))
-    return echoes.refused > 0 ? Finding::TargetPingRejected : Finding::TargetPingBlocked;
-  if (Silent(echoes)) return OfSilentTarget(facts);
-  return OfRefusal(facts, echoes.address, echoes.otherSender, echoes.status);
+  if (NeverBegan(echoes)) return Finding::Broken;
+  const bool silent = Silent(facts.pc, echoes);
+  if (ReachedOtherwise(facts)) return silent ? Finding::TargetPingBlocked : Finding::TargetPingRejected;
+  return silent ? OfSilentTarget(facts) : OfRefusal(facts);
 }
 
 }  // namespace tarvik::report

@@ -36,6 +36,39 @@ const OwnAddress* OwnAddressFor(const PcFacts& pc, std::wstring_view target) {
   return own;
 }
 
+const OwnAddress* TooNarrowOwnAddress(const PcFacts& pc, std::wstring_view target) {
+  constexpr uint32_t kUsualMask = 0xFFFFFF00;
+  const auto wanted = AddressNumber(target);
+  for (const OwnAddress& own : pc.addresses) {
+    const auto address = AddressNumber(own.address);
+    const auto mask = AddressNumber(own.mask);
+    if (wanted && address && mask && *mask > kUsualMask && (*address & kUsualMask) == (*wanted & kUsualMask))
+      return &own;
+  }
+  return nullptr;
+}
+
+const OwnAddress* DecisiveOwnAddress(const Facts& facts) {
+  const PcFacts& pc = facts.pc;
+  const GatewayFacts& gateway = facts.gateway;
+  const OwnAddress* const narrow = TooNarrowOwnAddress(pc, facts.name.address);
+  if (!pc.sameSubnet && narrow != nullptr) return narrow;
+  const auto first = [&pc](const auto& isIt) -> const OwnAddress* {
+    const auto found = std::find_if(pc.addresses.begin(), pc.addresses.end(), [&isIt](const OwnAddress& own) {
+      return std::any_of(own.gateways.begin(), own.gateways.end(), isIt);
+    });
+    return found == pc.addresses.end() ? nullptr : &*found;
+  };
+  const OwnAddress* own = nullptr;
+  if (!gateway.tried.empty())
+    own = first([&gateway](const std::wstring& each) { return each == gateway.tried.back().address; });
+  else if (gateway.result == GatewayResult::NoneUsable)
+    own = first([](const std::wstring& each) { return IsGateway(each); });
+  return own == nullptr ? OwnAddressFor(pc, facts.name.address) : own;
+}
+
+bool IsGateway(std::wstring_view address) { return !address.empty() && address != L"0.0.0.0"; }
+
 int OwnAddressesOnSubnet(const PcFacts& pc, std::wstring_view target) {
   return static_cast<int>(std::count_if(pc.addresses.begin(), pc.addresses.end(),
                                         [target](const OwnAddress& own) { return IsOnSubnet(own, target); }));
@@ -56,9 +89,8 @@ const PcCard* CardOf(const WayToTarget& way, std::wstring_view target) {
     return each.kind == CardKind::Cable || each.kind == CardKind::Wireless;
   };
   const bool anyUp = first([&isReal](const PcCard& each) { return each.up && isReal(each); }) != nullptr;
-  if (card == nullptr && !anyUp)
-    card = first([](const PcCard& each) { return each.kind == CardKind::Cable; });
-  if (card == nullptr && !anyUp) card = first(isReal);
+  if (card == nullptr && !anyUp && std::count_if(way.cards.begin(), way.cards.end(), isReal) == 1)
+    card = first(isReal);
   return card;
 }
 

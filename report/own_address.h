@@ -14,16 +14,28 @@ std::optional<uint32_t> AddressNumber(std::wstring_view dotted);
 /// True when `target` is on the subnet of the address. Never for an address without a mask.
 bool IsOnSubnet(const OwnAddress& own, std::wstring_view target);
 
+/// False for what Windows reports where there is no gateway.
+bool IsGateway(std::wstring_view address);
+
 /// The address of the PC that matters for the target: the same one, otherwise one on its subnet, otherwise
 /// the first with a mask. Null when there is none.
 const OwnAddress* OwnAddressFor(const PcFacts& pc, std::wstring_view target);
+
+/// The address whose mask is so narrow that the target is outside of its subnet, although usually both would
+/// be on one network. Null when there is none.
+const OwnAddress* TooNarrowOwnAddress(const PcFacts& pc, std::wstring_view target);
+
+/// The address of the PC that the findings are about: one with a mask that looks too narrow, otherwise the
+/// one whose gateway was tried last or cannot be used, otherwise OwnAddressFor. Null when there is none.
+const OwnAddress* DecisiveOwnAddress(const Facts& facts);
 
 /// How many of the PC's addresses are on the target's subnet.
 int OwnAddressesOnSubnet(const PcFacts& pc, std::wstring_view target);
 
 /// The card that should lead to the target. That is one on its subnet, even if its link is down and Windows
-/// therefore takes another way; otherwise the one that Windows names; otherwise, when no link is up, the one
-/// whose cable is out. Null when there is none.
+/// therefore takes another way; otherwise the one that Windows names; otherwise, when no link is up, the only
+/// card that has one. Virtual cards often pass for real ones, so of several none is named. Null when there is
+/// none.
 const PcCard* CardOf(const WayToTarget& way, std::wstring_view target);
 
 }  // namespace tarvik::report

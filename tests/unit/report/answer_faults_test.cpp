@@ -47,7 +47,7 @@ std::vector<Fault> NetworkFaults() {
       {"network_cable_out_at_the_controller_behind_the_gateway",
        L"Gateway good, target silent: check its power, gateway.", "ooox---", Silent(Far())},
       {"network_cable_out_at_the_pc", silent, "oo-x---", Silent(OnSubnet())},
-      {"network_echo_filtered", L"NEXAL2 good, ping is blocked: allow it, or go on.", "oo-!o--",
+      {"network_echo_filtered", L"NEXAL2 good, ping was silent: ping again.", "oo-!o--",
        Silent(OnSubnet()).CncAnswers().Only(Rung::CncLibrary)},
       {"network_firewall_says_host_unreachable", L"A router cannot reach the target: check cable, firewall.",
        "ooo!x--", Far().TargetPinged({B::Refused(11003, L"192.168.1.1")}).Cnc(CncCall::Connect, -102, 1)},
