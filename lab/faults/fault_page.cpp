@@ -129,6 +129,9 @@ void AppendShown(std::string& page, const Scenario& scenario) {
     if (shown.kind == Shown::Kind::AnyLine) page += "[ a line from Windows ]\n";
     if (shown.kind == Shown::Kind::Box)
       page += "[ Message box: " + Replaced(shown.text, "\r\n", "\n                ") + " ]\n";
+    if (shown.kind == Shown::Kind::Sentence && shown.text != "none")
+      page += "[ Result: " + shown.text + " ]\n";
+    if (shown.kind == Shown::Kind::Marks) page += "[ " + shown.text + " ]\n";
     if (shown.kind == Shown::Kind::Field) page += "[ " + shown.field + ": " + shown.text + " ]\n";
   }
   page += "```\n";

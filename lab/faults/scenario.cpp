@@ -69,6 +69,10 @@ std::string ToScenarioText(const Shown& shown) {
       return kAnyLine;
     case Shown::Kind::Box:
       return "box " + quoted + " answered " + shown.answer;
+    case Shown::Kind::Sentence:
+      return "The sentence: " + shown.text;
+    case Shown::Kind::Marks:
+      return "The marks: " + shown.text;
     case Shown::Kind::Field:
       break;
   }

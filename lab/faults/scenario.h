@@ -47,10 +47,12 @@ struct Step {
 /// One thing that the tool shows.
 struct Shown {
   enum class Kind {
-    Line,     ///< a line of the result list
-    AnyLine,  ///< a line whose text comes from Windows; matches any line
-    Box,      ///< a message box
-    Field,    ///< the final text of a field
+    Line,      ///< a line of the result list
+    AnyLine,   ///< a line whose text comes from Windows; matches any line
+    Box,       ///< a message box
+    Field,     ///< the final text of a field
+    Sentence,  ///< the final sentence above the result list, "none" when there is none
+    Marks,     ///< the final fields of the status bar
   };
   Kind kind = Kind::Line;
   std::string text;

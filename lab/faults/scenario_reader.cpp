@@ -103,6 +103,8 @@ class Reader {
   std::vector<Section> sections_;
   std::vector<std::string> seen_;
   Scenario scenario_;
+  std::string sentence_;
+  std::string marks_;
   int last_ = 0;
 };
 
@@ -298,6 +300,10 @@ void Reader::ReadSection(const Section& section) {
     ReadSteps(section);
   } else if (section.heading == "The tool says") {
     ReadShown(section);
+  } else if (section.heading == "The sentence") {
+    sentence_ = Value(section);
+  } else if (section.heading == "The marks") {
+    marks_ = Value(section);
   } else if (section.heading == "The ladder") {
     ReadVerdict(section);
   } else {
@@ -324,6 +330,9 @@ void Reader::Check() const {
 Scenario Reader::Read() {
   for (const Section& section : sections_) ReadSection(section);
   Check();
+  // What is missing in the file appears as unexpected when the scenario runs.
+  if (!sentence_.empty()) scenario_.shown.push_back({Shown::Kind::Sentence, sentence_, {}, {}});
+  if (!marks_.empty()) scenario_.shown.push_back({Shown::Kind::Marks, marks_, {}, {}});
   return std::move(scenario_);
 }
 

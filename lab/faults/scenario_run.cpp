@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <string_view>
 
 #include "lab/pc/main_window.h"
 #include "lab/pc/program.h"
@@ -21,6 +22,19 @@ BoxButton ButtonOf(const std::string& answer) {
   if (answer == "Cancel") return BoxButton::Cancel;
   if (answer == "Yes") return BoxButton::Yes;
   return answer == "No" ? BoxButton::No : BoxButton::Ok;
+}
+
+/// The sentence with every measured time replaced by N, so that it can be compared. A time-out is not
+/// measured.
+std::string WithoutTimesOfAnswer(std::string sentence) {
+  for (const std::string_view before : {"slowest ", " after "}) {
+    const size_t at = sentence.find(before);
+    if (at == std::string::npos) continue;
+    const size_t begin = at + before.size();
+    const size_t end = std::min(sentence.find_first_not_of("0123456789.", begin), sentence.size());
+    if (end > begin) sentence.replace(begin, end - begin, "N");
+  }
+  return sentence;
 }
 
 /// A technician at the PC.
@@ -48,6 +62,7 @@ class Technician {
   void BringToFront(Page page) const;
   void Record(const Lines& list, bool ofLadder);
   void RecordInOrder(const Lines& lines);
+  void RecordAnswer();
 
   const Scenario& scenario_;
   ProgramUnderTest program_;
@@ -113,6 +128,15 @@ void Technician::Click(const WindowPart& button) {
   Record(ClickAndFollow(program_, *window_, button.id, kRunTimeOut, Listening()), ofLadder);
 }
 
+void Technician::RecordAnswer() {
+  const std::string sentence = WithoutTimesOfAnswer(window_->Text(ID_lblAnswer));
+  outcome_.shown.push_back({Shown::Kind::Sentence, sentence.empty() ? "none" : sentence, {}, {}});
+  std::string marks;
+  for (const auto& field : window_->StatusFields(ID_sbrRungs))
+    marks += (marks.empty() ? "" : ", ") + field.text;
+  outcome_.shown.push_back({Shown::Kind::Marks, marks, {}, {}});
+}
+
 Outcome Technician::PerformSteps() {
   if (scenario_.HasTarget()) FollowRunAtStart();
   for (size_t i = 1; i < scenario_.steps.size(); ++i) {
@@ -134,6 +158,7 @@ Outcome Technician::PerformSteps() {
     if (shown.kind != Shown::Kind::Field) continue;
     outcome_.shown.push_back({Shown::Kind::Field, window_->Text(FindText(shown.field)->id), shown.field, {}});
   }
+  RecordAnswer();
   return std::move(outcome_);
 }
 

@@ -37,6 +37,9 @@ The tool says:
   box "One.<new line>Two." answered Yes
   shows K7 Server status "---"
 
+The sentence: Gateway silent: check its address, cable, power.
+The marks: Name OK, PC OK, Gateway FAIL
+
 The ladder: stops at Ping
 )";
 
@@ -93,13 +96,16 @@ TEST(Scenario, A_step_starts_types_ticks_or_clicks) {
 
 TEST(Scenario, What_the_tool_shows_is_kept_literally) {
   const std::vector<Shown> shown = ReadScenario("mine", kGood).shown;
-  ASSERT_EQ(shown.size(), 6U);
+  ASSERT_EQ(shown.size(), 8U);
   EXPECT_EQ(shown[0], (Shown{Shown::Kind::Line, "say \"it\"", {}, {}}));
   EXPECT_EQ(shown[1], (Shown{Shown::Kind::Line, "", {}, {}}));
   EXPECT_EQ(shown[2], (Shown{Shown::Kind::Line, "CNC Type\t31 ", {}, {}}));
   EXPECT_EQ(shown[3].kind, Shown::Kind::AnyLine);
   EXPECT_EQ(shown[4], (Shown{Shown::Kind::Box, "One.\r\nTwo.", {}, "Yes"}));
   EXPECT_EQ(shown[5], (Shown{Shown::Kind::Field, "---", "K7 Server status", {}}));
+  EXPECT_EQ(shown[6],
+            (Shown{Shown::Kind::Sentence, "Gateway silent: check its address, cable, power.", {}, {}}));
+  EXPECT_EQ(shown[7], (Shown{Shown::Kind::Marks, "Name OK, PC OK, Gateway FAIL", {}, {}}));
 }
 
 TEST(Scenario, Formatting_reverses_parsing) {
