@@ -216,16 +216,20 @@ void Win32ComboBox::Select(int index) {
 }
 
 void Win32ComboBox::OnCommand(WORD notification) {
-  // Windows reports a selection before it copies the item to the field.
-  if (notification == CBN_SELCHANGE) Raise(onChange, Item(SelectedIndex()));
-  if (notification == CBN_EDITCHANGE) Raise(onChange, Text());
+  // Windows reports a selection before it copies the item to the field. In the open list it is not final: Esc
+  // takes it back, which Windows reports by closing the list only.
+  if (notification == CBN_SELCHANGE && Send(CB_GETDROPPEDSTATE) == FALSE)
+    Raise(onChange, Item(SelectedIndex()));
+  if (notification == CBN_EDITCHANGE || notification == CBN_CLOSEUP) Raise(onChange, Text());
 }
 
 void Win32ComboBox::AcceptListEntry() {
   // Typing clears the selection; then the field keeps its text.
   const LRESULT index = Send(CB_GETCURSEL);
   Send(CB_SHOWDROPDOWN, FALSE);
-  if (index >= 0) Send(CB_SETCURSEL, static_cast<WPARAM>(index));
+  if (index < 0) return;
+  Send(CB_SETCURSEL, static_cast<WPARAM>(index));
+  Raise(onChange, Text());
 }
 
 void Win32ComboBox::Paste() {
