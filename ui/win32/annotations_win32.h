@@ -8,7 +8,7 @@ struct IAccPropServices;
 
 namespace tarvik::ui {
 
-/// What screen readers learn about our windows beyond what Windows itself tells them (dynamic annotation).
+/// What screen readers learn about our windows beyond what Windows itself reports (dynamic annotation).
 /// Where that is not available, every call does nothing.
 class Annotations {
  public:

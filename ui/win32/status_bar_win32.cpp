@@ -89,7 +89,7 @@ void Win32StatusBar::OnPointerOver() {
 
 void Win32StatusBar::OnNotify(const NMHDR& notification) {
   if (notification.code != NM_CLICK) return;
-  // Beside the fields the index is beyond the last one.
+  // A click next to the fields has an index after the last one.
   const size_t field = reinterpret_cast<const NMMOUSE&>(notification).dwItemSpec;
   if (field < fields_.size()) Raise(onFieldClick, static_cast<int>(field));
 }
