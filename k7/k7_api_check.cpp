@@ -6,6 +6,7 @@
 #include "k7/k7_error_text.h"
 #include "platform/fixed_buffer.h"
 #include "platform/runtime_error.h"
+#include "platform/scope_guard.h"
 #include "platform/text.h"
 
 namespace tarvik {
@@ -60,17 +61,18 @@ class Test {
         codePage_(codePage),
         address_(address),
         host_(host),
-        session_(k7Api),
-        facts_(context.recorder.run.facts.k7) {}
+        session_(k7Api) {}
 
   /// Returns the message of the failure; nothing on success.
   std::optional<std::wstring> Run(const std::wstring& count, const std::wstring& countMessage);
 
  private:
+  std::optional<std::wstring> Steps(const std::wstring& count, const std::wstring& countMessage);
   bool Connect();
   std::optional<std::wstring> RunCycles(int32_t count);
   bool PauseIsStopped();
   std::wstring Failed(report::K7Call which, const wchar_t* call);
+  void Record();
 
   const report::CheckContext& context_;
   K7Api& k7Api_;
@@ -78,8 +80,14 @@ class Test {
   std::wstring& address_;
   std::wstring& host_;
   Session session_;
-  report::K7Facts& facts_;
+  bool finished_ = false;
+  report::K7Facts facts_;  ///< its own: another test can begin while this one runs
 };
+
+void Test::Record() {
+  context_.recorder.run.facts.k7 = facts_;
+  context_.recorder.Changed();
+}
 
 std::wstring Test::Failed(report::K7Call which, const wchar_t* call) {
   int32_t errorCode = 0;
@@ -115,7 +123,7 @@ std::optional<std::wstring> Test::RunCycles(int32_t count) {
   int32_t stateB = 0;
   facts_.asked = count;
   for (int64_t cycle = 1; cycle <= count; ++cycle) {
-    context_.recorder.Changed();
+    Record();
     TextArgument address(codePage_, address_);
     int32_t newA = 0;
     int32_t newB = 0;
@@ -136,9 +144,21 @@ std::optional<std::wstring> Test::RunCycles(int32_t count) {
 }
 
 std::optional<std::wstring> Test::Run(const std::wstring& count, const std::wstring& countMessage) {
+  facts_.progress = report::Progress::Running;
+  const ScopeGuard ended([this] {
+    // An error leaves the rung running, which shows that it broke off.
+    if (finished_) facts_.progress = report::Progress::Ended;
+    context_.recorder.run.facts.k7 = facts_;
+  });
+  std::optional<std::wstring> failure = Steps(count, countMessage);
+  finished_ = true;
+  return failure;
+}
+
+std::optional<std::wstring> Test::Steps(const std::wstring& count, const std::wstring& countMessage) {
   facts_.addressMissing = address_.empty();
   if (facts_.addressMissing) return L"";
-  context_.recorder.Changed();
+  Record();
   context_.results.AddToList(L"");
   context_.results.AddToList(L"K7Api test....");
   k7Api_.K7_WSAStartup();
@@ -156,12 +176,8 @@ std::optional<std::wstring> Test::Run(const std::wstring& count, const std::wstr
 
 bool RunK7ApiTest(const report::CheckContext& context, K7Api& k7Api, CodePage& codePage, std::wstring address,
                   std::wstring& host, const std::wstring& count, const std::wstring& countMessage) {
-  report::K7Facts& facts = context.recorder.run.facts.k7;
-  facts = {};
-  facts.progress = report::Progress::Running;
   Test test(context, k7Api, codePage, address, host);
   const std::optional<std::wstring> failure = test.Run(count, countMessage);
-  facts.progress = report::Progress::Ended;
   context.recorder.Changed();
   if (failure) context.boxes.Show(*failure);
   return !failure;
