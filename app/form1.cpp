@@ -37,7 +37,7 @@ void Form1::WireEvents() {
   const auto on = [this](void (Form1::*handler)()) { return [this, handler] { (this->*handler)(); }; };
   deps_.form.errorText = [this](const RuntimeError& error) {
     std::wstring text = report::ErrorText(error, texts_);
-    recorder_.BoxShown(text);
+    recorder_.ErrorShown(text);
     return text;
   };
   results_.onAdd = [this](const std::vector<std::wstring>& lines) { recorder_.AddLines(lines); };

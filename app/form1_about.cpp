@@ -12,6 +12,9 @@ void Form1::CheckModules() {
   missing_ = found.missing;
   foundModules_ = std::move(found.found);
   notFoundModules_ = std::move(found.notFound);
+  if (missing_.cncLibrary) recorder_.SetLibraryMissing(report::Rung::CncLibrary);
+  if (missing_.k7Api) recorder_.SetLibraryMissing(report::Rung::K7);
+  if (missing_.internet) recorder_.SetLibraryMissing(report::Rung::Ftp);
   const auto switchOff = [this](bool missing, Page page) {
     if (missing) controls_.tabMode.SetPageOn(page, false);
   };

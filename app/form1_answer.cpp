@@ -20,16 +20,15 @@ bool Form1::Recorded(const std::vector<report::Rung>& rungs, const std::function
   recorder_.Begin(controls_.cmbIPAddr.Text(), rungs, ReadRunSettings(), deps_.system.GeneralDateTime());
   report::RunEnd end = report::RunEnd::Error;
   const ScopeGuard ended([&] {
+    // An address edited during the run keeps the answer until the next edit, or it would never be seen.
     recorder_.End(end, deps_.system.GeneralDateTime());
-    // The address may have been edited during the run.
-    cmbIPAddr_Change(controls_.cmbIPAddr.Text());
   });
   bool passed = false;
   try {
     passed = routine();
   } catch (const RuntimeError& error) {
     // The error dialog opens when the run has ended.
-    recorder_.BoxShown(report::ErrorText(error, texts_));
+    recorder_.ErrorShown(report::ErrorText(error, texts_));
     throw;
   }
   end = deps_.pump.StopRequested() ? report::RunEnd::Stopped : report::RunEnd::Finished;
@@ -48,6 +47,8 @@ report::RunSettings Form1::ReadRunSettings() const {
   settings.ftpPasswordSet = !controls_.txtFtpPasswd.Text().empty();
   settings.options = optionMask_.Bits();
   settings.generalEdition = !deps_.familyEdition;
+  settings.nexalPage = controls_.tabMode.PageOn(kNexalPage);
+  settings.k7ServicePage = controls_.tabMode.PageOn(kK7SvcPage);
   return settings;
 }
 

@@ -119,6 +119,7 @@ bool RunLibraryTest(const report::CheckContext& context, CncLibrary& library, Co
   facts.codeGiven = accessCode.has_value();
   if (accessCode && CountsAsZero(*accessCode)) {
     facts.codeMissing = true;
+    context.recorder.Changed();
     context.boxes.Show(context.texts.FromFile(Message::AccessCodeMissing));
     return false;
   }

@@ -45,6 +45,7 @@ bool TestFtp(const report::CheckContext& context, Wininet& wininet, CodePage& co
   const uint64_t begin = context.recorder.Milliseconds();
   const bool connected = mclsFTP.Connect(host, user, password);
   facts.connectMs = static_cast<uint32_t>(context.recorder.Milliseconds() - begin);
+  facts.connectError = mclsFTP.ConnectError();
   const std::wstring reply = mclsFTP.Response();
   facts.loggedIn = connected;
   facts.loginReply = reply;
@@ -61,7 +62,9 @@ bool TestFtp(const report::CheckContext& context, Wininet& wininet, CodePage& co
   mclsFTP.CurrentDir();
   facts.directoryReply = mclsFTP.Response();
   context.results.AddLinesToList(facts.directoryReply);
+  const uint64_t listBegin = context.recorder.Milliseconds();
   mclsFTP.EnumFile();
+  facts.listMs = static_cast<uint32_t>(context.recorder.Milliseconds() - listBegin);
   context.pump.LetEventsRun();
   mclsFTP.DisConnect();
   facts.endReply = mclsFTP.Response();

@@ -88,6 +88,7 @@ bool clsFtpClient::Connect(const std::wstring& host, const std::wstring& user, c
   if (!session_) return false;
   DisConnect();
   hasReplied_ = false;
+  connectError_ = 0;
   earlierReply_ = StoredReply();
   if (host.empty()) return false;
   const std::string ansiHost = Ansi(host);
@@ -95,7 +96,8 @@ bool clsFtpClient::Connect(const std::wstring& host, const std::wstring& user, c
   const std::string ansiPassword = Ansi(password);
   connection_.Reset(wininet_.InternetConnectA(session_.Get(), ansiHost.c_str(), Port, OrNoValue(ansiUser),
                                               OrNoValue(ansiPassword), kFtpService, 0, 0));
-  hasReplied_ = connection_ || std::ranges::count(kRefusalErrors, wininet_.GetLastError()) != 0;
+  if (!connection_) connectError_ = wininet_.GetLastError();
+  hasReplied_ = connection_ || std::ranges::count(kRefusalErrors, connectError_) != 0;
   if (!connection_) return false;
   wininet_.InternetSetStatusCallback(connection_.Get(), InternetStatusCallBack);
   return true;

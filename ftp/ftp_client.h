@@ -51,6 +51,9 @@ class clsFtpClient {
   bool Connect(const std::wstring& host, const std::wstring& user, const std::wstring& password);
   void DisConnect() { connection_.Reset(); }
 
+  /// Windows' error code of the latest Connect; 0 after a success, and when nothing was asked.
+  uint32_t ConnectError() const { return connectError_; }
+
   /// The latest reply of the server of the latest Connect, lines separated by "\r\n"; empty when that server
   /// has not replied, or when the reply is longer than 16 MiB.
   std::wstring Response();
@@ -101,7 +104,8 @@ class clsFtpClient {
   InternetHandle session_;
   InternetHandle connection_;
   std::wstring earlierReply_;  ///< the reply stored before the latest Connect
-  bool hasReplied_ = false;    ///< the server of the latest Connect is known to have replied
+  uint32_t connectError_ = 0;
+  bool hasReplied_ = false;  ///< the server of the latest Connect is known to have replied
 };
 
 }  // namespace tarvik

@@ -46,6 +46,7 @@ class Check {
   const NetLibraries& libraries_;
   const int32_t count_;
   std::vector<LocalAddressRecord> locals_;
+  bool gatewaysLeft_ = false;                              ///< a stop came before the next gateway
   uint32_t pinged_ = 0;                                    ///< the latest address
   report::Neighbour before_ = report::Neighbour::Unknown;  ///< of `pinged_` before its first echo
 };
@@ -134,8 +135,10 @@ GatewaySearch Check::SearchGateway() {
       if (address == 0) continue;
       if (result == GatewaySearch::NoneConfigured) result = GatewaySearch::NoneUsable;
       if (!SameSubnet(local, address)) continue;
-      if (context_.pump.StopRequested())
+      if (context_.pump.StopRequested()) {
+        gatewaysLeft_ = true;
         return result == GatewaySearch::NoneAnswered ? result : GatewaySearch::Stopped;
+      }
       context_.results.AddToList(L"GateWay (" + gateway + L") PING test ....");
       if (Ping(gateway, address, Facts().gateway.tried.emplace_back())) return GatewaySearch::Answered;
       result = GatewaySearch::NoneAnswered;
@@ -164,7 +167,7 @@ bool Check::CheckGateway() {
       break;
     case GatewaySearch::NoneAnswered:
       facts.result = report::GatewayResult::NoneAnswered;
-      facts.progress = WithoutReply(facts.tried.back());
+      facts.progress = gatewaysLeft_ ? report::Progress::Stopped : WithoutReply(facts.tried.back());
       facts.neighbour = LookAgain(facts.progress, facts.tried.back());
       AddMessage(Message::CannotPingGateway);
       AddMessage(Message::CheckGateway);

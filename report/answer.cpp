@@ -27,10 +27,17 @@ Finding EndedFinding(const Facts& facts, Rung rung) {
 
 Finding RunningFinding(const Facts& facts, Rung rung) {
   if (rung == Rung::K7 && facts.k7.asked > 0) return Finding::RunningK7;
+  if (rung == Rung::CncLibrary && facts.cnc.timeOutSeconds <= 0) return Finding::RunningCncBegins;
   constexpr Finding kAll[] = {Finding::RunningName,   Finding::RunningPc,  Finding::RunningGateway,
                               Finding::RunningTarget, Finding::RunningCnc, Finding::RunningK7Connect,
                               Finding::RunningFtp};
   return kAll[static_cast<size_t>(rung)];
+}
+
+/// The finding for a library that is not on this PC.
+Finding MissingFinding(Rung rung) {
+  if (rung == Rung::CncLibrary) return Finding::CncLibraryMissing;
+  return rung == Rung::K7 ? Finding::K7LibraryMissing : Finding::FtpLibraryMissing;
 }
 
 bool HasBegun(const Run& run) { return run.active || run.end != RunEnd::None; }
@@ -145,9 +152,11 @@ std::optional<Rung> Conclusion::Decisive() const {
 Finding Conclusion::OfSeveral() const {
   if (run_.end == RunEnd::Error) return Finding::Broken;
   if (!WasStopped()) return Finding::AllGood;
-  const bool partly = First([this](Rung rung) {
-                        return rung >= Rung::Target && StateOf(rung) == RungState::Good;
-                      }).has_value();
+  const bool partly =
+      First([this](Rung rung) {
+        const RungState state = StateOf(rung);
+        return rung >= Rung::Target && (state == RungState::Good || state == RungState::Doubtful);
+      }).has_value();
   return partly ? Finding::StoppedPartly : Finding::Stopped;
 }
 
@@ -206,6 +215,7 @@ std::wstring WholeText(const Run& run, Rung rung, Finding finding, AnswerLanguag
 Finding FindingOf(const Run& run, Rung rung) {
   switch (ProgressOf(run.facts, rung)) {
     case Progress::NotStarted:
+      if (run.LibraryMissing(rung)) return MissingFinding(rung);
       if (!HasBegun(run)) return Finding::NotTested;
       if (!run.Planned(rung)) return Finding::NotInThisRun;
       return run.active ? Finding::NotTested : Finding::NotReached;

@@ -112,7 +112,8 @@ struct CncFacts {
   uint32_t callMs = 0;           ///< how long it took
   int32_t port = 0;
   int32_t timeOutSeconds = 0;
-  std::wstring type;  ///< of the controller, as listed
+  std::wstring type;        ///< of the controller, as listed
+  bool beforePing = false;  ///< the target has been pinged since
   PortAnswer portAnswer = PortAnswer::Unknown;
 };
 
@@ -146,6 +147,9 @@ struct FtpFacts {
   std::wstring loginReply;      ///< empty: the server never answered
   std::wstring directoryReply;  ///< to the question for the current directory
   std::wstring endReply;        ///< the last one, after the listing
+  uint32_t connectError = 0;    ///< Windows error code of a failed connection
+  uint32_t listMs = 0;          ///< how long the listing took
+  bool beforePing = false;      ///< the target has been pinged since
   PortAnswer portAnswer = PortAnswer::Unknown;
 };
 

@@ -19,6 +19,7 @@ enum class Finding {
   RunningPc,
   RunningGateway,
   RunningTarget,
+  RunningCncBegins,  ///< its time-out is not known yet
   RunningCnc,
   RunningK7Connect,
   RunningK7,
@@ -90,9 +91,10 @@ enum class Finding {
   CncFailedLater,
   CncPortClosed,
   CncPortSilent,
-  CncPortOpen,         ///< the port is open, but connecting failed before the time-out
-  CncPortOpenTimeOut,  ///< the port is open, but nothing answered
-  CncThenFailed,       ///< a call after connecting failed
+  CncPortSilentUnpinged,  ///< and nothing has answered a ping
+  CncPortOpen,            ///< the port is open, but connecting failed before the time-out
+  CncPortOpenTimeOut,     ///< the port is open, but nothing answered
+  CncThenFailed,          ///< a call after connecting failed
   CncThenTimedOut,
   CncOptionMissing,
 
@@ -114,14 +116,17 @@ enum class Finding {
   FtpLibraryMissing,
   FtpGood,
   FtpEmpty,
+  FtpNoReply,  ///< logged in, but the server never replied: a proxy did
   FtpNoListing,
   FtpListingRefused,
   FtpCutBefore,
   FtpCutShort,
+  FtpProxy,  ///< a proxy refused the connection
   FtpFailedAtOnce,
   FtpSilent,
   FtpPortClosed,
   FtpPortSilent,
+  FtpPortSilentUnpinged,  ///< and nothing has answered a ping
   FtpPortOpen,
   FtpLoginRefused,
   FtpUserMissing,

@@ -64,10 +64,13 @@ bool IsGood(const Run& run, Rung rung) {
   return run.Planned(rung) && RowOf(FindingOf(run, rung)).state == RungState::Good;
 }
 
-/// The name of the highest rung of this run that is good.
-std::wstring LastGoodRung(const Run& run, AnswerLanguage language) {
-  for (int rung = kRungCount - 1; rung >= 0; --rung)
-    if (IsGood(run, static_cast<Rung>(rung))) return NameOf(static_cast<Rung>(rung), language);
+/// The name of the highest rung of this run that let it go on.
+std::wstring LastPassedRung(const Run& run, AnswerLanguage language) {
+  for (int index = kRungCount - 1; index >= 0; --index) {
+    const auto rung = static_cast<Rung>(index);
+    const bool doubtful = run.Planned(rung) && RowOf(FindingOf(run, rung)).state == RungState::Doubtful;
+    if (doubtful || IsGood(run, rung)) return NameOf(rung, language);
+  }
   return {};
 }
 
@@ -76,6 +79,32 @@ int32_t GoodRungs(const Run& run) {
   for (int rung = 0; rung < kRungCount; ++rung)
     if (IsGood(run, static_cast<Rung>(rung))) ++count;
   return count;
+}
+
+std::wstring EntriesText(int32_t entries, AnswerLanguage language) {
+  if (language == AnswerLanguage::Japanese) return Decimal(entries) + L"件";
+  return Decimal(entries) + (entries == 1 ? L" entry" : L" entries");
+}
+
+/// What to compare when a service answers on the port that is not the library's.
+std::wstring PortAdvice(int32_t port, AnswerLanguage language) {
+  constexpr int32_t kUsualPort = 8193;
+  if (language == AnswerLanguage::Japanese)
+    return port == kUsualPort ? L"番号、他プログラムを確認" : L"TCPポート番号を訂正";
+  return port == kUsualPort ? L"compare port, other programs" : L"correct the TCP port";
+}
+
+/// Where to look at the K7 service; empty when the page is hidden.
+std::wstring PlaceOfK7Service(const RunSettings& settings, AnswerLanguage language) {
+  if (!settings.k7ServicePage) return {};
+  return language == AnswerLanguage::Japanese ? L"K7 Svcページで" : L" on page K7 Svc";
+}
+
+/// What to test next when a device is there that answers no ping.
+std::wstring NextTest(const RunSettings& settings, AnswerLanguage language) {
+  if (language == AnswerLanguage::Japanese)
+    return settings.nexalPage ? L"NEXAL2ページでテスト" : L"Pingの許可を依頼";
+  return settings.nexalPage ? L"test page NEXAL2" : L"have ping allowed";
 }
 
 std::wstring FactOf(wchar_t letter, const Run& run, Rung rung, AnswerLanguage language) {
@@ -134,14 +163,22 @@ std::wstring FactOf(wchar_t letter, const Run& run, Rung rung, AnswerLanguage la
       return PaddedNumber(facts.name.typed);
     case L'c':
       return Decimal(ReplyCode(facts.ftp.endReply.empty() ? facts.ftp.loginReply : facts.ftp.endReply));
+    case L'f':
+      return EntriesText(facts.ftp.entries, language);
     case L'i':
       return Decimal(std::min(echoes.sent + 1, echoes.asked));
     case L'n':
       return Decimal(GoodRungs(run));
+    case L'o':
+      return PortAdvice(facts.cnc.port, language);
+    case L'p':
+      return PlaceOfK7Service(run.settings, language);
     case L'r':
       return SecondsText(facts.ftp.connectMs);
     case L's':
-      return LastGoodRung(run, language);
+      return LastPassedRung(run, language);
+    case L't':
+      return NextTest(run.settings, language);
     case L'u':
       return Decimal(std::min(facts.k7.answers + 1, facts.k7.asked));
     case L'z':
@@ -167,6 +204,12 @@ int ReplyCode(const std::wstring& reply) {
     code = isCode ? ParseInt32(digits).value_or(0) : 0;
   }
   return code;
+}
+
+bool HasReply(const std::wstring& reply, int code) {
+  const std::vector<std::wstring> lines = Split(reply, L"\r\n");
+  return std::any_of(lines.begin(), lines.end(),
+                     [code](const std::wstring& line) { return ReplyCode(line) == code; });
 }
 
 std::wstring PaddedNumber(const std::wstring& address) {

@@ -13,6 +13,9 @@ const EchoSeries& EchoesOf(const Facts& facts, Rung rung);
 /// The three-digit code at the start of the reply's last line that is not empty; 0 when there is none.
 int ReplyCode(const std::wstring& reply);
 
+/// True when a line of the reply begins with the code.
+bool HasReply(const std::wstring& reply, int code);
+
 /// The number of the dotted address that begins with a zero and that Windows, which reads it as an octal one,
 /// therefore takes for another one or for none; empty when there is none.
 std::wstring PaddedNumber(const std::wstring& address);

@@ -126,9 +126,10 @@ Finding OfRefusal(const Facts& facts) {
   return Finding::TargetOtherError;
 }
 
-/// A controller with that address answered another test.
+/// A controller with that address has answered another test since the ping.
 bool ReachedOtherwise(const Facts& facts) {
-  return !facts.cnc.type.empty() || facts.cnc.result == kAccessCodeRejected || facts.ftp.loggedIn;
+  const bool byLibrary = !facts.cnc.type.empty() || facts.cnc.result == kAccessCodeRejected;
+  return (byLibrary && !facts.cnc.beforePing) || (facts.ftp.loggedIn && !facts.ftp.beforePing);
 }
 
 Finding OfSilentTarget(const Facts& facts) {

@@ -7,7 +7,7 @@ namespace tarvik::report {
 namespace {
 
 /// The CNC library's result when the controller rejects the access code. The meaning of its other numbers is
-/// not known here; only how long a call took tells them apart.
+/// not known here; only how long a call took distinguishes them.
 constexpr int16_t kCodeRejected = 7;
 
 // K7 API library
@@ -18,6 +18,15 @@ constexpr uint32_t kCannotConnect = 0x1009F101;
 /// A refused connection is repeated a few times, which takes less; a silent one takes longer.
 constexpr uint32_t kMaxRefusedFtpMs = 15'000;
 
+/// WinINet's error when a proxy of this PC does not let FTP through: ERROR_INTERNET_INVALID_OPERATION.
+constexpr uint32_t kProxyRefused = 12016;
+
+/// A listing that arrives begins earlier; a blocked data connection takes longer.
+constexpr uint32_t kMaxEmptyListingMs = 10'000;
+
+/// No device with the target's address has replied to a ping.
+bool IsUnpinged(const Facts& facts) { return facts.target.echoes.Replies() == 0; }
+
 bool TookWholeTimeOut(const CncFacts& cnc) {
   return cnc.timeOutSeconds > 0 && cnc.callMs >= static_cast<uint32_t>(cnc.timeOutSeconds) * 900;
 }
@@ -27,10 +36,13 @@ bool FailedAtOnce(const CncFacts& cnc) {
   return cnc.callMs < limitMs;
 }
 
-Finding OfFailedConnection(const CncFacts& cnc) {
-  if (cnc.portAnswer == PortAnswer::Refused) return Finding::CncPortClosed;
-  if (cnc.portAnswer == PortAnswer::Silent) return Finding::CncPortSilent;
-  const bool open = cnc.portAnswer == PortAnswer::Open;
+Finding OfFailedConnection(const Facts& facts) {
+  const CncFacts& cnc = facts.cnc;
+  // The controller has asked for the code.
+  const bool open = cnc.portAnswer == PortAnswer::Open || cnc.call == CncCall::ConnectWithCode;
+  if (!open && cnc.portAnswer == PortAnswer::Refused) return Finding::CncPortClosed;
+  if (!open && cnc.portAnswer == PortAnswer::Silent)
+    return IsUnpinged(facts) ? Finding::CncPortSilentUnpinged : Finding::CncPortSilent;
   if (TookWholeTimeOut(cnc)) return open ? Finding::CncPortOpenTimeOut : Finding::CncTimedOut;
   if (open) return Finding::CncPortOpen;
   return FailedAtOnce(cnc) ? Finding::CncFailedAtOnce : Finding::CncFailedLater;
@@ -54,10 +66,13 @@ Finding OfFailedK7(const K7Facts& k7) {
   }
 }
 
-Finding OfFailedLogin(const FtpFacts& ftp) {
+Finding OfFailedLogin(const Facts& facts) {
+  const FtpFacts& ftp = facts.ftp;
   if (ftp.loginReply.empty()) {
+    if (ftp.connectError == kProxyRefused) return Finding::FtpProxy;
     if (ftp.portAnswer == PortAnswer::Refused) return Finding::FtpPortClosed;
-    if (ftp.portAnswer == PortAnswer::Silent) return Finding::FtpPortSilent;
+    if (ftp.portAnswer == PortAnswer::Silent)
+      return IsUnpinged(facts) ? Finding::FtpPortSilentUnpinged : Finding::FtpPortSilent;
     if (ftp.portAnswer == PortAnswer::Open) return Finding::FtpPortOpen;
     return ftp.connectMs < kMaxRefusedFtpMs ? Finding::FtpFailedAtOnce : Finding::FtpSilent;
   }
@@ -78,13 +93,15 @@ Finding OfFailedLogin(const FtpFacts& ftp) {
 
 /// The server's last reply decides: Windows reports an interrupted listing and an empty one alike.
 Finding OfListing(const FtpFacts& ftp) {
+  if (ftp.loginReply.empty() && ftp.directoryReply.empty() && ftp.endReply.empty())
+    return Finding::FtpNoReply;
   const int code = ReplyCode(ftp.endReply);
-  const bool transferred = code == 226 || code == 250;
-  if (ftp.entries > 0) return code >= 100 && code < 400 ? Finding::FtpGood : Finding::FtpCutShort;
-  if (transferred || (ftp.enumerated && code >= 100 && code < 400)) return Finding::FtpEmpty;
-  if (code >= 500) return Finding::FtpListingRefused;
+  const bool transferred = HasReply(ftp.endReply, 226) || HasReply(ftp.endReply, 250);
+  if (ftp.entries > 0) return transferred ? Finding::FtpGood : Finding::FtpCutShort;
+  if (transferred) return Finding::FtpEmpty;
+  if (code >= 500 || code == 450) return Finding::FtpListingRefused;
   if (code >= 400 || code == 150 || code == 221) return Finding::FtpNoListing;
-  return Finding::FtpCutBefore;
+  return ftp.listMs > kMaxEmptyListingMs ? Finding::FtpNoListing : Finding::FtpCutBefore;
 }
 
 }  // namespace
@@ -99,7 +116,7 @@ Finding CncFinding(const Facts& facts) {
   if (cnc.call == CncCall::Options || cnc.call == CncCall::SystemInfo)
     return TookWholeTimeOut(cnc) ? Finding::CncThenTimedOut : Finding::CncThenFailed;
   if (cnc.result == kCodeRejected) return cnc.codeGiven ? Finding::CncCodeWrong : Finding::CncCodeNeeded;
-  return OfFailedConnection(cnc);
+  return OfFailedConnection(facts);
 }
 
 Finding K7Finding(const Facts& facts) {
@@ -117,7 +134,7 @@ Finding FtpFinding(const Facts& facts) {
   const FtpFacts& ftp = facts.ftp;
   if (ftp.libraryMissing) return Finding::FtpLibraryMissing;
   if (ftp.addressMissing) return Finding::NoAddress;
-  return ftp.loggedIn ? OfListing(ftp) : OfFailedLogin(ftp);
+  return ftp.loggedIn ? OfListing(ftp) : OfFailedLogin(facts);
 }
 
 }  // namespace tarvik::report

@@ -23,6 +23,8 @@ struct RunSettings {
   bool ftpPasswordSet = false;
   uint32_t options = 0;         ///< the option mask
   bool generalEdition = false;  ///< the edition with K7
+  bool nexalPage = true;        ///< the page is shown
+  bool k7ServicePage = true;
 };
 
 /// A line that a test reported. Seconds count from the beginning of the run.
@@ -62,12 +64,15 @@ struct Run {
   RunEnd end = RunEnd::None;
   RunSettings settings;
   std::array<bool, kRungCount> planned{};  ///< the rungs of this run
+  /// The rungs whose library is not on this PC, known since the program's start.
+  std::array<bool, kRungCount> libraryMissing{};
   Facts facts;
   std::vector<RunLine> lines;  ///< all of them, even those that the result list no longer shows
   uint64_t linesNotKept = 0;
   std::vector<RunBox> boxes;
 
   bool Planned(Rung rung) const { return planned[static_cast<size_t>(rung)]; }
+  bool LibraryMissing(Rung rung) const { return libraryMissing[static_cast<size_t>(rung)]; }
   /// The target's address: as typed, or what its name was resolved to; empty when it was not.
   const std::wstring& Resolved() const { return facts.name.address; }
 };

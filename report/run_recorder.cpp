@@ -21,6 +21,8 @@ void DiscardFacts(Facts& facts, Rung rung) {
       break;
     case Rung::Target:
       facts.target = {};
+      // The controller may have been switched off since: what it answered then proves nothing now.
+      facts.cnc.beforePing = facts.ftp.beforePing = true;
       break;
     case Rung::CncLibrary:
       facts.cnc = {};
@@ -52,18 +54,32 @@ void EchoSeries::Add(const Echo& echo, bool fromAddress) {
   if (echoes.size() < kMaxKept) echoes.push_back(echo);
 }
 
+void RunRecorder::Clear() {
+  const auto missing = run.libraryMissing;
+  run = {};
+  run.libraryMissing = missing;
+}
+
+void RunRecorder::SetLibraryMissing(Rung rung) {
+  run.libraryMissing[static_cast<size_t>(rung)] = true;
+  Changed();
+}
+
 void RunRecorder::Begin(const std::wstring& target, const std::vector<Rung>& rungs,
                         const RunSettings& settings, const std::wstring& localTime) {
   if (depth_++ == 0) {
     Facts kept;
     if (target == run.target) kept = std::move(run.facts);
-    run = {};
+    Clear();
     run.facts = std::move(kept);
     run.target = target;
     run.settings = settings;
     run.began = localTime;
     run.active = true;
     began_ = Milliseconds();
+  } else if (target != run.target) {
+    run.facts = {};
+    run.target = target;
   }
   for (const Rung rung : rungs) {
     run.planned[static_cast<size_t>(rung)] = true;
@@ -83,7 +99,7 @@ void RunRecorder::End(RunEnd end, const std::wstring& localTime) {
 
 void RunRecorder::Forget() {
   if (depth_ > 0) return;
-  run = {};
+  Clear();
   Changed();
 }
 
@@ -99,8 +115,9 @@ void RunRecorder::AddLines(const std::vector<std::wstring>& lines) {
 }
 
 size_t RunRecorder::BoxShown(const std::wstring& text) {
-  if (depth_ > 0 && run.boxes.size() < kMaxBoxes) run.boxes.push_back({Seconds(), 0, text, BoxAnswer::Ok});
-  return depth_ > 0 ? run.boxes.size() : 0;
+  if (depth_ == 0 || run.boxes.size() >= kMaxBoxes) return 0;
+  run.boxes.push_back({Seconds(), 0, text, BoxAnswer::Ok});
+  return run.boxes.size();
 }
 
 void RunRecorder::BoxAnswered(size_t box, BoxAnswer answer) {

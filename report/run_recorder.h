@@ -28,8 +28,12 @@ class RunRecorder {
     if (onChanged) onChanged();
   }
 
+  /// The library that the rung needs is not on this PC. Every run keeps this.
+  void SetLibraryMissing(Rung rung);
+
   /// Begins a run and discards the facts of its rungs, and all facts if the target differs from the last
-  /// one. During a run, only adds the rungs to it. Every Begin needs an End.
+  /// one. During a run, only adds the rungs to it, with the same care for the target. Every Begin needs an
+  /// End.
   void Begin(const std::wstring& target, const std::vector<Rung>& rungs, const RunSettings& settings,
              const std::wstring& localTime);
   /// Ends the outermost run. The first reason other than Finished counts.
@@ -38,14 +42,17 @@ class RunRecorder {
   void Forget();
 
   void AddLines(const std::vector<std::wstring>& lines);
-  /// A message box opens. Returns its number for BoxAnswered.
+  /// A message box opens. Returns its number for BoxAnswered, 0 when it is not kept.
   size_t BoxShown(const std::wstring& text);
+  /// An error ends the test; the message box with its text opens afterwards.
+  void ErrorShown(const std::wstring& text) { BoxAnswered(BoxShown(text), BoxAnswer::Ok); }
   void BoxAnswered(size_t box, BoxAnswer answer);
 
   /// Milliseconds of a clock that never goes back.
   uint64_t Milliseconds() const { return pump_.Milliseconds(); }
 
  private:
+  void Clear();
   double Seconds() const { return static_cast<double>(Milliseconds() - began_) / 1000; }
 
   const Pump& pump_;

@@ -174,7 +174,7 @@ std::vector<Fault> K7Faults() {
   const auto failed = [](uint32_t error, const std::wstring& server) {
     return B().NearAnswers().K7Failed(K7Call::ConnectServer, error, server).Plan({Rung::Ftp});
   };
-  const std::wstring silent = L"K7 server does not answer: start it on page K7 Svc.";
+  const std::wstring silent = L"K7 server does not answer: check its service on page K7 Svc.";
   return {
       {"k7_port_not_registered", L"", "-------", B()},
       {"k7_server_hangs", silent, "oo-o-x-", failed(kCannotConnect, L"127.0.0.1")},
@@ -205,12 +205,12 @@ std::vector<Fault> FtpFaults() {
        near().FtpRefused(L"220 ready")},
       {"ftp_huge_directory", L"FTP good, 10990 entries listed.", "oo-o--o",
        near().FtpListed(10990, L"226 Directory send OK.").Only(Rung::Ftp)},
-      {"ftp_no_data_connection", L"FTP logged in, no listing: open port 20 in the firewall.", "oo-o--!",
+      {"ftp_no_data_connection", L"FTP logged in, no listing: allow Tarvik in the firewall.", "oo-o--!",
        near().FtpListed(0, L"425 Failed to establish connection.")},
       {"ftp_no_such_user", L"FTP login refused: check user name and password.", "oo-o--x",
        near().FtpRefused(L"530 Login incorrect.")},
       {"ftp_refused", L"FTP fails at once: switch on FTP in the CNC.", "oo-o--x", near().FtpRefused(L"")},
-      {"ftp_too_many_users", L"FTP server takes no more users: close other programs.", "oo-o--x",
+      {"ftp_too_many_users", L"FTP server busy (421): close other programs.", "oo-o--x",
        near().FtpRefused(L"421 Too many users, try again later.")},
       {"ftp_wrong_password", L"FTP login refused: check user name and password.", "oo-o--x",
        near().FtpRefused(L"530 Login incorrect.")},

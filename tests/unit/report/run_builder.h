@@ -136,6 +136,11 @@ class RunBuilder {
   Facts& facts() { return run_.facts; }
   Run& run() { return run_; }
 
+  /// The facts of a ping to 192.168.1.100.
+  static TargetFacts OfTarget(const std::vector<Echo>& echoes) {
+    return {Progress::Ended, Series(L"192.168.1.100", echoes), Neighbour::Unknown};
+  }
+
   static Echo From(const std::wstring& address, uint32_t roundTripMs = 1) {
     return {true, 0, 0, roundTripMs, address};
   }
