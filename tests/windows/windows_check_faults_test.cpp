@@ -31,7 +31,8 @@ constexpr FaultGroup kGroups[] = {
      "hands.access_keys_en hands.access_keys_ja hands.names_en hands.names_ja "
      "hands.full_width hands.input_method hands.enter hands.escape hands.escape_idle"},
     {"Unnamed_field", "hands", "unnamed_field", "hands.names_en hands.names_ja"},
-    {"Unknown_role", "hands", "unknown_role", "hands.roles_en hands.roles_ja"},
+    // Windows names only the controls that it knows by the label before them.
+    {"Unknown_role", "hands", "unknown_role", "hands.names_en hands.names_ja hands.roles_en hands.roles_ja"},
     {"Ghost_and_late_clicks", "blocking", "ghost late_clicks", "blocking.ghost blocking.second_run"},
     {"Deaf_during_runs", "blocking", "deaf_during_runs", "blocking.stop"},
     {"Rights_and_leaks", "rights",
