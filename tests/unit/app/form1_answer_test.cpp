@@ -1,5 +1,7 @@
 // The sentence above the result list and the marks in the status bar.
 
+#include <utility>
+
 #include "tests/unit/app/form1_fixture.h"
 
 namespace tarvik::test {
@@ -60,11 +62,17 @@ TEST_F(Form1AnswerTest, Editing_the_address_resets_the_sentence_and_every_mark) 
   EXPECT_EQ(Bar().FieldText(3), L"Target –");
 }
 
-TEST_F(Form1AnswerTest, An_address_that_was_edited_during_the_run_resets_at_its_end) {
+TEST_F(Form1AnswerTest, An_address_that_was_edited_during_the_run_keeps_the_answer_until_the_next_edit) {
   Start();
   Type(L"192.168.1.100");
-  onEvents = [&] { Address().Type(L"192.168.1.1"); };
+  bool edited = false;
+  onEvents = [&] {
+    if (!std::exchange(edited, true)) Address().Type(L"192.168.1.1");
+  };
   Click(ID_cmdPing);
+  EXPECT_EQ(Bar().FieldText(3), L"Target OK");
+  EXPECT_NE(Sentence(), L"");
+  Address().Type(L"192.168.1.10");
   EXPECT_EQ(Sentence(), L"");
   EXPECT_EQ(Bar().FieldText(3), L"Target –");
 }

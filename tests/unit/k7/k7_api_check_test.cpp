@@ -44,6 +44,19 @@ TEST_F(K7ApiTest, The_calls_are_made_in_this_order) {
                                 "K7_FreeHandle", "K7_WSACleanup"}));
 }
 
+TEST_F(K7ApiTest, A_test_inside_another_one_keeps_its_facts_apart) {
+  bool begun = false;
+  k7Api.onCheck = [&] {
+    if (begun) return;
+    begun = true;
+    Run(L"1");
+  };
+  EXPECT_TRUE(Run(L"3"));
+  EXPECT_EQ(recorder.run.facts.k7.asked, 3);
+  EXPECT_EQ(recorder.run.facts.k7.answers, 3);
+  EXPECT_EQ(recorder.run.facts.k7.progress, report::Progress::Ended);
+}
+
 TEST_F(K7ApiTest, Every_value_except_zero_means_live) {
   for (const int16_t live : {int16_t{-1}, int16_t{2}}) {
     k7Api.live = live;

@@ -48,8 +48,7 @@ TEST_F(SecondLookTest, A_target_that_answers_is_not_looked_for) {
 TEST_F(SecondLookTest, A_target_that_does_not_answer_is_looked_for) {
   ipHelper.AddNeighbour("192.168.1.101", MibIpNetRow2::kUnreachable, false);
   icmp.onSend = [&] {
-    icmp.onSend = nullptr;
-    ipHelper.AddNeighbour("192.168.1.100", MibIpNetRow2::kReachable);
+    if (ipHelper.neighbours.size() == 1) ipHelper.AddNeighbour("192.168.1.100", MibIpNetRow2::kReachable);
   };
   EXPECT_FALSE(Check(L"192.168.1.100"));
   EXPECT_EQ(Facts().target.neighbour, Neighbour::Present);
@@ -78,6 +77,14 @@ TEST_F(SecondLookTest, A_target_beyond_the_gateway_has_no_entry) {
   ipHelper.AddNeighbour("192.168.1.1", MibIpNetRow2::kReachable);
   EXPECT_FALSE(Check(L"10.0.0.5"));
   EXPECT_EQ(Facts().target.neighbour, Neighbour::Unknown);
+}
+
+TEST_F(SecondLookTest, A_stop_before_the_next_gateway_leaves_the_gateway_unproven) {
+  ipHelper.adapters.clear();
+  ipHelper.AddAdapter({"192.168.1.10"}, {"192.168.1.1", "192.168.1.2"});
+  icmp.onSend = [this] { pump.stop = true; };
+  EXPECT_FALSE(Check(L"10.0.0.5"));
+  EXPECT_EQ(Facts().gateway.progress, report::Progress::Stopped);
 }
 
 TEST_F(SecondLookTest, After_a_stop_nothing_is_looked_for) {
