@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <map>
+
+#include "platform/text.h"
 #include "tests/unit/report/run_builder.h"
 
 namespace tarvik::report::test {
@@ -23,15 +28,38 @@ constexpr uint32_t kUnitNotRecognized = 0x1009F004;
 /// A ping in vain with a library test planned after it.
 RunBuilder Silent(RunBuilder run) { return run.TargetPinged({B::Lost()}).Plan({Rung::CncLibrary}); }
 
+/// The same where the neighbour table answers, too.
+RunBuilder Silent(RunBuilder run, Neighbour neighbour) {
+  run = Silent(run);
+  run.facts().target.neighbour = neighbour;
+  return run;
+}
+
+RunBuilder Unplugged(RunBuilder run) {
+  run.facts().gateway.neighbour = Neighbour::Absent;
+  return run;
+}
+
+/// A connection that failed, and what the second look at the port saw.
+RunBuilder Connect(int16_t result, uint32_t callMs, PortAnswer port, int32_t number = 8193) {
+  RunBuilder run = B().NearAnswers().Cnc(CncCall::Connect, result, callMs);
+  run.facts().cnc.portAnswer = port;
+  run.facts().cnc.port = number;
+  return run;
+}
+
 RunBuilder Far() { return B().Address(L"192.168.2.100").Pc(false).GatewayPinged(B::From(L"192.168.1.1")); }
 /// The gateway check fails before anything is sent.
 RunBuilder NoGateway(RunBuilder run) { return run.Plan({Rung::CncLibrary}); }
 
 std::vector<Fault> NetworkFaults() {
   const std::wstring target = L"192.168.1.100";
-  const std::wstring silent = L"Target silent: check address, cable, power.";
+  const std::wstring nobody = L"Nobody has this address: check it, then cable, power.";
+  const std::wstring seen = L"A device was seen, but no ping: test page NEXAL2.";
+  const std::wstring noGateway = L"Nobody has the gateway's address: check it, then power.";
+  const std::wstring closed = L"TCP port 8193 is closed: check port, other programs.";
   return {
-      {"network_address_of_the_controller_wrong", silent, "oo-x---", Silent(OnSubnet())},
+      {"network_address_of_the_controller_wrong", nobody, "oo-x---", Silent(OnSubnet(), Neighbour::Absent)},
       {"network_address_of_the_pc_is_the_controllers", L"This is the PC's own address: give the PC another.",
        "o!-ox--",
        B().Address(target).Pc(true, target).TargetPinged({B::From(target)}).Cnc(CncCall::Connect, -102, 1)},
@@ -40,28 +68,27 @@ std::vector<Fault> NetworkFaults() {
        B().Address(target)
            .Pc(false, L"10.0.0.10", L"255.255.255.0", L"10.0.0.1")
            .GatewayPinged(B::Lost(), L"10.0.0.1")},
-      {"network_address_taken_twice", L"NEXAL2 fails at once: check TCP port, other programs.", "oo-ox--",
-       B().NearAnswers().Cnc(CncCall::Connect, -102, 1)},
-      {"network_answers_late", silent, "oo-x---", Silent(OnSubnet())},
-      {"network_cable_out_at_the_controller", silent, "oo-x---", Silent(OnSubnet())},
+      {"network_address_taken_twice", closed, "oo-ox--", Connect(-102, 1, PortAnswer::Refused)},
+      {"network_answers_late", seen, "oo-x---", Silent(OnSubnet(), Neighbour::Present)},
+      {"network_cable_out_at_the_controller", nobody, "oo-x---", Silent(OnSubnet(), Neighbour::Absent)},
       {"network_cable_out_at_the_controller_behind_the_gateway",
        L"Gateway good, target silent: check its power, gateway.", "ooox---", Silent(Far())},
-      {"network_cable_out_at_the_pc", silent, "oo-x---", Silent(OnSubnet())},
+      {"network_cable_out_at_the_pc", nobody, "oo-x---", Silent(OnSubnet(), Neighbour::Absent)},
       {"network_echo_filtered", L"NEXAL2 good, ping was silent: ping again.", "oo-!o--",
        Silent(OnSubnet()).CncAnswers().Only(Rung::CncLibrary)},
       {"network_firewall_says_host_unreachable", L"A router cannot reach the target: check cable, firewall.",
        "ooo!x--", Far().TargetPinged({B::Refused(11003, L"192.168.1.1")}).Cnc(CncCall::Connect, -102, 1)},
       {"network_firewall_says_port_unreachable", L"Target rejects ping: allow it there, or go on.", "oo-!o--",
        OnSubnet().TargetPinged({B::Refused(11005, target)}).CncAnswers()},
-      {"network_gateway_address_wrong", L"Gateway silent: check its address, cable, power.", "oox----",
-       B().Address(L"192.168.2.100").Pc(false).GatewayPinged(B::Lost(), L"192.168.1.2")},
-      {"network_gateway_dead", L"Gateway silent: check its address, cable, power.", "oox----",
-       B().Address(L"192.168.2.100").Pc(false).GatewayPinged(B::Lost())},
+      {"network_gateway_address_wrong", noGateway, "oox----",
+       Unplugged(B().Address(L"192.168.2.100").Pc(false).GatewayPinged(B::Lost(), L"192.168.1.2"))},
+      {"network_gateway_dead", noGateway, "oox----",
+       Unplugged(B().Address(L"192.168.2.100").Pc(false).GatewayPinged(B::Lost()))},
       {"network_gateway_elsewhere", L"Gateway 192.168.9.1 not in PC's subnet: correct it.", "oox----",
        NoGateway(B().Address(L"192.168.2.100")
                      .Pc(false, L"192.168.1.10", L"255.255.255.0", L"192.168.9.1")
                      .Gateway(GatewayResult::NoneUsable))},
-      {"network_mask_of_the_controller_too_narrow", silent, "oo-x---", Silent(OnSubnet())},
+      {"network_mask_of_the_controller_too_narrow", seen, "oo-x---", Silent(OnSubnet(), Neighbour::Present)},
       {"network_mask_of_the_pc_too_narrow", L"PC's mask 255.255.255.240 looks too narrow: compare it.",
        "o!x----",
        NoGateway(B().Address(target)
@@ -135,8 +162,7 @@ std::vector<Fault> LibraryFaults() {
   codeWrong.facts().cnc.codeGiven = true;
   RunBuilder optionMissing = B().NearAnswers().Cnc(CncCall::Options, 0, 1);
   optionMissing.facts().cnc.optionMissing = true;
-  const std::wstring atOnce = L"NEXAL2 fails at once: check TCP port, other programs.";
-  const std::wstring timedOut = L"NEXAL2 silent for 2 s: check firewalls, TCP port 8193.";
+  const std::wstring closed = L"TCP port 8193 is closed: check port, other programs.";
   return {
       {"library_access_code_missing", L"Access code missing: type it on page NEXAL2.", "oo-ox--",
        codeMissing},
@@ -146,25 +172,27 @@ std::vector<Fault> LibraryFaults() {
        codeWrong},
       {"library_controller_busy (while busy)", L"NEXAL2 connected, then error -1: run the test again.",
        "oo-ox--", B().NearAnswers().Cnc(CncCall::SystemInfo, -1, 1)},
-      {"library_no_more_connections", atOnce, "oo-ox--", B().NearAnswers().Cnc(CncCall::Connect, -102, 1)},
+      {"library_no_more_connections", closed, "oo-ox--", Connect(-102, 1, PortAnswer::Refused)},
       {"library_option_check_fails", L"NEXAL2 connected, then error -7: run the test again.", "oo-ox--",
        B().NearAnswers().Cnc(CncCall::Options, -7, 1)},
       {"library_option_missing", L"CNC lacks an option: order Extended drivers and libraries.", "oo-ox--",
        optionMissing},
-      {"library_port_closed", atOnce, "oo-ox--", B().NearAnswers().Cnc(CncCall::Connect, -102, 1)},
-      {"library_port_filtered", timedOut, "oo-ox--", B().NearAnswers().Cnc(CncCall::Connect, -103, 2001)},
-      {"library_port_filtered_on_the_pc", atOnce, "oo-ox--",
-       B().NearAnswers().Cnc(CncCall::Connect, -102, 1)},
-      {"library_port_of_another_service", atOnce, "oo-ox--",
-       B().NearAnswers().Cnc(CncCall::Connect, -105, 1)},
-      {"library_port_wrong", atOnce, "oo-ox--", B().NearAnswers().Cnc(CncCall::Connect, -102, 1)},
+      {"library_port_closed", closed, "oo-ox--", Connect(-102, 1, PortAnswer::Refused)},
+      {"library_port_filtered", L"TCP port 8193 silent: open it in the firewalls.", "oo-ox--",
+       Connect(-103, 2001, PortAnswer::Silent)},
+      {"library_port_filtered_on_the_pc", closed, "oo-ox--", Connect(-102, 1, PortAnswer::Refused)},
+      {"library_port_of_another_service", L"Port 21 open, NEXAL2 fails: correct the TCP port.", "oo-ox--",
+       Connect(-105, 1, PortAnswer::Open, 21)},
+      {"library_port_wrong", L"TCP port 8194 is closed: check port, other programs.", "oo-ox--",
+       Connect(-102, 1, PortAnswer::Refused, 8194)},
       {"library_restart_after_connecting", L"NEXAL2 connected, then error -104: run the test again.",
        "oo-ox--", B().NearAnswers().Cnc(CncCall::Options, -104, 1)},
       {"library_restart_in_the_middle", L"NEXAL2 connected, then error -104: run the test again.", "oo-ox--",
        B().NearAnswers().Cnc(CncCall::SystemInfo, -104, 1)},
-      {"library_rubbish", atOnce, "oo-ox--", B().NearAnswers().Cnc(CncCall::Connect, -105, 1)},
-      {"library_time_out_on_connecting", timedOut, "oo-ox--",
-       B().NearAnswers().Cnc(CncCall::Connect, -103, 2001)},
+      {"library_rubbish", L"Port 8193 open, NEXAL2 fails: compare port, other programs.", "oo-ox--",
+       Connect(-105, 1, PortAnswer::Open)},
+      {"library_time_out_on_connecting", L"Port open, no answer in 2 s: set a longer time-out.", "oo-ox--",
+       Connect(-103, 2001, PortAnswer::Open)},
       {"library_time_out_too_short", L"NEXAL2 connected, then silent: set a longer time-out.", "oo-ox--",
        B().NearAnswers().Cnc(CncCall::SystemInfo, -103, 2001)},
   };
@@ -177,6 +205,7 @@ std::vector<Fault> K7Faults() {
   const std::wstring silent = L"K7 server does not answer: check its service on page K7 Svc.";
   return {
       {"k7_port_not_registered", L"", "-------", B()},
+      {"k7_port_registered_for_tcp", L"", "-------", B()},
       {"k7_server_hangs", silent, "oo-o-x-", failed(kCannotConnect, L"127.0.0.1")},
       {"k7_server_listens_on_another_port", silent, "oo-o-x-", failed(kCannotConnect, L"127.0.0.1")},
       {"k7_service_not_there", silent, "oo-o-x-", failed(kCannotConnect, L"127.0.0.1")},
@@ -192,29 +221,55 @@ std::vector<Fault> K7Faults() {
 
 std::vector<Fault> FtpFaults() {
   const auto near = [] { return B().NearAnswers(); };
+  const auto port = [&near](PortAnswer answer, uint32_t connectMs) {
+    RunBuilder run = near().FtpRefused(L"", connectMs);
+    run.facts().ftp.portAnswer = answer;
+    return run;
+  };
+  const auto blocked = [&near] {
+    RunBuilder run = near().FtpListed(0, L"200 PORT command successful.");
+    run.facts().ftp.listMs = 30'000;
+    return run;
+  };
+  const std::wstring allow = L"FTP logged in, no listing: allow Tarvik in the firewall.";
   return {
       {"ftp_cut_before_the_listing", L"FTP cut off before the listing: run the test again.", "oo-o--!",
        near().FtpListed(0, L"200 ok")},
       {"ftp_cut_in_the_middle", L"FTP listing cut short: run the test again.", "oo-o--!",
        near().FtpListed(1, L"The connection was reset.")},
+      {"ftp_data_connection_dropped", allow, "oo-o--!", blocked()},
+      {"ftp_data_connection_from_another_port", allow, "oo-o--!", blocked()},
       {"ftp_empty_directory", L"FTP good, but the directory is empty: check the user.", "oo-o--!",
        near().FtpListed(0, L"226 Directory send OK.")},
-      {"ftp_filtered", L"FTP silent: open port 21 in the firewalls.", "oo-o--x",
-       near().FtpRefused(L"", 60'000)},
+      {"ftp_filtered", L"FTP port 21 silent: open it in the firewalls.", "oo-o--x",
+       port(PortAnswer::Silent, 60'000)},
       {"ftp_greeting_only", L"FTP greeted, then hung up: run the test again.", "oo-o--x",
        near().FtpRefused(L"220 ready")},
-      {"ftp_huge_directory", L"FTP good, 10990 entries listed.", "oo-o--o",
-       near().FtpListed(10990, L"226 Directory send OK.").Only(Rung::Ftp)},
-      {"ftp_no_data_connection", L"FTP logged in, no listing: allow Tarvik in the firewall.", "oo-o--!",
+      {"ftp_huge_directory", L"FTP good, 990 entries listed.", "oo-o--o",
+       near().FtpListed(990, L"226 Directory send OK.").Only(Rung::Ftp)},
+      {"ftp_listing_refused", L"FTP logged in, listing refused: check the user's rights.", "oo-o--!",
+       near().FtpListed(0, L"550 Permission denied.")},
+      {"ftp_no_data_connection", allow, "oo-o--!",
        near().FtpListed(0, L"425 Failed to establish connection.")},
       {"ftp_no_such_user", L"FTP login refused: check user name and password.", "oo-o--x",
        near().FtpRefused(L"530 Login incorrect.")},
-      {"ftp_refused", L"FTP fails at once: switch on FTP in the CNC.", "oo-o--x", near().FtpRefused(L"")},
+      {"ftp_refused", L"FTP port 21 is closed: switch on FTP in the CNC.", "oo-o--x",
+       port(PortAnswer::Refused, 3000)},
       {"ftp_too_many_users", L"FTP server busy (421): close other programs.", "oo-o--x",
        near().FtpRefused(L"421 Too many users, try again later.")},
       {"ftp_wrong_password", L"FTP login refused: check user name and password.", "oo-o--x",
        near().FtpRefused(L"530 Login incorrect.")},
   };
+}
+
+/// The sentence in the scenario's file, which the laboratory checks against the real program; "none" for
+/// none.
+std::wstring SentenceOfFile(const std::filesystem::path& file) {
+  std::ifstream stream(file);
+  constexpr std::string_view kHeading = "The sentence: ";
+  for (std::string line; std::getline(stream, line);)
+    if (line.starts_with(kHeading)) return WidenAscii(line.substr(kHeading.size()));
+  return {};
 }
 
 void ExpectAnswers(const std::vector<Fault>& faults) {
@@ -225,6 +280,22 @@ void ExpectAnswers(const std::vector<Fault>& faults) {
     EXPECT_EQ(answer.sentence, fault.sentence);
     EXPECT_EQ(MarksOf(answer), fault.marks);
     EXPECT_LE(Columns(AnswerOf(fault.run.run(), AnswerLanguage::Japanese).sentence), kMaxSentenceColumns);
+  }
+}
+
+TEST(AnswerFaultsTest, Every_scenario_is_here_with_the_sentence_of_its_file) {
+  std::map<std::string, std::wstring> sentences;
+  for (const auto& faults : {NetworkFaults(), NameFaults(), LibraryFaults(), K7Faults(), FtpFaults()})
+    for (const Fault& fault : faults)
+      if (std::string(fault.scenario).find(' ') == std::string::npos)
+        sentences[fault.scenario] = fault.sentence.empty() ? L"none" : fault.sentence;
+  for (const auto& entry : std::filesystem::directory_iterator(TARVIK_SOURCE_FOLDER "/lab/scenarios")) {
+    const std::string name = entry.path().stem().string();
+    // What these show at the end depends on several runs.
+    if (entry.path().extension() != ".scenario" || name == "library_controller_busy" ||
+        name == "name_address_zero_padded")
+      continue;
+    EXPECT_EQ(sentences[name], SentenceOfFile(entry.path())) << name;
   }
 }
 
