@@ -52,6 +52,12 @@ TEST_F(FtpFactsTest, A_refused_login_keeps_the_reply) {
   EXPECT_EQ(facts.progress, report::Progress::Ended);
 }
 
+TEST_F(FtpFactsTest, The_error_of_a_connection_that_a_proxy_refuses) {
+  wininet.failing.insert("InternetConnectA");
+  wininet.connectError = 12016;
+  EXPECT_EQ(Run().connectError, 12016U);
+}
+
 TEST_F(FtpFactsTest, A_stop_before_the_login_is_no_verdict) {
   pump.stop = true;
   EXPECT_EQ(Run().progress, report::Progress::Stopped);
