@@ -176,7 +176,13 @@ TEST_F(AnotherMonitor, With_another_scaling_and_back_restores_the_layout) {
   window.Settle();
   const ScreenRect first = window.Rect(0);
   const std::vector<ScreenRect> places = Places(window);
+  const int lineHeight = window.NeededFor(ID_lblResult).height;
   window.ChangeDpi(144, {first.left, first.top, first.width * 3 / 2, first.height * 3 / 2});
+  // The last controls that follow are the labels' fonts and the fields of the status bar.
+  EXPECT_TRUE(WaitUntil(kSoon, [&] {
+    const int newHeight = window.NeededFor(ID_lblResult).height;
+    return newHeight > lineHeight && window.StatusFields(ID_sbrRungs).front().rect.height >= newHeight;
+  }));
   window.Settle();
   EXPECT_GT(window.Rect(0).width, first.width * 5 / 4);
   ExpectWholeWindow(window, 144);
