@@ -5,6 +5,7 @@
 #include <map>
 
 #include "lab/windows_check/controls_win32.h"
+#include "lab/windows_check/scaling_win32.h"
 
 namespace tarvik::check {
 namespace {
@@ -34,25 +35,6 @@ std::vector<Monitor> MonitorsOfThisPc() {
     return monitor.area.left == 0 && monitor.area.top == 0;
   });
   return monitors;
-}
-
-template <typename Function>
-Function* FromUser32(const char* name) {
-  return reinterpret_cast<Function*>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), name)));
-}
-
-int DpiOfScreen() {
-  const HDC screen = GetDC(nullptr);
-  const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-  ReleaseDC(nullptr, screen);
-  return dpi;
-}
-
-int DpiOfWindow(HWND window) {
-  const auto ask = FromUser32<UINT WINAPI(HWND)>("GetDpiForWindow");
-  const int dpi = ask == nullptr ? 0 : static_cast<int>(ask(window));
-  return dpi > 0 ? dpi : DpiOfScreen();
 }
 
 /// Face, height and weight of the message font at that scaling, as the driver reports them after a text's
@@ -317,65 +299,6 @@ void CheckLanguage(Kit& kit, const Language& language, const Monitor& monitor, b
   WindowLooks(driver, pmc, "PMC window", found).Check();
   const HWND about = OpenByCommand(product, driver, ID_mnuHelpSub, "frmAbout");
   CheckWorkArea(about, "about box", found);
-}
-
-/// Position and size of the window and of every control in it, relative to the window.
-std::vector<RECT> PlacesIn(HWND window) {
-  RECT outer{};
-  GetWindowRect(window, &outer);
-  std::vector<RECT> places = {{0, 0, outer.right - outer.left, outer.bottom - outer.top}};
-  for (const ControlState& control : AllControls(window)) {
-    RECT place = control.box;
-    OffsetRect(&place, static_cast<int>(-outer.left), static_cast<int>(-outer.top));
-    places.push_back(place);
-  }
-  return places;
-}
-
-bool SamePlaces(const std::vector<RECT>& a, const std::vector<RECT>& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](const RECT& x, const RECT& y) { return EqualRect(&x, &y) != FALSE; });
-}
-
-/// Reads the places once they no longer change.
-std::vector<RECT> SettledPlaces(RunningProduct& product, HWND window) {
-  std::vector<RECT> places = PlacesIn(window);
-  int unchanged = 0;
-  WaitUntil(kSettledMs, [&] {
-    product.Ask("settle", kSettledMs);
-    const std::vector<RECT> now = PlacesIn(window);
-    unchanged = SamePlaces(now, places) ? unchanged + 1 : 0;
-    places = now;
-    return unchanged == 5;
-  });
-  return places;
-}
-
-/// Other scalings and back to the first one.
-void CheckOtherScalings(Kit& kit) {
-  Driver driver(kit);
-  RunningProduct product(kit, driver);
-  const HWND window = product.WaitForMainWindow();
-  const std::vector<RECT> before = SettledPlaces(product, window);
-  RECT outer{};
-  GetWindowRect(window, &outer);
-  const int first = DpiOfWindow(window);
-  std::string sizes = std::to_string(first) + " dpi: " + std::to_string(before.front().right) + " x " +
-                      std::to_string(before.front().bottom);
-  bool changes = false;
-  for (const int dpi : {144, 192, kStandardDpi, first}) {
-    const LONG width = MulDiv(static_cast<int>(before.front().right), dpi, first);
-    const LONG height = MulDiv(static_cast<int>(before.front().bottom), dpi, first);
-    product.Ask("dpi", dpi, outer.left, outer.top, width, height);
-    const std::vector<RECT> places = SettledPlaces(product, window);
-    sizes += ", " + std::to_string(dpi) + " dpi: " + std::to_string(places.front().right) + " x " +
-             std::to_string(places.front().bottom);
-    changes = changes || (dpi != first && !SamePlaces(places, before));
-  }
-  const bool same = WaitUntil(kSettledMs, [&] { return SamePlaces(PlacesIn(window), before); });
-  kit.report.Expect("looks.scaling",
-                    "Another scaling changes sizes and places, and back restores all of them",
-                    changes && same, sizes);
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ TEST(WindowsCheckMask, Keeps_numbers_that_are_not_addresses) {
 std::string Html(const Item& item) {
   Mask mask;
   mask.AddWord("secret", "[masked]");
-  return HtmlReport({item}, mask, "heading of secret");
+  return HtmlReport({item}, mask, "Tarvik 8.8.8.8");
 }
 
 bool Contains(const std::string& text, const std::string& part) {
@@ -69,7 +69,7 @@ TEST(WindowsCheckReport, Escapes_and_masks_every_text) {
   const std::string html =
       Html({"a.b", "<title> secret", Verdict::Fail, "secret \"details\" & </script>\n\x01", {}});
   EXPECT_FALSE(Contains(html, "secret"));
-  EXPECT_TRUE(Contains(html, "heading of [masked]"));
+  EXPECT_TRUE(Contains(html, "Tarvik 8.8.8.8"));
   EXPECT_TRUE(Contains(html, "&lt;title&gt; [masked]"));
   EXPECT_TRUE(Contains(html, "[masked] &quot;details&quot; &amp; &lt;/script&gt;"));
   EXPECT_TRUE(Contains(html, R"({"id":"a.b","verdict":"fail","title":"\u003ctitle> [masked]",)"
