@@ -56,7 +56,13 @@ std::vector<std::string> WindowsPc::Ask(const std::vector<std::string>& command,
   driver_->Write(JoinFields(command) + "\n");
   // Skip the late answers to commands that timed out before.
   std::vector<std::string> answer;
-  for (++unanswered_; unanswered_ > 0; --unanswered_) answer = SplitFields(driver_->ReadLine(timeOut));
+  for (++unanswered_; unanswered_ > 0; --unanswered_) {
+    try {
+      answer = SplitFields(driver_->ReadLine(timeOut));
+    } catch (const LabError& error) {
+      throw LabError("Command \"" + command.front() + "\": " + error.what());
+    }
+  }
   const std::string status = answer.front();
   answer.erase(answer.begin());
   if (status == "ok") return answer;
