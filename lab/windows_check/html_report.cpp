@@ -112,8 +112,8 @@ std::string HtmlReport(const std::vector<Item>& items, const Mask& mask, const s
     return std::to_string(found) + " " + Name(verdict);
   };
   std::string html = kHead;
-  html += "<h1>Windows check</h1>\n<p>" + Escaped(heading) + "</p>\n<p>" + count(Verdict::Pass) +
-          ", " + count(Verdict::Fail) + ", " + count(Verdict::Observed) + "</p>\n<table>\n";
+  html += "<h1>Windows check</h1>\n<p>" + Escaped(heading) + "</p>\n<p>" + count(Verdict::Pass) + ", " +
+          count(Verdict::Fail) + ", " + count(Verdict::Observed) + "</p>\n<table>\n";
   std::string section;
   for (const Item& item : items) {
     if (Section(item) != section) {
