@@ -51,7 +51,7 @@ struct Shown {
     AnyLine,   ///< a line whose text comes from Windows; matches any line
     Box,       ///< a message box
     Field,     ///< the final text of a field
-    Sentence,  ///< the final sentence above the result list, "none" when there is none
+    Sentence,  ///< the final sentence above the result list, "none" when it is empty
     Marks,     ///< the final fields of the status bar
   };
   Kind kind = Kind::Line;

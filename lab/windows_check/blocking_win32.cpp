@@ -62,7 +62,8 @@ void PostClickOn(HWND control) {
   PostMessageW(control, WM_LBUTTONUP, 0, centre);
 }
 
-/// One run whose library call is held, in a program of its own.
+/// The product, ready for a run against the practice controller, which holds a call. The library logs its
+/// calls.
 class HeldRun {
  public:
   HeldRun(Kit& kit, Driver& driver, int port, const wchar_t* log)

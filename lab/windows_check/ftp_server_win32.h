@@ -22,9 +22,9 @@ struct FtpBehaviour {
   int dataDelayMs = 0;  ///< before it opens the data connection
 };
 
-/// A small FTP server on an unused loopback address, port 21, in threads of its own. It lists kFtpListing and
-/// opens data connections from a high port, as an ordinary user's program must. It listens once constructed;
-/// destruction ends every connection within a second.
+/// A small FTP server on an unused loopback address, port 21, which works in separate threads. It lists
+/// kFtpListing and opens data connections from a high port, as an ordinary user's program must. It listens
+/// once constructed; destruction ends every connection within a second.
 class FtpServer {
  public:
   /// Throws CheckError when no loopback address has port 21 free.

@@ -50,7 +50,7 @@ struct Address {
   size_t length = 0;
 };
 
-/// The dotted address at this place; nothing when it is none, as with five parts.
+/// The dotted address that begins at `start`; nothing for other numbers, such as one with five parts.
 std::optional<Address> AddressAt(const std::string& text, size_t start) {
   Address address;
   size_t place = start;

@@ -19,8 +19,8 @@ std::string JoinedLines(const ShownLines& lines) {
   return text;
 }
 
-/// An address that is up and has a mask, the first one with a gateway if any has; an address of 0 when there
-/// is none. Cards of virtual machines usually have no gateway.
+/// An address that is up and has a mask, preferably one with a gateway, because cards of virtual machines
+/// usually have none. 0 when no address fits.
 InterfaceAddress OwnAddress() {
   InterfaceAddress own;
   for (const InterfaceAddress& each : InterfaceAddresses()) {

@@ -42,7 +42,7 @@ bool Save() {
   return ::RegSetKeyValueW(HKEY_CURRENT_USER, kBackup, kComplete, REG_SZ, kYes, sizeof kYes) == ERROR_SUCCESS;
 }
 
-/// Replaces what the check has left behind by the backup.
+/// Restores the settings from a complete backup. Deletes the backup, complete or not.
 void Restore() {
   if (IsComplete()) {
     ::RegDeleteTreeW(HKEY_CURRENT_USER, kSettings);

@@ -101,7 +101,7 @@ Fields Hover(const Arguments& arguments) {
   const HWND control = arguments.Control(0);
   POINT centre = CentreOf(control);
   ClientToScreen(control, &centre);
-  // A pointer that is there already does not move.
+  // Two positions: a pointer that is already at the centre would not move, so no message would be sent.
   SetCursorPos(centre.x + 1, centre.y);
   SetCursorPos(centre.x, centre.y);
   return {};
