@@ -9,7 +9,8 @@
 namespace tarvik {
 namespace {
 
-/// Windows keeps a few hundred at most. The table has no size of its own to check the count against.
+/// Windows keeps a few hundred rows at most. The table does not contain its size in bytes, so the number of
+/// rows can only be checked against a limit.
 constexpr uint32_t kMaxRows = 65536;
 
 bool PhysicalAddressKnown(const MibIpNetRow2& row) {

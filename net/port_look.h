@@ -16,7 +16,7 @@ struct PortLook {
 
 /// Tries once, for at most three seconds, to open a TCP connection to the address, which is in network byte
 /// order, and closes it at once. Sends no data. Handles window events meanwhile; a stop request ends the
-/// attempt, with the answer Unknown. Opens and ends a session of its own with the socket library.
+/// attempt, with the answer Unknown. Calls WSAStartup and WSACleanup itself.
 PortLook AskPort(Winsock& winsock, report::Pump& pump, uint32_t address, uint16_t port);
 
 }  // namespace tarvik

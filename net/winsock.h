@@ -105,8 +105,8 @@ class Winsock {
   /// 0 on success, otherwise kSocketError. On a non-blocking socket the error is kWouldBlock while it is
   /// still connecting.
   virtual int connect(Socket socket, const InternetAddress& address) = 0;
-  /// Keeps in `write` the sockets that have connected and in `except` those that failed to. Returns how many
-  /// there are, 0 when there are none within `timeout`, and kSocketError on failure.
+  /// Keeps in `write` the sockets that have connected and in `except` those that failed to. Returns their
+  /// number, 0 after `timeout`, and kSocketError on failure.
   virtual int select(SocketSet* read, SocketSet* write, SocketSet* except, const TimeValue& timeout) = 0;
   /// 0 on success, otherwise kSocketError. `*length`: size of `value` in bytes, then how many were written.
   virtual int getsockopt(Socket socket, int level, int option, void* value, int* length) = 0;

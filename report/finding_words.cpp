@@ -100,7 +100,7 @@ std::wstring PlaceOfK7Service(const RunSettings& settings, AnswerLanguage langua
   return language == AnswerLanguage::Japanese ? L"K7 Svcページで" : L" on page K7 Svc";
 }
 
-/// What to test next when a device is there that answers no ping.
+/// What to test next when a device has the address but does not answer pings.
 std::wstring NextTest(const RunSettings& settings, AnswerLanguage language) {
   if (language == AnswerLanguage::Japanese)
     return settings.nexalPage ? L"NEXAL2ページでテスト" : L"Pingの許可を依頼";

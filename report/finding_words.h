@@ -16,8 +16,8 @@ int ReplyCode(const std::wstring& reply);
 /// True when a line of the reply begins with the code.
 bool HasReply(const std::wstring& reply, int code);
 
-/// The number of the dotted address that begins with a zero and that Windows, which reads it as an octal one,
-/// therefore takes for another one or for none; empty when there is none.
+/// The first number of the dotted address that Windows misreads or rejects because a leading zero makes it
+/// octal; otherwise empty.
 std::wstring PaddedNumber(const std::wstring& address);
 
 /// The words with every "%letter" replaced by a fact of the run. Names that can be of any length are

@@ -81,7 +81,7 @@ bool NothingAnswered(const Facts& facts) {
   return target || gateway || (facts.pc.progress == Progress::Ended && !facts.pc.hasMask);
 }
 
-/// Windows has given every card an address of its own choice, because it got none.
+/// True when every address is one that Windows chose itself (169.254.x.x) because no DHCP server gave one.
 bool HasStopgapAddressesOnly(const PcFacts& pc) {
   constexpr uint32_t kStopgapMask = 0xFFFF0000;
   constexpr uint32_t kStopgap = 0xA9FE0000;  // 169.254.0.0
