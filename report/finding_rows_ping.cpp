@@ -212,8 +212,8 @@ constexpr FindingRow kPingRows[] = {
      RungState::Failed,
      {L"Gateway seen, but no ping answered", L"have ping allowed",
       L"A device with %A was seen during the test, but it answered none of %S echoes"},
-     {L"ゲートウェイを確認、Pingは無応答", L"Pingの許可を依頼",
-      L"テスト中に%Aの機器を確認したが、Ping %S回に無応答"}},
+     {L"ゲートウェイを検出、Pingは無応答", L"Pingの許可を依頼",
+      L"テスト中に%Aの機器を検出したが、Ping %S回に無応答"}},
 
     // Target
     {Finding::EchoNotSent,
@@ -262,7 +262,7 @@ constexpr FindingRow kPingRows[] = {
      RungState::Failed,
      {L"A device was seen, but no ping", L"%t",
       L"A device with %A was seen during the test, but it answered none of %S echoes"},
-     {L"機器を確認、Pingは無応答", L"%t", L"テスト中に%Aの機器を確認したが、Ping %S回に無応答"}},
+     {L"機器を検出、Pingは無応答", L"%t", L"テスト中に%Aの機器を検出したが、Ping %S回に無応答"}},
     {Finding::TargetPingBlocked,
      RungState::Doubtful,
      {L"Target answers, but not ping", L"allow ping, or go on",
