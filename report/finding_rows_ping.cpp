@@ -281,7 +281,7 @@ constexpr FindingRow kPingRows[] = {
     {Finding::TargetUnreachable,
      RungState::Doubtful,
      {L"A router cannot reach the target", L"check cable, firewall", L"%O cannot reach %A (error %E)"},
-     {L"ルーターから相手に不達", L"ケーブル、ファイアウォールを確認", L"%Oから%Aに届かない（エラー%E）"}},
+     {L"ルーターの先に届かない", L"ケーブル、ファイアウォールを確認", L"%Oから%Aに届かない（エラー%E）"}},
     {Finding::TargetNotReached,
      RungState::Failed,
      {L"Windows reports error %E", L"check address, gateway", L"Windows reports error %E for %A"},
