@@ -90,7 +90,7 @@ std::wstring EntriesText(int32_t entries, AnswerLanguage language) {
 std::wstring PortAdvice(int32_t port, AnswerLanguage language) {
   constexpr int32_t kUsualPort = 8193;
   if (language == AnswerLanguage::Japanese)
-    return port == kUsualPort ? L"番号、他プログラムを確認" : L"TCPポート番号を訂正";
+    return port == kUsualPort ? L"番号、他のプログラムを確認" : L"TCPポート番号を訂正";
   return port == kUsualPort ? L"compare port, other programs" : L"correct the TCP port";
 }
 
