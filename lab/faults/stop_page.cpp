@@ -12,7 +12,7 @@ constexpr char kGenerated[] =
 const BothTexts kTitle{"Where did it stop?", "どこで止まったか"};
 const BothTexts kUse{
     "Find the last line of the list here. Check from 1 on, the nearest first. Then test again.",
-    "結果欄の最後の行をここで探し、1から順に（近い順に）確認して、もう一度テストする。"};
+    "結果欄の最後の行をここで探し、1から順に確認して、もう一度テストする。"};
 const BothTexts kReply{"A reply without \"bytes=\" comes first: see there.",
                        "「bytes=」のない応答があれば、先にその欄を見る。"};
 const BothTexts kLastLine{"Last line", "最後の行"};
