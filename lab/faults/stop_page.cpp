@@ -30,6 +30,9 @@ std::string Padded(std::string text, size_t columns) {
   return text;
 }
 
+/// What separates two sentences: Japanese ones need no space.
+std::string SentenceSpace(GuideLanguage language) { return language == &BothTexts::english ? " " : ""; }
+
 /// The steps in lines; none is split.
 std::vector<std::string> StepLines(const Stop& stop, GuideLanguage language) {
   std::vector<std::string> lines;
@@ -53,7 +56,7 @@ void AppendStop(std::string& text, const Stop& stop, GuideLanguage language) {
   }
   const std::string when = WhenOf(stop, language);
   if (!when.empty() && ColumnsOf(shown.back()) + 1 + ColumnsOf(when) < kShownColumns)
-    shown.back() += (language == &BothTexts::english ? " " : "") + when;
+    shown.back() += SentenceSpace(language) + when;
   else if (!when.empty())
     shown.push_back(when);
   const std::vector<std::string> steps = StepLines(stop, language);
@@ -69,7 +72,8 @@ void AppendStop(std::string& text, const Stop& stop, GuideLanguage language) {
 std::string StopPage(const std::vector<StopSection>& sections, GuideLanguage language) {
   const std::string guide = language == &BothTexts::english ? "guide.en.md" : "guide.ja.md";
   std::string page = kGenerated;
-  page += "# " + kTitle.*language + "\n\n" + kUse.*language + " " + kReply.*language + "\n\n";
+  page +=
+      "# " + kTitle.*language + "\n\n" + kUse.*language + SentenceSpace(language) + kReply.*language + "\n\n";
   page += "| " + kLastLine.*language + " | " + kCheck.*language + " |\n|---|---|\n";
   for (const StopSection& section : sections) {
     page += "| **" + section.title.*language + "** | |\n";
@@ -88,7 +92,8 @@ std::string StopPage(const std::vector<StopSection>& sections, GuideLanguage lan
 }
 
 std::string StopText(const std::vector<StopSection>& sections, GuideLanguage language) {
-  std::string text = kTitle.*language + "  " + kUse.*language + " " + kReply.*language + "\n";
+  std::string text =
+      kTitle.*language + "  " + kUse.*language + SentenceSpace(language) + kReply.*language + "\n";
   for (const StopSection& section : sections) {
     std::string rule = "-- " + section.title.*language + " ";
     rule.append(kMaxStopTextColumns - std::min(kMaxStopTextColumns, ColumnsOf(rule)), '-');
