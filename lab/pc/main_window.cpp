@@ -59,7 +59,8 @@ Lines Follow(ProgramUnderTest& program, const WindowUnderTest& window, const std
       begun = begun || RunIsActive(window) || HasBegun(before, window.Lines(ID_lstResult));
       if (!begun) return false;
       const bool ends = AtRest(program, window);
-      report(window.Lines(ID_lstResult));
+      // Reading the list costs two messages per line.
+      if (ends || window.ListDiffers(ID_lstResult, known)) report(window.Lines(ID_lstResult));
       return ends;
     } catch (const LabError&) {
       if (!program.Runs()) throw;

@@ -130,6 +130,12 @@ void WindowUnderTest::WaitForLastLine(int id, const std::string& line, milliseco
   Ask("wait_last", id, {line, lab::Text(timeOut)}, Longer(timeOut));
 }
 
+bool WindowUnderTest::ListDiffers(int id, const std::vector<std::string>& known) const {
+  return Flag(
+      Ask("list_differs", id, {std::to_string(known.size()), known.empty() ? std::string() : known.back()}),
+      0);
+}
+
 void WindowUnderTest::WaitForChange(int id, const std::vector<std::string>& known,
                                     milliseconds timeOut) const {
   Ask("wait_changed", id,

@@ -104,8 +104,10 @@ class WindowUnderTest {
   ListState StateOfList(int id) const;
   void WaitForLine(int id, const std::string& line, milliseconds timeOut) const;
   void WaitForLastLine(int id, const std::string& line, milliseconds timeOut) const;
-  /// Waits until the list differs from `known`, an earlier result of Lines. Compares the number of lines and
-  /// the last one only.
+  /// Whether the list differs from `known`, an earlier result of Lines. Compares the number of lines and the
+  /// last one only.
+  bool ListDiffers(int id, const std::vector<std::string>& known) const;
+  /// Waits for that.
   void WaitForChange(int id, const std::vector<std::string>& known, milliseconds timeOut) const;
   /// Clears the list box (LB_RESETCONTENT) without the program's knowledge.
   void EmptyList(int id) const;

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstdio>
 #include <map>
+#include <utility>
 
 #include "lab/helpers/window_driver/driver_win32.h"
 #include "lab/pc/driver_protocol.h"
@@ -32,6 +33,15 @@ BOOL CALLBACK CompareId(HWND window, LPARAM parameter) {
   if (GetDlgCtrlID(window) != search.id || ClassOf(GetParent(window)) == L"ComboBox") return TRUE;
   search.found = window;
   return FALSE;
+}
+
+/// The control that was found last for this window and id; null when it is not that any more. A search asks
+/// the window server about every control, and tests that wait look at the same few controls all the time.
+HWND& RememberedControl(HWND window, int id) {
+  static std::map<std::pair<HWND, int>, HWND> controls;
+  HWND& control = controls[{window, id}];
+  if (GetDlgCtrlID(control) != id || !IsChild(window, control)) control = nullptr;
+  return control;
 }
 
 Fields Answer(const std::string& line) {
@@ -124,12 +134,15 @@ HWND Arguments::Control(size_t index) const {
   ControlSearch search;
   search.id = static_cast<int>(Number(index + 1));
   if (search.id == 0) return window;
+  HWND& remembered = RememberedControl(window, search.id);
+  if (remembered != nullptr) return remembered;
   // The controls of hidden pages are created shortly after the window appears.
   WaitFor(kControlTimeOutMs, "control " + NumberText(search.id), [&] {
     EnumChildWindows(window, CompareId, reinterpret_cast<LPARAM>(&search));
     return search.found != nullptr;
   });
-  return search.found;
+  remembered = search.found;
+  return remembered;
 }
 
 void WaitFor(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition,

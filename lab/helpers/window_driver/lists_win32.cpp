@@ -82,14 +82,20 @@ Fields WaitLast(const Arguments& arguments) {
   return {};
 }
 
+bool Differs(HWND list, int64_t count, const std::wstring& last) {
+  return SendWithTimeOut(list, LB_GETCOUNT) != count || LastItemOf(list).value_or(std::wstring()) != last;
+}
+
+/// list_differs <window> <id> <count> <last line> -> whether the number of lines or the last one is another
+Fields ListDiffers(const Arguments& arguments) {
+  return {Differs(arguments.Control(0), arguments.Number(2), arguments.Text(3)) ? "1" : "0"};
+}
+
 /// wait_changed <window> <id> <count> <last line> <time-out>: waits until the list differs from this state
 Fields WaitChanged(const Arguments& arguments) {
   const HWND list = arguments.Control(0);
-  const int64_t count = arguments.Number(2);
-  const std::wstring last = arguments.Text(3);
-  WaitFor(arguments.Number(4), "change of the list", [&] {
-    return SendWithTimeOut(list, LB_GETCOUNT) != count || LastItemOf(list).value_or(std::wstring()) != last;
-  });
+  WaitFor(arguments.Number(4), "change of the list",
+          [&] { return Differs(list, arguments.Number(2), arguments.Text(3)); });
   return {};
 }
 
@@ -204,6 +210,7 @@ void AddListCommands() {
   AddCommand("add_lines", AddLines);
   AddCommand("wait_line", WaitLine);
   AddCommand("wait_last", WaitLast);
+  AddCommand("list_differs", ListDiffers);
   AddCommand("wait_changed", WaitChanged);
   AddCommand("combo_items", [](const Arguments& a) { return ItemsOf(a.Control(0), kComboBox); });
   AddCommand("tabs", Tabs);

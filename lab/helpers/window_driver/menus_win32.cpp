@@ -3,6 +3,7 @@
 // cursors and icons are valid everywhere, under Wine they are not: where it is not needed, nothing is called
 // inside another process, because virus scanners suspect a program that does so.
 
+#include <map>
 #include <optional>
 
 #include "lab/helpers/window_driver/driver_win32.h"
@@ -95,15 +96,30 @@ class StandardPictures {
   std::optional<RemoteProcess> process_;
 };
 
+struct StandardPointers {
+  uint64_t hourglass = 0;
+  uint64_t arrow = 0;
+};
+
+/// As the window's process sees them. Remembered, because tests that follow a run ask again and again.
+const StandardPointers& PointersOf(HWND window) {
+  static std::map<HWND, StandardPointers> known;
+  const auto found = known.find(window);
+  if (found != known.end()) return found->second;
+  const StandardPictures standard(ProcessOf(window));
+  return known[window] = {standard.Cursor(reinterpret_cast<LPCWSTR>(IDC_WAIT)),
+                          standard.Cursor(reinterpret_cast<LPCWSTR>(IDC_ARROW))};
+}
+
 /// pointer <window> -> "arrow", "hourglass" or "other"
 Fields Pointer(const Arguments& arguments) {
-  const StandardPictures standard(ProcessOf(arguments.Window(0)));
+  const StandardPointers& standard = PointersOf(arguments.Window(0));
   CURSORINFO information{};
   information.cbSize = sizeof information;
   GetCursorInfo(&information);
   const auto shown = reinterpret_cast<uintptr_t>(information.hCursor);
-  if (shown == standard.Cursor(reinterpret_cast<LPCWSTR>(IDC_WAIT))) return {"hourglass"};
-  if (shown == standard.Cursor(reinterpret_cast<LPCWSTR>(IDC_ARROW))) return {"arrow"};
+  if (shown == standard.hourglass) return {"hourglass"};
+  if (shown == standard.arrow) return {"arrow"};
   return {"other"};
 }
 

@@ -5,22 +5,6 @@
 namespace tarvik::lab {
 namespace {
 
-struct TopLevelSearch {
-  DWORD process = 0;
-  std::wstring windowClass;
-  HWND found = nullptr;
-};
-
-BOOL CALLBACK CompareTopLevel(HWND window, LPARAM parameter) {
-  auto& search = *reinterpret_cast<TopLevelSearch*>(parameter);
-  if (ProcessOf(window) != search.process || !IsWindowVisible(window) ||
-      ClassOf(window) != search.windowClass) {
-    return TRUE;
-  }
-  search.found = window;
-  return FALSE;
-}
-
 std::string Flag(bool flag) { return flag ? "1" : "0"; }
 
 Fields RectFields(const RECT& rect) {
@@ -178,9 +162,12 @@ Fields Disarrange(const Arguments& arguments) {
 }  // namespace
 
 HWND FindTopLevel(DWORD process, const std::wstring& windowClass) {
-  TopLevelSearch search{process, windowClass, nullptr};
-  EnumWindows(CompareTopLevel, reinterpret_cast<LPARAM>(&search));
-  return search.found;
+  // Each question about a window costs a request to the window server; this one asks only about windows of
+  // the class, and tests that wait call it all the time.
+  HWND window = nullptr;
+  while ((window = FindWindowExW(nullptr, window, windowClass.c_str(), nullptr)) != nullptr)
+    if (ProcessOf(window) == process && IsWindowVisible(window)) return window;
+  return nullptr;
 }
 
 void AddWindowCommands() {
