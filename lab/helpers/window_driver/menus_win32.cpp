@@ -14,8 +14,6 @@ namespace {
 
 constexpr wchar_t kUser32[] = L"user32.dll";
 
-bool IsWine() { return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr; }
-
 /// Depth, id, caption and enabled of each item.
 Fields ItemsOf(HMENU menu, int depth) {
   Fields items;

@@ -1,21 +1,31 @@
 // Calls functions inside another process: writes a small thread procedure in machine code into its memory and
 // runs it with CreateRemoteThread. Works from the 64-bit driver into 32-bit and 64-bit processes.
+//
+// Wine lets one of the process' own threads do what another process asks for: one that waits for the window
+// server, or else any, interrupted by a signal. A thread that is interrupted inside malloc then waits for
+// itself when it creates the new thread: the program hangs, and the driver with it. So under Wine the first
+// call leaves a thread in the process that always waits.
 
 #include "lab/helpers/window_driver/remote_win32.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <map>
+#include <memory>
 
 #include "lab/helpers/window_driver/driver_win32.h"
 // After windows.h.
 #include <psapi.h>
+#include <tlhelp32.h>
 
 namespace tarvik::lab {
 namespace {
 
 constexpr DWORD kRights = PROCESS_QUERY_INFORMATION | PROCESS_VM_OPERATION | PROCESS_VM_READ |
                           PROCESS_VM_WRITE | PROCESS_CREATE_THREAD;
+
+constexpr size_t kProcedureSize = 512;
 
 bool Is32BitProcess(HANDLE process) {
   BOOL emulated = FALSE;
@@ -81,9 +91,47 @@ Code ThreadCode64(uint64_t function, const std::vector<uint64_t>& arguments, uin
   return code;
 }
 
+/// The processor time of all threads of a process, in units of 100 nanoseconds.
+uint64_t ProcessorTimeOf(DWORD process) {
+  const auto number = [](FILETIME time) {
+    return static_cast<uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+  };
+  uint64_t sum = 0;
+  const HANDLE threads = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+  THREADENTRY32 entry{};
+  entry.dwSize = sizeof entry;
+  for (BOOL found = Thread32First(threads, &entry); found; found = Thread32Next(threads, &entry)) {
+    if (entry.th32OwnerProcessID != process) continue;
+    const HANDLE thread = OpenThread(THREAD_QUERY_INFORMATION, FALSE, entry.th32ThreadID);
+    FILETIME unused;
+    FILETIME kernel{};
+    FILETIME user{};
+    if (GetThreadTimes(thread, &unused, &unused, &kernel, &user)) sum += number(kernel) + number(user);
+    CloseHandle(thread);
+  }
+  CloseHandle(threads);
+  return sum;
+}
+
+/// Returns once the process has not computed for a moment, at the latest after five seconds.
+void WaitUntilIdle(DWORD process) {
+  constexpr double kTimeOutMs = 5000;
+  constexpr DWORD kIdleMs = 30;  // the processor time is counted in steps of 10
+  const double deadline = PreciseMilliseconds() + kTimeOutMs;
+  uint64_t before = 0;
+  uint64_t now = ProcessorTimeOf(process);
+  do {
+    before = now;
+    Sleep(kIdleMs);
+    now = ProcessorTimeOf(process);
+  } while (now != before && PreciseMilliseconds() < deadline);
+}
+
 }  // namespace
 
-RemoteProcess::RemoteProcess(DWORD id) : handle_(OpenProcess(kRights, FALSE, id)) {
+bool IsWine() { return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr; }
+
+RemoteProcess::RemoteProcess(DWORD id) : id_(id), handle_(OpenProcess(kRights, FALSE, id)) {
   if (handle_ == nullptr) throw CommandError("cannot open the process: error " + NumberText(GetLastError()));
   is32Bit_ = Is32BitProcess(handle_);
 }
@@ -144,25 +192,51 @@ uint64_t RemoteProcess::FindFunction(const wchar_t* library, const char* functio
   throw CommandError(std::string("the process has no function ") + function);
 }
 
-uint64_t RemoteProcess::Call(const wchar_t* library, const char* function,
-                             const std::vector<uint64_t>& arguments) const {
-  const uint64_t address = FindFunction(library, function);
-  const RemoteMemory result(*this, sizeof(uint64_t));
-  const RemoteMemory procedure(*this, 512);
-  const uint64_t resultAddress = result.Address();
-  const uint64_t codeAddress = procedure.Address();
-  const Code code = is32Bit_ ? ThreadCode32(address, arguments, resultAddress)
-                             : ThreadCode64(address, arguments, resultAddress);
-  Write(codeAddress, code.All().data(), code.All().size());
+HANDLE RemoteProcess::StartCall(uint64_t function, const std::vector<uint64_t>& arguments,
+                                const RemoteMemory& procedure, const RemoteMemory& result) const {
+  const Code code = is32Bit_ ? ThreadCode32(function, arguments, result.Address())
+                             : ThreadCode64(function, arguments, result.Address());
+  Write(procedure.Address(), code.All().data(), code.All().size());
   procedure.MakeExecutable();
-  const auto start = reinterpret_cast<LPTHREAD_START_ROUTINE>(static_cast<uintptr_t>(codeAddress));
+  const auto start = reinterpret_cast<LPTHREAD_START_ROUTINE>(static_cast<uintptr_t>(procedure.Address()));
   const HANDLE thread = CreateRemoteThread(handle_, nullptr, 0, start, nullptr, 0, nullptr);
   if (thread == nullptr)
     throw CommandError("cannot call into the process: error " + NumberText(GetLastError()));
+  return thread;
+}
+
+void RemoteProcess::KeepThreadWaiting() const {
+  /// Exists as long as the thread. The open handle keeps the process id from being used again.
+  struct WaitingThread {
+    RemoteProcess process;
+    RemoteMemory procedure;
+    RemoteMemory result;
+    explicit WaitingThread(DWORD id)
+        : process(id), procedure(process, kProcedureSize), result(process, sizeof(uint64_t)) {}
+  };
+  static std::map<DWORD, std::unique_ptr<WaitingThread>>& waiting =
+      *new std::map<DWORD, std::unique_ptr<WaitingThread>>;
+  if (waiting.contains(id_)) return;
+  WaitUntilIdle(id_);
+  auto thread = std::make_unique<WaitingThread>(id_);
+  const uint64_t sleep = FindFunction(L"kernelbase.dll", "SleepEx");
+  CloseHandle(StartCall(sleep, {INFINITE, TRUE}, thread->procedure, thread->result));
+  waiting[id_] = std::move(thread);
+}
+
+uint64_t RemoteProcess::Call(const wchar_t* library, const char* function,
+                             const std::vector<uint64_t>& arguments) const {
+  if (IsWine()) KeepThreadWaiting();
+  const uint64_t address = FindFunction(library, function);
+  const RemoteMemory result(*this, sizeof(uint64_t));
+  const RemoteMemory procedure(*this, kProcedureSize);
+  const HANDLE thread = StartCall(address, arguments, procedure, result);
   const DWORD waited = WaitForSingleObject(thread, 15000);
   CloseHandle(thread);
-  if (waited != WAIT_OBJECT_0) throw CommandError("the call into the process did not return");
-  return is32Bit_ ? ReadValue<uint32_t>(*this, resultAddress) : ReadValue<uint64_t>(*this, resultAddress);
+  if (waited != WAIT_OBJECT_0)
+    throw CommandError(std::string("the call of ") + function + " into the process did not return");
+  return is32Bit_ ? ReadValue<uint32_t>(*this, result.Address())
+                  : ReadValue<uint64_t>(*this, result.Address());
 }
 
 RemoteMemory::RemoteMemory(const RemoteProcess& process, size_t size)

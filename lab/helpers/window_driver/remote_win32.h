@@ -8,6 +8,11 @@
 
 namespace tarvik::lab {
 
+/// True under Wine.
+bool IsWine();
+
+class RemoteMemory;
+
 /// Another process, whose memory can be read and written and in which functions can be called. Needed because
 /// handles of menus, cursors and icons, and pointers in messages, are only valid in their own process. Every
 /// function throws CommandError when Windows fails.
@@ -31,7 +36,12 @@ class RemoteProcess {
  private:
   friend class RemoteMemory;
   uint64_t FindFunction(const wchar_t* library, const char* function) const;
+  /// Writes a thread procedure that calls the function, and runs it. The thread's handle is the caller's.
+  HANDLE StartCall(uint64_t function, const std::vector<uint64_t>& arguments, const RemoteMemory& procedure,
+                   const RemoteMemory& result) const;
+  void KeepThreadWaiting() const;
 
+  DWORD id_ = 0;
   HANDLE handle_ = nullptr;
   bool is32Bit_ = false;
 };
