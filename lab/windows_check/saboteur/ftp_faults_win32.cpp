@@ -1,6 +1,7 @@
 // Faults in the internet library's calls, which the product finds by name.
 
-#include <cstring>
+#include <map>
+#include <string>
 
 #include "lab/windows_check/saboteur/saboteur_win32.h"
 
@@ -13,43 +14,50 @@ constexpr DWORD kInternetTimeout = 12002;
 /// Shorter than the delays of the unattended check.
 constexpr ULONGLONG kPatienceMs = 1800;
 
+constexpr char kConnect[] = "InternetConnectA";
+constexpr char kFindFirst[] = "FtpFindFirstFileA";
+
 using Connect = HANDLE(WINAPI*)(HANDLE, LPCSTR, WORD, LPCSTR, LPCSTR, DWORD, DWORD, DWORD_PTR);
 using FindFirst = HANDLE(WINAPI*)(HANDLE, LPCSTR, void*, DWORD, DWORD_PTR);
 
 FARPROC(WINAPI* realGetProcAddress)(HMODULE, LPCSTR) = nullptr;
-const char* spoiledCall = nullptr;
-void* replacementCall = nullptr;
-void* realCall = nullptr;
+
+struct SpoiledCall {
+  void* replacement = nullptr;
+  void* real = nullptr;
+};
+std::map<std::string, SpoiledCall> spoiledCalls;
 
 template <typename Call>
-Call Real() {
-  return reinterpret_cast<Call>(realCall);
+Call Real(const char* name) {
+  return reinterpret_cast<Call>(spoiledCalls.at(name).real);
 }
 
 FARPROC WINAPI FindSpoiled(HMODULE module, LPCSTR name) {
   const FARPROC found = realGetProcAddress(module, name);
   const bool isOrdinal = reinterpret_cast<uintptr_t>(name) <= MAXWORD;
-  if (isOrdinal || std::strcmp(name, spoiledCall) != 0) return found;
-  realCall = reinterpret_cast<void*>(found);
-  return reinterpret_cast<FARPROC>(replacementCall);
+  const auto spoiled = isOrdinal ? spoiledCalls.end() : spoiledCalls.find(name);
+  if (spoiled == spoiledCalls.end()) return found;
+  spoiled->second.real = reinterpret_cast<void*>(found);
+  return reinterpret_cast<FARPROC>(spoiled->second.replacement);
 }
 
 template <typename Function>
 void Spoil(const char* call, Function* replacement) {
-  spoiledCall = call;
-  replacementCall = reinterpret_cast<void*>(replacement);
-  ReplaceImport("GetProcAddress", FindSpoiled, &realGetProcAddress);
+  spoiledCalls[call].replacement = reinterpret_cast<void*>(replacement);
+  if (realGetProcAddress == nullptr) ReplaceImport("GetProcAddress", FindSpoiled, &realGetProcAddress);
 }
 
 HANDLE WINAPI ConnectPassively(HANDLE session, LPCSTR host, WORD port, LPCSTR user, LPCSTR password,
                                DWORD service, DWORD flags, DWORD_PTR context) {
-  return Real<Connect>()(session, host, port, user, password, service, flags | kPassiveFlag, context);
+  return Real<Connect>(kConnect)(session, host, port, user, password, service, flags | kPassiveFlag, context);
 }
 
 /// Reports each failure as a refusal by the server.
 HANDLE WINAPI ConnectOrSeemRefused(HANDLE session, LPCSTR host, WORD port, LPCSTR user, LPCSTR password,
                                    DWORD service, DWORD flags, DWORD_PTR context) {
-  const HANDLE connection = Real<Connect>()(session, host, port, user, password, service, flags, context);
+  const HANDLE connection =
+      Real<Connect>(kConnect)(session, host, port, user, password, service, flags, context);
   if (connection == nullptr) ::SetLastError(kExtendedError);
   return connection;
 }
@@ -57,7 +65,7 @@ HANDLE WINAPI ConnectOrSeemRefused(HANDLE session, LPCSTR host, WORD port, LPCST
 HANDLE WINAPI FindImpatiently(HANDLE connection, LPCSTR pattern, void* found, DWORD flags,
                               DWORD_PTR context) {
   const ULONGLONG begin = ::GetTickCount64();
-  const HANDLE search = Real<FindFirst>()(connection, pattern, found, flags, context);
+  const HANDLE search = Real<FindFirst>(kFindFirst)(connection, pattern, found, flags, context);
   if (::GetTickCount64() - begin < kPatienceMs) return search;
   ::SetLastError(kInternetTimeout);
   return nullptr;
@@ -79,12 +87,12 @@ BOOL WINAPI GetEmptyReply(DWORD* error, LPSTR, DWORD* length) {
 }  // namespace
 
 const Fault kFtpFaults[] = {
-    {"ftp_earlier_reply", [] { Spoil("InternetConnectA", ConnectOrSeemRefused); }},
+    {"ftp_earlier_reply", [] { Spoil(kConnect, ConnectOrSeemRefused); }},
     {"ftp_first_entry_only", [] { Spoil("InternetFindNextFileA", FindNothingMore); }},
-    {"ftp_impatient", [] { Spoil("FtpFindFirstFileA", FindImpatiently); }},
+    {"ftp_impatient", [] { Spoil(kFindFirst, FindImpatiently); }},
     {"ftp_left_open", [] { Spoil("InternetCloseHandle", LeaveOpen); }},
     {"ftp_no_reply", [] { Spoil("InternetGetLastResponseInfoA", GetEmptyReply); }},
-    {"ftp_passive", [] { Spoil("InternetConnectA", ConnectPassively); }},
+    {"ftp_passive", [] { Spoil(kConnect, ConnectPassively); }},
     {nullptr, nullptr},
 };
 
