@@ -1,6 +1,8 @@
 // The order of the start-up and shut-down steps, read from one journal of all library calls and window
 // changes.
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <utility>
 
