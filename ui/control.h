@@ -159,6 +159,10 @@ class ListBox : public Control {
   /// False suspends painting, so that a batch of lines is painted once.
   virtual void SetRedraw(bool redraw) = 0;
   std::function<void()> onDoubleClick;
+  /// The user selected a line: with the mouse, with the keyboard, or with the click that opens the menu.
+  std::function<void()> onSelect;
+  /// The commands that a right click, the menu key and Shift+F10 show, in this order; null = a separator.
+  std::vector<class MenuItem*> contextMenu;
 };
 
 /// A row of tabs, each with a page of controls. A page that is switched off has no tab and cannot be brought
@@ -202,9 +206,19 @@ class StatusBar : public Control {
   std::function<void(int field)> onFieldClick;
 };
 
+/// A key combination that does what a menu command does.
+struct Shortcut {
+  int16_t keyCode = 0;  ///< a virtual key code; 0 = no shortcut
+  int16_t shift = 0;    ///< the sum of the shift states that are held
+  /// The shortcut works only while this control has the focus; null = anywhere in the window.
+  const Control* focus = nullptr;
+};
+
+/// A menu, or a command in one. In a command's caption, the name of its shortcut follows a tab.
 class MenuItem : public Element {
  public:
   std::wstring_view TypeName() const final { return L"Menu"; }
+  Shortcut shortcut;
   std::function<void()> onClick;
 };
 

@@ -49,6 +49,8 @@ class Form {
   virtual MenuItem& AddMenu(int id, const std::wstring& caption) = 0;
   /// Adds a command to a menu that AddMenu returned.
   virtual MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) = 0;
+  /// Adds a line between the commands before and after it.
+  virtual void AddMenuSeparator(MenuItem& menu) = 0;
 
   // The same with a message as the caption, at first in its built-in English text.
   Label& AddLabel(int id, int page, Message message);
@@ -132,6 +134,8 @@ class Form {
   std::function<void()> onUnload;
   /// Esc was pressed in any control of the window.
   std::function<void()> onEscape;
+  /// A menu is about to open, or a command to run. The handler enables and disables the commands.
+  std::function<void()> onUpdateCommands;
 
  protected:
   /// Calls the question inside the event boundary. True when it is empty, false when it throws RuntimeError.

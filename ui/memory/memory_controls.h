@@ -223,6 +223,11 @@ class MemoryListBox final : public MemoryControl<ListBox> {
   void UseFixedPitch(bool japanese) override { fixedPitch = japanese ? L"Japanese" : L"Latin"; }
   void SetRedraw(bool redraw) override { redrawing = redraw; }
   void DoubleClick() { Raise(onDoubleClick); }
+  /// Selects a line as the user does.
+  void ClickLine(int index) {
+    Select(index);
+    Raise(onSelect);
+  }
 
   std::vector<std::wstring> lines;
   int clientWidth = 500;
@@ -287,7 +292,10 @@ class MemoryStatusBar final : public MemoryControl<StatusBar> {
 
 class MemoryMenuItem final : public MemoryElement<MenuItem> {
  public:
-  void Click() { Raise(onClick); }
+  void Click() {
+    if (form != nullptr) Raise(form->onUpdateCommands);
+    if (Enabled()) Raise(onClick);
+  }
 };
 
 }  // namespace tarvik::ui

@@ -137,8 +137,20 @@ MenuItem& MemoryForm::AddMenu(int id, const std::wstring& caption) {
   return menu;
 }
 
-MenuItem& MemoryForm::AddMenuCommand(int id, MenuItem&, const std::wstring& caption) {
+MenuItem& MemoryForm::AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) {
+  commands_[&menu].push_back(id);
   return AddMenu(id, caption);
+}
+
+bool MemoryForm::PressShortcut(int16_t keyCode, int16_t shift) {
+  for (const auto& [id, element] : elements_) {
+    auto* const item = dynamic_cast<MemoryMenuItem*>(element.get());
+    if (item == nullptr || item->shortcut.keyCode != keyCode || item->shortcut.shift != shift) continue;
+    if (item->shortcut.focus != nullptr && item->shortcut.focus != focus_.owner) continue;
+    if (enabled_) item->Click();
+    return true;
+  }
+  return false;
 }
 
 void MemoryForm::StartTimer(int timer, int milliseconds, std::function<void()> handler) {

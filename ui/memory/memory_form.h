@@ -68,6 +68,7 @@ class MemoryForm final : public Form {
   StatusBar& AddStatusBar(int id, int fields) override;
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
   MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
+  void AddMenuSeparator(MenuItem& menu) override { commands_[&menu].push_back(0); }
 
   report::MessageBoxes& Boxes() override { return boxes_; }
   void SetCaption(const std::wstring& caption) override {
@@ -107,6 +108,10 @@ class MemoryForm final : public Form {
   const std::vector<int>& Order() const { return order_; }
   /// The page that the control is on; kNoPage = the window itself.
   int PageOf(int id) const { return pages_.at(id); }
+  /// The ids of a menu's commands in their order; 0 = a separator.
+  const std::vector<int>& CommandsOf(int menu) const {
+    return commands_.at(dynamic_cast<const MenuItem*>(elements_.at(menu).get()));
+  }
   /// The tool tip of the list box.
   const std::wstring& ToolTip() const { return toolTip_; }
   /// The control that has the focus, or null.
@@ -134,6 +139,13 @@ class MemoryForm final : public Form {
   /// Lets that much time pass and calls the handlers of the timers that end in it, earliest first.
   void PassTime(int milliseconds);
   void PressEscape() { Raise(onEscape); }
+  /// Presses the keys of a shortcut. False when no command of the window has them.
+  bool PressShortcut(int16_t keyCode, int16_t shift);
+  /// Opens the context menu of a list and returns its commands, null for a separator.
+  std::vector<MenuItem*> OpenContextMenu(const ListBox& list) {
+    Raise(onUpdateCommands);
+    return list.contextMenu;
+  }
 
   BeforeText beforeText;                ///< called for each of its controls
   std::function<void()> beforeCaption;  ///< called before the form's own caption is set; may throw
@@ -167,6 +179,7 @@ class MemoryForm final : public Form {
   std::map<int, std::unique_ptr<Element>> elements_;
   std::map<int, int> pages_;
   std::vector<int> order_;
+  std::map<const MenuItem*, std::vector<int>> commands_;
   std::map<int, Timer> timers_;
   MemoryFocus focus_;
   std::wstring caption_;

@@ -140,6 +140,12 @@ class Win32ListBox final : public UncaptionedControl<ListBox> {
   void OnCommand(WORD notification) override;
   void OnPointerOver() override;
 
+  /// Selects the line at that point of the screen, if there is one.
+  void SelectAt(POINT place);
+  /// Where the keyboard opens the context menu: below the selected line, or at the list's corner when the
+  /// line is not visible or no line is selected.
+  POINT PlaceForMenu() const;
+
  private:
   const MeasuredFont& Font() const;
 

@@ -4,7 +4,7 @@
 #include "ui/win32/form_win32.h"
 
 // The form's window procedure: closing, the end of the session, scaling, fonts and colours. Keys are handled
-// earlier, in message_filter_win32.cpp.
+// earlier, in message_filter_win32.cpp; menus in form_menus_win32.cpp.
 
 namespace tarvik::ui {
 namespace {
@@ -46,6 +46,12 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
     case WM_TIMER:
       OnTimer(wParam);
       return 0;
+    case WM_CONTEXTMENU:
+      if (OnContextMenu(reinterpret_cast<HWND>(wParam), lParam)) return 0;
+      break;
+    case WM_INITMENUPOPUP:
+      if (onUpdateCommands && HIWORD(lParam) == FALSE) RunHandler(*this, onUpdateCommands);
+      break;
     case WM_SIZE:
       if (layoutDue_ && wParam != SIZE_MINIMIZED) UpdateLayout();
       if (onResize) RunHandler(*this, onResize);
@@ -98,17 +104,6 @@ LRESULT Win32Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcep
   }
   if (taskbarButton_.IsCreatedMessage(message)) taskbarButton_.OnCreated(window_, com_);
   return DefWindowProcW(window_, message, wParam, lParam);
-}
-
-void Win32Form::OnCommand(WPARAM wParam, LPARAM lParam) noexcept {
-  const int id = LOWORD(wParam);
-  if (lParam != 0) {
-    if (ControlWindow* control = ControlWithId(id)) control->OnCommand(HIWORD(wParam));
-    return;
-  }
-  const Win32MenuItem* item = menuBar_ == nullptr ? nullptr : menuBar_->Find(id);
-  // A hidden command still works when its WM_COMMAND is sent, except to a disabled window.
-  if (item != nullptr && Enabled() && item->Enabled() && item->onClick) RunHandler(*this, item->onClick);
 }
 
 void Win32Form::SetMinTrackSize(MINMAXINFO& info) const {

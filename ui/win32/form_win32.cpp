@@ -173,15 +173,6 @@ TabStrip& Win32Form::AddTabStrip(int id, const std::vector<std::wstring>& captio
 
 StatusBar& Win32Form::AddStatusBar(int id, int fields) { return Add<Win32StatusBar>(id, kNoPage, fields); }
 
-MenuItem& Win32Form::AddMenu(int id, const std::wstring& caption) {
-  if (menuBar_ == nullptr) menuBar_ = std::make_unique<Win32Menu>(CreateMenu(), window_);
-  return menuBar_->Add(id, caption);
-}
-
-MenuItem& Win32Form::AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) {
-  return static_cast<Win32MenuItem&>(menu).SubMenu().Add(id, caption);
-}
-
 ControlWindow* Win32Form::ControlOf(HWND window) const {
   for (; window != nullptr && window != window_; window = GetAncestor(window, GA_PARENT))
     for (const auto& control : controls_)

@@ -54,6 +54,7 @@ class Win32Form final : public Form {
   StatusBar& AddStatusBar(int id, int fields) override;
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
   MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
+  void AddMenuSeparator(MenuItem& menu) override;
 
   report::MessageBoxes& Boxes() override { return boxes_; }
 
@@ -119,6 +120,9 @@ class Win32Form final : public Form {
   static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   void OnCommand(WPARAM wParam, LPARAM lParam) noexcept;
+  bool OnContextMenu(HWND control, LPARAM place) noexcept;
+  /// Shows the commands in a menu at that point of the screen. Returns the id of the chosen one; 0 = none.
+  int AskForCommand(const std::vector<MenuItem*>& commands, POINT place) const;
   void OnClose() noexcept;
   bool SessionMayEnd() noexcept;
   bool UserMayClose(const std::function<bool()>& question) noexcept;
@@ -143,6 +147,11 @@ class Win32Form final : public Form {
   void PressDefaultButton(int page);
   bool FilterTab(MSG& message);
   bool FilterMnemonic(const MSG& message);
+  bool FilterShortcut(const MSG& message);
+  /// The item of the menu bar of which the condition is true; null when not found.
+  template <typename Condition>
+  const Win32MenuItem* FindCommand(const Condition& condition) const;
+  void RunCommand(const Win32MenuItem* command) noexcept;
   bool MayMoveFocusTo(const ControlWindow* target);
 
   template <typename Type, typename... Arguments>

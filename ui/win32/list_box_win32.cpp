@@ -102,6 +102,29 @@ void Win32ListBox::SetRedraw(bool redraw) {
 
 void Win32ListBox::OnCommand(WORD notification) {
   if (notification == LBN_DBLCLK) Raise(onDoubleClick);
+  if (notification == LBN_SELCHANGE) Raise(onSelect);
+}
+
+void Win32ListBox::SelectAt(POINT place) {
+  ScreenToClient(Window(), &place);
+  // Not LB_ITEMFROMPOINT, whose answer has only 16 bits for the line.
+  const LRESULT line = Send(LB_GETTOPINDEX) + place.y / std::max<LRESULT>(1, Send(LB_GETITEMHEIGHT));
+  if (place.y < 0 || line >= Send(LB_GETCOUNT)) return;
+  Send(LB_SETCURSEL, static_cast<WPARAM>(line));
+  Raise(onSelect);
+}
+
+POINT Win32ListBox::PlaceForMenu() const {
+  RECT client{};
+  GetClientRect(Window(), &client);
+  RECT line{};
+  const bool selected =
+      Send(LB_GETITEMRECT, static_cast<WPARAM>(SelectedIndex()), reinterpret_cast<LPARAM>(&line)) >= 0;
+  POINT place{0, selected && SelectedIndex() >= 0 && line.bottom > 0 && line.bottom <= client.bottom
+                     ? line.bottom
+                     : 0};
+  ClientToScreen(Window(), &place);
+  return place;
 }
 
 }  // namespace tarvik::ui

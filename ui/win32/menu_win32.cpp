@@ -31,6 +31,7 @@ void Win32MenuItem::SetVisible(bool visible) {
 }
 
 void Win32MenuItem::SetEnabled(bool enabled) {
+  if (enabled == enabled_) return;
   enabled_ = enabled;
   container_.Refresh();
 }
@@ -56,31 +57,29 @@ Win32MenuItem& Win32Menu::Add(int id, const std::wstring& caption) {
   return *items_.back();
 }
 
-Win32MenuItem* Win32Menu::Find(int id) const {
-  for (const auto& item : items_) {
-    if (item->Id() == id) return item.get();
-    if (item->OwnSubMenu() == nullptr) continue;
-    if (Win32MenuItem* found = item->OwnSubMenu()->Find(id)) return found;
-  }
-  return nullptr;
-}
-
-void Win32Menu::Refresh() {
-  RemoveAll();
-  for (const auto& item : items_) {
-    if (!item->Visible()) continue;
-    std::wstring caption = item->Caption();
-    MENUITEMINFOW info{};
-    info.cbSize = sizeof info;
+void Win32Menu::Insert(HMENU menu, const Win32MenuItem* item) {
+  std::wstring caption;
+  MENUITEMINFOW info{};
+  info.cbSize = sizeof info;
+  info.fMask = MIIM_FTYPE;
+  info.fType = MFT_SEPARATOR;
+  if (item != nullptr) {
+    caption = item->Caption();
     info.fMask =
         MIIM_ID | MIIM_STRING | MIIM_STATE | (item->OwnSubMenu() != nullptr ? UINT{MIIM_SUBMENU} : 0);
     info.fState = item->Enabled() ? MFS_ENABLED : MFS_DISABLED;
     info.wID = static_cast<UINT>(item->Id());
     info.hSubMenu = item->OwnSubMenu() != nullptr ? item->OwnSubMenu()->Handle() : nullptr;
     info.dwTypeData = caption.data();
-    if (!InsertMenuItemW(menu_, static_cast<UINT>(GetMenuItemCount(menu_)), TRUE, &info))
-      ThrowLastError(L"An item could not be added to a menu.");
   }
+  if (!InsertMenuItemW(menu, static_cast<UINT>(GetMenuItemCount(menu)), TRUE, &info))
+    ThrowLastError(L"An item could not be added to a menu.");
+}
+
+void Win32Menu::Refresh() {
+  RemoveAll();
+  for (const auto& item : items_)
+    if (item->Visible()) Insert(menu_, item->Id() == kSeparatorId ? nullptr : item.get());
   barOutdated_ = bar_ != nullptr;
   if (IsWindowVisible(bar_)) UpdateBar();
 }

@@ -9,7 +9,7 @@
 
 namespace tarvik::ui {
 
-/// A menu in the menu bar, or a command in a menu.
+/// A menu in the menu bar, a command in a menu, or the separator between two commands.
 class Win32MenuItem final : public MenuItem {
  public:
   /// `container`: the menu that shows the item and outlives it.
@@ -41,6 +41,8 @@ class Win32MenuItem final : public MenuItem {
 /// The menu bar of a window, or one menu of it.
 class Win32Menu {
  public:
+  static constexpr int kSeparatorId = 0;
+
   /// Owns `menu`. `bar`: the window whose menu bar it is; null for a drop-down menu. Throws RuntimeError when
   /// `menu` is null.
   Win32Menu(HMENU menu, HWND bar);
@@ -51,10 +53,20 @@ class Win32Menu {
   HMENU Handle() const { return menu_; }
   /// Adds an item at the end.
   Win32MenuItem& Add(int id, const std::wstring& caption);
-  /// The item with the id, here or in a submenu; null when not found.
-  Win32MenuItem* Find(int id) const;
+  /// The first item, here or in a submenu, of which the condition is true; null when not found.
+  template <typename Condition>
+  Win32MenuItem* FindIf(const Condition& condition) const {
+    for (const auto& item : items_) {
+      if (condition(*item)) return item.get();
+      if (item->OwnSubMenu() == nullptr) continue;
+      if (Win32MenuItem* found = item->OwnSubMenu()->FindIf(condition)) return found;
+    }
+    return nullptr;
+  }
   /// Fills the menu with the visible items. In a hidden window, the menu bar shows them after UpdateBar.
   void Refresh();
+  /// Adds an item to a menu, at the end; null = a separator. Throws RuntimeError when Windows rejects it.
+  static void Insert(HMENU menu, const Win32MenuItem* item);
   /// Redraws the menu bar if its items have changed, which may change the size of the client area.
   void UpdateBar();
 

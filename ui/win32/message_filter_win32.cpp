@@ -5,7 +5,8 @@
 #include "ui/win32/controls_win32.h"
 #include "ui/win32/form_win32.h"
 
-// Includes the form's side of the filter: Esc, Enter, Tab, mnemonics and validation.
+// Includes the form's side of the filter: Esc, Enter, Tab, mnemonics and validation. Shortcuts are in
+// form_menus_win32.cpp.
 
 namespace tarvik::ui {
 namespace {
@@ -73,7 +74,7 @@ bool Win32Form::FilterKeyDown(MSG& message) {
     case VK_TAB:
       return FilterTab(message);
     default:
-      return false;
+      return FilterShortcut(message);
   }
 }
 
