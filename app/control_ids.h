@@ -10,6 +10,12 @@ enum ControlId : int {
   ID_mnuHelp = 1001,
   ID_mnuHelpSub = 1002,
   ID_mnuPMC = 1003,
+  ID_mnuCopyLine = 1004,
+  ID_mnuCopyAll = 1005,
+  ID_mnuCopyReport = 1006,
+  ID_mnuSaveReport = 1007,
+  ID_mnuExplain = 1008,
+  ID_mnuClearList = 1009,
 
   // Form1: outside the pages
   ID_lblIPAddr = 1101,

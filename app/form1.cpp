@@ -70,6 +70,7 @@ void Form1::WireEvents() {
   controls_.cmdGetInfo.onClick = on(&Form1::cmdGetInfo_Click);
   controls_.mnuPMC.onClick = on(&Form1::mnuPMC_Click);
   controls_.lstResult.onDoubleClick = on(&Form1::lstResult_DblClick);
+  WireCommands();
 
   controls_.cmbIPAddr.onKeyDown = [this](int16_t keyCode, int16_t shift) {
     cmbIPAddr_KeyDown(keyCode, shift);
@@ -146,8 +147,7 @@ void Form1::lstResult_DblClick() {
     results_.ShowPasted(deps_.clipboard.GetText());
     return;
   }
-  deps_.clipboard.SetText(results_.AllLines());
-  ShowCopied(results_.Lines().size());
+  CopyAllLines();
 }
 
 bool Form1::txtPingReqCount_Validate() {
@@ -157,7 +157,7 @@ bool Form1::txtPingReqCount_Validate() {
 }
 
 void Form1::Form_Escape() {
-  if (deps_.flags.busy || k7ApiBusy_) deps_.flags.stopRequested = true;
+  if (RunActive()) deps_.flags.stopRequested = true;
 }
 
 }  // namespace tarvik

@@ -28,7 +28,7 @@ namespace tarvik {
 
 /// The timers of the main window (ui::Form::StartTimer).
 enum Form1Timer : int {
-  kCopiedTimer,   ///< ends the sentence that reports a copy
+  kBriefTimer,    ///< ends a sentence that is shown briefly
   kLongRunTimer,  ///< a run takes long enough to be shown on the taskbar
 };
 
@@ -111,7 +111,9 @@ class Form1 {
   /// Shows what the recorder's run means: the sentence and a mark for each rung.
   void ShowAnswer();
   void ShowSentence(const std::wstring& sentence);
-  /// Reports for three seconds, in place of the sentence, how many lines were copied.
+  /// Shows a text for three seconds in place of the sentence.
+  void ShowBriefly(const std::wstring& text);
+  /// Reports for three seconds how many lines were copied.
   void ShowCopied(size_t lines);
   /// Calls `test`, then handles all pending window events, even if it throws. A click made while a library
   /// blocked the program must be handled before the test's flags are cleared. Otherwise a click meant as a
@@ -217,6 +219,16 @@ class Form1 {
   bool loading_ = false;
   uint32_t nxlibOptions_ = 0;            ///< the option word that the CNC library last returned
   std::unique_ptr<frmPmcTest> pmcTest_;  ///< null until the window is first shown
+
+  // The commands of the result list
+  void WireCommands();
+  bool RunActive() const { return deps_.flags.busy || k7ApiBusy_; }
+  void CopyLine();
+  void CopyAllLines();
+  void CopyReport();
+  void SaveReport();
+  /// Explains what the user looks at in the result list.
+  void Explain();
 
   // In twips (1/1440 inch), so that they hold at every scaling.
   float initialListHeight_ = 0;

@@ -12,7 +12,7 @@
 namespace tarvik {
 namespace {
 
-constexpr int kCopiedMs = 3000;
+constexpr int kBriefMs = 3000;
 
 }  // namespace
 
@@ -57,7 +57,7 @@ void Form1::cmbIPAddr_Change(const std::wstring& text) {
 }
 
 void Form1::ShowSentence(const std::wstring& sentence) {
-  deps_.form.StopTimer(kCopiedTimer);
+  deps_.form.StopTimer(kBriefTimer);
   // Screen readers announce each change, so the same sentence is not set again.
   if (controls_.lblAnswer.Caption() != sentence) controls_.lblAnswer.SetCaption(sentence);
 }
@@ -81,11 +81,15 @@ void Form1::ShowAnswer() {
   }
 }
 
+void Form1::ShowBriefly(const std::wstring& text) {
+  ShowSentence(text);
+  deps_.form.StartTimer(kBriefTimer, kBriefMs, [this] { ShowAnswer(); });
+}
+
 void Form1::ShowCopied(size_t lines) {
   const std::wstring count = Decimal(static_cast<int64_t>(lines));
-  ShowSentence(TextsAreJapanese() ? count + L"行をコピーしました"
-                                  : count + (lines == 1 ? L" line copied" : L" lines copied"));
-  deps_.form.StartTimer(kCopiedTimer, kCopiedMs, [this] { ShowAnswer(); });
+  ShowBriefly(TextsAreJapanese() ? count + L"行をコピーしました"
+                                 : count + (lines == 1 ? L" line copied" : L" lines copied"));
 }
 
 }  // namespace tarvik

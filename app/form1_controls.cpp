@@ -4,14 +4,45 @@
 
 #include "app/control_ids.h"
 #include "app/rung_names.h"
+#include "platform/runtime_error.h"
 #include "resources/messages.h"
 
 namespace tarvik {
+namespace {
+
+/// The commands of the result list, in the order of their ids.
+struct CommandCaption {
+  const wchar_t* english;
+  const wchar_t* japanese;
+};
+constexpr CommandCaption kCommandCaptions[] = {
+    {L"&Copy line\tCtrl+C", L"行をコピー(&C)\tCtrl+C"},
+    {L"Copy a&ll lines", L"すべての行をコピー(&L)"},
+    {L"Copy &report\tCtrl+Shift+C", L"レポートをコピー(&R)\tCtrl+Shift+C"},
+    {L"&Save report...\tCtrl+S", L"レポートを保存(&S)...\tCtrl+S"},
+    {L"&Explain\tF1", L"説明(&E)\tF1"},
+    {L"Clear lis&t", L"結果欄を消去(&T)"},
+};
+
+constexpr int16_t kF1 = 0x70;
+
+ui::MenuItem& AddListCommand(ui::Form& form, ui::MenuItem& menu, int id) {
+  if (id == ID_mnuCopyLine || id == ID_mnuClearList) form.AddMenuSeparator(menu);
+  return form.AddMenuCommand(id, menu, std::wstring(kCommandCaptions[id - ID_mnuCopyLine].english));
+}
+
+}  // namespace
 
 Form1Controls::Form1Controls(ui::Form& form, bool familyEdition)
     : mnuHelp(form.AddMenu(ID_mnuHelp, Message::HelpMenu)),
       mnuHelpSub(form.AddMenuCommand(ID_mnuHelpSub, mnuHelp, Message::AboutCommand)),
       mnuPMC(form.AddMenuCommand(ID_mnuPMC, mnuHelp, Message::PmcCommand)),
+      mnuCopyLine(AddListCommand(form, mnuHelp, ID_mnuCopyLine)),
+      mnuCopyAll(AddListCommand(form, mnuHelp, ID_mnuCopyAll)),
+      mnuCopyReport(AddListCommand(form, mnuHelp, ID_mnuCopyReport)),
+      mnuSaveReport(AddListCommand(form, mnuHelp, ID_mnuSaveReport)),
+      mnuExplain(AddListCommand(form, mnuHelp, ID_mnuExplain)),
+      mnuClearList(AddListCommand(form, mnuHelp, ID_mnuClearList)),
 
       lblIPAddr(form.AddLabel(ID_lblIPAddr, ui::kNoPage, Message::AddressLabel)),
       cmbIPAddr(form.AddComboBox(ID_cmbIPAddr, ui::kNoPage, ui::ComboBoxStyle::Editable)),
@@ -63,6 +94,27 @@ Form1Controls::Form1Controls(ui::Form& form, bool familyEdition)
   txtNxlibTimeOut.SetText(L"10");
   txtK7ApiTestCount.SetText(L"10");
   txtAccessCode.SetEnabled(false);
+  mnuCopyLine.shortcut = {L'C', ui::kCtrlHeld, &lstResult};
+  mnuCopyReport.shortcut = {L'C', ui::kCtrlHeld + ui::kShiftHeld, nullptr};
+  mnuSaveReport.shortcut = {L'S', ui::kCtrlHeld, nullptr};
+  mnuExplain.shortcut = {kF1, 0, nullptr};
+  lstResult.contextMenu = {&mnuCopyLine, &mnuCopyAll, &mnuCopyReport, &mnuSaveReport,
+                           &mnuExplain,  nullptr,     &mnuClearList};
+}
+
+void Form1Controls::ShowCommandCaptions(report::AnswerLanguage language) {
+  const CommandCaption* caption = kCommandCaptions;
+  for (ui::MenuItem* const command : lstResult.contextMenu) {
+    if (command == nullptr) continue;
+    const bool japanese = language == report::AnswerLanguage::Japanese;
+    const wchar_t* const text = japanese ? caption->japanese : caption->english;
+    ++caption;
+    try {
+      if (command->Caption() != text) command->SetCaption(text);
+    } catch (const RuntimeError&) {
+      // The others must still get theirs.
+    }
+  }
 }
 
 }  // namespace tarvik

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "report/finding_texts.h"
 #include "ui/form.h"
 
 namespace tarvik {
@@ -15,6 +16,12 @@ struct Form1Controls {
   ui::MenuItem& mnuHelp;
   ui::MenuItem& mnuHelpSub;
   ui::MenuItem& mnuPMC;
+  ui::MenuItem& mnuCopyLine;
+  ui::MenuItem& mnuCopyAll;
+  ui::MenuItem& mnuCopyReport;
+  ui::MenuItem& mnuSaveReport;
+  ui::MenuItem& mnuExplain;
+  ui::MenuItem& mnuClearList;
 
   ui::Label& lblIPAddr;
   ui::ComboBox& cmbIPAddr;
@@ -58,6 +65,10 @@ struct Form1Controls {
 
   ui::Label& lblAnswer;     ///< right of lblResult: what the last run means
   ui::StatusBar& sbrRungs;  ///< one field per rung of this edition
+
+  /// Gives the commands of the result list their captions, which need no language file. A command whose
+  /// caption cannot be set keeps the old one.
+  void ShowCommandCaptions(report::AnswerLanguage language);
 };
 
 }  // namespace tarvik
