@@ -28,6 +28,10 @@ class Files {
   /// Deletes the file. False when it cannot be deleted.
   virtual bool Delete(const std::wstring& path) = 0;
 
+  /// Renames the file; one with the new name is replaced, unless it is read-only. False when that fails; both
+  /// files are then kept.
+  virtual bool Replace(const std::wstring& from, const std::wstring& to) = 0;
+
   /// Copies the file with its attributes. False when it cannot be copied, or `to` exists.
   virtual bool Copy(const std::wstring& from, const std::wstring& to) = 0;
 
@@ -40,8 +44,11 @@ class Files {
   /// Sets the FILE_ATTRIBUTE_... bits. False when they cannot be set.
   virtual bool SetAttributes(const std::wstring& path, uint32_t attributes) = 0;
 
-  /// The Windows error of the latest Read, Copy, Append, Attributes or SetAttributes; 0 when it succeeded.
-  /// The other calls leave it unchanged.
+  /// True when the path is a directory on a drive of this PC, so that opening it does not wait for a network.
+  virtual bool IsLocalFolder(const std::wstring& path) = 0;
+
+  /// The Windows error of the latest Read, Write, Replace, Copy, Append, Attributes or SetAttributes; 0 when
+  /// it succeeded. The other calls leave it unchanged.
   virtual uint32_t LastError() const = 0;
 };
 

@@ -41,11 +41,17 @@ class Win32Files final : public Files {
     const OwnedHandle file(::CreateFileW(ForAnyLength(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                          FILE_ATTRIBUTE_NORMAL, nullptr));
     DWORD written = 0;
-    return file &&
-           ::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
-           written == bytes.size();
+    const bool done = KeepError(
+        file && ::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr));
+    if (!done || written == bytes.size()) return done;
+    lastError_ = ERROR_DISK_FULL;
+    return false;
   }
   bool Delete(const std::wstring& path) override { return ::DeleteFileW(ForAnyLength(path).c_str()) != 0; }
+  bool Replace(const std::wstring& from, const std::wstring& to) override {
+    return KeepError(::MoveFileExW(ForAnyLength(from).c_str(), ForAnyLength(to).c_str(),
+                                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0);
+  }
   bool Copy(const std::wstring& from, const std::wstring& to) override {
     return KeepError(::CopyFileW(ForAnyLength(from).c_str(), ForAnyLength(to).c_str(), TRUE) != 0);
   }
@@ -64,6 +70,13 @@ class Win32Files final : public Files {
   }
   bool SetAttributes(const std::wstring& path, uint32_t attributes) override {
     return KeepError(::SetFileAttributesW(ForAnyLength(path).c_str(), attributes) != 0);
+  }
+  bool IsLocalFolder(const std::wstring& path) override {
+    // The type of a drive is known without asking its server.
+    if (path.size() < 3 || path[1] != L':' || ::GetDriveTypeW(path.substr(0, 3).c_str()) == DRIVE_REMOTE)
+      return false;
+    const DWORD attributes = ::GetFileAttributesW(ForAnyLength(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
   }
   uint32_t LastError() const override { return lastError_; }
 

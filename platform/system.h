@@ -10,6 +10,16 @@
 
 namespace tarvik {
 
+/// The PC's clock and its distance from UTC. Months and days count from 1.
+struct ZonedTime {
+  int32_t year = 0;
+  int32_t month = 0;
+  int32_t day = 0;
+  int32_t hour = 0;
+  int32_t minute = 0;
+  int32_t minutesEast = 0;  ///< local time less UTC
+};
+
 /// Queries of this PC (version, profile files, registry) and of the user's regional settings.
 class System {
  public:
@@ -36,10 +46,19 @@ class System {
 
   /// The current local time in the user's formats: the short date, a space, the time.
   virtual std::wstring GeneralDateTime() = 0;
+
+  /// The same time as numbers.
+  virtual ZonedTime LocalTime() = 0;
+
+  /// The name that the user signed in with; empty when Windows does not report it.
+  virtual std::wstring UserName() = 0;
+
+  /// The folder of the user's desktop; empty when Windows does not report it.
+  virtual std::wstring DesktopFolder() = 0;
 };
 
-/// The queries of this PC (kernel32, advapi32). Keeps the text of the latest profile file and reads a file
-/// only when the path changes, so later changes to the file are not seen.
+/// The queries of this PC (kernel32, advapi32, shell32). Keeps the text of the latest profile file and reads
+/// a file only when the path changes, so later changes to the file are not seen.
 std::unique_ptr<System> MakeSystem();
 
 }  // namespace tarvik

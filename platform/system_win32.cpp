@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "platform/profile_section.h"
 #include "platform/registry_win32.h"
+#include "platform/system_library_win32.h"
 #include "platform/windows_win32.h"
 
 namespace tarvik {
@@ -64,6 +65,37 @@ class Win32System final : public System {
     ::GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &now, nullptr, date, kMaxCharacters);
     ::GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &now, nullptr, time, kMaxCharacters);
     return std::wstring(date) + L" " + time;
+  }
+  ZonedTime LocalTime() override {
+    SYSTEMTIME now{};
+    ::GetLocalTime(&now);
+    TIME_ZONE_INFORMATION zone{};
+    LONG bias = 0;
+    switch (::GetTimeZoneInformation(&zone)) {
+      case TIME_ZONE_ID_DAYLIGHT:
+        bias = zone.DaylightBias;
+        break;
+      case TIME_ZONE_ID_STANDARD:
+        bias = zone.StandardBias;
+        break;
+    }
+    return {now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, static_cast<int32_t>(-zone.Bias - bias)};
+  }
+  std::wstring UserName() override {
+    constexpr DWORD kMaxUserName = 257;  // UNLEN + 1
+    wchar_t name[kMaxUserName] = {};
+    DWORD size = kMaxUserName;
+    return ::GetUserNameW(name, &size) ? name : L"";
+  }
+  std::wstring DesktopFolder() override {
+    constexpr int kDesktopDirectory = 0x10;  // CSIDL_DESKTOPDIRECTORY
+    using GetFolder = HRESULT(WINAPI*)(HWND, int, HANDLE, DWORD, wchar_t*);
+    SystemLibrary shell;
+    shell.Load(L"shell32.dll");
+    const auto getFolder = shell.Find<GetFolder>("SHGetFolderPathW");
+    wchar_t folder[MAX_PATH] = {};
+    if (getFolder == nullptr || FAILED(getFolder(nullptr, kDesktopDirectory, nullptr, 0, folder))) return {};
+    return folder;
   }
 
  private:

@@ -52,6 +52,13 @@ class FailingSystem final : public Failing<System> {
   std::wstring GeneralDateTime() override {
     return plan_.WayToFail("GetDateFormat", 1) == 1 ? L" " : library_.GeneralDateTime();
   }
+  ZonedTime LocalTime() override { return library_.LocalTime(); }
+  std::wstring UserName() override {
+    return plan_.WayToFail("GetUserName", 1) == 1 ? std::wstring() : library_.UserName();
+  }
+  std::wstring DesktopFolder() override {
+    return plan_.WayToFail("SHGetFolderPath", 1) == 1 ? std::wstring() : library_.DesktopFolder();
+  }
 };
 
 class FailingFiles final : public Failing<Files> {
@@ -73,7 +80,13 @@ class FailingFiles final : public Failing<Files> {
     return bytes;
   }
   bool Write(const std::wstring& path, std::string_view bytes) override {
-    return plan_.WayToFail("Write of a file", 1) != 1 && library_.Write(path, bytes);
+    return plan_.WayToFail("Write of a file", 1) == 1 ? Refuse() : Forward(library_.Write(path, bytes));
+  }
+  bool Replace(const std::wstring& from, const std::wstring& to) override {
+    return plan_.WayToFail("Replace", 1) == 1 ? Refuse() : Forward(library_.Replace(from, to));
+  }
+  bool IsLocalFolder(const std::wstring& path) override {
+    return plan_.WayToFail("IsLocalFolder", 1) != 1 && library_.IsLocalFolder(path);
   }
   bool Delete(const std::wstring& path) override {
     return plan_.WayToFail("Delete", 1) != 1 && library_.Delete(path);

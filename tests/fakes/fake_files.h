@@ -29,11 +29,19 @@ class FakeFiles final : public Files {
     return found->second;
   }
   bool Write(const std::wstring& path, std::string_view bytes) override {
-    if (unwritable.contains(path)) return false;
+    if (!Succeeds(!unwritable.contains(path))) return false;
     contents[path] = bytes;
     written[path] = bytes;
     return true;
   }
+  bool Replace(const std::wstring& from, const std::wstring& to) override {
+    const bool readOnly = contents.contains(to) && (AttributesOf(to) & kReadOnly) != 0;
+    if (!Succeeds(contents.contains(from) && !unwritable.contains(to) && !readOnly)) return false;
+    contents[to] = contents[from];
+    contents.erase(from);
+    return true;
+  }
+  bool IsLocalFolder(const std::wstring& path) override { return folders.contains(path); }
   bool Delete(const std::wstring& path) override { return contents.erase(path) != 0; }
   bool Copy(const std::wstring& from, const std::wstring& to) override {
     if (!Succeeds(contents.contains(from) && !contents.contains(to) && !unwritable.contains(to)))
@@ -63,6 +71,7 @@ class FakeFiles final : public Files {
 
   std::map<std::wstring, std::string> contents;  ///< of the existing files
   std::map<std::wstring, std::string> written;   ///< what was last written, deleted files included
+  std::set<std::wstring> folders;                ///< on drives of the PC
   std::set<std::wstring> unwritable;
   std::set<std::wstring> unreadable;
   std::map<std::wstring, uint32_t> attributes;  ///< other than 0x20

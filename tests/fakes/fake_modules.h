@@ -111,6 +111,7 @@ class FakeVersions final : public VersionLibrary {
 
   uint32_t GetFileVersionInfoSizeW(const wchar_t* fileName, uint32_t& handle) override {
     handle = 7;
+    ++queries;
     if (sizeLie) return *sizeLie;
     const auto found = blocks.find(std::wstring(fileName));
     return found == blocks.end() ? 0 : static_cast<uint32_t>(found->second.size());
@@ -133,6 +134,7 @@ class FakeVersions final : public VersionLibrary {
 
   std::map<FakePath, std::vector<std::byte>> blocks;  ///< by path
   std::optional<uint32_t> sizeLie;
+  int queries = 0;  ///< calls of GetFileVersionInfoSizeW
   bool readable = true;
   bool queryable = true;
   std::ptrdiff_t rootOffset = kRootOffset;  ///< of the fixed file info in the block

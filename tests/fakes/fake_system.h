@@ -52,6 +52,9 @@ class FakeSystem : public System {
     return key;
   }
   std::wstring GeneralDateTime() override { return now; }
+  ZonedTime LocalTime() override { return localTime; }
+  std::wstring UserName() override { return userName; }
+  std::wstring DesktopFolder() override { return desktop; }
 
   bool versionKnown = true;
   uint32_t platformId = kPlatformNt;
@@ -70,6 +73,9 @@ class FakeSystem : public System {
 
   int keysMade = 0;
   std::wstring now = L"2/3/2024 4:05:06 PM";
+  ZonedTime localTime{2024, 2, 3, 16, 5, 540};
+  std::wstring userName = L"anna";
+  std::wstring desktop = L"C:\\Users\\anna\\Desktop";
 
  private:
   std::string ProfileString(const std::string& section, const std::string& key, const std::wstring& path) {
