@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "report/message_boxes.h"
 #include "resources/messages.h"
 #include "ui/control.h"
+#include "ui/save_prompt.h"
 
 namespace tarvik::ui {
 
@@ -114,6 +116,11 @@ class Form {
   virtual int Dpi() const = 0;
   /// Height of one line of the message font in pixels; the layout's spacing is derived from it.
   virtual int LineHeight() const = 0;
+
+  /// Asks for a place to save a file in the dialog of Windows, which also asks before a file is replaced.
+  /// Until the user answers, every form is disabled, as with a message box. Nothing when the user cancels.
+  /// Throws RuntimeError when the dialog cannot be opened.
+  virtual std::optional<SavePlace> AskWhereToSave(const SavePrompt& prompt) = 0;
 
   /// The window has become the active one, for example after one of its message boxes has closed.
   std::function<void()> onActivate;

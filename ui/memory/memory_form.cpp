@@ -37,6 +37,19 @@ void MemoryScreen::Answer(MemoryForm& owner, const std::function<void(report::Me
   answer(user_);
 }
 
+void MemoryScreen::Modal(MemoryForm& owner, const std::function<void()>& dialog) {
+  const OpenBox box(*this, owner);
+  dialog();
+}
+
+std::optional<SavePlace> MemoryForm::AskWhereToSave(const SavePrompt& prompt) {
+  std::optional<SavePlace> place;
+  Screen().Modal(*this, [&] {
+    if (onSavePrompt) place = onSavePrompt(prompt);
+  });
+  return place;
+}
+
 void MemoryBoxes::Show(const std::wstring& text, report::BoxIcon icon, const std::wstring& title) {
   owner_.Screen().Answer(owner_, [&](report::MessageBoxes& user) { user.Show(text, icon, title); });
 }

@@ -30,6 +30,8 @@ class MemoryScreen {
   /// Lets the user answer a box of the owner. As with MessageBox, an owner that was disabled before stays
   /// disabled, and another program's window becomes active.
   void Answer(MemoryForm& owner, const std::function<void(report::MessageBoxes&)>& answer);
+  /// The same for a dialog that Windows shows.
+  void Modal(MemoryForm& owner, const std::function<void()>& dialog);
 
   report::MessageBoxes& user_;
   std::vector<MemoryForm*> forms_;
@@ -96,6 +98,7 @@ class MemoryForm final : public Form {
   Size WorkArea() const override { return workArea; }
   int Dpi() const override { return dpi; }
   int LineHeight() const override { return lineHeight; }
+  std::optional<SavePlace> AskWhereToSave(const SavePrompt& prompt) override;
 
   /// The control with the id. Throws std::out_of_range or std::bad_cast for a wrong id or type.
   template <typename MemoryType>
@@ -147,6 +150,8 @@ class MemoryForm final : public Form {
     return list.contextMenu;
   }
 
+  /// The user's answer to a save dialog; without this function the user cancels.
+  std::function<std::optional<SavePlace>(const SavePrompt& prompt)> onSavePrompt;
   BeforeText beforeText;                ///< called for each of its controls
   std::function<void()> beforeCaption;  ///< called before the form's own caption is set; may throw
   TaskbarState taskbarState = TaskbarState::None;

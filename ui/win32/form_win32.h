@@ -84,6 +84,7 @@ class Win32Form final : public Form {
   void SetMinimumWindowSize(Size size) override { minimumSize_ = size; }
   int Dpi() const override { return dpi_; }
   int LineHeight() const override { return Font().LineHeight(); }
+  std::optional<SavePlace> AskWhereToSave(const SavePrompt& prompt) override;
 
   /// The window; null once it is destroyed.
   HWND Window() const { return window_; }

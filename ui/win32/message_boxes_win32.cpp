@@ -1,7 +1,5 @@
 #include "ui/win32/message_boxes_win32.h"
 
-#include <array>
-
 #include "ui/win32/form_win32.h"
 
 namespace tarvik::ui {
@@ -18,39 +16,26 @@ UINT StyleOf(report::BoxIcon icon) {
   }
 }
 
-/// Disables every enabled form of this thread except the owner, which MessageBoxW disables. The destructor
-/// enables them after the box has closed, when the owner is active again, so that none of them becomes active
-/// in its place.
-class OtherFormsDisabled {
- public:
-  explicit OtherFormsDisabled(HWND owner) noexcept : owner_(owner) {
-    EnumThreadWindows(GetCurrentThreadId(), &Disable, reinterpret_cast<LPARAM>(this));
-  }
-  ~OtherFormsDisabled() {
-    for (HWND window : disabled_)
-      if (Win32Form* form = Win32Form::Of(window)) form->SetEnabled(true);
-  }
-  OtherFormsDisabled(const OtherFormsDisabled&) = delete;
-  OtherFormsDisabled& operator=(const OtherFormsDisabled&) = delete;
-
- private:
-  static BOOL CALLBACK Disable(HWND window, LPARAM parameter) noexcept {
-    auto& self = *reinterpret_cast<OtherFormsDisabled*>(parameter);
-    Win32Form* form = Win32Form::Of(window);
-    if (form == nullptr || window == self.owner_ || !form->Enabled() || self.count_ == self.disabled_.size())
-      return TRUE;
-    form->SetEnabled(false);
-    self.disabled_.at(self.count_++) = window;
-    return TRUE;
-  }
-
-  HWND owner_;
-  /// Room for more than the program's three forms. No allocation: the box may report a lack of memory.
-  std::array<HWND, 8> disabled_{};
-  size_t count_ = 0;
-};
-
 }  // namespace
+
+OtherFormsDisabled::OtherFormsDisabled(HWND owner) noexcept : owner_(owner) {
+  EnumThreadWindows(GetCurrentThreadId(), &Disable, reinterpret_cast<LPARAM>(this));
+}
+
+OtherFormsDisabled::~OtherFormsDisabled() {
+  for (HWND window : disabled_)
+    if (Win32Form* form = Win32Form::Of(window)) form->SetEnabled(true);
+}
+
+BOOL CALLBACK OtherFormsDisabled::Disable(HWND window, LPARAM parameter) noexcept {
+  auto& self = *reinterpret_cast<OtherFormsDisabled*>(parameter);
+  Win32Form* form = Win32Form::Of(window);
+  if (form == nullptr || window == self.owner_ || !form->Enabled() || self.count_ == self.disabled_.size())
+    return TRUE;
+  form->SetEnabled(false);
+  self.disabled_.at(self.count_++) = window;
+  return TRUE;
+}
 
 int ShowModalBox(HWND owner, const wchar_t* text, const wchar_t* title, UINT style) noexcept {
   if (!IsWindowVisible(owner)) owner = nullptr;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <string>
 
 #include "platform/windows_win32.h"
@@ -8,6 +10,25 @@
 namespace tarvik::ui {
 
 class Win32Form;
+
+/// Disables every enabled form of this thread except the owner, which the modal window of Windows disables.
+/// The destructor enables them after that window has closed, when the owner is active again, so that none of
+/// them becomes active in its place.
+class OtherFormsDisabled {
+ public:
+  explicit OtherFormsDisabled(HWND owner) noexcept;
+  ~OtherFormsDisabled();
+  OtherFormsDisabled(const OtherFormsDisabled&) = delete;
+  OtherFormsDisabled& operator=(const OtherFormsDisabled&) = delete;
+
+ private:
+  static BOOL CALLBACK Disable(HWND window, LPARAM parameter) noexcept;
+
+  HWND owner_;
+  /// Room for more forms than the program has. No allocation: a box may report a lack of memory.
+  std::array<HWND, 8> disabled_{};
+  size_t count_ = 0;
+};
 
 /// MessageBoxW, owned by the window unless that is null or hidden. Until the user answers, every form of this
 /// thread is disabled. Returns the id of the button, such as IDYES.
