@@ -19,6 +19,7 @@
 #include "k7/svc_utl.h"
 #include "report/check_context.h"
 #include "report/recorded_boxes.h"
+#include "report/report_source.h"
 #include "report/run_recorder.h"
 #include "resources/messages.h"
 #include "resources/resource.h"
@@ -150,6 +151,7 @@ class Form1 {
   void OpenIcmp();
   void ReadCommandLine();
   void LoadCaptions();
+  report::AnswerLanguage Language() const;
   bool TextsAreJapanese() const;
   void CheckModules();
   /// Hides the two K7 pages in family mode; otherwise does nothing.
@@ -229,6 +231,16 @@ class Form1 {
   void SaveReport();
   /// Explains what the user looks at in the result list.
   void Explain();
+  /// What the report says besides the run and its answer, to which the result refers.
+  report::ReportSource MakeReportSource(const report::Answer& answer);
+  /// Each optional library with its version. Reads them from the files on the first call.
+  const std::vector<std::wstring>& LibraryVersions();
+  /// A server may repeat the FTP name and password of a run in its replies.
+  void KeepSecrets();
+
+  std::vector<std::wstring> libraryVersions_;  ///< empty until the first report
+  std::vector<std::wstring> secrets_;          ///< typed for the runs so far
+  bool saving_ = false;                        ///< the save dialog is open
 
   // In twips (1/1440 inch), so that they hold at every scaling.
   float initialListHeight_ = 0;

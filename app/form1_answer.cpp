@@ -18,6 +18,7 @@ constexpr int kBriefMs = 3000;
 
 bool Form1::Recorded(const std::vector<report::Rung>& rungs, const std::function<bool()>& routine) {
   recorder_.Begin(controls_.cmbIPAddr.Text(), rungs, ReadRunSettings(), deps_.system.GeneralDateTime());
+  KeepSecrets();
   report::RunEnd end = report::RunEnd::Error;
   const ScopeGuard ended([&] {
     // An address edited during the run keeps the answer until the next edit, or it would never be seen.
@@ -63,7 +64,7 @@ void Form1::ShowSentence(const std::wstring& sentence) {
 }
 
 void Form1::ShowAnswer() {
-  const auto language = report::LanguageOfTexts(languageMode_, languageId_);
+  const report::AnswerLanguage language = Language();
   const report::Answer answer = report::AnswerOf(recorder_.run, language);
   try {
     ShowSentence(answer.sentence);

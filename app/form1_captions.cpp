@@ -13,7 +13,7 @@ void Form1::LoadCaptions() {
     // The window keeps its built-in caption; the controls still get theirs.
   }
   ui::LoadCaptions(deps_.form, resource_);
-  controls_.ShowCommandCaptions(report::LanguageOfTexts(languageMode_, languageId_));
+  controls_.ShowCommandCaptions(Language());
   controls_.lblK7ServerStatus.SetToolTip(texts_.FromFile(Message::K7StatusTip));
   deps_.form.shutdownBlockReason = texts_.GetOrBuiltIn(Message::TestIsRunning);
   controls_.lstResult.UseFixedPitch(TextsAreJapanese());

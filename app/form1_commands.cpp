@@ -27,8 +27,4 @@ void Form1::CopyAllLines() {
   ShowCopied(results_.Lines().size());
 }
 
-void Form1::CopyReport() {}
-
-void Form1::SaveReport() {}
-
 }  // namespace tarvik

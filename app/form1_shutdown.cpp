@@ -5,7 +5,8 @@
 
 namespace tarvik {
 
-bool Form1::Form_QueryUnload() { return !loading_ && Form_QueryEndSession(); }
+// The save dialog disables the window only once it is visible.
+bool Form1::Form_QueryUnload() { return !loading_ && !saving_ && Form_QueryEndSession(); }
 
 bool Form1::Form_QueryEndSession() {
   const bool reading = pmcTest_ != nullptr && pmcTest_->Running();

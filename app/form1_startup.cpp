@@ -75,9 +75,9 @@ void Form1::UseProgramFolderAndWindowsLanguage() {
   languageId_ = deps_.windowsLanguage == kJapanese ? kJapanese : kEnglish;
 }
 
-bool Form1::TextsAreJapanese() const {
-  return report::LanguageOfTexts(languageMode_, languageId_) == report::AnswerLanguage::Japanese;
-}
+report::AnswerLanguage Form1::Language() const { return report::LanguageOfTexts(languageMode_, languageId_); }
+
+bool Form1::TextsAreJapanese() const { return Language() == report::AnswerLanguage::Japanese; }
 
 void Form1::ReadConfiguration() {
   if (!productFamily_) {

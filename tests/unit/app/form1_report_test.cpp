@@ -1,0 +1,158 @@
+// Saving the report: the dialog, the file, and what happens when one of them fails.
+
+#include "tests/unit/app/form1_fixture.h"
+
+namespace tarvik::test {
+namespace {
+
+constexpr wchar_t kSavedPath[] = L"E:\\レポート\\a.html";
+
+class Form1ReportTest : public Form1Test {
+ protected:
+  Form1ReportTest() {
+    files.folders = {system.desktop, L"E:\\レポート"};
+    form.onSavePrompt = [this](const ui::SavePrompt& prompt) {
+      prompts.push_back(prompt);
+      if (whileOpen) whileOpen();
+      return answer;
+    };
+  }
+  void Save() { form.Get<ui::MemoryMenuItem>(ID_mnuSaveReport).Click(); }
+  std::wstring Sentence() { return Label(ID_lblAnswer).Caption(); }
+  std::optional<std::wstring> RememberedFolder() { return settings.Read(L"Report", L"Folder"); }
+
+  std::vector<ui::SavePrompt> prompts;
+  std::optional<ui::SavePlace> answer = ui::SavePlace{kSavedPath, 0};
+  std::function<void()> whileOpen;
+};
+
+TEST_F(Form1ReportTest, Ctrl_S_asks_for_a_place_on_the_desktop_first_and_in_the_last_folder_then) {
+  Start();
+  EXPECT_TRUE(form.PressShortcut(L'S', ui::kCtrlHeld));
+  ASSERT_EQ(prompts.size(), 1U);
+  EXPECT_EQ(prompts[0].folder, system.desktop);
+  EXPECT_TRUE(prompts[0].name.starts_with(L"Tarvik") && prompts[0].name.ends_with(L".html"));
+  ASSERT_EQ(prompts[0].kinds.size(), 2U);
+  EXPECT_EQ(prompts[0].kinds[0].extension, L"html");
+  EXPECT_EQ(prompts[0].kinds[1].extension, L"txt");
+  Save();
+  EXPECT_EQ(prompts[1].folder, L"E:\\レポート");
+}
+
+TEST_F(Form1ReportTest, A_last_folder_that_is_gone_or_on_the_network_gives_way_to_the_desktop) {
+  settings.values[L"Report\\Folder"] = L"\\\\server\\share";
+  Start();
+  Save();
+  EXPECT_EQ(prompts.at(0).folder, system.desktop);
+}
+
+TEST_F(Form1ReportTest, It_is_saved_as_HTML_or_as_text) {
+  Start();
+  Save();
+  EXPECT_TRUE(files.contents[kSavedPath].starts_with("<!DOCTYPE html>"));
+  EXPECT_EQ(Sentence(), L"Saved: a.html");
+  answer = ui::SavePlace{L"E:\\レポート\\a.txt", 0};
+  Save();
+  EXPECT_TRUE(files.contents[L"E:\\レポート\\a.txt"].starts_with("\xEF\xBB\xBF"));
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Form1ReportTest, Cancelling_changes_nothing) {
+  Start();
+  const auto before = files.contents;
+  answer.reset();
+  Save();
+  EXPECT_EQ(prompts.size(), 1U);
+  EXPECT_EQ(files.contents, before);
+  EXPECT_EQ(RememberedFolder(), std::nullopt);
+  EXPECT_EQ(Sentence(), L"");
+}
+
+TEST_F(Form1ReportTest, Nothing_is_kept_in_the_settings_before_a_report_is_saved) {
+  Start();
+  form.PressShortcut(L'C', ui::kCtrlHeld + ui::kShiftHeld);
+  EXPECT_TRUE(settings.values.empty());
+  Save();
+  EXPECT_EQ(RememberedFolder(), L"E:\\レポート");
+  EXPECT_EQ(settings.values.size(), 1U);
+}
+
+TEST_F(Form1ReportTest, A_failure_shows_one_box_and_is_not_reported_as_saved) {
+  Start();
+  files.contents[kSavedPath] = "old";
+  files.attributes[kSavedPath] = Files::kReadOnly;
+  files.failure = 5;
+  Save();
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_TRUE(boxes.boxes[0].text.starts_with(L"The report was not saved (error 5).\r\n"));
+  EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Exclamation);
+  EXPECT_EQ(files.contents[kSavedPath], "old");
+  EXPECT_EQ(Sentence(), L"");
+  EXPECT_EQ(RememberedFolder(), std::nullopt);
+}
+
+TEST_F(Form1ReportTest, A_file_that_the_dialog_did_not_ask_about_is_replaced_only_after_a_question) {
+  Start();
+  files.contents[kSavedPath] = "old";
+  answer = ui::SavePlace{L"E:\\レポート\\a", 0};
+  Save();
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"a.html already exists. Replace it?"});
+  EXPECT_TRUE(boxes.boxes[0].asksYesNo && boxes.boxes[0].defaultIsNo);
+  EXPECT_EQ(files.contents[kSavedPath], "old");
+  boxes.answerYes = true;
+  Save();
+  EXPECT_NE(files.contents[kSavedPath], "old");
+}
+
+TEST_F(Form1ReportTest, A_dialog_that_cannot_be_opened_is_reported) {
+  Start();
+  form.onSavePrompt = [](const ui::SavePrompt&) -> std::optional<ui::SavePlace> {
+    throw RuntimeError(L"This Windows has no save dialog.");
+  };
+  Save();
+  EXPECT_EQ(boxes.Texts(), std::vector<std::wstring>{L"This Windows has no save dialog."});
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1ReportTest, While_the_dialog_is_open_the_window_does_not_close_and_no_other_dialog_opens) {
+  Start();
+  whileOpen = [this] {
+    EXPECT_FALSE(form.Close());
+    // Windows disables the window a moment later than the dialog begins.
+    form.SetEnabled(true);
+    EXPECT_FALSE(form.Close());
+    Save();
+    EXPECT_TRUE(form.QueryEndSession());
+  };
+  Save();
+  EXPECT_EQ(prompts.size(), 1U);
+  EXPECT_TRUE(form.Close());
+}
+
+TEST_F(Form1ReportTest, It_can_be_saved_during_a_run_which_then_goes_on) {
+  Start();
+  Address().Type(L"192.168.1.101");
+  Click(ID_cmdPing);
+  const std::vector<std::wstring> lines = List().lines;
+  bool saved = false;
+  onEvents = [&] {
+    if (!std::exchange(saved, true)) Save();
+  };
+  Click(ID_cmdPing);
+  EXPECT_TRUE(saved && files.contents.contains(kSavedPath));
+  EXPECT_EQ(List().lines, lines);
+}
+
+TEST_F(Form1ReportTest, Versions_of_libraries_are_read_for_the_first_report_only) {
+  versions.blocks[std::wstring(L"C:\\System\\NxLib32.dll")] = FakeVersions::Block(1, 2, 3, 4);
+  Start();
+  EXPECT_EQ(versions.queries, 0);
+  form.PressShortcut(L'C', ui::kCtrlHeld + ui::kShiftHeld);
+  const int first = versions.queries;
+  EXPECT_GT(first, 0);
+  form.PressShortcut(L'C', ui::kCtrlHeld + ui::kShiftHeld);
+  EXPECT_EQ(versions.queries, first);
+}
+
+}  // namespace
+}  // namespace tarvik::test
