@@ -105,6 +105,10 @@ void WindowUnderTest::Press(const std::string& keys) const { AskWindow("keys", {
 void WindowUnderTest::Click(int id, const std::string& modifiers) const { Ask("click", id, {modifiers}); }
 void WindowUnderTest::DoubleClick(int id) const { Ask("double_click", id); }
 
+void WindowUnderTest::RightClickLine(int id, int line) const {
+  Ask("right_click", id, {std::to_string(line)});
+}
+
 void WindowUnderTest::Settle(milliseconds timeOut) const {
   AskWindow("settle", {lab::Text(timeOut)}, Longer(timeOut));
 }

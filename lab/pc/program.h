@@ -93,6 +93,8 @@ class WindowUnderTest {
   /// mouse moves and the keys are held.
   void Click(int id, const std::string& modifiers = {}) const;
   void DoubleClick(int id) const;
+  /// Clicks a line of the list with the right button. Lines count from 0; one after the last is empty space.
+  void RightClickLine(int id, int line) const;
   /// Returns when the program has handled all input so far. The click that started a run counts as handled as
   /// soon as the run lets events run.
   void Settle(milliseconds timeOut = kSoon) const;
@@ -133,6 +135,7 @@ class WindowUnderTest {
   /// `index`: among the visible tabs.
   void SelectTab(int id, int index, milliseconds timeOut = kSoon) const;
 
+  /// The menu bar and its menus; for the window of an open menu (class kOpenMenuClass), what it shows.
   std::vector<MenuItem> Menu() const;
   /// Does what choosing the menu command does (WM_COMMAND).
   void InvokeCommand(int commandId) const;

@@ -12,6 +12,8 @@ namespace tarvik::lab {
 inline constexpr char kMainWindowClass[] = "Form1";
 inline constexpr char kPmcWindowClass[] = "frmPmcTest";
 inline constexpr char kAboutBoxClass[] = "frmAbout";
+/// Windows' own class of an open menu.
+inline constexpr char kOpenMenuClass[] = "#32768";
 
 /// The pages of the main window, in the order of the general edition's tabs.
 enum class Page { Ping, Nexal, K7Api, K7Svc, Ftp };

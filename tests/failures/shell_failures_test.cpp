@@ -112,5 +112,44 @@ TEST_F(ShellFailures, Copying_and_pasting_survive_every_failure) {
   }
 }
 
+TEST_F(ShellFailures, Copying_the_report_survives_every_failure) {
+  Routine routine{"Copying the report"};
+  routine.run = [](FailingProgram& program) {
+    program.form.Get<ui::MemoryMenuItem>(ID_mnuCopyReport).Click();
+  };
+  // The libraries' versions are read only once.
+  routine.start = [run = routine.run](FailingProgram& program) {
+    program.Start(L"-X 0 -X");
+    run(program);
+  };
+  FailEveryCall(routine);
+}
+
+TEST_F(ShellFailures, Saving_the_report_survives_every_failure_and_keeps_the_file_that_was_there) {
+  static constexpr wchar_t kFile[] = L"E:\\report.html";
+  Routine routine{"Saving the report"};
+  routine.run = [](FailingProgram& program) {
+    program.form.Get<ui::MemoryMenuItem>(ID_mnuSaveReport).Click();
+  };
+  routine.prepare = [](FailingProgram& program) {
+    program.form.PassTime(3000);  // ends the sentence of the last run
+    program.files.folders = {L"E:\\"};
+    program.files.contents[kFile] = "old";
+    program.form.onSavePrompt = [](const ui::SavePrompt&) { return ui::SavePlace{kFile, 0}; };
+  };
+  routine.start = [prepare = routine.prepare, run = routine.run](FailingProgram& program) {
+    program.Start(L"-X 0 -X");
+    prepare(program);
+    run(program);
+  };
+  routine.check = [](FailingProgram& program) -> std::string {
+    const std::string& saved = program.files.contents[kFile];
+    const bool failed = program.plan.HasFailed("Write of a file") || program.plan.HasFailed("Replace");
+    if (failed) return saved == "old" ? "" : "a failure has lost the old file";
+    return saved.starts_with("<!DOCTYPE html") ? "" : "the report was not saved";
+  };
+  FailEveryCall(routine);
+}
+
 }  // namespace
 }  // namespace tarvik::test

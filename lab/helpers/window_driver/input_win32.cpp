@@ -20,8 +20,8 @@ constexpr KeyName kKeyNames[] = {
     {L"Back", VK_BACK},    {L"Delete", VK_DELETE}, {L"Up", VK_UP},       {L"Down", VK_DOWN},
     {L"Left", VK_LEFT},    {L"Right", VK_RIGHT},   {L"Home", VK_HOME},   {L"End", VK_END},
     {L"PageUp", VK_PRIOR}, {L"PageDown", VK_NEXT}, {L"Shift", VK_SHIFT}, {L"Ctrl", VK_CONTROL},
-    {L"Alt", VK_MENU},     {L"F4", VK_F4},         {L"F6", VK_F6},       {L"F10", VK_F10},
-    {L"F24", VK_F24},
+    {L"Alt", VK_MENU},     {L"Apps", VK_APPS},     {L"F1", VK_F1},       {L"F4", VK_F4},
+    {L"F6", VK_F6},        {L"F10", VK_F10},       {L"F24", VK_F24},
 };
 
 /// The keys of a combination such as "Shift+Tab" or "Alt+P", in the order of pressing.
@@ -48,7 +48,7 @@ INPUT KeyInput(WORD key, bool up) {
   input.ki.wVk = key;
   input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
   input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
-  const bool extended = (key >= VK_PRIOR && key <= VK_DOWN) || key == VK_DELETE;
+  const bool extended = (key >= VK_PRIOR && key <= VK_DOWN) || key == VK_DELETE || key == VK_APPS;
   if (extended) input.ki.dwFlags |= KEYEVENTF_EXTENDEDKEY;
   return input;
 }
@@ -228,6 +228,17 @@ Fields DoubleClick(const Arguments& arguments) {
   return {};
 }
 
+/// right_click <window> <id> <line>: clicks a line of a list box with the right button
+Fields RightClick(const Arguments& arguments) {
+  const HWND list = arguments.Control(0);
+  const LRESULT height = SendWithTimeOut(list, LB_GETITEMHEIGHT);
+  const LRESULT row = arguments.Number(2) - SendWithTimeOut(list, LB_GETTOPINDEX);
+  const LPARAM place = MAKELPARAM(10, row * height + height / 2);
+  PostMessageW(list, WM_RBUTTONDOWN, MK_RBUTTON, place);
+  PostMessageW(list, WM_RBUTTONUP, 0, place);
+  return {};
+}
+
 /// measure_click <window> <id> <caption> <time-out> -> milliseconds until the control shows the caption
 Fields MeasureClick(const Arguments& arguments) {
   const HWND control = arguments.Control(0);
@@ -288,6 +299,7 @@ void AddInputCommands() {
   AddCommand("keys", Keys);
   AddCommand("click", Click);
   AddCommand("double_click", DoubleClick);
+  AddCommand("right_click", RightClick);
   AddCommand("measure_click", MeasureClick);
   AddCommand("set_focus", [](const Arguments& a) {
     GiveFocus(a.Control(0));

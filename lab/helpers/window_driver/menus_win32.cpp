@@ -33,12 +33,23 @@ Fields ItemsOf(HMENU menu, int depth) {
   return items;
 }
 
+/// True for the window of an open menu.
+bool IsOpenMenu(HWND window) { return ClassOf(window) == L"#32768"; }
+
+/// The menu that such a window shows.
+uint64_t MenuOf(HWND openMenu) {
+  constexpr UINT kGetMenu = 0x01E1;  // MN_GETHMENU
+  return static_cast<uint64_t>(SendWithTimeOut(openMenu, kGetMenu));
+}
+
 /// Reads a menu under Wine, with calls inside its process.
 class MenuReader {
  public:
   explicit MenuReader(HWND window)
       : process_(ProcessOf(window)), text_(process_, kTextSize * sizeof(wchar_t)) {
-    Append(process_.Call(kUser32, "GetMenu", {reinterpret_cast<uintptr_t>(window)}), 0);
+    Append(IsOpenMenu(window) ? MenuOf(window)
+                              : process_.Call(kUser32, "GetMenu", {reinterpret_cast<uintptr_t>(window)}),
+           0);
   }
 
   const Fields& Items() const { return items_; }
@@ -69,7 +80,8 @@ class MenuReader {
 
 Fields Menu(const Arguments& arguments) {
   const HWND window = arguments.Window(0);
-  return IsWine() ? MenuReader(window).Items() : ItemsOf(GetMenu(window), 0);
+  if (IsWine()) return MenuReader(window).Items();
+  return ItemsOf(IsOpenMenu(window) ? reinterpret_cast<HMENU>(MenuOf(window)) : GetMenu(window), 0);
 }
 
 /// Loads standard cursors and icons as a process sees them.

@@ -1,0 +1,137 @@
+// Saving a report in the save dialog of Windows.
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "tests/windows/windows_fixture.h"
+
+namespace tarvik::lab {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kNameField = 0x480;  ///< edt1 of the dialog
+
+class SavingReport : public WindowsTest<SavingReport> {
+ protected:
+  void SetUp() override {
+    WindowsTest::SetUp();
+    if (IsSkipped()) return;
+    Pc().DeleteRegistryKey("Software\\NORVAX_FN_PingUtil\\Report");
+    fs::create_directory(Folder());
+  }
+
+  std::string Folder() const { return directory_.Path() + "/レポート"; }
+
+  /// Opens the dialog by its key and saves with that name.
+  void SaveAs(const WindowUnderTest& window, const std::string& name) {
+    window.Press("Ctrl+S");
+    const BoxUnderTest dialog = Program().WaitForBox();
+    WindowUnderTest(Pc(), dialog.handle).SetText(kNameField, name);
+    Program().Answer(dialog, BoxButton::Ok);
+  }
+
+  bool WaitForFile(const std::string& name, const std::string& beginning) const {
+    return WaitUntil(kSoon, [&] {
+      std::ifstream file(Folder() + "/" + name, std::ios::binary);
+      std::stringstream bytes;
+      bytes << file.rdbuf();
+      return bytes.str().starts_with(beginning);
+    });
+  }
+
+  std::vector<std::string> Files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(Folder())) names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+ private:
+  TempDirectory directory_{PcForTests().cacheFolder};
+};
+
+constexpr char kHtmlBegins[] = "<!DOCTYPE html";
+constexpr char kTextBegins[] = "\xEF\xBB\xBF";
+
+TEST_F(SavingReport, In_a_Japanese_folder_which_later_dialogs_begin_with) {
+  const WindowUnderTest window = Start("-LANGID 1 -X 0");
+  SaveAs(window, WindowsPath(Folder()) + "\\結果.html");
+  EXPECT_TRUE(WaitForFile("結果.html", kHtmlBegins));
+  window.WaitForText(ID_lblAnswer, "Saved: 結果.html");
+  SaveAs(window, "b.txt");
+  EXPECT_TRUE(WaitForFile("b.txt", kTextBegins));
+  SaveAs(Start("-LANGID 1 -X 0"), "c");
+  EXPECT_TRUE(WaitForFile("c.html", kHtmlBegins));
+  EXPECT_EQ(Files(), (std::vector<std::string>{"b.txt", "c.html", "結果.html"}));
+}
+
+TEST_F(SavingReport, Cancel_does_nothing_and_the_focus_returns) {
+  const WindowUnderTest window = Start("-LANGID 1 -X 0");
+  window.SetFocus(ID_txtPingReqCount);
+  window.Press("Ctrl+S");
+  const BoxUnderTest dialog = Program().WaitForBox();
+  EXPECT_FALSE(window.Enabled(0));
+  EXPECT_TRUE(WindowUnderTest(Pc(), dialog.handle).Text(kNameField).starts_with("Tarvik"));
+  window.Close();
+  Program().Answer(dialog, BoxButton::Cancel);
+  window.WaitForFocus(ID_txtPingReqCount);
+  EXPECT_TRUE(window.Enabled(0));
+  EXPECT_EQ(window.Text(ID_lblAnswer), "");
+  EXPECT_EQ(Files(), std::vector<std::string>{});
+}
+
+TEST_F(SavingReport, Every_window_of_the_program_waits_for_the_dialog) {
+  const WindowUnderTest window = Start();
+  window.InvokeCommand(ID_mnuHelpSub);
+  const WindowUnderTest about = Program().WaitForWindow("frmAbout");
+  window.Press("Ctrl+S");
+  const BoxUnderTest dialog = Program().WaitForBox();
+  EXPECT_FALSE(about.Enabled(0));
+  about.Close();
+  Program().Answer(dialog, BoxButton::Cancel);
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return about.Enabled(0); }));
+  EXPECT_TRUE(about.Visible(0));
+}
+
+TEST_F(SavingReport, During_a_run_which_goes_on_afterwards) {
+  const WindowUnderTest window = Start("-LANGID 1 -X 0");
+  window.SetText(ID_cmbIPAddr, "127.0.0.1");
+  window.SetText(ID_txtPingReqCount, "2147483647");
+  window.Click(ID_cmdPing);
+  window.WaitForText(ID_cmdPing, "&Stop");
+  SaveAs(window, WindowsPath(Folder()) + "\\run.html");
+  EXPECT_TRUE(WaitForFile("run.html", kHtmlBegins));
+  EXPECT_EQ(window.Text(ID_cmdPing), "&Stop");
+  window.WaitForChange(ID_lstResult, window.Lines(ID_lstResult), kSoon);
+  window.Press("Esc");
+  window.WaitForText(ID_cmdPing, "&Ping");
+}
+
+TEST_F(SavingReport, A_place_that_cannot_be_written_is_reported_once_and_keeps_what_is_there) {
+  const WindowUnderTest window = Start("-LANGID 1 -X 0");
+  std::ofstream(Folder() + "/a.html") << "old";
+  // In the way of the file that is written first.
+  fs::create_directory(Folder() + "/~Tarvik.tmp");
+  SaveAs(window, WindowsPath(Folder()) + "\\a.html");
+  const BoxUnderTest question = Program().WaitForBox();
+  Program().Answer(question, BoxButton::Yes);
+  BoxUnderTest box;
+  EXPECT_TRUE(WaitUntil(kSoon, [&] {
+    box = Program().WaitForBox();
+    return box.title == "Tarvik";
+  }));
+  EXPECT_EQ(
+      box.text,
+      "The report was not saved (error 5).\nThe folder or file is write-protected, or cannot be written. "
+      "Save in another folder, such as the desktop.");
+  EXPECT_EQ(box.icon, "exclamation");
+  Program().Answer(box, BoxButton::Ok);
+  EXPECT_EQ(window.Text(ID_lblAnswer), "");
+  EXPECT_TRUE(WaitForFile("a.html", "old"));
+}
+
+}  // namespace
+}  // namespace tarvik::lab
