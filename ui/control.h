@@ -46,7 +46,8 @@ class Element {
  public:
   virtual ~Element() = default;
 
-  /// "Label", "TextBox", "CommandButton", "CheckBox", "ComboBox", "ListBox", "SSTab", "StatusBar" or "Menu".
+  /// "Label", "TextBox", "CommandButton", "CheckBox", "ComboBox", "ListBox", "SSTab", "StatusBar", "TextView"
+  /// or "Menu".
   virtual std::wstring_view TypeName() const = 0;
 
   virtual void SetCaption(const std::wstring& caption) = 0;
@@ -204,6 +205,24 @@ class StatusBar : public Control {
   virtual int GripWidth() const = 0;
   /// A field was clicked with the left mouse button.
   std::function<void(int field)> onFieldClick;
+};
+
+enum class ParagraphKind { Title, Heading, Step, Text };
+
+struct Paragraph {
+  ParagraphKind kind;
+  std::wstring text;
+};
+
+/// A text for reading, a fifth larger than the message font. The user can select it, copy it as plain text,
+/// and scroll it.
+class TextView : public Control {
+ public:
+  std::wstring_view TypeName() const final { return L"TextView"; }
+  /// Replaces the text and shows its beginning. Steps are numbered from 1.
+  virtual void SetParagraphs(const std::vector<Paragraph>& paragraphs) = 0;
+  /// The whole text, with "\r\n" between paragraphs and no-break spaces after the number of a step.
+  virtual std::wstring Text() const = 0;
 };
 
 /// A key combination that does what a menu command does.

@@ -47,6 +47,8 @@ class Form {
   virtual TabStrip& AddTabStrip(int id, const std::vector<std::wstring>& captions) = 0;
   /// A status bar with that many empty fields.
   virtual StatusBar& AddStatusBar(int id, int fields) = 0;
+  /// `name`: for screen readers.
+  virtual TextView& AddTextView(int id, const std::wstring& name) = 0;
   /// Adds a menu to the menu bar.
   virtual MenuItem& AddMenu(int id, const std::wstring& caption) = 0;
   /// Adds a command to a menu that AddMenu returned.
@@ -112,6 +114,10 @@ class Form {
   virtual void FixSize() = 0;
   /// The outer size below which the user cannot drag the window.
   virtual void SetMinimumWindowSize(Size size) = 0;
+  /// Moves the hidden window next to the other one, where it covers as little as possible of `keep`, a
+  /// control on the other window itself. It becomes narrower, down to `minimumWidth`, where the screen is too
+  /// small. Does nothing while the other window is hidden or minimised.
+  virtual void PlaceBeside(const Form& other, const Control& keep, int minimumWidth) = 0;
   /// Dots per inch at the window's current scaling; 96 = 100 percent.
   virtual int Dpi() const = 0;
   /// Height of one line of the message font in pixels; the layout's spacing is derived from it.
@@ -143,6 +149,11 @@ class Form {
   std::function<void()> onEscape;
   /// A menu is about to open, or a command to run. The handler enables and disables the commands.
   std::function<void()> onUpdateCommands;
+  /// F1 was pressed, and no command of the window has it as its shortcut.
+  std::function<void()> onHelp;
+  /// F1 was pressed while a message box of this window is open. A window that the handler enables can be used
+  /// before the box is answered.
+  std::function<void(const std::wstring& boxText)> onBoxHelp;
 
  protected:
   /// Calls the question inside the event boundary. True when it is empty, false when it throws RuntimeError.

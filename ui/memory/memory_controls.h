@@ -290,6 +290,27 @@ class MemoryStatusBar final : public MemoryControl<StatusBar> {
   std::vector<std::pair<std::wstring, std::wstring>> fields_;  ///< text and whole text
 };
 
+class MemoryTextView final : public MemoryControl<TextView> {
+ public:
+  using MemoryControl::MemoryControl;
+  void SetParagraphs(const std::vector<Paragraph>& all) override {
+    ThrowIfTextRefused();
+    paragraphs = all;
+  }
+  std::wstring Text() const override {
+    std::wstring text;
+    int step = 0;
+    for (const Paragraph& paragraph : paragraphs) {
+      if (!text.empty()) text += L"\r\n";
+      if (paragraph.kind == ParagraphKind::Step) text += std::to_wstring(++step) + L".\u00A0\u00A0";
+      text += paragraph.text;
+    }
+    return text;
+  }
+
+  std::vector<Paragraph> paragraphs;
+};
+
 class MemoryMenuItem final : public MemoryElement<MenuItem> {
  public:
   void Click() {

@@ -144,6 +144,12 @@ StatusBar& MemoryForm::AddStatusBar(int id, int fields) {
   return Add<MemoryStatusBar>(id, kNoPage, focus_, fields);
 }
 
+TextView& MemoryForm::AddTextView(int id, const std::wstring& name) {
+  MemoryTextView& view = Add<MemoryTextView>(id, kNoPage, focus_);
+  view.SetCaption(name);
+  return view;
+}
+
 MenuItem& MemoryForm::AddMenu(int id, const std::wstring& caption) {
   MenuItem& menu = Add<MemoryMenuItem>(id, kNoPage);
   menu.SetCaption(caption);

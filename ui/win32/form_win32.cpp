@@ -8,18 +8,20 @@
 #include <utility>
 
 #include "platform/runtime_error.h"
+#include "ui/placement.h"
 #include "ui/win32/common_controls_win32.h"
 #include "ui/win32/controls_win32.h"
 #include "ui/win32/status_bar_win32.h"
+#include "ui/win32/text_view_win32.h"
 
 namespace tarvik::ui {
 namespace {
 
 constexpr int kIconId = 1;  ///< in the program's resources
-constexpr UINT_PTR kOtherPagesTimer = 1;
+constexpr UINT_PTR kFinishTimer = 1;
 constexpr UINT_PTR kFirstOwnTimer = 100;  ///< number 0 of StartTimer
 /// So that the messages caused by showing the window are handled first.
-constexpr UINT kOtherPagesDelayMs = 30;
+constexpr UINT kFinishDelayMs = 30;
 
 /// The caller destroys it. Not LR_SHARED, which returns the size that was loaded first.
 HICON LoadProgramIcon(int width, int height) {
@@ -33,6 +35,11 @@ RECT WorkAreaOf(HWND window) {
   monitor.cbSize = sizeof monitor;
   GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
   return monitor.rcWork;
+}
+
+Rect ToRect(const RECT& box) {
+  return {static_cast<int>(box.left), static_cast<int>(box.top), static_cast<int>(box.right - box.left),
+          static_cast<int>(box.bottom - box.top)};
 }
 
 void InitialiseCommonControls(const SystemLibrary& library) {
@@ -122,9 +129,9 @@ void Win32Form::CreatePage(int page) {
   tabStrip_->ShowFrontPanel();
 }
 
-void Win32Form::CreateOtherPages() noexcept {
+void Win32Form::FinishLater() noexcept {
   RunHandler(*this, [this] {
-    for (int page = 0; page < tabStrip_->PageCount(); ++page) CreatePage(page);
+    for (int page = 0; tabStrip_ != nullptr && page < tabStrip_->PageCount(); ++page) CreatePage(page);
     annotations_.Start(com_);
     for (const auto& control : controls_) control->Annotate();
   });
@@ -173,6 +180,10 @@ TabStrip& Win32Form::AddTabStrip(int id, const std::vector<std::wstring>& captio
 
 StatusBar& Win32Form::AddStatusBar(int id, int fields) { return Add<Win32StatusBar>(id, kNoPage, fields); }
 
+TextView& Win32Form::AddTextView(int id, const std::wstring& name) {
+  return Add<Win32TextView>(id, kNoPage, name);
+}
+
 ControlWindow* Win32Form::ControlOf(HWND window) const {
   for (; window != nullptr && window != window_; window = GetAncestor(window, GA_PARENT))
     for (const auto& control : controls_)
@@ -216,7 +227,7 @@ void Win32Form::Show() {
   // The main window opens in the state that its starter requests, such as a shortcut set to "Maximized".
   ShowWindow(window_, role_ == FormRole::Main ? SW_SHOWDEFAULT : SW_SHOW);
   UpdateWindow(window_);
-  if (first && tabStrip_ != nullptr) SetTimer(window_, kOtherPagesTimer, kOtherPagesDelayMs, nullptr);
+  if (first) SetTimer(window_, kFinishTimer, kFinishDelayMs, nullptr);
 }
 
 void Win32Form::KeepOnScreen() {
@@ -228,6 +239,22 @@ void Win32Form::KeepOnScreen() {
   if (x == box.left && y == box.top) return;
   SetWindowPos(window_, nullptr, static_cast<int>(x), static_cast<int>(y), 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Win32Form::PlaceBeside(const Form& other, const Control& keep, int minimumWidth) {
+  if (!other.Visible() || other.Minimised()) return;
+  HWND window = static_cast<const Win32Form&>(other).window_;
+  RECT outer{};
+  GetWindowRect(window, &outer);
+  // First, so that the window has the scaling of that monitor when it is measured.
+  SetWindowPos(window_, nullptr, static_cast<int>(outer.left), static_cast<int>(outer.top), 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  const Rect bounds = keep.Bounds();
+  RECT kept{bounds.x, bounds.y, bounds.x + bounds.width, bounds.y + bounds.height};
+  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&kept), 2);
+  const Rect place =
+      BesideWindow(WindowSize(), minimumWidth, ToRect(outer), ToRect(kept), ToRect(WorkAreaOf(window)));
+  SetWindowPos(window_, nullptr, place.x, place.y, place.width, place.height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 bool Win32Form::Close() {
@@ -299,7 +326,7 @@ void Win32Form::StopTimer(int timer) {
 
 void Win32Form::OnTimer(UINT_PTR timer) noexcept {
   KillTimer(window_, timer);
-  if (timer == kOtherPagesTimer) return CreateOtherPages();
+  if (timer == kFinishTimer) return FinishLater();
   const auto started = std::find_if(timers_.begin(), timers_.end(), [timer](const Timer& each) {
     return kFirstOwnTimer + static_cast<UINT_PTR>(each.number) == timer;
   });

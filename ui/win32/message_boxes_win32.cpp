@@ -1,5 +1,6 @@
 #include "ui/win32/message_boxes_win32.h"
 
+#include "ui/win32/box_keys_win32.h"
 #include "ui/win32/form_win32.h"
 
 namespace tarvik::ui {
@@ -38,6 +39,7 @@ BOOL CALLBACK OtherFormsDisabled::Disable(HWND window, LPARAM parameter) noexcep
 }
 
 int ShowModalBox(HWND owner, const wchar_t* text, const wchar_t* title, UINT style) noexcept {
+  const BoxKeys keys(Win32Form::Of(owner), text);
   if (!IsWindowVisible(owner)) owner = nullptr;
   const OtherFormsDisabled others(owner);
   return MessageBoxW(owner, text, title, style);

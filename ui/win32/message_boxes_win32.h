@@ -31,7 +31,8 @@ class OtherFormsDisabled {
 };
 
 /// MessageBoxW, owned by the window unless that is null or hidden. Until the user answers, every form of this
-/// thread is disabled. Returns the id of the button, such as IDYES.
+/// thread is disabled, except those that onBoxHelp of the owner's form enables. Returns the id of the button,
+/// such as IDYES.
 int ShowModalBox(HWND owner, const wchar_t* text, const wchar_t* title, UINT style) noexcept;
 
 class Win32MessageBoxes final : public report::MessageBoxes {

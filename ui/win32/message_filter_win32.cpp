@@ -74,8 +74,14 @@ bool Win32Form::FilterKeyDown(MSG& message) {
     case VK_TAB:
       return FilterTab(message);
     default:
-      return FilterShortcut(message);
+      return FilterShortcut(message) || FilterHelp(message);
   }
+}
+
+bool Win32Form::FilterHelp(const MSG& message) {
+  if (message.wParam != VK_F1 || !onHelp) return false;
+  if (!IsRepeat(message)) RunHandler(*this, onHelp);
+  return true;
 }
 
 bool Win32Form::FilterEscape(const MSG& message) {

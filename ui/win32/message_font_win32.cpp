@@ -111,6 +111,12 @@ std::unique_ptr<MeasuredFont> MeasuredFont::InFace(const wchar_t* face) const {
   return std::make_unique<MeasuredFont>(description);
 }
 
+std::unique_ptr<MeasuredFont> MeasuredFont::Larger() const {
+  LOGFONTW description = description_;
+  description.lfHeight = MulDiv(static_cast<int>(description.lfHeight), 6, 5);
+  return std::make_unique<MeasuredFont>(description);
+}
+
 bool MeasuredFont::Matches(const LOGFONTW& description) const {
   return std::memcmp(&description, &description_, offsetof(LOGFONTW, lfFaceName)) == 0 &&
          std::wcscmp(description.lfFaceName, description_.lfFaceName) == 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstdlib>
 #include <memory>
 #include <string>
 
@@ -51,9 +53,13 @@ class MeasuredFont {
 
   /// The font with another face, of the same size and weight.
   std::unique_ptr<MeasuredFont> InFace(const wchar_t* face) const;
+  /// The font a fifth larger.
+  std::unique_ptr<MeasuredFont> Larger() const;
 
   HFONT Handle() const { return font_; }
   bool Matches(const LOGFONTW& description) const;
+  /// The font's size: the height of its letters, with accents and descenders.
+  int LetterHeight() const { return std::max(1, std::abs(static_cast<int>(description_.lfHeight))); }
   /// The height of one line.
   int LineHeight() const { return lineHeight_; }
   /// The size of a caption, which may have several lines. The "&" of its mnemonic has no width.
