@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <regex>
 #include <set>
@@ -105,6 +106,37 @@ TEST_F(ExplanationTextsTest, The_findings_have_the_names_of_the_enumeration) {
 /// Captions, and parts of a sentence that never appear alone.
 bool IsCaption(int32_t id) {
   return id <= 32 || id == 134 || id == 135 || id == 156 || (id >= 137 && id <= 146);
+}
+
+TEST_F(ExplanationTextsTest, The_messages_and_lines_of_the_start_up_have_an_explanation) {
+  EXPECT_EQ(PatternOfBox(L"GetCommonDataFolder2 Error"), L"GetCommonDataFolder2 Error");
+  EXPECT_EQ(
+      PatternOfBox(L"Loading language data is failed\r\nResource:Initialize\r\nNo such file (C:\\x.ini)"),
+      L"Loading language data is failed");
+  for (const wchar_t* const line : {L"szDescription:WinSock 2.0", L"szSystemStatus:Running",
+                                    L"iMaxSockets:32767", L"iMaxUdpDg:65467", L"lpVendorInfo:0"}) {
+    const std::wstring pattern = PatternOfLine(line);
+    EXPECT_EQ(pattern, std::wstring(line).substr(0, std::wstring(line).find(L':')) + L":*");
+  }
+  EXPECT_EQ(PatternOfLine(L"ICMPCreateFile Error"), L"ICMPCreateFile Error");
+}
+
+TEST_F(ExplanationTextsTest, Of_the_library_numbers_only_7_is_explained_and_all_others_lead_to_its_manual) {
+  const auto refersToManual = [](const report::Explanation& entry) {
+    return std::any_of(entry.steps.begin(), entry.steps.end(), [](const report::BothLanguages& step) {
+      return step.english == L"Look up the error number in the manual of the CNC library.";
+    });
+  };
+  for (int32_t number = -300; number <= 300; ++number) {
+    if (number == 0 || number == 7) continue;
+    const auto found = ProgramExplanations().OfLine(L"Allocate Handle error=" + Decimal(number), texts);
+    EXPECT_EQ(found.pattern, L"Allocate Handle error=*") << number;
+    EXPECT_TRUE(refersToManual(*found.explanation)) << number;
+  }
+  for (const Finding finding :
+       {Finding::CncFailedAtOnce, Finding::CncTimedOut, Finding::CncFailedLater, Finding::CncPortOpen,
+        Finding::CncPortOpenTimeOut, Finding::CncThenFailed, Finding::CncThenTimedOut})
+    EXPECT_TRUE(refersToManual(*ProgramExplanations().Of(finding).explanation)) << report::NameOf(finding);
 }
 
 TEST_F(ExplanationTextsTest, Every_message_that_is_not_a_caption_has_an_explanation) {
