@@ -94,6 +94,9 @@ enum ControlId : int {
   // Form1: the answer
   ID_lblAnswer = 1701,
   ID_sbrRungs = 1702,
+
+  // frmExplain
+  ID_txtExplanation = 4001,
 };
 
 }  // namespace tarvik

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "app/configuration_library.h"
 #include "app/run_flags.h"
@@ -66,6 +67,8 @@ struct Dependencies {
   std::wstring commandLine;    ///< without the program's name
   int32_t windowsLanguage;     ///< locale id from GetUserDefaultUILanguage
   bool familyEdition;          ///< false = general edition
+  /// Returns the explanations, in UTF-8. Called when they are first needed.
+  std::string_view (*explanationText)();
 };
 
 }  // namespace tarvik

@@ -40,7 +40,6 @@ void Form1::WireEvents() {
     recorder_.ErrorShown(text);
     return text;
   };
-  results_.onAdd = [this](const std::vector<std::wstring>& lines) { recorder_.AddLines(lines); };
   recorder_.onChanged = [this] { ShowAnswer(); };
   deps_.form.onActivate = on(&Form1::Form_Activate);
   deps_.form.onResize = on(&Form1::Form_Resize);
@@ -71,6 +70,7 @@ void Form1::WireEvents() {
   controls_.mnuPMC.onClick = on(&Form1::mnuPMC_Click);
   controls_.lstResult.onDoubleClick = on(&Form1::lstResult_DblClick);
   WireCommands();
+  WireExplain();
 
   controls_.cmbIPAddr.onKeyDown = [this](int16_t keyCode, int16_t shift) {
     cmbIPAddr_KeyDown(keyCode, shift);
@@ -145,6 +145,7 @@ void Form1::chkAccessCode_Click() { controls_.txtAccessCode.SetEnabled(controls_
 void Form1::lstResult_DblClick() {
   if (TestOptionMask(kPasteMode)) {
     results_.ShowPasted(deps_.clipboard.GetText());
+    linesArePasted_ = true;
     return;
   }
   CopyAllLines();

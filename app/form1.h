@@ -10,6 +10,8 @@
 #include "about/module_check.h"
 #include "app/command_line.h"
 #include "app/dependencies.h"
+#include "app/explain_subject.h"
+#include "app/explain_window.h"
 #include "app/form1_controls.h"
 #include "app/option_mask.h"
 #include "cnclib/cnc_check.h"
@@ -18,6 +20,7 @@
 #include "k7/services_file.h"
 #include "k7/svc_utl.h"
 #include "report/check_context.h"
+#include "report/explanations.h"
 #include "report/recorded_boxes.h"
 #include "report/report_source.h"
 #include "report/run_recorder.h"
@@ -241,6 +244,29 @@ class Form1 {
   std::vector<std::wstring> libraryVersions_;  ///< empty until the first report
   std::vector<std::wstring> secrets_;          ///< typed for the runs so far
   bool saving_ = false;                        ///< the save dialog is open
+
+  // Explain (F1)
+  void WireExplain();
+  /// The explanations inside the program. Read at the first call.
+  const report::Explanations& KnownExplanations();
+  /// Explains the status bar's field.
+  void ExplainField(int field);
+  /// Explains a message box that is open.
+  void ExplainBox(const std::wstring& text);
+  /// Shows what `find` finds, with the numbers of the run.
+  void ShowExplanation(const report::Run& run,
+                       const std::function<report::FoundExplanation(const ExplainSubject& subject)>& find);
+  /// The line that the user has selected; -1 = none, or the selection was moved since by the program or by
+  /// another one.
+  int LineSelectedByUser() const;
+  /// A secondary window. There F1 means the same, and explains its message boxes.
+  std::unique_ptr<ui::Form> NewForm(const wchar_t* windowClass);
+
+  std::unique_ptr<report::Explanations> explanations_;  ///< null until they are first needed
+  std::unique_ptr<frmExplain> explain_;                 ///< null until F1 is first pressed
+  int selectedLine_ = -1;  ///< the line that the user selected last, unless a line was added since
+  std::wstring selectedText_;
+  bool linesArePasted_ = false;  ///< the list shows what another Tarvik has copied
 
   // In twips (1/1440 inch), so that they hold at every scaling.
   float initialListHeight_ = 0;

@@ -48,7 +48,7 @@ frmAbout& Form1::About() {
   if (about_ == nullptr || about_->Closed()) {
     // The old window is destroyed first: two windows cannot register the same class.
     about_.reset();
-    about_ = std::make_unique<frmAbout>(deps_.newForm(L"frmAbout"), texts_, deps_.system, deps_.processes,
+    about_ = std::make_unique<frmAbout>(NewForm(L"frmAbout"), texts_, deps_.system, deps_.processes,
                                         versionReport_, MissingReport());
     // Otherwise a topmost main window would cover it.
     if (TestOptionMask(kTopmost)) about_->MakeTopmost();

@@ -32,9 +32,8 @@ void Form1::mnuPMC_Click() {
   if (pmcTest_ == nullptr || pmcTest_->Unloaded()) {
     // The old window is destroyed first: two windows cannot register the same class.
     pmcTest_.reset();
-    pmcTest_ =
-        std::make_unique<frmPmcTest>(deps_.newForm(L"frmPmcTest"), texts_, deps_.pump, deps_.cncLibrary,
-                                     deps_.codePage, deps_.system, [this] { return ReadCncTarget(); });
+    pmcTest_ = std::make_unique<frmPmcTest>(NewForm(L"frmPmcTest"), texts_, deps_.pump, deps_.cncLibrary,
+                                            deps_.codePage, deps_.system, [this] { return ReadCncTarget(); });
     if (TestOptionMask(kTopmost)) pmcTest_->MakeTopmost();
   }
   pmcTest_->Show();

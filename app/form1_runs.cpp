@@ -94,6 +94,7 @@ void Form1::SetBusy(bool busy) {
   deps_.form.SetPointer(pointer);
   if (about_ != nullptr) about_->SetPointer(pointer);
   if (pmcTest_ != nullptr) pmcTest_->SetPointer(pointer);
+  if (explain_ != nullptr) explain_->SetPointer(pointer);
 }
 
 bool Form1::RunFtpTest() {

@@ -30,6 +30,7 @@ void Form1::Form_Unload() {
   EndServiceControl();
   UnloadAbout();
   pmcTest_.reset();
+  explain_.reset();
   resource_.Terminate();
 }
 

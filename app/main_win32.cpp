@@ -7,6 +7,7 @@
 #include "app/process_protection_win32.h"
 #include "platform/search_path_win32.h"
 #include "platform/windows_win32.h"
+#include "resources/explanation_text.h"
 #include "ui/win32/form_win32.h"
 #include "ui/win32/message_filter_win32.h"
 #include "ui/win32/pump_win32.h"
@@ -74,6 +75,7 @@ int Run() {
       .commandLine = std::wstring(AfterProgramName(::GetCommandLineW())),
       .windowsLanguage = ::GetUserDefaultUILanguage(),
       .familyEdition = TARVIK_FAMILY_EDITION != 0,
+      .explanationText = &ExplanationText,
   });
   form.Guarded([&] { form1.Form_Load(); });
   // An auto-run has shown the window already, and the user may have minimised it since.

@@ -140,15 +140,14 @@ FoundExplanation Explanations::OfBox(std::wstring_view text, const Texts& texts)
   return Found(best);
 }
 
-bool Explanations::ExplainsFailure(const Explanation& entry) const {
+bool Explanations::ReportsFailure(const FoundExplanation& found) const {
   return std::any_of(findings_.begin(), findings_.end(), [&](const auto& finding) {
-    return &entries_[finding.second] == &entry && IsFailure(RowOf(finding.first).state);
+    return &entries_[finding.second] == found.explanation && IsFailure(RowOf(finding.first).state);
   });
 }
 
 FoundExplanation Explanations::ForRun(FoundExplanation found, const Answer& answer) const {
-  if (found.explanation == nullptr || !found.explanation->rung || !ExplainsFailure(*found.explanation))
-    return found;
+  if (found.explanation == nullptr || !found.explanation->rung || !ReportsFailure(found)) return found;
   // The lines of an echo look alike for both. Without its gateway, the run never pings the target.
   const bool atGateway =
       *found.explanation->rung == Rung::Target && answer.Of(Rung::Gateway).state == RungState::Failed;

@@ -76,6 +76,8 @@ class Explanations {
   /// The same for a line or box of the run that the answer is about: where it reports a failure, the finding
   /// of its rung explains it better, so that the steps begin with what the sentence says.
   FoundExplanation ForRun(FoundExplanation found, const Answer& answer) const;
+  /// True when a finding that fails a rung, or makes it doubtful, has this explanation.
+  bool ReportsFailure(const FoundExplanation& found) const;
 
  private:
   friend class ExplanationReader;
@@ -95,7 +97,6 @@ class Explanations {
 
   Match BestMatch(std::wstring_view line, const Texts& texts, bool box) const;
   FoundExplanation Found(const Match& match) const;
-  bool ExplainsFailure(const Explanation& entry) const;
 
   std::vector<Explanation> entries_;
   std::vector<Key> keys_;

@@ -138,6 +138,7 @@ void FailingProgram::Construct(const std::wstring& commandLine, bool familyEditi
       .commandLine = commandLine,
       .windowsLanguage = windowsLanguage,
       .familyEdition = familyEdition,
+      .explanationText = [] { return std::string_view(); },
   });
 }
 

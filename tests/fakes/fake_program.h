@@ -66,6 +66,7 @@ struct FakeProgram {
         .commandLine = commandLine,
         .windowsLanguage = windowsLanguage,
         .familyEdition = familyEdition,
+        .explanationText = explanationText,
     };
   }
 
@@ -94,6 +95,8 @@ struct FakeProgram {
   FakeK7Api k7Api;
   FakeSvcKit svcKit;
   int32_t windowsLanguage = 1033;
+  /// The program's own text is long; a test that needs it sets it.
+  std::string_view (*explanationText)() = [] { return std::string_view(); };
 };
 
 }  // namespace tarvik::test

@@ -1,0 +1,353 @@
+// What F1, a click on the status bar and F1 in a message box explain, and the window that shows it.
+
+#include <algorithm>
+
+#include "report/finding_names.h"
+#include "tests/unit/app/form1_fixture.h"
+#include "tests/unit/resources/program_explanations.h"
+
+namespace tarvik::test {
+namespace {
+
+constexpr int16_t kF1Key = 0x70;
+
+std::string_view ProgramText() {
+  static const std::string kText = [] {
+    std::string text;
+    for (const auto& file : ExplanationFiles()) text += BytesOf(file);
+    return text;
+  }();
+  return kText;
+}
+
+class Form1ExplainTest : public Form1Test {
+ protected:
+  Form1ExplainTest() { explanationText = &ProgramText; }
+
+  void Ping(const std::wstring& address, const std::wstring& count = L"4") {
+    Address().Type(address);
+    Box(ID_txtPingReqCount).SetText(count);
+    Click(ID_cmdPing);
+  }
+  void PressF1() { EXPECT_TRUE(form.PressShortcut(kF1Key, 0)); }
+  void ClickField(int field) { form.Get<ui::MemoryStatusBar>(ID_sbrRungs).ClickField(field); }
+  int LineOf(const std::wstring& line) {
+    const auto found = std::find(List().lines.begin(), List().lines.end(), line);
+    EXPECT_NE(found, List().lines.end());
+    return static_cast<int>(found - List().lines.begin());
+  }
+
+  ui::MemoryTextView& View() { return lastForm->Get<ui::MemoryTextView>(ID_txtExplanation); }
+  std::wstring Title() { return lastForm == nullptr ? L"" : View().paragraphs.at(0).text; }
+  std::vector<std::wstring> Of(ui::ParagraphKind kind) {
+    std::vector<std::wstring> texts;
+    for (const ui::Paragraph& paragraph : View().paragraphs)
+      if (paragraph.kind == kind) texts.push_back(paragraph.text);
+    return texts;
+  }
+  bool Says(const std::wstring& text) { return View().Text().find(text) != std::wstring::npos; }
+
+  /// The first step of a finding's explanation, without facts.
+  static std::wstring MeaningOf(report::Finding finding) {
+    return ProgramExplanations().Of(finding).explanation->meaning.english;
+  }
+};
+
+TEST_F(Form1ExplainTest, Before_the_first_run_F1_says_how_to_begin) {
+  Start();
+  PressF1();
+  EXPECT_TRUE(Title().starts_with(L"Not tested yet"));
+  ASSERT_EQ(Of(ui::ParagraphKind::Step).size(), 4U);
+  EXPECT_EQ(Of(ui::ParagraphKind::Step)[0], L"Type the CNC's address in the box at the top.");
+}
+
+TEST_F(Form1ExplainTest, Nothing_is_read_before_the_first_F1) {
+  static int calls;
+  calls = 0;
+  explanationText = [] {
+    ++calls;
+    return ProgramText();
+  };
+  Start();
+  Ping(L"192.168.1.101");
+  EXPECT_EQ(calls, 0);
+  EXPECT_TRUE(newForms.empty());
+  PressF1();
+  PressF1();
+  EXPECT_EQ(calls, 1);
+}
+
+TEST_F(Form1ExplainTest, Until_the_user_moves_the_selection_F1_means_the_verdict_of_the_run) {
+  Start();
+  Ping(L"192.168.1.101");
+  ASSERT_EQ(List().SelectedIndex(), List().Count() - 1);
+  PressF1();
+  EXPECT_TRUE(Title().starts_with(L"[115] Please check Target's address, cable and power / 通信先の"));
+  EXPECT_EQ(Of(ui::ParagraphKind::Heading), (std::vector<std::wstring>{L"Do this now", L"What it means",
+                                                                       L"Good so far", L"Who else to ask"}));
+  EXPECT_TRUE(Says(L"0 of 4 echoes"));
+  EXPECT_TRUE(Says(L"192.168.1.101"));
+}
+
+TEST_F(Form1ExplainTest, A_line_that_the_user_selects_is_explained_by_itself) {
+  Start();
+  Ping(L"192.168.1.101");
+  List().ClickLine(LineOf(L"PING test..."));
+  PressF1();
+  EXPECT_FALSE(Title().starts_with(L"[115]"));
+  List().ClickLine(LineOf(L"ICMP_Error:11010"));
+  PressF1();
+  EXPECT_TRUE(Says(L"0 of 4 echoes")) << "the finding of the run, not the number alone";
+}
+
+TEST_F(Form1ExplainTest, New_lines_move_the_selection_back_to_the_verdict) {
+  Start();
+  Ping(L"192.168.1.101");
+  const int last = List().Count() - 1;
+  List().ClickLine(last);
+  Ping(L"192.168.1.101");
+  ASSERT_EQ(List().SelectedIndex(), last);
+  List().lines[static_cast<size_t>(last)] = L"PING test...";
+  PressF1();
+  EXPECT_TRUE(Title().starts_with(L"[115]"));
+}
+
+TEST_F(Form1ExplainTest, Lines_that_another_program_put_into_the_list_were_not_selected_by_the_user) {
+  Start();
+  Ping(L"192.168.1.101");
+  List().ClickLine(LineOf(L"PING test..."));
+  List().Select(List().Count() - 1);
+  PressF1();
+  EXPECT_TRUE(Title().starts_with(L"[115]")) << "the selection was moved";
+  const int line = LineOf(L"PING test...");
+  List().ClickLine(line);
+  List().lines[static_cast<size_t>(line)] = L"CNC Type\t31iB";
+  PressF1();
+  EXPECT_TRUE(Title().starts_with(L"[115]")) << "the line was replaced";
+}
+
+TEST_F(Form1ExplainTest, Copying_keeps_the_line_that_the_user_selected) {
+  Start();
+  Ping(L"192.168.1.101");
+  List().ClickLine(LineOf(L"PING test..."));
+  List().DoubleClick();
+  PressF1();
+  EXPECT_FALSE(Title().starts_with(L"[115]"));
+}
+
+TEST_F(Form1ExplainTest, A_pasted_list_is_explained_without_the_numbers_of_this_run) {
+  Start(L"-X 16 -PING_N 4");
+  Ping(L"192.168.1.101");
+  clipboard.text = L"ICMP_Error:11010\r\n\r\n";
+  List().DoubleClick();
+  List().ClickLine(0);
+  PressF1();
+  EXPECT_FALSE(Says(L"192.168.1.101"));
+  EXPECT_FALSE(Says(L"of 4 echoes"));
+  List().ClickLine(1);
+  PressF1();
+  EXPECT_TRUE(Says(MeaningOf(report::Finding::TargetSilent))) << "the nearest line that fails a rung";
+  EXPECT_FALSE(Says(L"192.168.1.101"));
+}
+
+TEST_F(Form1ExplainTest, An_empty_line_and_dashes_mean_the_nearest_failed_rung) {
+  Start();
+  Ping(L"192.168.1.101");
+  cncLibrary.openResult = 7;
+  cncLibrary.codeResult = 7;
+  Click(ID_cmdGetInfo);
+  List().AddItem(L"-----");
+  ASSERT_TRUE(List().lines[static_cast<size_t>(LineOf(L"Get System Information test....")) - 1].empty());
+  List().ClickLine(List().Count() - 1);
+  PressF1();
+  EXPECT_TRUE(Says(L"On page NEXAL2, tick \"Access Code\"."));
+  List().ClickLine(LineOf(L"Get System Information test....") - 1);
+  PressF1();
+  EXPECT_TRUE(Title().starts_with(L"[115]")) << "the line above comes first";
+}
+
+TEST_F(Form1ExplainTest, A_listing_means_the_nearest_failed_rung_and_without_one_itself) {
+  Start();
+  Ping(L"192.168.1.100", L"1");
+  List().AddItem(L"O0001.NC                           1234");
+  List().ClickLine(List().Count() - 1);
+  PressF1();
+  EXPECT_TRUE(Title().starts_with(L"A text that is not Tarvik's own"));
+  List().AddItem(L"");
+  List().ClickLine(List().Count() - 1);
+  PressF1();
+  EXPECT_TRUE(Says(MeaningOf(report::Finding::TargetGood))) << "an empty line means the verdict";
+  Ping(L"192.168.1.101");
+  List().AddItem(L"O0001.NC                           1234");
+  List().ClickLine(List().Count() - 1);
+  PressF1();
+  EXPECT_TRUE(Title().starts_with(L"[115]"));
+}
+
+TEST_F(Form1ExplainTest, A_rung_that_has_passed_since_is_not_the_nearest_failed_one) {
+  Start();
+  Ping(L"192.168.1.100", L"1");
+  cncLibrary.openResult = 7;
+  cncLibrary.codeResult = 7;
+  Click(ID_cmdGetInfo);
+  cncLibrary.openResult = 0;
+  cncLibrary.codeResult = 0;
+  Click(ID_cmdGetInfo);
+  // The empty line before the second test; above it are the lines of the first one.
+  const auto second =
+      std::find(List().lines.rbegin(), List().lines.rend(), L"Get System Information test....");
+  const auto empty = static_cast<int>(List().lines.rend() - second) - 2;
+  ASSERT_TRUE(List().Item(empty).empty());
+  List().ClickLine(empty);
+  PressF1();
+  EXPECT_TRUE(Says(MeaningOf(report::Finding::CncGood)));
+}
+
+TEST_F(Form1ExplainTest, A_click_on_a_field_explains_its_rung_whatever_its_state) {
+  kernel.paths.erase("NxLib32.dll");
+  Start();
+  const auto explains = [&](int field, report::Finding finding) {
+    ClickField(field);
+    EXPECT_TRUE(Says(MeaningOf(finding))) << report::NameOf(finding);
+  };
+  explains(3, report::Finding::NotTested);
+  Ping(L"192.168.1.101");
+  explains(0, report::Finding::NameIsAddress);
+  explains(2, report::Finding::GatewayNotNeeded);
+  explains(3, report::Finding::TargetSilent);
+  EXPECT_TRUE(Title().starts_with(L"[115]"));
+  explains(4, report::Finding::CncLibraryMissing);
+  explains(5, report::Finding::NotInThisRun);
+  Ping(L"192.168.1.100");
+  explains(3, report::Finding::TargetGood);
+}
+
+TEST_F(Form1ExplainTest, F1_in_a_message_box_explains_the_box_in_a_window_that_can_be_used) {
+  Start();
+  bool explained = false;
+  boxes.onShow = [&] {
+    form.PressHelpInBox(boxes.boxes.back().text);
+    explained = Title().starts_with(L"A number is missing or out of range") && lastForm->Enabled();
+    EXPECT_FALSE(form.Enabled());
+  };
+  Box(ID_txtPingReqCount).SetText(L"x");
+  Box(ID_txtPingReqCount).SetFocus();
+  form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdPing));
+  EXPECT_TRUE(explained);
+}
+
+TEST_F(Form1ExplainTest, The_boxes_of_the_start_up_are_explained_too) {
+  configuration.folderResult = 1;
+  boxes.onShow = [&] { form.PressHelpInBox(boxes.boxes.back().text); };
+  Start();
+  ASSERT_EQ(boxes.Texts().at(0), L"GetCommonDataFolder2 Error");
+  EXPECT_TRUE(Title().starts_with(L"The maker's software was not found"));
+}
+
+TEST_F(Form1ExplainTest, F1_works_in_secondary_windows_and_their_boxes_too) {
+  Start();
+  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
+  ui::MemoryForm* const pmc = lastForm;
+  pmc->PressHelp();
+  EXPECT_TRUE(Title().starts_with(L"Not tested yet"));
+  pmc->PressHelpInBox(L"Allocate Handle error=-16");
+  EXPECT_NE(lastForm, pmc);
+  EXPECT_TRUE(Title().starts_with(L"The library cannot connect"));
+}
+
+TEST_F(Form1ExplainTest, During_a_run_F1_explains_and_the_run_goes_on) {
+  Start();
+  bool pressed = false;
+  onEvents = [&] {
+    if (std::exchange(pressed, true)) return;
+    PressF1();
+    EXPECT_TRUE(Says(MeaningOf(report::Finding::RunningTarget)));
+  };
+  Ping(L"192.168.1.101", L"3");
+  EXPECT_EQ(std::count(List().lines.begin(), List().lines.end(), L"ICMP_Error:11010"), 3);
+  EXPECT_TRUE(lastForm->Visible());
+}
+
+TEST_F(Form1ExplainTest, F1_again_updates_the_same_window_and_brings_it_to_the_front) {
+  Start();
+  PressF1();
+  const ui::MemoryForm* const window = lastForm;
+  screen.active = &form;
+  Ping(L"192.168.1.101");
+  PressF1();
+  EXPECT_EQ(newForms.size(), 1U);
+  EXPECT_EQ(screen.active, window);
+  EXPECT_TRUE(Title().starts_with(L"[115]"));
+  Ping(L"192.168.1.100");
+  lastForm->PressHelp();
+  EXPECT_TRUE(Says(MeaningOf(report::Finding::TargetGood))) << "F1 in the Explain window itself";
+}
+
+TEST_F(Form1ExplainTest, Esc_closes_the_window_and_F1_opens_another_one) {
+  Start();
+  PressF1();
+  lastForm->PressEscape();
+  EXPECT_TRUE(lastForm->unloaded);
+  PressF1();
+  EXPECT_EQ(newForms.size(), 2U);
+  EXPECT_EQ(Existing(), 1);
+  EXPECT_TRUE(lastForm->Visible());
+}
+
+TEST_F(Form1ExplainTest, It_closes_with_the_main_window) {
+  Start();
+  PressF1();
+  EXPECT_TRUE(form.Close());
+  EXPECT_EQ(Existing(), 0);
+}
+
+TEST_F(Form1ExplainTest, It_opens_next_to_the_main_window_and_keeps_the_list_visible) {
+  Start();
+  PressF1();
+  EXPECT_EQ(lastForm->beside, (std::pair<const ui::Form*, const ui::Control*>(&form, &List())));
+  EXPECT_EQ(newForms.back(), L"frmExplain");
+  EXPECT_FALSE(lastForm->topmost);
+}
+
+TEST_F(Form1ExplainTest, It_stays_above_others_when_the_main_window_does) {
+  Start(L"-X 1 -PING_N 4");
+  PressF1();
+  EXPECT_TRUE(lastForm->topmost);
+}
+
+TEST_F(Form1ExplainTest, The_text_fills_the_window_at_every_size_and_scaling) {
+  Start();
+  PressF1();
+  const auto fills = [&] {
+    const ui::Size client = lastForm->ClientSize();
+    return View().Bounds() == ui::Rect{0, 0, client.width, client.height};
+  };
+  EXPECT_TRUE(fills());
+  lastForm->SetWindowSize({700, 650});
+  EXPECT_TRUE(fills());
+  lastForm->dpi = 192;
+  lastForm->lineHeight = 30;
+  lastForm->onScalingChanged();
+  EXPECT_TRUE(fills());
+  EXPECT_GE(lastForm->minimumWindowSize.width, 20 * 30);
+}
+
+TEST_F(Form1ExplainTest, The_window_is_Japanese_with_the_Japanese_texts) {
+  Start(L"-LANGID 0");
+  Ping(L"192.168.1.101");
+  PressF1();
+  EXPECT_TRUE(Title().starts_with(L"[115] 通信先のIPｱﾄﾞﾚｽ/電源/ｹｰﾌﾞﾙを確認してください / Please check"));
+  EXPECT_EQ(Of(ui::ParagraphKind::Heading),
+            (std::vector<std::wstring>{L"今すること", L"意味", L"ここまで良好", L"ほかの問い合わせ先"}));
+  EXPECT_EQ(lastForm->Caption(), L"説明 - Tarvik");
+}
+
+TEST_F(Form1ExplainTest, Without_explanations_F1_does_nothing) {
+  explanationText = [] { return std::string_view(); };
+  Start();
+  PressF1();
+  EXPECT_TRUE(newForms.empty());
+}
+
+}  // namespace
+}  // namespace tarvik::test
