@@ -70,13 +70,18 @@ std::vector<std::wstring> WordingsOf(Message message, const Texts& texts) {
 
 bool IsFailure(RungState state) { return state == RungState::Failed || state == RungState::Doubtful; }
 
-/// The text without the spaces around it and without the "=" before a number.
-std::wstring ForTitle(const wchar_t* text) {
+/// The text without the spaces around it and without the "=" before a number. "…" stands for what is put
+/// into it; `before` is put before it.
+std::wstring ForTitle(const wchar_t* text, const wchar_t* before) {
   std::wstring title(TrimSpaces(text));
   title.resize(std::min(title.find_first_of(L"\r\n"), title.size()));
   if (title.ends_with(L'=')) title.pop_back();
-  return title;
+  if (const size_t place = title.find(L"%1"); place != std::wstring::npos) title.replace(place, 2, L"…");
+  return before + title;
 }
+
+/// True for the end of a sentence, such as " is not a whole number.".
+bool IsEndOfSentence(const wchar_t* text) { return text[0] == L' ' && text[1] >= L'a' && text[1] <= L'z'; }
 
 }  // namespace
 
@@ -164,8 +169,9 @@ std::wstring TitleOf(const FoundExplanation& found, AnswerLanguage language) {
   if (found.message) {
     const MessageRow& row = RowOf(*found.message);
     number = L"[" + Decimal(row.id) + L"] ";
-    title.english = ForTitle(row.english);
-    if (row.japanese != nullptr) title.japanese = ForTitle(row.japanese);
+    const bool isEnd = IsEndOfSentence(row.english);
+    title.english = ForTitle(row.english, isEnd ? L"… " : L"");
+    if (row.japanese != nullptr) title.japanese = ForTitle(row.japanese, isEnd ? L"…" : L"");
   }
   const bool japanese = language == AnswerLanguage::Japanese;
   return number +

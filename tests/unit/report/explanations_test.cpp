@@ -180,6 +180,15 @@ TEST_F(ExplanationsTest, The_title_has_the_number_and_both_languages_the_users_f
   EXPECT_EQ(TitleOf({}, AnswerLanguage::English), L"");
 }
 
+TEST_F(ExplanationsTest, The_title_of_a_message_that_ends_a_sentence_shows_that_its_beginning_is_missing) {
+  const Explanations explanations = ReadFrom(EntryFor("message: *147 *149"));
+  EXPECT_EQ(
+      TitleOf(explanations.OfBox(L"\"Ping count\" is not a whole number.", texts), AnswerLanguage::English),
+      L"[147] … is not a whole number. / …は整数ではありません。");
+  EXPECT_EQ(TitleOf(explanations.OfBox(L"a.dll does not export b.", texts), AnswerLanguage::Japanese),
+            L"[149] …は…をエクスポートしていません。 / … does not export ….");
+}
+
 Run RunWithEchoes() {
   Run run;
   run.facts.name = {Progress::Ended, L"cnc-7", false, L"192.168.1.100"};
