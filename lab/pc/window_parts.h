@@ -12,6 +12,7 @@ namespace tarvik::lab {
 inline constexpr char kMainWindowClass[] = "Form1";
 inline constexpr char kPmcWindowClass[] = "frmPmcTest";
 inline constexpr char kAboutBoxClass[] = "frmAbout";
+inline constexpr char kExplainWindowClass[] = "frmExplain";
 /// Windows' own class of an open menu.
 inline constexpr char kOpenMenuClass[] = "#32768";
 
