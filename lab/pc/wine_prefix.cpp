@@ -89,6 +89,15 @@ void Copy(const std::string& from, const std::string& to) {
     fs::remove(file);
     fs::copy_file(fs::path(from) / name, file);
   }
+  // The user's desktop and document folders are links to the home folder of the prefix' creation, which has
+  // another name since. Without a desktop no save dialog works.
+  for (const auto& user : fs::directory_iterator(fs::path(to) / "drive_c/users")) {
+    for (const auto& folder : fs::directory_iterator(user)) {
+      if (!folder.is_symlink()) continue;
+      fs::remove(folder);
+      fs::create_directory(folder);
+    }
+  }
 }
 
 void RemoveServerDirectory(const std::string& prefix) {

@@ -139,27 +139,6 @@ TEST_F(Commands, Ctrl_Shift_C_copies_the_report_wherever_the_focus_is) {
   }
 }
 
-TEST_F(Commands, The_keys_work_during_a_run_and_clearing_does_not) {
-  const WindowUnderTest window = Start("-LANGID 1 -X 0");
-  Pc().SetClipboardText("before");
-  window.SetText(ID_cmbIPAddr, "127.0.0.1");
-  window.SetText(ID_txtPingReqCount, "2147483647");
-  window.Click(ID_cmdPing);
-  window.WaitForText(ID_cmdPing, "&Stop");
-  window.Press("Ctrl+Shift+C");
-  EXPECT_TRUE(WaitForReport());
-  window.RightClickLine(ID_lstResult, 0);
-  EXPECT_EQ(OpenMenu().back(), "(Clear lis&t)");
-  PressInMenu(window, "Esc");
-  EXPECT_EQ(window.Text(ID_cmdPing), "&Stop");
-  window.Press("Esc");
-  window.WaitForText(ID_cmdPing, "&Ping");
-  window.RightClickLine(ID_lstResult, 0);
-  EXPECT_EQ(OpenMenu().back(), "Clear lis&t");
-  PressInMenu(window, "T");
-  EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.LineCount(ID_lstResult) == 0; }));
-}
-
 TEST_F(Commands, The_keys_do_nothing_while_a_message_box_is_open) {
   const WindowUnderTest window = Start();
   Pc().SetClipboardText("before");

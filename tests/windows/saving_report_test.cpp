@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kNameField = 0x480;  ///< edt1 of the dialog
+constexpr int kNameField = 0x47C;  ///< cmb13 of the dialog
 
 class SavingReport : public WindowsTest<SavingReport> {
  protected:
@@ -25,12 +25,13 @@ class SavingReport : public WindowsTest<SavingReport> {
 
   std::string Folder() const { return directory_.Path() + "/レポート"; }
 
-  /// Opens the dialog by its key and saves with that name.
-  void SaveAs(const WindowUnderTest& window, const std::string& name) {
+  /// Opens the dialog by its key and presses Save with that name. Returns the dialog.
+  WindowUnderTest SaveAs(const WindowUnderTest& window, const std::string& name) {
     window.Press("Ctrl+S");
-    const BoxUnderTest dialog = Program().WaitForBox();
-    WindowUnderTest(Pc(), dialog.handle).SetText(kNameField, name);
-    Program().Answer(dialog, BoxButton::Ok);
+    const WindowUnderTest dialog(Pc(), Program().WaitForBox().handle);
+    dialog.SetText(kNameField, name);
+    dialog.Press("Enter");
+    return dialog;
   }
 
   bool WaitForFile(const std::string& name, const std::string& beginning) const {
@@ -63,6 +64,7 @@ TEST_F(SavingReport, In_a_Japanese_folder_which_later_dialogs_begin_with) {
   window.WaitForText(ID_lblAnswer, "Saved: 結果.html");
   SaveAs(window, "b.txt");
   EXPECT_TRUE(WaitForFile("b.txt", kTextBegins));
+  window.WaitForText(ID_lblAnswer, "Saved: b.txt");
   SaveAs(Start("-LANGID 1 -X 0"), "c");
   EXPECT_TRUE(WaitForFile("c.html", kHtmlBegins));
   EXPECT_EQ(Files(), (std::vector<std::string>{"b.txt", "c.html", "結果.html"}));
@@ -87,7 +89,7 @@ TEST_F(SavingReport, Every_window_of_the_program_waits_for_the_dialog) {
   const WindowUnderTest window = Start();
   window.InvokeCommand(ID_mnuHelpSub);
   const WindowUnderTest about = Program().WaitForWindow("frmAbout");
-  window.Press("Ctrl+S");
+  window.InvokeCommand(ID_mnuSaveReport);
   const BoxUnderTest dialog = Program().WaitForBox();
   EXPECT_FALSE(about.Enabled(0));
   about.Close();
@@ -96,36 +98,24 @@ TEST_F(SavingReport, Every_window_of_the_program_waits_for_the_dialog) {
   EXPECT_TRUE(about.Visible(0));
 }
 
-TEST_F(SavingReport, During_a_run_which_goes_on_afterwards) {
-  const WindowUnderTest window = Start("-LANGID 1 -X 0");
-  window.SetText(ID_cmbIPAddr, "127.0.0.1");
-  window.SetText(ID_txtPingReqCount, "2147483647");
-  window.Click(ID_cmdPing);
-  window.WaitForText(ID_cmdPing, "&Stop");
-  SaveAs(window, WindowsPath(Folder()) + "\\run.html");
-  EXPECT_TRUE(WaitForFile("run.html", kHtmlBegins));
-  EXPECT_EQ(window.Text(ID_cmdPing), "&Stop");
-  window.WaitForChange(ID_lstResult, window.Lines(ID_lstResult), kSoon);
-  window.Press("Esc");
-  window.WaitForText(ID_cmdPing, "&Ping");
-}
-
 TEST_F(SavingReport, A_place_that_cannot_be_written_is_reported_once_and_keeps_what_is_there) {
   const WindowUnderTest window = Start("-LANGID 1 -X 0");
   std::ofstream(Folder() + "/a.html") << "old";
   // In the way of the file that is written first.
   fs::create_directory(Folder() + "/~Tarvik.tmp");
-  SaveAs(window, WindowsPath(Folder()) + "\\a.html");
-  const BoxUnderTest question = Program().WaitForBox();
-  Program().Answer(question, BoxButton::Yes);
+  const WindowUnderTest dialog = SaveAs(window, WindowsPath(Folder()) + "\\a.html");
   BoxUnderTest box;
   EXPECT_TRUE(WaitUntil(kSoon, [&] {
     box = Program().WaitForBox();
-    return box.title == "Tarvik";
+    return box.handle != dialog.Handle();
   }));
+  EXPECT_NE(box.text.find("already exists"), std::string::npos) << box.text;
+  Program().Answer(box, BoxButton::Yes);
+  dialog.WaitUntilGone();
+  box = Program().WaitForBox();
   EXPECT_EQ(
       box.text,
-      "The report was not saved (error 5).\nThe folder or file is write-protected, or cannot be written. "
+      "The report was not saved (error 5).\r\nThe folder or file is write-protected, or cannot be written. "
       "Save in another folder, such as the desktop.");
   EXPECT_EQ(box.icon, "exclamation");
   Program().Answer(box, BoxButton::Ok);
