@@ -14,16 +14,6 @@ namespace {
 /// A sentence has room for one name of that width.
 constexpr size_t kMaxNameColumns = 20;
 
-std::wstring Shortened(const std::wstring& name) {
-  if (Columns(name) <= kMaxNameColumns) return name;
-  std::wstring start;
-  for (const wchar_t letter : name) {
-    if (Columns(start + letter) > kMaxNameColumns - 3) break;
-    start += letter;
-  }
-  return start + L"...";
-}
-
 /// "3.2", "12"
 std::wstring SecondsText(uint32_t milliseconds) {
   if (milliseconds >= 10'000) return Decimal(milliseconds / 1000);
@@ -189,6 +179,16 @@ std::wstring FactOf(wchar_t letter, const Run& run, Rung rung, AnswerLanguage la
 }
 
 }  // namespace
+
+std::wstring Shortened(const std::wstring& name) {
+  if (Columns(name) <= kMaxNameColumns) return name;
+  std::wstring start;
+  for (const wchar_t letter : name) {
+    if (Columns(start + letter) > kMaxNameColumns - 3) break;
+    start += letter;
+  }
+  return start + L"...";
+}
 
 const EchoSeries& EchoesOf(const Facts& facts, Rung rung) {
   const bool gateway = rung == Rung::Gateway && !facts.gateway.tried.empty();

@@ -20,6 +20,9 @@ bool HasReply(const std::wstring& reply, int code);
 /// octal; otherwise empty.
 std::wstring PaddedNumber(const std::wstring& address);
 
+/// The name, cut to 20 columns with "..." at the end.
+std::wstring Shortened(const std::wstring& name);
+
 /// The words with every "%letter" replaced by a fact of the run. Names that can be of any length are
 /// shortened.
 std::wstring WithFacts(const wchar_t* words, const Run& run, Rung rung, AnswerLanguage language);

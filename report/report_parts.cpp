@@ -1,0 +1,174 @@
+// What the copied and the saved report have in common.
+
+#include "report/report_parts.h"
+
+#include <algorithm>
+#include <bit>
+
+#include "platform/text.h"
+#include "report/explanation_facts.h"
+#include "report/finding_words.h"
+#include "report/own_address.h"
+#include "report/report_text.h"
+
+namespace tarvik::report {
+namespace {
+
+std::wstring PrefixOf(const std::wstring& mask) {
+  const std::optional<uint32_t> bits = AddressNumber(mask);
+  if (!bits || *bits == 0) return {};
+  const int length = std::countl_one(*bits);
+  const bool hasGaps = length < 32 && *bits << length != 0;
+  return L"/" + (hasGaps ? mask : Decimal(length));
+}
+
+/// Nothing when several addresses of the PC could lead to the target.
+const OwnAddress* KnownOwnAddress(const Facts& facts) {
+  const OwnAddress* const own = DecisiveOwnAddress(facts);
+  if (own == nullptr || !IsGateway(own->address)) return nullptr;
+  const auto& all = facts.pc.addresses;
+  const bool only = std::count_if(all.begin(), all.end(),
+                                  [](const OwnAddress& each) { return IsGateway(each.address); }) == 1;
+  const auto& tried = facts.gateway.tried;
+  const bool leads = !tried.empty() && std::find(own->gateways.begin(), own->gateways.end(),
+                                                 tried.back().address) != own->gateways.end();
+  const bool sure = only || leads || IsOnSubnet(*own, facts.name.address) ||
+                    own == TooNarrowOwnAddress(facts.pc, facts.name.address);
+  return sure ? own : nullptr;
+}
+
+std::wstring CardWith(const WayToTarget& way, const std::wstring& address) {
+  if (way.card && way.card->address == address) return way.card->name;
+  const auto found = std::find_if(way.cards.begin(), way.cards.end(),
+                                  [&address](const PcCard& card) { return card.address == address; });
+  return found == way.cards.end() ? std::wstring() : found->name;
+}
+
+/// A typed name that no test has resolved stands for itself.
+std::wstring TargetAddress(const Run& run) {
+  if (!run.Resolved().empty()) return run.Resolved();
+  return run.target.empty() ? L"?" : run.target;
+}
+
+std::wstring CncPort(const Run& run) {
+  if (run.facts.cnc.port > 0) return Decimal(run.facts.cnc.port);
+  const std::optional<int32_t> typed = ParseInt32(run.settings.libraryPort);
+  return typed && *typed > 0 ? Decimal(*typed) : L"?";
+}
+
+std::wstring K7Traffic(const ReportSource& source, const std::wstring& pc, const std::wstring& target) {
+  const Run& run = source.run;
+  const std::wstring& server = run.facts.k7.server.empty() ? run.settings.k7Server : run.facts.k7.server;
+  const bool here = server.empty() || server == L"localhost" || server.starts_with(L"127.");
+  const std::wstring port = source.k7UdpPort.empty() ? L"?" : source.k7UdpPort;
+  const wchar_t* const between = In(source.language, L" (K7 server)", L"（K7サーバー）");
+  if (here) return Joined({L"UDP ", port, L" ", pc, between, L" <-> ", target});
+  return Joined({L"UDP ", port, L" ", pc, L" -> ", server, between, L", ", server, L" <-> ", target});
+}
+
+}  // namespace
+
+OwnPlace OwnPlaceOf(const Facts& facts) {
+  const WayToTarget& way = facts.pc.way;
+  OwnPlace place;
+  if (const OwnAddress* const own = KnownOwnAddress(facts)) {
+    place = {own->address, PrefixOf(own->mask), CardWith(way, own->address)};
+  } else if (const PcCard* const card = CardOf(way, facts.name.address)) {
+    place.card = card->name;
+    if (IsGateway(card->address)) place = {card->address, PrefixOf(card->mask), card->name};
+  }
+  return place;
+}
+
+std::wstring TargetText(const Run& run) {
+  const std::wstring& address = run.Resolved();
+  if (run.target.empty()) return L"?";
+  if (address.empty() || address == run.target) return run.target;
+  return Joined({run.target, L" (", address, L")"});
+}
+
+std::optional<Rung> DecidingRung(const Answer& answer) {
+  const RungState state = RowOf(answer.finding).state;
+  const bool about = answer.Of(answer.rung).finding == answer.finding && state != RungState::NotInThisRun &&
+                     answer.finding != Finding::NotTested;
+  return about ? std::optional(answer.rung) : std::nullopt;
+}
+
+std::wstring VerdictText(const ReportSource& source, AnswerLanguage language) {
+  const auto named = [&](const wchar_t* english, const wchar_t* japanese) {
+    const std::optional<Rung> rung = DecidingRung(source.answer);
+    const wchar_t* const word = In(language, english, japanese);
+    return rung ? Joined({word, L" ", NameOf(*rung, language)}) : std::wstring(word);
+  };
+  if (source.run.active) return named(L"RUNNING", L"テスト中");
+  switch (RowOf(source.answer.finding).state) {
+    case RungState::Good:
+      return In(language, L"OK", L"良好");
+    case RungState::Doubtful:
+      return named(L"DOUBT", L"要確認");
+    case RungState::Failed:
+      return named(L"FAIL", L"異常");
+    case RungState::Stopped:
+      return In(language, L"STOPPED", L"中止");
+    default:
+      return named(L"NOT TESTED", L"未テスト");
+  }
+}
+
+const wchar_t* PlainMark(RungState state, AnswerLanguage language) {
+  const wchar_t* const mark = MarkOf(state, language);
+  return *mark == L'–' ? L"-" : mark;
+}
+
+std::vector<std::wstring> NextSteps(const ReportSource& source) {
+  const Answer& answer = source.answer;
+  const FindingRow& row = RowOf(answer.finding);
+  const wchar_t* const todo = row.In(source.language).todo;
+  if (row.state == RungState::Good && *todo == L'\0')
+    return {In(source.language, L"Nothing. Only what was tested is proven.",
+               L"なし。テストした範囲のみ確認済み。")};
+  const FoundExplanation found =
+      source.explanations == nullptr ? FoundExplanation() : source.explanations->Of(answer.finding);
+  std::vector<std::wstring> steps;
+  if (found.explanation != nullptr)
+    for (const BothLanguages& step : found.explanation->steps)
+      steps.push_back(Filled(step, source.run, answer.rung, source.language).text);
+  if (steps.empty() && *todo != L'\0')
+    steps.push_back(WithFacts(todo, source.run, answer.rung, source.language));
+  if (steps.empty()) steps.push_back(In(source.language, L"Run the test again.", L"もう一度テストする"));
+  return steps;
+}
+
+std::vector<std::wstring> NeededTraffic(const ReportSource& source) {
+  const Run& run = source.run;
+  const OwnPlace own = OwnPlaceOf(run.facts);
+  const std::wstring pc = own.address.empty() ? In(source.language, L"this PC", L"このPC") : own.address;
+  const std::wstring target = TargetAddress(run);
+  const std::wstring there = Joined({L" ", pc, L" -> ", target});
+  const std::wstring echo = In(source.language, L"ICMP echo", L"ICMPエコー");
+  std::vector<std::wstring> lines;
+  if (run.Planned(Rung::Gateway) && !run.facts.gateway.tried.empty())
+    lines.push_back(Joined({echo, L" ", pc, L" -> ", run.facts.gateway.tried.back().address}));
+  if (run.Planned(Rung::Target)) lines.push_back(echo + there);
+  if (run.Planned(Rung::CncLibrary)) lines.push_back(Joined({L"TCP ", CncPort(run), there}));
+  if (run.Planned(Rung::K7)) lines.push_back(K7Traffic(source, pc, target));
+  if (run.Planned(Rung::Ftp)) {
+    lines.push_back(L"TCP 21" + there);
+    lines.push_back(source.language == AnswerLanguage::Japanese
+                        ? Joined({L"TCP ", target, L"のポート20 -> ", pc,
+                                  L"の全ポート、プログラム Tarvik.exe（FTPの一覧）"})
+                        : Joined({L"TCP from port 20 of ", target, L" to any port of ", pc,
+                                  L", program Tarvik.exe (FTP listing)"}));
+  }
+  return lines;
+}
+
+std::wstring DateText(const LocalTime& time) {
+  return Joined({ZeroPadded(time.year, 4), L"-", ZeroPadded(time.month, 2), L"-", ZeroPadded(time.day, 2)});
+}
+
+std::wstring TimeText(const LocalTime& time) {
+  return Joined({ZeroPadded(time.hour, 2), L":", ZeroPadded(time.minute, 2)});
+}
+
+}  // namespace tarvik::report

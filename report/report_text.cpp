@@ -1,0 +1,166 @@
+// Makes texts of servers and libraries harmless for a report.
+
+#include "report/report_text.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "platform/text.h"
+
+namespace tarvik::report {
+namespace {
+
+constexpr uint32_t kNotShown = 0xFFFD;
+
+struct CharacterRange {
+  uint32_t first;
+  uint32_t last;
+};
+
+/// Control characters, those without width and those that change the direction of writing. A terminal, a
+/// browser or Notepad would obey them.
+constexpr CharacterRange kUnsafe[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},     {0x061C, 0x061C},
+                                      {0x200B, 0x200F}, {0x2028, 0x202E}, {0x2060, 0x206F}, {0xD800, 0xDFFF},
+                                      {0xFDD0, 0xFDEF}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}};
+
+bool IsUnsafe(uint32_t character) {
+  return character > 0x10FFFF || (character & 0xFFFE) == 0xFFFE ||
+         std::any_of(std::begin(kUnsafe), std::end(kUnsafe), [character](const CharacterRange& range) {
+           return character >= range.first && character <= range.last;
+         });
+}
+
+bool IsHalf(wchar_t unit, uint32_t kind) { return (static_cast<uint32_t>(unit) & ~0x3FFU) == kind; }
+
+/// Removes one character from the text. A surrogate pair is one.
+uint32_t TakeShown(std::wstring_view& text) {
+  auto character = static_cast<uint32_t>(text.front());
+  const bool isPair = text.size() > 1 && IsHalf(text[0], 0xD800) && IsHalf(text[1], 0xDC00);
+  if (isPair) character = 0x10000 + ((character & 0x3FF) << 10) + (static_cast<uint32_t>(text[1]) & 0x3FF);
+  text.remove_prefix(isPair ? 2 : 1);
+  if (character >= 0x20 && character < 0x7F) return character;
+  if (character == '\n') return character;
+  if (character == '\t' || character == '\r') return ' ';
+  return IsUnsafe(character) ? kNotShown : character;
+}
+
+const char* EntityOf(uint32_t character) {
+  switch (character) {
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    case '"':
+      return "&quot;";
+    case '\'':
+      return "&#39;";
+    default:
+      return nullptr;
+  }
+}
+
+/// How many characters at the start are written as they are; most texts are ASCII.
+size_t PlainLength(std::wstring_view text, bool html) {
+  const auto found = std::find_if(text.begin(), text.end(), [html](wchar_t letter) {
+    return letter < 0x20 || letter >= 0x7F || (html && EntityOf(static_cast<uint32_t>(letter)) != nullptr);
+  });
+  return static_cast<size_t>(found - text.begin());
+}
+
+void AppendCharacter(std::string& out, uint32_t character) {
+  if (character < 0x80) {
+    out += static_cast<char>(character);
+    return;
+  }
+  const int following = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
+  constexpr uint32_t kFirst[] = {0, 0xC0, 0xE0, 0xF0};
+  out += static_cast<char>(kFirst[following] | character >> (6 * following));
+  for (int left = following - 1; left >= 0; --left)
+    out += static_cast<char>(0x80 | (character >> (6 * left) & 0x3F));
+}
+
+wchar_t LowerAscii(wchar_t letter) {
+  return letter >= L'A' && letter <= L'Z' ? static_cast<wchar_t>(letter + (L'a' - L'A')) : letter;
+}
+
+bool IsWordLetter(wchar_t letter) {
+  const wchar_t lower = LowerAscii(letter);
+  return (lower >= L'a' && lower <= L'z') || (lower >= L'0' && lower <= L'9');
+}
+
+/// The secret in [at, at + length) is not a part of a longer word.
+bool IsWholeWord(std::wstring_view text, size_t at, size_t length) {
+  const size_t end = at + length;
+  const bool before = at > 0 && IsWordLetter(text[at - 1]) && IsWordLetter(text[at]);
+  const bool after = end < text.size() && IsWordLetter(text[end]) && IsWordLetter(text[end - 1]);
+  return !before && !after;
+}
+
+}  // namespace
+
+std::wstring Joined(std::initializer_list<std::wstring_view> parts) {
+  std::wstring all;
+  for (const std::wstring_view part : parts) all += part;
+  return all;
+}
+
+std::wstring OneLine(std::wstring_view text, size_t maxLength) {
+  std::wstring line;
+  while (!text.empty() && line.size() < maxLength) {
+    const std::wstring_view before = text;
+    const uint32_t character = TakeShown(text);
+    if (character == '\n')
+      line += L' ';
+    else if (character < 0x10000)
+      line += static_cast<wchar_t>(character);
+    else
+      line += before.substr(0, before.size() - text.size());
+  }
+  return text.empty() ? line : line + L"...";
+}
+
+void AppendUtf8(std::string& out, std::wstring_view text, bool html, std::string_view lineBreak) {
+  while (true) {
+    const size_t plain = PlainLength(text, html);
+    const size_t end = out.size();
+    out.resize(end + plain);
+    std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plain),
+                   out.begin() + static_cast<std::ptrdiff_t>(end),
+                   [](wchar_t letter) { return static_cast<char>(letter); });
+    text.remove_prefix(plain);
+    if (text.empty()) return;
+    const uint32_t character = TakeShown(text);
+    const char* const entity = html ? EntityOf(character) : nullptr;
+    if (entity != nullptr)
+      out += entity;
+    else if (character == '\n')
+      out += lineBreak;
+    else
+      AppendCharacter(out, character);
+  }
+}
+
+std::wstring Masked(std::wstring_view text, const std::vector<std::wstring>& secrets) {
+  std::wstring masked(text);
+  const auto same = [](wchar_t a, wchar_t b) { return LowerAscii(a) == LowerAscii(b); };
+  for (const std::wstring& secret : secrets) {
+    if (secret.empty() || masked.size() < secret.size()) continue;
+    std::wstring rest = std::move(masked);
+    masked.clear();
+    auto done = rest.cbegin();
+    for (auto from = done;;) {
+      const auto found = std::search(from, rest.cend(), secret.begin(), secret.end(), same);
+      if (found == rest.cend()) break;
+      from = found + 1;
+      if (!IsWholeWord(rest, static_cast<size_t>(found - rest.cbegin()), secret.size())) continue;
+      masked.append(done, found).append(L"***");
+      done = from = found + static_cast<std::ptrdiff_t>(secret.size());
+    }
+    masked.append(done, rest.cend());
+  }
+  return masked;
+}
+
+}  // namespace tarvik::report
