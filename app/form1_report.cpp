@@ -56,6 +56,7 @@ report::ReportSource Form1::MakeReportSource(const report::Answer& answer) {
       .timeZone = TimeZoneText(now.minutesEast),
       .libraries = LibraryVersions(),
       .made = {now.year, now.month, now.day, now.hour, now.minute},
+      .explanations = &KnownExplanations(),
       .texts = &texts_,
       .secrets = std::move(secrets),
   };

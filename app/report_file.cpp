@@ -17,7 +17,7 @@ bool HasExtension(const std::wstring& path, const wchar_t* extension) {
 
 /// What to do after one of these Windows errors; 0 = no more.
 struct SaveAdvice {
-  uint32_t errors[8];
+  uint32_t errors[11];
   const wchar_t* english;
   const wchar_t* japanese;
 };
@@ -26,9 +26,9 @@ constexpr SaveAdvice kSaveAdvice[] = {
     {{39, 112},
      L"The drive is full. Save on another one.",
      L"空き容量がありません。別のドライブに保存してください。"},
-    // ERROR_PATH_NOT_FOUND, _NOT_READY, _BAD_NETPATH, _NETNAME_DELETED, _BAD_NET_NAME, _NO_SUCH_DEVICE,
-    // _DEVICE_NOT_CONNECTED
-    {{3, 21, 53, 64, 67, 433, 1167},
+    // ERROR_PATH_NOT_FOUND, _INVALID_DRIVE, _NOT_READY, _BAD_NETPATH, _NETNAME_DELETED, _BAD_NET_NAME,
+    // _NO_SUCH_DEVICE, _FILE_INVALID, _NO_MEDIA_IN_DRIVE, _DEVICE_NOT_CONNECTED, _DEVICE_REMOVED
+    {{3, 15, 21, 53, 64, 67, 433, 1006, 1112, 1167, 1617},
      L"The drive or folder is no longer there. Plug the drive in again, or save in another folder.",
      L"ドライブまたはフォルダーがなくなりました。ドライブを接続し直すか、別のフォルダーに保存してください。"},
     // ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION, ERROR_USER_MAPPED_FILE

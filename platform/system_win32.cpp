@@ -90,15 +90,15 @@ class Win32System final : public System {
   std::wstring DesktopFolder() override {
     constexpr int kDesktopDirectory = 0x10;  // CSIDL_DESKTOPDIRECTORY
     using GetFolder = HRESULT(WINAPI*)(HWND, int, HANDLE, DWORD, wchar_t*);
-    SystemLibrary shell;
-    shell.Load(L"shell32.dll");
-    const auto getFolder = shell.Find<GetFolder>("SHGetFolderPathW");
+    shell_.Load(L"shell32.dll");
+    const auto getFolder = shell_.Find<GetFolder>("SHGetFolderPathW");
     wchar_t folder[MAX_PATH] = {};
     if (getFolder == nullptr || FAILED(getFolder(nullptr, kDesktopDirectory, nullptr, 0, folder))) return {};
     return folder;
   }
 
  private:
+  SystemLibrary shell_;
   std::unique_ptr<Files> files_ = MakeFiles();
   std::wstring profilePath_;  ///< of the file read last
   std::string profile_;       ///< its text

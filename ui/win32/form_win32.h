@@ -175,6 +175,7 @@ class Win32Form final : public Form {
   Scaling scaling_;
   SystemLibrary commonControls_;
   SystemLibrary inputMethods_;
+  SystemLibrary saveDialogs_;
   ComObjects com_;
   Annotations annotations_;
   TaskbarButton taskbarButton_;
