@@ -204,7 +204,7 @@ Do next: 1. In the PC's firewall, allow TCP port 8200 to the CNC.
 2. Compare "TCP port" (8200) on page NEXAL2 with the setting in the CNC.
 3. Set a longer "Timeout (s)" on page NEXAL2, for example 30.
 4. Ask for TCP port 8200 to be allowed in firewalls on the way.
-5. When the machine may stand still, switch the CNC off and on.
+5. Look up the error number in the manual of the CNC library.
 IT must allow:
 TCP 8200 this PC -> cnc7
 )x");
