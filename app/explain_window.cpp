@@ -56,6 +56,8 @@ frmExplain::frmExplain(std::unique_ptr<ui::Form> form, report::AnswerLanguage la
   form_->onScalingChanged = [this] { Form_ScalingChanged(); };
   form_->onEscape = [this] { form_->Close(); };
   form_->onUnload = [this] { closed_ = true; };
+  // F1 would enable this window, which could then be closed while its own message box is open.
+  form_->onBoxHelp = nullptr;
   const int line = form_->LineHeight();
   form_->SetMinimumWindowSize(MinimumSize());
   form_->SetWindowSize(ui::MinWindowSizeFor(*form_, {kDesignWidth * line, kDesignHeight * line}));

@@ -57,7 +57,7 @@ void Form1::ExplainBox(const std::wstring& text) {
 void Form1::ShowExplanation(
     const report::Run& run,
     const std::function<report::FoundExplanation(const ExplainSubject& subject)>& find) {
-  const auto language = report::LanguageOfTexts(languageMode_, languageId_);
+  const report::AnswerLanguage language = Language();
   const report::FoundExplanation found = find(ExplainSubject(KnownExplanations(), texts_, run, language));
   if (found.explanation == nullptr) return;
   if (explain_ == nullptr || explain_->Closed()) {
