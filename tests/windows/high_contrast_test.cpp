@@ -63,5 +63,18 @@ TEST_F(HighContrast, Backgrounds_and_texts_have_the_colours_of_the_scheme) {
   EXPECT_TRUE(Holds(ColoursOf(window.ClientRect(ID_lstResult)), "#008000"));
 }
 
+TEST_F(HighContrast, The_explanation_has_the_colours_of_the_scheme) {
+  const WindowUnderTest window = Start();
+  window.Settle();
+  window.Press("F1");
+  const WindowUnderTest explain = Program().WaitForWindow("frmExplain");
+  explain.BringToForeground();
+  const ScreenRect part = explain.ClientRect(ID_txtExplanation);
+  EXPECT_TRUE(WaitUntil(kSoon, [&] {
+    const std::vector<std::string> colours = ColoursOf(part);
+    return !colours.empty() && colours.front() == "#000000" && Holds(colours, "#FFFF00");
+  }));
+}
+
 }  // namespace
 }  // namespace tarvik::lab
