@@ -9,7 +9,7 @@ namespace tarvik::test {
 namespace {
 
 constexpr int16_t kCtrlShift = ui::kCtrlHeld + ui::kShiftHeld;
-constexpr int16_t kF1Key = 0x70;
+constexpr int16_t kHelpKey = 0x70;
 
 class Form1CommandsTest : public Form1Test {
  protected:
@@ -189,7 +189,7 @@ TEST_F(Form1CommandsTest, The_keys_do_nothing_while_a_message_box_is_open) {
   boxes.onShow = [this] {
     EXPECT_TRUE(form.PressShortcut(L'C', kCtrlShift));
     EXPECT_TRUE(form.PressShortcut(L'S', ui::kCtrlHeld));
-    EXPECT_TRUE(form.PressShortcut(kF1Key, 0));
+    EXPECT_TRUE(form.PressShortcut(kHelpKey, 0));
   };
   form.Boxes().Show(L"a box");
   EXPECT_EQ(clipboard.text, L"before");

@@ -143,6 +143,32 @@ TEST_F(Form1ReportTest, It_can_be_saved_during_a_run_which_then_goes_on) {
   EXPECT_EQ(List().lines, lines);
 }
 
+TEST_F(Form1ReportTest, Names_and_passwords_that_a_server_repeats_stay_out_even_when_changed_since_the_run) {
+  Start();
+  Address().Type(L"192.168.1.100");
+  Box(ID_txtFtpUsername).SetText(L"kira7");
+  Box(ID_txtFtpPasswd).SetText(L"pw9x");
+  wininet.replies = {"230 kira7 (pw9x, PC of anna) is logged in", "257 \"/\"", "226 done"};
+  Click(ID_cmdFtpConnect);
+  Box(ID_txtFtpUsername).SetText(L"");
+  Box(ID_txtFtpPasswd).SetText(L"");
+  Save();
+  const std::string& saved = files.contents[kSavedPath];
+  EXPECT_NE(saved.find("is logged in"), std::string::npos);
+  for (const char* const secret : {"kira7", "pw9x", "anna"})
+    EXPECT_EQ(saved.find(secret), std::string::npos) << secret;
+}
+
+TEST_F(Form1ReportTest, It_says_where_and_when_it_was_made) {
+  Start(L"", false);
+  answer = ui::SavePlace{L"E:\\レポート\\a.txt", 0};
+  Save();
+  const std::string& saved = files.contents[L"E:\\レポート\\a.txt"];
+  for (const char* const text : {"Tarvik 1.0", "general edition", "Windows NT Running 10.0", "UTC+09:00",
+                                 "2024-02-03", "NxLib32.dll -", "Wininet.dll"})
+    EXPECT_NE(saved.find(text), std::string::npos) << text;
+}
+
 TEST_F(Form1ReportTest, Versions_of_libraries_are_read_for_the_first_report_only) {
   versions.blocks[std::wstring(L"C:\\System\\NxLib32.dll")] = FakeVersions::Block(1, 2, 3, 4);
   Start();
