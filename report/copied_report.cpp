@@ -26,7 +26,7 @@ std::wstring NumberOfMessage(const ReportSource& source, Rung rung) {
     if (line.empty() || line.size() > kMaxCopiedLength) continue;
     const FoundExplanation found = source.explanations->OfLine(line, *source.texts);
     if (found.message && found.explanation->rung == rung)
-      return Joined({L" [", Decimal(RowOf(*found.message).id), L"]"});
+      return Joined({L" [", Decimal(RowOf(*found.message).id).c_str(), L"]"});
   }
   return {};
 }
@@ -57,13 +57,16 @@ std::wstring SummaryLine(const ReportSource& source) {
   const bool failed = !run.active && (state == RungState::Failed || state == RungState::Doubtful);
   const wchar_t* const evidence = EvidenceWords(run.facts, rung.value_or(Rung::Target), language);
   const OwnPlace own = OwnPlaceOf(run.facts);
-  std::wstring from = own.Network();
-  if (!own.card.empty()) from += (from.empty() ? L"" : L" ") + own.card;
-  if (!from.empty()) from = In(language, L"from ", L"PC ") + from;
+  const std::wstring network = own.Network();
+  const wchar_t* const space = network.empty() || own.card.empty() ? L"" : L" ";
+  std::wstring from = Joined({network.c_str(), space, own.card.c_str()});
+  if (!from.empty()) from.insert(0, In(language, L"from ", L"PC "));
 
   std::wstring line = source.program;
   const auto add = [&line](std::wstring_view field) {
-    if (!field.empty()) line += L" | " + OneLine(field, kMaxSummaryField);
+    if (field.empty()) return;
+    line += L" | ";
+    AppendOneLine(line, field, kMaxSummaryField);
   };
   add(TargetText(run));
   std::wstring verdict = VerdictText(source, language);
@@ -77,34 +80,34 @@ std::wstring SummaryLine(const ReportSource& source) {
 
 std::wstring CopiedReport(const ReportSource& source) {
   const AnswerLanguage language = source.language;
-  std::vector<std::wstring> lines = {SummaryLine(source)};
+  std::wstring report;
+  size_t lines = 0;
+  const auto add = [&report, &lines](std::wstring_view line) {
+    AppendOneLine(report, line, kMaxCopiedLength);
+    report += L"\r\n";
+    ++lines;
+  };
+  add(SummaryLine(source));
   for (int index = 0; index < kRungCount; ++index) {
     const auto rung = static_cast<Rung>(index);
     const RungFinding& found = source.answer.Of(rung);
-    if (source.run.Planned(rung))
-      lines.push_back(Joined({PlainMark(found.state, language), L" ", found.text}));
+    if (source.run.Planned(rung)) add(Joined({PlainMark(found.state, language), L" ", found.text.c_str()}));
   }
-  if (lines.size() == 1) lines.push_back(In(language, L"No test has run yet.", L"まだテストしていません。"));
-
+  if (lines == 1) add(In(language, L"No test has run yet.", L"まだテストしていません。"));
   if (source.answer.finding == Finding::Broken && !source.run.boxes.empty())
-    lines.push_back(Masked(source.run.boxes.back().text, source.secrets));
+    add(Masked(source.run.boxes.back().text, source.secrets));
 
   const std::vector<std::wstring> traffic = NeededTraffic(source);
-  const size_t others = lines.size() + (traffic.empty() ? 0 : traffic.size() + 1);
-  std::vector<std::wstring> steps = NextSteps(source);
-  steps.resize(std::min(steps.size(), kMaxCopiedLines - others));
-  const bool several = steps.size() > 1;
-  std::wstring begin = In(language, L"Do next: ", L"次の手順：");
-  int64_t number = 0;
-  for (const std::wstring& step : steps) {
-    lines.push_back(Joined({begin, several ? Decimal(++number) + L". " : std::wstring(), step}));
-    begin.clear();
+  const std::vector<std::wstring> steps = NextSteps(source);
+  const size_t others = lines + (traffic.empty() ? 0 : traffic.size() + 1);
+  const size_t shown = std::min(steps.size(), kMaxCopiedLines - others);
+  for (size_t i = 0; i < shown; ++i) {
+    std::wstring line = i == 0 ? In(language, L"Do next: ", L"次の手順：") : L"";
+    if (steps.size() > 1) line += Decimal(static_cast<int64_t>(i) + 1) + L". ";
+    add(line + steps[i]);
   }
-  if (!traffic.empty()) lines.push_back(In(language, L"IT must allow:", L"IT部門に許可を依頼："));
-  lines.insert(lines.end(), traffic.begin(), traffic.end());
-
-  std::wstring report;
-  for (const std::wstring& line : lines) report += OneLine(line, kMaxCopiedLength) + L"\r\n";
+  if (!traffic.empty()) add(In(language, L"IT must allow:", L"IT部門に許可を依頼："));
+  for (const std::wstring& line : traffic) add(line);
   return report;
 }
 

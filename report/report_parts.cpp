@@ -2,7 +2,6 @@
 
 #include "report/report_parts.h"
 
-#include <algorithm>
 #include <bit>
 
 #include "platform/text.h"
@@ -22,26 +21,25 @@ std::wstring PrefixOf(const std::wstring& mask) {
   return L"/" + (hasGaps ? mask : Decimal(length));
 }
 
-/// Nothing when several addresses of the PC could lead to the target.
+/// Null when several addresses of the PC could lead to the target.
 const OwnAddress* KnownOwnAddress(const Facts& facts) {
   const OwnAddress* const own = DecisiveOwnAddress(facts);
   if (own == nullptr || !IsGateway(own->address)) return nullptr;
-  const auto& all = facts.pc.addresses;
-  const bool only = std::count_if(all.begin(), all.end(),
-                                  [](const OwnAddress& each) { return IsGateway(each.address); }) == 1;
-  const auto& tried = facts.gateway.tried;
-  const bool leads = !tried.empty() && std::find(own->gateways.begin(), own->gateways.end(),
-                                                 tried.back().address) != own->gateways.end();
-  const bool sure = only || leads || IsOnSubnet(*own, facts.name.address) ||
-                    own == TooNarrowOwnAddress(facts.pc, facts.name.address);
-  return sure ? own : nullptr;
+  if (IsOnSubnet(*own, facts.name.address) || own == TooNarrowOwnAddress(facts.pc, facts.name.address))
+    return own;
+  if (!facts.gateway.tried.empty())
+    for (const std::wstring& gateway : own->gateways)
+      if (gateway == facts.gateway.tried.back().address) return own;
+  for (const OwnAddress& other : facts.pc.addresses)
+    if (&other != own && IsGateway(other.address)) return nullptr;
+  return own;
 }
 
 std::wstring CardWith(const WayToTarget& way, const std::wstring& address) {
   if (way.card && way.card->address == address) return way.card->name;
-  const auto found = std::find_if(way.cards.begin(), way.cards.end(),
-                                  [&address](const PcCard& card) { return card.address == address; });
-  return found == way.cards.end() ? std::wstring() : found->name;
+  for (const PcCard& card : way.cards)
+    if (card.address == address) return card.name;
+  return {};
 }
 
 /// A typed name that no test has resolved stands for itself.
@@ -50,20 +48,27 @@ std::wstring TargetAddress(const Run& run) {
   return run.target.empty() ? L"?" : run.target;
 }
 
+/// "TCP 8193", with the port that was used or, before that, the one that is set.
 std::wstring CncPort(const Run& run) {
-  if (run.facts.cnc.port > 0) return Decimal(run.facts.cnc.port);
-  const std::optional<int32_t> typed = ParseInt32(run.settings.libraryPort);
-  return typed && *typed > 0 ? Decimal(*typed) : L"?";
+  int32_t port = run.facts.cnc.port;
+  if (port <= 0) port = ParseInt32(run.settings.libraryPort).value_or(0);
+  return L"TCP " + (port > 0 ? Decimal(port) : L"?");
 }
 
-std::wstring K7Traffic(const ReportSource& source, const std::wstring& pc, const std::wstring& target) {
+std::wstring K7Traffic(const ReportSource& source, const wchar_t* pc, const wchar_t* target) {
   const Run& run = source.run;
   const std::wstring& server = run.facts.k7.server.empty() ? run.settings.k7Server : run.facts.k7.server;
   const bool here = server.empty() || server == L"localhost" || server.starts_with(L"127.");
-  const std::wstring port = source.k7UdpPort.empty() ? L"?" : source.k7UdpPort;
-  const wchar_t* const between = In(source.language, L" (K7 server)", L"（K7サーバー）");
-  if (here) return Joined({L"UDP ", port, L" ", pc, between, L" <-> ", target});
-  return Joined({L"UDP ", port, L" ", pc, L" -> ", server, between, L", ", server, L" <-> ", target});
+  const wchar_t* const port = source.k7UdpPort.empty() ? L"?" : source.k7UdpPort.c_str();
+  const wchar_t* const named = In(source.language, L" (K7 server)", L"（K7サーバー）");
+  if (here) return Joined({L"UDP ", port, L" ", pc, named, L" <-> ", target});
+  return Joined(
+      {L"UDP ", port, L" ", pc, L" -> ", server.c_str(), named, L", ", server.c_str(), L" <-> ", target});
+}
+
+void AppendNumber(std::wstring& out, wchar_t before, int32_t number, size_t digits) {
+  out += before;
+  out += ZeroPadded(number, digits);
 }
 
 }  // namespace
@@ -84,7 +89,7 @@ std::wstring TargetText(const Run& run) {
   const std::wstring& address = run.Resolved();
   if (run.target.empty()) return L"?";
   if (address.empty() || address == run.target) return run.target;
-  return Joined({run.target, L" (", address, L")"});
+  return Joined({run.target.c_str(), L" (", address.c_str(), L")"});
 }
 
 std::optional<Rung> DecidingRung(const Answer& answer) {
@@ -98,7 +103,7 @@ std::wstring VerdictText(const ReportSource& source, AnswerLanguage language) {
   const auto named = [&](const wchar_t* english, const wchar_t* japanese) {
     const std::optional<Rung> rung = DecidingRung(source.answer);
     const wchar_t* const word = In(language, english, japanese);
-    return rung ? Joined({word, L" ", NameOf(*rung, language)}) : std::wstring(word);
+    return rung ? Joined({word, L" ", NameOf(*rung, language)}) : Joined({word});
   };
   if (source.run.active) return named(L"RUNNING", L"テスト中");
   switch (RowOf(source.answer.finding).state) {
@@ -141,34 +146,44 @@ std::vector<std::wstring> NextSteps(const ReportSource& source) {
 
 std::vector<std::wstring> NeededTraffic(const ReportSource& source) {
   const Run& run = source.run;
+  const bool japanese = source.language == AnswerLanguage::Japanese;
   const OwnPlace own = OwnPlaceOf(run.facts);
-  const std::wstring pc = own.address.empty() ? In(source.language, L"this PC", L"このPC") : own.address;
-  const std::wstring target = TargetAddress(run);
-  const std::wstring there = Joined({L" ", pc, L" -> ", target});
-  const std::wstring echo = In(source.language, L"ICMP echo", L"ICMPエコー");
+  const wchar_t* const pc =
+      own.address.empty() ? In(source.language, L"this PC", L"このPC") : own.address.c_str();
+  const std::wstring address = TargetAddress(run);
+  const wchar_t* const target = address.c_str();
   std::vector<std::wstring> lines;
+  const auto add = [&lines, pc](const wchar_t* what, const wchar_t* to) {
+    lines.push_back(Joined({what, L" ", pc, L" -> ", to}));
+  };
+  const wchar_t* const echo = japanese ? L"ICMPエコー" : L"ICMP echo";
   if (run.Planned(Rung::Gateway) && !run.facts.gateway.tried.empty())
-    lines.push_back(Joined({echo, L" ", pc, L" -> ", run.facts.gateway.tried.back().address}));
-  if (run.Planned(Rung::Target)) lines.push_back(echo + there);
-  if (run.Planned(Rung::CncLibrary)) lines.push_back(Joined({L"TCP ", CncPort(run), there}));
+    add(echo, run.facts.gateway.tried.back().address.c_str());
+  if (run.Planned(Rung::Target)) add(echo, target);
+  if (run.Planned(Rung::CncLibrary)) add(CncPort(run).c_str(), target);
   if (run.Planned(Rung::K7)) lines.push_back(K7Traffic(source, pc, target));
-  if (run.Planned(Rung::Ftp)) {
-    lines.push_back(L"TCP 21" + there);
-    lines.push_back(source.language == AnswerLanguage::Japanese
-                        ? Joined({L"TCP ", target, L"のポート20 -> ", pc,
-                                  L"の全ポート、プログラム Tarvik.exe（FTPの一覧）"})
-                        : Joined({L"TCP from port 20 of ", target, L" to any port of ", pc,
-                                  L", program Tarvik.exe (FTP listing)"}));
-  }
+  if (!run.Planned(Rung::Ftp)) return lines;
+  add(L"TCP 21", target);
+  if (japanese)
+    lines.push_back(
+        Joined({L"TCP ", target, L"のポート20 -> ", pc, L"の全ポート、プログラム Tarvik.exe（FTPの一覧）"}));
+  else
+    lines.push_back(Joined(
+        {L"TCP from port 20 of ", target, L" to any port of ", pc, L", program Tarvik.exe (FTP listing)"}));
   return lines;
 }
 
 std::wstring DateText(const LocalTime& time) {
-  return Joined({ZeroPadded(time.year, 4), L"-", ZeroPadded(time.month, 2), L"-", ZeroPadded(time.day, 2)});
+  std::wstring text = ZeroPadded(time.year, 4);
+  AppendNumber(text, L'-', time.month, 2);
+  AppendNumber(text, L'-', time.day, 2);
+  return text;
 }
 
 std::wstring TimeText(const LocalTime& time) {
-  return Joined({ZeroPadded(time.hour, 2), L":", ZeroPadded(time.minute, 2)});
+  std::wstring text = ZeroPadded(time.hour, 2);
+  AppendNumber(text, L':', time.minute, 2);
+  return text;
 }
 
 }  // namespace tarvik::report

@@ -2,10 +2,7 @@
 
 #include "report/report_text.h"
 
-#include <algorithm>
 #include <cstdint>
-
-#include "platform/text.h"
 
 namespace tarvik::report {
 namespace {
@@ -24,10 +21,9 @@ constexpr CharacterRange kUnsafe[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0xAD,
                                       {0xFDD0, 0xFDEF}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}};
 
 bool IsUnsafe(uint32_t character) {
-  return character > 0x10FFFF || (character & 0xFFFE) == 0xFFFE ||
-         std::any_of(std::begin(kUnsafe), std::end(kUnsafe), [character](const CharacterRange& range) {
-           return character >= range.first && character <= range.last;
-         });
+  for (const CharacterRange& range : kUnsafe)
+    if (character >= range.first && character <= range.last) return true;
+  return character > 0x10FFFF || (character & 0xFFFE) == 0xFFFE;
 }
 
 bool IsHalf(wchar_t unit, uint32_t kind) { return (static_cast<uint32_t>(unit) & ~0x3FFU) == kind; }
@@ -61,12 +57,8 @@ const char* EntityOf(uint32_t character) {
   }
 }
 
-/// How many characters at the start are written as they are; most texts are ASCII.
-size_t PlainLength(std::wstring_view text, bool html) {
-  const auto found = std::find_if(text.begin(), text.end(), [html](wchar_t letter) {
-    return letter < 0x20 || letter >= 0x7F || (html && EntityOf(static_cast<uint32_t>(letter)) != nullptr);
-  });
-  return static_cast<size_t>(found - text.begin());
+bool IsPlain(wchar_t letter, bool html) {
+  return letter >= 0x20 && letter < 0x7F && !(html && EntityOf(static_cast<uint32_t>(letter)) != nullptr);
 }
 
 void AppendCharacter(std::string& out, uint32_t character) {
@@ -90,9 +82,12 @@ bool IsWordLetter(wchar_t letter) {
   return (lower >= L'a' && lower <= L'z') || (lower >= L'0' && lower <= L'9');
 }
 
-/// The secret in [at, at + length) is not a part of a longer word.
-bool IsWholeWord(std::wstring_view text, size_t at, size_t length) {
-  const size_t end = at + length;
+/// The secret is at that place, whatever its case, and not a part of a longer word.
+bool HasSecret(std::wstring_view text, size_t at, std::wstring_view secret) {
+  const size_t end = at + secret.size();
+  if (end > text.size()) return false;
+  for (size_t i = 0; i < secret.size(); ++i)
+    if (LowerAscii(text[at + i]) != LowerAscii(secret[i])) return false;
   const bool before = at > 0 && IsWordLetter(text[at - 1]) && IsWordLetter(text[at]);
   const bool after = end < text.size() && IsWordLetter(text[end]) && IsWordLetter(text[end - 1]);
   return !before && !after;
@@ -100,35 +95,36 @@ bool IsWholeWord(std::wstring_view text, size_t at, size_t length) {
 
 }  // namespace
 
-std::wstring Joined(std::initializer_list<std::wstring_view> parts) {
+std::wstring Joined(std::initializer_list<const wchar_t*> parts) {
   std::wstring all;
-  for (const std::wstring_view part : parts) all += part;
+  for (const wchar_t* const part : parts) all += part;
   return all;
 }
 
-std::wstring OneLine(std::wstring_view text, size_t maxLength) {
-  std::wstring line;
-  while (!text.empty() && line.size() < maxLength) {
+void AppendOneLine(std::wstring& out, std::wstring_view text, size_t maxLength) {
+  const size_t end = out.size() + maxLength;
+  while (!text.empty()) {
+    if (out.size() >= end) {
+      out += L"...";
+      return;
+    }
     const std::wstring_view before = text;
     const uint32_t character = TakeShown(text);
-    if (character == '\n')
-      line += L' ';
-    else if (character < 0x10000)
-      line += static_cast<wchar_t>(character);
+    if (character >= 0x10000)
+      out.append(before, 0, before.size() - text.size());
     else
-      line += before.substr(0, before.size() - text.size());
+      out += character == '\n' ? L' ' : static_cast<wchar_t>(character);
   }
-  return text.empty() ? line : line + L"...";
 }
 
 void AppendUtf8(std::string& out, std::wstring_view text, bool html, std::string_view lineBreak) {
   while (true) {
-    const size_t plain = PlainLength(text, html);
+    // Most texts are ASCII, and a list can be large.
+    size_t plain = 0;
+    while (plain < text.size() && IsPlain(text[plain], html)) ++plain;
     const size_t end = out.size();
     out.resize(end + plain);
-    std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plain),
-                   out.begin() + static_cast<std::ptrdiff_t>(end),
-                   [](wchar_t letter) { return static_cast<char>(letter); });
+    for (size_t i = 0; i < plain; ++i) out[end + i] = static_cast<char>(text[i]);
     text.remove_prefix(plain);
     if (text.empty()) return;
     const uint32_t character = TakeShown(text);
@@ -144,21 +140,18 @@ void AppendUtf8(std::string& out, std::wstring_view text, bool html, std::string
 
 std::wstring Masked(std::wstring_view text, const std::vector<std::wstring>& secrets) {
   std::wstring masked(text);
-  const auto same = [](wchar_t a, wchar_t b) { return LowerAscii(a) == LowerAscii(b); };
   for (const std::wstring& secret : secrets) {
-    if (secret.empty() || masked.size() < secret.size()) continue;
-    std::wstring rest = std::move(masked);
+    if (secret.empty()) continue;
+    const std::wstring before = std::move(masked);
     masked.clear();
-    auto done = rest.cbegin();
-    for (auto from = done;;) {
-      const auto found = std::search(from, rest.cend(), secret.begin(), secret.end(), same);
-      if (found == rest.cend()) break;
-      from = found + 1;
-      if (!IsWholeWord(rest, static_cast<size_t>(found - rest.cbegin()), secret.size())) continue;
-      masked.append(done, found).append(L"***");
-      done = from = found + static_cast<std::ptrdiff_t>(secret.size());
+    for (size_t at = 0; at < before.size();) {
+      if (HasSecret(before, at, secret)) {
+        masked += L"***";
+        at += secret.size();
+      } else {
+        masked += before[at++];
+      }
     }
-    masked.append(done, rest.cend());
   }
   return masked;
 }

@@ -1,7 +1,5 @@
 #include "report/sheet.h"
 
-#include <algorithm>
-
 #include "platform/text.h"
 #include "report/report_text.h"
 
@@ -35,8 +33,6 @@ constexpr const char* kHead =
     "tr,li,svg{break-inside:avoid}h2{break-after:avoid}}\n"
     "</style>\n<title>";
 
-constexpr size_t kMaxNameWidth = 20;
-
 }  // namespace
 
 Sheet::Sheet(Form form, AnswerLanguage language, std::wstring_view title) : form_(form) {
@@ -61,68 +57,55 @@ void Sheet::Show(std::wstring_view text, std::string_view lineBreak) {
   if (text.size() > kMaxSheetText) out_ += "...";
 }
 
-void Sheet::Headline(std::wstring_view text) {
-  Tag("<h1>");
+void Sheet::ShowLine(const char* before, std::wstring_view text, const char* after) {
+  Tag(before);
   Show(text);
-  Tag("</h1>");
+  Tag(after);
   EndLine();
 }
 
-void Sheet::Paragraph(std::wstring_view text) {
-  Tag("<p>");
-  Show(text);
-  Tag("</p>");
-  EndLine();
-}
+void Sheet::Headline(std::wstring_view text) { ShowLine("<h1>", text, "</h1>"); }
+void Sheet::Paragraph(std::wstring_view text) { ShowLine("<p>", text, "</p>"); }
+void Sheet::BlockLine(std::wstring_view text) { ShowLine("", text, ""); }
 
 void Sheet::Section(std::wstring_view heading, bool newPage) {
   if (!IsHtml()) EndLine();
-  Tag(newPage ? "<h2 class=\"page\">" : "<h2>");
-  Show(heading);
-  Tag("</h2>");
+  ShowLine(newPage ? "<h2 class=\"page\">" : "<h2>", heading, "</h2>");
+  if (IsHtml()) return;
+  out_.append(Columns(heading), '-');
   EndLine();
-  if (!IsHtml()) out_.append(std::min<size_t>(Columns(heading), 80), '-').append("\r\n");
 }
 
-void Sheet::Rows(const std::vector<SheetRow>& rows) {
-  size_t width = 0;
-  for (const SheetRow& row : rows) width = std::max(width, Columns(row.first));
-  width = std::min(width, kMaxNameWidth) + 2;
-  const std::string lineBreak = IsHtml() ? "\n" : "\r\n" + std::string(width, ' ');
+void Sheet::BeginRows(size_t width) {
+  width_ = width;
   Tag("<table>\n");
-  for (const auto& [name, value] : rows) {
-    Tag("<tr><th scope=\"row\">");
-    Show(name);
-    if (!IsHtml()) out_.append(std::max(width, Columns(name) + 1) - Columns(name), ' ');
-    Tag("</th><td>");
-    Show(value, lineBreak);
-    Tag("</td></tr>");
-    EndLine();
+}
+
+void Sheet::Row(std::wstring_view name, std::wstring_view value) {
+  Tag("<tr><th scope=\"row\">");
+  Show(name);
+  Tag("</th><td>");
+  std::string lineBreak = "\n";
+  if (!IsHtml()) {
+    const size_t columns = Columns(name);
+    out_.append(columns < width_ ? width_ - columns : 1, ' ');
+    lineBreak.assign(2 + width_, ' ').replace(0, 2, "\r\n");
   }
-  Tag("</table>\n");
+  Show(value, lineBreak);
+  Tag("</td></tr>");
+  EndLine();
 }
 
 void Sheet::List(const std::vector<std::wstring>& items, bool numbered) {
   Tag(numbered ? "<ol>\n" : "<ul>\n");
   int64_t number = 0;
   for (const std::wstring& item : items) {
-    Tag("<li>");
-    if (!IsHtml()) out_ += numbered ? NarrowAscii(Decimal(++number)) + ". " : std::string("- ");
-    Show(item);
-    Tag("</li>");
-    EndLine();
+    ++number;
+    if (!IsHtml()) out_ += numbered ? NarrowAscii(Decimal(number)) + ". " : "- ";
+    ShowLine("<li>", item, "</li>");
   }
   Tag(numbered ? "</ol>\n" : "</ul>\n");
 }
-
-void Sheet::BeginBlock() { Tag("<pre>\n"); }
-
-void Sheet::BlockLine(std::wstring_view text) {
-  Show(text);
-  EndLine();
-}
-
-void Sheet::EndBlock() { Tag("</pre>\n"); }
 
 std::string Sheet::Finish() {
   Tag("</body>\n</html>\n");

@@ -280,5 +280,22 @@ TEST(CopiedReportTest, It_never_has_more_lines_or_longer_ones_than_fit) {
   }
 }
 
+TEST(CopiedReportTest, Steps_that_do_not_fit_are_left_out_but_not_what_IT_must_allow) {
+  RunBuilder run;
+  run.Plan({Rung::CncLibrary, Rung::K7, Rung::Ftp}).Address(L"192.168.5.100").Pc(false);
+  run.GatewayPinged(RunBuilder::From(L"192.168.1.1"));
+  run.run().end = RunEnd::Error;
+  run.run().boxes.push_back({1, 2, L"Type mismatch", BoxAnswer::Ok});
+  Explanations explanations;
+  explanations.Add(
+      "finding: Broken\nplace: pc\ntitle: T\n= t\ndo: A\n= a\ndo: B\n= b\ndo: C\n= c\ndo: D\n= d\n"
+      "do: E\n= e\ndo: F\n= f\nmeans: M\n= m\n");
+  ReportBuilder builder(run.run());
+  builder.source.explanations = &explanations;
+  const std::string report = CopiedOf(builder.source);
+  EXPECT_NE(report.find("\nDo next: 1. A\n2. B\n3. C\n4. D\nIT must allow:\n"), std::string::npos) << report;
+  EXPECT_TRUE(report.ends_with("(FTP listing)\n"));
+}
+
 }  // namespace
 }  // namespace tarvik::report

@@ -11,6 +11,12 @@ std::string Utf8(std::wstring_view text, bool html = false) {
   return bytes;
 }
 
+std::wstring OneLine(std::wstring_view text, size_t maxLength) {
+  std::wstring line = L"=";
+  AppendOneLine(line, text, maxLength);
+  return line.substr(1);
+}
+
 TEST(ReportTextTest, Characters_of_every_length_are_written_in_UTF_8) {
   EXPECT_EQ(Utf8(L"a\u00E9\u5171\uFF71"), "a\xC3\xA9\xE5\x85\xB1\xEF\xBD\xB1");
   const std::wstring pair = {0xD83D, 0xDE00};

@@ -91,28 +91,28 @@ Lines, with seconds since the start
 
 Message boxes, with seconds and answer
 --------------------------------------
-2.000  Go on? 
-       Really?
-       [No] 3.500
-4.000  Open
-       not answered yet
+2.000    Go on? 
+         Really?
+         [No] 3.500
+4.000    Open
+         [not answered yet]
 
 Settings of the run
 -------------------
-Target         192.168.5.100
-Ping count     4
-TCP port       8193
-Time-out (s)   10
-Access code    not set
-FTP user name  not set
-FTP password   set
-Options        0x0
+Target            192.168.5.100
+Ping count        4
+TCP port          8193
+Time-out (s)      10
+Access code       not set
+FTP user name     not set
+FTP password      set
+Options           0x0
 
 Network cards of the PC
 -----------------------
-Ethernet 2  cable, link up, Windows uses it for the target
-            192.168.1.10, mask 255.255.255.0, gateway 192.168.1.1
-            Contoso Gigabit Adapter
+Ethernet 2        cable, link up, Windows uses it for the target
+                  192.168.1.10, mask 255.255.255.0, gateway 192.168.1.1
+                  Contoso Gigabit Adapter
 
 Program and libraries
 ---------------------
@@ -124,10 +124,10 @@ Program and libraries
 
 Date
 ----
-Run began    2026/11/22 14:31:50
-Run ended    2026/11/22 14:31:58
-Seconds      8.125
-Report made  2026-11-22 14:32 UTC+09:00
+Run began         2026/11/22 14:31:50
+Run ended         2026/11/22 14:31:58
+Seconds           8.125
+Report made       2026-11-22 14:32 UTC+09:00
 )");
 }
 
@@ -338,7 +338,7 @@ TEST(SavedReportTest, Huge_texts_are_shortened_and_the_end_of_the_list_is_kept) 
 
 TEST(SavedReportTest, A_directory_of_a_hundred_thousand_entries_is_complete) {
   report::Run run = test::AllGoodRun();
-  run.lines.assign(Run::kMaxLines, {1, L"O1234.NC                 2026/11/22 14:32     123,456"});
+  run.lines.assign(Run::kMaxLines, {1, L"O1234.NC 1,234,567 2026/11/22 14:32"});
   EXPECT_EQ(Count(SavedReportText(ReportBuilder(run).source), "\n    1.000  O1234.NC "), Run::kMaxLines);
 }
 
@@ -359,7 +359,7 @@ TEST(ReportFileNameTest, It_has_target_date_and_result_in_every_language_alike) 
 TEST(ReportFileNameTest, It_has_no_character_that_Windows_forbids_and_a_bounded_length) {
   report::Run run = test::SilentTargetRun();
   run.target = L"C:\\a/b*c?d\"e<f>g|h i\x1F\u202E";
-  EXPECT_EQ(FileNameOf(run), L"Tarvik_C--a-b-c-d-e-f-g-h_i--_2026-11-22_1432_FAIL-Target");
+  EXPECT_EQ(FileNameOf(run), L"Tarvik_C--a-b-c-d-e-f-g-h-i--_2026-11-22_1432_FAIL-Target");
   run.target = L"CON";
   EXPECT_EQ(FileNameOf(run), L"Tarvik_CON_2026-11-22_1432_FAIL-Target");
   run.target = L"工作機械";
