@@ -26,13 +26,15 @@ bool IsUnsafe(uint32_t character) {
   return character > 0x10FFFF || (character & 0xFFFE) == 0xFFFE;
 }
 
-bool IsHalf(wchar_t unit, uint32_t kind) { return (static_cast<uint32_t>(unit) & ~0x3FFU) == kind; }
+bool IsHalf(wchar_t unit, wchar_t first) { return unit >= first && unit <= first + 0x3FF; }
+
+uint32_t CodeOf(wchar_t unit) { return static_cast<uint32_t>(unit); }
 
 /// Removes one character from the text. A surrogate pair is one.
 uint32_t TakeShown(std::wstring_view& text) {
-  auto character = static_cast<uint32_t>(text.front());
+  auto character = CodeOf(text[0]);
   const bool isPair = text.size() > 1 && IsHalf(text[0], 0xD800) && IsHalf(text[1], 0xDC00);
-  if (isPair) character = 0x10000 + ((character & 0x3FF) << 10) + (static_cast<uint32_t>(text[1]) & 0x3FF);
+  if (isPair) character = 0x10000 + ((character & 0x3FF) << 10) + (CodeOf(text[1]) & 0x3FF);
   text.remove_prefix(isPair ? 2 : 1);
   if (character >= 0x20 && character < 0x7F) return character;
   if (character == '\n') return character;
@@ -58,7 +60,7 @@ const char* EntityOf(uint32_t character) {
 }
 
 bool IsPlain(wchar_t letter, bool html) {
-  return letter >= 0x20 && letter < 0x7F && !(html && EntityOf(static_cast<uint32_t>(letter)) != nullptr);
+  return letter >= 0x20 && letter < 0x7F && !(html && EntityOf(CodeOf(letter)) != nullptr);
 }
 
 void AppendCharacter(std::string& out, uint32_t character) {

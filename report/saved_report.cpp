@@ -26,7 +26,8 @@ constexpr size_t kMaxFileNamePart = 40;
 /// "12.345"
 std::wstring ThousandthsText(double seconds) {
   const bool valid = seconds >= 0 && seconds < 1e6;
-  std::wstring text = ZeroPadded(valid ? static_cast<int32_t>(seconds * 1000 + 0.5) : 0, 4);
+  // The clock counts whole milliseconds; the addition makes up for what the division lost.
+  std::wstring text = ZeroPadded(valid ? static_cast<int32_t>(seconds * 1000 + 0.01) : 0, 4);
   text.insert(text.size() - 3, 1, L'.');
   return text;
 }
