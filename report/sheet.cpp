@@ -24,7 +24,7 @@ constexpr const char* kHead =
     "margin:.3em 0}\n"
     "svg{width:100%;max-height:16em;margin-top:.5em}rect{fill:#f6f6f6;stroke:#333;stroke-width:2}\n"
     "line{stroke-width:4}.good{stroke:#1a7f37}.doubt{stroke:#9a6700}.fail{stroke:#b3261e}\n"
-    ".unknown{stroke:#666;stroke-dasharray:7 5}\n"
+    ".branch{stroke:#333}.unknown{stroke:#666;stroke-dasharray:7 5}\n"
     "text{font-size:13px;text-anchor:middle;fill:#111;paint-order:stroke;stroke:#fff;stroke-width:4px}\n"
     ".name,.fact{stroke:none}.name{font-weight:bold}.sign{font-size:22px;font-weight:bold}"
     "\n"

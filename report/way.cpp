@@ -48,7 +48,7 @@ constexpr LinkWord kLinkWords[] = {
     {Finding::TargetFirewall, Finding::TargetFirewall, L"firewall", L"ファイアウォール"},
     {Finding::TargetLoop, Finding::TargetLoop, L"loop", L"ループ"},
     {Finding::CncLibraryMissing, Finding::CncLibraryMissing, L"no library", L"ライブラリなし"},
-    {Finding::CncCodeMissing, Finding::CncCodeWrong, L"access code", L"コード"},
+    {Finding::CncCodeMissing, Finding::CncCodeWrong, L"access code", L"アクセスコード"},
     {Finding::CncTimedOut, Finding::CncTimedOut, L"silent", L"無応答"},
     {Finding::CncPortClosed, Finding::CncPortClosed, L"closed", L"閉"},
     {Finding::CncPortSilent, Finding::CncPortSilentUnpinged, L"silent", L"無応答"},
@@ -70,7 +70,7 @@ constexpr LinkWord kLinkWords[] = {
     {Finding::FtpPortClosed, Finding::FtpPortClosed, L"closed", L"閉"},
     {Finding::FtpPortSilent, Finding::FtpPortSilentUnpinged, L"silent", L"無応答"},
     {Finding::FtpPortOpen, Finding::FtpPortOpen, L"no greeting", L"応答なし"},
-    {Finding::FtpLoginRefused, Finding::FtpUserMissing, L"login", L"ログイン拒否"},
+    {Finding::FtpLoginRefused, Finding::FtpUserMissing, L"login refused", L"ログイン拒否"},
     {Finding::FtpFull, Finding::FtpFull, L"busy", L"混雑"},
     {Finding::FtpHungUp, Finding::FtpHungUp, L"hung up", L"切断"},
 };

@@ -17,6 +17,8 @@ constexpr int kBoxWidth = 160;
 constexpr int kBoxHeight = 64;
 constexpr int kServiceHeight = 44;
 constexpr int kLinkLength = 110;
+/// From the controller to where the links of its services part.
+constexpr int kBranchLength = 14;
 constexpr int kRowHeight = 60;
 constexpr int kLineHeight = 17;
 constexpr int kMargin = 4;
@@ -52,15 +54,17 @@ class SvgPen {
     for (const std::wstring& fact : node.facts) Words(middle, y += kLineHeight, "fact", fact);
   }
 
-  void Link(const WayNode& node, int fromX, int fromY, int toX, int toY) {
-    const auto state = static_cast<size_t>(node.link);
-    const char* const kind = kStateClasses[state];
+  void Line(const char* kind, int fromX, int fromY, int toX, int toY) {
     Start("line", kind, {{"x1", fromX}, {"y1", fromY}, {"x2", toX}, {"y2", toY}});
     out_ += "</line>";
+  }
+
+  void Link(const WayNode& node, int fromX, int toX, int y) {
+    const auto state = static_cast<size_t>(node.link);
+    Line(kStateClasses[state], fromX, y, toX, y);
     const int middle = (fromX + toX) / 2;
-    const int height = (fromY + toY) / 2;
-    Words(middle, height + 7, "sign", kStateSigns[state]);
-    Words(middle, height - 12, "word", node.word);
+    Words(middle, y + 7, "sign", kStateSigns[state]);
+    Words(middle, y - 12, "word", node.word);
   }
 
  private:
@@ -84,13 +88,17 @@ void AppendWaySvg(std::string& out, const Way& way, std::wstring_view alternativ
   SvgPen pen(out);
   int x = kMargin;
   for (const WayNode& node : way.nodes) {
-    if (x > kMargin) pen.Link(node, x - kLinkLength, centre, x, centre);
+    if (x > kMargin) pen.Link(node, x - kLinkLength, x, centre);
     pen.Box(node, x, centre, kBoxHeight);
     x += kStep;
   }
-  int y = centre - (static_cast<int>(way.services.size()) - 1) * kRowHeight / 2;
+  const int half = (static_cast<int>(way.services.size()) - 1) * kRowHeight / 2;
+  const int branch = x - kLinkLength + kBranchLength;
+  pen.Line("branch", x - kLinkLength, centre, branch, centre);
+  pen.Line("branch", branch, centre - half, branch, centre + half);
+  int y = centre - half;
   for (const WayNode& node : way.services) {
-    pen.Link(node, x - kLinkLength, centre, x, y);
+    pen.Link(node, branch, x, y);
     pen.Box(node, x, y, kServiceHeight);
     y += kRowHeight;
   }
