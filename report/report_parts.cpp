@@ -76,11 +76,17 @@ void AppendNumber(std::wstring& out, wchar_t before, int32_t number, size_t digi
 OwnPlace OwnPlaceOf(const Facts& facts) {
   const WayToTarget& way = facts.pc.way;
   OwnPlace place;
+  const auto set = [&place](const std::wstring& address, const std::wstring& mask) {
+    if (!IsGateway(address)) return;
+    place.address = address;
+    place.prefix = PrefixOf(mask);
+  };
   if (const OwnAddress* const own = KnownOwnAddress(facts)) {
-    place = {own->address, PrefixOf(own->mask), CardWith(way, own->address)};
+    set(own->address, own->mask);
+    place.card = CardWith(way, own->address);
   } else if (const PcCard* const card = CardOf(way, facts.name.address)) {
+    set(card->address, card->mask);
     place.card = card->name;
-    if (IsGateway(card->address)) place = {card->address, PrefixOf(card->mask), card->name};
   }
   return place;
 }

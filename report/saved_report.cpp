@@ -234,10 +234,14 @@ void SavedReport::WriteCards() {
 
 void SavedReport::WriteVersions() {
   sheet_.Section(In(L"Program and libraries", L"プログラムとライブラリ"));
-  std::vector<std::wstring> points = {source_.program, source_.edition, source_.windows};
-  points.insert(points.end(), source_.libraries.begin(), source_.libraries.end());
-  std::erase(points, std::wstring());
-  points.resize(std::min(points.size(), kMaxCards));
+  std::vector<std::wstring> points;
+  const auto add = [&points](const std::wstring& text) {
+    if (!text.empty() && points.size() < kMaxCards) points.push_back(text);
+  };
+  add(source_.program);
+  add(source_.edition);
+  add(source_.windows);
+  for (const std::wstring& library : source_.libraries) add(library);
   sheet_.List(points, false);
 
   sheet_.Section(In(L"Date", L"日時"));
