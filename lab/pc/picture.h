@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "lab/pc/program.h"
+
+namespace tarvik::lab {
+
+// Pictures of windows that are the same on every Debian 12: fixed fonts, no blinking caret, no mouse pointer.
+
+/// A PC for pictures. Call PrepareForPictures, with the same language, before its first program
+/// starts.
+WindowsPc::Options PictureOptions(WindowsPc::Options options, WindowsLanguage language, int dpi);
+void PrepareForPictures(WindowsPc& pc, WindowsLanguage language);
+
+/// Brings the window into the foreground at the screen's corner, the focus to a control without a caret, and
+/// the pointer to a label, where nothing reacts to it.
+void PoseForPicture(const WindowUnderTest& window, int focus, int label);
+
+/// Writes the part of the screen to a PNG file once it no longer changes, with at most 32 colours. Throws
+/// LabError.
+void TakePicture(const WindowsPc& pc, const std::string& path, const ScreenRect& part);
+
+/// How many pixels of two PNG files differ visibly; nothing when their sizes differ. Writes a picture with
+/// these pixels in red to `difference`. Throws LabError.
+std::optional<int> DifferentPixels(const std::string& picture, const std::string& expected,
+                                   const std::string& difference);
+
+}  // namespace tarvik::lab
