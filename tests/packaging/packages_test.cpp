@@ -21,6 +21,12 @@ namespace fs = std::filesystem;
 
 using Names = std::set<std::string>;
 
+size_t CountOf(const std::string& text, const std::string& part) {
+  size_t count = 0;
+  for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+  return count;
+}
+
 class PackageFiles : public testing::Test {
  protected:
   static void SetUpTestSuite() {
@@ -82,6 +88,10 @@ TEST_F(PackageFiles, Contain_the_listed_guides_whose_links_lead_somewhere) {
     ASSERT_TRUE(names.count(page)) << page;
     const std::string text = BytesOfFile(Made().Unpack() + "/" + page.string());
     EXPECT_NE(text.find("<meta charset=\"utf-8\">"), std::string::npos);
+    EXPECT_EQ(CountOf(text, "<img src=\"data:image/png;base64,iVBOR"),
+              CountOf(BytesOfFile(SourcePath(guide)), "](pictures/"))
+        << page;
+    EXPECT_EQ(CountOf(text, "<img "), CountOf(text, "<img src=\"data:")) << page;
     for (auto at = std::sregex_iterator(text.begin(), text.end(), link); at != std::sregex_iterator(); ++at) {
       const std::string file = (*at)[1];
       const std::string anchor = (*at)[3];

@@ -115,6 +115,10 @@ TEST(GuidePages, Link_only_to_headings_of_guides_that_users_receive) {
       const std::string link = text.substr(begin, text.find(')', begin) - begin);
       const size_t hash = std::min(link.find('#'), link.size());
       const std::string file = hash == 0 ? name : link.substr(0, hash);
+      if (file.starts_with("pictures/")) {
+        EXPECT_FALSE(SourceFile("docs/" + file).empty()) << name << ": " << link;
+        continue;
+      }
       ASSERT_TRUE(guides.contains(file)) << name << ": " << link;
       EXPECT_TRUE(guides[file].contains(link.substr(std::min(hash + 1, link.size()))))
           << name << ": " << link;
