@@ -1,6 +1,7 @@
 #include "lab/pc/windows_pc.h"
 
 #include "lab/host/own_network.h"
+#include "lab/host/process_states.h"
 #include "lab/pc/driver_protocol.h"
 
 namespace tarvik::lab {
@@ -60,7 +61,8 @@ std::vector<std::string> WindowsPc::Ask(const std::vector<std::string>& command,
     try {
       answer = SplitFields(driver_->ReadLine(timeOut));
     } catch (const LabError& error) {
-      throw LabError("Command \"" + command.front() + "\": " + error.what());
+      throw LabError("Command \"" + command.front() + "\": " + error.what() +
+                     StatesOfProcessesWith("WINEPREFIX=" + prefix_->Folder()));
     }
   }
   const std::string status = answer.front();

@@ -16,5 +16,17 @@ TEST_F(WindowDriver, A_late_answer_is_not_mistaken_for_the_next_one) {
   Pc().Ask({"kill", process});
 }
 
+TEST_F(WindowDriver, A_time_out_reports_what_the_processes_wait_for) {
+  Pc().ClipboardText();  // the driver has started
+  try {
+    Pc().Ask({"wait_window", "0", "NoSuchClass", "1000"}, std::chrono::milliseconds(1));
+    FAIL();
+  } catch (const LabError& error) {
+    const std::string text = error.what();
+    EXPECT_NE(text.find("wait_window"), std::string::npos) << text;
+    EXPECT_NE(text.find("window_driver.e: "), std::string::npos) << text;
+  }
+}
+
 }  // namespace
 }  // namespace tarvik::lab

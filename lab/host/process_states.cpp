@@ -1,0 +1,45 @@
+// Read from /proc. A thread of Wine in "pipe_read" waits for the window server, one in "futex" for a lock.
+
+#include "lab/host/process_states.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace tarvik::lab {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Empty when the process has ended.
+std::string ContentOf(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string ThreadsOf(const fs::path& process) {
+  std::string lines;
+  std::error_code error;
+  for (fs::directory_iterator thread(process / "task", error), end; !error && thread != end;
+       thread.increment(error)) {
+    std::string name = ContentOf(thread->path() / "comm");
+    if (!name.empty()) name.pop_back();  // the line break
+    lines += "\n  " + process.filename().string() + " " + name + ": " + ContentOf(thread->path() / "wchan");
+  }
+  return lines;
+}
+
+}  // namespace
+
+std::string StatesOfProcessesWith(const std::string& variable) {
+  std::string states;
+  const std::string ended = '\0' + variable + '\0';
+  for (const fs::directory_entry& process : fs::directory_iterator("/proc")) {
+    if (process.path().filename().string().find_first_not_of("0123456789") != std::string::npos) continue;
+    if (('\0' + ContentOf(process.path() / "environ")).find(ended) != std::string::npos)
+      states += ThreadsOf(process.path());
+  }
+  return states;
+}
+
+}  // namespace tarvik::lab
