@@ -22,8 +22,9 @@ std::string Locale(WindowsLanguage language) {
 Environment VariablesFor(const std::string& folder, WindowsLanguage language) {
   return {{"WINEPREFIX", folder},
           {"WINEDEBUG", "-all"},
-          // Without these Wine offers to install Mono and Gecko and waits for an answer.
-          {"WINEDLLOVERRIDES", "mscoree,mshtml="},
+          // Without the first two Wine offers to install Mono and Gecko and waits for an answer. The third
+          // looks for programs to add to this machine's menus at every start.
+          {"WINEDLLOVERRIDES", "mscoree,mshtml,winemenubuilder.exe="},
           {"WINEARCH", std::nullopt},
           {"WINEPATH", std::nullopt},
           {"LC_ALL", Locale(language)},

@@ -27,8 +27,6 @@ class SetupTest : public WindowsTest<Suite> {
   static WindowsPc::Options Options() {
     WindowsPc::Options options = PcForTests();
     options.programPath.clear();
-    // Keeps Wine from adding shortcuts to the menus of this machine.
-    options.environment["WINEDLLOVERRIDES"] = "mscoree,mshtml,winemenubuilder.exe=";
     return options;
   }
   static void SetUpTestSuite() {

@@ -54,7 +54,7 @@ class WindowsCheckTest : public WindowsTest<Suite> {
     // A real PC does not have the bench on its path either.
     options.programPath.clear();
     // Otherwise Wine would load its own library in the place of the planted one.
-    options.environment["WINEDLLOVERRIDES"] = "mscoree,mshtml=;icmp=n,b";
+    options.environment["WINEDLLOVERRIDES"] = "mscoree,mshtml,winemenubuilder.exe=;icmp=n,b";
     return options;
   }
 
