@@ -15,6 +15,9 @@ constexpr int kPmcPort = 18194;
 constexpr int kStopMs = 1000;
 /// The same under Wine, which runs on machines that are busy with other tests.
 constexpr int kStopUnderWineMs = 8000;
+/// For a second run to begin.
+constexpr int kSecondRunMs = 1000;
+constexpr int kSecondRunUnderWineMs = 4000;
 
 std::string ReadWhole(const std::wstring& path) {
   std::string text;
@@ -157,7 +160,7 @@ void CheckBlocking(Kit& kit) {
     kit.report.Observe(kGhostId, kGhostTitle, "Windows took neither program for one that hangs.");
   main.Product().Ask("settle", kHeldMs);
   const auto runs = [&] { return CountOf(main.Log(), "nx_allochandle3("); };
-  WaitUntil(kStopMs, [&] { return runs() > 1; });
+  WaitUntil(IsWine() ? kSecondRunUnderWineMs : kSecondRunMs, [&] { return runs() > 1; });
   kit.report.Expect("blocking.second_run", "A click during the call starts no second run", runs() == 1,
                     main.Log());
   const std::string log = pmc.Log();

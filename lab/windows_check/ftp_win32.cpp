@@ -232,7 +232,7 @@ void CheckFtp(Kit& kit) {
                        error.what());
     return;
   }
-  const int delayMs = kit.unattended ? 2000 : 5000;
+  const int delayMs = kit.unattended ? 4000 : 5000;
   const int limitMs = kit.unattended ? 4000 : 45000;
   auto page = std::make_unique<FtpPage>(kit);
   kit.progress("a server on this PC");

@@ -11,8 +11,8 @@ namespace {
 constexpr DWORD kPassiveFlag = 0x08000000;
 constexpr DWORD kExtendedError = 12003;
 constexpr DWORD kInternetTimeout = 12002;
-/// Shorter than the delays of the unattended check.
-constexpr ULONGLONG kPatienceMs = 1800;
+/// Shorter than the delays of the unattended check, but longer than an ordinary listing on a busy machine.
+constexpr ULONGLONG kPatienceMs = 3600;
 
 constexpr char kConnect[] = "InternetConnectA";
 constexpr char kFindFirst[] = "FtpFindFirstFileA";
