@@ -68,5 +68,19 @@ TEST_F(CommandsDuringRun, The_list_cannot_be_cleared_until_the_run_has_ended) {
   EXPECT_TRUE(WaitUntil(kSoon, [&] { return window.LineCount(ID_lstResult) == 0; }));
 }
 
+TEST_F(CommandsDuringRun, F1_explains_the_run_and_Esc_in_the_explanation_does_not_stop_it) {
+  const WindowUnderTest window = StartLongRun();
+  window.Press("F1");
+  const WindowUnderTest explain = Program().WaitForWindow(kExplainWindowClass);
+  EXPECT_TRUE(WaitUntil(
+      kSoon, [&] { return explain.Text(ID_txtExplanation).find("A test is running") != std::string::npos; }));
+  EXPECT_TRUE(explain.Enabled(0));
+  ExpectRunGoesOn(window);
+  explain.Press("Esc");
+  explain.WaitUntilGone();
+  ExpectRunGoesOn(window);
+  Stop(window);
+}
+
 }  // namespace
 }  // namespace tarvik::lab

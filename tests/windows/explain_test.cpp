@@ -89,23 +89,6 @@ TEST_F(Explain, It_does_not_keep_the_session_from_ending) {
   EXPECT_TRUE(Program().SessionMayEnd());
 }
 
-TEST_F(Explain, During_a_run_it_opens_and_the_run_goes_on) {
-  const WindowUnderTest mainWindow = Start();
-  mainWindow.SetText(ID_cmbIPAddr, "127.0.0.1");
-  mainWindow.SetText(ID_txtPingReqCount, "2147483647");
-  mainWindow.Click(ID_cmdPing);
-  mainWindow.WaitForText(ID_cmdPing, "&Stop");
-  const WindowUnderTest window = Open(mainWindow);
-  EXPECT_TRUE(Says(window, "A test is running"));
-  EXPECT_TRUE(window.Enabled(0));
-  mainWindow.WaitForChange(ID_lstResult, mainWindow.Lines(ID_lstResult), kSoon);
-  window.Press("Esc");
-  window.WaitUntilGone();
-  EXPECT_EQ(mainWindow.Text(ID_cmdPing), "&Stop") << "Esc in the Explain window must not stop the run";
-  mainWindow.Press("Esc");
-  mainWindow.WaitForText(ID_cmdPing, "&Ping");
-}
-
 TEST_F(Explain, A_line_that_the_keyboard_selects_is_explained_in_the_same_window) {
   const WindowUnderTest mainWindow = Start();
   const WindowUnderTest window = Open(mainWindow);
