@@ -224,6 +224,7 @@ TEST_F(Form1ExplainTest, A_click_on_a_field_explains_its_rung_whatever_its_state
 
 TEST_F(Form1ExplainTest, F1_in_a_message_box_explains_the_box_in_a_window_that_can_be_used) {
   Start();
+  PressF1();
   bool explained = false;
   boxes.onShow = [&] {
     form.PressHelpInBox(boxes.boxes.back().text);
