@@ -14,15 +14,7 @@ bool SearchFlagIsUnknown() { return ::GetLastError() == ERROR_INVALID_PARAMETER;
 
 }  // namespace
 
-SystemLibrary::~SystemLibrary() { Free(); }
-
-void SystemLibrary::Free() {
-  if (module_ != nullptr) ::FreeLibrary(module_);
-  module_ = nullptr;
-}
-
 bool SystemLibrary::LoadFromSystemFolder(const wchar_t* name) {
-  Free();
   module_ = ::LoadLibraryExW(name, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
   return module_ != nullptr;
 }

@@ -7,15 +7,15 @@
 namespace tarvik {
 
 /// A Windows library that is not one of the KnownDLLs. A static import or a load by bare name would use a
-/// file of that name planted next to the program, so it is loaded at run time and from system32 only.
+/// file of that name planted next to the program, so it is loaded at run time and from system32 only. It
+/// stays loaded until the program ends: its threads, its windows or the clipboard may still need it.
 class SystemLibrary {
  public:
   SystemLibrary() = default;
   SystemLibrary(const SystemLibrary&) = delete;
   SystemLibrary& operator=(const SystemLibrary&) = delete;
-  ~SystemLibrary();
 
-  /// Frees the library loaded before and loads this one. False when it cannot be loaded from system32.
+  /// False when it cannot be loaded from system32.
   bool Load(const wchar_t* name);
 
   /// The same for a library whose version the program's manifest selects, such as comctl32.dll.
@@ -29,7 +29,6 @@ class SystemLibrary {
 
  private:
   bool LoadFromSystemFolder(const wchar_t* name);
-  void Free();
 
   HMODULE module_ = nullptr;
 };

@@ -28,10 +28,10 @@ std::wstring FilterOf(const std::vector<FileKind>& kinds) {
 }  // namespace
 
 std::optional<SavePlace> Win32Form::AskWhereToSave(const SavePrompt& prompt) {
-  // Not freed with the dialog: the shell may go on in other threads.
-  saveDialogs_.Load(L"comdlg32.dll");
-  const auto ask = saveDialogs_.Find<BOOL(WINAPI*)(OPENFILENAMEW*)>("GetSaveFileNameW");
-  const auto error = saveDialogs_.Find<DWORD(WINAPI*)()>("CommDlgExtendedError");
+  SystemLibrary library;
+  library.Load(L"comdlg32.dll");
+  const auto ask = library.Find<BOOL(WINAPI*)(OPENFILENAMEW*)>("GetSaveFileNameW");
+  const auto error = library.Find<DWORD(WINAPI*)()>("CommDlgExtendedError");
   if (ask == nullptr || error == nullptr) throw RuntimeError(L"This Windows has no save dialog.");
   std::vector<wchar_t> path(kMaxPath);
   std::copy_n(prompt.name.begin(), std::min(prompt.name.size(), kMaxPath - 1), path.begin());
