@@ -234,8 +234,10 @@ class Form1 {
   void SaveReport();
   /// Explains what the user looks at in the result list.
   void Explain();
-  /// What the report says besides the run and its answer, to which the result refers.
-  report::ReportSource MakeReportSource(const report::Answer& answer);
+  /// What the report says besides the run and its answer, to both of which the result refers.
+  report::ReportSource MakeReportSource(const report::Run& run, const report::Answer& answer);
+  /// Where the save dialog begins: the folder last used, otherwise the desktop. Always on a drive of this PC.
+  std::wstring FolderForReports();
   /// Each optional library with its version. Reads them from the files on the first call.
   const std::vector<std::wstring>& LibraryVersions();
   /// A server may repeat the FTP name and password of a run in its replies.
@@ -243,7 +245,8 @@ class Form1 {
 
   std::vector<std::wstring> libraryVersions_;  ///< empty until the first report
   std::vector<std::wstring> secrets_;          ///< typed for the runs so far
-  bool saving_ = false;                        ///< the save dialog is open
+  bool saving_ = false;                        ///< the save dialog is open, or about to open
+  std::wstring reportFolder_;                  ///< of the last report that was saved on a drive of this PC
 
   // Explain (F1)
   void WireExplain();

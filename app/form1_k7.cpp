@@ -63,6 +63,7 @@ void Form1::cmdK7Api_Click() {
     deps_.flags.stopRequested = true;
     return;
   }
+  if (saving_) return;
   k7ApiBusy_ = true;
   const ScopeGuard done([this] { k7ApiBusy_ = false; });
   Recorded({report::Rung::K7}, [this] { return RunK7ApiTest(); });

@@ -32,7 +32,7 @@ void Form1::EndServiceControl() {
 }
 
 void Form1::RunServiceCommand(bool& active, const K7ServiceCommand& command) {
-  if (svcUtl_ == nullptr || !svcUtl_->pInitialized()) return;
+  if (saving_ || svcUtl_ == nullptr || !svcUtl_->pInitialized()) return;
   active = true;
   const ScopeGuard done([&] { active = false; });
   const ScopeGuard hourglass = ui::ShowHourglass(deps_.form);

@@ -16,9 +16,6 @@
 namespace tarvik {
 namespace {
 
-constexpr wchar_t kReportSection[] = L"Report";
-constexpr wchar_t kFolderKey[] = L"Folder";
-
 std::wstring TimeZoneText(int32_t minutesEast) {
   const int32_t minutes = minutesEast < 0 ? -minutesEast : minutesEast;
   return (minutesEast < 0 ? L"UTC-" : L"UTC+") + ZeroPadded(minutes / 60, 2) + L":" +
@@ -38,7 +35,7 @@ const std::vector<std::wstring>& Form1::LibraryVersions() {
   return libraryVersions_;
 }
 
-report::ReportSource Form1::MakeReportSource(const report::Answer& answer) {
+report::ReportSource Form1::MakeReportSource(const report::Run& run, const report::Answer& answer) {
   const ZonedTime now = deps_.system.LocalTime();
   std::wstring edition = sizeof(void*) == 4 ? L"32-bit" : L"64-bit";
   if (!deps_.familyEdition) edition = (TextsAreJapanese() ? L"一般版, " : L"general edition, ") + edition;
@@ -46,7 +43,7 @@ report::ReportSource Form1::MakeReportSource(const report::Answer& answer) {
   secrets.push_back(deps_.system.UserName());
   std::erase(secrets, std::wstring());
   return {
-      .run = recorder_.run,
+      .run = run,
       .answer = answer,
       .language = Language(),
       .program = std::wstring(report::kProgramTitle) + L" " + Decimal(TARVIK_VERSION_MAJOR) + L"." +
@@ -69,8 +66,16 @@ void Form1::KeepSecrets() {
 
 void Form1::CopyReport() {
   const report::Answer answer = report::AnswerOf(recorder_.run, Language());
-  deps_.clipboard.SetText(report::CopiedReport(MakeReportSource(answer)));
+  deps_.clipboard.SetText(report::CopiedReport(MakeReportSource(recorder_.run, answer)));
   ShowBriefly(TextsAreJapanese() ? L"レポートをコピーしました" : L"Report copied");
+}
+
+std::wstring Form1::FolderForReports() {
+  // Otherwise the dialog could wait for a server that the broken network does not reach.
+  for (const std::wstring& folder : {reportFolder_, deps_.system.FolderOf(UserFolder::Desktop),
+                                     deps_.system.FolderOf(UserFolder::PublicDocuments)})
+    if (deps_.files.IsLocalFolder(folder)) return folder;
+  return {};
 }
 
 void Form1::SaveReport() {
@@ -78,13 +83,12 @@ void Form1::SaveReport() {
   saving_ = true;
   const ScopeGuard end([this] { saving_ = false; });
   const report::AnswerLanguage language = Language();
-  const report::Answer answer = report::AnswerOf(recorder_.run, language);
-  const report::ReportSource source = MakeReportSource(answer);
-  std::wstring folder = deps_.settings.Read(kReportSection, kFolderKey).value_or(std::wstring());
-  // Otherwise the dialog could wait for a server that the broken network does not reach.
-  if (!deps_.files.IsLocalFolder(folder)) folder = deps_.system.DesktopFolder();
+  // A copy: until the dialog is visible, the window can be used, for example to type another address.
+  const report::Run run = recorder_.run;
+  const report::Answer answer = report::AnswerOf(run, language);
+  const report::ReportSource source = MakeReportSource(run, answer);
   const auto chosen =
-      deps_.form.AskWhereToSave(ReportPrompt(folder, report::ReportFileName(source), language));
+      deps_.form.AskWhereToSave(ReportPrompt(FolderForReports(), report::ReportFileName(source), language));
   if (!chosen) return;
   const ReportPlace place = PlaceOfReport(*chosen);
   if (place.appended && deps_.files.Exists(place.path) &&
@@ -96,8 +100,8 @@ void Form1::SaveReport() {
     deps_.form.Boxes().Show(SaveFailureText(error, language), report::BoxIcon::Exclamation);
     return;
   }
-  deps_.settings.Write(kReportSection, kFolderKey, FolderOf(place.path));
-  ShowBriefly((TextsAreJapanese() ? L"保存しました: " : L"Saved: ") + FileNameOf(place.path));
+  if (deps_.files.IsLocalFolder(FolderOf(place.path))) reportFolder_ = FolderOf(place.path);
+  ShowBriefly((TextsAreJapanese() ? L"保存しました：" : L"Saved: ") + FileNameOf(place.path));
 }
 
 }  // namespace tarvik

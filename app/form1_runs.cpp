@@ -31,6 +31,7 @@ bool Form1::RunOutermost(const std::vector<report::Rung>& rungs, const std::func
     deps_.flags.stopRequested = true;
     return false;
   }
+  if (saving_) return false;
   // Inside a K7 API test that its button started, a stop request also stops that test, so keep it.
   const auto setFlags = [this](bool busy) { deps_.flags = {busy, k7ApiBusy_ && deps_.flags.stopRequested}; };
   setFlags(true);

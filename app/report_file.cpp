@@ -7,7 +7,8 @@
 namespace tarvik {
 namespace {
 
-constexpr wchar_t kTemporaryName[] = L"~Tarvik.tmp";
+/// Names that the file has while it is written; the first one that does not exist is used.
+constexpr const wchar_t* kTemporaryNames[] = {L"~Tarvik.tmp", L"~Tarvik2.tmp", L"~Tarvik3.tmp"};
 
 constexpr const wchar_t* kExtensions[] = {L".html", L".txt"};
 
@@ -17,7 +18,7 @@ bool HasExtension(const std::wstring& path, const wchar_t* extension) {
 
 /// What to do after one of these Windows errors; 0 = no more.
 struct SaveAdvice {
-  uint32_t errors[11];
+  uint16_t errors[16];
   const wchar_t* english;
   const wchar_t* japanese;
 };
@@ -26,15 +27,16 @@ constexpr SaveAdvice kSaveAdvice[] = {
     {{39, 112},
      L"The drive is full. Save on another one.",
      L"空き容量がありません。別のドライブに保存してください。"},
-    // ERROR_PATH_NOT_FOUND, _INVALID_DRIVE, _NOT_READY, _BAD_NETPATH, _NETNAME_DELETED, _BAD_NET_NAME,
-    // _NO_SUCH_DEVICE, _FILE_INVALID, _NO_MEDIA_IN_DRIVE, _DEVICE_NOT_CONNECTED, _DEVICE_REMOVED
-    {{3, 15, 21, 53, 64, 67, 433, 1006, 1112, 1167, 1617},
+    // ERROR_PATH_NOT_FOUND, _INVALID_DRIVE, _NOT_READY, _BAD_NETPATH, _DEV_NOT_EXIST, _UNEXP_NET_ERR,
+    // _NETNAME_DELETED, _BAD_NET_NAME, _SEM_TIMEOUT, _NO_SUCH_DEVICE, _FILE_INVALID, _NO_MEDIA_IN_DRIVE,
+    // _DEVICE_NOT_CONNECTED, _NO_NETWORK, _NETWORK_UNREACHABLE, _DEVICE_REMOVED
+    {{3, 15, 21, 53, 55, 59, 64, 67, 121, 433, 1006, 1112, 1167, 1222, 1231, 1617},
      L"The drive or folder is no longer there. Plug the drive in again, or save in another folder.",
      L"ドライブまたはフォルダーがなくなりました。ドライブを接続し直すか、別のフォルダーに保存してください。"},
     // ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION, ERROR_USER_MAPPED_FILE
     {{32, 33, 1224},
      L"Another program has the file open. Close it there, or save with another name.",
-     L"ほかのプログラムがファイルを開いています。閉じるか、別の名前で保存してください。"},
+     L"他のプログラムがファイルを開いています。閉じるか、別の名前で保存してください。"},
     // ERROR_INVALID_NAME, ERROR_FILENAME_EXCED_RANGE
     {{123, 206},
      L"The name is not allowed or too long. Save with a shorter name, in a folder nearer to the drive.",
@@ -80,11 +82,17 @@ std::wstring ReplaceQuestion(const std::wstring& name, report::AnswerLanguage la
 
 uint32_t SaveSafely(Files& files, const std::wstring& path, std::string_view bytes) {
   const std::wstring folder = path.substr(0, path.rfind(L'\\') + 1);
-  const std::wstring temporary = folder + kTemporaryName;
-  if (files.Write(temporary, bytes) && files.Replace(temporary, path)) return 0;
-  const uint32_t error = files.LastError();
-  files.Delete(temporary);
   constexpr uint32_t kWriteFault = 29;  // ERROR_WRITE_FAULT
+  constexpr uint32_t kFileExists = 80;  // ERROR_FILE_EXISTS
+  uint32_t error = 0;
+  for (const wchar_t* const name : kTemporaryNames) {
+    const std::wstring temporary = folder + name;
+    const bool written = files.WriteNew(temporary, bytes);
+    if (written && files.Replace(temporary, path)) return 0;
+    error = files.LastError();
+    if (written) files.Delete(temporary);
+    if (written || error != kFileExists) break;
+  }
   return error == 0 ? kWriteFault : error;
 }
 

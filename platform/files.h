@@ -25,6 +25,10 @@ class Files {
   /// Creates or overwrites the file. False when it cannot be written.
   virtual bool Write(const std::wstring& path, std::string_view bytes) = 0;
 
+  /// Creates the file and returns when the drive has it. False when a file or directory of that name exists,
+  /// or the file cannot be written; then none is left.
+  virtual bool WriteNew(const std::wstring& path, std::string_view bytes) = 0;
+
   /// Deletes the file. False when it cannot be deleted.
   virtual bool Delete(const std::wstring& path) = 0;
 
@@ -47,8 +51,8 @@ class Files {
   /// True when the path is a directory on a drive of this PC, so that opening it does not wait for a network.
   virtual bool IsLocalFolder(const std::wstring& path) = 0;
 
-  /// The Windows error of the latest Read, Write, Replace, Copy, Append, Attributes or SetAttributes; 0 when
-  /// it succeeded. The other calls leave it unchanged.
+  /// The Windows error of the latest Read, Write, WriteNew, Replace, Copy, Append, Attributes or
+  /// SetAttributes; 0 when it succeeded. The other calls leave it unchanged.
   virtual uint32_t LastError() const = 0;
 };
 

@@ -40,11 +40,17 @@ class Win32Files final : public Files {
   bool Write(const std::wstring& path, std::string_view bytes) override {
     const OwnedHandle file(::CreateFileW(ForAnyLength(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                          FILE_ATTRIBUTE_NORMAL, nullptr));
-    DWORD written = 0;
-    const bool done = KeepError(
-        file && ::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr));
-    if (!done || written == bytes.size()) return done;
-    lastError_ = ERROR_DISK_FULL;
+    return WriteAll(file, bytes);
+  }
+  bool WriteNew(const std::wstring& path, std::string_view bytes) override {
+    {
+      const OwnedHandle file(::CreateFileW(ForAnyLength(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr));
+      // Windows may report a failing drive only when it empties its buffers.
+      if (WriteAll(file, bytes) && KeepError(::FlushFileBuffers(file.Get()) != 0)) return true;
+      if (!file) return false;
+    }
+    Delete(path);
     return false;
   }
   bool Delete(const std::wstring& path) override { return ::DeleteFileW(ForAnyLength(path).c_str()) != 0; }
@@ -81,6 +87,15 @@ class Win32Files final : public Files {
   uint32_t LastError() const override { return lastError_; }
 
  private:
+  bool WriteAll(const OwnedHandle& file, std::string_view bytes) {
+    DWORD written = 0;
+    const bool done = KeepError(
+        file && ::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr));
+    if (!done || written == bytes.size()) return done;
+    lastError_ = ERROR_DISK_FULL;
+    return false;
+  }
+
   /// Saves the error before another call can overwrite it.
   bool KeepError(bool done) {
     lastError_ = done ? 0 : ::GetLastError();

@@ -20,6 +20,8 @@ struct ZonedTime {
   int32_t minutesEast = 0;  ///< local time less UTC
 };
 
+enum class UserFolder { Desktop, PublicDocuments };
+
 /// Queries of this PC (version, profile files, registry) and of the user's regional settings.
 class System {
  public:
@@ -53,8 +55,9 @@ class System {
   /// The name that the user signed in with; empty when Windows does not report it.
   virtual std::wstring UserName() = 0;
 
-  /// The folder of the user's desktop; empty when Windows does not report it.
-  virtual std::wstring DesktopFolder() = 0;
+  /// The path of the folder, which may be on a server and need not exist; empty when Windows does not report
+  /// it. Does not wait for a server.
+  virtual std::wstring FolderOf(UserFolder folder) = 0;
 };
 
 /// The queries of this PC (kernel32, advapi32, shell32). Keeps the text of the latest profile file and reads

@@ -87,18 +87,21 @@ class Win32System final : public System {
     DWORD size = kMaxUserName;
     return ::GetUserNameW(name, &size) ? name : L"";
   }
-  std::wstring DesktopFolder() override {
+  std::wstring FolderOf(UserFolder folder) override {
     constexpr int kDesktopDirectory = 0x10;  // CSIDL_DESKTOPDIRECTORY
+    constexpr int kCommonDocuments = 0x2E;   // CSIDL_COMMON_DOCUMENTS
+    constexpr int kDoNotVerify = 0x4000;     // CSIDL_FLAG_DONT_VERIFY: a server may not answer
     using GetFolder = HRESULT(WINAPI*)(HWND, int, HANDLE, DWORD, wchar_t*);
-    shell_.Load(L"shell32.dll");
-    const auto getFolder = shell_.Find<GetFolder>("SHGetFolderPathW");
-    wchar_t folder[MAX_PATH] = {};
-    if (getFolder == nullptr || FAILED(getFolder(nullptr, kDesktopDirectory, nullptr, 0, folder))) return {};
-    return folder;
+    SystemLibrary shell;
+    shell.Load(L"shell32.dll");
+    const auto getFolder = shell.Find<GetFolder>("SHGetFolderPathW");
+    const int id = folder == UserFolder::Desktop ? kDesktopDirectory : kCommonDocuments;
+    wchar_t path[MAX_PATH] = {};
+    if (getFolder == nullptr || FAILED(getFolder(nullptr, id | kDoNotVerify, nullptr, 0, path))) return {};
+    return path;
   }
 
  private:
-  SystemLibrary shell_;
   std::unique_ptr<Files> files_ = MakeFiles();
   std::wstring profilePath_;  ///< of the file read last
   std::string profile_;       ///< its text

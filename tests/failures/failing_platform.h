@@ -56,8 +56,8 @@ class FailingSystem final : public Failing<System> {
   std::wstring UserName() override {
     return plan_.WayToFail("GetUserName", 1) == 1 ? std::wstring() : library_.UserName();
   }
-  std::wstring DesktopFolder() override {
-    return plan_.WayToFail("SHGetFolderPath", 1) == 1 ? std::wstring() : library_.DesktopFolder();
+  std::wstring FolderOf(UserFolder folder) override {
+    return plan_.WayToFail("SHGetFolderPath", 1) == 1 ? std::wstring() : library_.FolderOf(folder);
   }
 };
 
@@ -81,6 +81,9 @@ class FailingFiles final : public Failing<Files> {
   }
   bool Write(const std::wstring& path, std::string_view bytes) override {
     return plan_.WayToFail("Write of a file", 1) == 1 ? Refuse() : Forward(library_.Write(path, bytes));
+  }
+  bool WriteNew(const std::wstring& path, std::string_view bytes) override {
+    return plan_.WayToFail("Write of a file", 1) == 1 ? Refuse() : Forward(library_.WriteNew(path, bytes));
   }
   bool Replace(const std::wstring& from, const std::wstring& to) override {
     return plan_.WayToFail("Replace", 1) == 1 ? Refuse() : Forward(library_.Replace(from, to));

@@ -34,6 +34,11 @@ class FakeFiles final : public Files {
     written[path] = bytes;
     return true;
   }
+  bool WriteNew(const std::wstring& path, std::string_view bytes) override {
+    if (!contents.contains(path)) return Write(path, bytes);
+    lastError_ = 80;  // ERROR_FILE_EXISTS
+    return false;
+  }
   bool Replace(const std::wstring& from, const std::wstring& to) override {
     const bool readOnly = contents.contains(to) && (AttributesOf(to) & kReadOnly) != 0;
     if (!Succeeds(contents.contains(from) && !unwritable.contains(to) && !readOnly)) return false;

@@ -54,7 +54,9 @@ class FakeSystem : public System {
   std::wstring GeneralDateTime() override { return now; }
   ZonedTime LocalTime() override { return localTime; }
   std::wstring UserName() override { return userName; }
-  std::wstring DesktopFolder() override { return desktop; }
+  std::wstring FolderOf(UserFolder folder) override {
+    return folder == UserFolder::Desktop ? desktop : publicDocuments;
+  }
 
   bool versionKnown = true;
   uint32_t platformId = kPlatformNt;
@@ -76,6 +78,7 @@ class FakeSystem : public System {
   ZonedTime localTime{2024, 2, 3, 16, 5, 540};
   std::wstring userName = L"anna";
   std::wstring desktop = L"C:\\Users\\anna\\Desktop";
+  std::wstring publicDocuments = L"C:\\Users\\Public\\Documents";
 
  private:
   std::string ProfileString(const std::string& section, const std::string& key, const std::wstring& path) {

@@ -19,7 +19,6 @@ class Form1ReportTest : public Form1Test {
   }
   void Save() { form.Get<ui::MemoryMenuItem>(ID_mnuSaveReport).Click(); }
   std::wstring Sentence() { return Label(ID_lblAnswer).Caption(); }
-  std::optional<std::wstring> RememberedFolder() { return settings.Read(L"Report", L"Folder"); }
 
   std::vector<ui::SavePrompt> prompts;
   std::optional<ui::SavePlace> answer = ui::SavePlace{kSavedPath, 0};
@@ -39,11 +38,39 @@ TEST_F(Form1ReportTest, Ctrl_S_asks_for_a_place_on_the_desktop_first_and_in_the_
   EXPECT_EQ(prompts[1].folder, L"E:\\レポート");
 }
 
-TEST_F(Form1ReportTest, A_last_folder_that_is_gone_or_on_the_network_gives_way_to_the_desktop) {
-  settings.values[L"Report\\Folder"] = L"\\\\server\\share";
+TEST_F(Form1ReportTest, The_dialog_begins_in_no_folder_that_is_gone_or_on_a_server) {
   Start();
   Save();
-  EXPECT_EQ(prompts.at(0).folder, system.desktop);
+  answer = ui::SavePlace{L"\\\\server\\share\\b.html", 0};
+  Save();
+  Save();
+  EXPECT_EQ(prompts.at(2).folder, L"E:\\レポート") << "the last one on the PC itself";
+  files.folders = {system.publicDocuments};
+  Save();
+  EXPECT_EQ(prompts.at(3).folder, system.publicDocuments);
+  files.folders.clear();
+  Save();
+  EXPECT_EQ(prompts.at(4).folder, L"");
+}
+
+TEST_F(Form1ReportTest, Until_the_dialog_is_visible_no_test_starts_and_the_report_stays_as_it_was) {
+  Start(L"", false);
+  Address().Type(L"192.168.1.100");
+  Click(ID_cmdPing);
+  const std::vector<std::wstring> lines = List().lines;
+  const size_t serviceCalls = svcKit.calls.size();
+  whileOpen = [this] {
+    form.SetEnabled(true);
+    Address().Type(L"192.168.1.101");
+    for (const int id :
+         {ID_cmdPing, ID_cmdAllTest, ID_cmdGetInfo, ID_cmdK7Api, ID_cmdFtpConnect, ID_cmdStartStopK7Server_1})
+      Click(id);
+  };
+  Save();
+  EXPECT_EQ(List().lines, lines);
+  EXPECT_EQ(svcKit.calls.size(), serviceCalls);
+  EXPECT_NE(files.contents[kSavedPath].find("192.168.1.100"), std::string::npos);
+  EXPECT_EQ(files.contents[kSavedPath].find("192.168.1.101"), std::string::npos);
 }
 
 TEST_F(Form1ReportTest, It_is_saved_as_HTML_or_as_text) {
@@ -54,6 +81,9 @@ TEST_F(Form1ReportTest, It_is_saved_as_HTML_or_as_text) {
   answer = ui::SavePlace{L"E:\\レポート\\a.txt", 0};
   Save();
   EXPECT_TRUE(files.contents[L"E:\\レポート\\a.txt"].starts_with("\xEF\xBB\xBF"));
+  answer = ui::SavePlace{L"E:\\レポート\\b", 1};
+  Save();
+  EXPECT_TRUE(files.contents[L"E:\\レポート\\b.txt"].starts_with("\xEF\xBB\xBF")) << "the kind that is shown";
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
@@ -64,17 +94,15 @@ TEST_F(Form1ReportTest, Cancelling_changes_nothing) {
   Save();
   EXPECT_EQ(prompts.size(), 1U);
   EXPECT_EQ(files.contents, before);
-  EXPECT_EQ(RememberedFolder(), std::nullopt);
   EXPECT_EQ(Sentence(), L"");
 }
 
-TEST_F(Form1ReportTest, Nothing_is_kept_in_the_settings_before_a_report_is_saved) {
+TEST_F(Form1ReportTest, Copying_and_saving_keep_nothing_in_the_settings) {
   Start();
   form.PressShortcut(L'C', ui::kCtrlHeld + ui::kShiftHeld);
-  EXPECT_TRUE(settings.values.empty());
   Save();
-  EXPECT_EQ(RememberedFolder(), L"E:\\レポート");
-  EXPECT_EQ(settings.values.size(), 1U);
+  EXPECT_TRUE(files.contents.contains(kSavedPath));
+  EXPECT_TRUE(settings.values.empty());
 }
 
 TEST_F(Form1ReportTest, A_failure_shows_one_box_and_is_not_reported_as_saved) {
@@ -88,7 +116,6 @@ TEST_F(Form1ReportTest, A_failure_shows_one_box_and_is_not_reported_as_saved) {
   EXPECT_EQ(boxes.boxes[0].icon, report::BoxIcon::Exclamation);
   EXPECT_EQ(files.contents[kSavedPath], "old");
   EXPECT_EQ(Sentence(), L"");
-  EXPECT_EQ(RememberedFolder(), std::nullopt);
 }
 
 TEST_F(Form1ReportTest, A_file_that_the_dialog_did_not_ask_about_is_replaced_only_after_a_question) {
@@ -123,6 +150,8 @@ TEST_F(Form1ReportTest, While_the_dialog_is_open_the_window_does_not_close_and_n
     EXPECT_FALSE(form.Close());
     Save();
     EXPECT_TRUE(form.QueryEndSession());
+    form.EndSession();
+    EXPECT_FALSE(form.unloaded) << "code of the window is on the stack";
   };
   Save();
   EXPECT_EQ(prompts.size(), 1U);

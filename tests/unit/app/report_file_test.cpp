@@ -54,6 +54,18 @@ TEST(SaveSafelyTest, A_failure_keeps_the_old_file_and_leaves_no_other) {
   }
 }
 
+TEST(SaveSafelyTest, A_file_that_has_the_temporary_name_is_kept) {
+  FakeFiles files;
+  files.contents[kReportTemporary] = "the user's";
+  EXPECT_EQ(SaveSafely(files, kReportPath, "new"), 0U);
+  EXPECT_EQ(files.contents,
+            (std::map<std::wstring, std::string>{{kReportPath, "new"}, {kReportTemporary, "the user's"}}));
+  files.contents[L"D:\\Reports\\~Tarvik2.tmp"] = files.contents[L"D:\\Reports\\~Tarvik3.tmp"] = "too";
+  const auto before = files.contents;
+  EXPECT_EQ(SaveSafely(files, kReportPath, "newer"), 80U);
+  EXPECT_EQ(files.contents, before);
+}
+
 TEST(SaveSafelyTest, A_failure_without_a_number_is_a_failure) {
   FakeFiles files;
   files.unwritable = {kReportTemporary};
@@ -67,8 +79,8 @@ TEST(SaveFailureTest, The_text_says_what_to_do_and_has_the_number) {
   const auto has = [](uint32_t error, const wchar_t* words) {
     return SaveFailureText(error, kEnglishTexts).find(words) != std::wstring::npos;
   };
-  EXPECT_TRUE(has(21, L"Plug the drive in again"));
-  EXPECT_TRUE(has(1167, L"Plug the drive in again"));
+  for (const uint32_t error : {21U, 55U, 59U, 121U, 1167U, 1222U, 1231U, 1617U})
+    EXPECT_TRUE(has(error, L"Plug the drive in again")) << error;
   EXPECT_TRUE(has(32, L"Another program has the file open"));
   EXPECT_TRUE(has(206, L"shorter name"));
   for (const uint32_t error : {5U, 19U, 9999U, 0U})
