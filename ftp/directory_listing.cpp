@@ -40,8 +40,10 @@ std::vector<std::wstring> Sorted(std::vector<std::wstring> lines, System& system
   std::vector<int32_t> byKey(count);
   std::iota(byKey.begin(), byKey.end(), 0);
   const auto keyOf = [&keys](int32_t line) -> const std::string& { return keys[static_cast<size_t>(line)]; };
-  std::stable_sort(byKey.begin(), byKey.end(),
-                   [&keyOf](int32_t a, int32_t b) { return keyOf(a) < keyOf(b); });
+  std::sort(byKey.begin(), byKey.end(), [&keyOf](int32_t a, int32_t b) {
+    const int order = keyOf(a).compare(keyOf(b));
+    return order == 0 ? a < b : order < 0;
+  });
   struct Ranked {
     int32_t rank;
     int32_t line;

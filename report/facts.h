@@ -162,6 +162,12 @@ struct Facts {
   CncFacts cnc;
   K7Facts k7;
   FtpFacts ftp;
+
+  // Defined in one place, because they are long and several functions need them.
+  Facts();
+  Facts(const Facts& other);
+  Facts& operator=(Facts&& other) noexcept;
+  ~Facts();
 };
 
 }  // namespace tarvik::report

@@ -75,6 +75,12 @@ struct Run {
   bool LibraryMissing(Rung rung) const { return libraryMissing[static_cast<size_t>(rung)]; }
   /// The target's address: as typed, or what its name was resolved to; empty when it was not.
   const std::wstring& Resolved() const { return facts.name.address; }
+
+  // Defined in one place, because they are long and several functions need them.
+  Run();
+  Run(const Run& other);
+  Run& operator=(Run&& other) noexcept;
+  ~Run();
 };
 
 }  // namespace tarvik::report

@@ -38,6 +38,16 @@ void DiscardFacts(Facts& facts, Rung rung) {
 
 }  // namespace
 
+Facts::Facts() = default;
+Facts::Facts(const Facts& other) = default;
+Facts& Facts::operator=(Facts&& other) noexcept = default;
+Facts::~Facts() = default;
+
+Run::Run() = default;
+Run::Run(const Run& other) = default;
+Run& Run::operator=(Run&& other) noexcept = default;
+Run::~Run() = default;
+
 void EchoSeries::Add(const Echo& echo, bool fromAddress) {
   ++sent;
   if (!echo.replied)

@@ -1,12 +1,12 @@
 #include "ui/captions.h"
 
-#include <algorithm>
-
 #include "platform/runtime_error.h"
 #include "platform/text.h"
 
 namespace tarvik::ui {
 namespace {
+
+constexpr int kRanks = 3;
 
 /// Elements of lower rank get their captions first.
 int Rank(const Element& element) {
@@ -39,15 +39,14 @@ void LoadCaptions(Form& form, Resource& resource) {
       // The element keeps its old caption; the others must still get theirs.
     }
   };
-  std::vector<Element*> elements = form.Captioned();
-  std::stable_sort(elements.begin(), elements.end(),
-                   [](const Element* a, const Element* b) { return Rank(*a) < Rank(*b); });
-  for (Element* const element : elements) {
-    if (element->captionMessage) load(*element, *element->captionMessage, 0);
-    if (auto* const strip = dynamic_cast<TabStrip*>(element))
-      for (size_t page = 0; page < strip->pageMessages.size(); ++page)
-        load(*strip, strip->pageMessages[page], static_cast<int16_t>(page));
-  }
+  for (int rank = 0; rank < kRanks; ++rank)
+    for (Element* const element : form.Captioned()) {
+      if (Rank(*element) != rank) continue;
+      if (element->captionMessage) load(*element, *element->captionMessage, 0);
+      if (auto* const strip = dynamic_cast<TabStrip*>(element))
+        for (size_t page = 0; page < strip->pageMessages.size(); ++page)
+          load(*strip, strip->pageMessages[page], static_cast<int16_t>(page));
+    }
 }
 
 }  // namespace tarvik::ui
