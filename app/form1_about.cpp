@@ -22,8 +22,10 @@ void Form1::CheckModules() {
   switchOff(missing_.k7Api, kK7ApiPage);
   switchOff(missing_.serviceSetup, kK7SvcPage);
   switchOff(missing_.internet, kFtpPage);
-  if (missing_.Any()) controls_.cmdAllTest.SetVisible(false);
   if (missing_.cncLibrary) controls_.mnuPMC.SetVisible(false);
+  if (!missing_.Any()) return;
+  controls_.cmdAllTest.SetVisible(false);
+  UpdateLayout();  // closes the gap next to the other button
 }
 
 std::wstring Form1::MissingReport() const {

@@ -40,9 +40,11 @@ std::array<BoxPtr, kPageCount> Pages(const ui::Spacing& spacing, Form1Controls& 
     return ui::Grid(gap, gap, std::move(rows));
   };
   std::array<BoxPtr, kPageCount> pages;
+  std::vector<BoxPtr> pingButtons = Boxed(Captioned(c.cmdPing, {Message::StopButton}));
+  if (c.cmdAllTest.Visible()) pingButtons.push_back(Captioned(c.cmdAllTest));
   pages[kPingPage] =
       Page(spacing, fields(Boxed(Captioned(c.lblPingReqCount), Sized(c.txtPingReqCount, L"2147483647"))),
-           Boxed(Captioned(c.cmdPing, {Message::StopButton}), Captioned(c.cmdAllTest)));
+           std::move(pingButtons));
   pages[kNexalPage] =
       Page(spacing,
            ui::Column(

@@ -14,7 +14,7 @@ struct RungName {
 };
 
 /// The widest marks that follow a name.
-inline constexpr RungName kWidestMark{L" FAIL", L" ×"};
+inline constexpr RungName kWidestMark{L" FAIL", L" なし"};
 
 /// The rungs of this edition, in the order of the status bar's fields.
 inline std::vector<report::Rung> RungsOf(bool familyEdition) {

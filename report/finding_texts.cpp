@@ -34,6 +34,8 @@ const wchar_t* MarkOf(RungState state, AnswerLanguage language) {
       return japanese ? L"△" : L"!";
     case RungState::Failed:
       return japanese ? L"×" : L"FAIL";
+    case RungState::LibraryMissing:
+      return japanese ? L"なし" : L"none";
     default:
       return japanese ? L"－" : L"–";
   }

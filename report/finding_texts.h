@@ -36,7 +36,8 @@ struct FindingRow {
 
 const FindingRow& RowOf(Finding finding);
 
-/// "OK", "!", "FAIL" or an en dash; in Japanese a circle, a triangle, a cross or a dash.
+/// "OK", "!", "FAIL", "none" for a missing library, or an en dash; in Japanese a circle, a triangle, a cross,
+/// the word for "none" or a dash.
 const wchar_t* MarkOf(RungState state, AnswerLanguage language);
 
 /// The rung's name as the status bar shows it.

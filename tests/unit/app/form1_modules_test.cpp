@@ -40,6 +40,20 @@ INSTANTIATE_TEST_SUITE_P(EachModule, Form1MissingModuleTest,
                                          ModuleAndPage{"k7api.dll", 2}, ModuleAndPage{"SvcKit.dll", 3},
                                          ModuleAndPage{"Wininet.dll", 4}));
 
+TEST_F(Form1ModulesTest, The_hidden_ladder_button_leaves_no_gap) {
+  const auto right = [this](int id) { return Button(id).Bounds().x + Button(id).Bounds().width; };
+  kernel.paths.erase("NxLib32.dll");
+  Start();
+  EXPECT_EQ(right(ID_cmdPing), right(ID_cmdAllFtpTest));
+}
+
+TEST_F(Form1ModulesTest, The_field_of_a_missing_library_has_a_word_of_its_own) {
+  kernel.paths.erase("NxLib32.dll");
+  Start();
+  EXPECT_EQ(form.Get<ui::MemoryStatusBar>(ID_sbrRungs).FieldText(4), L"NEXAL2 none");
+  EXPECT_EQ(form.Get<ui::MemoryStatusBar>(ID_sbrRungs).FieldText(5), L"FTP –");
+}
+
 TEST_F(Form1ModulesTest, The_family_edition_does_not_look_for_the_K7_API_library) {
   kernel.paths.erase("k7api.dll");
   Start();

@@ -121,6 +121,8 @@ TEST(FindingTextsTest, A_mark_is_a_word_or_a_sign_and_never_empty) {
   EXPECT_STREQ(MarkOf(RungState::Failed, AnswerLanguage::English), L"FAIL");
   EXPECT_STREQ(MarkOf(RungState::Doubtful, AnswerLanguage::Japanese), L"△");
   EXPECT_STREQ(MarkOf(RungState::NotTested, AnswerLanguage::Japanese), L"－");
+  EXPECT_STREQ(MarkOf(RungState::LibraryMissing, AnswerLanguage::English), L"none");
+  EXPECT_STREQ(MarkOf(RungState::LibraryMissing, AnswerLanguage::Japanese), L"なし");
 }
 
 }  // namespace
