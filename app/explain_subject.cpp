@@ -83,12 +83,12 @@ FoundExplanation ExplainSubject::OfLine(const std::vector<std::wstring>& lines, 
   const bool saysNothing = TrimSpaces(lines[index]).empty() || IsRule(lines[index]);
   const FoundExplanation own = OfOneLine(lines[index]);
   if (!saysNothing && !IsListing(own)) return own;
-  const size_t first = index > kMaxLinesAway ? index - kMaxLinesAway : 0;
-  for (size_t above = index; above > first; --above)
-    if (const FoundExplanation found = OfOneLine(lines[above - 1]); FailsNow(found)) return found;
-  const size_t end = std::min(lines.size(), index + 1 + kMaxLinesAway);
-  for (size_t below = index + 1; below < end; ++below)
-    if (const FoundExplanation found = OfOneLine(lines[below]); FailsNow(found)) return found;
+  for (size_t away = 1; away <= kMaxLinesAway; ++away)
+    // Above, a line number below 0 is a very large one.
+    for (const size_t line : {index - away, index + away}) {
+      if (line >= lines.size()) continue;
+      if (const FoundExplanation found = OfOneLine(lines[line]); FailsNow(found)) return found;
+    }
   return saysNothing ? Verdict() : own;
 }
 

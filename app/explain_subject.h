@@ -29,9 +29,9 @@ class ExplainSubject {
   report::FoundExplanation OfBox(const std::wstring& text) const;
 
   /// The line with that index. A line that does not say anything itself (an empty one, "-----", or a
-  /// directory listing) means the nearest failed rung: that of the nearest line above it that reports a
-  /// failure of the run, otherwise the nearest one below it. Without such a line, a listing means itself, and
-  /// any other line the verdict.
+  /// directory listing) means the nearest failed rung: that of the nearest line that reports a failure of the
+  /// run, of two equally near ones the upper. Without such a line, a listing means itself, and any other line
+  /// the verdict.
   report::FoundExplanation OfLine(const std::vector<std::wstring>& lines, size_t index) const;
 
  private:

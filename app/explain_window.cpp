@@ -25,14 +25,12 @@ struct Words {
   }
 };
 constexpr Words kCaption{L"Explanation - Tarvik", L"説明 - Tarvik"};
-constexpr Words kName{L"Explanation", L"説明"};
 constexpr Words kDoNow{L"Do this now", L"今すること"};
 constexpr Words kMeaning{L"What it means", L"意味"};
 constexpr Words kGood{L"Good so far", L"ここまで良好"};
-constexpr Words kAsk{L"Who else to ask", L"ほかの問い合わせ先"};
+constexpr Words kAsk{L"Who else to ask", L"他の問い合わせ先"};
 
-}  // namespace
-
+/// The title, and the sections that are not empty, under their headings.
 std::vector<ui::Paragraph> ParagraphsOf(const report::ShownExplanation& explanation,
                                         report::AnswerLanguage language) {
   std::vector<ui::Paragraph> text = {{ui::ParagraphKind::Title, explanation.title}};
@@ -45,28 +43,32 @@ std::vector<ui::Paragraph> ParagraphsOf(const report::ShownExplanation& explanat
   add(kMeaning, ui::ParagraphKind::Text, {explanation.facts, explanation.meaning});
   add(kGood, ui::ParagraphKind::Text, {explanation.good});
   add(kAsk, ui::ParagraphKind::Text, {explanation.ask});
+  // A paragraph is one line: the user and the language files may have typed line breaks.
+  for (ui::Paragraph& paragraph : text)
+    std::ranges::replace_if(
+        paragraph.text, [](wchar_t letter) { return letter < L' '; }, L' ');
   return text;
 }
 
-frmExplain::frmExplain(std::unique_ptr<ui::Form> form, report::AnswerLanguage language,
-                       const ui::Form& mainForm, const ui::Control& list)
-    : form_(std::move(form)), txtExplanation(form_->AddTextView(ID_txtExplanation, kName.In(language))) {
-  form_->SetCaption(kCaption.In(language));
+}  // namespace
+
+frmExplain::frmExplain(std::unique_ptr<ui::Form> form, const ui::Form& mainForm, const ui::Control& list)
+    : form_(std::move(form)), txtExplanation(form_->AddTextView(ID_txtExplanation)) {
   form_->onResize = [this] { Form_Resize(); };
   form_->onScalingChanged = [this] { Form_ScalingChanged(); };
   form_->onEscape = [this] { form_->Close(); };
   form_->onUnload = [this] { closed_ = true; };
-  // F1 would enable this window, which could then be closed while its own message box is open.
-  form_->onBoxHelp = nullptr;
+  form_->errorsInCaption = true;
   const int line = form_->LineHeight();
   form_->SetMinimumWindowSize(MinimumSize());
   form_->SetWindowSize(ui::MinWindowSizeFor(*form_, {kDesignWidth * line, kDesignHeight * line}));
-  form_->PlaceBeside(mainForm, list, MinimumSize().width);
+  form_->PlaceBeside(mainForm, list);
   Form_Resize();
 }
 
-void frmExplain::Show(const std::vector<ui::Paragraph>& text) {
-  txtExplanation.SetParagraphs(text);
+void frmExplain::Show(const report::ShownExplanation& explanation, report::AnswerLanguage language) {
+  form_->SetCaption(kCaption.In(language));
+  txtExplanation.SetParagraphs(ParagraphsOf(explanation, language));
   form_->SetEnabled(true);
   form_->Show();
 }

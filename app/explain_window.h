@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
 #include "report/explanation_facts.h"
 #include "report/finding_texts.h"
@@ -9,23 +8,18 @@
 
 namespace tarvik {
 
-/// The text of the Explain window: the title, and the sections that are not empty, under their headings.
-std::vector<ui::Paragraph> ParagraphsOf(const report::ShownExplanation& explanation,
-                                        report::AnswerLanguage language);
-
 /// The Explain window: what a line, a message or a mark means, and what to do now. It is modeless, so that it
 /// can be read next to the machine while a test runs.
 class frmExplain {
  public:
   /// `form`: a new window. It is placed next to `mainForm`, where it covers as little as possible of `list`.
-  frmExplain(std::unique_ptr<ui::Form> form, report::AnswerLanguage language, const ui::Form& mainForm,
-             const ui::Control& list);
+  frmExplain(std::unique_ptr<ui::Form> form, const ui::Form& mainForm, const ui::Control& list);
   frmExplain(const frmExplain&) = delete;
   frmExplain& operator=(const frmExplain&) = delete;
 
   /// Replaces the text and brings the window to the front. During a message box, the window can be used from
   /// then on.
-  void Show(const std::vector<ui::Paragraph>& text);
+  void Show(const report::ShownExplanation& explanation, report::AnswerLanguage language);
   void MakeTopmost() { form_->MakeTopmost(); }
   void SetPointer(ui::Pointer pointer) { form_->SetPointer(pointer); }
 

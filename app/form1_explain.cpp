@@ -38,10 +38,14 @@ int Form1::LineSelectedByUser() const {
 
 void Form1::Explain() {
   const int line = LineSelectedByUser();
-  // A pasted list is another run's, so neither findings nor numbers of this one belong to it.
+  const report::Run& run = recorder_.run;
+  const std::vector<std::wstring> lines = resultView_.Shown();
+  // Neither findings nor numbers of this run belong to a pasted list, or to the lines of a run before it.
+  const bool ofThisRun =
+      line < 0 || (!linesArePasted_ && static_cast<size_t>(line) + run.lines.size() >= lines.size());
   const report::Run unknown;
-  ShowExplanation(line >= 0 && linesArePasted_ ? unknown : recorder_.run, [&](const ExplainSubject& subject) {
-    return line < 0 ? subject.Verdict() : subject.OfLine(resultView_.Shown(), static_cast<size_t>(line));
+  ShowExplanation(ofThisRun ? run : unknown, [&](const ExplainSubject& subject) {
+    return line < 0 ? subject.Verdict() : subject.OfLine(lines, static_cast<size_t>(line));
   });
 }
 
@@ -63,11 +67,10 @@ void Form1::ShowExplanation(
   if (explain_ == nullptr || explain_->Closed()) {
     // The old window is destroyed first: two windows cannot register the same class.
     explain_.reset();
-    explain_ =
-        std::make_unique<frmExplain>(NewForm(L"frmExplain"), language, deps_.form, controls_.lstResult);
+    explain_ = std::make_unique<frmExplain>(NewForm(L"frmExplain"), deps_.form, controls_.lstResult);
     if (TestOptionMask(kTopmost)) explain_->MakeTopmost();
   }
-  explain_->Show(ParagraphsOf(report::Shown(found, run, language), language));
+  explain_->Show(report::Shown(found, run, language), language);
 }
 
 std::unique_ptr<ui::Form> Form1::NewForm(const wchar_t* windowClass) {

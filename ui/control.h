@@ -219,7 +219,8 @@ struct Paragraph {
 class TextView : public Control {
  public:
   std::wstring_view TypeName() const final { return L"TextView"; }
-  /// Replaces the text and shows its beginning. Steps are numbered from 1.
+  /// Replaces the text and shows its beginning. Steps are numbered from 1. Screen readers use the first
+  /// paragraph as the name of the text.
   virtual void SetParagraphs(const std::vector<Paragraph>& paragraphs) = 0;
   /// The whole text, with "\r\n" between paragraphs and no-break spaces after the number of a step.
   virtual std::wstring Text() const = 0;

@@ -43,6 +43,7 @@ void Form::Guarded(const std::function<void()>& handler) {
   try {
     handler();
   } catch (const RuntimeError& error) {
+    if (errorsInCaption) return SetCaption(error.Text());
     Boxes().Show(errorText ? errorText(error) : error.Text(), report::BoxIcon::Critical);
   }
 }

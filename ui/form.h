@@ -47,8 +47,7 @@ class Form {
   virtual TabStrip& AddTabStrip(int id, const std::vector<std::wstring>& captions) = 0;
   /// A status bar with that many empty fields.
   virtual StatusBar& AddStatusBar(int id, int fields) = 0;
-  /// `name`: for screen readers.
-  virtual TextView& AddTextView(int id, const std::wstring& name) = 0;
+  virtual TextView& AddTextView(int id) = 0;
   /// Adds a menu to the menu bar.
   virtual MenuItem& AddMenu(int id, const std::wstring& caption) = 0;
   /// Adds a command to a menu that AddMenu returned.
@@ -69,11 +68,15 @@ class Form {
   const std::vector<Element*>& Captioned() const { return captioned_; }
 
   /// The event boundary: calls one of the program's handlers and reports a RuntimeError from it in a critical
-  /// message box of this form. Every handler is called this way.
+  /// message box of this form, or in its caption. Every handler is called this way.
   void Guarded(const std::function<void()>& handler);
 
   /// Words an error for that box. When not set, the box shows RuntimeError::Text().
   std::function<std::wstring(const RuntimeError& error)> errorText;
+
+  /// Shows errors in the caption instead of a message box. For a window that can be used while a message box
+  /// of another one is open: with two boxes, the user could answer the outer one first.
+  bool errorsInCaption = false;
 
   /// The message boxes of this window. Valid for the lifetime of the form.
   virtual report::MessageBoxes& Boxes() = 0;
@@ -115,9 +118,9 @@ class Form {
   /// The outer size below which the user cannot drag the window.
   virtual void SetMinimumWindowSize(Size size) = 0;
   /// Moves the hidden window next to the other one, where it covers as little as possible of `keep`, a
-  /// control on the other window itself. It becomes narrower, down to `minimumWidth`, where the screen is too
-  /// small. Does nothing while the other window is hidden or minimised.
-  virtual void PlaceBeside(const Form& other, const Control& keep, int minimumWidth) = 0;
+  /// control on the other window itself. It becomes narrower, down to its minimum size, where the screen is
+  /// too small. Does nothing while the other window is hidden or minimised.
+  virtual void PlaceBeside(const Form& other, const Control& keep) = 0;
   /// Dots per inch at the window's current scaling; 96 = 100 percent.
   virtual int Dpi() const = 0;
   /// Height of one line of the message font in pixels; the layout's spacing is derived from it.
@@ -152,7 +155,7 @@ class Form {
   /// F1 was pressed, and no command of the window has it as its shortcut.
   std::function<void()> onHelp;
   /// F1 was pressed while a message box of this window is open. A window that the handler enables can be used
-  /// before the box is answered.
+  /// before the box is answered. An error is not reported: a second box could be answered after the first.
   std::function<void(const std::wstring& boxText)> onBoxHelp;
 
  protected:

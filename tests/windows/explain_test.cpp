@@ -68,6 +68,18 @@ TEST_F(Explain, Ctrl_A_and_Ctrl_C_copy_the_whole_text_with_ordinary_spaces) {
   })) << Pc().ClipboardText().value_or("(none)");
 }
 
+TEST_F(Explain, A_copy_that_fails_is_reported_in_the_caption_and_not_in_a_box) {
+  const WindowUnderTest window = Open(Start());
+  window.SetFocus(ID_txtExplanation);
+  window.Press("Ctrl+A");
+  Pc().HoldClipboard(std::chrono::milliseconds(3000));
+  window.Press("Ctrl+C");
+  window.WaitForText(0, "The clipboard is in use by another program. Try again.");
+  EXPECT_FALSE(Program().HasBox());
+  window.Press("F1");
+  window.WaitForText(0, "Explanation - Tarvik");
+}
+
 TEST_F(Explain, Esc_closes_only_this_window_and_F1_opens_it_again) {
   const WindowUnderTest mainWindow = Start();
   const WindowUnderTest window = Open(mainWindow);

@@ -144,11 +144,7 @@ StatusBar& MemoryForm::AddStatusBar(int id, int fields) {
   return Add<MemoryStatusBar>(id, kNoPage, focus_, fields);
 }
 
-TextView& MemoryForm::AddTextView(int id, const std::wstring& name) {
-  MemoryTextView& view = Add<MemoryTextView>(id, kNoPage, focus_);
-  view.SetCaption(name);
-  return view;
-}
+TextView& MemoryForm::AddTextView(int id) { return Add<MemoryTextView>(id, kNoPage, focus_); }
 
 MenuItem& MemoryForm::AddMenu(int id, const std::wstring& caption) {
   MenuItem& menu = Add<MemoryMenuItem>(id, kNoPage);
@@ -159,6 +155,14 @@ MenuItem& MemoryForm::AddMenu(int id, const std::wstring& caption) {
 MenuItem& MemoryForm::AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) {
   commands_[&menu].push_back(id);
   return AddMenu(id, caption);
+}
+
+void MemoryForm::PressHelpInBox(const std::wstring& boxText) {
+  try {
+    if (onBoxHelp) onBoxHelp(boxText);
+  } catch (const RuntimeError&) {
+    // Not reported: a second box could be answered after the first.
+  }
 }
 
 bool MemoryForm::PressShortcut(int16_t keyCode, int16_t shift) {

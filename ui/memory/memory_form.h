@@ -69,7 +69,7 @@ class MemoryForm final : public Form {
   ListBox& AddListBox(int id, int page, const std::wstring& toolTip) override;
   TabStrip& AddTabStrip(int id, const std::vector<std::wstring>& captions) override;
   StatusBar& AddStatusBar(int id, int fields) override;
-  TextView& AddTextView(int id, const std::wstring& name) override;
+  TextView& AddTextView(int id) override;
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
   MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
   void AddMenuSeparator(MenuItem& menu) override { commands_[&menu].push_back(0); }
@@ -98,7 +98,7 @@ class MemoryForm final : public Form {
   Size ClientSize() const override { return {windowSize_.width - 16, windowSize_.height - 60}; }
   void SetMinimumWindowSize(Size size) override { minimumWindowSize = size; }
   Size WorkArea() const override { return workArea; }
-  void PlaceBeside(const Form& other, const Control& keep, int) override { beside = {&other, &keep}; }
+  void PlaceBeside(const Form& other, const Control& keep) override { beside = {&other, &keep}; }
   int Dpi() const override { return dpi; }
   int LineHeight() const override { return lineHeight; }
   std::optional<SavePlace> AskWhereToSave(const SavePrompt& prompt) override;
@@ -147,9 +147,7 @@ class MemoryForm final : public Form {
   void PressEscape() { Raise(onEscape); }
   void PressHelp() { Raise(onHelp); }
   /// F1 in a message box of the window.
-  void PressHelpInBox(const std::wstring& boxText) {
-    if (onBoxHelp) Guarded([&] { onBoxHelp(boxText); });
-  }
+  void PressHelpInBox(const std::wstring& boxText);
   /// Presses the keys of a shortcut. False when no command of the window has them.
   bool PressShortcut(int16_t keyCode, int16_t shift);
   /// Opens the context menu of a list and returns its commands, null for a separator.

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "ui/win32/event_boundary_win32.h"
 #include "ui/win32/form_win32.h"
 
 namespace tarvik::ui {
@@ -32,7 +31,11 @@ bool BoxKeys::Handles(MSG& message) const noexcept {
     return form != nullptr && form->FilterMessage(message);
   }
   if (message.wParam != VK_F1 || form_ == nullptr || !form_->onBoxHelp) return false;
-  RunHandler(*form_, [this] { form_->onBoxHelp(text_); });
+  try {
+    if (!IsRepeat(message)) form_->onBoxHelp(text_);
+  } catch (...) {
+    MessageBeep(MB_ICONERROR);
+  }
   return true;
 }
 

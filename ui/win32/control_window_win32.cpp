@@ -114,6 +114,8 @@ int16_t HeldShiftStates() {
                               held(VK_MENU, kAltHeld));
 }
 
+bool IsRepeat(const MSG& message) { return (HIWORD(message.lParam) & KF_REPEAT) != 0; }
+
 bool CaptionHasMnemonic(const std::wstring& caption, wchar_t letter) {
   for (size_t at = caption.find(L'&'); at != std::wstring::npos && at + 1 < caption.size();
        at = caption.find(L'&', at + 2)) {

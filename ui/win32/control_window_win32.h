@@ -128,6 +128,9 @@ class ControlWindow {
 /// The sum of the shift states of the keys that are held down (GetKeyState).
 int16_t HeldShiftStates();
 
+/// True for the automatic repeats of a key that is held down.
+bool IsRepeat(const MSG& message);
+
 /// The letter in upper case, in any script (CharUpperBuff).
 wchar_t UpperCase(wchar_t letter);
 

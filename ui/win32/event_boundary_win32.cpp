@@ -34,7 +34,7 @@ void RunFunction(Win32Form& form, const std::function<void()>& handler) noexcept
   try {
     form.Guarded(handler);
   } catch (...) {
-    ReportException(form.Window());
+    if (!form.errorsInCaption) ReportException(form.Window());
   }
 }
 

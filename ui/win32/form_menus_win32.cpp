@@ -51,7 +51,7 @@ bool Win32Form::FilterShortcut(const MSG& message) {
   };
   const Win32MenuItem* command = FindCommand(fits);
   // Not for the repeats of a key that is held down: one press is one copy.
-  if (command != nullptr && (HIWORD(message.lParam) & KF_REPEAT) == 0) RunCommand(command);
+  if (command != nullptr && !IsRepeat(message)) RunCommand(command);
   return command != nullptr;
 }
 

@@ -129,7 +129,7 @@ void Win32Form::CreatePage(int page) {
   tabStrip_->ShowFrontPanel();
 }
 
-void Win32Form::FinishLater() noexcept {
+void Win32Form::Finish() noexcept {
   RunHandler(*this, [this] {
     for (int page = 0; tabStrip_ != nullptr && page < tabStrip_->PageCount(); ++page) CreatePage(page);
     annotations_.Start(com_);
@@ -180,9 +180,7 @@ TabStrip& Win32Form::AddTabStrip(int id, const std::vector<std::wstring>& captio
 
 StatusBar& Win32Form::AddStatusBar(int id, int fields) { return Add<Win32StatusBar>(id, kNoPage, fields); }
 
-TextView& Win32Form::AddTextView(int id, const std::wstring& name) {
-  return Add<Win32TextView>(id, kNoPage, name);
-}
+TextView& Win32Form::AddTextView(int id) { return Add<Win32TextView>(id, kNoPage); }
 
 ControlWindow* Win32Form::ControlOf(HWND window) const {
   for (; window != nullptr && window != window_; window = GetAncestor(window, GA_PARENT))
@@ -222,12 +220,15 @@ void Win32Form::Show() {
     if (menuBar_ != nullptr) menuBar_->UpdateBar();
     KeepOnScreen();
     for (const auto& control : controls_) control->ApplyPlace();
-    if (tabStrip_ != nullptr) CreatePage(tabStrip_->FrontPage());
+    if (tabStrip_ != nullptr)
+      CreatePage(tabStrip_->FrontPage());
+    else
+      Finish();
   }
   // The main window opens in the state that its starter requests, such as a shortcut set to "Maximized".
   ShowWindow(window_, role_ == FormRole::Main ? SW_SHOWDEFAULT : SW_SHOW);
   UpdateWindow(window_);
-  if (first) SetTimer(window_, kFinishTimer, kFinishDelayMs, nullptr);
+  if (first && tabStrip_ != nullptr) SetTimer(window_, kFinishTimer, kFinishDelayMs, nullptr);
 }
 
 void Win32Form::KeepOnScreen() {
@@ -241,7 +242,7 @@ void Win32Form::KeepOnScreen() {
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void Win32Form::PlaceBeside(const Form& other, const Control& keep, int minimumWidth) {
+void Win32Form::PlaceBeside(const Form& other, const Control& keep) {
   if (!other.Visible() || other.Minimised()) return;
   HWND window = static_cast<const Win32Form&>(other).window_;
   RECT outer{};
@@ -249,11 +250,13 @@ void Win32Form::PlaceBeside(const Form& other, const Control& keep, int minimumW
   // First, so that the window has the scaling of that monitor when it is measured.
   SetWindowPos(window_, nullptr, static_cast<int>(outer.left), static_cast<int>(outer.top), 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  const RECT workArea = WorkAreaOf(window);
+  if (IsRectEmpty(&workArea)) return;
   const Rect bounds = keep.Bounds();
   RECT kept{bounds.x, bounds.y, bounds.x + bounds.width, bounds.y + bounds.height};
   MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&kept), 2);
   const Rect place =
-      BesideWindow(WindowSize(), minimumWidth, ToRect(outer), ToRect(kept), ToRect(WorkAreaOf(window)));
+      BesideWindow(WindowSize(), minimumSize_.width, ToRect(outer), ToRect(kept), ToRect(workArea));
   SetWindowPos(window_, nullptr, place.x, place.y, place.width, place.height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -326,7 +329,7 @@ void Win32Form::StopTimer(int timer) {
 
 void Win32Form::OnTimer(UINT_PTR timer) noexcept {
   KillTimer(window_, timer);
-  if (timer == kFinishTimer) return FinishLater();
+  if (timer == kFinishTimer) return Finish();
   const auto started = std::find_if(timers_.begin(), timers_.end(), [timer](const Timer& each) {
     return kFirstOwnTimer + static_cast<UINT_PTR>(each.number) == timer;
   });

@@ -52,7 +52,7 @@ class Win32Form final : public Form {
   ListBox& AddListBox(int id, int page, const std::wstring& toolTip) override;
   TabStrip& AddTabStrip(int id, const std::vector<std::wstring>& captions) override;
   StatusBar& AddStatusBar(int id, int fields) override;
-  TextView& AddTextView(int id, const std::wstring& name) override;
+  TextView& AddTextView(int id) override;
   MenuItem& AddMenu(int id, const std::wstring& caption) override;
   MenuItem& AddMenuCommand(int id, MenuItem& menu, const std::wstring& caption) override;
   void AddMenuSeparator(MenuItem& menu) override;
@@ -83,7 +83,7 @@ class Win32Form final : public Form {
   void FixSize() override;
   Size WorkArea() const override;
   void SetMinimumWindowSize(Size size) override { minimumSize_ = size; }
-  void PlaceBeside(const Form& other, const Control& keep, int minimumWidth) override;
+  void PlaceBeside(const Form& other, const Control& keep) override;
   int Dpi() const override { return dpi_; }
   int LineHeight() const override { return Font().LineHeight(); }
   std::optional<SavePlace> AskWhereToSave(const SavePrompt& prompt) override;
@@ -141,7 +141,7 @@ class Win32Form final : public Form {
   void SetMinTrackSize(MINMAXINFO& info) const;
   void KeepOnScreen();
   void OnTimer(UINT_PTR timer) noexcept;
-  void FinishLater() noexcept;
+  void Finish() noexcept;
   void RestoreFocus();
 
   bool FilterKeyDown(MSG& message);
@@ -175,7 +175,6 @@ class Win32Form final : public Form {
   Scaling scaling_;
   SystemLibrary commonControls_;
   SystemLibrary inputMethods_;
-  SystemLibrary saveDialogs_;
   ComObjects com_;
   Annotations annotations_;
   TaskbarButton taskbarButton_;

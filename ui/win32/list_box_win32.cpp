@@ -107,9 +107,11 @@ void Win32ListBox::OnCommand(WORD notification) {
 
 void Win32ListBox::SelectAt(POINT place) {
   ScreenToClient(Window(), &place);
+  RECT client{};
+  GetClientRect(Window(), &client);
   // Not LB_ITEMFROMPOINT, whose answer has only 16 bits for the line.
   const LRESULT line = Send(LB_GETTOPINDEX) + place.y / std::max<LRESULT>(1, Send(LB_GETITEMHEIGHT));
-  if (place.y < 0 || line >= Send(LB_GETCOUNT)) return;
+  if (!PtInRect(&client, place) || line >= Send(LB_GETCOUNT)) return;
   Send(LB_SETCURSEL, static_cast<WPARAM>(line));
   Raise(onSelect);
 }

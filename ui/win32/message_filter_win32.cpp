@@ -19,9 +19,6 @@ bool IsMouse(const MSG& message) {
 
 bool IsHeld(int key) { return GetKeyState(key) < 0; }
 
-/// True for the automatic repeats of a key that is held down.
-bool IsRepeat(const MSG& message) { return (static_cast<ULONG_PTR>(message.lParam) & (1U << 30)) != 0; }
-
 bool IsLeftOrRightDown(const MSG& message) {
   return message.message == WM_LBUTTONDOWN || message.message == WM_LBUTTONDBLCLK ||
          message.message == WM_RBUTTONDOWN;

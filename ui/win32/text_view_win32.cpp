@@ -16,13 +16,6 @@ namespace {
 /// Japanese.
 constexpr wchar_t kGap[] = L"\u00A0\u00A0";
 
-/// The library stays loaded until the program ends, because it may still own what the clipboard offers.
-void LoadRichEdit() {
-  static SystemLibrary library;
-  static const bool kLoaded = library.Load(L"msftedit.dll");
-  (void)kLoaded;  // without it, creating the window fails, which is reported
-}
-
 bool IsCopy(UINT message, WPARAM wParam) {
   return message == WM_COPY ||
          (message == WM_KEYDOWN && (wParam == L'C' || wParam == VK_INSERT) && HeldShiftStates() == kCtrlHeld);
@@ -30,12 +23,12 @@ bool IsCopy(UINT message, WPARAM wParam) {
 
 }  // namespace
 
-Win32TextView::Win32TextView(Win32Form& form, int page, int id, const std::wstring& name)
-    : UncaptionedControl(
-          form, page, id,
-          {L"RICHEDIT50W", ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP | WS_GROUP}),
-      name_(name) {
-  LoadRichEdit();
+Win32TextView::Win32TextView(Win32Form& form, int page, int id)
+    : UncaptionedControl(form, page, id,
+                         {L"RICHEDIT50W",
+                          ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP | WS_GROUP}) {
+  // Without it, creating the window fails, which is reported.
+  SystemLibrary().Load(L"msftedit.dll");
 }
 
 void Win32TextView::OnCreated() {
@@ -44,7 +37,9 @@ void Win32TextView::OnCreated() {
   Subclass(Window());
 }
 
-void Win32TextView::Annotate() { form_.ScreenReaders().SetName(Window(), CHILDID_SELF, name_); }
+void Win32TextView::Annotate() {
+  if (!paragraphs_.empty()) form_.ScreenReaders().SetName(Window(), CHILDID_SELF, paragraphs_.front().text);
+}
 
 void Win32TextView::ApplyFont() {
   const std::unique_ptr<MeasuredFont> old = std::move(font_);
@@ -60,6 +55,7 @@ Size Win32TextView::SizeFor(const std::wstring& text) const {
 void Win32TextView::SetParagraphs(const std::vector<Paragraph>& paragraphs) {
   paragraphs_ = paragraphs;
   Show();
+  Annotate();
 }
 
 std::wstring Win32TextView::Text() const { return WindowText(); }

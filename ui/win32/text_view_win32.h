@@ -12,8 +12,7 @@ namespace tarvik::ui {
 /// A read-only rich edit window.
 class Win32TextView final : public UncaptionedControl<TextView> {
  public:
-  /// `name`: for screen readers.
-  Win32TextView(Win32Form& form, int page, int id, const std::wstring& name);
+  Win32TextView(Win32Form& form, int page, int id);
 
   Size SizeFor(const std::wstring& text) const override;
   void SetParagraphs(const std::vector<Paragraph>& paragraphs) override;
@@ -32,7 +31,6 @@ class Win32TextView final : public UncaptionedControl<TextView> {
   void Format(ParagraphKind kind, LONG start, LONG end, LONG em) const;
   void CopySelection() const;
 
-  std::wstring name_;
   std::unique_ptr<MeasuredFont> font_;
   std::vector<Paragraph> paragraphs_;
 };

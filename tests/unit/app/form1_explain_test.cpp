@@ -163,7 +163,16 @@ TEST_F(Form1ExplainTest, An_empty_line_and_dashes_mean_the_nearest_failed_rung) 
   EXPECT_TRUE(Says(L"On page NEXAL2, tick \"Access Code\"."));
   List().ClickLine(LineOf(L"Get System Information test....") - 1);
   PressF1();
-  EXPECT_TRUE(Title().starts_with(L"[115]")) << "the line above comes first";
+  EXPECT_TRUE(Title().starts_with(L"[115]")) << "the line above is nearer";
+}
+
+TEST_F(Form1ExplainTest, An_empty_line_just_above_a_failure_means_that_one_and_not_an_older_one) {
+  Start(L"-X 16 -PING_N 4");
+  clipboard.text = L"ICMP_Error:11010\r\nPING test...\r\nPING test...\r\n\r\n530 Login incorrect.\r\n";
+  List().DoubleClick();
+  List().ClickLine(3);
+  PressF1();
+  EXPECT_TRUE(Says(MeaningOf(report::Finding::FtpLoginRefused)));
 }
 
 TEST_F(Form1ExplainTest, A_listing_means_the_nearest_failed_rung_and_without_one_itself) {
@@ -245,12 +254,62 @@ TEST_F(Form1ExplainTest, The_boxes_of_the_start_up_are_explained_too) {
   EXPECT_TRUE(Title().starts_with(L"The maker's software was not found"));
 }
 
-TEST_F(Form1ExplainTest, A_box_of_its_own_keeps_it_disabled_because_it_could_be_closed_under_the_box) {
+TEST_F(Form1ExplainTest, Its_errors_are_in_its_caption_so_that_no_second_box_opens) {
   Start();
   PressF1();
-  lastForm->SetEnabled(false);
-  lastForm->PressHelpInBox(L"The clipboard does not accept the text.");
-  EXPECT_FALSE(lastForm->Enabled());
+  lastForm->Guarded([] { throw RuntimeError(L"The clipboard does not accept the text."); });
+  EXPECT_EQ(lastForm->Caption(), L"The clipboard does not accept the text.");
+  EXPECT_TRUE(boxes.boxes.empty());
+  PressF1();
+  EXPECT_EQ(lastForm->Caption(), L"Explanation - Tarvik");
+}
+
+TEST_F(Form1ExplainTest, A_box_that_cannot_be_explained_gets_no_second_box) {
+  Start();
+  failNewForms = true;
+  boxes.onShow = [&] { form.PressHelpInBox(boxes.boxes.back().text); };
+  Box(ID_txtPingReqCount).SetText(L"x");
+  Box(ID_txtPingReqCount).SetFocus();
+  form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdPing));
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+}
+
+TEST_F(Form1ExplainTest, A_line_of_an_earlier_run_is_explained_without_the_numbers_of_this_one) {
+  Start();
+  const auto logIn = [this](const wchar_t* address, const char* reply) {
+    wininet.replies = {reply};
+    wininet.failing = {"InternetConnectA"};
+    Address().Type(address);
+    Click(ID_cmdFtpConnect);
+  };
+  logIn(L"192.168.1.100", "530 Login incorrect");
+  logIn(L"192.168.1.101", "532 Account needed");
+  List().ClickLine(LineOf(L"530 Login incorrect"));
+  PressF1();
+  EXPECT_TRUE(Says(MeaningOf(report::Finding::FtpLoginRefused)));
+  EXPECT_FALSE(Says(L"Reply"));
+  List().ClickLine(LineOf(L"532 Account needed"));
+  PressF1();
+  EXPECT_TRUE(Says(L"Reply 532."));
+}
+
+TEST_F(Form1ExplainTest, Every_paragraph_is_one_line_whatever_was_typed) {
+  Start();
+  Ping(L"no\r\nname");
+  PressF1();
+  EXPECT_TRUE(Says(L"no  name"));
+  for (const ui::Paragraph& paragraph : View().paragraphs)
+    EXPECT_EQ(paragraph.text.find_first_of(L"\r\n"), std::wstring::npos);
+}
+
+TEST_F(Form1ExplainTest, Its_caption_follows_the_language_of_the_texts) {
+  configuration.folderResult = 1;
+  boxes.onShow = [&] { form.PressHelpInBox(boxes.boxes.back().text); };
+  Start(L"-LANGID 0");
+  EXPECT_EQ(lastForm->Caption(), L"Explanation - Tarvik");
+  PressF1();
+  EXPECT_EQ(newForms.size(), 1U);
+  EXPECT_EQ(lastForm->Caption(), L"説明 - Tarvik");
 }
 
 TEST_F(Form1ExplainTest, F1_works_in_secondary_windows_and_their_boxes_too) {
@@ -347,7 +406,7 @@ TEST_F(Form1ExplainTest, The_window_is_Japanese_with_the_Japanese_texts) {
   PressF1();
   EXPECT_TRUE(Title().starts_with(L"[115] 通信先のIPｱﾄﾞﾚｽ/電源/ｹｰﾌﾞﾙを確認してください / Please check"));
   EXPECT_EQ(Of(ui::ParagraphKind::Heading),
-            (std::vector<std::wstring>{L"今すること", L"意味", L"ここまで良好", L"ほかの問い合わせ先"}));
+            (std::vector<std::wstring>{L"今すること", L"意味", L"ここまで良好", L"他の問い合わせ先"}));
   EXPECT_EQ(lastForm->Caption(), L"説明 - Tarvik");
 }
 
