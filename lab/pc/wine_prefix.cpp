@@ -91,7 +91,7 @@ void Copy(const std::string& from, const std::string& to) {
     fs::copy_file(fs::path(from) / name, file);
   }
   // The user's desktop and document folders are links to the home folder of the prefix' creation, which has
-  // another name since. Without a desktop no save dialog works.
+  // another name now. Without a desktop no save dialog works.
   for (const auto& user : fs::directory_iterator(fs::path(to) / "drive_c/users")) {
     for (const auto& folder : fs::directory_iterator(user)) {
       if (!folder.is_symlink()) continue;

@@ -139,7 +139,7 @@ TEST_F(Commands, Ctrl_Shift_C_copies_the_report_wherever_the_focus_is) {
   }
 }
 
-TEST_F(Commands, The_keys_do_nothing_while_a_message_box_is_open) {
+TEST_F(Commands, Copying_and_saving_by_keys_do_nothing_while_a_message_box_is_open) {
   const WindowUnderTest window = Start();
   Pc().SetClipboardText("before");
   window.SetFocus(ID_txtPingReqCount);
