@@ -16,9 +16,10 @@
 namespace tarvik {
 namespace {
 
-std::wstring TimeZoneText(int32_t minutesEast) {
-  const int32_t minutes = minutesEast < 0 ? -minutesEast : minutesEast;
-  return (minutesEast < 0 ? L"UTC-" : L"UTC+") + ZeroPadded(minutes / 60, 2) + L":" +
+std::wstring TimeZoneText(std::optional<int32_t> minutesEast) {
+  if (!minutesEast) return {};
+  const int32_t minutes = *minutesEast < 0 ? -*minutesEast : *minutesEast;
+  return (*minutesEast < 0 ? L"UTC-" : L"UTC+") + ZeroPadded(minutes / 60, 2) + L":" +
          ZeroPadded(minutes % 60, 2);
 }
 

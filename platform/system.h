@@ -17,7 +17,7 @@ struct ZonedTime {
   int32_t day = 0;
   int32_t hour = 0;
   int32_t minute = 0;
-  int32_t minutesEast = 0;  ///< local time less UTC
+  std::optional<int32_t> minutesEast{};  ///< local time less UTC; nothing when Windows does not report it
 };
 
 enum class UserFolder { Desktop, PublicDocuments };

@@ -70,16 +70,14 @@ class Win32System final : public System {
     SYSTEMTIME now{};
     ::GetLocalTime(&now);
     TIME_ZONE_INFORMATION zone{};
-    LONG bias = 0;
-    switch (::GetTimeZoneInformation(&zone)) {
-      case TIME_ZONE_ID_DAYLIGHT:
-        bias = zone.DaylightBias;
-        break;
-      case TIME_ZONE_ID_STANDARD:
-        bias = zone.StandardBias;
-        break;
-    }
-    return {now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, static_cast<int32_t>(-zone.Bias - bias)};
+    const DWORD season = ::GetTimeZoneInformation(&zone);
+    ZonedTime time{now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute};
+    if (season == TIME_ZONE_ID_INVALID) return time;
+    const LONG bias = season == TIME_ZONE_ID_DAYLIGHT   ? zone.DaylightBias
+                      : season == TIME_ZONE_ID_STANDARD ? zone.StandardBias
+                                                        : 0;
+    time.minutesEast = static_cast<int32_t>(-zone.Bias - bias);
+    return time;
   }
   std::wstring UserName() override {
     constexpr DWORD kMaxUserName = 257;  // UNLEN + 1
