@@ -134,9 +134,9 @@ class Form1 {
   bool RunReachabilityCheck();
   bool RunLibraryTest();
   bool RunFtpTest();
-  /// A second look after a test that could not connect: asks the target's TCP port how it answers. Leaves
-  /// `answer` when the target's address is not known.
-  void LookAtPort(int32_t port, report::PortAnswer& answer);
+  /// A second look after a test that could not connect: asks that TCP port of the target how it answers.
+  /// Leaves `answer` when `address` is a name whose address is not known.
+  void LookAtPort(std::wstring address, int32_t port, report::PortAnswer& answer);
   /// Runs one rung of the ladder if its option bit is set. False when a stop was requested before it or the
   /// test failed; otherwise true.
   bool RunIfSelected(OptionBit bit, bool (Form1::*test)());
@@ -176,6 +176,8 @@ class Form1 {
   void ShowK7ServiceState(int32_t status);
   /// Shows the K7 Server's port from the services file in its label, unless the K7 Svc page is off.
   void CheckK7ServicesEntry();
+  /// The K7 Server's entry of the services file, as far as it can be read. Shows no message box.
+  ServiceEntry ReadK7Entry();
   /// Shows the entry's port in its label, if the services file has the name and the port.
   void ShowK7Port(const ServiceEntry& entry);
   std::wstring ServicesFile() const;

@@ -22,7 +22,8 @@ bool Form1::Recorded(const std::vector<report::Rung>& rungs, const std::function
   report::RunEnd end = report::RunEnd::Error;
   const ScopeGuard ended([&] {
     // An address edited during the run keeps the answer until the next edit, or it would never be seen.
-    recorder_.End(end, deps_.system.GeneralDateTime());
+    const ZonedTime now = deps_.system.LocalTime();
+    recorder_.End(end, deps_.system.GeneralDateTime(), {now.year, now.month, now.day, now.hour, now.minute});
   });
   bool passed = false;
   try {

@@ -16,11 +16,17 @@ bool Form1::RunLibraryTest() {
   const auto showHourglass = [this](bool busy) {
     deps_.form.SetPointer(busy ? ui::Pointer::Hourglass : ui::Pointer::Default);
   };
+  const CncTarget target = ReadCncTarget();
+  recorder_.AddressUsed(report::Rung::CncLibrary, target.address);
+  recorder_.run.settings.accessCodeSet = accessCode && !accessCode->empty();
   const bool passed = tarvik::RunLibraryTest(context_, deps_.cncLibrary, deps_.codePage, showHourglass,
-                                             ReadCncTarget(), accessCode, missing_.cncLibrary, nxlibOptions_);
+                                             target, accessCode, missing_.cncLibrary, nxlibOptions_);
   report::CncFacts& facts = recorder_.run.facts.cnc;
+  // Then the ping's target has not answered.
+  if (target.address != recorder_.run.target) facts.beforePing = true;
   // Any other failed call has already proven that the port is open.
-  if (!passed && facts.call == report::CncCall::Connect) LookAtPort(facts.port, facts.portAnswer);
+  if (!passed && facts.call == report::CncCall::Connect)
+    LookAtPort(target.address, facts.port, facts.portAnswer);
   return passed;
 }
 

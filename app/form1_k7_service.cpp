@@ -96,11 +96,14 @@ void Form1::Form_Activate() {
   if (controls_.tabMode.FrontPage() != kK7SvcPage) return;
   // The user may have just edited the file. No message box if it cannot be read: closing the box would
   // activate the window again, and so show the next box.
-  const std::optional<std::string> bytes = deps_.files.Read(ServicesFile());
-  if (!bytes) return;
+  ShowK7Port(ReadK7Entry());
+}
+
+ServiceEntry Form1::ReadK7Entry() {
   ServiceEntry entries[] = {K7Entry()};
-  ScanServices(*bytes, entries, deps_.codePage);
-  ShowK7Port(entries[0]);
+  if (const std::optional<std::string> bytes = deps_.files.Read(ServicesFile()))
+    ScanServices(*bytes, entries, deps_.codePage);
+  return entries[0];
 }
 
 void Form1::ShowK7Port(const ServiceEntry& entry) {

@@ -43,6 +43,7 @@ report::ReportSource Form1::MakeReportSource(const report::Run& run, const repor
   std::vector<std::wstring> secrets = secrets_;
   secrets.push_back(deps_.system.UserName());
   std::erase(secrets, std::wstring());
+  const ServiceEntry k7 = deps_.familyEdition ? ServiceEntry() : ReadK7Entry();
   return {
       .run = run,
       .answer = answer,
@@ -53,6 +54,7 @@ report::ReportSource Form1::MakeReportSource(const report::Run& run, const repor
       .windows = OsVersionInfo(deps_.system).GetVersionName(),
       .timeZone = TimeZoneText(now.minutesEast),
       .libraries = LibraryVersions(),
+      .k7UdpPort = k7.NameExist && k7.PortNoExist ? Decimal(k7.PortNo) : std::wstring(),
       .made = {now.year, now.month, now.day, now.hour, now.minute},
       .explanations = &KnownExplanations(),
       .texts = &texts_,

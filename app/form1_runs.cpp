@@ -105,18 +105,27 @@ bool Form1::RunFtpTest() {
     recorder_.run.facts.ftp.libraryMissing = true;
     return true;
   }
+  const std::wstring address = controls_.cmbIPAddr.Text();
+  const std::wstring user = controls_.txtFtpUsername.Text();
+  const std::wstring password = controls_.txtFtpPasswd.Text();
+  // They may have been typed while the run was active.
+  KeepSecrets();
+  recorder_.AddressUsed(report::Rung::Ftp, address);
+  recorder_.run.settings.ftpUserSet = !user.empty();
+  recorder_.run.settings.ftpPasswordSet = !password.empty();
   const bool passed = TestFtp(
-      context_, deps_.wininet, deps_.codePage, deps_.system, [this](bool busy) { SetBusy(busy); },
-      controls_.cmbIPAddr.Text(), controls_.txtFtpUsername.Text(), controls_.txtFtpPasswd.Text());
+      context_, deps_.wininet, deps_.codePage, deps_.system, [this](bool busy) { SetBusy(busy); }, address,
+      user, password);
   report::FtpFacts& facts = recorder_.run.facts.ftp;
+  // Then the ping's target has not answered.
+  if (address != recorder_.run.target) facts.beforePing = true;
   // A server that replied has already proven that its port is open.
-  if (!passed && facts.loginReply.empty()) LookAtPort(clsFtpClient::kDefaultPort, facts.portAnswer);
+  if (!passed && facts.loginReply.empty()) LookAtPort(address, clsFtpClient::kDefaultPort, facts.portAnswer);
   return passed;
 }
 
-void Form1::LookAtPort(int32_t port, report::PortAnswer& answer) {
+void Form1::LookAtPort(std::wstring address, int32_t port, report::PortAnswer& answer) {
   const report::NameFacts& name = recorder_.run.facts.name;
-  std::wstring address = controls_.cmbIPAddr.Text();
   // Only a name that the Ping check has resolved: a look-up can block.
   if (!TcpIpHost::IsIpAddr(address)) address = name.typed == address ? name.address : std::wstring();
   if (address.empty() || port <= 0 || port > std::numeric_limits<uint16_t>::max()) return;

@@ -230,15 +230,17 @@ Finding FindingOf(const Run& run, Rung rung) {
   return EndedFinding(run.facts, rung);
 }
 
+RungFinding Described(const Run& run, Rung rung, Finding finding, AnswerLanguage language) {
+  return {finding, RowOf(finding).state, WholeText(run, rung, finding, language)};
+}
+
 Answer AnswerOf(const Run& run, AnswerLanguage language) {
   Answer answer;
   Conclusion(run).Draw(answer);
   if (answer.finding != Finding::NotTested) answer.sentence = SentenceOf(run, answer, language);
-  for (int index = 0; index < kRungCount; ++index) {
-    const Finding finding = FindingOf(run, RungAt(index));
-    answer.rungs[static_cast<size_t>(index)] = {finding, RowOf(finding).state,
-                                                WholeText(run, RungAt(index), finding, language)};
-  }
+  for (int index = 0; index < kRungCount; ++index)
+    answer.rungs[static_cast<size_t>(index)] =
+        Described(run, RungAt(index), FindingOf(run, RungAt(index)), language);
   return answer;
 }
 

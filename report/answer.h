@@ -30,6 +30,9 @@ struct Answer {
 /// Derives the answer from the facts alone.
 Answer AnswerOf(const Run& run, AnswerLanguage language);
 
+/// The finding about the rung in words.
+RungFinding Described(const Run& run, Rung rung, Finding finding, AnswerLanguage language);
+
 /// What the facts of one rung mean.
 Finding FindingOf(const Run& run, Rung rung);
 

@@ -13,38 +13,62 @@ namespace {
 /// Longer ones cannot be read aloud.
 constexpr size_t kMaxCopiedLength = 300;
 constexpr size_t kMaxSummaryField = 64;
+/// Leaves room in the field for the address, which must not be cut.
+constexpr size_t kMaxSummaryName = 40;
 
-/// A verdict has its lines at the end of the run.
-constexpr size_t kMaxLinesSearched = 100;
-
-/// " [115]", the number of the last message that the rung listed; empty when it listed none.
+/// " [115]", the number of the last message that reported the rung's failure; empty when there is none.
 std::wstring NumberOfMessage(const ReportSource& source, Rung rung) {
   if (source.explanations == nullptr || source.texts == nullptr) return {};
+  const Explanations& known = *source.explanations;
+  const std::vector<std::wstring> patterns = known.FailurePatterns(rung, *source.texts);
   const std::vector<RunLine>& lines = source.run.lines;
-  for (size_t back = 1; back <= std::min(lines.size(), kMaxLinesSearched); ++back) {
+  for (size_t back = 1; back <= lines.size(); ++back) {
     const std::wstring& line = lines[lines.size() - back].text;
     if (line.empty() || line.size() > kMaxCopiedLength) continue;
-    const FoundExplanation found = source.explanations->OfLine(line, *source.texts);
-    if (found.message && found.explanation->rung == rung)
+    const auto matches = [&line](const std::wstring& pattern) { return MatchesPattern(line, pattern); };
+    if (std::ranges::none_of(patterns, matches)) continue;
+    const FoundExplanation found = known.OfLine(line, *source.texts);
+    if (found.message && found.explanation->rung == rung && known.ReportsFailure(found))
       return Joined({L" [", Decimal(RowOf(*found.message).id).c_str(), L"]"});
   }
   return {};
 }
 
 /// The words for WithFacts that say in a few numbers what the rung saw; empty when it saw nothing.
-const wchar_t* EvidenceWords(const Facts& facts, Rung rung, AnswerLanguage language) {
+std::wstring EvidenceWords(const Facts& facts, Rung rung, AnswerLanguage language) {
+  const FtpFacts& ftp = facts.ftp;
+  const bool connected = ftp.connectMs > 0 || ftp.connectError != 0 || ftp.loggedIn;
+  const EchoSeries& echoes = EchoesOf(facts, rung);
   switch (rung) {
     case Rung::CncLibrary:
-      if (facts.cnc.port <= 0) return L"";
+      if (facts.cnc.port <= 0) return {};
       return facts.cnc.result == 0 ? L"TCP %P" : In(language, L"TCP %P, error %B", L"TCP %P、エラー%B");
     case Rung::K7:
       if (facts.k7.failed != K7Call::None) return In(language, L"error %K", L"エラー%K");
       return facts.k7.answers == 0 ? L"" : In(language, L"live %V of %U", L"Live %V/%U");
     case Rung::Ftp:
-      return facts.ftp.loginReply.empty() ? L"TCP 21" : In(language, L"reply %c", L"応答%c");
+      if (!ftp.loginReply.empty()) return In(language, L"reply %c", L"FTP応答コード%c");
+      return connected ? L"TCP 21" : L"";
+    case Rung::Gateway:
+      if (facts.gateway.tried.empty()) return {};
+      [[fallthrough]];
+    case Rung::Target:
+      // Not "%S", which is what the user asked for while the run is active.
+      if (echoes.sent == 0) return {};
+      return In(language, L"%N of ", L"応答%N/") + Decimal(echoes.sent);
     default:
-      return EchoesOf(facts, rung).sent == 0 ? L"" : In(language, L"%N of %S", L"応答%N/%S");
+      return {};
   }
+}
+
+/// What the summary gives as evidence: about the rung that decided, or about the ping of a run that says the
+/// same of several rungs.
+std::wstring EvidenceOf(const ReportSource& source, std::optional<Rung> rung) {
+  const RungState state = RowOf(source.answer.finding).state;
+  if (!rung && (state == RungState::Good || state == RungState::Stopped)) rung = Rung::Target;
+  if (!rung || !source.run.Planned(*rung)) return {};
+  const std::wstring words = EvidenceWords(source.run.facts, *rung, source.language);
+  return WithFacts(words.c_str(), source.run, *rung, source.language);
 }
 
 }  // namespace
@@ -55,8 +79,7 @@ std::wstring SummaryLine(const ReportSource& source) {
   const std::optional<Rung> rung = DecidingRung(source.answer);
   const RungState state = RowOf(source.answer.finding).state;
   const bool failed = !run.active && (state == RungState::Failed || state == RungState::Doubtful);
-  const wchar_t* const evidence = EvidenceWords(run.facts, rung.value_or(Rung::Target), language);
-  const OwnPlace own = OwnPlaceOf(run.facts);
+  const OwnPlace own = OwnPlaceOf(run);
   const std::wstring network = own.Network();
   const wchar_t* const space = network.empty() || own.card.empty() ? L"" : L" ";
   std::wstring from = Joined({network.c_str(), space, own.card.c_str()});
@@ -68,13 +91,13 @@ std::wstring SummaryLine(const ReportSource& source) {
     line += L" | ";
     AppendOneLine(line, field, kMaxSummaryField);
   };
-  add(TargetText(run));
+  add(TargetText(run, kMaxSummaryName));
   std::wstring verdict = VerdictText(source, language);
   if (rung && failed) verdict += NumberOfMessage(source, *rung);
   add(verdict);
-  add(WithFacts(evidence, run, rung.value_or(Rung::Target), language));
+  add(EvidenceOf(source, rung));
   add(from);
-  add(TimeText(source.made));
+  add(TimeText(TimeOfRun(source)));
   return line;
 }
 
@@ -90,8 +113,9 @@ std::wstring CopiedReport(const ReportSource& source) {
   add(SummaryLine(source));
   for (int index = 0; index < kRungCount; ++index) {
     const auto rung = static_cast<Rung>(index);
-    const RungFinding& found = source.answer.Of(rung);
-    if (source.run.Planned(rung)) add(Joined({PlainMark(found.state, language), L" ", found.text.c_str()}));
+    if (!source.run.Planned(rung)) continue;
+    const RungFinding found = FoundNow(source, rung);
+    add(Joined({PlainMark(found.state, language), L" ", found.text.c_str()}));
   }
   if (lines == 1) add(In(language, L"No test has run yet.", L"まだテストしていません。"));
   if (source.answer.finding == Finding::Broken && !source.run.boxes.empty())

@@ -16,29 +16,6 @@ namespace {
 constexpr size_t kReplyCodeLiterals = 10;
 constexpr size_t kReplyClassLiterals = 5;
 
-bool MatchesPattern(std::wstring_view text, std::wstring_view pattern) {
-  // After a mismatch, the latest "*" takes one character more.
-  size_t at = 0;
-  size_t inPattern = 0;
-  size_t star = std::wstring_view::npos;
-  size_t afterStar = 0;
-  while (at < text.size()) {
-    if (inPattern < pattern.size() && pattern[inPattern] == L'*') {
-      star = inPattern++;
-      afterStar = at;
-    } else if (inPattern < pattern.size() && pattern[inPattern] == text[at]) {
-      ++inPattern;
-      ++at;
-    } else if (star != std::wstring_view::npos) {
-      inPattern = star + 1;
-      at = ++afterStar;
-    } else {
-      return false;
-    }
-  }
-  return pattern.find_first_not_of(L'*', inPattern) == std::wstring_view::npos;
-}
-
 size_t Literals(std::wstring_view pattern) {
   return pattern.size() - static_cast<size_t>(std::count(pattern.begin(), pattern.end(), L'*'));
 }
@@ -84,6 +61,29 @@ std::wstring ForTitle(const wchar_t* text, const wchar_t* before) {
 bool IsEndOfSentence(const wchar_t* text) { return text[0] == L' ' && text[1] >= L'a' && text[1] <= L'z'; }
 
 }  // namespace
+
+bool MatchesPattern(std::wstring_view text, std::wstring_view pattern) {
+  // After a mismatch, the latest "*" takes one character more.
+  size_t at = 0;
+  size_t inPattern = 0;
+  size_t star = std::wstring_view::npos;
+  size_t afterStar = 0;
+  while (at < text.size()) {
+    if (inPattern < pattern.size() && pattern[inPattern] == L'*') {
+      star = inPattern++;
+      afterStar = at;
+    } else if (inPattern < pattern.size() && pattern[inPattern] == text[at]) {
+      ++inPattern;
+      ++at;
+    } else if (star != std::wstring_view::npos) {
+      inPattern = star + 1;
+      at = ++afterStar;
+    } else {
+      return false;
+    }
+  }
+  return pattern.find_first_not_of(L'*', inPattern) == std::wstring_view::npos;
+}
 
 Explanations::Match Explanations::BestMatch(std::wstring_view line, const Texts& texts, bool box) const {
   Match best;
@@ -149,6 +149,16 @@ bool Explanations::ReportsFailure(const FoundExplanation& found) const {
   return std::any_of(findings_.begin(), findings_.end(), [&](const auto& finding) {
     return &entries_[finding.second] == found.explanation && IsFailure(RowOf(finding.first).state);
   });
+}
+
+std::vector<std::wstring> Explanations::FailurePatterns(Rung rung, const Texts& texts) const {
+  std::vector<std::wstring> patterns;
+  for (const Key& key : keys_)
+    if (key.kind == KeyKind::Message && entries_[key.entry].rung == rung &&
+        ReportsFailure({&entries_[key.entry], key.message, {}}))
+      for (const std::wstring& wording : WordingsOf(key.message, texts))
+        patterns.push_back(PatternOf(wording, key.pattern));
+  return patterns;
 }
 
 FoundExplanation Explanations::ForRun(FoundExplanation found, const Answer& answer) const {

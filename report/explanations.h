@@ -78,6 +78,9 @@ class Explanations {
   FoundExplanation ForRun(FoundExplanation found, const Answer& answer) const;
   /// True when a finding that fails a rung, or makes it doubtful, has this explanation.
   bool ReportsFailure(const FoundExplanation& found) const;
+  /// The patterns of the messages that report a failure of the rung. A line that matches none of them cannot
+  /// be one; OfLine, which is slow, need not look at it.
+  std::vector<std::wstring> FailurePatterns(Rung rung, const Texts& texts) const;
 
  private:
   friend class ExplanationReader;
@@ -104,6 +107,9 @@ class Explanations {
   std::map<std::wstring, BothLanguages> shared_;
   std::vector<std::wstring> problems_;
 };
+
+/// True when the text is the pattern with any text in place of each "*".
+bool MatchesPattern(std::wstring_view text, std::wstring_view pattern);
 
 /// The title of the window: the message's number and its text in both languages, the user's first, so that
 /// two people can compare what they see. Without a number, the entry's own title in both.

@@ -27,7 +27,7 @@ std::wstring OwnText(const Facts& facts, std::wstring OwnAddress::*text) {
 
 std::wstring GatewayOf(const OwnAddress& own) {
   const auto found = std::find_if(own.gateways.begin(), own.gateways.end(),
-                                  [](const std::wstring& each) { return IsGateway(each); });
+                                  [](const std::wstring& each) { return IsRealAddress(each); });
   return found == own.gateways.end() ? std::wstring() : *found;
 }
 

@@ -2,6 +2,7 @@
 
 #include "report/finding_words.h"
 #include "report/findings.h"
+#include "report/own_address.h"
 
 namespace tarvik::report {
 namespace {
@@ -46,10 +47,6 @@ Finding OfFailedConnection(const Facts& facts) {
   if (TookWholeTimeOut(cnc)) return open ? Finding::CncPortOpenTimeOut : Finding::CncTimedOut;
   if (open) return Finding::CncPortOpen;
   return FailedAtOnce(cnc) ? Finding::CncFailedAtOnce : Finding::CncFailedLater;
-}
-
-bool IsThisPc(const std::wstring& host) {
-  return host.empty() || host.starts_with(L"127.") || host == L"localhost";
 }
 
 Finding OfFailedK7(const K7Facts& k7) {

@@ -63,11 +63,15 @@ const OwnAddress* DecisiveOwnAddress(const Facts& facts) {
   if (!gateway.tried.empty())
     own = first([&gateway](const std::wstring& each) { return each == gateway.tried.back().address; });
   else if (gateway.result == GatewayResult::NoneUsable)
-    own = first([](const std::wstring& each) { return IsGateway(each); });
+    own = first([](const std::wstring& each) { return IsRealAddress(each); });
   return own == nullptr ? OwnAddressFor(pc, facts.name.address) : own;
 }
 
-bool IsGateway(std::wstring_view address) { return !address.empty() && address != L"0.0.0.0"; }
+bool IsRealAddress(std::wstring_view address) { return !address.empty() && address != L"0.0.0.0"; }
+
+bool IsThisPc(std::wstring_view host) {
+  return host.empty() || host.starts_with(L"127.") || host == L"localhost";
+}
 
 int OwnAddressesOnSubnet(const PcFacts& pc, std::wstring_view target) {
   return static_cast<int>(std::count_if(pc.addresses.begin(), pc.addresses.end(),

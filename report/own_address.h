@@ -14,8 +14,11 @@ std::optional<uint32_t> AddressNumber(std::wstring_view dotted);
 /// True when `target` is on the subnet of the address. Never for an address without a mask.
 bool IsOnSubnet(const OwnAddress& own, std::wstring_view target);
 
-/// False for what Windows reports where there is no gateway.
-bool IsGateway(std::wstring_view address);
+/// False for what Windows reports where there is no address or no gateway.
+bool IsRealAddress(std::wstring_view address);
+
+/// True for this PC as a host of its own programs.
+bool IsThisPc(std::wstring_view host);
 
 /// The address of the PC that matters for the target: the same one, otherwise one on its subnet, otherwise
 /// the first with a mask. Null when there is none.

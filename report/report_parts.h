@@ -23,17 +23,28 @@ struct OwnPlace {
   std::wstring Network() const { return address + prefix; }
 };
 
-OwnPlace OwnPlaceOf(const Facts& facts);
+/// As the run read it; an earlier run's may have changed since.
+OwnPlace OwnPlaceOf(const Run& run);
+
+/// The target's address, if the run itself has it; otherwise empty.
+std::wstring ResolvedNow(const Run& run);
 
 /// The target as typed, and its address where that is a name: "cnc7 (192.168.1.100)"; "?" when nothing was
-/// typed.
-std::wstring TargetText(const Run& run);
+/// typed. A name is cut after `maxName`.
+std::wstring TargetText(const Run& run, size_t maxName);
+
+/// What the run itself found out about the rung. The answer also knows what earlier runs did. Names an
+/// address other than the run's.
+RungFinding FoundNow(const ReportSource& source, Rung rung);
 
 /// The rung that the answer is about; nothing when it is about several or none.
 std::optional<Rung> DecidingRung(const Answer& answer);
 
 /// "OK", "FAIL Target", "DOUBT Gateway", "STOPPED", "RUNNING", "NOT TESTED".
 std::wstring VerdictText(const ReportSource& source, AnswerLanguage language);
+
+/// The rung's name in full-width letters.
+const wchar_t* WideNameOf(Rung rung, AnswerLanguage language);
 
 /// MarkOf with a plain hyphen, which is one column wide everywhere, for the English dash.
 const wchar_t* PlainMark(RungState state, AnswerLanguage language);
@@ -43,6 +54,9 @@ std::vector<std::wstring> NextSteps(const ReportSource& source);
 
 /// What firewalls must let through for the rungs of this run, one line each.
 std::vector<std::wstring> NeededTraffic(const ReportSource& source);
+
+/// When the run ended, or when the report is made if it has not.
+const LocalTime& TimeOfRun(const ReportSource& source);
 
 /// "2026-11-22"
 std::wstring DateText(const LocalTime& time);

@@ -16,9 +16,10 @@ struct CharacterRange {
 
 /// Control characters, those without width and those that change the direction of writing. A terminal, a
 /// browser or Notepad would obey them.
-constexpr CharacterRange kUnsafe[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},     {0x061C, 0x061C},
-                                      {0x200B, 0x200F}, {0x2028, 0x202E}, {0x2060, 0x206F}, {0xD800, 0xDFFF},
-                                      {0xFDD0, 0xFDEF}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}};
+constexpr CharacterRange kUnsafe[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},
+                                      {0x061C, 0x061C}, {0x200B, 0x200F}, {0x2028, 0x202E},
+                                      {0x2060, 0x206F}, {0xD800, 0xDFFF}, {0xFDD0, 0xFDEF},
+                                      {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}, {0xE0000, 0xE007F}};
 
 bool IsUnsafe(uint32_t character) {
   for (const CharacterRange& range : kUnsafe)
@@ -84,7 +85,9 @@ bool IsWordLetter(wchar_t letter) {
   return (lower >= L'a' && lower <= L'z') || (lower >= L'0' && lower <= L'9');
 }
 
-/// The secret is at that place, whatever its case, and not a part of a longer word.
+bool IsDecimalDigit(wchar_t letter) { return letter >= L'0' && letter <= L'9'; }
+
+/// The secret is at that place, whatever its case, and not a part of a longer word or of a dotted address.
 bool HasSecret(std::wstring_view text, size_t at, std::wstring_view secret) {
   const size_t end = at + secret.size();
   if (end > text.size()) return false;
@@ -92,7 +95,11 @@ bool HasSecret(std::wstring_view text, size_t at, std::wstring_view secret) {
     if (LowerAscii(text[at + i]) != LowerAscii(secret[i])) return false;
   const bool before = at > 0 && IsWordLetter(text[at - 1]) && IsWordLetter(text[at]);
   const bool after = end < text.size() && IsWordLetter(text[end]) && IsWordLetter(text[end - 1]);
-  return !before && !after;
+  const bool inAddress =
+      (IsDecimalDigit(text[at]) && at > 1 && text[at - 1] == L'.' && IsDecimalDigit(text[at - 2])) ||
+      (IsDecimalDigit(text[end - 1]) && end + 1 < text.size() && text[end] == L'.' &&
+       IsDecimalDigit(text[end + 1]));
+  return !before && !after && !inAddress;
 }
 
 }  // namespace

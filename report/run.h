@@ -11,6 +11,15 @@
 
 namespace tarvik::report {
 
+/// A date and time of day in the PC's own time zone. Months and days count from 1.
+struct LocalTime {
+  int32_t year = 0;
+  int32_t month = 0;
+  int32_t day = 0;
+  int32_t hour = 0;
+  int32_t minute = 0;
+};
+
 /// What the user had set when the run began, as typed. Secrets are only "set" or "not set".
 struct RunSettings {
   std::wstring pingCount;
@@ -33,14 +42,20 @@ struct RunLine {
   std::wstring text;
 };
 
-enum class BoxAnswer { Ok, Yes, No };
+enum class BoxAnswer {
+  Ok,
+  Yes,
+  No,
+  Open,  ///< none yet
+  Error  ///< unknown: it opens after the test that the error ended
+};
 
 /// A message box of the run.
 struct RunBox {
   double shown = 0;     ///< seconds
-  double answered = 0;  ///< seconds; 0 while it is open
+  double answered = 0;  ///< seconds
   std::wstring text;
-  BoxAnswer answer = BoxAnswer::Ok;
+  BoxAnswer answer = BoxAnswer::Open;
 };
 
 enum class RunEnd {
@@ -59,11 +74,14 @@ struct Run {
   std::wstring target;  ///< as typed
   std::wstring began;   ///< local time, in the user's formats; empty = no run yet
   std::wstring ended;   ///< the same; empty while the run is active
+  LocalTime endedAt;    ///< the same as numbers; the month is 0 while the run is active
   double seconds = 0;   ///< how long it took, or has taken so far
   bool active = false;
   RunEnd end = RunEnd::None;
   RunSettings settings;
   std::array<bool, kRungCount> planned{};  ///< the rungs of this run
+  /// What the rungs tested instead of `target`, because the user typed another address meanwhile.
+  std::array<std::wstring, kRungCount> otherTarget;
   /// The rungs whose library is not on this PC, known since the program's start.
   std::array<bool, kRungCount> libraryMissing{};
   Facts facts;
@@ -73,6 +91,12 @@ struct Run {
 
   bool Planned(Rung rung) const { return planned[static_cast<size_t>(rung)]; }
   bool LibraryMissing(Rung rung) const { return libraryMissing[static_cast<size_t>(rung)]; }
+  /// Empty when the rung tested `target` itself.
+  const std::wstring& OtherTarget(Rung rung) const { return otherTarget[static_cast<size_t>(rung)]; }
+  /// What the rung tested, as typed.
+  const std::wstring& TargetOf(Rung rung) const {
+    return OtherTarget(rung).empty() ? target : OtherTarget(rung);
+  }
   /// The target's address: as typed, or what its name was resolved to; empty when it was not.
   const std::wstring& Resolved() const { return facts.name.address; }
 

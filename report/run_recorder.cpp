@@ -79,7 +79,12 @@ void RunRecorder::Begin(const std::wstring& target, const std::vector<Rung>& run
                         const RunSettings& settings, const std::wstring& localTime) {
   if (depth_++ == 0) {
     Facts kept;
-    if (target == run.target) kept = std::move(run.facts);
+    if (target == run.target) {
+      for (int index = 0; index < kRungCount; ++index)
+        if (const auto rung = static_cast<Rung>(index); !run.OtherTarget(rung).empty())
+          DiscardFacts(run.facts, rung);
+      kept = std::move(run.facts);
+    }
     Clear();
     run.facts = std::move(kept);
     run.target = target;
@@ -87,22 +92,33 @@ void RunRecorder::Begin(const std::wstring& target, const std::vector<Rung>& run
     run.began = localTime;
     run.active = true;
     began_ = Milliseconds();
-  } else if (target != run.target) {
-    run.facts = {};
-    run.target = target;
+  } else if (target != run.target && std::ranges::count(rungs, Rung::Name) > 0) {
+    ReplaceTarget(target);
   }
   for (const Rung rung : rungs) {
     run.planned[static_cast<size_t>(rung)] = true;
     DiscardFacts(run.facts, rung);
+    AddressUsed(rung, target);
   }
   Changed();
 }
 
-void RunRecorder::End(RunEnd end, const std::wstring& localTime) {
+void RunRecorder::ReplaceTarget(const std::wstring& target) {
+  run.facts = {};
+  for (std::wstring& other : run.otherTarget) other = other.empty() ? run.target : other;
+  run.target = target;
+}
+
+void RunRecorder::AddressUsed(Rung rung, const std::wstring& address) {
+  run.otherTarget[static_cast<size_t>(rung)] = address == run.target ? std::wstring() : address;
+}
+
+void RunRecorder::End(RunEnd end, const std::wstring& localTime, const LocalTime& clock) {
   if (run.end == RunEnd::None || run.end == RunEnd::Finished) run.end = end;
   if (depth_ == 0 || --depth_ > 0) return;
   run.seconds = Seconds();
   run.ended = localTime;
+  run.endedAt = clock;
   run.active = false;
   Changed();
 }
@@ -126,7 +142,7 @@ void RunRecorder::AddLines(const std::vector<std::wstring>& lines) {
 
 size_t RunRecorder::BoxShown(const std::wstring& text) {
   if (depth_ == 0 || run.boxes.size() >= kMaxBoxes) return 0;
-  run.boxes.push_back({Seconds(), 0, text, BoxAnswer::Ok});
+  run.boxes.push_back({Seconds(), 0, text, BoxAnswer::Open});
   return run.boxes.size();
 }
 

@@ -32,12 +32,15 @@ class RunRecorder {
   void SetLibraryMissing(Rung rung);
 
   /// Begins a run and discards the facts of its rungs, and all facts if the target differs from the last
-  /// one. During a run, only adds the rungs to it, with the same care for the target. Every Begin needs an
+  /// one. During a run, only adds the rungs to it; a Ping check also brings its target. Every Begin needs an
   /// End.
   void Begin(const std::wstring& target, const std::vector<Rung>& rungs, const RunSettings& settings,
              const std::wstring& localTime);
-  /// Ends the outermost run. The first reason other than Finished counts.
-  void End(RunEnd end, const std::wstring& localTime);
+  /// What the rung tests, as the user has typed it by now.
+  void AddressUsed(Rung rung, const std::wstring& address);
+  /// Ends the outermost run. `clock` is the same time as numbers. The first reason other than Finished
+  /// counts.
+  void End(RunEnd end, const std::wstring& localTime, const LocalTime& clock = {});
   /// Discards everything about the last target. Nothing during a run, whose facts belong to its own target.
   void Forget();
 
@@ -45,7 +48,7 @@ class RunRecorder {
   /// A message box opens. Returns its number for BoxAnswered, 0 when it is not kept.
   size_t BoxShown(const std::wstring& text);
   /// An error ends the test; the message box with its text opens afterwards.
-  void ErrorShown(const std::wstring& text) { BoxAnswered(BoxShown(text), BoxAnswer::Ok); }
+  void ErrorShown(const std::wstring& text) { BoxAnswered(BoxShown(text), BoxAnswer::Error); }
   void BoxAnswered(size_t box, BoxAnswer answer);
 
   /// Milliseconds of a clock that never goes back.
@@ -53,6 +56,8 @@ class RunRecorder {
 
  private:
   void Clear();
+  /// Changes the run's target. The rungs so far have tested the one before, so their facts are discarded.
+  void ReplaceTarget(const std::wstring& target);
   double Seconds() const { return static_cast<double>(Milliseconds() - began_) / 1000; }
 
   const Pump& pump_;

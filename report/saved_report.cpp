@@ -25,9 +25,9 @@ constexpr size_t kMaxFileNamePart = 40;
 
 /// "12.345"
 std::wstring ThousandthsText(double seconds) {
-  const bool valid = seconds >= 0 && seconds < 1e6;
+  if (!(seconds >= 0 && seconds < 1e12)) return L"?";
   // The clock counts whole milliseconds; the addition makes up for what the division lost.
-  std::wstring text = ZeroPadded(valid ? static_cast<int32_t>(seconds * 1000 + 0.01) : 0, 4);
+  std::wstring text = ZeroPadded(static_cast<int64_t>(seconds * 1000 + 0.01), 4);
   text.insert(text.size() - 3, 1, L'.');
   return text;
 }
@@ -68,6 +68,9 @@ class SavedReport {
     WriteFirstPage();
     WriteLines();
     WriteBoxes();
+    if (masked_)
+      sheet_.Paragraph(
+          In(L"*** stands for a user name or a password.", L"***はユーザー名またはパスワード。"));
     WriteSettings();
     WriteCards();
     WriteVersions();
@@ -83,6 +86,13 @@ class SavedReport {
     if (!value.empty()) sheet_.Row(name, value);
   }
 
+  /// "[... 7 lines left out]"
+  std::wstring LeftOut(uint64_t count, const wchar_t* what) const {
+    return Joined(
+        {L"[... ", Decimal(static_cast<int64_t>(count)).c_str(), what, In(L" left out]", L"省略]")});
+  }
+  std::wstring MaskedText(std::wstring_view text);
+  std::wstring LineText(const std::wstring& line);
   void WriteFirstPage();
   void WritePicture();
   void WriteLines();
@@ -97,19 +107,42 @@ class SavedReport {
   const Run& run_;
   const std::wstring summary_;
   Sheet sheet_;
+  bool masked_ = false;  ///< something is
 };
+
+std::wstring SavedReport::MaskedText(std::wstring_view text) {
+  std::wstring masked = Masked(text, source_.secrets);
+  masked_ = masked_ || masked != text;
+  return masked;
+}
+
+/// Only what the FTP server sent is masked. In Tarvik's own lines a name such as "ftp" or "1" is none.
+std::wstring SavedReport::LineText(const std::wstring& line) {
+  constexpr size_t kCodeLength = 3;
+  const std::wstring start = line.substr(0, kCodeLength);
+  const bool isReply = start.size() == kCodeLength &&
+                       start.find_first_not_of(L"0123456789") == std::wstring::npos &&
+                       (line.size() == kCodeLength || line[kCodeLength] == L' ' || line[kCodeLength] == L'-');
+  if (isReply) return start + MaskedText(std::wstring_view(line).substr(kCodeLength));
+  // A long reply also has lines without a code.
+  const FtpFacts& ftp = run_.facts.ftp;
+  for (const std::wstring* const reply : {&ftp.loginReply, &ftp.directoryReply, &ftp.endReply})
+    if (!line.empty() && reply->find(line) != std::wstring::npos) return MaskedText(line);
+  return line;
+}
 
 void SavedReport::WriteFirstPage() {
   const std::wstring& sentence = source_.answer.sentence;
   sheet_.Headline(sentence.empty() ? In(L"No test has run yet.", L"まだテストしていません。") : sentence);
-  sheet_.Paragraph(summary_);
   WritePicture();
+  if (!sheet_.IsHtml()) sheet_.Paragraph(L"");
+  sheet_.Paragraph(summary_);
 
   sheet_.Section(In(L"What was tested", L"テスト結果"));
   sheet_.BeginRows(6);
   for (int index = 0; index < kRungCount; ++index) {
     const auto rung = static_cast<Rung>(index);
-    const RungFinding& found = source_.answer.Of(rung);
+    const RungFinding found = FoundNow(source_, rung);
     if (rung != Rung::K7 || run_.settings.generalEdition || run_.Planned(rung))
       sheet_.Row(PlainMark(found.state, source_.language), found.text);
   }
@@ -142,10 +175,7 @@ void SavedReport::WriteLines() {
   sheet_.BeginBlock();
   const size_t begin = sheet_.Out().size();
   const std::vector<RunLine>& lines = run_.lines;
-  const auto leaveOut = [this](uint64_t count) {
-    sheet_.BlockLine(Joined(
-        {L"[... ", Decimal(static_cast<int64_t>(count)).c_str(), In(L" lines left out]", L"行省略]")}));
-  };
+  const auto leaveOut = [this](uint64_t count) { sheet_.BlockLine(LeftOut(count, In(L" lines", L"行"))); };
   for (size_t i = 0; i < lines.size(); ++i) {
     const size_t left = lines.size() - i;
     if (sheet_.Out().size() - begin > kMaxBytesOfLines && left > kLinesKeptAtEnd) {
@@ -154,7 +184,7 @@ void SavedReport::WriteLines() {
     }
     std::wstring line = ThousandthsText(lines[i].seconds);
     if (line.size() < kSecondsWidth) line.insert(0, kSecondsWidth - line.size(), L' ');
-    sheet_.BlockLine(line + L"  " + Masked(lines[i].text, source_.secrets));
+    sheet_.BlockLine(line + L"  " + LineText(lines[i].text));
   }
   if (run_.linesNotKept > 0) leaveOut(run_.linesNotKept);
   if (lines.empty()) sheet_.BlockLine(In(L"None.", L"なし。"));
@@ -163,27 +193,26 @@ void SavedReport::WriteLines() {
 
 void SavedReport::WriteBoxes() {
   if (run_.boxes.empty()) return;
-  const wchar_t* const buttons[] = {L"OK", In(L"Yes", L"はい"), In(L"No", L"いいえ")};
+  const wchar_t* const buttons[] = {L"OK", In(L"Yes", L"はい"), In(L"No", L"いいえ"),
+                                    In(L"not answered yet", L"未回答"), In(L"error", L"エラー")};
   sheet_.Section(In(L"Message boxes, with seconds and answer", L"メッセージボックス（秒数と回答）"));
   sheet_.BeginRows(kSecondsWidth);
   for (const RunBox& box : run_.boxes) {
-    std::wstring text = Masked(box.text, source_.secrets);
-    text.resize(std::min(text.size(), kMaxSheetText / 2));
-    if (box.answered > 0)
-      text += Joined(
-          {L"\n[", buttons[static_cast<size_t>(box.answer)], L"] ", ThousandthsText(box.answered).c_str()});
-    else
-      text += In(L"\n[not answered yet]", L"\n[未回答]");
+    std::wstring text = MaskedText(box.text);
+    if (text.size() > kMaxSheetText / 2) text.replace(kMaxSheetText / 2, std::wstring::npos, L"...");
+    text += Joined({L"\n[", buttons[static_cast<size_t>(box.answer)], L"]"});
+    if (box.answer < BoxAnswer::Open) text += L" " + ThousandthsText(box.answered);
     sheet_.Row(ThousandthsText(box.shown), text);
   }
   sheet_.EndRows();
 }
 
 void SavedReport::WriteSettings() {
+  if (!run_.active && run_.end == RunEnd::None) return;
   const RunSettings& settings = run_.settings;
   sheet_.Section(In(L"Settings of the run", L"テスト時の設定"));
   sheet_.BeginRows(18);
-  Row(In(L"Target", L"通信先"), TargetText(run_));
+  Row(In(L"Target", L"相手"), TargetText(run_, kMaxSheetText));
   for (const NamedSetting& named : kNamedSettings)
     if (!named.general || settings.generalEdition)
       Row(In(named.english, named.japanese), settings.*named.text);
@@ -201,7 +230,7 @@ std::wstring SavedReport::DescribeAddress(const std::wstring& address, const std
   std::wstring text =
       Joined({address.c_str(), In(L", mask ", L"、マスク "), mask.empty() ? L"?" : mask.c_str()});
   for (const std::wstring& gateway : gateways)
-    if (text.size() < kMaxSheetText) text += In(L", gateway ", L"、ゲートウェイ ") + gateway;
+    if (text.size() <= kMaxSheetText) text += In(L", gateway ", L"、ゲートウェイ ") + gateway;
   return text;
 }
 
@@ -212,7 +241,7 @@ std::wstring SavedReport::DescribeCard(const PcCard& card) const {
   const bool used = way.card && way.card->index == card.index && way.card->name == card.name;
   return Joined({kinds[static_cast<size_t>(card.kind)],
                  card.up ? In(L", link up", L"、リンクあり") : In(L", link down", L"、リンクなし"),
-                 used ? In(L", Windows uses it for the target", L"、通信先への経路") : L"", L"\n",
+                 used ? In(L", Windows uses it for the target", L"、相手への経路") : L"", L"\n",
                  DescribeAddress(card.address, card.mask, card.gateways).c_str(),
                  card.description.empty() ? L"" : L"\n", card.description.c_str()});
 }
@@ -221,14 +250,22 @@ void SavedReport::WriteCards() {
   const PcFacts& pc = run_.facts.pc;
   sheet_.Section(In(L"Network cards of the PC", L"PCのLANカード"));
   sheet_.BeginRows(18);
-  size_t left = kMaxCards;
-  for (const PcCard& card : pc.way.cards)
-    if (left > 0) --left, sheet_.Row(card.name, DescribeCard(card));
-  // Where Windows does not report the cards, the addresses alone are known.
-  if (pc.way.cards.empty())
-    for (const OwnAddress& own : pc.addresses)
-      if (left > 0) --left, sheet_.Row(L"?", DescribeAddress(own.address, own.mask, own.gateways));
-  if (left == kMaxCards) sheet_.Row(L"?", In(L"not read", L"未取得"));
+  // Where Windows does not report the cards, the addresses alone are known. Those of an earlier run may have
+  // changed since.
+  const bool named = !pc.way.cards.empty();
+  const bool read = run_.Planned(Rung::Pc);
+  const size_t all = !read ? 0 : named ? pc.way.cards.size() : pc.addresses.size();
+  for (size_t i = 0; i < std::min(all, kMaxCards); ++i) {
+    if (named)
+      sheet_.Row(pc.way.cards[i].name, DescribeCard(pc.way.cards[i]));
+    else
+      sheet_.Row(L"?",
+                 DescribeAddress(pc.addresses[i].address, pc.addresses[i].mask, pc.addresses[i].gateways));
+  }
+  if (all == 0)
+    sheet_.Row(L"?",
+               read ? In(L"not read", L"未取得") : In(L"not read in this run", L"このテストでは未取得"));
+  if (all > kMaxCards) sheet_.Row(L"...", LeftOut(all - kMaxCards, L""));
   sheet_.EndRows();
 }
 
@@ -236,7 +273,8 @@ void SavedReport::WriteVersions() {
   sheet_.Section(In(L"Program and libraries", L"プログラムとライブラリ"));
   std::vector<std::wstring> points;
   const auto add = [&points](const std::wstring& text) {
-    if (!text.empty() && points.size() < kMaxCards) points.push_back(text);
+    if (!text.empty() && points.size() <= kMaxCards)
+      points.push_back(points.size() < kMaxCards ? text : L"...");
   };
   add(source_.program);
   add(source_.edition);
@@ -266,12 +304,13 @@ std::string SavedReportText(const ReportSource& source) {
 }
 
 std::wstring ReportFileName(const ReportSource& source) {
-  std::wstring time = TimeText(source.made);
+  const LocalTime& ended = TimeOfRun(source);
+  std::wstring time = TimeText(ended);
   time.erase(2, 1);
   std::wstring name = kProgramTitle;
   name += L'_';
   AppendOneLine(name, source.run.target.empty() ? L"-" : source.run.target, kMaxFileNamePart);
-  name += Joined({L"_", DateText(source.made).c_str(), L"_", time.c_str(), L"_",
+  name += Joined({L"_", DateText(ended).c_str(), L"_", time.c_str(), L"_",
                   VerdictText(source, AnswerLanguage::English).c_str()});
   for (wchar_t& letter : name)
     if (std::wstring_view(L"<>:\"/\\|?* \uFFFD").find(letter) != std::wstring_view::npos) letter = L'-';

@@ -50,7 +50,7 @@ constexpr LinkWord kLinkWords[] = {
     {Finding::CncLibraryMissing, Finding::CncLibraryMissing, L"no library", L"ライブラリなし"},
     {Finding::CncCodeMissing, Finding::CncCodeWrong, L"access code", L"アクセスコード"},
     {Finding::CncTimedOut, Finding::CncTimedOut, L"silent", L"無応答"},
-    {Finding::CncPortClosed, Finding::CncPortClosed, L"closed", L"閉"},
+    {Finding::CncPortClosed, Finding::CncPortClosed, L"closed", L"閉じている"},
     {Finding::CncPortSilent, Finding::CncPortSilentUnpinged, L"silent", L"無応答"},
     {Finding::CncPortOpenTimeOut, Finding::CncPortOpenTimeOut, L"no answer", L"応答なし"},
     {Finding::CncThenTimedOut, Finding::CncThenTimedOut, L"then silent", L"途中で無応答"},
@@ -67,7 +67,7 @@ constexpr LinkWord kLinkWords[] = {
     {Finding::FtpCutShort, Finding::FtpCutShort, L"cut short", L"途中で切断"},
     {Finding::FtpProxy, Finding::FtpProxy, L"proxy", L"プロキシ"},
     {Finding::FtpSilent, Finding::FtpSilent, L"silent", L"無応答"},
-    {Finding::FtpPortClosed, Finding::FtpPortClosed, L"closed", L"閉"},
+    {Finding::FtpPortClosed, Finding::FtpPortClosed, L"closed", L"閉じている"},
     {Finding::FtpPortSilent, Finding::FtpPortSilentUnpinged, L"silent", L"無応答"},
     {Finding::FtpPortOpen, Finding::FtpPortOpen, L"no greeting", L"応答なし"},
     {Finding::FtpLoginRefused, Finding::FtpUserMissing, L"login refused", L"ログイン拒否"},
@@ -115,11 +115,10 @@ class WayDrawer {
   }
 
  private:
-  const RungFinding& Of(Rung rung) const { return source_.answer.Of(rung); }
-  void Connect(WayNode& node, Rung rung) const { SetLink(node, Of(rung), source_.language); }
+  void Connect(WayNode& node, Rung rung) const { SetLink(node, FoundNow(source_, rung), source_.language); }
 
   void AddPc() {
-    const OwnPlace own = OwnPlaceOf(run_.facts);
+    const OwnPlace own = OwnPlaceOf(run_);
     WayNode& node = way_.nodes.emplace_back();
     node.name = L"PC";
     node.known = !own.address.empty();
@@ -129,7 +128,9 @@ class WayDrawer {
 
   void AddGateway() {
     const GatewayFacts& facts = run_.facts.gateway;
-    if (facts.progress == Progress::NotStarted || facts.result == GatewayResult::NotNeeded) return;
+    if (!run_.Planned(Rung::Gateway) || facts.progress == Progress::NotStarted ||
+        facts.result == GatewayResult::NotNeeded)
+      return;
     WayNode& node = way_.nodes.emplace_back();
     node.name = L"GW";
     const std::wstring address = !facts.tried.empty() ? facts.tried.back().address
@@ -143,13 +144,14 @@ class WayDrawer {
 
   void AddTarget() {
     WayNode& node = way_.nodes.emplace_back();
-    node.name = In(source_.language, L"CNC", L"NC");
-    node.known = !run_.Resolved().empty() || AddressNumber(run_.target);
+    node.name = In(source_.language, L"CNC", L"相手");
+    const std::wstring resolved = ResolvedNow(run_);
+    node.known = !resolved.empty() || AddressNumber(run_.target);
     AddFact(node, run_.target);
-    if (run_.Resolved() != run_.target) AddFact(node, run_.Resolved());
+    if (resolved != run_.target) AddFact(node, resolved);
     Connect(node, Rung::Target);
     // What is wrong with the PC shows on its own link.
-    const RungFinding& pc = Of(Rung::Pc);
+    const RungFinding pc = FoundNow(source_, Rung::Pc);
     WayNode& first = way_.nodes[1];
     const bool doubt = pc.state == RungState::Doubtful && first.link != LinkState::Failed;
     if (pc.state == RungState::Failed || doubt) SetLink(first, pc, source_.language);
@@ -166,8 +168,14 @@ class WayDrawer {
     if (!offered && !run_.Planned(rung)) return;
     WayNode& node = way_.services.emplace_back();
     node.name = NameOf(rung, source_.language);
-    AddFact(node, fact);
-    Connect(node, rung);
+    const bool isPlanned = run_.Planned(rung);
+    if (isPlanned || rung == Rung::Ftp) AddFact(node, fact);
+    // Another controller's service says nothing about this one's.
+    const std::wstring& other = run_.OtherTarget(rung);
+    if (isPlanned && !other.empty())
+      AddFact(node, other);
+    else
+      Connect(node, rung);
     node.known = node.link != LinkState::Unknown;
   }
 

@@ -94,8 +94,11 @@ void AppendWaySvg(std::string& out, const Way& way, std::wstring_view alternativ
   }
   const int half = (static_cast<int>(way.services.size()) - 1) * kRowHeight / 2;
   const int branch = x - kLinkLength + kBranchLength;
-  pen.Line("branch", x - kLinkLength, centre, branch, centre);
-  pen.Line("branch", branch, centre - half, branch, centre + half);
+  const bool unknown =
+      std::ranges::all_of(way.services, [](const WayNode& node) { return node.link == LinkState::Unknown; });
+  const char* const kind = unknown ? "unknown" : "branch";
+  pen.Line(kind, x - kLinkLength, centre, branch, centre);
+  pen.Line(kind, branch, centre - half, branch, centre + half);
   int y = centre - half;
   for (const WayNode& node : way.services) {
     pen.Link(node, branch, x, y);

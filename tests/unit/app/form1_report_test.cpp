@@ -188,6 +188,68 @@ TEST_F(Form1ReportTest, Names_and_passwords_that_a_server_repeats_stay_out_even_
     EXPECT_EQ(saved.find(secret), std::string::npos) << secret;
 }
 
+TEST_F(Form1ReportTest, Secrets_typed_during_the_run_are_masked_and_reported_as_set) {
+  Start();
+  answer = ui::SavePlace{L"E:\\レポート\\a.txt", 0};
+  Address().Type(L"192.168.1.100");
+  wininet.replies = {"230 kira7 (pw9x) is logged in", "257 \"/\"", "226 done"};
+  onEvents = [this] {
+    if (!icmp.requests.empty() && Box(ID_txtFtpUsername).Text().empty()) {
+      Box(ID_txtFtpUsername).SetText(L"kira7");
+      Box(ID_txtFtpPasswd).SetText(L"pw9x");
+    }
+  };
+  Click(ID_cmdAllFtpTest);
+  onEvents = nullptr;
+  Save();
+  const std::string& saved = files.contents[L"E:\\レポート\\a.txt"];
+  EXPECT_NE(saved.find("230 *** (***) is logged in"), std::string::npos) << saved;
+  EXPECT_NE(saved.find("FTP user name     set"), std::string::npos) << saved;
+  EXPECT_NE(saved.find("FTP password      set"), std::string::npos) << saved;
+}
+
+TEST_F(Form1ReportTest, A_rung_that_tested_an_address_edited_during_the_run_names_it) {
+  Start();
+  answer = ui::SavePlace{L"E:\\レポート\\a.txt", 0};
+  Address().Type(L"192.168.1.100");
+  wininet.replies = {"230 logged in", "257 \"/\"", "226 done"};
+  onEvents = [this] {
+    if (!icmp.requests.empty()) Address().SetText(L"192.168.1.101");
+  };
+  Click(ID_cmdAllFtpTest);
+  onEvents = nullptr;
+  Save();
+  const std::string& saved = files.contents[L"E:\\レポート\\a.txt"];
+  EXPECT_NE(saved.find("Target: 192.168.1.100 answered"), std::string::npos) << saved;
+  EXPECT_NE(saved.find(" Tested was 192.168.1.101."), std::string::npos) << saved;
+  EXPECT_NE(saved.find("TCP 21 192.168.1.10 -> 192.168.1.101"), std::string::npos) << saved;
+}
+
+TEST_F(Form1ReportTest, It_has_the_time_when_the_run_ended) {
+  Start();
+  Address().Type(L"192.168.1.100");
+  Click(ID_cmdPing);
+  system.localTime.hour += 2;
+  Save();
+  EXPECT_NE(prompts.at(0).name.find(L"_2024-02-03_1605_"), std::wstring::npos)
+      << NarrowAscii(prompts[0].name);
+}
+
+TEST_F(Form1ReportTest, It_has_the_port_of_the_K7_server_and_no_zone_that_Windows_does_not_report) {
+  files.contents[kServicesFile] = "NORVAX_K7_SERVER  9000/udp\r\n";
+  system.localTime.minutesEast.reset();
+  Start(L"-K7SERVER_HOST 10.0.0.5", false);
+  answer = ui::SavePlace{L"E:\\レポート\\a.txt", 0};
+  Address().Type(L"192.168.1.100");
+  Click(ID_cmdK7Api);
+  Save();
+  const std::string& saved = files.contents[L"E:\\レポート\\a.txt"];
+  EXPECT_NE(saved.find("UDP 9000 this PC <-> 10.0.0.5 (K7 server), UDP ? 10.0.0.5 <-> "), std::string::npos)
+      << saved;
+  EXPECT_NE(saved.find("K7 UDP port       9000"), std::string::npos) << saved;
+  EXPECT_EQ(saved.find("UTC"), std::string::npos) << saved;
+}
+
 TEST_F(Form1ReportTest, It_says_where_and_when_it_was_made) {
   Start(L"", false);
   answer = ui::SavePlace{L"E:\\レポート\\a.txt", 0};

@@ -45,10 +45,10 @@ TEST_F(AnswerEvidenceTest, Only_a_test_after_the_ping_proves_that_the_target_ans
   recorder.End(RunEnd::Finished, L"");
 }
 
-TEST_F(AnswerEvidenceTest, Another_target_inside_a_run_discards_what_was_known) {
+TEST_F(AnswerEvidenceTest, A_ping_of_another_target_inside_a_run_discards_what_was_known) {
   Begin({Rung::K7});
   recorder.run.facts.cnc.type = L"31iB";
-  Begin({Rung::Ftp}, L"cnc-2");
+  Begin({Rung::Name, Rung::Target}, L"cnc-2");
   EXPECT_EQ(recorder.run.target, L"cnc-2");
   EXPECT_EQ(recorder.run.facts.cnc.type, L"");
   recorder.End(RunEnd::Finished, L"");

@@ -96,10 +96,10 @@ TCP from port 20 of 192.168.5.100 to any port of 192.168.1.10, program Tarvik.ex
 
 TEST(CopiedReportTest, In_Japanese) {
   EXPECT_EQ(CopiedOf(test::DeadGatewayRun(), AnswerLanguage::Japanese), R"(
-Tarvik 1.1 | 192.168.5.100 | 異常 ｹﾞｰﾄｳｪｲ [110] | 応答0/4 | PC 192.168.1.10/24 Ethernet 2 | 14:32
+Tarvik 1.1 | 192.168.5.100 | 異常 ゲートウェイ [110] | 応答0/4 | PC 192.168.1.10/24 Ethernet 2 | 14:32
 ○ 名前：192.168.5.100はアドレスのため検索不要。
 ○ PC：アドレス192.168.1.10、マスク255.255.255.0。
-× ｹﾞｰﾄｳｪｲ：192.168.1.1はPing 4回に無応答。アドレス、ケーブル、電源を確認。
+× ゲートウェイ：192.168.1.1はPing 4回に無応答。アドレス、ケーブル、電源を確認。
 － 相手：手前の項目で終了したため未実施。
 － NEXAL2：手前の項目で終了したため未実施。
 － FTP：手前の項目で終了したため未実施。
@@ -137,7 +137,7 @@ TCP from port 20 of 192.168.1.100 to any port of 192.168.1.10, program Tarvik.ex
 
 TEST(CopiedReportTest, A_cable_that_is_out) {
   EXPECT_EQ(CopiedOf(test::CableOutRun()), R"(
-Tarvik 1.1 | 192.168.1.100 | FAIL PC | 0 of 4 | from 192.168.1.10/24 Ethernet 2 | 14:32
+Tarvik 1.1 | 192.168.1.100 | FAIL PC | from 192.168.1.10/24 Ethernet 2 | 14:32
 OK Name: 192.168.1.100 is an address, so nothing was looked up.
 FAIL PC: Cable of "Ethernet 2" is out. Plug it into the PC.
 - Gateway: Not needed, the target is on the PC's own subnet.
@@ -180,7 +180,7 @@ TEST(CopiedReportTest, During_a_run) {
   run.run().active = true;
   run.run().end = RunEnd::None;
   EXPECT_EQ(CopiedOf(run.run()), R"(
-Tarvik 1.1 | 192.168.1.100 | RUNNING Target | 0 of 4 | from 192.168.1.10/24 | 14:32
+Tarvik 1.1 | 192.168.1.100 | RUNNING Target | 0 of 1 | from 192.168.1.10/24 | 14:32
 OK Name: 192.168.1.100 is an address, so nothing was looked up.
 OK PC: Address 192.168.1.10, mask 255.255.255.0.
 - Gateway: Not needed, the target is on the PC's own subnet.
@@ -217,7 +217,7 @@ TEST(CopiedReportTest, A_name_appears_with_its_address) {
   EXPECT_EQ(FirstLineOf(run.run()),
             "Tarvik 1.1 | cnc7 (192.168.1.100) | OK | 1 of 1 | from 192.168.1.10/24 | 14:32");
   run.Name(L"cnc7", L"");
-  EXPECT_EQ(FirstLineOf(run.run()), "Tarvik 1.1 | cnc7 | FAIL Name | 1 of 1 | from 192.168.1.10/24 | 14:32");
+  EXPECT_EQ(FirstLineOf(run.run()), "Tarvik 1.1 | cnc7 | FAIL Name | from 192.168.1.10/24 | 14:32");
 }
 
 TEST(CopiedReportTest, A_K7_server_elsewhere_has_its_own_traffic) {
@@ -227,9 +227,90 @@ TEST(CopiedReportTest, A_K7_server_elsewhere_has_its_own_traffic) {
   builder.source.k7UdpPort = L"9000";
   const std::string report = CopiedOf(builder.source);
   EXPECT_NE(report.find("FAIL K7 | error 1009F101 | "), std::string::npos) << report;
-  EXPECT_NE(report.find("\nUDP 9000 192.168.1.10 -> 10.0.0.5 (K7 server), 10.0.0.5 <-> 192.168.1.100\n"),
+  EXPECT_NE(report.find("\nUDP 9000 this PC <-> 10.0.0.5 (K7 server), UDP ? 10.0.0.5 <-> 192.168.1.100\n"),
             std::string::npos)
       << report;
+}
+
+TEST(CopiedReportTest, A_K7_server_with_the_address_of_the_PC_has_no_traffic_to_itself) {
+  RunBuilder run = test::OnSubnet();
+  run.K7Failed(K7Call::ConnectServer, 0x1009F101, L"192.168.1.10");
+  ReportBuilder builder(run.run());
+  builder.source.k7UdpPort = L"9000";
+  const std::string report = CopiedOf(builder.source);
+  EXPECT_NE(report.find("\nUDP ? 192.168.1.10 (K7 server) <-> 192.168.1.100\n"), std::string::npos) << report;
+}
+
+TEST(CopiedReportTest, Evidence_comes_only_from_a_rung_of_the_run) {
+  RunBuilder stopped;
+  stopped.NearAnswers().FtpRefused(L"").Only(Rung::Ftp);
+  stopped.facts().ftp = {};
+  stopped.facts().ftp.progress = Progress::Stopped;
+  stopped.run().end = RunEnd::Stopped;
+  EXPECT_EQ(FirstLineOf(stopped.run()), "Tarvik 1.1 | 192.168.1.100 | STOPPED | 14:32");
+
+  RunBuilder broken;
+  broken.NearAnswers().Only(Rung::CncLibrary);
+  broken.run().end = RunEnd::Error;
+  EXPECT_EQ(FirstLineOf(broken.run()), "Tarvik 1.1 | 192.168.1.100 | FAIL | 14:32");
+
+  RunBuilder blocked;
+  blocked.Address(L"192.168.1.100").Pc(true).TargetPinged({RunBuilder::Lost()}).CncAnswers();
+  blocked.Only(Rung::CncLibrary);
+  EXPECT_EQ(FirstLineOf(blocked.run()), "Tarvik 1.1 | 192.168.1.100 | OK | TCP 8193 | 14:32");
+}
+
+TEST(CopiedReportTest, FTP_that_was_never_connected_has_no_port_as_evidence) {
+  RunBuilder run;
+  run.Only(Rung::Ftp).FtpRefused(L"", 0);
+  EXPECT_EQ(FirstLineOf(run.run()), "Tarvik 1.1 | 192.168.1.100 | FAIL FTP | 14:32");
+  run.facts().ftp.connectMs = 21'000;
+  EXPECT_EQ(FirstLineOf(run.run()), "Tarvik 1.1 | 192.168.1.100 | FAIL FTP | TCP 21 | 14:32");
+}
+
+TEST(CopiedReportTest, Of_two_cards_on_the_subnet_of_the_target_the_one_that_Windows_uses_is_named) {
+  RunBuilder run;
+  run.Address(L"192.168.1.100").Pc(true).Pc(true, L"192.168.1.11").TargetPinged({RunBuilder::Lost()});
+  WayToTarget& way = run.facts().pc.way;
+  way.cards = {test::EthernetCard(), test::EthernetCard(L"192.168.1.11")};
+  way.cards[1].name = L"Ethernet 3";
+  way.severalCardsFit = true;
+  EXPECT_EQ(CopiedOf(run.run()).find("192.168.1.10/"), std::string::npos);
+  EXPECT_NE(CopiedOf(run.run()).find("ICMP echo this PC -> 192.168.1.100"), std::string::npos);
+  way.card = way.cards[1];
+  const std::string report = CopiedOf(run.run());
+  EXPECT_NE(report.find("| from 192.168.1.11/24 Ethernet 3 |"), std::string::npos) << report;
+  EXPECT_NE(report.find("ICMP echo 192.168.1.11 -> 192.168.1.100"), std::string::npos) << report;
+}
+
+TEST(CopiedReportTest, What_IT_must_allow_has_no_address_that_nobody_can_use) {
+  RunBuilder stopgap;
+  stopgap.Address(L"192.168.1.100").Pc(false, L"169.254.3.4", L"255.255.0.0", L"");
+  EXPECT_NE(CopiedOf(stopgap.run()).find("\nICMP echo this PC -> 192.168.1.100\n"), std::string::npos);
+
+  RunBuilder itself;
+  itself.Address(L"192.168.1.10").Pc(true).TargetPinged({RunBuilder::From(L"192.168.1.10")});
+  itself.run().target = L"192.168.1.10";
+  EXPECT_EQ(CopiedOf(itself.run()).find("IT must allow"), std::string::npos);
+
+  RunBuilder zeros;
+  zeros.Address(L"192.168.001.010").Pc(true).TargetPinged({RunBuilder::Lost()});
+  zeros.run().target = L"192.168.001.010";
+  const std::string report = CopiedOf(zeros.run());
+  EXPECT_NE(report.find("\nICMP echo 192.168.1.10 -> ?\n"), std::string::npos) << report;
+}
+
+TEST(CopiedReportTest, The_number_is_that_of_a_failure_however_many_lines_follow_it) {
+  report::Run run = test::SilentTargetRun();
+  test::AddLines(run, std::vector<std::wstring>(5000, L"O1234.NC 1,234,567 2026/11/22 14:32"));
+  EXPECT_NE(FirstLineOf(run).find("FAIL Target [115] |"), std::string::npos) << FirstLineOf(run);
+}
+
+TEST(CopiedReportTest, A_long_name_is_cut_but_not_the_address_after_it) {
+  RunBuilder run;
+  run.run().target = std::wstring(100, L'x');
+  run.Name(run.run().target, L"192.168.101.102").Pc(false).TargetPinged({RunBuilder::Lost()});
+  EXPECT_NE(FirstLineOf(run.run()).find("xxx... (192.168.101.102) | "), std::string::npos);
 }
 
 TEST(CopiedReportTest, The_error_that_ended_a_run_is_named_without_secrets) {

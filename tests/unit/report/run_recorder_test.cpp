@@ -109,6 +109,45 @@ TEST_F(RunRecorderTest, A_run_inside_another_belongs_to_it) {
   EXPECT_EQ(run.end, RunEnd::Stopped);
 }
 
+TEST_F(RunRecorderTest, A_rung_with_another_address_keeps_it_and_its_facts_end_with_the_run) {
+  Begin({Rung::Target, Rung::Ftp});
+  recorder.AddressUsed(Rung::Ftp, L"192.168.1.101");
+  recorder.run.facts.ftp.entries = 3;
+  recorder.run.facts.target.echoes.answered = 4;
+  recorder.End(RunEnd::Finished, L"");
+  EXPECT_EQ(run.target, L"192.168.1.100");
+  EXPECT_EQ(run.OtherTarget(Rung::Ftp), L"192.168.1.101");
+  EXPECT_EQ(run.OtherTarget(Rung::Target), L"");
+  Begin({Rung::CncLibrary});
+  EXPECT_EQ(run.facts.ftp.entries, 0);
+  EXPECT_EQ(run.facts.target.echoes.answered, 4);
+  EXPECT_EQ(run.OtherTarget(Rung::Ftp), L"");
+}
+
+TEST_F(RunRecorderTest, Of_two_nested_runs_the_target_is_that_of_the_ping) {
+  Begin(kPing);
+  Begin({Rung::K7}, L"192.168.1.101");
+  EXPECT_EQ(run.target, L"192.168.1.100");
+  EXPECT_EQ(run.OtherTarget(Rung::K7), L"192.168.1.101");
+  recorder.End(RunEnd::Finished, L"");
+  recorder.End(RunEnd::Finished, L"");
+  Begin({Rung::K7}, L"192.168.1.101");
+  Begin(kPing);
+  EXPECT_EQ(run.target, L"192.168.1.100");
+  EXPECT_EQ(run.OtherTarget(Rung::K7), L"192.168.1.101");
+  EXPECT_EQ(run.OtherTarget(Rung::Target), L"");
+}
+
+TEST_F(RunRecorderTest, A_box_is_open_until_it_is_answered_and_that_of_an_error_has_no_answer) {
+  Begin(kPing);
+  const size_t box = recorder.BoxShown(L"at once");
+  EXPECT_EQ(run.boxes[0].answer, BoxAnswer::Open);
+  recorder.BoxAnswered(box, BoxAnswer::Ok);
+  EXPECT_EQ(run.boxes[0].answer, BoxAnswer::Ok);
+  recorder.ErrorShown(L"Type mismatch");
+  EXPECT_EQ(run.boxes[1].answer, BoxAnswer::Error);
+}
+
 TEST_F(RunRecorderTest, Forgetting_waits_for_the_end_of_a_run) {
   Begin(kPing);
   recorder.Forget();
