@@ -7,6 +7,9 @@ file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*.cpp)
 add_executable(fuzzers ${fuzzers} lab/pc/driver_protocol.cpp)
 target_compile_options(fuzzers PRIVATE -fsanitize=fuzzer -O1)
 target_link_options(fuzzers PRIVATE -fsanitize=fuzzer)
+# This one reads the program's explanations.
+set_source_files_properties(tests/fuzz/report_saved.cpp PROPERTIES COMPILE_DEFINITIONS
+                            TARVIK_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
 # The fuzzers of the whole program use the fixture of the unit tests, which needs GoogleTest.
 target_link_libraries(fuzzers PRIVATE tarvik_memory bench_core lab_scenario GTest::gtest)
 

@@ -6,8 +6,13 @@
 
 #include "report/copied_report.h"
 #include "report/saved_report.h"
+#include "resources/resource.h"
+#include "tests/fakes/fake_code_page.h"
+#include "tests/fakes/fake_files.h"
+#include "tests/fakes/fake_system.h"
 #include "tests/fuzz/fuzzer.h"
 #include "tests/unit/report/report_form.h"
+#include "tests/unit/resources/program_explanations.h"
 
 namespace tarvik::report {
 namespace {
@@ -20,7 +25,8 @@ std::wstring ReportInput(FuzzedDataProvider& input) {
   std::wstring text;
   for (const char byte : bytes) {
     const auto letter = static_cast<unsigned char>(byte);
-    constexpr wchar_t kSpecial[] = {0x202E, 0x2028, 0xFEFF, 0xD83D, 0xDE00, 0xFFFE, 0x85, 0x200B, 0x3042};
+    constexpr wchar_t kSpecial[] = {0x202E, 0x2028, 0xFEFF, 0xD83D, 0xDE00, 0xFFFE, 0x85,   0x200B,
+                                    0x3042, 0xAD,   0x061C, 0xFFF9, 0xDB40, 0xDC01, 0x200D, 0xFFFD};
     text += letter < 0xF0 ? static_cast<wchar_t>(letter) : kSpecial[letter % std::size(kSpecial)];
   }
   return text;
@@ -103,23 +109,36 @@ void FillRun(Run& run, FuzzedDataProvider& input) {
   run.settings.k7Server = ReportInput(input);
   run.settings.generalEdition = input.ConsumeBool();
   for (bool& planned : run.planned) planned = input.ConsumeBool();
+  if (input.ConsumeBool()) run.otherTarget[input.ConsumeIntegralInRange(0U, 6U)] = AnyAddress(input);
+  if (input.ConsumeBool()) run.endedAt = {2026, input.ConsumeIntegral<int32_t>(), 2, 3, 4};
   while (input.ConsumeBool() && run.lines.size() < 20)
     run.lines.push_back({input.ConsumeFloatingPoint<double>(), ReportInput(input)});
   while (input.ConsumeBool() && run.boxes.size() < 5)
     run.boxes.push_back({input.ConsumeFloatingPoint<double>(), input.ConsumeFloatingPoint<double>(),
-                         ReportInput(input), AnyOf(input, BoxAnswer::No)});
+                         ReportInput(input), AnyOf(input, BoxAnswer::Error)});
   // A single line that is longer than anything that is shown.
   if (input.ConsumeBool() && !run.lines.empty())
     for (std::wstring& text = run.lines[0].text; !text.empty() && text.size() < 10'000;) text += text;
 }
 
 void RequireShort(const std::wstring& report) {
-  Require(report.ends_with(L"\r\n"));
+  Require(report.ends_with(L"\r\n") && test::ReportReader::WideProblem(report).empty());
   std::string bytes = "\xEF\xBB\xBF";
   for (const wchar_t letter : report) bytes += letter < 0x80 ? static_cast<char>(letter) : '?';
   Require(test::ReportReader::TextProblem(bytes).empty());
   Require(std::count(bytes.begin(), bytes.end(), '\n') <= static_cast<std::ptrdiff_t>(kMaxCopiedLines));
 }
+
+/// What the program has, too.
+struct ProgramTexts {
+  const Explanations& explanations = tarvik::test::ProgramExplanations();
+  tarvik::test::FakeFiles files;
+  tarvik::test::FakeSystem system;
+  tarvik::test::FakeCodePage codePage;
+  Resource resource{files, system, codePage};
+  LanguageMode mode = kBuiltInEnglish;
+  Texts texts{mode, resource};
+};
 
 void CheckReports(const uint8_t* data, size_t size) {
   FuzzedDataProvider input(data, size);
@@ -129,6 +148,9 @@ void CheckReports(const uint8_t* data, size_t size) {
   const auto language = input.ConsumeBool() ? AnswerLanguage::Japanese : AnswerLanguage::English;
   const Answer answer = AnswerOf(run, language);
   ReportSource source{.run = run, .answer = answer, .language = language};
+  static const ProgramTexts program;
+  if (input.ConsumeBool()) source.explanations = &program.explanations;
+  if (input.ConsumeBool()) source.texts = &program.texts;
   source.program = ReportInput(input);
   source.edition = ReportInput(input);
   source.windows = ReportInput(input);
@@ -143,7 +165,7 @@ void CheckReports(const uint8_t* data, size_t size) {
   RequireShort(CopiedReport(source));
   const std::wstring name = ReportFileName(source);
   Require(name.size() < 120 && name.find_first_of(L"<>:\"/\\|?*\r\n\t") == std::wstring::npos);
-  for (const wchar_t letter : name) Require(letter >= 0x20);
+  Require(test::ReportReader::WideProblem(name).empty());
 }
 
 }  // namespace

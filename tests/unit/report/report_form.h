@@ -19,6 +19,22 @@ class ReportReader {
     return reader.ReadDocument() && reader.open_.empty() ? std::string() : reader.Where();
   }
 
+  /// What is wrong with a text in one line or several; empty = nothing. Halves of a surrogate pair count as
+  /// what they are.
+  static std::string WideProblem(std::wstring_view text) {
+    for (size_t at = 0; at < text.size(); ++at) {
+      auto unit = static_cast<uint32_t>(text[at]);
+      const auto next = at + 1 < text.size() ? static_cast<uint32_t>(text[at + 1]) : 0;
+      if (unit >> 10 == 0xD800 >> 10 && next >> 10 == 0xDC00 >> 10) {
+        unit = 0x10000 + ((unit & 0x3FF) << 10) + (next & 0x3FF);
+        ++at;
+      }
+      if (unit != L'\r' && unit != L'\n' && IsForbidden(unit))
+        return "forbidden character " + std::to_string(unit);
+    }
+    return {};
+  }
+
   /// What is wrong with a plain text report; empty = nothing.
   static std::string TextProblem(std::string_view text) {
     if (!text.starts_with("\xEF\xBB\xBF")) return "no byte order mark";
@@ -58,7 +74,8 @@ class ReportReader {
       return character >= first && character <= last;
     };
     return (character < 0x20 && character != '\n') || isIn(0x7F, 0x9F) || isIn(0xD800, 0xDFFF) ||
-           isIn(0x200E, 0x200F) || isIn(0x2028, 0x202E) || isIn(0x2066, 0x2069) || character == 0xFEFF ||
+           character == 0xAD || character == 0x061C || isIn(0x200B, 0x200F) || isIn(0x2028, 0x202E) ||
+           isIn(0x2066, 0x2069) || character == 0xFEFF || isIn(0xFFF9, 0xFFFB) || isIn(0xE0000, 0xE007F) ||
            (character & 0xFFFE) == 0xFFFE;
   }
 
