@@ -289,7 +289,8 @@ Function un.onInit
   Quit
 FunctionEnd
 
-; Removes what setup made. The address history and reports that were saved stay.
+; Removes what setup made. The address history, the folder of the last report, and saved reports
+; stay.
 Section "Uninstall"
   Call un.CloseRunningCopy
   ReadRegDWORD $0 SHCTX "${UNINSTALL_KEY}" "FirewallRule"
