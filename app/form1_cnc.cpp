@@ -22,8 +22,6 @@ bool Form1::RunLibraryTest() {
   const bool passed = tarvik::RunLibraryTest(context_, deps_.cncLibrary, deps_.codePage, showHourglass,
                                              target, accessCode, missing_.cncLibrary, nxlibOptions_);
   report::CncFacts& facts = recorder_.run.facts.cnc;
-  // Then the ping's target has not answered.
-  if (target.address != recorder_.run.target) facts.beforePing = true;
   // Any other failed call has already proven that the port is open.
   if (!passed && facts.call == report::CncCall::Connect)
     LookAtPort(target.address, facts.port, facts.portAnswer);
