@@ -29,7 +29,8 @@ Tarvik 1.1 | cnc7 | FAIL NEXAL2 | TCP 8193, error -16 | 14:32
             std::string::npos)
       << text;
   for (const char* const rung : {"Name", "PC", "Gateway", "Target", "FTP"})
-    EXPECT_NE(text.find(std::string("\n-     ") + rung + ": Not part of this run."), std::string::npos) << text;
+    EXPECT_NE(text.find(std::string("\n-     ") + rung + ": Not part of this run."), std::string::npos)
+        << text;
   EXPECT_NE(text.find("\n?                 not read in this run\n"), std::string::npos) << text;
 }
 
