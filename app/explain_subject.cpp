@@ -81,13 +81,13 @@ bool ExplainSubject::FailsNow(const FoundExplanation& found) const {
 
 FoundExplanation ExplainSubject::OfLine(const std::vector<std::wstring>& lines, size_t index) const {
   const bool saysNothing = TrimSpaces(lines[index]).empty() || IsRule(lines[index]);
-  const FoundExplanation own = OfOneLine(lines[index]);
+  FoundExplanation own = OfOneLine(lines[index]);
   if (!saysNothing && !IsListing(own)) return own;
   for (size_t away = 1; away <= kMaxLinesAway; ++away)
     // Above, a line number below 0 is a very large one.
     for (const size_t line : {index - away, index + away}) {
       if (line >= lines.size()) continue;
-      if (const FoundExplanation found = OfOneLine(lines[line]); FailsNow(found)) return found;
+      if (FoundExplanation found = OfOneLine(lines[line]); FailsNow(found)) return found;
     }
   return saysNothing ? Verdict() : own;
 }
