@@ -117,7 +117,7 @@ std::wstring CopiedReport(const ReportSource& source) {
     const RungFinding found = FoundNow(source, rung);
     add(Joined({PlainMark(found.state, language), L" ", found.text.c_str()}));
   }
-  if (lines == 1) add(In(language, L"No test has run yet.", L"まだテストしていません。"));
+  if (lines == 1) add(In(language, L"No test has run yet.", L"まだテストしていない。"));
   if (source.answer.finding == Finding::Broken && !source.run.boxes.empty())
     add(Masked(source.run.boxes.back().text, source.secrets));
 

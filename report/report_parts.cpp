@@ -89,7 +89,9 @@ std::wstring K7Traffic(const ReportSource& source, const wchar_t* pc) {
   const wchar_t* const port = source.k7UdpPort.empty() ? L"?" : source.k7UdpPort.c_str();
   const wchar_t* const named = In(source.language, L" (K7 server)", L"（K7サーバー）");
   std::wstring line;
-  if (server != pc) line = Joined({L"UDP ", port, L" ", pc, L" <-> ", server.c_str(), named, L", "});
+  if (server != pc)
+    line =
+        Joined({L"UDP ", port, L" ", pc, L" <-> ", server.c_str(), named, In(source.language, L", ", L"、")});
   line += Joined({L"UDP ? ", server.c_str(), server != pc ? L"" : named, L" <-> "});
   return line + DestinationOf(source, Rung::K7);
 }
@@ -229,8 +231,8 @@ std::vector<std::wstring> NeededTraffic(const ReportSource& source) {
   const wchar_t* const target = ftp.c_str();
   add(L"TCP 21", ftp);
   if (japanese)
-    lines.push_back(
-        Joined({L"TCP ", target, L"のポート20 -> ", pc, L"の全ポート、プログラム Tarvik.exe（FTPの一覧）"}));
+    lines.push_back(Joined(
+        {L"TCP ", target, L"のポート20 -> ", pc, L"の任意のポート、プログラム Tarvik.exe（FTPの一覧）"}));
   else
     lines.push_back(Joined(
         {L"TCP from port 20 of ", target, L" to any port of ", pc, L", program Tarvik.exe (FTP listing)"}));

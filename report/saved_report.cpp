@@ -133,7 +133,7 @@ std::wstring SavedReport::LineText(const std::wstring& line) {
 
 void SavedReport::WriteFirstPage() {
   const std::wstring& sentence = source_.answer.sentence;
-  sheet_.Headline(sentence.empty() ? In(L"No test has run yet.", L"まだテストしていません。") : sentence);
+  sheet_.Headline(sentence.empty() ? In(L"No test has run yet.", L"まだテストしていない。") : sentence);
   WritePicture();
   if (!sheet_.IsHtml()) sheet_.Paragraph(L"");
   sheet_.Paragraph(summary_);
@@ -216,11 +216,11 @@ void SavedReport::WriteSettings() {
   for (const NamedSetting& named : kNamedSettings)
     if (!named.general || settings.generalEdition)
       Row(In(named.english, named.japanese), settings.*named.text);
-  Row(In(L"K7 UDP port", L"K7 UDPポート"), source_.k7UdpPort);
+  Row(In(L"K7 UDP port", L"K7 UDPポート番号"), source_.k7UdpPort);
   for (const NamedSecret& named : kNamedSecrets)
     Row(In(named.english, named.japanese),
         settings.*named.set ? In(L"set", L"設定あり") : In(L"not set", L"設定なし"));
-  Row(In(L"Options", L"オプション"), L"0x" + Hexadecimal(settings.options));
+  Row(In(L"Options", L"起動オプション"), L"0x" + Hexadecimal(settings.options));
   sheet_.EndRows();
 }
 
@@ -241,7 +241,7 @@ std::wstring SavedReport::DescribeCard(const PcCard& card) const {
   const bool used = way.card && way.card->index == card.index && way.card->name == card.name;
   return Joined({kinds[static_cast<size_t>(card.kind)],
                  card.up ? In(L", link up", L"、リンクあり") : In(L", link down", L"、リンクなし"),
-                 used ? In(L", Windows uses it for the target", L"、相手への経路") : L"", L"\n",
+                 used ? In(L", Windows uses it for the target", L"、相手への経路に使用") : L"", L"\n",
                  DescribeAddress(card.address, card.mask, card.gateways).c_str(),
                  card.description.empty() ? L"" : L"\n", card.description.c_str()});
 }
@@ -265,7 +265,7 @@ void SavedReport::WriteCards() {
   if (all == 0)
     sheet_.Row(L"?",
                read ? In(L"not read", L"未取得") : In(L"not read in this run", L"このテストでは未取得"));
-  if (all > kMaxCards) sheet_.Row(L"...", LeftOut(all - kMaxCards, L""));
+  if (all > kMaxCards) sheet_.Row(L"...", LeftOut(all - kMaxCards, In(L"", L"件")));
   sheet_.EndRows();
 }
 
