@@ -32,14 +32,14 @@ const std::vector<std::wstring>& Form1::LibraryVersions() {
     libraryVersions_.push_back(module.name + L" " +
                                files.mGetFileVersionInfoString(module.path).value_or(L"-"));
   for (const std::wstring& name : notFoundModules_)
-    libraryVersions_.push_back(name + (TextsAreJapanese() ? L" 見つかりません" : L" not found"));
+    libraryVersions_.push_back(name + (TextsAreJapanese() ? L" なし" : L" not found"));
   return libraryVersions_;
 }
 
 report::ReportSource Form1::MakeReportSource(const report::Run& run, const report::Answer& answer) {
   const ZonedTime now = deps_.system.LocalTime();
   std::wstring edition = sizeof(void*) == 4 ? L"32-bit" : L"64-bit";
-  if (!deps_.familyEdition) edition = (TextsAreJapanese() ? L"一般版, " : L"general edition, ") + edition;
+  if (!deps_.familyEdition) edition = (TextsAreJapanese() ? L"一般版、" : L"general edition, ") + edition;
   std::vector<std::wstring> secrets = secrets_;
   secrets.push_back(deps_.system.UserName());
   std::erase(secrets, std::wstring());

@@ -32,7 +32,7 @@ constexpr SaveAdvice kSaveAdvice[] = {
     // _DEVICE_NOT_CONNECTED, _NO_NETWORK, _NETWORK_UNREACHABLE, _DEVICE_REMOVED
     {{3, 15, 21, 53, 55, 59, 64, 67, 121, 433, 1006, 1112, 1167, 1222, 1231, 1617},
      L"The drive or folder is no longer there. Plug the drive in again, or save in another folder.",
-     L"ドライブまたはフォルダーがなくなりました。ドライブを接続し直すか、別のフォルダーに保存してください。"},
+     L"ドライブまたはフォルダーが見つかりません。ドライブを接続し直すか、別のフォルダーに保存してください。"},
     // ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION, ERROR_USER_MAPPED_FILE
     {{32, 33, 1224},
      L"Another program has the file open. Close it there, or save with another name.",
@@ -40,13 +40,14 @@ constexpr SaveAdvice kSaveAdvice[] = {
     // ERROR_INVALID_NAME, ERROR_FILENAME_EXCED_RANGE
     {{123, 206},
      L"The name is not allowed or too long. Save with a shorter name, in a folder nearer to the drive.",
-     L"名前が使えないか長すぎます。短い名前で、浅いフォルダーに保存してください。"},
+     L"名前が使えないか長すぎます。短い名前で、浅い階層のフォルダーに保存してください。"},
 };
-constexpr SaveAdvice kOtherAdvice = {{},
-                                     L"The folder or file is write-protected, or cannot be written. Save in "
-                                     L"another folder, such as the desktop.",
-                                     L"フォルダーまたはファイルが書き込み禁止か、書き込めません。デスクトップ"
-                                     L"など別のフォルダーに保存してください。"};
+constexpr SaveAdvice kOtherAdvice = {
+    {},
+    L"The folder or file is write-protected, or cannot be written. Save in "
+    L"another folder, such as the desktop.",
+    L"フォルダーまたはファイルに書き込めません（書き込み禁止など）。デスクトップ"
+    L"など別のフォルダーに保存してください。"};
 
 }  // namespace
 
