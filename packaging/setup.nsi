@@ -289,8 +289,7 @@ Function un.onInit
   Quit
 FunctionEnd
 
-; Removes what setup made. The address history, the folder of the last report, and saved reports
-; stay.
+; Removes what setup made. The address history and saved reports stay.
 Section "Uninstall"
   Call un.CloseRunningCopy
   ReadRegDWORD $0 SHCTX "${UNINSTALL_KEY}" "FirewallRule"

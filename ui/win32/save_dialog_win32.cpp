@@ -46,7 +46,7 @@ std::optional<SavePlace> Win32Form::AskWhereToSave(const SavePrompt& prompt) {
   dialog.lpstrInitialDir = prompt.folder.empty() ? nullptr : prompt.folder.c_str();
   dialog.lpstrDefExt = prompt.kinds.front().extension.c_str();
   dialog.Flags = OFN_EXPLORER | OFN_NOCHANGEDIR | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY |
-                 OFN_ENABLESIZING;
+                 OFN_ENABLESIZING | OFN_DONTADDTORECENT;
   const OtherFormsDisabled others(window_);
   if (ask(&dialog)) return SavePlace{path.data(), std::max<DWORD>(dialog.nFilterIndex, 1) - 1};
   const DWORD code = error();
