@@ -138,7 +138,7 @@ std::wstring FactOf(wchar_t letter, const Run& run, Rung rung, AnswerLanguage la
     case L'S':
       return Decimal(run.active ? echoes.asked : echoes.sent);
     case L'T':
-      return Shortened(facts.name.typed);
+      return Shortened(run.OtherTarget(rung).empty() ? facts.name.typed : run.OtherTarget(rung));
     case L'U':
       return Decimal(facts.k7.answers);
     case L'V':

@@ -91,12 +91,8 @@ struct Run {
 
   bool Planned(Rung rung) const { return planned[static_cast<size_t>(rung)]; }
   bool LibraryMissing(Rung rung) const { return libraryMissing[static_cast<size_t>(rung)]; }
-  /// Empty when the rung tested `target` itself.
+  /// Empty when the rung tested `target` itself, "?" when the address box was empty.
   const std::wstring& OtherTarget(Rung rung) const { return otherTarget[static_cast<size_t>(rung)]; }
-  /// What the rung tested, as typed.
-  const std::wstring& TargetOf(Rung rung) const {
-    return OtherTarget(rung).empty() ? target : OtherTarget(rung);
-  }
   /// The target's address: as typed, or what its name was resolved to; empty when it was not.
   const std::wstring& Resolved() const { return facts.name.address; }
 

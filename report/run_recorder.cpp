@@ -105,12 +105,16 @@ void RunRecorder::Begin(const std::wstring& target, const std::vector<Rung>& run
 
 void RunRecorder::ReplaceTarget(const std::wstring& target) {
   run.facts = {};
-  for (std::wstring& other : run.otherTarget) other = other.empty() ? run.target : other;
+  for (std::wstring& other : run.otherTarget) {
+    if (other.empty()) other = run.target;
+    if (other == target) other.clear();
+  }
   run.target = target;
 }
 
 void RunRecorder::AddressUsed(Rung rung, const std::wstring& address) {
-  run.otherTarget[static_cast<size_t>(rung)] = address == run.target ? std::wstring() : address;
+  const std::wstring used = address.empty() ? L"?" : address;
+  run.otherTarget[static_cast<size_t>(rung)] = address == run.target ? std::wstring() : used;
 }
 
 void RunRecorder::End(RunEnd end, const std::wstring& localTime, const LocalTime& clock) {

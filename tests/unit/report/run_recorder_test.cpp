@@ -109,6 +109,12 @@ TEST_F(RunRecorderTest, A_run_inside_another_belongs_to_it) {
   EXPECT_EQ(run.end, RunEnd::Stopped);
 }
 
+TEST_F(RunRecorderTest, An_address_that_was_deleted_during_the_run_is_not_the_runs_own) {
+  Begin({Rung::Target, Rung::Ftp});
+  recorder.AddressUsed(Rung::Ftp, L"");
+  EXPECT_EQ(run.OtherTarget(Rung::Ftp), L"?");
+}
+
 TEST_F(RunRecorderTest, A_rung_with_another_address_keeps_it_and_its_facts_end_with_the_run) {
   Begin({Rung::Target, Rung::Ftp});
   recorder.AddressUsed(Rung::Ftp, L"192.168.1.101");
