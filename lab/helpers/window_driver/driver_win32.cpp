@@ -9,7 +9,12 @@
 #include <utility>
 
 #include "lab/helpers/window_driver/driver_win32.h"
+#include "lab/helpers/window_driver/remote_win32.h"
 #include "lab/pc/driver_protocol.h"
+// After windows.h.
+#include <iphlpapi.h>
+// After iphlpapi.h.
+#include <icmpapi.h>
 
 namespace tarvik::lab {
 namespace {
@@ -202,10 +207,27 @@ std::string MillisecondsText(double milliseconds) {
   return std::string(text.data(), end);
 }
 
+namespace {
+
+/// In a new prefix, Wine starts its network drivers together with the first program. A program that asks
+/// for them a moment too early cannot send echoes.
+void WaitForWinesNetwork() {
+  constexpr double kTimeOutMs = 30000;
+  const double deadline = PreciseMilliseconds() + kTimeOutMs;
+  HANDLE echoes = IcmpCreateFile();
+  while (echoes == INVALID_HANDLE_VALUE && PreciseMilliseconds() < deadline) {
+    Sleep(5);
+    echoes = IcmpCreateFile();
+  }
+  IcmpCloseHandle(echoes);
+}
+
+}  // namespace
 }  // namespace tarvik::lab
 
 int main() {
   using namespace tarvik::lab;
+  if (IsWine()) WaitForWinesNetwork();
   UsePhysicalPixels();
   AddProcessCommands();
   AddWindowCommands();
