@@ -51,10 +51,11 @@ void LearnPointers(const WindowUnderTest& window) { window.CurrentPointer(); }
 Lines Follow(ProgramUnderTest& program, const WindowUnderTest& window, const std::optional<Lines>& before,
              milliseconds timeOut, const Listener& listener) {
   Lines known;
-  const auto report = [&](Lines lines) {
-    const Lines added = LinesAfter(known, lines);
-    if (listener.onLine) std::for_each(added.begin(), added.end(), listener.onLine);
-    known = std::move(lines);
+  const auto reportNewLines = [&] {
+    const auto reported = static_cast<std::ptrdiff_t>(known.size());
+    const bool extends = window.ReadNewLines(ID_lstResult, known);
+    if (listener.onLine)
+      std::for_each(known.begin() + (extends ? reported : 0), known.end(), listener.onLine);
   };
   bool begun = false;
   const bool ended = WaitUntil(timeOut, [&] {
@@ -63,8 +64,7 @@ Lines Follow(ProgramUnderTest& program, const WindowUnderTest& window, const std
       begun = begun || RunIsActive(window) || HasBegun(before, window.Lines(ID_lstResult));
       if (!begun) return false;
       const bool ends = AtRest(program, window);
-      // Reading the list costs two messages per line.
-      if (ends || window.ListDiffers(ID_lstResult, known)) report(window.Lines(ID_lstResult));
+      reportNewLines();
       return ends;
     } catch (const LabError&) {
       if (!program.Runs()) throw;

@@ -134,10 +134,13 @@ void WindowUnderTest::WaitForLastLine(int id, const std::string& line, milliseco
   Ask("wait_last", id, {line, lab::Text(timeOut)}, Longer(timeOut));
 }
 
-bool WindowUnderTest::ListDiffers(int id, const std::vector<std::string>& known) const {
-  return Flag(
-      Ask("list_differs", id, {std::to_string(known.size()), known.empty() ? std::string() : known.back()}),
-      0);
+bool WindowUnderTest::ReadNewLines(int id, std::vector<std::string>& known) const {
+  Fields fields =
+      Ask("new_lines", id, {std::to_string(known.size()), known.empty() ? std::string() : known.back()});
+  const bool extends = Flag(fields, 0);
+  if (!extends) known.clear();
+  known.insert(known.end(), fields.begin() + 1, fields.end());
+  return extends;
 }
 
 void WindowUnderTest::WaitForChange(int id, const std::vector<std::string>& known,

@@ -106,10 +106,10 @@ class WindowUnderTest {
   ListState StateOfList(int id) const;
   void WaitForLine(int id, const std::string& line, milliseconds timeOut) const;
   void WaitForLastLine(int id, const std::string& line, milliseconds timeOut) const;
-  /// Whether the list differs from `known`, an earlier result of Lines. Compares the number of lines and the
-  /// last one only.
-  bool ListDiffers(int id, const std::vector<std::string>& known) const;
-  /// Waits for that.
+  /// Brings `known`, an earlier result of Lines, up to date. Reads only the lines added since, unless the
+  /// last of the known ones is no longer there: then it reads all lines and returns false.
+  bool ReadNewLines(int id, std::vector<std::string>& known) const;
+  /// Waits until the number of lines or the last line differs from `known`.
   void WaitForChange(int id, const std::vector<std::string>& known, milliseconds timeOut) const;
   /// Clears the list box (LB_RESETCONTENT) without the program's knowledge.
   void EmptyList(int id) const;

@@ -1,6 +1,7 @@
 // List boxes, combo boxes and tabs. Messages that pass a pointer to a structure need memory of the other
 // process; the system copies texts only for the standard list and combo box messages.
 
+#include <algorithm>
 #include <optional>
 
 #include "lab/helpers/window_driver/driver_win32.h"
@@ -33,16 +34,18 @@ std::optional<std::wstring> ItemOf(HWND list, const ListMessages& messages, LRES
   return text;
 }
 
-Fields ItemsOf(HWND list, const ListMessages& messages) {
+/// The items from the index `first` on.
+Fields ItemsOf(HWND list, const ListMessages& messages, LRESULT first = 0) {
   while (true) {
     Fields fields;
     const LRESULT count = SendWithTimeOut(list, messages.count);
-    for (LRESULT i = 0; i < count; ++i) {
+    for (LRESULT i = first; i < count; ++i) {
       const std::optional<std::wstring> item = ItemOf(list, messages, i);
       if (!item) break;
       fields.push_back(ToUtf8(*item));
     }
-    if (fields.size() == static_cast<size_t>(count) && SendWithTimeOut(list, messages.count) == count)
+    const LRESULT wanted = std::max<LRESULT>(count - first, 0);
+    if (fields.size() == static_cast<size_t>(wanted) && SendWithTimeOut(list, messages.count) == count)
       return fields;
   }
 }
@@ -86,9 +89,15 @@ bool Differs(HWND list, int64_t count, const std::wstring& last) {
   return SendWithTimeOut(list, LB_GETCOUNT) != count || LastItemOf(list).value_or(std::wstring()) != last;
 }
 
-/// list_differs <window> <id> <count> <last line> -> whether the number of lines or the last one is another
-Fields ListDiffers(const Arguments& arguments) {
-  return {Differs(arguments.Control(0), arguments.Number(2), arguments.Text(3)) ? "1" : "0"};
+/// new_lines <window> <id> <count> <last line> -> "1" and the lines after the first `count`, if the last of
+/// these is still the same; else "0" and all lines
+Fields NewLines(const Arguments& arguments) {
+  const HWND list = arguments.Control(0);
+  const auto known = static_cast<LRESULT>(arguments.Number(2));
+  const bool extends = known == 0 || ItemOf(list, kListBox, known - 1) == arguments.Text(3);
+  Fields fields = ItemsOf(list, kListBox, extends ? known : 0);
+  fields.insert(fields.begin(), extends ? "1" : "0");
+  return fields;
 }
 
 /// wait_changed <window> <id> <count> <last line> <time-out>: waits until the list differs from this state
@@ -210,7 +219,7 @@ void AddListCommands() {
   AddCommand("add_lines", AddLines);
   AddCommand("wait_line", WaitLine);
   AddCommand("wait_last", WaitLast);
-  AddCommand("list_differs", ListDiffers);
+  AddCommand("new_lines", NewLines);
   AddCommand("wait_changed", WaitChanged);
   AddCommand("combo_items", [](const Arguments& a) { return ItemsOf(a.Control(0), kComboBox); });
   AddCommand("tabs", Tabs);
