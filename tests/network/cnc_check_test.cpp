@@ -185,6 +185,7 @@ TEST_F(LibraryTest, Clicks_while_the_library_blocks_neither_close_the_window_nor
   window.Close();
   window.Click(ID_cmdGetInfo);
   ASSERT_TRUE(WaitUntil(kTestTimeOut, [] { return Calls().back() == "nx_freehandle(1) = 0 open=0"; }));
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return !RunIsActive(window); }));
   window.Settle();
   EXPECT_FALSE(RunIsActive(window));
   EXPECT_EQ(Calls().back(), "nx_freehandle(1) = 0 open=0") << "the click started another test";
