@@ -125,12 +125,9 @@ Monkey::Outcome Monkey::Minimise(const Draws&) {
   window_->Minimise();
   if (!WaitUntil(kSoon, [this] { return window_->Minimised(); }))
     throw Misbehaviour("The window does not minimise");
-  // A late window manager minimises the window again after it was restored.
-  const bool restored = WaitUntil(kSoon, [this] {
-    window_->Restore();
-    return WaitUntil(kShortWait, [this] { return !window_->Minimised(); });
-  });
-  if (!restored) throw Misbehaviour("The window cannot be restored");
+  window_->Restore();
+  if (!WaitUntil(kSoon, [this] { return !window_->Minimised(); }))
+    throw Misbehaviour("The window cannot be restored");
   return Outcome::Done;
 }
 

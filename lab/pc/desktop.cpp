@@ -3,14 +3,6 @@
 #include <filesystem>
 
 namespace tarvik::lab {
-namespace {
-
-bool WindowManagerRuns(const std::string& display) {
-  return Run({"xprop", "-display", display, "-root", "_NET_SUPPORTING_WM_CHECK"}).output.find("window id") !=
-         std::string::npos;
-}
-
-}  // namespace
 
 Desktop Desktop::Invisible() {
   Desktop desktop;
@@ -24,13 +16,6 @@ Desktop Desktop::Invisible() {
                                "-nolisten", "tcp", "-noreset"},
       Process::Options());
   desktop.server_->ReadLine(std::chrono::seconds(60));  // the display number, once it is ready
-  Process::Options options;
-  options.environment["DISPLAY"] = desktop.display_;
-  desktop.windowManager_ =
-      std::make_unique<Process>(std::vector<std::string>{"openbox", "--sm-disable"}, options);
-  if (!WaitUntil(std::chrono::seconds(30), [&desktop] { return WindowManagerRuns(desktop.display_); })) {
-    throw LabError("The window manager (openbox) does not start");
-  }
   return desktop;
 }
 

@@ -16,16 +16,18 @@ struct ScreenRect {
   int height = 0;
 };
 
-/// An X display with a window manager. Without one Wine takes seconds to destroy a top-level window and moves
-/// the focus late.
+/// An X display.
 class Desktop {
  public:
-  /// Starts an invisible display (Xvfb) of 1280 x 1024 pixels. It ends on destruction. Throws LabError.
+  /// Starts an invisible display (Xvfb) of 1280 x 1024 pixels, without a window manager. It ends on
+  /// destruction. Throws LabError.
   static Desktop Invisible();
 
   /// The display that DISPLAY names; nothing when it is unset or remote. Programs in other network namespaces
   /// reach a local display through its socket file.
   static std::optional<Desktop> OfUser();
+
+  bool IsInvisible() const { return server_ != nullptr; }
 
   /// The value for DISPLAY, such as ":1".
   const std::string& Display() const { return display_; }
@@ -38,7 +40,6 @@ class Desktop {
 
   std::string display_;
   std::unique_ptr<Process> server_;
-  std::unique_ptr<Process> windowManager_;
 };
 
 }  // namespace tarvik::lab

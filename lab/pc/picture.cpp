@@ -64,20 +64,21 @@ void PrepareForPictures(WindowsPc& pc, WindowsLanguage language) {
   if (language == WindowsLanguage::English)
     pc.Prefix().SetRegistryValue(WinePrefix::Hive::User, "Control Panel\\Desktop\\WindowMetrics",
                                  "MessageFont", FontValue(11, "DejaVu Sans"));
+  // Wine may leave a tab highlighted that the pointer has left, so it never enters one.
+  pc.ParkPointer();
 }
 
-void PoseForPicture(const WindowUnderTest& window, int focus, int label) {
+void PoseForPicture(const WindowUnderTest& window, int focus) {
   window.Settle();
   const ScreenRect outer = window.Rect(0);
   window.Move({kPlace.left, kPlace.top, outer.width, outer.height});
   window.BringToForeground();
   window.SetFocus(focus);
-  window.Hover(label);
   window.Settle();
 }
 
 void TakePicture(const WindowsPc& pc, const std::string& path, const ScreenRect& part) {
-  // The window manager draws later than the program.
+  // The program may still draw.
   const std::string before = path + ".before.png";
   pc.Screen().Screenshot(path, part);
   const bool still = WaitUntil(kSoon, [&] {

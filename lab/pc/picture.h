@@ -14,9 +14,8 @@ namespace tarvik::lab {
 WindowsPc::Options PictureOptions(WindowsPc::Options options, WindowsLanguage language, int dpi);
 void PrepareForPictures(WindowsPc& pc, WindowsLanguage language);
 
-/// Brings the window into the foreground at the screen's corner, the focus to a control without a caret, and
-/// the pointer to a label, where nothing reacts to it.
-void PoseForPicture(const WindowUnderTest& window, int focus, int label);
+/// Brings the window into the foreground at the screen's corner and the focus to a control without a caret.
+void PoseForPicture(const WindowUnderTest& window, int focus);
 
 /// Writes the part of the screen to a PNG file once it no longer changes, with at most 32 colours. Throws
 /// LabError.

@@ -13,7 +13,7 @@ std::optional<std::string> WindowsUnsupportedReason() {
     if (path.empty()) return std::string(name) + " is not set";
     if (!fs::exists(path)) return path + " does not exist";
   }
-  for (const char* tool : {"wine", "wineserver", "Xvfb", "openbox", "xprop"}) {
+  for (const char* tool : {"wine", "wineserver", "Xvfb"}) {
     if (Run({"sh", "-c", "command -v \"$1\"", "sh", tool}).exitCode != 0) {
       return std::string(tool) + " is not installed";
     }

@@ -22,7 +22,12 @@ Desktop ScreenFor(const WindowsPc::Options& options) {
 WindowsPc::WindowsPc(const Options& options)
     : options_(options),
       desktop_(ScreenFor(options)),
-      prefix_(std::make_unique<WinePrefix>(options.cacheFolder, options.language, options.dpi)) {}
+      prefix_(std::make_unique<WinePrefix>(options.cacheFolder, options.language, options.dpi)) {
+  // Wine then places, frames and activates windows itself, as Windows does. A window manager would do that
+  // later, and keys pressed meanwhile would be lost.
+  if (desktop_.IsInvisible())
+    prefix_->SetRegistryValue(WinePrefix::Hive::User, "Software\\Wine\\X11 Driver", "Managed", "\"N\"");
+}
 
 WindowsPc::~WindowsPc() {
   // Before the prefix: the driver ends with its input and kills the programs that it started.
@@ -85,6 +90,8 @@ void WindowsPc::SetClipboardText(const std::string& text) { Ask({"clipboard_set"
 void WindowsPc::HoldClipboard(milliseconds duration) {
   Ask({"clipboard_hold", std::to_string(duration.count())});
 }
+
+void WindowsPc::ParkPointer() { Ask({"park_pointer"}); }
 
 std::optional<std::string> WindowsPc::RegistryText(const std::string& key, const std::string& name) {
   const std::vector<std::string> answer = Ask({"registry_get", key, name});

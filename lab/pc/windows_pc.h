@@ -52,6 +52,9 @@ class WindowsPc {
   /// Makes another program keep the clipboard open for this time. Returns once it is open.
   void HoldClipboard(milliseconds duration);
 
+  /// Moves the pointer into the screen's corner, where no window reacts to it.
+  void ParkPointer();
+
   /// Text values below HKEY_CURRENT_USER; nothing when there is no such value.
   std::optional<std::string> RegistryText(const std::string& key, const std::string& name);
   void SetRegistryText(const std::string& key, const std::string& name, const std::string& text);

@@ -61,10 +61,10 @@ class Studio {
   }
 
   void Picture(WindowsPc& pc, const WindowUnderTest& window, const std::string& name) {
-    PoseForPicture(window, ID_lstResult, ID_lblResult);
+    PoseForPicture(window, ID_lstResult);
     const bool japanese = language_ == WindowsLanguage::Japanese;
     const std::string file = tools_.folder + "/" + name + (japanese ? ".ja.png" : ".en.png");
-    // Without the window manager's frame, which is not that of Windows. The screen is black.
+    // Without Wine's frame, which is not that of Windows. The screen is black.
     const ScreenRect client = window.ClientRect(0);
     TakePicture(pc, file, {client.left, 0, client.width, client.top + client.height});
     RunOrThrow({"convert", file, "-trim", "+repage", "-bordercolor", "gray", "-border", "1", "PNG8:" + file});

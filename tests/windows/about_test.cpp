@@ -30,8 +30,6 @@ std::string VersionInTheFile() {
 class AboutBox : public WindowsTest<AboutBox> {
  protected:
   WindowUnderTest Open(const WindowUnderTest& mainWindow) {
-    // Until the main window has settled, the window manager may still give it the focus.
-    mainWindow.Settle();
     mainWindow.InvokeCommand(ID_mnuHelpSub);
     return Program().WaitForWindow("frmAbout");
   }

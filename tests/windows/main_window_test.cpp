@@ -31,8 +31,6 @@ TEST_F(MainWindow, Closing_it_ends_the_program) {
 
 TEST_F(MainWindow, Its_initial_size_is_its_minimum) {
   const WindowUnderTest window = Start();
-  // The window manager moves a new window once more after it has appeared.
-  window.Settle();
   const ScreenRect first = window.Rect(0);
   // The other dimension shows that the move was handled.
   const auto becomes = [&](int width, int height) {

@@ -28,7 +28,7 @@ void ExpectPicture(const WindowsPc& pc, const WindowUnderTest& window, const std
   const std::string difference = folder + name + "." + machine + ".difference.png";
   ASSERT_TRUE(fs::exists(stored)) << stored << " is missing: store it with ./pictures tests";
   std::optional<int> pixels;
-  // The window manager may still draw.
+  // The program may still draw.
   const bool same = WaitUntil(kSoon, [&] {
     pc.Screen().Screenshot(seen, window.ClientRect(0));
     pixels = DifferentPixels(seen, stored, difference);
@@ -64,7 +64,7 @@ void ExpectPages(WindowsPc& pc, const Look& look, const std::string& path,
   window.SetText(ID_cmbIPAddr, "127.0.0.1");
   window.SelectTab(ID_tabMode, 1);
   ClickAndFollow(program, window, ID_cmdGetInfo, std::chrono::seconds(60));
-  PoseForPicture(window, ID_lstResult, ID_lblResult);
+  PoseForPicture(window, ID_lstResult);
   for (const auto& [tab, name] : tabs) {
     window.SelectTab(ID_tabMode, tab);
     window.SetFocus(ID_lstResult);
@@ -73,7 +73,7 @@ void ExpectPages(WindowsPc& pc, const Look& look, const std::string& path,
   if (!withPmc) return;
   window.InvokeCommand(ID_mnuPMC);
   const WindowUnderTest pmc = program.WaitForWindow("frmPmcTest");
-  PoseForPicture(pmc, ID_cmdRead, ID_Label1_0);
+  PoseForPicture(pmc, ID_cmdRead);
   ExpectPicture(pc, pmc, "pmc" + look.Suffix());
 }
 

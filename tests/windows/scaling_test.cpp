@@ -212,8 +212,6 @@ class AnotherMonitor : public WindowsTest<AnotherMonitor> {
 
 TEST_F(AnotherMonitor, With_another_scaling_and_back_restores_the_layout) {
   const WindowUnderTest window = Start();
-  // The window manager moves a new window once more after it has appeared.
-  window.Settle();
   const ScreenRect first = window.Rect(0);
   const std::vector<ScreenRect> places = Places(window);
   const int lineHeight = window.NeededFor(ID_lblResult).height;
@@ -249,46 +247,14 @@ TEST_F(AnotherMonitor, A_layout_that_the_dialog_manager_has_changed_is_restored)
 /// The layout before and after something changed while the window was minimised.
 class WhileMinimised : public AnotherMonitor {
  protected:
-  /// The size of the client area, and the controls relative to the first one: Wine reports changing frame
-  /// widths until the window manager has taken over the window.
-  static std::vector<ScreenRect> Places(const WindowUnderTest& window) {
-    const ScreenRect client = window.ClientRect(0);
-    const std::vector<Control> controls = window.Controls();
-    std::vector<ScreenRect> places = {{0, 0, client.width, client.height}};
-    for (const Control& control : controls) {
-      const ScreenRect& rect = control.rect;
-      const ScreenRect& origin = controls.front().rect;
-      places.push_back({rect.left - origin.left, rect.top - origin.top, rect.width, rect.height});
-    }
-    return places;
-  }
   static void Change(const WindowUnderTest& window, const std::function<void()>& change) {
     window.Minimise();
     ASSERT_TRUE(WaitUntil(kSoon, [&] { return window.Minimised(); }));
     change();
     window.Restore();
   }
-  /// The places once they no longer change: the window manager moves a new window again after it has
-  /// appeared.
-  static std::vector<ScreenRect> SettledPlaces(const WindowUnderTest& window) {
-    std::vector<ScreenRect> places = Places(window);
-    int unchanged = 0;
-    EXPECT_TRUE(WaitUntil(kSoon, [&] {
-      window.Settle();
-      const std::vector<ScreenRect> now = Places(window);
-      unchanged = Same(now, places) ? unchanged + 1 : 0;
-      places = now;
-      return unchanged == 10;
-    }));
-    return places;
-  }
   static void ExpectPlaces(const WindowUnderTest& window, const std::vector<ScreenRect>& expected) {
-    const auto isThere = [&] {
-      // A late window manager minimises the window again after it was restored.
-      if (window.Minimised()) window.Restore();
-      return Same(Places(window), expected);
-    };
-    if (WaitUntil(kSoon, isThere)) return;
+    if (WaitUntil(kSoon, [&] { return Same(Places(window), expected); })) return;
     const std::vector<ScreenRect> places = Places(window);
     ASSERT_EQ(places.size(), expected.size());
     const auto text = [](const ScreenRect& rect) {
@@ -298,7 +264,7 @@ class WhileMinimised : public AnotherMonitor {
     for (size_t i = 0; i < places.size(); ++i) EXPECT_EQ(text(places[i]), text(expected[i])) << i;
   }
   static void ExpectLayoutKept(const WindowUnderTest& window) {
-    const std::vector<ScreenRect> places = SettledPlaces(window);
+    const std::vector<ScreenRect> places = Places(window);
     const auto change = [&] {
       window.ChangeTheme();
       window.ChangeColours();
@@ -313,7 +279,7 @@ class WhileMinimised : public AnotherMonitor {
     const ScreenRect first = window.Rect(0);
     const ScreenRect larger{first.left, first.top, first.width * 3 / 2, first.height * 3 / 2};
     window.ChangeDpi(144, larger);
-    const std::vector<ScreenRect> places = SettledPlaces(window);
+    const std::vector<ScreenRect> places = Places(window);
     window.ChangeDpi(96, first);
     window.Settle();
     Change(window, [&] { window.ChangeDpi(144, larger); });

@@ -107,12 +107,19 @@ Fields Hover(const Arguments& arguments) {
   return {};
 }
 
+/// park_pointer: moves the pointer into the screen's corner, where no window reacts to it
+Fields ParkPointer(const Arguments&) {
+  SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
+  return {};
+}
+
 }  // namespace
 
 void AddStatusBarCommands() {
   AddCommand("status_fields", StatusFields);
   AddCommand("tool_tip", ToolTip);
   AddCommand("hover", Hover);
+  AddCommand("park_pointer", ParkPointer);
 }
 
 }  // namespace tarvik::lab
