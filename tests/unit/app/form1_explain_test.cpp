@@ -1,57 +1,10 @@
-// What F1, a click on the status bar and F1 in a message box explain, and the window that shows it.
-
-#include <algorithm>
+// What F1, a click on the status bar and F1 in a message box explain.
 
 #include "report/finding_names.h"
-#include "tests/unit/app/form1_fixture.h"
-#include "tests/unit/resources/program_explanations.h"
+#include "tests/unit/app/form1_explain_fixture.h"
 
 namespace tarvik::test {
 namespace {
-
-constexpr int16_t kExplainKey = 0x70;
-
-std::string_view ProgramText() {
-  static const std::string kText = [] {
-    std::string text;
-    for (const auto& file : ExplanationFiles()) text += BytesOf(file);
-    return text;
-  }();
-  return kText;
-}
-
-class Form1ExplainTest : public Form1Test {
- protected:
-  Form1ExplainTest() { explanationText = &ProgramText; }
-
-  void Ping(const std::wstring& address, const std::wstring& count = L"4") {
-    Address().Type(address);
-    Box(ID_txtPingReqCount).SetText(count);
-    Click(ID_cmdPing);
-  }
-  void PressF1() { EXPECT_TRUE(form.PressShortcut(kExplainKey, 0)); }
-  void ClickField(int field) { form.Get<ui::MemoryStatusBar>(ID_sbrRungs).ClickField(field); }
-  int LineOf(const std::wstring& line) {
-    const auto found = std::find(List().lines.begin(), List().lines.end(), line);
-    EXPECT_NE(found, List().lines.end());
-    return static_cast<int>(found - List().lines.begin());
-  }
-
-  ui::MemoryTextView& View() { return lastForm->Get<ui::MemoryTextView>(ID_txtExplanation); }
-  std::wstring Title() { return lastForm == nullptr ? L"" : View().paragraphs.at(0).text; }
-  std::vector<std::wstring> Of(ui::ParagraphKind kind) {
-    std::vector<std::wstring> texts;
-    for (const ui::Paragraph& paragraph : View().paragraphs)
-      if (paragraph.kind == kind) texts.push_back(paragraph.text);
-    return texts;
-  }
-  bool Says(const std::wstring& text) { return View().Text().find(text) != std::wstring::npos; }
-
-  /// The first step of a finding's explanation, without facts.
-  static std::wstring MeaningOf(report::Finding finding) {
-    return ProgramExplanations().Of(finding).explanation->meaning.english;
-  }
-};
 
 TEST_F(Form1ExplainTest, Before_the_first_run_F1_says_how_to_begin) {
   Start();
@@ -59,22 +12,6 @@ TEST_F(Form1ExplainTest, Before_the_first_run_F1_says_how_to_begin) {
   EXPECT_TRUE(Title().starts_with(L"Not tested yet"));
   EXPECT_EQ(Of(ui::ParagraphKind::Step),
             std::vector<std::wstring>{L"Type the CNC's address and press Enter."});
-}
-
-TEST_F(Form1ExplainTest, Nothing_is_read_before_the_first_F1) {
-  static int calls;
-  calls = 0;
-  explanationText = [] {
-    ++calls;
-    return ProgramText();
-  };
-  Start();
-  Ping(L"192.168.1.101");
-  EXPECT_EQ(calls, 0);
-  EXPECT_TRUE(newForms.empty());
-  PressF1();
-  PressF1();
-  EXPECT_EQ(calls, 1);
 }
 
 TEST_F(Form1ExplainTest, Until_the_user_moves_the_selection_F1_means_the_verdict_of_the_run) {
@@ -254,26 +191,6 @@ TEST_F(Form1ExplainTest, The_boxes_of_the_start_up_are_explained_too) {
   EXPECT_TRUE(Title().starts_with(L"The maker's software was not found"));
 }
 
-TEST_F(Form1ExplainTest, Its_errors_are_in_its_caption_so_that_no_second_box_opens) {
-  Start();
-  PressF1();
-  lastForm->Guarded([] { throw RuntimeError(L"The clipboard does not accept the text."); });
-  EXPECT_EQ(lastForm->Caption(), L"The clipboard does not accept the text.");
-  EXPECT_TRUE(boxes.boxes.empty());
-  PressF1();
-  EXPECT_EQ(lastForm->Caption(), L"Explanation - Tarvik");
-}
-
-TEST_F(Form1ExplainTest, A_box_that_cannot_be_explained_gets_no_second_box) {
-  Start();
-  failNewForms = true;
-  boxes.onShow = [&] { form.PressHelpInBox(boxes.boxes.back().text); };
-  Box(ID_txtPingReqCount).SetText(L"x");
-  Box(ID_txtPingReqCount).SetFocus();
-  form.MoveFocus(Box(ID_txtPingReqCount), Button(ID_cmdPing));
-  EXPECT_EQ(boxes.boxes.size(), 1U);
-}
-
 TEST_F(Form1ExplainTest, A_line_of_an_earlier_run_is_explained_without_the_numbers_of_this_one) {
   Start();
   const auto logIn = [this](const wchar_t* address, const char* reply) {
@@ -293,36 +210,6 @@ TEST_F(Form1ExplainTest, A_line_of_an_earlier_run_is_explained_without_the_numbe
   EXPECT_TRUE(Says(L"Reply 532."));
 }
 
-TEST_F(Form1ExplainTest, Every_paragraph_is_one_line_whatever_was_typed) {
-  Start();
-  Ping(L"no\r\nname");
-  PressF1();
-  EXPECT_TRUE(Says(L"no  name"));
-  for (const ui::Paragraph& paragraph : View().paragraphs)
-    EXPECT_EQ(paragraph.text.find_first_of(L"\r\n"), std::wstring::npos);
-}
-
-TEST_F(Form1ExplainTest, Its_caption_follows_the_language_of_the_texts) {
-  configuration.folderResult = 1;
-  boxes.onShow = [&] { form.PressHelpInBox(boxes.boxes.back().text); };
-  Start(L"-LANGID 0");
-  EXPECT_EQ(lastForm->Caption(), L"Explanation - Tarvik");
-  PressF1();
-  EXPECT_EQ(newForms.size(), 1U);
-  EXPECT_EQ(lastForm->Caption(), L"説明 - Tarvik");
-}
-
-TEST_F(Form1ExplainTest, F1_works_in_secondary_windows_and_their_boxes_too) {
-  Start();
-  form.Get<ui::MemoryMenuItem>(ID_mnuPMC).Click();
-  ui::MemoryForm* const pmc = lastForm;
-  pmc->PressHelp();
-  EXPECT_TRUE(Title().starts_with(L"Not tested yet"));
-  pmc->PressHelpInBox(L"Allocate Handle error=-16");
-  EXPECT_NE(lastForm, pmc);
-  EXPECT_TRUE(Title().starts_with(L"The library cannot connect"));
-}
-
 TEST_F(Form1ExplainTest, During_a_run_F1_explains_and_the_run_goes_on) {
   Start();
   bool pressed = false;
@@ -334,87 +221,6 @@ TEST_F(Form1ExplainTest, During_a_run_F1_explains_and_the_run_goes_on) {
   Ping(L"192.168.1.101", L"3");
   EXPECT_EQ(std::count(List().lines.begin(), List().lines.end(), L"ICMP_Error:11010"), 3);
   EXPECT_TRUE(lastForm->Visible());
-}
-
-TEST_F(Form1ExplainTest, F1_again_updates_the_same_window_and_brings_it_to_the_front) {
-  Start();
-  PressF1();
-  const ui::MemoryForm* const window = lastForm;
-  screen.active = &form;
-  Ping(L"192.168.1.101");
-  PressF1();
-  EXPECT_EQ(newForms.size(), 1U);
-  EXPECT_EQ(screen.active, window);
-  EXPECT_TRUE(Title().starts_with(L"[115]"));
-  Ping(L"192.168.1.100");
-  lastForm->PressHelp();
-  EXPECT_TRUE(Says(MeaningOf(report::Finding::TargetGood))) << "F1 in the Explain window itself";
-}
-
-TEST_F(Form1ExplainTest, Esc_closes_the_window_and_F1_opens_another_one) {
-  Start();
-  PressF1();
-  lastForm->PressEscape();
-  EXPECT_TRUE(lastForm->unloaded);
-  PressF1();
-  EXPECT_EQ(newForms.size(), 2U);
-  EXPECT_EQ(Existing(), 1);
-  EXPECT_TRUE(lastForm->Visible());
-}
-
-TEST_F(Form1ExplainTest, It_closes_with_the_main_window) {
-  Start();
-  PressF1();
-  EXPECT_TRUE(form.Close());
-  EXPECT_EQ(Existing(), 0);
-}
-
-TEST_F(Form1ExplainTest, It_opens_next_to_the_main_window_and_keeps_the_list_visible) {
-  Start();
-  PressF1();
-  EXPECT_EQ(lastForm->beside, (std::pair<const ui::Form*, const ui::Control*>(&form, &List())));
-  EXPECT_EQ(newForms.back(), L"frmExplain");
-  EXPECT_FALSE(lastForm->topmost);
-}
-
-TEST_F(Form1ExplainTest, It_stays_above_others_when_the_main_window_does) {
-  Start(L"-X 1 -PING_N 4");
-  PressF1();
-  EXPECT_TRUE(lastForm->topmost);
-}
-
-TEST_F(Form1ExplainTest, The_text_fills_the_window_at_every_size_and_scaling) {
-  Start();
-  PressF1();
-  const auto fills = [&] {
-    const ui::Size client = lastForm->ClientSize();
-    return View().Bounds() == ui::Rect{0, 0, client.width, client.height};
-  };
-  EXPECT_TRUE(fills());
-  lastForm->SetWindowSize({700, 650});
-  EXPECT_TRUE(fills());
-  lastForm->dpi = 192;
-  lastForm->lineHeight = 30;
-  lastForm->onScalingChanged();
-  EXPECT_TRUE(fills());
-  EXPECT_GE(lastForm->minimumWindowSize.width, 20 * 30);
-}
-
-TEST_F(Form1ExplainTest, The_window_is_Japanese_with_the_Japanese_texts) {
-  Start(L"-LANGID 0");
-  Ping(L"192.168.1.101");
-  PressF1();
-  EXPECT_TRUE(Title().starts_with(L"[115] 通信先のIPｱﾄﾞﾚｽ/電源/ｹｰﾌﾞﾙを確認してください / Please check"));
-  EXPECT_EQ(Of(ui::ParagraphKind::Heading),
-            (std::vector<std::wstring>{L"今すること", L"意味", L"ここまで良好", L"他の問い合わせ先"}));
-  EXPECT_EQ(lastForm->Caption(), L"説明 - Tarvik");
-}
-
-TEST_F(Form1ExplainTest, Without_explanations_F1_does_nothing) {
-  explanationText = [] { return std::string_view(); };
-  Start();
-  PressF1();
-  EXPECT_TRUE(newForms.empty());
 }
 
 }  // namespace
