@@ -204,12 +204,7 @@ TEST_F(WithoutModules, The_about_box_shows_the_libraries_of_Windows) {
 
 class JapaneseAboutBox : public WindowsTest<JapaneseAboutBox> {
  public:
-  static WindowsPc::Options Options() {
-    WindowsPc::Options options = PcForTests();
-    options.language = WindowsLanguage::Japanese;
-    options.environment["TARVIK_BENCH_LANGUAGE"] = "1041";
-    return options;
-  }
+  static WindowsPc::Options Options() { return JapanesePcForTests(); }
 };
 
 TEST_F(JapaneseAboutBox, Has_a_Japanese_button) {

@@ -11,13 +11,6 @@ using Captions = std::vector<std::string>;
 constexpr char kJapaneseTitle[] = "Tarvik - Obry Ethernet診断";
 constexpr char kJapaneseGetInfo[] = "NC情報取得(&G)";
 
-WindowsPc::Options JapanesePc() {
-  WindowsPc::Options options = PcForTests();
-  options.language = WindowsLanguage::Japanese;
-  options.environment["TARVIK_BENCH_LANGUAGE"] = "1041";
-  return options;
-}
-
 class EnglishCaptions : public WindowsTest<EnglishCaptions> {};
 
 TEST_F(EnglishCaptions, The_family_edition_shows_three_pages_with_the_first_in_front) {
@@ -51,7 +44,7 @@ TEST_F(EnglishCaptions, A_locale_without_a_file_falls_back_to_English) {
 
 class JapaneseCaptions : public WindowsTest<JapaneseCaptions> {
  public:
-  static WindowsPc::Options Options() { return JapanesePc(); }
+  static WindowsPc::Options Options() { return JapanesePcForTests(); }
 };
 
 TEST_F(JapaneseCaptions, Come_from_the_Japanese_language_file) {
@@ -134,7 +127,7 @@ TEST_F(GeneralEditionAlone, Has_its_captions_in_a_folder_that_the_code_page_cann
 class JapaneseGeneralEdition : public GeneralEditionTest<JapaneseGeneralEdition> {
  public:
   static WindowsPc::Options Options() {
-    WindowsPc::Options options = JapanesePc();
+    WindowsPc::Options options = JapanesePcForTests();
     options.programPath.clear();
     return options;
   }

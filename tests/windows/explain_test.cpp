@@ -199,12 +199,7 @@ TEST_F(ExplainAt200Percent, Fits_the_screen_and_shows_the_text_twice_as_large) {
 
 class JapaneseExplain : public ExplainTest<JapaneseExplain> {
  public:
-  static WindowsPc::Options Options() {
-    WindowsPc::Options options = PcForTests();
-    options.language = WindowsLanguage::Japanese;
-    options.environment["TARVIK_BENCH_LANGUAGE"] = "1041";
-    return options;
-  }
+  static WindowsPc::Options Options() { return JapanesePcForTests(); }
 };
 
 TEST_F(JapaneseExplain, Is_in_Japanese_with_the_English_title) {

@@ -197,12 +197,7 @@ TEST_F(PmcWindowWithoutLibrary, Reports_the_missing_library_and_stays_usable) {
 
 class JapanesePmcWindow : public PmcWindowTest<JapanesePmcWindow> {
  public:
-  static WindowsPc::Options Options() {
-    WindowsPc::Options options = PcForTests();
-    options.language = WindowsLanguage::Japanese;
-    options.environment["TARVIK_BENCH_LANGUAGE"] = "1041";
-    return options;
-  }
+  static WindowsPc::Options Options() { return JapanesePcForTests(); }
 };
 
 TEST_F(JapanesePmcWindow, Has_the_captions_of_the_Japanese_language_file) {

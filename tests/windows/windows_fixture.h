@@ -12,6 +12,14 @@
 
 namespace tarvik::lab {
 
+/// A Japanese Windows, and a configuration library that asks for Japanese.
+inline WindowsPc::Options JapanesePcForTests() {
+  WindowsPc::Options options = PcForTests();
+  options.language = WindowsLanguage::Japanese;
+  options.environment["TARVIK_BENCH_LANGUAGE"] = "1041";
+  return options;
+}
+
 /// A test of the shipped program. One PC per suite; the program is started for each test. A suite that needs
 /// another PC defines its own Options(). The PC's network has only loopback.
 template <typename Suite>
