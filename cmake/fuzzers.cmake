@@ -1,8 +1,8 @@
 # All fuzzers are one program. Each starts from its seeds and runs for a limited time.
-# - A fixed random seed makes runs repeatable: a new failure means that the code has changed.
-# - The folder for new inputs is emptied before each run. Otherwise every run would take longer than the
-#   previous one.
-# - -entropic=0, because weighing inputs by the rarity of their features takes longer than running them.
+# - With a fixed random seed, a new failure most likely means that the code has changed. The time decides how
+#   many inputs a run tries, so two runs are not exactly the same.
+# - The folder for new inputs is emptied before each run, so that every run starts from the same inputs.
+# - -entropic=0: weighing inputs by the rarity of their features takes time that short runs need for inputs.
 file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*.cpp)
 add_executable(fuzzers ${fuzzers} lab/pc/driver_protocol.cpp)
 target_compile_options(fuzzers PRIVATE -fsanitize=fuzzer -O1)
@@ -13,8 +13,7 @@ set_source_files_properties(tests/fuzz/report_saved.cpp PROPERTIES COMPILE_DEFIN
 # The fuzzers of the whole program use the fixture of the unit tests, which needs GoogleTest.
 target_link_libraries(fuzzers PRIVATE tarvik_memory bench_core lab_scenario GTest::gtest)
 
-# TARVIK_FUZZ_SECONDS: libFuzzer stops once more whole seconds than this have passed. One reaches nearly all of
-# what many minutes reach.
+# TARVIK_FUZZ_SECONDS: libFuzzer stops once more whole seconds than this have passed, so 1 means about two.
 function(add_fuzzer name)
   set(found ${CMAKE_BINARY_DIR}/found/${name})
   set(archive ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name}.tar.gz)
@@ -26,7 +25,7 @@ function(add_fuzzer name)
     -seed=\${TARVIK_FUZZ_SEED:-90210} -max_total_time=\${TARVIK_FUZZ_SECONDS:-1}"
     $<TARGET_FILE:fuzzers> --fuzzer=${name} -entropic=0 -max_len=8192 -timeout=5 ${found} ${ARGN})
   set_tests_properties(fuzz_${name} PROPERTIES LABELS native PROCESSORS 3
-    ENVIRONMENT ${sanitizer_options})
+    ENVIRONMENT_MODIFICATION ${sanitizer_options})
 endfunction()
 
 list(FILTER fuzzers EXCLUDE REGEX "/main\\.cpp$")
