@@ -65,7 +65,7 @@ std::vector<std::string> WithOwnEnvironment(const Environment& changes) {
   return variables;
 }
 
-/// The program's path, searched before the fork because little may be called between fork and exec.
+/// The program's path, searched before vfork because little may be called between vfork and execve.
 std::string FindProgram(const std::string& name) {
   if (name.find('/') != std::string::npos) return name;
   // The network tools are in a folder that not every user has in PATH.
@@ -94,10 +94,11 @@ Process::Process(const std::vector<std::string>& arguments, const Options& optio
   const char* const folder = options.workingFolder.empty() ? "." : options.workingFolder.c_str();
   const pid_t parent = getpid();
   // Not fork: the kernel would copy the page tables of the sanitizers' shadow memory, which takes longer than
-  // most of the programs. Until execve the child uses this process' memory, so it must not change any of it.
-  id_ = vfork();
-  if (id_ < 0) throw LabError(SystemError("vfork"));
-  if (id_ == 0) {
+  // most of the programs. Until execve the child uses the memory of this process, and the thread that called
+  // vfork waits. The child may change no variable except this one.
+  const pid_t child = vfork();
+  if (child < 0) throw LabError(SystemError("vfork"));
+  if (child == 0) {
     if (options.outlivesOwner) {
       setsid();
     } else {
@@ -114,7 +115,7 @@ Process::Process(const std::vector<std::string>& arguments, const Options& optio
     execve(program.c_str(), argv.data(), envp.data());
     _exit(127);
   }
-  if (!options.outlivesOwner) setpgid(id_, id_);  // in both processes: either may run first
+  id_ = child;
   // glibc 2.36 declares pidfd_open without C++ linkage.
   end_ = static_cast<int>(syscall(SYS_pidfd_open, id_, 0));
   if (end_ < 0) throw LabError(SystemError("pidfd_open"));

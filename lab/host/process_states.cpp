@@ -34,10 +34,12 @@ std::string ThreadsOf(const fs::path& process) {
 std::string StatesOfProcessesWith(const std::string& variable) {
   std::string states;
   const std::string ended = '\0' + variable + '\0';
-  for (const fs::directory_entry& process : fs::directory_iterator("/proc")) {
-    if (process.path().filename().string().find_first_not_of("0123456789") != std::string::npos) continue;
-    if (('\0' + ContentOf(process.path() / "environ")).find(ended) != std::string::npos)
-      states += ThreadsOf(process.path());
+  std::error_code error;
+  for (fs::directory_iterator process("/proc", error), end; !error && process != end;
+       process.increment(error)) {
+    const fs::path& folder = process->path();
+    if (folder.filename().string().find_first_not_of("0123456789") != std::string::npos) continue;
+    if (('\0' + ContentOf(folder / "environ")).find(ended) != std::string::npos) states += ThreadsOf(folder);
   }
   return states;
 }
