@@ -5,6 +5,7 @@
 
 #include <map>
 #include <optional>
+#include <utility>
 
 #include "lab/helpers/window_driver/driver_win32.h"
 #include "lab/helpers/window_driver/remote_win32.h"
@@ -111,14 +112,16 @@ struct StandardPointers {
   uint64_t arrow = 0;
 };
 
-/// As the window's process sees them. Remembered, because tests that follow a run ask again and again.
+/// As the window's process sees them. Remembered, because tests that follow a run ask again and again. By
+/// process and window, because the number of either alone can be reused.
 const StandardPointers& PointersOf(HWND window) {
-  static std::map<HWND, StandardPointers> known;
-  const auto found = known.find(window);
+  static std::map<std::pair<DWORD, HWND>, StandardPointers> known;
+  const DWORD process = ProcessOf(window);
+  const auto found = known.find({process, window});
   if (found != known.end()) return found->second;
-  const StandardPictures standard(ProcessOf(window));
-  return known[window] = {standard.Cursor(reinterpret_cast<LPCWSTR>(IDC_WAIT)),
-                          standard.Cursor(reinterpret_cast<LPCWSTR>(IDC_ARROW))};
+  const StandardPictures standard(process);
+  return known[{process, window}] = {standard.Cursor(reinterpret_cast<LPCWSTR>(IDC_WAIT)),
+                                     standard.Cursor(reinterpret_cast<LPCWSTR>(IDC_ARROW))};
 }
 
 /// pointer <window> -> "arrow", "hourglass" or "other"
