@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "lab/windows_check/saboteur/saboteur_win32.h"
 
@@ -17,47 +18,48 @@ constexpr ULONGLONG kPatienceMs = 3600;
 constexpr char kConnect[] = "InternetConnectA";
 constexpr char kFindFirst[] = "FtpFindFirstFileA";
 
-using Connect = HANDLE(WINAPI*)(HANDLE, LPCSTR, WORD, LPCSTR, LPCSTR, DWORD, DWORD, DWORD_PTR);
-using FindFirst = HANDLE(WINAPI*)(HANDLE, LPCSTR, void*, DWORD, DWORD_PTR);
-
 FARPROC(WINAPI* realGetProcAddress)(HMODULE, LPCSTR) = nullptr;
 
-struct SpoiledCall {
-  void* replacement = nullptr;
-  void* real = nullptr;
-};
-std::map<std::string, SpoiledCall> spoiledCalls;
+/// By name of the call. Each replacement calls the one before it, the first one the library.
+std::map<std::string, std::vector<void*>> replacements;
+/// What each replacement calls.
+std::map<void*, void*> originals;
 
-template <typename Call>
-Call Real(const char* name) {
-  return reinterpret_cast<Call>(spoiledCalls.at(name).real);
+template <typename Function>
+Function* Original(Function* replacement) {
+  return reinterpret_cast<Function*>(originals.at(reinterpret_cast<void*>(replacement)));
 }
 
 FARPROC WINAPI FindSpoiled(HMODULE module, LPCSTR name) {
   const FARPROC found = realGetProcAddress(module, name);
   const bool isOrdinal = reinterpret_cast<uintptr_t>(name) <= MAXWORD;
-  const auto spoiled = isOrdinal ? spoiledCalls.end() : spoiledCalls.find(name);
-  if (spoiled == spoiledCalls.end()) return found;
-  spoiled->second.real = reinterpret_cast<void*>(found);
-  return reinterpret_cast<FARPROC>(spoiled->second.replacement);
+  const auto spoiled = isOrdinal ? replacements.end() : replacements.find(name);
+  if (found == nullptr || spoiled == replacements.end()) return found;
+  void* next = reinterpret_cast<void*>(found);
+  for (void* const replacement : spoiled->second) {
+    originals[replacement] = next;
+    next = replacement;
+  }
+  return reinterpret_cast<FARPROC>(next);
 }
 
 template <typename Function>
 void Spoil(const char* call, Function* replacement) {
-  spoiledCalls[call].replacement = reinterpret_cast<void*>(replacement);
+  replacements[call].push_back(reinterpret_cast<void*>(replacement));
   if (realGetProcAddress == nullptr) ReplaceImport("GetProcAddress", FindSpoiled, &realGetProcAddress);
 }
 
 HANDLE WINAPI ConnectPassively(HANDLE session, LPCSTR host, WORD port, LPCSTR user, LPCSTR password,
                                DWORD service, DWORD flags, DWORD_PTR context) {
-  return Real<Connect>(kConnect)(session, host, port, user, password, service, flags | kPassiveFlag, context);
+  return Original(ConnectPassively)(session, host, port, user, password, service, flags | kPassiveFlag,
+                                    context);
 }
 
 /// Reports each failure as a refusal by the server.
 HANDLE WINAPI ConnectOrSeemRefused(HANDLE session, LPCSTR host, WORD port, LPCSTR user, LPCSTR password,
                                    DWORD service, DWORD flags, DWORD_PTR context) {
   const HANDLE connection =
-      Real<Connect>(kConnect)(session, host, port, user, password, service, flags, context);
+      Original(ConnectOrSeemRefused)(session, host, port, user, password, service, flags, context);
   if (connection == nullptr) ::SetLastError(kExtendedError);
   return connection;
 }
@@ -65,7 +67,7 @@ HANDLE WINAPI ConnectOrSeemRefused(HANDLE session, LPCSTR host, WORD port, LPCST
 HANDLE WINAPI FindImpatiently(HANDLE connection, LPCSTR pattern, void* found, DWORD flags,
                               DWORD_PTR context) {
   const ULONGLONG begin = ::GetTickCount64();
-  const HANDLE search = Real<FindFirst>(kFindFirst)(connection, pattern, found, flags, context);
+  const HANDLE search = Original(FindImpatiently)(connection, pattern, found, flags, context);
   if (::GetTickCount64() - begin < kPatienceMs) return search;
   ::SetLastError(kInternetTimeout);
   return nullptr;
