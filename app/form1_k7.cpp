@@ -34,7 +34,6 @@ bool Form1::RunK7ApiTest() {
       });
     };
     const std::wstring address = controls_.cmbIPAddr.Text();
-    recorder_.AddressUsed(report::Rung::K7, address);
     // Without an address the test ends immediately; there is nothing to stop.
     passed = address.empty() ? test(address) : RunWithStopButton([&] { return test(address); });
   });

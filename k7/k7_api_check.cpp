@@ -59,6 +59,7 @@ class Test {
       : context_(context),
         k7Api_(k7Api),
         codePage_(codePage),
+        typedAddress_(address),
         address_(address),
         host_(host),
         session_(k7Api) {}
@@ -72,20 +73,28 @@ class Test {
   std::optional<std::wstring> RunCycles(int32_t count);
   bool PauseIsStopped();
   std::wstring Failed(report::K7Call which, const wchar_t* call);
+  void KeepFacts();
   void Record();
 
   const report::CheckContext& context_;
   K7Api& k7Api_;
   CodePage& codePage_;
-  std::wstring& address_;
+  const std::wstring typedAddress_;
+  std::wstring& address_;  ///< the library may rewrite it
   std::wstring& host_;
   Session session_;
   bool finished_ = false;
   report::K7Facts facts_;  ///< its own: another test can begin while this one runs
 };
 
-void Test::Record() {
+void Test::KeepFacts() {
+  // Together: a test that began while this one ran has replaced both.
+  context_.recorder.AddressUsed(report::Rung::K7, typedAddress_);
   context_.recorder.run.facts.k7 = facts_;
+}
+
+void Test::Record() {
+  KeepFacts();
   context_.recorder.Changed();
 }
 
@@ -148,7 +157,7 @@ std::optional<std::wstring> Test::Run(const std::wstring& count, const std::wstr
   const ScopeGuard ended([this] {
     // An error leaves the rung running, which shows that it broke off.
     if (finished_) facts_.progress = report::Progress::Ended;
-    context_.recorder.run.facts.k7 = facts_;
+    KeepFacts();
   });
   std::optional<std::wstring> failure = Steps(count, countMessage);
   finished_ = true;

@@ -257,6 +257,30 @@ TEST_F(Form1K7Test, A_click_during_the_ladders_K7_rung_starts_a_nested_test) {
   ExpectIdle();
 }
 
+TEST_F(Form1K7Test, After_a_nested_test_of_another_address_the_report_names_the_outer_ones_again) {
+  StartGeneral(L"-X 4 -PING_N");
+  const auto reportNames = [this](const wchar_t* words) {
+    EXPECT_TRUE(form.PressShortcut(L'C', ui::kCtrlHeld + ui::kShiftHeld));
+    return clipboard.text->find(words) != std::wstring::npos;
+  };
+  bool nestedNamed = false;
+  k7Api.onCheck = [&] {
+    if (k7Api.checks.back().address == "192.168.1.101")
+      nestedNamed = reportNames(L"Tested was 192.168.1.101.");
+  };
+  bool clicked = false;
+  onEvents = [&] {
+    if (clicked || k7Api.checks.size() != 1) return;
+    clicked = true;
+    Address().Type(L"192.168.1.101");
+    Click(ID_cmdK7Api);
+  };
+  EXPECT_TRUE(form1->RunAllTests());
+  EXPECT_TRUE(nestedNamed);
+  EXPECT_FALSE(reportNames(L"Tested was")) << "the last answers are about the address of the run";
+  ExpectIdle();
+}
+
 TEST_F(Form1K7Test, A_second_click_during_the_ladders_K7_rung_stops_the_nested_test_and_the_ladder) {
   StartGeneral(L"-X 12 -PING_N");
   int clicks = 0;
