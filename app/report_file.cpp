@@ -37,6 +37,12 @@ constexpr SaveAdvice kSaveAdvice[] = {
     {{32, 33, 1224},
      L"Another program has the file open. Close it there, or save with another name.",
      L"他のプログラムがファイルを開いています。閉じるか、別の名前で保存してください。"},
+    // ERROR_FILE_EXISTS: SaveSafely found no free name.
+    {{80},
+     L"The files ~Tarvik.tmp, ~Tarvik2.tmp and ~Tarvik3.tmp exist there. "
+     L"Delete them, or save in another folder.",
+     L"~Tarvik.tmp、~Tarvik2.tmp、~Tarvik3.tmpが既にあります。"
+     L"削除するか、別のフォルダーに保存してください。"},
     // ERROR_INVALID_NAME, ERROR_FILENAME_EXCED_RANGE
     {{123, 206},
      L"The name is not allowed or too long. Save with a shorter name, in a folder nearer to the drive.",

@@ -112,10 +112,10 @@ TEST_F(SavingReport, A_place_that_cannot_be_written_is_reported_once_and_keeps_w
   Program().Answer(box, BoxButton::Yes);
   dialog.WaitUntilGone();
   box = Program().WaitForBox();
-  EXPECT_EQ(
-      box.text,
-      "The report was not saved (error 80).\r\nThe folder or file is write-protected, or cannot be written. "
-      "Save in another folder, such as the desktop.");
+  EXPECT_EQ(box.text,
+            "The report was not saved (error 80).\r\n"
+            "The files ~Tarvik.tmp, ~Tarvik2.tmp and ~Tarvik3.tmp exist there. "
+            "Delete them, or save in another folder.");
   EXPECT_EQ(box.icon, "exclamation");
   Program().Answer(box, BoxButton::Ok);
   EXPECT_EQ(window.Text(ID_lblAnswer), "");
