@@ -70,7 +70,7 @@ class SavedReport {
     WriteBoxes();
     if (masked_)
       sheet_.Paragraph(
-          In(L"*** stands for a user name or a password.", L"***はユーザー名またはパスワード。"));
+          In(L"*** replaces a user name or a password.", L"***はユーザー名またはパスワードの代わり。"));
     WriteSettings();
     WriteCards();
     WriteVersions();
@@ -116,7 +116,8 @@ std::wstring SavedReport::MaskedText(std::wstring_view text) {
   return masked;
 }
 
-/// Only what the FTP server sent is masked. In Tarvik's own lines a name such as "ftp" or "1" is none.
+/// Only what the FTP server sent is masked. A name such as "ftp" or "1" in Tarvik's own lines is not a
+/// secret.
 std::wstring SavedReport::LineText(const std::wstring& line) {
   constexpr size_t kCodeLength = 3;
   const std::wstring start = line.substr(0, kCodeLength);
