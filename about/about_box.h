@@ -30,7 +30,7 @@ std::wstring AboutTitle(const std::wstring& extraDescription);
 class frmAbout {
  public:
   /// `form`: an empty window, still hidden. `versionReport`: the result of VersionReport. `missingReport`:
-  /// one line per module that was not found; empty when there is none. `system` and `processes` must outlive
+  /// one line per module that was not found; empty if all were found. `system` and `processes` must outlive
   /// the box.
   frmAbout(std::unique_ptr<ui::Form> form, const Texts& texts, System& system, Processes& processes,
            const std::wstring& versionReport, const std::wstring& missingReport);

@@ -10,7 +10,7 @@ namespace {
 
 using report::FoundExplanation;
 
-/// How far back the message that reports a finding can be: further lines only cost time.
+/// How far back the message that reports a finding can be: lines before these only cost time.
 constexpr size_t kMaxLinesBack = 50;
 /// In each direction. Longer listings have nothing else near.
 constexpr size_t kMaxLinesAway = 300;

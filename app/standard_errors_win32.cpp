@@ -1,7 +1,7 @@
 // What the standard library's containers and functions throw. libstdc++'s own versions throw
 // std::length_error and the like, whose texts nobody sees here, and link its old string class with them: an
-// eighth of the program. A function of libstdc++ that is missing here brings all of its own back, and the
-// linker reports duplicates.
+// eighth of the program. If one of these functions is missing here, the linker takes libstdc++'s file with
+// all of them, and reports duplicates.
 
 #include <exception>
 #include <new>

@@ -69,7 +69,7 @@ class clsFtpClient {
 
   bool SetCurrentDir(const std::wstring& directory);
 
-  /// The entry of that name in the remote current directory; nothing when there is none.
+  /// The entry of that name in the remote current directory; nothing if absent.
   std::optional<FtpFile> FileInformation(const std::wstring& name);
 
   /// Downloads a remote file. Fails when the local file exists and `failIfExists` is set.

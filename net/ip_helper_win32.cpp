@@ -70,7 +70,7 @@ class Win32IpHelper final : public IpHelper {
   using GetIpNetTable2Function = LONG(WINAPI*)(USHORT, const MibIpNetTable2**);
   using FreeMibTableFunction = void(WINAPI*)(const void*);
 
-  /// Finds the function at its first call. False when there is none.
+  /// Finds the function at its first call. False if Windows does not have it.
   template <typename Function>
   bool Find(Function& function, const char* name) {
     if (!loaded_) loaded_ = library_.Load(L"iphlpapi.dll");

@@ -11,7 +11,7 @@ namespace tarvik {
 /// How one attempt to connect to a TCP port ended.
 struct PortLook {
   report::PortAnswer answer = report::PortAnswer::Unknown;
-  int error = 0;  ///< Windows Sockets error code; 0 when there is none, as after a stop
+  int error = 0;  ///< Windows Sockets error code; 0 without an error, as after a stop
 };
 
 /// Tries once, for at most three seconds, to open a TCP connection to the address, which is in network byte

@@ -185,7 +185,7 @@ SectionEnd
 
 Section /o "$(FirewallRule)" firewallSection
   nsExec::Exec '"$SYSDIR\netsh.exe" advfirewall firewall delete rule ${OLD_RULES}'
-  Pop $0  ; fails when there is none
+  Pop $0  ; fails if there is no old rule
   nsExec::Exec '"$SYSDIR\netsh.exe" advfirewall firewall add rule ${RULE} dir=in action=allow protocol=TCP'
   Pop $0
   ${If} $0 == 0

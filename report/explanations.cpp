@@ -47,8 +47,8 @@ std::vector<std::wstring> WordingsOf(Message message, const Texts& texts) {
 
 bool IsFailure(RungState state) { return state == RungState::Failed || state == RungState::Doubtful; }
 
-/// The text without the spaces around it and without the "=" before a number. "…" stands for what is put
-/// into it; `before` is put before it.
+/// The text without the spaces around it and without the "=" before a number. "…" marks where something is
+/// put into it; `before` is put before it.
 std::wstring ForTitle(const wchar_t* text, const wchar_t* before) {
   std::wstring title(TrimSpaces(text));
   title.resize(std::min(title.find_first_of(L"\r\n"), title.size()));

@@ -88,7 +88,7 @@ class Explanations {
   enum class KeyKind { Message, Line, Box, Reply };
   struct Key {
     KeyKind kind;
-    std::wstring pattern;  ///< "*" stands for any text; of a message "*" alone, before or after its text
+    std::wstring pattern;  ///< "*" matches any text; of a message "*" alone, before or after its text
     size_t entry;
     Message message = Message::Count;
   };

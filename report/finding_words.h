@@ -10,7 +10,7 @@ namespace tarvik::report {
 /// The echoes that the words about a rung speak of: those to the gateway tried last, otherwise to the target.
 const EchoSeries& EchoesOf(const Facts& facts, Rung rung);
 
-/// The three-digit code at the start of the reply's last line that is not empty; 0 when there is none.
+/// The three-digit code at the start of the reply's last line that is not empty; 0 if absent.
 int ReplyCode(const std::wstring& reply);
 
 /// True when a line of the reply begins with the code.

@@ -180,7 +180,7 @@ Finding PcFinding(const Facts& facts) {
   if (!pc.hasMask || (!pc.sameSubnet && HasStopgapAddressesOnly(pc))) return Finding::PcNoMask;
   if (IsOwnAddress(pc, facts.name.address)) return Finding::PcIsTarget;
   if (!pc.sameSubnet && TooNarrowOwnAddress(pc, facts.name.address) != nullptr) return Finding::PcMaskNarrow;
-  // Two addresses of one card are no doubt. Only where Windows does not report the cards, their number
+  // Two addresses of one card raise no doubt. Only where Windows does not report the cards, their number
   // counts.
   const bool several =
       pc.way.cards.empty() ? OwnAddressesOnSubnet(pc, facts.name.address) > 1 : pc.way.severalCardsFit;

@@ -59,8 +59,8 @@ std::wstring Cut(const std::wstring& name) {
   return cut;
 }
 
-/// What the rung's packets are sent to. A name that the run has not resolved stands for itself. "?" for an
-/// address that Windows reads in another way than it looks.
+/// What the rung's packets are sent to; a name as typed if the run has not resolved it. "?" for an address
+/// that Windows reads in another way than it looks.
 std::wstring DestinationOf(const ReportSource& source, Rung rung) {
   const Run& run = source.run;
   std::wstring address = run.OtherTarget(rung);

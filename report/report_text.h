@@ -16,7 +16,7 @@ std::wstring Joined(std::initializer_list<const wchar_t*> parts);
 /// become spaces. A text of more than `maxLength` is cut and ends in "...".
 void AppendOneLine(std::wstring& out, std::wstring_view text, size_t maxLength);
 
-/// Appends the text in UTF-8, with replacements as in AppendOneLine. `lineBreak` stands for each "\n".
+/// Appends the text in UTF-8, with replacements as in AppendOneLine. `lineBreak` replaces each "\n".
 /// `html`: the text cannot be taken for a tag, an attribute or an entity.
 void AppendUtf8(std::string& out, std::wstring_view text, bool html, std::string_view lineBreak);
 

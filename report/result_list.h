@@ -13,7 +13,7 @@ class ResultView {
   virtual ~ResultView() = default;
 
   /// The list has changed: the first `kept` lines are shown already, the others are new. `selectLast`: the
-  /// last line is to be selected and scrolled into view. Throws RuntimeError when a line is refused; those
+  /// last line is to be selected and scrolled into view. Throws RuntimeError when a line is rejected; those
   /// before it are shown.
   virtual void Update(const std::vector<std::wstring>& lines, size_t kept, bool selectLast) = 0;
 

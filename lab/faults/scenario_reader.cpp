@@ -319,7 +319,7 @@ void Reader::Check() const {
   if (scenario_.steps.empty()) Fail(last_, "\"The technician:\" needs a step");
   if (scenario_.shown.empty()) Fail(last_, "\"The tool says:\" needs a line");
   const Verdict& verdict = scenario_.verdict;
-  // That the ladder stopped shows only when a higher rung was requested. Above FTP there is none.
+  // That the ladder stopped shows only when a higher rung was requested. FTP is the highest.
   if (verdict.kind == Verdict::Kind::StopsAt && verdict.rung != Rung::Ftp &&
       scenario_.HighestRung() <= verdict.rung) {
     Fail(last_, std::string("request a higher rung with -X, or nothing shows that the ladder stops at ") +

@@ -147,7 +147,7 @@ void Laboratory::SetAddresses(Host host, const std::vector<std::string>& address
 }
 
 void Laboratory::SetDefaultRoute(Host host, const std::string& gateway) const {
-  // Fails when there is none, which is fine.
+  // May fail: usually there is no default route yet.
   Run({"ip", "-n", Namespace(host), "route", "del", "default"});
   if (!gateway.empty()) Ip(host, {"route", "add", "default", "via", gateway, "dev", "eth0", "onlink"});
 }

@@ -18,7 +18,7 @@ struct ShownProgram {
   std::string output;  ///< folder for screenshots
 
   std::string CacheFolder() const;
-  /// A PC on the user's display, or on an invisible one when there is none.
+  /// A PC on the user's display, or on an invisible one if the user has no display.
   WindowsPc::Options PcOptions() const;
 };
 

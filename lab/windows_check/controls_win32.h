@@ -21,7 +21,7 @@ std::vector<ControlState> AllControls(HWND window);
 /// The visible controls that show something to the user: labels, buttons, fields, lists and the row of tabs.
 std::vector<ControlState> VisibleControls(HWND window);
 
-/// The control with this id. Throws CheckError when there is none.
+/// The control with this id. Throws CheckError if absent.
 HWND ChildOf(HWND window, int id);
 
 /// Sends the menu command and returns the window of this class that it opens. Throws CheckError when none
@@ -46,7 +46,7 @@ class Findings {
  public:
   void Add(const std::string& finding) { text_ += finding + "\n"; }
   bool None() const { return text_.empty(); }
-  /// The findings, or this text when there is none.
+  /// The findings, or this text if nothing was found.
   std::string Or(const std::string& text) const { return None() ? text : text_; }
 
  private:

@@ -19,7 +19,7 @@ std::string Dotted(DWORD address);
 std::vector<InterfaceAddress> InterfaceAddresses();
 /// The lists of SIO_GET_INTERFACE_LIST, GetAdaptersInfo and GetAdaptersAddresses as text.
 std::string InterfaceLists();
-/// The first gateway that is on the subnet of this address; 0 when there is none.
+/// The first gateway that is on the subnet of this address; 0 if no gateway is.
 DWORD GatewayOf(const InterfaceAddress& own);
 
 /// Sends echoes as the product does: 32 bytes, 100 ms time-out, a reply buffer of 278 bytes, one a second.

@@ -13,7 +13,7 @@ constexpr int kSocketPollMs = 50;
 constexpr int kDataTimeOutMs = 5000;
 constexpr char kConnected[] = "[control connection open]";
 constexpr char kClosed[] = "[control connection closed]";
-// Another address only where port 21 of the first is taken.
+// Another address only where port 21 of the first is in use.
 constexpr u_long kFirstAddress = 0x7F000001;
 constexpr u_long kLastAddress = 0x7F000020;
 

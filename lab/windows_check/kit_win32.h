@@ -138,7 +138,7 @@ class RunningProduct {
   Fields Ask(const std::string& command, const Arguments&... arguments) {
     return driver_.Ask(command, window_, arguments...);
   }
-  /// The control of the main window with this id; null when there is none.
+  /// The control of the main window with this id; null if absent.
   HWND Control(int id) const;
   /// Clicks the tab with this index among the visible ones, and waits until it is selected.
   void SelectPage(int index);

@@ -56,7 +56,7 @@ class ProgramFile {
   /// True when the file contains the name of the call, as an import does.
   bool Names(const std::string& call) const { return bytes_.find(call + '\0') != std::string::npos; }
 
-  /// The first resource of a type; empty when there is none.
+  /// The first resource of a type; empty if absent.
   std::string Resource(uint32_t type) const {
     if (Directory(2) == 0) return {};
     const uint32_t root = OffsetOf(Directory(2));

@@ -70,7 +70,7 @@ std::wstring TrimmedLine(const std::wstring& text) {
   return text.substr(start, end - start);
 }
 
-/// The text on the clipboard; empty when there is none or another program holds the clipboard.
+/// The text on the clipboard; empty if it has no text or another program holds the clipboard.
 std::wstring ClipboardText(HWND window) {
   std::wstring text;
   if (!OpenClipboard(window)) return text;

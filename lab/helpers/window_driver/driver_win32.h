@@ -65,7 +65,7 @@ std::string NumberText(int64_t number);
 std::string HandleText(HWND window);
 DWORD ProcessOf(HWND window);
 
-/// The process's first visible top-level window of this class; null when there is none.
+/// The process's first visible top-level window of this class; null if absent.
 HWND FindTopLevel(DWORD process, const std::wstring& windowClass);
 
 /// Makes `window`'s top-level window, or the message box in front of it, the foreground window, so that it

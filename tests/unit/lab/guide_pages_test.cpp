@@ -28,7 +28,7 @@ std::vector<StopSection> Stops() {
   return ReadStops(SourceFile("docs/sources/where-did-it-stop.txt"), ReadGuideTexts(kSources));
 }
 
-/// True when the scenario shows the text. "…" in it stands for anything.
+/// True when the scenario shows the text. "…" in it matches any text.
 bool Shows(const Scenario& scenario, const std::string& text) {
   return std::ranges::any_of(scenario.shown, [&](const Shown& shown) {
     const std::string seen = (shown.field.empty() ? "" : shown.field + ": ") + shown.text;
