@@ -48,7 +48,7 @@ void Win32StatusBar::SetField(int field, const std::wstring& text, const std::ws
 void Win32StatusBar::SetFieldWidths(const std::vector<int>& widths) {
   int right = 0;
   for (size_t field = 0; field < fields_.size(); ++field) fields_[field].right = right += widths.at(field);
-  PlaceFields();
+  if (form_.EverShown()) PlaceFields();
 }
 
 void Win32StatusBar::ApplyPlace() {
@@ -60,7 +60,8 @@ void Win32StatusBar::PlaceFields() {
   const LONG style = GetWindowLongW(Window(), GWL_STYLE);
   const auto formStyle = static_cast<DWORD>(GetWindowLongW(form_.Window(), GWL_STYLE));
   const bool sizable = (formStyle & WS_THICKFRAME) != 0 && (formStyle & WS_MAXIMIZE) == 0;
-  SetWindowLongW(Window(), GWL_STYLE, sizable ? style | SBARS_SIZEGRIP : style & ~SBARS_SIZEGRIP);
+  const LONG wanted = sizable ? style | SBARS_SIZEGRIP : style & ~SBARS_SIZEGRIP;
+  if (style != wanted) SetWindowLongW(Window(), GWL_STYLE, wanted);
   std::vector<int> rights;
   for (const Field& field : fields_) rights.push_back(field.right);
   Send(SB_SETPARTS, rights.size(), reinterpret_cast<LPARAM>(rights.data()));
