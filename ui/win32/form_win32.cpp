@@ -83,8 +83,9 @@ void Win32Form::SetIcons() noexcept {
     SendMessageW(window_, WM_SETICON, kind, reinterpret_cast<LPARAM>(icon));
     if (old != nullptr) DestroyIcon(old);
   };
-  set(largeIcon_, ICON_BIG, SM_CXICON, SM_CYICON);
+  // The small one first: a window that has only a large one makes its own small one from it.
   set(smallIcon_, ICON_SMALL, SM_CXSMICON, SM_CYSMICON);
+  set(largeIcon_, ICON_BIG, SM_CXICON, SM_CYICON);
 }
 
 Win32Form::~Win32Form() {
