@@ -12,8 +12,8 @@ Desktop Desktop::Invisible() {
   const int number = 10 * OwnProcessId() + count++ % 10;
   desktop.display_ = ":" + std::to_string(number);
   desktop.server_ = std::make_unique<Process>(
-      std::vector<std::string>{"Xvfb", desktop.display_, "-displayfd", "1", "-screen", "0", "1280x1024x24",
-                               "-nolisten", "tcp", "-noreset"},
+      std::vector<std::string>{"Xvfb", desktop.display_, "-displayfd", "1", "-screen", "0",
+                               std::string(kSize) + "x24", "-nolisten", "tcp", "-noreset"},
       Process::Options());
   desktop.server_->ReadLine(std::chrono::seconds(60));  // the display number, once it is ready
   return desktop;

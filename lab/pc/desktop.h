@@ -19,14 +19,17 @@ struct ScreenRect {
 /// An X display.
 class Desktop {
  public:
-  /// Starts an invisible display (Xvfb) of 1280 x 1024 pixels, without a window manager. It ends on
-  /// destruction. Throws LabError.
+  /// Width and height of an invisible display, in pixels.
+  static constexpr char kSize[] = "1280x1024";
+
+  /// Starts an invisible display (Xvfb) without a window manager. It ends on destruction. Throws LabError.
   static Desktop Invisible();
 
   /// The display that DISPLAY names; nothing when it is unset or remote. Programs in other network namespaces
   /// reach a local display through its socket file.
   static std::optional<Desktop> OfUser();
 
+  /// True for a display that this object started.
   bool IsInvisible() const { return server_ != nullptr; }
 
   /// The value for DISPLAY, such as ":1".

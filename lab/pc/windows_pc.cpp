@@ -23,10 +23,16 @@ WindowsPc::WindowsPc(const Options& options)
     : options_(options),
       desktop_(ScreenFor(options)),
       prefix_(std::make_unique<WinePrefix>(options.cacheFolder, options.language, options.dpi)) {
-  // Wine then places, frames and activates windows itself, as Windows does. A window manager would do that
-  // later, and keys pressed meanwhile would be lost.
-  if (desktop_.IsInvisible())
-    prefix_->SetRegistryValue(WinePrefix::Hive::User, "Software\\Wine\\X11 Driver", "Managed", "\"N\"");
+  if (!desktop_.IsInvisible()) return;
+  // On a desktop of its own, Wine places, frames and activates windows itself, as Windows does. On the
+  // screen's it waits for a window manager, and when the screen reports late which window has lost the focus,
+  // no window is in the foreground: keys are lost.
+  const auto set = [this](const std::string& key, const char* name, const std::string& text) {
+    prefix_->SetRegistryValue(WinePrefix::Hive::User, "Software\\Wine\\Explorer" + key, name,
+                              "\"" + text + "\"");
+  };
+  set("", "Desktop", "Default");
+  set("\\Desktops", "Default", Desktop::kSize);
 }
 
 WindowsPc::~WindowsPc() {
