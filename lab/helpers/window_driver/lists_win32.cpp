@@ -94,8 +94,10 @@ bool Differs(HWND list, int64_t count, const std::wstring& last) {
 Fields NewLines(const Arguments& arguments) {
   const HWND list = arguments.Control(0);
   const auto known = static_cast<LRESULT>(arguments.Number(2));
+  Fields fields = ItemsOf(list, kListBox, known);
+  // Afterwards: the program may clear the list in between.
   const bool extends = known == 0 || ItemOf(list, kListBox, known - 1) == arguments.Text(3);
-  Fields fields = ItemsOf(list, kListBox, extends ? known : 0);
+  if (!extends) fields = ItemsOf(list, kListBox);
   fields.insert(fields.begin(), extends ? "1" : "0");
   return fields;
 }
