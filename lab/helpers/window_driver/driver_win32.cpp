@@ -90,6 +90,19 @@ void UsePhysicalPixels() {
   if (address != nullptr) reinterpret_cast<SetAwareness>(reinterpret_cast<void*>(address))(perMonitor);
 }
 
+/// In a new prefix, Wine starts its network drivers together with the first program. A program that asks
+/// for them a moment too early cannot send echoes. Waits for at most half a minute.
+bool WinesNetworkStarts() {
+  constexpr double kTimeOutMs = 30000;
+  const double deadline = PreciseMilliseconds() + kTimeOutMs;
+  while (PreciseMilliseconds() < deadline) {
+    const HANDLE echoes = IcmpCreateFile();
+    if (echoes != INVALID_HANDLE_VALUE) return IcmpCloseHandle(echoes) != FALSE;
+    Sleep(5);
+  }
+  return false;
+}
+
 }  // namespace
 
 void AddCommand(const char* name, Command command) { Commands()[name] = std::move(command); }
@@ -207,27 +220,14 @@ std::string MillisecondsText(double milliseconds) {
   return std::string(text.data(), end);
 }
 
-namespace {
-
-/// In a new prefix, Wine starts its network drivers together with the first program. A program that asks
-/// for them a moment too early cannot send echoes.
-void WaitForWinesNetwork() {
-  constexpr double kTimeOutMs = 30000;
-  const double deadline = PreciseMilliseconds() + kTimeOutMs;
-  HANDLE echoes = IcmpCreateFile();
-  while (echoes == INVALID_HANDLE_VALUE && PreciseMilliseconds() < deadline) {
-    Sleep(5);
-    echoes = IcmpCreateFile();
-  }
-  IcmpCloseHandle(echoes);
-}
-
-}  // namespace
 }  // namespace tarvik::lab
 
 int main() {
   using namespace tarvik::lab;
-  if (IsWine()) WaitForWinesNetwork();
+  if (IsWine() && !WinesNetworkStarts()) {
+    std::fputs("Wine's network drivers do not start\n", stderr);
+    return 1;
+  }
   UsePhysicalPixels();
   AddProcessCommands();
   AddWindowCommands();
