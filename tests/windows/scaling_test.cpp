@@ -252,6 +252,7 @@ class WhileMinimised : public AnotherMonitor {
     ASSERT_TRUE(WaitUntil(kSoon, [&] { return window.Minimised(); }));
     change();
     window.Restore();
+    window.Settle();
   }
   static void ExpectPlaces(const WindowUnderTest& window, const std::vector<ScreenRect>& expected) {
     if (WaitUntil(kSoon, [&] { return Same(Places(window), expected); })) return;
@@ -279,6 +280,7 @@ class WhileMinimised : public AnotherMonitor {
     const ScreenRect first = window.Rect(0);
     const ScreenRect larger{first.left, first.top, first.width * 3 / 2, first.height * 3 / 2};
     window.ChangeDpi(144, larger);
+    window.Settle();
     const std::vector<ScreenRect> places = Places(window);
     window.ChangeDpi(96, first);
     window.Settle();
