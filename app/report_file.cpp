@@ -39,9 +39,9 @@ constexpr SaveAdvice kSaveAdvice[] = {
      L"他のプログラムがファイルを開いています。閉じるか、別の名前で保存してください。"},
     // ERROR_FILE_EXISTS: SaveSafely found no free name.
     {{80},
-     L"The files ~Tarvik.tmp, ~Tarvik2.tmp and ~Tarvik3.tmp exist there. "
+     L"The folder already has files named ~Tarvik.tmp, ~Tarvik2.tmp and ~Tarvik3.tmp. "
      L"Delete them, or save in another folder.",
-     L"~Tarvik.tmp、~Tarvik2.tmp、~Tarvik3.tmpが既にあります。"
+     L"~Tarvik.tmp、~Tarvik2.tmp、~Tarvik3.tmpがフォルダーに既にあります。"
      L"削除するか、別のフォルダーに保存してください。"},
     // ERROR_INVALID_NAME, ERROR_FILENAME_EXCED_RANGE
     {{123, 206},

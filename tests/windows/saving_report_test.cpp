@@ -114,7 +114,7 @@ TEST_F(SavingReport, A_place_that_cannot_be_written_is_reported_once_and_keeps_w
   box = Program().WaitForBox();
   EXPECT_EQ(box.text,
             "The report was not saved (error 80).\r\n"
-            "The files ~Tarvik.tmp, ~Tarvik2.tmp and ~Tarvik3.tmp exist there. "
+            "The folder already has files named ~Tarvik.tmp, ~Tarvik2.tmp and ~Tarvik3.tmp. "
             "Delete them, or save in another folder.");
   EXPECT_EQ(box.icon, "exclamation");
   Program().Answer(box, BoxButton::Ok);
