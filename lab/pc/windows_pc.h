@@ -52,7 +52,7 @@ class WindowsPc {
   /// Makes another program keep the clipboard open for this time. Returns once it is open.
   void HoldClipboard(milliseconds duration);
 
-  /// Moves the pointer into the screen's corner, where no window reacts to it.
+  /// Moves the pointer into the screen's corner, away from the windows.
   void ParkPointer();
 
   /// Text values below HKEY_CURRENT_USER; nothing when there is no such value.

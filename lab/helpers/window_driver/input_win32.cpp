@@ -239,6 +239,23 @@ Fields RightClick(const Arguments& arguments) {
   return {};
 }
 
+/// hover <window> <id>: moves the pointer over the control
+Fields Hover(const Arguments& arguments) {
+  const HWND control = arguments.Control(0);
+  POINT centre = CentreOf(control);
+  ClientToScreen(control, &centre);
+  // Two positions: a pointer that is already at the centre would not move, so no message would be sent.
+  SetCursorPos(centre.x + 1, centre.y);
+  SetCursorPos(centre.x, centre.y);
+  return {};
+}
+
+/// park_pointer: moves the pointer into the screen's corner, away from the windows
+Fields ParkPointer(const Arguments&) {
+  SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
+  return {};
+}
+
 /// measure_click <window> <id> <caption> <time-out> -> milliseconds until the control shows the caption
 Fields MeasureClick(const Arguments& arguments) {
   const HWND control = arguments.Control(0);
@@ -300,6 +317,8 @@ void AddInputCommands() {
   AddCommand("click", Click);
   AddCommand("double_click", DoubleClick);
   AddCommand("right_click", RightClick);
+  AddCommand("hover", Hover);
+  AddCommand("park_pointer", ParkPointer);
   AddCommand("measure_click", MeasureClick);
   AddCommand("set_focus", [](const Arguments& a) {
     GiveFocus(a.Control(0));

@@ -96,30 +96,11 @@ Fields ToolTip(const Arguments& arguments) {
   return {""};
 }
 
-/// hover <window> <id>: moves the pointer over the control
-Fields Hover(const Arguments& arguments) {
-  const HWND control = arguments.Control(0);
-  POINT centre = CentreOf(control);
-  ClientToScreen(control, &centre);
-  // Two positions: a pointer that is already at the centre would not move, so no message would be sent.
-  SetCursorPos(centre.x + 1, centre.y);
-  SetCursorPos(centre.x, centre.y);
-  return {};
-}
-
-/// park_pointer: moves the pointer into the screen's corner, where no window reacts to it
-Fields ParkPointer(const Arguments&) {
-  SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
-  return {};
-}
-
 }  // namespace
 
 void AddStatusBarCommands() {
   AddCommand("status_fields", StatusFields);
   AddCommand("tool_tip", ToolTip);
-  AddCommand("hover", Hover);
-  AddCommand("park_pointer", ParkPointer);
 }
 
 }  // namespace tarvik::lab
