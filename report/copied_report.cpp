@@ -16,7 +16,7 @@ constexpr size_t kMaxSummaryField = 64;
 /// Leaves room in the field for the address, which must not be cut.
 constexpr size_t kMaxSummaryName = 40;
 
-/// " [115]", the number of the last message that reported the rung's failure; empty if absent.
+/// " [115]", the number of the last message that reported the rung's failure; empty without such a message.
 std::wstring NumberOfMessage(const ReportSource& source, Rung rung) {
   if (source.explanations == nullptr || source.texts == nullptr) return {};
   const Explanations& known = *source.explanations;

@@ -36,9 +36,9 @@ Size MinWindowSizeFor(const Form& form, Size client) {
 }
 
 int ListHeightFor(const Form& form, int wanted, int others) {
-  const int screen = form.WorkArea().height;
-  if (screen <= 0) return wanted;
-  const int room = screen - WindowSizeFor(form, {0, others}).height;
+  const int workArea = form.WorkArea().height;
+  if (workArea <= 0) return wanted;
+  const int room = workArea - WindowSizeFor(form, {0, others}).height;
   return std::clamp(room, form.LineHeight(), wanted);
 }
 

@@ -9,9 +9,9 @@ namespace tarvik::lab {
 
 // Pictures of windows that are the same on every Debian 12: fixed fonts, no blinking caret, no mouse pointer.
 
-/// A PC for pictures. Call PrepareForPictures, with the same language, before its first program
-/// starts.
+/// A PC for pictures. PrepareForPictures must follow, with the same language.
 WindowsPc::Options PictureOptions(WindowsPc::Options options, WindowsLanguage language, int dpi);
+/// Starts the driver, so call it before the first program and after any changes of the registry.
 void PrepareForPictures(WindowsPc& pc, WindowsLanguage language);
 
 /// Brings the window into the foreground at the screen's corner and the focus to a control without a caret.

@@ -85,7 +85,7 @@ void CheckCopies(Kit& kit, Driver& driver, RunningProduct& product) {
   std::string lines;
   for (const std::string& line : product.Lines()) lines += line + "\r\n";
   const auto hasBox = [&] { return driver.Ask("has_window", product.Id(), "#32770").at(0) == "1"; };
-  // The text of the message box; empty if absent.
+  // The text of the message box; empty without one.
   const auto answerBox = [&] {
     if (!hasBox()) return std::string();
     const Driver::Fields box = driver.Ask("wait_box", product.Id(), kNoticedMs);

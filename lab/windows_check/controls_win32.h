@@ -21,7 +21,7 @@ std::vector<ControlState> AllControls(HWND window);
 /// The visible controls that show something to the user: labels, buttons, fields, lists and the row of tabs.
 std::vector<ControlState> VisibleControls(HWND window);
 
-/// The control with this id. Throws CheckError if absent.
+/// The control with this id. Throws CheckError if there is no such control.
 HWND ChildOf(HWND window, int id);
 
 /// Sends the menu command and returns the window of this class that it opens. Throws CheckError when none

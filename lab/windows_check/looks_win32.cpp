@@ -143,7 +143,7 @@ class WindowLooks {
  private:
   std::string Where(const ControlState& control) const { return where_ + ", " + NameOf(control) + ": "; }
 
-  /// What a control needs next to its text: a button its frame, a check box its mark.
+  /// What a control needs in addition to its text: a button its frame, a check box its mark.
   LONG BesideText(const ControlState& control) const {
     constexpr LONG_PTR kButtonType = 0xF;
     if (control.windowClass != L"Button") return 0;

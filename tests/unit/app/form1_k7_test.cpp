@@ -257,7 +257,7 @@ TEST_F(Form1K7Test, A_click_during_the_ladders_K7_rung_starts_a_nested_test) {
   ExpectIdle();
 }
 
-TEST_F(Form1K7Test, After_a_nested_test_of_another_address_the_report_names_the_outer_ones_again) {
+TEST_F(Form1K7Test, After_a_nested_test_of_another_address_the_report_is_about_the_outer_test_again) {
   StartGeneral(L"-X 4 -PING_N");
   const auto reportNames = [this](const wchar_t* words) {
     EXPECT_TRUE(form.PressShortcut(L'C', ui::kCtrlHeld + ui::kShiftHeld));
