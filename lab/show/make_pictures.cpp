@@ -64,7 +64,7 @@ class Studio {
     PoseForPicture(window, ID_lstResult);
     const bool japanese = language_ == WindowsLanguage::Japanese;
     const std::string file = tools_.folder + "/" + name + (japanese ? ".ja.png" : ".en.png");
-    // Without Wine's frame, which is not that of Windows. The screen is black.
+    // Without the frame at the sides and below, whose colours are old. The screen has one colour.
     const ScreenRect client = window.ClientRect(0);
     TakePicture(pc, file, {client.left, 0, client.width, client.top + client.height});
     RunOrThrow({"convert", file, "-trim", "+repage", "-bordercolor", "gray", "-border", "1", "PNG8:" + file});
