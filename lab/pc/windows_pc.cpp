@@ -56,7 +56,8 @@ void WindowsPc::StartDriver() {
   if (!options_.programPath.empty()) options.environment["WINEPATH"] = WindowsPath(options_.programPath);
   for (const auto& [name, value] : options_.environment) options.environment[name] = value;
   driver_ = std::make_unique<Process>(
-      InNamespace(options_.networkNamespace, {"wine", WindowsPath(options_.driver)}), options);
+      InNamespace(options_.networkNamespace, {WineFor(options_.driver), WindowsPath(options_.driver)}),
+      options);
   unanswered_ = 0;
 }
 

@@ -4,6 +4,7 @@
 #include "lab/pc/wine_prefix.h"
 
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -101,6 +102,24 @@ void Copy(const std::string& from, const std::string& to) {
   }
 }
 
+/// Whether the file is a 64-bit program for Windows.
+bool Is64Bit(const std::string& program) {
+  constexpr std::streamoff kHeaderOffset = 0x3C;
+  constexpr uint32_t kSignature = 0x4550;  // "PE"
+  constexpr uint16_t kMachine64 = 0x8664;
+  std::ifstream file(program, std::ios::binary);
+  const auto read = [&file](auto& number) { file.read(reinterpret_cast<char*>(&number), sizeof number); };
+  uint32_t header = 0;
+  uint32_t signature = 0;
+  uint16_t machine = 0;
+  file.seekg(kHeaderOffset);
+  read(header);
+  file.seekg(header);
+  read(signature);
+  read(machine);
+  return file && signature == kSignature && machine == kMachine64;
+}
+
 void RemoveServerDirectory(const std::string& prefix) {
   std::string name;
   std::ifstream(prefix + kServerDirectoryFile) >> name;
@@ -158,6 +177,11 @@ std::string WindowsPath(const std::string& path) {
     if (character == '/') character = '\\';
   }
   return windows;
+}
+
+std::string WineFor(const std::string& program) {
+  constexpr char kWine64[] = "/usr/lib/wine/wine64";
+  return fs::exists(kWine64) && Is64Bit(program) ? kWine64 : "wine";
 }
 
 }  // namespace tarvik::lab

@@ -48,4 +48,8 @@ class WinePrefix {
 /// Z:.
 std::string WindowsPath(const std::string& path);
 
+/// The command of this machine that runs a Windows program. Debian's "wine" starts 64-bit programs through a
+/// program of Windows, which can fail while Wine starts in a new prefix.
+std::string WineFor(const std::string& program);
+
 }  // namespace tarvik::lab

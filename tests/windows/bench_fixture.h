@@ -56,8 +56,9 @@ class BenchTest : public testing::Test {
     Process::Options options;
     options.environment = prefix_->Variables();
     options.environment["DISPLAY"] = std::nullopt;
+    const std::string wine = WineFor(command.front());
     command.front() = WindowsPath(command.front());
-    command.insert(command.begin(), "wine");
+    command.insert(command.begin(), wine);
     return std::make_unique<Process>(InNamespace(namespace_, command), options);
   }
 
