@@ -5,8 +5,9 @@ set(output ${PROJECT_SOURCE_DIR}/out/${preset})
 target_compile_definitions(tarvik_settings INTERFACE UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601)
 target_compile_options(tarvik_settings INTERFACE -Os -ffunction-sections -fdata-sections)
 target_link_options(tarvik_settings INTERFACE -static -s -Wl,--gc-sections -Wl,--dynamicbase -Wl,--nxcompat)
-# Two builds are the same to the bit, those of the Windows check and what it carries included.
-add_link_options(-Wl,--no-insert-timestamp)
+# Two builds are the same to the bit, also what the Windows check carries: without the time, and without a base
+# address that derives from the library's path.
+add_link_options(-Wl,--no-insert-timestamp -Wl,--disable-auto-image-base)
 
 # libstdc++'s terminate handler prints the exception's type to a console, which a windowed program does not
 # have. It would link the name demangler, an eighth of the program's size, so abort takes its place.

@@ -27,8 +27,11 @@ size_t CountOf(const std::string& text, const std::string& part) {
   return count;
 }
 
-/// The time that the linker wrote into a program for Windows.
-uint32_t BuildTimeIn(const std::string& program) {
+constexpr size_t kBuildTime = 0x08;
+constexpr size_t kBaseAddress = 0x34;
+
+/// A number in the header of a 32-bit program for Windows, or of the first part of a 64-bit one's.
+uint32_t NumberInHeader(const std::string& program, size_t offset) {
   const auto number = [&program](size_t at) {
     uint32_t value = 0;
     for (size_t i = 0; i < sizeof value; ++i)
@@ -36,8 +39,7 @@ uint32_t BuildTimeIn(const std::string& program) {
     return value;
   };
   constexpr size_t kHeaderOffset = 0x3C;
-  constexpr size_t kTimeInHeader = 8;
-  return number(number(kHeaderOffset) + kTimeInHeader);
+  return number(number(kHeaderOffset) + offset);
 }
 
 class PackageFiles : public testing::Test {
@@ -163,7 +165,11 @@ TEST_F(PackageFiles, Are_the_same_whoever_makes_them_and_where) {
         "bench/x86/K7Server.exe"}) {
     const std::string program = BytesOfFile(SourcePath("out/") + name);
     EXPECT_EQ(program.find(SourcePath("")), std::string::npos) << name;
-    EXPECT_EQ(BuildTimeIn(program), 0U) << name;
+    EXPECT_EQ(NumberInHeader(program, kBuildTime), 0U) << name;
+  }
+  for (const char* const library : {"bench/x86/NxLib32.dll", "x86/planted/planted.dll"}) {
+    const std::string bytes = BytesOfFile(SourcePath("out/") + library);
+    EXPECT_EQ(NumberInHeader(bytes, kBaseAddress), 0x10000000U) << library;
   }
 }
 
