@@ -57,10 +57,6 @@ void PrepareForPictures(WindowsPc& pc, WindowsLanguage language) {
   user(kReplacements, "Consolas", "DejaVu Sans Mono");
   user(kReplacements, "MS Gothic", "IPAGothic");
   user(kReplacements, "MS UI Gothic", "IPAPGothic");
-  // The symbols on the buttons of a title bar. Debian's Wine does not find this font of its own.
-  pc.Prefix().SetRegistryValue(WinePrefix::Hive::System,
-                               "Software\\Microsoft\\Windows NT\\CurrentVersion\\Fonts", "Marlett (TrueType)",
-                               "\"Z:\\\\usr\\\\share\\\\wine\\\\fonts\\\\marlett.ttf\"");
   user("Control Panel\\Desktop", "CursorBlinkRate", "-1");
   // Wine's own Tahoma is not smoothed, and a gamma of 0, its default, makes smoothed text pale.
   pc.Prefix().SetRegistryValue(WinePrefix::Hive::User, "Control Panel\\Desktop", "FontSmoothingGamma",

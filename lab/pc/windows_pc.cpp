@@ -33,6 +33,10 @@ WindowsPc::WindowsPc(const Options& options)
   };
   set("", "Desktop", "Default");
   set("\\Desktops", "Default", Desktop::kSize);
+  // Has the symbols of the title bar's buttons. Debian's Wine does not find this font of its own.
+  prefix_->SetRegistryValue(WinePrefix::Hive::System,
+                            "Software\\Microsoft\\Windows NT\\CurrentVersion\\Fonts", "Marlett (TrueType)",
+                            "\"Z:\\\\usr\\\\share\\\\wine\\\\fonts\\\\marlett.ttf\"");
 }
 
 WindowsPc::~WindowsPc() {
