@@ -65,6 +65,7 @@ Lines Follow(ProgramUnderTest& program, const WindowUnderTest& window, const std
       if (!begun) return false;
       const bool ends = AtRest(program, window);
       reportNewLines();
+      // A list that was cleared and filled again can have the same line in the same place.
       if (ends) known = window.Lines(ID_lstResult);
       return ends;
     } catch (const LabError&) {

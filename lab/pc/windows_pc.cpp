@@ -24,16 +24,16 @@ WindowsPc::WindowsPc(const Options& options)
       desktop_(ScreenFor(options)),
       prefix_(std::make_unique<WinePrefix>(options.cacheFolder, options.language, options.dpi)) {
   if (!desktop_.IsInvisible()) return;
-  // On a desktop of its own, Wine places, frames and activates windows itself, as Windows does. On the
-  // screen's it waits for a window manager, and when the screen reports late which window has lost the focus,
-  // no window is in the foreground: keys are lost.
+  // On a virtual desktop, Wine places, frames and activates windows itself, as Windows does. Directly on the
+  // screen it waits for a window manager; and when the screen reports late that a window has lost the focus,
+  // Wine leaves no window in the foreground, and keys are lost.
   const auto set = [this](const std::string& key, const char* name, const std::string& text) {
     prefix_->SetRegistryValue(WinePrefix::Hive::User, "Software\\Wine\\Explorer" + key, name,
                               "\"" + text + "\"");
   };
   set("", "Desktop", "Default");
   set("\\Desktops", "Default", Desktop::kSize);
-  // Has the symbols of the title bar's buttons. Debian's Wine does not find this font of its own.
+  // The font with the symbols of the title bar's buttons, which Debian's Wine ships but does not find.
   prefix_->SetRegistryValue(WinePrefix::Hive::System,
                             "Software\\Microsoft\\Windows NT\\CurrentVersion\\Fonts", "Marlett (TrueType)",
                             "\"Z:\\\\usr\\\\share\\\\wine\\\\fonts\\\\marlett.ttf\"");
