@@ -123,11 +123,15 @@ Monkey::Outcome Monkey::PressKeys(const Draws& draws) {
 Monkey::Outcome Monkey::Minimise(const Draws&) {
   if (!Enabled()) return Outcome::NotPossible;
   window_->Minimise();
-  if (!WaitUntil(kSoon, [this] { return window_->Minimised(); }))
+  // The run may open a message box at any moment, and a disabled window obeys neither request.
+  if (!WaitUntil(kSoon, [this] { return window_->Minimised() || !Enabled(); }))
     throw Misbehaviour("The window does not minimise");
-  window_->Restore();
-  if (!WaitUntil(kSoon, [this] { return !window_->Minimised(); }))
-    throw Misbehaviour("The window cannot be restored");
+  const bool restored = WaitUntil(kSoon, [this] {
+    AnswerBoxes(false);
+    window_->Restore();
+    return WaitUntil(kShortWait, [this] { return !window_->Minimised(); });
+  });
+  if (!restored) throw Misbehaviour("The window cannot be restored");
   return Outcome::Done;
 }
 
