@@ -40,6 +40,9 @@ DWORD WINAPI ShowGhosts(LPVOID) {
   ghost.lpfnWndProc = DefWindowProcW;
   ghost.lpszClassName = L"Ghost";
   RegisterClassW(&ghost);
+  // As with Windows, a program that is starting does not hang yet.
+  constexpr DWORD kStartMs = 1000;
+  Sleep(kStartMs);
   for (;;) {
     HWND window = nullptr;
     EnumWindows(FindMainWindow, reinterpret_cast<LPARAM>(&window));
