@@ -9,10 +9,12 @@ namespace tarvik::report {
 std::optional<uint32_t> AddressNumber(std::wstring_view dotted) {
   uint32_t number = 0;
   int octets = 0;
-  for (const std::wstring& part : Split(dotted, L".")) {
-    const std::optional<int32_t> octet = ParseInt32(part);
-    if (!octet || *octet < 0 || *octet > 255 || ++octets > 4) return std::nullopt;
+  for (size_t at = 0; at <= dotted.size(); ++octets) {
+    const size_t end = std::min(dotted.find(L'.', at), dotted.size());
+    const std::optional<int32_t> octet = ParseInt32(dotted.substr(at, end - at));
+    if (!octet || *octet < 0 || *octet > 255 || octets == 4) return std::nullopt;
     number = number << 8 | static_cast<uint32_t>(*octet);
+    at = end + 1;
   }
   if (octets != 4) return std::nullopt;
   return number;
