@@ -50,10 +50,17 @@ void WriteFile(const std::string& path, const std::string& text) {
 
 std::string ConfigurationFolder(const std::string& name) { return "/etc/netns/" + name; }
 
+// The kernel handles one network change at a time; removing other namespaces may hold it up for long.
+constexpr std::chrono::seconds kIpTimeOut(120);
+
 void IpIn(const std::string& name, std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), {"ip", "-n", name});
-  // The kernel handles one network change at a time; removing other namespaces may hold it up for long.
-  RunOrThrow(arguments, {}, {}, std::chrono::seconds(120));
+  RunOrThrow(arguments, {}, {}, kIpTimeOut);
+}
+
+/// One command a line, for IPv4.
+void IpBatchIn(const std::string& name, const std::string& commands) {
+  RunOrThrow({"ip", "-4", "-n", name, "-batch", "-"}, {}, commands, kIpTimeOut);
 }
 
 }  // namespace
@@ -76,7 +83,7 @@ std::optional<std::string> Laboratory::UnsupportedReason() {
   return std::nullopt;
 }
 
-Laboratory::Laboratory(const std::string& cacheFolder) {
+Laboratory::Laboratory(const std::string& cacheFolder) : forwarding_(std::begin(kHosts), std::end(kHosts)) {
   RemoveLeftoversWhenThisProcessEnds(std::filesystem::absolute(cacheFolder));
   const std::string stem = UniqueName();
   try {
@@ -155,6 +162,7 @@ void Laboratory::SetDefaultRoute(Host host, const std::string& gateway) const {
 std::string Laboratory::InitialGateway(Host host) { return PlanOf(host).gateway; }
 
 void Laboratory::SetForwarding(Host host, bool forwards) const {
+  forwarding_.insert(host);
   // Without redirects: Wine takes an ICMP redirect for the reply to an echo.
   RunOrThrow(InNamespace(Namespace(host),
                          {"sh", "-c",
@@ -163,11 +171,13 @@ void Laboratory::SetForwarding(Host host, bool forwards) const {
 }
 
 void Laboratory::SetLineSpeed(Host host, const std::string& rate, size_t burstBytes) const {
+  slowed_.insert(host);
   RunOrThrow({"tc", "-n", Namespace(host), "qdisc", "replace", "dev", "eth0", "root", "tbf", "rate", rate,
               "burst", std::to_string(burstBytes), "latency", "60s"});
 }
 
 void Laboratory::AddCardToPc(const std::string& address) const {
+  hasSecondPcCard_ = true;
   PlugIn(kSecondPcPort, Namespace(Host::Pc), "eth1", kNearBridge);
   Ip(Host::Pc, {"address", "add", address, "dev", "eth1"});
 }
@@ -181,24 +191,32 @@ void Laboratory::SetHostNames(
 }
 
 void Laboratory::SetFilter(Host host, const std::string& ruleset) const {
+  filtered_.insert(host);
   RunOrThrow(InNamespace(Namespace(host), {"nft", "-f", "-"}), {}, "flush ruleset\n" + ruleset + "\n");
 }
 
 void Laboratory::Reset() const {
-  // Fails when there is no second card.
-  Run({"ip", "-n", switch_, "link", "del", kSecondPcPort});
+  for (const Host host : filtered_) RunOrThrow(InNamespace(Namespace(host), {"nft", "flush", "ruleset"}));
+  filtered_.clear();
+  // These two fail when setting them up has failed.
+  for (const Host host : slowed_) Run({"tc", "-n", Namespace(host), "qdisc", "del", "dev", "eth0", "root"});
+  slowed_.clear();
+  if (hasSecondPcCard_) Run({"ip", "-n", switch_, "link", "del", kSecondPcPort});
+  hasSecondPcCard_ = false;
+  for (const Host host : forwarding_) SetForwarding(host, host == Host::Gateway);
+  forwarding_.clear();
+  std::string cables;
+  for (const Host host : kHosts) cables += std::string("link set ") + PlanOf(host).port + " up\n";
+  IpBatchIn(switch_, cables);
   for (const Host host : kHosts) {
     const HostPlan plan = PlanOf(host);
-    PlugCable(host);
-    SetAddresses(host, {plan.address});
-    SetDefaultRoute(host, plan.gateway);
-    SetHostNames(host, {});
-    SetFilter(host, "");
-    SetForwarding(host, host == Host::Gateway);
-    // Fails when no line speed was set.
-    Run({"tc", "-n", Namespace(host), "qdisc", "del", "dev", "eth0", "root"});
+    std::string commands = std::string("address flush dev eth0\nroute flush exact default\naddress add ") +
+                           plan.address + " dev eth0\n";
+    if (*plan.gateway != '\0')
+      commands += std::string("route add default via ") + plan.gateway + " dev eth0 onlink\n";
     // Failed ARP entries would outlive the fault.
-    Ip(host, {"neighbour", "flush", "all"});
+    IpBatchIn(Namespace(host), commands + "neighbour flush all\n");
+    SetHostNames(host, {});
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -89,6 +90,11 @@ class Laboratory {
   std::map<Host, std::string> names_;
   std::string switch_;
   std::vector<std::string> namespaces_;
+  // What Reset has to undo. In a new network it sets the forwarding of every host.
+  mutable std::set<Host> filtered_;
+  mutable std::set<Host> slowed_;
+  mutable std::set<Host> forwarding_;
+  mutable bool hasSecondPcCard_ = false;
 };
 
 }  // namespace tarvik::lab
