@@ -72,8 +72,9 @@ class FtpPage {
         product_.Ask("click", ID_cmdFtpConnect, "");
       }
       if (!begun || !::IsWindowEnabled(window_)) return false;
-      // The window is enabled just before an error box appears, and answers only with the box or at rest.
-      return LineCount() > 0 && !AnswerBox(boxes) && ::IsWindowEnabled(window_);
+      // When the window is enabled again, the run may still be active: the Ping button reads "Stop". After
+      // that caption is restored, the window answers only when it is at rest or shows an error box.
+      return LineCount() > 0 && !RunIsActive() && !AnswerBox(boxes) && ::IsWindowEnabled(window_);
     });
     if (!outcome.ended) return outcome;
     const FtpTexts lines = product_.Lines();
@@ -90,6 +91,15 @@ class FtpPage {
     ::SendMessageTimeoutW(product_.Control(ID_lstResult), LB_GETCOUNT, 0, 0, SMTO_NORMAL, kPatienceMs,
                           &count);
     return static_cast<LRESULT>(count);
+  }
+
+  bool RunIsActive() {
+    try {
+      return product_.RunIsActive();
+    } catch (const CheckError&) {
+      if (!product_.Runs()) throw;
+      return true;  // blocked by a call of the library
+    }
   }
 
   /// False when there is no message box.
