@@ -16,7 +16,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-constexpr std::chrono::seconds kRunTimeOut(120);
+constexpr milliseconds kRunTimeOut = kUnblocked;
 
 BoxButton ButtonOf(const std::string& answer) {
   if (answer == "Cancel") return BoxButton::Cancel;

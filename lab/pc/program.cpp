@@ -11,7 +11,7 @@ using Fields = std::vector<std::string>;
 std::string Text(milliseconds time) { return std::to_string(time.count()); }
 
 /// Longer than the driver's own time-out, so that its error message arrives.
-milliseconds Longer(milliseconds timeOut) { return timeOut + 2 * kSoon; }
+milliseconds Longer(milliseconds timeOut) { return timeOut + kUnblocked; }
 
 int Number(const Fields& fields, size_t index) { return std::stoi(fields.at(index)); }
 

@@ -159,9 +159,9 @@ class WindowUnderTest {
 
  private:
   std::vector<std::string> Ask(const char* command, int id, std::vector<std::string> more = {},
-                               milliseconds timeOut = 2 * kSoon) const;
+                               milliseconds timeOut = kUnblocked) const;
   std::vector<std::string> AskWindow(const char* command, std::vector<std::string> more = {},
-                                     milliseconds timeOut = 2 * kSoon) const;
+                                     milliseconds timeOut = kUnblocked) const;
 
   WindowsPc* pc_;
   std::string handle_;

@@ -15,6 +15,11 @@ namespace tarvik::lab {
 /// Time-out for what takes milliseconds on an idle machine.
 inline constexpr milliseconds kSoon = std::chrono::seconds(15);
 
+/// Time-out for a command to the driver, and for a run. A library call can block the window, and with it the
+/// driver: Wine's FTP library reads a listing byte by byte, which takes more than a minute for a thousand
+/// lines on a loaded machine.
+inline constexpr milliseconds kUnblocked = std::chrono::minutes(3);
+
 /// A PC with Windows: a display, a Wine prefix, a network namespace, and the window driver that runs in them.
 class WindowsPc {
  public:
@@ -44,7 +49,7 @@ class WindowsPc {
   /// Sends a command to the driver: its name, then its arguments. Returns the fields of the answer. Throws
   /// LabError with the driver's message when the command fails, and on a time-out. `timeOut` must be longer
   /// than the one among the arguments.
-  std::vector<std::string> Ask(const std::vector<std::string>& command, milliseconds timeOut = 2 * kSoon);
+  std::vector<std::string> Ask(const std::vector<std::string>& command, milliseconds timeOut = kUnblocked);
 
   /// Nothing when the clipboard holds no text.
   std::optional<std::string> ClipboardText();

@@ -22,7 +22,7 @@ inline Lines Joined(const std::vector<Lines>& parts) {
 template <typename Suite>
 class LabTest : public OnCables<WindowsTest<Suite>> {
  protected:
-  static constexpr std::chrono::seconds kRunTimeOut{60};
+  static constexpr milliseconds kRunTimeOut = kUnblocked;
 
   /// Starts the program with a target on its command line and returns the lines of the run that it starts by
   /// itself, without their times. A message box fails the test unless `listener` accepts it.
