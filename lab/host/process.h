@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <map>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -103,11 +104,15 @@ class FileLock {
  public:
   /// Waits without limit for the lock. Throws LabError when the file cannot be created.
   explicit FileLock(const std::string& path);
+  /// Null when the lock is already held. Throws as above.
+  static std::unique_ptr<FileLock> IfFree(const std::string& path);
   FileLock(const FileLock&) = delete;
   FileLock& operator=(const FileLock&) = delete;
   ~FileLock();
 
  private:
+  explicit FileLock(int file) : file_(file) {}
+
   int file_ = -1;
 };
 

@@ -27,6 +27,12 @@ void Close(int& file) {
   file = -1;
 }
 
+int OpenLock(const std::string& path) {
+  const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+  if (file < 0) throw LabError(SystemError(path));
+  return file;
+}
+
 struct Pipe {
   int read = -1;
   int write = -1;
@@ -237,14 +243,20 @@ std::string EnvironmentValue(const std::string& name) {
 
 void ShortPause() { std::this_thread::sleep_for(milliseconds(20)); }
 
-FileLock::FileLock(const std::string& path) : file_(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644)) {
-  if (file_ < 0) throw LabError(SystemError(path));
+FileLock::FileLock(const std::string& path) : file_(OpenLock(path)) {
   while (flock(file_, LOCK_EX) != 0) {
     if (errno == EINTR) continue;
     const std::string text = SystemError(path);
     Close(file_);
     throw LabError(text);
   }
+}
+
+std::unique_ptr<FileLock> FileLock::IfFree(const std::string& path) {
+  std::unique_ptr<FileLock> lock(new FileLock(OpenLock(path)));
+  if (flock(lock->file_, LOCK_EX | LOCK_NB) == 0) return lock;
+  if (errno != EWOULDBLOCK) throw LabError(SystemError(path));
+  return nullptr;
 }
 
 FileLock::~FileLock() { Close(file_); }

@@ -46,6 +46,7 @@ ProgramCopy::ProgramCopy(LanguageFiles files) : directory_(PcForTests().cacheFol
 
 WindowsPc::Options PcForTests() {
   WindowsPc::Options options;
+  options.onOneCore = true;
   options.driver = EnvironmentValue("TARVIK_DRIVER");
   options.cacheFolder = CacheFolder(fs::temp_directory_path());
   options.programPath = EnvironmentValue("TARVIK_BENCH");

@@ -21,6 +21,7 @@ Desktop ScreenFor(const WindowsPc::Options& options) {
 
 WindowsPc::WindowsPc(const Options& options)
     : options_(options),
+      core_(options.onOneCore ? std::make_unique<OneCore>(options.cacheFolder) : nullptr),
       desktop_(ScreenFor(options)),
       prefix_(std::make_unique<WinePrefix>(options.cacheFolder, options.language, options.dpi)) {
   if (!desktop_.IsInvisible()) return;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "lab/host/one_core.h"
 #include "lab/host/process.h"
 #include "lab/pc/desktop.h"
 #include "lab/pc/wine_prefix.h"
@@ -31,6 +32,7 @@ class WindowsPc {
     Environment environment;       ///< additional variables for its programs
     WindowsLanguage language = WindowsLanguage::English;
     int dpi = 96;
+    bool onOneCore = false;      ///< see OneCore; includes whatever else this thread starts
     bool onUsersScreen = false;  ///< use the user's display when there is one
   };
 
@@ -69,6 +71,7 @@ class WindowsPc {
   void StartDriver();
 
   Options options_;
+  std::unique_ptr<OneCore> core_;
   Desktop desktop_;
   std::unique_ptr<WinePrefix> prefix_;
   std::unique_ptr<Process> driver_;
