@@ -54,6 +54,8 @@ void WindowsPc::StartDriver() {
   Process::Options options;
   options.environment = prefix_->Variables();
   options.environment["DISPLAY"] = desktop_.Display();
+  // Nobody composes accents on an invisible screen. Reading their table takes a fifth of a program's start.
+  if (desktop_.IsInvisible()) options.environment["XCOMPOSEFILE"] = "/dev/null";
   // The default key file is in HOME, which is the prefix for Windows programs.
   if (EnvironmentValue("XAUTHORITY").empty()) {
     options.environment["XAUTHORITY"] = EnvironmentValue("HOME") + "/.Xauthority";
