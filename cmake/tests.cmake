@@ -3,7 +3,7 @@
 
 find_package(GTest REQUIRED)
 
-# ./test runs four tests per core, because most tests only wait. Those that only compute run two at a time and at
+# ./test runs three tests per core, because many tests only wait. Those that only compute run two at a time and at
 # the lowest priority, so that waiting tests run beside them and are served at once. Fuzzers, which must compute
 # for a fixed time, count as three. The longest tests start first (COST).
 set(nice nice -n 19)
@@ -13,6 +13,9 @@ set(also_computes COST 900 RESOURCE_LOCK second_core)
 # By default, AddressSanitizer keeps 256 MB of freed memory and 30 calls for each allocation, which takes time. Less
 # is enough to find and read an error. The developer's own ASAN_OPTIONS come after these, so they win.
 set(sanitizer_options ASAN_OPTIONS=path_list_prepend:quarantine_size_mb=16:malloc_context_size=8)
+
+# For thousands of runs in one process. An error names no calls; run failure_tests without ctest to get them.
+set(sparing_options ASAN_OPTIONS=path_list_prepend:quarantine_size_mb=16:malloc_context_size=1)
 
 # Adds a test that runs a GoogleTest program. ./test counts the cases in its result file.
 function(add_cases name label)
@@ -70,11 +73,11 @@ foreach(folder ${native_folders})
   cmake_path(GET folder FILENAME name)
   set(program native_tests)
   set(priority)
-  set(order COST 10)
+  set(properties COST 10)
   if(name MATCHES "^(endurance|failures)$")
     set(program failure_tests)
     set(priority ${nice})
-    set(order ${computes})
+    set(properties ${computes} ENVIRONMENT_MODIFICATION ${sparing_options})
   endif()
   file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
   target_sources(${program} PRIVATE ${sources})
@@ -83,7 +86,7 @@ foreach(folder ${native_folders})
     # The second pattern finds parameterised suites, which are called INSTANTIATION/SUITE.
     add_cases(native.${name}.${suite} native COMMAND ${priority} $<TARGET_FILE:${program}>
               --gtest_filter=${suite}.*:*/${suite}.*)
-    set_tests_properties(native.${name}.${suite} PROPERTIES ${order})
+    set_tests_properties(native.${name}.${suite} PROPERTIES ${properties})
   endforeach()
 endforeach()
 
@@ -97,10 +100,15 @@ set_tests_properties(native.report.Ladder_without_window PROPERTIES LABELS nativ
 include(cmake/fuzzers.cmake)
 
 # Adds the suites that drive the real program. Each has its own Wine prefix, so they can run in parallel.
-# A suite that cannot run on this machine prints "SKIPPED" and counts as skipped.
-function(add_suite_tests program label machine cost)
+# A suite that cannot run on this machine prints "SKIPPED" and counts as skipped. The costs fall from 100 to 50, so
+# that the suites of several calls alternate: those of the ring "lab" mostly wait, those of "windows" compute.
+function(add_suite_tests program label machine)
   find_suites(suites ${ARGN})
+  list(LENGTH suites count)
+  set(index 0)
   foreach(suite ${suites})
+    math(EXPR cost "100 - 50 * ${index} / ${count}")
+    math(EXPR index "${index} + 1")
     add_suite_test(${label}.${machine}.${suite} ${program} ${label} ${machine} ${cost} ${suite})
   endforeach()
 endfunction()
