@@ -43,7 +43,6 @@ std::string FontValue(int pixels, const std::string& face) {
 WindowsPc::Options PictureOptions(WindowsPc::Options options, WindowsLanguage language, int dpi) {
   options.language = language;
   options.dpi = dpi;
-  options.environment["FONTCONFIG_FILE"] = TARVIK_PICTURE_FONTS;
   if (language == WindowsLanguage::Japanese) options.environment["TARVIK_BENCH_LANGUAGE"] = "1041";
   return options;
 }

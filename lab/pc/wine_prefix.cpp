@@ -31,6 +31,7 @@ Environment VariablesFor(const std::string& folder, WindowsLanguage language) {
           {"LC_ALL", Locale(language)},
           {"LANG", Locale(language)},
           {"LANGUAGE", std::nullopt},
+          {"FONTCONFIG_FILE", TARVIK_FONTS},
           // Keeps the user's own documents out of the prefix.
           {"HOME", folder}};
 }
@@ -69,6 +70,10 @@ std::string MasterPrefix(const std::string& cacheFolder, WindowsLanguage languag
   // Without a display no dialog can wait for an answer.
   variables["DISPLAY"] = std::nullopt;
   RunInPrefix(variables, {"wineboot", "-i"});
+  // With time zones, every program would compare all of them with this machine's when it starts. Wine works
+  // without.
+  RunInPrefix(variables, {"wine", "reg", "delete",
+                          "HKLM\\Software\\Microsoft\\Windows NT\\CurrentVersion\\Time Zones", "/f"});
   RunInPrefix(variables, {"wineserver", "-w"});
   AppendRegistryValue(unfinished + "/user.reg", "Software\\Wine\\WineDbg", "ShowCrashDialog",
                       "dword:00000000");
