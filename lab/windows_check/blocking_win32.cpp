@@ -29,31 +29,22 @@ std::string ReadWhole(const std::wstring& path) {
   return text;
 }
 
-/// Ghost windows in front of these windows.
-struct GhostSearch {
-  std::vector<HWND> windows;
+/// The number of windows that Windows shows in place of these when their programs hang.
+int GhostsOf(const std::vector<HWND>& windows) {
   int count = 0;
-};
-
-BOOL CALLBACK CountGhost(HWND ghost, LPARAM parameter) {
-  if (ClassOf(ghost) != L"Ghost" || !IsWindowVisible(ghost)) return TRUE;
-  RECT shown{};
-  GetWindowRect(ghost, &shown);
-  auto& search = *reinterpret_cast<GhostSearch*>(parameter);
-  // Other programs of the user may hang, too. A ghost has the place of its window.
-  search.count += std::any_of(search.windows.begin(), search.windows.end(), [&](HWND window) {
-    RECT box{};
-    GetWindowRect(window, &box);
-    return box.left == shown.left && box.top == shown.top;
-  });
-  return TRUE;
-}
-
-/// The windows that Windows shows in place of these when their programs hang.
-int GhostsOf(std::vector<HWND> windows) {
-  GhostSearch search{std::move(windows)};
-  EnumWindows(CountGhost, reinterpret_cast<LPARAM>(&search));
-  return search.count;
+  HWND ghost = nullptr;
+  while ((ghost = FindWindowExW(nullptr, ghost, L"Ghost", nullptr)) != nullptr) {
+    if (!IsWindowVisible(ghost)) continue;
+    RECT shown{};
+    GetWindowRect(ghost, &shown);
+    // Other programs of the user may hang, too. A ghost has the place of its window.
+    count += std::any_of(windows.begin(), windows.end(), [&](HWND window) {
+      RECT box{};
+      GetWindowRect(window, &box);
+      return box.left == shown.left && box.top == shown.top;
+    });
+  }
+  return count;
 }
 
 /// A click as the user makes it: the message waits in the queue until the program reads it.

@@ -15,8 +15,8 @@ LRESULT SendOrZero(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam =
   return sent == 0 ? 0 : static_cast<LRESULT>(result);
 }
 
-BOOL CALLBACK AppendControlState(HWND window, LPARAM parameter) {
-  if (ClassOf(GetParent(window)) == L"ComboBox") return TRUE;
+BOOL CALLBACK AppendIfVisible(HWND window, LPARAM parameter) {
+  if (!IsWindowVisible(window) || IsPartOfComboBox(window)) return TRUE;
   ControlState control;
   control.window = window;
   control.id = GetDlgCtrlID(window);
@@ -27,30 +27,38 @@ BOOL CALLBACK AppendControlState(HWND window, LPARAM parameter) {
   return TRUE;
 }
 
-}  // namespace
+struct ControlSearch {
+  int id = 0;
+  HWND found = nullptr;
+};
 
-std::vector<ControlState> AllControls(HWND window) {
-  std::vector<ControlState> controls;
-  EnumChildWindows(window, AppendControlState, reinterpret_cast<LPARAM>(&controls));
-  return controls;
+BOOL CALLBACK CompareIds(HWND window, LPARAM parameter) {
+  auto& search = *reinterpret_cast<ControlSearch*>(parameter);
+  if (GetDlgCtrlID(window) != search.id || IsPartOfComboBox(window)) return TRUE;
+  search.found = window;
+  return FALSE;
 }
+
+}  // namespace
 
 std::vector<ControlState> VisibleControls(HWND window) {
   constexpr std::array kShown = {L"Static", L"Edit", L"Button", L"ComboBox", L"ListBox", L"SysTabControl32"};
-  std::vector<ControlState> controls = AllControls(window);
-  const auto isHidden = [&](const ControlState& control) {
-    return control.id <= 0 || !IsWindowVisible(control.window) ||
-           std::none_of(kShown.begin(), kShown.end(),
-                        [&](const wchar_t* shown) { return control.windowClass == shown; });
+  std::vector<ControlState> controls;
+  EnumChildWindows(window, AppendIfVisible, reinterpret_cast<LPARAM>(&controls));
+  const auto showsNothing = [&](const ControlState& control) {
+    return control.id <= 0 || std::none_of(kShown.begin(), kShown.end(), [&](const wchar_t* shown) {
+             return control.windowClass == shown;
+           });
   };
-  controls.erase(std::remove_if(controls.begin(), controls.end(), isHidden), controls.end());
+  controls.erase(std::remove_if(controls.begin(), controls.end(), showsNothing), controls.end());
   return controls;
 }
 
 HWND ChildOf(HWND window, int id) {
-  for (const ControlState& control : AllControls(window))
-    if (control.id == id) return control.window;
-  throw CheckError("no control " + std::to_string(id));
+  ControlSearch search{id, nullptr};
+  EnumChildWindows(window, CompareIds, reinterpret_cast<LPARAM>(&search));
+  if (search.found == nullptr) throw CheckError("no control " + std::to_string(id));
+  return search.found;
 }
 
 HWND OpenByCommand(RunningProduct& product, Driver& driver, int command, const char* windowClass) {
@@ -78,6 +86,8 @@ std::wstring TextOf(HWND window) {
   text.resize(std::min(static_cast<size_t>(copied), text.size()));
   return text;
 }
+
+bool IsPartOfComboBox(HWND window) { return ClassOf(GetParent(window)) == L"ComboBox"; }
 
 std::wstring ClassOf(HWND window) {
   std::array<wchar_t, 256> name{};

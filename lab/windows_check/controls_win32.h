@@ -16,9 +16,8 @@ struct ControlState {
   RECT box{};  ///< on the screen, in pixels
 };
 
-/// Every control of the window, in the order of creation.
-std::vector<ControlState> AllControls(HWND window);
-/// The visible controls that show something to the user: labels, buttons, fields, lists and the row of tabs.
+/// The visible controls that show something to the user, in the order of creation: labels, buttons, fields,
+/// lists and the row of tabs.
 std::vector<ControlState> VisibleControls(HWND window);
 
 /// The control with this id. Throws CheckError if there is no such control.
@@ -37,6 +36,9 @@ std::string NameOf(const ControlState& control);
 /// The window's text, which may be that of a control of another process; empty when it does not answer.
 std::wstring TextOf(HWND window);
 std::wstring ClassOf(HWND window);
+
+/// Whether it is the field or the list inside a combo box.
+bool IsPartOfComboBox(HWND window);
 
 /// True under Wine, which lacks some of what is checked.
 bool IsWine();

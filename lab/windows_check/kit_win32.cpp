@@ -1,5 +1,6 @@
 #include "lab/windows_check/kit_win32.h"
 
+#include <algorithm>
 #include <atomic>
 
 namespace tarvik::check {
@@ -53,11 +54,12 @@ void Cancel() { cancelled = true; }
 bool IsCancelled() { return cancelled; }
 
 bool WaitUntil(int timeOutMs, const std::function<bool()>& condition) {
-  const ULONGLONG deadline = ::GetTickCount64() + static_cast<ULONGLONG>(timeOutMs);
+  const ULONGLONG begin = ::GetTickCount64();
   while (!condition()) {
     if (cancelled) throw CheckError("cancelled by the user");
-    if (::GetTickCount64() >= deadline) return false;
-    ::Sleep(10);
+    const ULONGLONG waited = ::GetTickCount64() - begin;
+    if (waited >= static_cast<ULONGLONG>(timeOutMs)) return false;
+    ::Sleep(static_cast<DWORD>(std::clamp<ULONGLONG>(waited / 10, 5, 30)));
   }
   return true;
 }

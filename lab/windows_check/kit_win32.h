@@ -40,7 +40,8 @@ std::wstring FromUtf8(const std::string& text);
 void Cancel();
 bool IsCancelled();
 
-/// Polls until the condition holds; false after the time-out. Throws CheckError once the user has cancelled.
+/// Polls until the condition holds, less often the longer it takes; false after the time-out. Throws
+/// CheckError once the user has cancelled.
 bool WaitUntil(int timeOutMs, const std::function<bool()>& condition);
 
 /// What every section receives. Paths are absolute, without a trailing backslash.
@@ -163,6 +164,7 @@ class RunningProduct {
   DWORD id_ = 0;
   HANDLE process_ = nullptr;
   HWND window_ = nullptr;
+  mutable std::map<int, HWND> controls_;  ///< those found so far
   std::vector<std::string> boxes_;
 };
 

@@ -133,9 +133,13 @@ bool RunningProduct::AnswerBoxes() {
 }
 
 HWND RunningProduct::Control(int id) const {
-  ControlSearch search{id, nullptr};
-  ::EnumChildWindows(window_, CompareControl, reinterpret_cast<LPARAM>(&search));
-  return search.found;
+  HWND& control = controls_[id];
+  if (!::IsChild(window_, control)) {
+    ControlSearch search{id, nullptr};
+    ::EnumChildWindows(window_, CompareControl, reinterpret_cast<LPARAM>(&search));
+    control = search.found;
+  }
+  return control;
 }
 
 void RunningProduct::SelectPage(int index) { Ask("select_tab", ID_tabMode, index, kStartTimeOutMs); }

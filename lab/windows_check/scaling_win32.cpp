@@ -18,16 +18,21 @@ int DpiOfScreen() {
   return dpi;
 }
 
+BOOL CALLBACK AppendPlace(HWND window, LPARAM parameter) {
+  if (IsPartOfComboBox(window)) return TRUE;
+  RECT place{};
+  GetWindowRect(window, &place);
+  reinterpret_cast<std::vector<RECT>*>(parameter)->push_back(place);
+  return TRUE;
+}
+
 /// Position and size of the window and of every control in it, relative to the window.
 std::vector<RECT> PlacesIn(HWND window) {
-  RECT outer{};
-  GetWindowRect(window, &outer);
-  std::vector<RECT> places = {{0, 0, outer.right - outer.left, outer.bottom - outer.top}};
-  for (const ControlState& control : AllControls(window)) {
-    RECT place = control.box;
-    OffsetRect(&place, static_cast<int>(-outer.left), static_cast<int>(-outer.top));
-    places.push_back(place);
-  }
+  std::vector<RECT> places;
+  AppendPlace(window, reinterpret_cast<LPARAM>(&places));
+  EnumChildWindows(window, AppendPlace, reinterpret_cast<LPARAM>(&places));
+  const POINT corner{places.front().left, places.front().top};
+  for (RECT& place : places) OffsetRect(&place, static_cast<int>(-corner.x), static_cast<int>(-corner.y));
   return places;
 }
 
@@ -38,14 +43,15 @@ bool SamePlaces(const std::vector<RECT>& a, const std::vector<RECT>& b) {
 
 /// Reads the places once they no longer change.
 std::vector<RECT> SettledPlaces(RunningProduct& product, HWND window) {
+  constexpr ULONGLONG kUnchangedMs = 150;
   std::vector<RECT> places = PlacesIn(window);
-  int unchanged = 0;
+  ULONGLONG changedAt = GetTickCount64();
   WaitUntil(kPlacesSettledMs, [&] {
     product.Ask("settle", kPlacesSettledMs);
     const std::vector<RECT> now = PlacesIn(window);
-    unchanged = SamePlaces(now, places) ? unchanged + 1 : 0;
+    if (!SamePlaces(now, places)) changedAt = GetTickCount64();
     places = now;
-    return unchanged == 5;
+    return GetTickCount64() - changedAt >= kUnchangedMs;
   });
   return places;
 }
