@@ -153,7 +153,7 @@ void ExpectWholePmcWindow(const WindowUnderTest& window, int dpi) {
   SCOPED_TRACE("PMC window");
   ExpectWholeDialog(window, dpi);
   const int widthBefore = window.ClientRect(ID_lstData).width;
-  window.AddLines(ID_lstData, 100, kWidestLine);
+  window.AddLines(ID_lstData, 40, kWidestLine);
   const int width = window.ClientRect(ID_lstData).width;
   EXPECT_LT(width, widthBefore) << "the scroll bar is missing";
   // Plus a list's margin. Without it a list that measures the wrong text could pass here, because Wine's
