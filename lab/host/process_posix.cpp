@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -241,7 +242,9 @@ std::string EnvironmentValue(const std::string& name) {
   return value == nullptr ? std::string() : value;
 }
 
-void ShortPause() { std::this_thread::sleep_for(milliseconds(20)); }
+void PauseBetweenPolls(milliseconds waited) {
+  std::this_thread::sleep_for(std::clamp(waited / 10, milliseconds(20), milliseconds(50)));
+}
 
 FileLock::FileLock(const std::string& path) : file_(OpenLock(path)) {
   while (flock(file_, LOCK_EX) != 0) {

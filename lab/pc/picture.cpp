@@ -3,9 +3,9 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 namespace tarvik::lab {
 namespace {
@@ -78,15 +78,12 @@ void PoseForPicture(const WindowUnderTest& window, int focus) {
 
 void TakePicture(const WindowsPc& pc, const std::string& path, const ScreenRect& part) {
   // The program may still draw.
-  const std::string before = path + ".before.png";
-  pc.Screen().Screenshot(path, part);
+  std::string before;
   const bool still = WaitUntil(kSoon, [&] {
-    std::filesystem::rename(path, before);
-    ShortPause();
     pc.Screen().Screenshot(path, part);
-    return PictureBytes(path) == PictureBytes(before);
+    const std::string last = std::exchange(before, PictureBytes(path));
+    return before == last;
   });
-  std::filesystem::remove(before);
   if (!still) throw LabError(path + ": the window does not stop changing");
   RunOrThrow({"convert", path, "-dither", "None", "-colors", "32", "-strip", "-define",
               "png:exclude-chunks=date,time", "PNG8:" + path});

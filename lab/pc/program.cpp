@@ -47,6 +47,10 @@ void WindowUnderTest::WaitForText(int id, const std::string& text, milliseconds 
   Ask("wait_text", id, {text, lab::Text(timeOut)}, Longer(timeOut));
 }
 
+void WindowUnderTest::WaitCloselyForText(int id, const std::string& text, milliseconds timeOut) const {
+  Ask("wait_text_closely", id, {text, lab::Text(timeOut)}, Longer(timeOut));
+}
+
 std::string WindowUnderTest::ClassName(int id) const { return Ask("class", id).at(0); }
 std::string WindowUnderTest::Owner() const { return AskWindow("owner").at(0); }
 bool WindowUnderTest::Enabled(int id) const { return Flag(Ask("state", id), 0); }

@@ -74,9 +74,9 @@ void MeasureRhythm(WindowsPc& pc, const std::string& program) {
   using Clock = std::chrono::steady_clock;
   ProgramUnderTest process(pc, program, "-PING_N " + std::to_string(kEchoes) + " " + kNearAddress);
   const WindowUnderTest window = WaitForMainWindow(process);
-  window.WaitForLine(ID_lstResult, "PING test...", kSoon);
+  window.WaitCloselyForText(ID_cmdPing, "&Stop", kSoon);
   const auto begun = Clock::now();
-  window.WaitForText(ID_cmdPing, "&Ping", std::chrono::seconds(2 * kEchoes));
+  window.WaitCloselyForText(ID_cmdPing, "&Ping", std::chrono::seconds(2 * kEchoes));
   const double seconds = std::chrono::duration<double>(Clock::now() - begun).count();
   Row("overhead of a ladder over its " + std::to_string(kEchoes) + " pauses",
       100 * (seconds - kEchoes) / kEchoes, "%", MeasuredPair(seconds, kEchoes, "s"));

@@ -62,7 +62,7 @@ double OwnPmcPass(const ProbeContext& context) {
   window.SetText(ID_txtSleep, "0");
   const auto begun = Clock::now();
   window.Click(ID_cmdRead);
-  window.WaitForText(ID_lblCount, std::to_string(kPmcPasses), kMaxWait);
+  window.WaitCloselyForText(ID_lblCount, std::to_string(kPmcPasses), kMaxWait);
   return Milliseconds(begun, Clock::now()) / kPmcPasses;
 }
 

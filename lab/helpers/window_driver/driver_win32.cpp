@@ -2,6 +2,7 @@
 // standard output. lab/pc/driver_protocol.h describes the format; the other files of this folder add the
 // commands.
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
@@ -21,6 +22,18 @@ namespace {
 
 constexpr UINT kAnswerTimeOutMs = 15000;
 constexpr int64_t kControlTimeOutMs = 15000;
+
+/// Every question to a window costs processor time, which waiting tests take from the others. So the pauses
+/// grow; beyond the shortest one, at most a tenth of the time waited is lost.
+void Poll(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition,
+          double shortestPauseMs, double longestPauseMs) {
+  const double begin = PreciseMilliseconds();
+  while (!condition()) {
+    const double waited = PreciseMilliseconds() - begin;
+    if (waited >= static_cast<double>(timeOutMs)) throw CommandError("timed out: " + what);
+    Sleep(static_cast<DWORD>(std::clamp(waited / 10, shortestPauseMs, longestPauseMs)));
+  }
+}
 
 std::map<std::string, Command>& Commands() {
   static std::map<std::string, Command> commands;
@@ -163,13 +176,12 @@ HWND Arguments::Control(size_t index) const {
   return remembered;
 }
 
-void WaitFor(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition,
-             DWORD stepMs) {
-  const double deadline = PreciseMilliseconds() + static_cast<double>(timeOutMs);
-  while (!condition()) {
-    if (PreciseMilliseconds() >= deadline) throw CommandError("timed out: " + what);
-    Sleep(stepMs);
-  }
+void WaitFor(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition) {
+  Poll(timeOutMs, what, condition, 5, 30);
+}
+
+void WaitClosely(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition) {
+  Poll(timeOutMs, what, condition, 1, 1);
 }
 
 LRESULT SendWithTimeOut(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -181,11 +193,17 @@ LRESULT SendWithTimeOut(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
 }
 
 std::wstring TextOf(HWND window) {
-  const auto length = static_cast<size_t>(SendWithTimeOut(window, WM_GETTEXTLENGTH));
-  std::wstring text(length + 64, L'\0');
-  const LRESULT count =
-      SendWithTimeOut(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-  text.resize(static_cast<size_t>(count));
+  std::wstring text;
+  const auto read = [&](size_t size) {
+    text.resize(size);
+    const LRESULT count = SendWithTimeOut(window, WM_GETTEXT, size, reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<size_t>(count));
+  };
+  // Most texts fit, and asking for the length costs as much as reading.
+  constexpr size_t kUsualSize = 256;
+  read(kUsualSize);
+  if (text.size() + 1 >= kUsualSize)
+    read(static_cast<size_t>(SendWithTimeOut(window, WM_GETTEXTLENGTH)) + 64);
   return text;
 }
 

@@ -52,9 +52,12 @@ void AddMenuCommands();
 void AddStatusBarCommands();
 void AddSystemCommands();
 
-/// Polls until the condition holds. Throws CommandError("timed out: " + what) after `timeOutMs`.
-void WaitFor(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition,
-             DWORD stepMs = 5);
+/// Polls until the condition holds, less often the longer it takes. Throws CommandError("timed out: " + what)
+/// after `timeOutMs`.
+void WaitFor(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition);
+
+/// The same for measurements: polls every millisecond.
+void WaitClosely(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition);
 
 /// SendMessage with a time-out of 15 seconds. Throws CommandError when the window does not respond.
 LRESULT SendWithTimeOut(HWND window, UINT message, WPARAM wparam = 0, LPARAM lparam = 0);

@@ -118,8 +118,7 @@ void SettleShared(const SharedInput&, int64_t timeOutMs) {
     const HeldKeys held({VK_F24});
     return BecomesTrue(isDown);
   });
-  WaitFor(
-      timeOutMs, "end of the input", [&] { return !isDown(); }, 1);
+  WaitFor(timeOutMs, "end of the input", [&] { return !isDown(); });
 }
 
 void Settle(HWND window, int64_t timeOutMs) {
@@ -262,8 +261,7 @@ Fields MeasureClick(const Arguments& arguments) {
   const std::wstring caption = arguments.Text(2);
   const double before = PreciseMilliseconds();
   PostClick(control, CentreOf(control));
-  WaitFor(
-      arguments.Number(3), "caption " + ToUtf8(caption), [&] { return TextOf(control) == caption; }, 1);
+  WaitClosely(arguments.Number(3), "caption " + ToUtf8(caption), [&] { return TextOf(control) == caption; });
   return {MillisecondsText(PreciseMilliseconds() - before)};
 }
 

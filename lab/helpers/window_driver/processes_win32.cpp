@@ -77,14 +77,11 @@ Fields Start(const Arguments& arguments) {
 Fields WaitIdle(const Arguments& arguments) {
   const StartedProcess& process = Find(arguments);
   // WaitForInputIdle fails until the new process has made its first window call.
-  WaitFor(
-      arguments.Number(1), "first idle",
-      [&process] {
-        if (!process.IsRunning())
-          throw CommandError("the process ended with code " + NumberText(ExitCode(process)));
-        return WaitForInputIdle(process.Handle(), 50) == 0;
-      },
-      1);
+  WaitClosely(arguments.Number(1), "first idle", [&process] {
+    if (!process.IsRunning())
+      throw CommandError("the process ended with code " + NumberText(ExitCode(process)));
+    return WaitForInputIdle(process.Handle(), 50) == 0;
+  });
   return {MillisecondsText(PreciseMilliseconds() - process.StartedAt())};
 }
 

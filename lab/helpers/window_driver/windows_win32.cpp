@@ -32,12 +32,11 @@ Fields WaitGone(const Arguments& arguments) {
   return {};
 }
 
-/// wait_text <window> <id> <text> <time-out>
-Fields WaitText(const Arguments& arguments) {
+/// wait_text <window> <id> <text> <time-out>, also wait_text_closely. `wait`: WaitFor or WaitClosely.
+Fields WaitText(const Arguments& arguments, decltype(WaitFor) wait) {
   const HWND control = arguments.Control(0);
   const std::wstring wanted = arguments.Text(2);
-  WaitFor(
-      arguments.Number(3), "text " + ToUtf8(wanted), [&] { return TextOf(control) == wanted; }, 1);
+  wait(arguments.Number(3), "text " + ToUtf8(wanted), [&] { return TextOf(control) == wanted; });
   return {};
 }
 
@@ -62,7 +61,12 @@ Fields Focus(const Arguments& arguments) {
 /// wait_focus <window> <id> <time-out>
 Fields WaitFocus(const Arguments& arguments) {
   const HWND control = arguments.Control(0);
-  WaitFor(arguments.Number(2), "focus", [control] { return FocusOf(control) == control; });
+  HWND focus = nullptr;
+  try {
+    WaitFor(arguments.Number(2), "focus", [&] { return (focus = FocusOf(control)) == control; });
+  } catch (const CommandError& error) {
+    throw CommandError(std::string(error.what()) + " is on " + NumberText(GetDlgCtrlID(focus)));
+  }
   return {};
 }
 
@@ -181,7 +185,8 @@ void AddWindowCommands() {
     return Fields{NumberText(SendWithTimeOut(a.Control(0), WM_GETTEXTLENGTH))};
   });
   AddCommand("set_text", SetText);
-  AddCommand("wait_text", WaitText);
+  AddCommand("wait_text", [](const Arguments& a) { return WaitText(a, WaitFor); });
+  AddCommand("wait_text_closely", [](const Arguments& a) { return WaitText(a, WaitClosely); });
   AddCommand("owner",
              [](const Arguments& a) { return Fields{HandleText(GetWindow(a.Window(0), GW_OWNER))}; });
   AddCommand("class", [](const Arguments& a) { return Fields{ToUtf8(ClassOf(a.Control(0)))}; });
