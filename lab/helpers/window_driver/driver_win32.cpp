@@ -40,26 +40,31 @@ std::map<std::string, Command>& Commands() {
   return commands;
 }
 
-struct ControlSearch {
-  int id = 0;
-  HWND found = nullptr;
-};
+using ControlsById = std::map<int, HWND>;
 
-BOOL CALLBACK CompareId(HWND window, LPARAM parameter) {
-  auto& search = *reinterpret_cast<ControlSearch*>(parameter);
-  // The ids of a combo box's children can clash with those of other controls.
-  if (GetDlgCtrlID(window) != search.id || ClassOf(GetParent(window)) == L"ComboBox") return TRUE;
-  search.found = window;
-  return FALSE;
+BOOL CALLBACK AddControl(HWND control, LPARAM parameter) {
+  // The ids of a combo box's children, its list and its field, can clash with those of other controls.
+  constexpr int kComboList = 1000;
+  constexpr int kComboField = 1001;
+  const int id = GetDlgCtrlID(control);
+  const bool mayBeOfComboBox = id == kComboList || id == kComboField;
+  if (!mayBeOfComboBox || ClassOf(GetParent(control)) != L"ComboBox")
+    reinterpret_cast<ControlsById*>(parameter)->try_emplace(id, control);
+  return TRUE;
 }
 
-/// The control that was found last for this window and id; null when it is not that any more. A search asks
-/// the window server about every control, and tests that wait look at the same few controls all the time.
-HWND& RememberedControl(HWND window, int id) {
-  static std::map<std::pair<HWND, int>, HWND> controls;
-  HWND& control = controls[{window, id}];
-  if (GetDlgCtrlID(control) != id || !IsChild(window, control)) control = nullptr;
-  return control;
+/// The window's control with this id; null if absent. A search asks the window server about every control, so
+/// all that it finds are remembered.
+HWND FindControl(HWND window, int id) {
+  static std::map<HWND, ControlsById> known;
+  ControlsById& controls = known[window];
+  const auto control = controls.find(id);
+  if (control != controls.end() && GetDlgCtrlID(control->second) == id && IsChild(window, control->second))
+    return control->second;
+  controls.clear();
+  EnumChildWindows(window, AddControl, reinterpret_cast<LPARAM>(&controls));
+  const auto found = controls.find(id);
+  return found == controls.end() ? nullptr : found->second;
 }
 
 Fields Answer(const std::string& line) {
@@ -162,18 +167,13 @@ HWND Arguments::Window(size_t index) const {
 
 HWND Arguments::Control(size_t index) const {
   const HWND window = Window(index);
-  ControlSearch search;
-  search.id = static_cast<int>(Number(index + 1));
-  if (search.id == 0) return window;
-  HWND& remembered = RememberedControl(window, search.id);
-  if (remembered != nullptr) return remembered;
+  const int id = static_cast<int>(Number(index + 1));
+  if (id == 0) return window;
+  HWND control = nullptr;
   // The controls of hidden pages are created shortly after the window appears.
-  WaitFor(kControlTimeOutMs, "control " + NumberText(search.id), [&] {
-    EnumChildWindows(window, CompareId, reinterpret_cast<LPARAM>(&search));
-    return search.found != nullptr;
-  });
-  remembered = search.found;
-  return remembered;
+  WaitFor(kControlTimeOutMs, "control " + NumberText(id),
+          [&] { return (control = FindControl(window, id)) != nullptr; });
+  return control;
 }
 
 void WaitFor(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition) {

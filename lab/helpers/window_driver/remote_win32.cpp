@@ -205,29 +205,44 @@ HANDLE RemoteProcess::StartCall(uint64_t function, const std::vector<uint64_t>& 
   return thread;
 }
 
+/// What is kept of a process for the next call into it.
+struct RemoteProcess::Known {
+  explicit Known(DWORD id) : process(id) {}
+  RemoteProcess process;  ///< The open handle keeps the process id from being used again.
+  std::map<std::pair<std::wstring, std::string>, uint64_t> functions;
+  /// Of the thread that always waits; null without one.
+  std::unique_ptr<RemoteMemory> procedure;
+  std::unique_ptr<RemoteMemory> result;
+};
+
+RemoteProcess::Known& RemoteProcess::Remember() const {
+  static std::map<DWORD, std::unique_ptr<Known>>& known = *new std::map<DWORD, std::unique_ptr<Known>>;
+  std::unique_ptr<Known>& process = known[id_];
+  if (!process) process = std::make_unique<Known>(id_);
+  return *process;
+}
+
+uint64_t RemoteProcess::AddressOf(const wchar_t* library, const char* function) const {
+  uint64_t& address = Remember().functions[{library, function}];
+  if (address == 0) address = FindFunction(library, function);
+  return address;
+}
+
 void RemoteProcess::KeepThreadWaiting() const {
-  /// Exists as long as the thread. The open handle keeps the process id from being used again.
-  struct WaitingThread {
-    RemoteProcess process;
-    RemoteMemory procedure;
-    RemoteMemory result;
-    explicit WaitingThread(DWORD id)
-        : process(id), procedure(process, kProcedureSize), result(process, sizeof(uint64_t)) {}
-  };
-  static std::map<DWORD, std::unique_ptr<WaitingThread>>& waiting =
-      *new std::map<DWORD, std::unique_ptr<WaitingThread>>;
-  if (waiting.contains(id_)) return;
+  Known& known = Remember();
+  if (known.procedure) return;
   WaitUntilIdle(id_);
-  auto thread = std::make_unique<WaitingThread>(id_);
-  const uint64_t sleep = FindFunction(L"kernelbase.dll", "SleepEx");
-  CloseHandle(StartCall(sleep, {INFINITE, TRUE}, thread->procedure, thread->result));
-  waiting[id_] = std::move(thread);
+  auto procedure = std::make_unique<RemoteMemory>(known.process, kProcedureSize);
+  known.result = std::make_unique<RemoteMemory>(known.process, sizeof(uint64_t));
+  const uint64_t sleep = AddressOf(L"kernelbase.dll", "SleepEx");
+  CloseHandle(StartCall(sleep, {INFINITE, TRUE}, *procedure, *known.result));
+  known.procedure = std::move(procedure);
 }
 
 uint64_t RemoteProcess::Call(const wchar_t* library, const char* function,
                              const std::vector<uint64_t>& arguments) const {
   if (IsWine()) KeepThreadWaiting();
-  const uint64_t address = FindFunction(library, function);
+  const uint64_t address = AddressOf(library, function);
   const RemoteMemory result(*this, sizeof(uint64_t));
   const RemoteMemory procedure(*this, kProcedureSize);
   const HANDLE thread = StartCall(address, arguments, procedure, result);

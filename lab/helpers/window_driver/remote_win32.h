@@ -35,6 +35,10 @@ class RemoteProcess {
 
  private:
   friend class RemoteMemory;
+  struct Known;
+  Known& Remember() const;
+  /// Searches for a function once, because a search reads the process' memory a hundred times.
+  uint64_t AddressOf(const wchar_t* library, const char* function) const;
   uint64_t FindFunction(const wchar_t* library, const char* function) const;
   /// Writes a thread procedure that calls the function, and runs it. The thread's handle is the caller's.
   HANDLE StartCall(uint64_t function, const std::vector<uint64_t>& arguments, const RemoteMemory& procedure,
