@@ -215,7 +215,7 @@ struct RemoteProcess::Known {
   std::unique_ptr<RemoteMemory> result;
 };
 
-RemoteProcess::Known& RemoteProcess::Remember() const {
+RemoteProcess::Known& RemoteProcess::KnownOfThis() const {
   static std::map<DWORD, std::unique_ptr<Known>>& known = *new std::map<DWORD, std::unique_ptr<Known>>;
   std::unique_ptr<Known>& process = known[id_];
   if (!process) process = std::make_unique<Known>(id_);
@@ -223,13 +223,13 @@ RemoteProcess::Known& RemoteProcess::Remember() const {
 }
 
 uint64_t RemoteProcess::AddressOf(const wchar_t* library, const char* function) const {
-  uint64_t& address = Remember().functions[{library, function}];
+  uint64_t& address = KnownOfThis().functions[{library, function}];
   if (address == 0) address = FindFunction(library, function);
   return address;
 }
 
 void RemoteProcess::KeepThreadWaiting() const {
-  Known& known = Remember();
+  Known& known = KnownOfThis();
   if (known.procedure) return;
   WaitUntilIdle(id_);
   auto procedure = std::make_unique<RemoteMemory>(known.process, kProcedureSize);

@@ -36,7 +36,8 @@ class RemoteProcess {
  private:
   friend class RemoteMemory;
   struct Known;
-  Known& Remember() const;
+  /// What is known of this process, an empty record at first; kept until the driver ends.
+  Known& KnownOfThis() const;
   /// Searches for a function once, because a search reads the process' memory a hundred times.
   uint64_t AddressOf(const wchar_t* library, const char* function) const;
   uint64_t FindFunction(const wchar_t* library, const char* function) const;
