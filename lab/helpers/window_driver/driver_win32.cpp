@@ -43,13 +43,7 @@ std::map<std::string, Command>& Commands() {
 using ControlsById = std::map<int, HWND>;
 
 BOOL CALLBACK AddControl(HWND control, LPARAM parameter) {
-  // The ids of a combo box's children, its list and its field, can clash with those of other controls.
-  constexpr int kComboList = 1000;
-  constexpr int kComboField = 1001;
-  const int id = GetDlgCtrlID(control);
-  const bool mayBeOfComboBox = id == kComboList || id == kComboField;
-  if (!mayBeOfComboBox || ClassOf(GetParent(control)) != L"ComboBox")
-    reinterpret_cast<ControlsById*>(parameter)->try_emplace(id, control);
+  reinterpret_cast<ControlsById*>(parameter)->try_emplace(GetDlgCtrlID(control), control);
   return TRUE;
 }
 
