@@ -2,6 +2,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/file.h>
+#include <sys/personality.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -113,6 +114,10 @@ Process::Process(const std::vector<std::string>& arguments, const Options& optio
       prctl(PR_SET_PDEATHSIG, SIGKILL);
       if (getppid() != parent) _exit(127);
     }
+    // Debian's wine64 maps a page that all its programs share at 0x7FFE0000. The kernel puts the heap
+    // anywhere in the gigabyte after wine64, so in one of several thousand starts onto that page, and the
+    // start fails.
+    personality(ADDR_NO_RANDOMIZE);
     signal(SIGPIPE, SIG_DFL);
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
     dup2(input.read, STDIN_FILENO);

@@ -28,5 +28,9 @@ TEST_F(WindowDriver, A_time_out_reports_what_the_processes_wait_for) {
   }
 }
 
+TEST_F(WindowDriver, Programs_are_started_without_random_addresses) {
+  EXPECT_EQ(lab::Run({"cat", "/proc/self/personality"}).output, "00040000\n");
+}
+
 }  // namespace
 }  // namespace tarvik::lab
