@@ -56,17 +56,12 @@ endif()
 # The suites of tests/unit.
 add_executable(native_tests tests/failures/failing_program.cpp)
 target_compile_definitions(native_tests PRIVATE TARVIK_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
-target_link_libraries(native_tests PRIVATE tarvik_memory bench_core lab_guides windows_check_report)
+target_link_libraries(native_tests PRIVATE tarvik_memory bench_core lab_guides windows_check_report GTest::gtest_main)
 # Those that run the whole program thousands of times. Optimised: that takes 15 s more to compile and saves
 # minutes of running.
 add_executable(failure_tests)
-target_link_libraries(failure_tests PRIVATE tarvik_memory)
+target_link_libraries(failure_tests PRIVATE tarvik_memory GTest::gtest_main)
 target_compile_options(failure_tests PRIVATE -O1)
-foreach(program native_tests failure_tests)
-  target_link_libraries(${program} PRIVATE GTest::gtest_main)
-  # Checking the test code itself for undefined behaviour would only slow down its compilation.
-  target_compile_options(${program} PRIVATE -fno-sanitize=undefined)
-endforeach()
 
 file(GLOB native_folders CONFIGURE_DEPENDS LIST_DIRECTORIES true tests/unit/* tests/endurance tests/failures)
 foreach(folder ${native_folders})
