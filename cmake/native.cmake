@@ -5,7 +5,8 @@ option(TARVIK_TESTS "Build the tests, under the sanitizers" OFF)
 
 if(TARVIK_TESTS)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_compile_options(tarvik_settings INTERFACE ${sanitizers} -g $<TARGET_PROPERTY:UNSANITIZED>)
+  # -g1: functions and lines, which is what an error shows. A debugger needs -g for variables.
+  target_compile_options(tarvik_settings INTERFACE ${sanitizers} -g1 $<TARGET_PROPERTY:UNSANITIZED>)
   target_link_options(tarvik_settings INTERFACE ${sanitizers} -fuse-ld=lld)
 endif()
 
