@@ -231,7 +231,7 @@ Fields DoubleClick(const Arguments& arguments) {
 Fields RightClick(const Arguments& arguments) {
   const HWND list = arguments.Control(0);
   const LRESULT height = SendWithTimeOut(list, LB_GETITEMHEIGHT);
-  const LRESULT row = arguments.Number(2) - SendWithTimeOut(list, LB_GETTOPINDEX);
+  const int64_t row = arguments.Number(2) - SendWithTimeOut(list, LB_GETTOPINDEX);
   const LPARAM place = MAKELPARAM(10, row * height + height / 2);
   PostMessageW(list, WM_RBUTTONDOWN, MK_RBUTTON, place);
   PostMessageW(list, WM_RBUTTONUP, 0, place);
