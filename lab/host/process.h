@@ -21,8 +21,8 @@ class LabError : public std::runtime_error {
 /// Changes to this process' environment for a started program; no value removes the variable.
 using Environment = std::map<std::string, std::optional<std::string>>;
 
-/// A started program in its own process group, with the same memory addresses at each start. It is ended on
-/// destruction, and killed by the kernel when this process dies.
+/// A started program in its own process group, without random memory addresses. It is ended on destruction,
+/// and killed by the kernel when this process dies.
 class Process {
  public:
   struct Options {

@@ -114,9 +114,8 @@ Process::Process(const std::vector<std::string>& arguments, const Options& optio
       prctl(PR_SET_PDEATHSIG, SIGKILL);
       if (getppid() != parent) _exit(127);
     }
-    // Debian's wine64 maps a page that all its programs share at 0x7FFE0000. The kernel puts the heap
-    // anywhere in the gigabyte after wine64, so in one of several thousand starts onto that page, and the
-    // start fails.
+    // Otherwise one of about 8,000 starts of Debian's wine64 fails: Linux puts the heap anywhere in the
+    // gigabyte after the program, sometimes onto the page at 0x7FFE0000, which Wine needs.
     personality(ADDR_NO_RANDOMIZE);
     signal(SIGPIPE, SIG_DFL);
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
