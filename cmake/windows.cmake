@@ -18,6 +18,16 @@ else()
   target_link_options(tarvik_settings INTERFACE -Wl,--defsym=${terminate_handler}=abort)
 endif()
 
+# The headers that most files include, parsed once. The portable files get them without those of Windows. All others
+# share those of a library without code: a target waits for the one that owns its precompiled headers.
+set(standard_headers <algorithm> <array> <cstdint> <functional> <map> <memory> <optional> <string> <string_view>
+    <utility> <vector>)
+target_precompile_headers(tarvik_core PRIVATE ${standard_headers})
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/windows_headers.cpp CONTENT "")
+add_library(windows_headers STATIC ${CMAKE_BINARY_DIR}/windows_headers.cpp)
+target_link_libraries(windows_headers PRIVATE tarvik_settings)
+target_precompile_headers(windows_headers PRIVATE ${standard_headers} platform/windows_win32.h)
+
 enable_language(RC)
 list(TRANSFORM product_folders APPEND "/*_win32.cpp" OUTPUT_VARIABLE windows_files)
 file(GLOB windows_sources CONFIGURE_DEPENDS ${windows_files} ui/win32/*_win32.cpp)
@@ -26,6 +36,7 @@ list(TRANSFORM edition_sources PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE ed
 list(REMOVE_ITEM windows_sources ${edition_files})
 add_library(tarvik_windows STATIC ${windows_sources})
 target_link_libraries(tarvik_windows PUBLIC tarvik_core ws2_32)
+target_precompile_headers(tarvik_windows REUSE_FROM windows_headers)
 set(explanations ${CMAKE_BINARY_DIR}/resources/explanations.txt)
 # windres does not report the files that a resource script includes.
 set_source_files_properties(resources/tarvik.rc PROPERTIES OBJECT_DEPENDS
@@ -59,6 +70,7 @@ function(add_edition target family folder)
   add_dependencies(${target} explanations)
   target_include_directories(${target} PRIVATE resources ${CMAKE_BINARY_DIR}/resources)
   target_link_libraries(${target} PRIVATE tarvik_windows)
+  target_precompile_headers(${target} REUSE_FROM windows_headers)
   # The linker's default is version 4.0, for which Windows keeps old behaviour; without --tsaware a terminal server
   # gives the program a private Windows folder.
   target_link_options(${target} PRIVATE -municode -Wl,--tsaware
