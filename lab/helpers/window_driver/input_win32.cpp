@@ -284,10 +284,10 @@ void TakeForeground(HWND window) {
 
 void BringToForeground(HWND window) {
   const HWND root = GetAncestor(window, GA_ROOT);
-  // An open message box keeps the foreground.
-  const HWND active = GetLastActivePopup(root);
   // A window shown just before may still take the foreground, so try again.
-  WaitFor(kInputTimeOutMs, "foreground", [active] {
+  WaitFor(kInputTimeOutMs, "foreground", [root] {
+    // An open message box keeps the foreground. Ask at each try: one that is closing is still found at first.
+    const HWND active = GetLastActivePopup(root);
     if (GetForegroundWindow() == active) return true;
     if (!SetForegroundWindow(active)) TakeForeground(active);
     return BecomesTrue([active] { return GetForegroundWindow() == active; });
