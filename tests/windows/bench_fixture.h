@@ -56,6 +56,9 @@ class BenchTest : public testing::Test {
     Process::Options options;
     options.environment = prefix_->Variables();
     options.environment["DISPLAY"] = std::nullopt;
+    // Keeps Wine's server running, or says that it already does. Otherwise it ends soon after the last
+    // program, and one that starts just then finds its connection reset.
+    lab::Run(InNamespace(namespace_, {"wineserver", "-p"}), options);
     const std::string wine = WineFor(command.front());
     command.front() = WindowsPath(command.front());
     command.insert(command.begin(), wine);
