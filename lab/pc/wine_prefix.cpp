@@ -70,6 +70,8 @@ std::string MasterPrefix(const std::string& cacheFolder, WindowsLanguage languag
   // Without a display no dialog can wait for an answer.
   variables["DISPLAY"] = std::nullopt;
   RunInPrefix(variables, {"wineboot", "-i"});
+  // A program that starts while the server ends finds its connection reset.
+  RunInPrefix(variables, {"wineserver", "-w"});
   // With time zones, every program would compare all of them with this machine's when it starts. Wine works
   // without.
   RunInPrefix(variables, {"wine", "reg", "delete",
