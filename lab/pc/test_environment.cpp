@@ -47,6 +47,7 @@ ProgramCopy::ProgramCopy(LanguageFiles files) : directory_(PcForTests().cacheFol
 WindowsPc::Options PcForTests() {
   WindowsPc::Options options;
   options.onOneCore = true;
+  options.themed = false;
   options.driver = EnvironmentValue("TARVIK_DRIVER");
   options.cacheFolder = CacheFolder(fs::temp_directory_path());
   options.programPath = EnvironmentValue("TARVIK_BENCH");

@@ -24,6 +24,10 @@ WindowsPc::WindowsPc(const Options& options)
       core_(options.onOneCore ? std::make_unique<OneCore>(options.cacheFolder) : nullptr),
       desktop_(ScreenFor(options)),
       prefix_(std::make_unique<WinePrefix>(options.cacheFolder, options.language, options.dpi)) {
+  if (!options_.themed)
+    prefix_->SetRegistryValue(WinePrefix::Hive::User,
+                              "Software\\Microsoft\\Windows\\CurrentVersion\\ThemeManager", "ThemeActive",
+                              "\"0\"");
   if (!desktop_.IsInvisible()) return;
   // On a virtual desktop, Wine places, frames and activates windows itself, as Windows does. Directly on the
   // screen it waits for a window manager; and when the screen reports late that a window has lost the focus,

@@ -34,6 +34,7 @@ class WindowsPc {
     int dpi = 96;
     bool onOneCore = false;      ///< see OneCore; includes whatever else this thread starts
     bool onUsersScreen = false;  ///< use the user's display when there is one
+    bool themed = true;          ///< false: programs draw their controls without a theme
   };
 
   /// Creates display and prefix. The driver starts with the first command. Throws LabError.

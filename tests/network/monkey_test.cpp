@@ -30,6 +30,7 @@ class MonkeyAtWork : public CncTest<MonkeyAtWork> {
  public:
   static WindowsPc::Options Options() {
     WindowsPc::Options options = OptionsWith({});
+    options.themed = true;  // as on users' PCs
     folder_ = std::make_unique<TempDirectory>(options.cacheFolder);
     options.environment["TARVIK_LAB_STARTS"] = WindowsPath(folder_->Path() + "/starts");
     return options;

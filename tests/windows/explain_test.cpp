@@ -181,6 +181,7 @@ class ExplainAt200Percent : public ExplainTest<ExplainAt200Percent> {
   static WindowsPc::Options Options() {
     WindowsPc::Options options = PcForTests();
     options.dpi = 192;
+    options.themed = true;
     return options;
   }
 };

@@ -5,7 +5,8 @@
 namespace tarvik::lab {
 namespace {
 
-/// A PC with a high-contrast scheme: light text on black.
+/// A PC with a high-contrast scheme, light text on black. It has no theme (PcForTests), so that programs use
+/// the scheme's colours.
 class HighContrast : public WindowsTest<HighContrast> {
  public:
   static void PreparePc(WindowsPc& pc) {
@@ -15,10 +16,6 @@ class HighContrast : public WindowsTest<HighContrast> {
     };
     for (const char* background : {"ButtonFace", "Window", "Menu", "MenuBar"}) colour(background, "0 0 0");
     for (const char* text : {"ButtonText", "WindowText", "MenuText"}) colour(text, "255 255 0");
-    // High-contrast schemes draw without a theme.
-    pc.Prefix().SetRegistryValue(WinePrefix::Hive::User,
-                                 "Software\\Microsoft\\Windows\\CurrentVersion\\ThemeManager", "ThemeActive",
-                                 "\"0\"");
     colour("Hilight", "0 128 0");
     colour("HilightText", "255 255 255");
     colour("GrayText", "0 255 0");

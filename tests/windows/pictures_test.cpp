@@ -79,7 +79,9 @@ void ExpectPages(WindowsPc& pc, const Look& look, const std::string& path,
 
 void ExpectPictures(const Look& look) {
   if (const auto reason = WindowsUnsupportedReason()) GTEST_SKIP() << *reason;
-  WindowsPc pc(PictureOptions(PcForTests(), look.language, look.dpi));
+  WindowsPc::Options options = PcForTests();
+  options.themed = true;
+  WindowsPc pc(PictureOptions(options, look.language, look.dpi));
   PrepareForPictures(pc, look.language);
   ExpectPages(pc, look, ProgramPath(), {{0, "ping"}, {1, "nexal2"}, {2, "ftp"}}, true);
   // There is no general edition of the 64-bit program.

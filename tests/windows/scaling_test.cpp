@@ -169,6 +169,7 @@ void ExpectWholeAt(int dpi) {
     WindowsPc::Options options = PcForTests();
     options.language = language;
     options.dpi = dpi;
+    options.themed = true;
     WindowsPc pc(options);
     for (const char* locale : {"1033", "1041"}) {
       SCOPED_TRACE(locale);
@@ -193,6 +194,13 @@ TEST(ScalingOf150Percent, All_texts_are_completely_visible_in_both_languages) { 
 TEST(ScalingOf200Percent, All_texts_are_completely_visible_in_both_languages) { ExpectWholeAt(192); }
 
 class AnotherMonitor : public WindowsTest<AnotherMonitor> {
+ public:
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = PcForTests();
+    options.themed = true;
+    return options;
+  }
+
  protected:
   static std::vector<ScreenRect> Places(const WindowUnderTest& window) {
     const ScreenRect outer = window.Rect(0);

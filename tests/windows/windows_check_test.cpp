@@ -171,6 +171,11 @@ constexpr PlantedFault kFaults[] = {
 
 class WindowsCheck : public WindowsCheckTest<WindowsCheck> {
  public:
+  static WindowsPc::Options Options() {
+    WindowsPc::Options options = WindowsCheckTest::Options();
+    options.themed = true;  // what is drawn is checked, too
+    return options;
+  }
   /// The result list has its fixed-pitch face, as on every Windows.
   static void PreparePc(WindowsPc& pc) {
     constexpr char kKey[] = "Software\\Wine\\Fonts\\Replacements";
