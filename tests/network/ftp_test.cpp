@@ -188,15 +188,16 @@ TEST_F(Ftp, A_greeting_of_megabytes_without_a_line_end_is_harmless) {
 
 class LargeFtp : public FtpTest<LargeFtp> {};
 
-TEST_F(LargeFtp, A_directory_of_1500_entries_is_listed_completely) {
+TEST_F(LargeFtp, A_directory_of_1100_entries_is_listed_completely) {
   const FtpServer server = Serve(Product::Vsftpd);
-  for (int i = 0; i < 1500; ++i) server.AddFile("file" + std::to_string(10'000 + i));
+  // Just enough to overflow the result list: Wine's library reads a listing byte by byte.
+  for (int i = 0; i < 1100; ++i) server.AddFile("file" + std::to_string(10'000 + i));
   const Lines lines = Test();
-  // Added in total: 6 lines of start-up report, 2 of title, 2 replies, 3 of header, 1,500 entries, 1 reply.
+  // Added in total: 6 lines of start-up report, 2 of title, 2 replies, 3 of header, 1,100 entries, 1 reply.
   // A full list (1,001 lines) is cleared before the next line is added, so the remainder is left.
-  ASSERT_EQ(lines.size(), (6U + 2 + 2 + 3 + 1500 + 1) % 1001);
+  ASSERT_EQ(lines.size(), (6U + 2 + 2 + 3 + 1100 + 1) % 1001);
   for (size_t i = 0; i + 1 < lines.size(); ++i)
-    ASSERT_EQ(lines[i], Entry("file" + std::to_string(11'500 - (lines.size() - 1) + i), "0"));
+    ASSERT_EQ(lines[i], Entry("file" + std::to_string(11'100 - (lines.size() - 1) + i), "0"));
 }
 
 class JapaneseFtp : public FtpTest<JapaneseFtp> {
