@@ -1,6 +1,6 @@
-# All fuzzers are one program. Each starts from its seeds and runs for a limited time.
-# - With a fixed random seed, a new failure most likely means that the code has changed. The time decides how
-#   many inputs a run tries, so two runs are not exactly the same.
+# All fuzzers are one program. Each starts from its seeds and stops after a number of inputs or a time.
+# - With a fixed random seed, a new failure most likely means that the code has changed. Fuzzers that stop after a
+#   time do not try exactly the same inputs in every run.
 # - The folder for new inputs is emptied before each run, so that every run starts from the same inputs.
 # - -entropic=0: weighing inputs by the rarity of their features takes time that short runs need for inputs.
 file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*.cpp)
@@ -13,7 +13,8 @@ set_source_files_properties(tests/fuzz/report_saved.cpp PROPERTIES COMPILE_DEFIN
 # The fuzzers of the whole program use the fixture of the unit tests, which needs GoogleTest.
 target_link_libraries(fuzzers PRIVATE tarvik_memory bench_core lab_scenario GTest::gtest)
 
-# TARVIK_FUZZ_SECONDS: libFuzzer stops once more whole seconds than this have passed, so 1 means about two.
+# A fuzzer tries at most 20,000 inputs, for at most two seconds: libFuzzer stops once more whole seconds have passed
+# than -max_total_time says. TARVIK_FUZZ_SECONDS replaces both limits.
 function(add_fuzzer name)
   set(found ${CMAKE_BINARY_DIR}/found/${name})
   set(archive ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name}.tar.gz)
@@ -22,7 +23,7 @@ function(add_fuzzer name)
     set(unpack "tar -xzf ${archive} -C ${found}")
   endif()
   add_test(NAME fuzz_${name} COMMAND sh -c "rm -rf ${found} && mkdir -p ${found} && ${unpack} && exec \"$0\" \"$@\" \
-    -seed=\${TARVIK_FUZZ_SEED:-90210} -max_total_time=\${TARVIK_FUZZ_SECONDS:-1}"
+    -seed=\${TARVIK_FUZZ_SEED:-90210} -max_total_time=\${TARVIK_FUZZ_SECONDS:-1 -runs=20000}"
     $<TARGET_FILE:fuzzers> --fuzzer=${name} -entropic=0 -max_len=8192 -timeout=5 ${found} ${ARGN})
   set_tests_properties(fuzz_${name} PROPERTIES LABELS native PROCESSORS 3
     ENVIRONMENT_MODIFICATION ${sanitizer_options})
