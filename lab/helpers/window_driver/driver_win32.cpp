@@ -20,7 +20,7 @@
 namespace tarvik::lab {
 namespace {
 
-constexpr UINT kAnswerTimeOutMs = 15000;
+constexpr UINT kAnswerTimeOutMs = 60000;
 constexpr int64_t kControlTimeOutMs = 15000;
 
 /// Every question to a window costs processor time, which waiting tests take from the others. So the pauses
@@ -181,7 +181,7 @@ void WaitClosely(int64_t timeOutMs, const std::string& what, const std::function
 LRESULT SendWithTimeOut(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   DWORD_PTR result = 0;
   if (SendMessageTimeoutW(window, message, wparam, lparam, SMTO_NORMAL, kAnswerTimeOutMs, &result) == 0) {
-    throw CommandError("the window does not respond");
+    throw CommandError("the window does not respond: error " + NumberText(GetLastError()));
   }
   return static_cast<LRESULT>(result);
 }

@@ -59,7 +59,8 @@ void WaitFor(int64_t timeOutMs, const std::string& what, const std::function<boo
 /// The same for measurements: polls every millisecond.
 void WaitClosely(int64_t timeOutMs, const std::string& what, const std::function<bool()>& condition);
 
-/// SendMessage with a time-out of 15 seconds. Throws CommandError when the window does not respond.
+/// SendMessage with a time-out of a minute: a program on a busy machine can take long to answer. Throws
+/// CommandError when the window does not respond.
 LRESULT SendWithTimeOut(HWND window, UINT message, WPARAM wparam = 0, LPARAM lparam = 0);
 
 std::wstring TextOf(HWND window);
