@@ -3,9 +3,12 @@
 
 find_package(GTest REQUIRED)
 
-# ./test runs three tests per core, because many tests only wait. Those that only compute run two at a time and at
-# the lowest priority, so that waiting tests run beside them and are served at once. Fuzzers, which must compute
-# for a fixed time, count as three. The longest tests start first (COST).
+# ./test runs four tests per core, the longest first (COST). Locks limit how many of a kind run at a
+# time:
+# - Those that only compute: two, at the lowest priority, so that waiting tests beside them are served at once.
+# - Long ones that mostly wait: five, in lanes, so that others use the processor meanwhile.
+# Fuzzers count as three tests, so that two run at a time on two cores: some stop after a time, and a busy machine
+# would cost them inputs.
 set(nice nice -n 19)
 set(computes COST 1000 RESOURCE_LOCK first_core)
 set(also_computes COST 900 RESOURCE_LOCK second_core)
@@ -93,6 +96,12 @@ set_tests_properties(native.report.Ladder_without_window PROPERTIES LABELS nativ
   "PING test.*0002 Reply From.*CNC Type.*Live=True.*230 logged in.*O0001.NC.*Every rung passed")
 
 include(cmake/fuzzers.cmake)
+
+# For suites that take half a minute or more and mostly wait. Those of a lane run one after the other, so the
+# longest lane is the least that the tests take.
+function(mostly_wait lane)
+  set_tests_properties(${ARGN} PROPERTIES COST 800 RESOURCE_LOCK lane_${lane})
+endfunction()
 
 # Adds the suites that drive the real program. Each has its own Wine prefix, so they can run in parallel.
 # A suite that cannot run on this machine prints "SKIPPED" and counts as skipped. The costs fall from 100 to 50, so
