@@ -77,6 +77,12 @@ std::string MasterPrefix(const std::string& cacheFolder, WindowsLanguage languag
   RunInPrefix(variables, {"wine", "reg", "delete",
                           "HKLM\\Software\\Microsoft\\Windows NT\\CurrentVersion\\Time Zones", "/f"});
   RunInPrefix(variables, {"wineserver", "-w"});
+  // These two services would start with every PC, for a fifth of the processor time of its start. Nothing
+  // here plugs devices in or reads the event log.
+  constexpr char kDisabled[] = "dword:00000004";
+  for (const char* const service : {"PlugPlay", "Eventlog"})
+    AppendRegistryValue(unfinished + "/system.reg",
+                        std::string("System\\CurrentControlSet\\Services\\") + service, "Start", kDisabled);
   AppendRegistryValue(unfinished + "/user.reg", "Software\\Wine\\WineDbg", "ShowCrashDialog",
                       "dword:00000000");
   fs::rename(unfinished, name);
