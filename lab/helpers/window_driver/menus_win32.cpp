@@ -142,11 +142,13 @@ void InFontOf(HWND control, Measure measure) {
   // A font handle is only valid in its own process: read its description there, and make a copy here.
   const RemoteProcess process(ProcessOf(control));
   const RemoteMemory memory(process, sizeof(LOGFONTW));
-  const uint64_t font =
-      process.Call(kUser32, "SendMessageW", {reinterpret_cast<uintptr_t>(control), WM_GETFONT, 0, 0});
-  if (process.Call(L"gdi32.dll", "GetObjectW", {font, sizeof(LOGFONTW), memory.Address()}) == 0) {
-    throw CommandError("the control has no font");
-  }
+  constexpr int64_t kFontTimeOutMs = 15000;
+  // More than once, because a program may replace the font between the two calls when the scaling changes.
+  WaitFor(kFontTimeOutMs, "font of the control", [&] {
+    const uint64_t font =
+        process.Call(kUser32, "SendMessageW", {reinterpret_cast<uintptr_t>(control), WM_GETFONT, 0, 0});
+    return process.Call(L"gdi32.dll", "GetObjectW", {font, sizeof(LOGFONTW), memory.Address()}) != 0;
+  });
   LOGFONTW description;
   process.Read(memory.Address(), &description, sizeof description);
   const HFONT copy = CreateFontIndirectW(&description);
