@@ -3,8 +3,7 @@
 
 find_package(GTest REQUIRED)
 
-# ./test runs four tests per core, the longest first (COST). Locks limit how many of a kind run at a
-# time:
+# ./test runs four tests per core, the longest first (COST). Locks limit how many of a kind run at a time:
 # - Those that only compute: two, at the lowest priority, so that waiting tests beside them are served at once.
 # - Long ones that mostly wait: five, in lanes, so that others use the processor meanwhile.
 # Fuzzers count as three tests, so that two run at a time on two cores: some stop after a time, and a busy machine
@@ -97,8 +96,8 @@ set_tests_properties(native.report.Ladder_without_window PROPERTIES LABELS nativ
 
 include(cmake/fuzzers.cmake)
 
-# For suites that take half a minute or more and mostly wait. Those of a lane run one after the other, so the
-# longest lane is the least that the tests take.
+# For suites that take half a minute or more and mostly wait. Those of a lane run one after the other, so all lanes
+# should take about equally long: no ./test is shorter than the longest.
 function(mostly_wait lane)
   set_tests_properties(${ARGN} PROPERTIES COST 800 RESOURCE_LOCK lane_${lane})
 endfunction()
