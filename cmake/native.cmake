@@ -33,7 +33,7 @@ target_link_libraries(tarvik_memory PUBLIC tarvik_core)
 # Smaller batches, because these files change most and a change recompiles its whole batch.
 set_target_properties(tarvik_core PROPERTIES UNITY_BUILD_BATCH_SIZE 4)
 fuzzed(tarvik_core tarvik_memory)
-lint(tarvik_core tarvik_memory)
+lint(product tarvik_core tarvik_memory)
 
 add_subdirectory(bench)
 add_subdirectory(lab)

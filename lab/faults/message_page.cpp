@@ -5,7 +5,7 @@
 namespace tarvik::lab {
 namespace {
 
-constexpr char kIntroduction[] =
+constexpr char kMessagesIntroduction[] =
     R"(<!-- Generated from resources/messages.cpp by build/native/lab/guide_pages. Edit the texts there. -->
 
 # Messages / メッセージ一覧
@@ -40,7 +40,7 @@ bool IsCaption(int32_t id) {
 }  // namespace
 
 std::string MessagePage(const GuideTexts& texts) {
-  std::string page = kIntroduction;
+  std::string page = kMessagesIntroduction;
   for (const auto& [id, both] : texts.messages) {
     const bool caption = IsCaption(id);
     page += "| " + std::to_string(id) + " | " + Cell(both.english, caption) + " | " +

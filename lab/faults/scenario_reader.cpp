@@ -31,7 +31,7 @@ constexpr VerbRule kVerbs[] = {
 };
 
 constexpr Rung kRungs[] = {Rung::Ping, Rung::CncLibrary, Rung::K7, Rung::Ftp};
-constexpr const char* kHosts[] = {"pc", "gateway", "near", "far"};
+constexpr const char* kHostNames[] = {"pc", "gateway", "near", "far"};
 constexpr const char* kAnswers[] = {"OK", "Cancel", "Yes", "No"};
 
 std::string_view TextOf(const char* name) { return name; }
@@ -155,8 +155,8 @@ Change Reader::ReadChange(const Section::Line& line) const {
     if (!after.empty() && after.front() != ' ') continue;
     Change change{rule.verb, {}, WordsOf(after), {}, line.number};
     if (rule.hasHost) {
-      if (change.words.empty() || !Has(kHosts, change.words.front())) {
-        Fail(line.number, "\"" + change.verb + "\" needs a host: " + Listed(kHosts));
+      if (change.words.empty() || !Has(kHostNames, change.words.front())) {
+        Fail(line.number, "\"" + change.verb + "\" needs a host: " + Listed(kHostNames));
       }
       change.host = change.words.front();
       change.words.erase(change.words.begin());

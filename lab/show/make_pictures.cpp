@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::chrono::seconds kRunTimeOut(90);
+constexpr std::chrono::seconds kPictureRunTimeOut(90);
 constexpr int kDpi = 96;
 
 struct Tools {
@@ -77,7 +77,7 @@ class Studio {
     ProgramUnderTest program(pc, tools_.family, commandLine);
     const Listener listener{.onBox = [](const BoxUnderTest&) {}};
     const WindowUnderTest window = WaitForMainWindow(program, listener);
-    FollowRun(program, window, kRunTimeOut, listener);
+    FollowRun(program, window, kPictureRunTimeOut, listener);
     window.SelectTab(ID_tabMode, 0);
     Picture(pc, window, name);
     for (const auto& [tab, page] : pages) {
@@ -122,7 +122,7 @@ class Studio {
     window.SetText(ID_cmbIPAddr, kNearAddress);
     window.SetText(ID_txtK7ApiTestCount, "3");
     window.SelectTab(ID_tabMode, 2);
-    ClickAndFollow(program, window, ID_cmdK7Api, kRunTimeOut);
+    ClickAndFollow(program, window, ID_cmdK7Api, kPictureRunTimeOut);
     Picture(pc, window, "page-k7-api");
     window.SelectTab(ID_tabMode, 3);
     Picture(pc, window, "page-k7-svc");
