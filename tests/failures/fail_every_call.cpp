@@ -311,19 +311,14 @@ class FailureInjector {
   int shown_ = 0;
 };
 
-/// Knows which pairs of failures were injected.
-class KindsOfPairs {
- public:
-  using Kind = std::tuple<std::string, int, std::string, int>;
+/// A pair of failures: the call and the way of each.
+using KindOfPair = std::tuple<std::string, int, std::string, int>;
 
-  explicit KindsOfPairs(Pairs pairs) : pairs_(pairs) {}
-  /// True when the pair must be injected.
-  bool IsNew(Kind kind) { return pairs_ == Pairs::All || failed_.insert(std::move(kind)).second; }
-
- private:
-  Pairs pairs_;
-  std::set<Kind> failed_;
-};
+/// The kinds of pairs that the suite has injected. A routine that runs alone therefore injects more of them.
+std::set<KindOfPair>& KindsOfSuite() {
+  static std::set<KindOfPair> kinds;
+  return kinds;
+}
 
 }  // namespace
 
@@ -332,15 +327,17 @@ void FailureTest::FailEveryCall(const Routine& routine) {
   const auto calls = injector.RunWithoutFailure();
   ASSERT_FALSE(calls.empty()) << routine.name;
   ASSERT_FALSE(HasFailure());
-  KindsOfPairs kinds(routine.pairs);
+  std::set<KindOfPair>& kinds = KindsOfSuite();
   for (size_t first = 0; first < calls.size(); ++first) {
     for (int way = 1; way <= calls[first].ways; ++way) {
       const auto later = injector.RunWithFailures({{first, way}});
       if (routine.pairs == Pairs::None) continue;
       for (size_t second = first + 1; second < later.size(); ++second)
-        for (int secondWay = 1; secondWay <= later[second].ways && !injector.Enough(); ++secondWay)
-          if (kinds.IsNew({calls[first].name, way, later[second].name, secondWay}))
+        for (int secondWay = 1; secondWay <= later[second].ways && !injector.Enough(); ++secondWay) {
+          const bool isNew = kinds.insert({calls[first].name, way, later[second].name, secondWay}).second;
+          if (isNew || routine.pairs == Pairs::All)
             injector.RunWithFailures({{first, way}, {second, secondWay}});
+        }
       injector.EndProgram();
     }
   }
@@ -353,6 +350,10 @@ void FailureTest::FailEveryCall(const Routine& routine) {
               calls.size(), injector.Runs());
 }
 
-void FailureTest::TearDownTestSuite() { std::printf("%d failures injected in total\n", TotalOfSuite()); }
+void FailureTest::TearDownTestSuite() {
+  std::printf("%d failures injected in total\n", TotalOfSuite());
+  TotalOfSuite() = 0;
+  KindsOfSuite().clear();
+}
 
 }  // namespace tarvik::test

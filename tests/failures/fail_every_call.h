@@ -20,7 +20,7 @@ struct Silence {
 /// Which pairs of failures are injected in addition to single ones.
 enum class Pairs {
   All,
-  OfEachKind,  ///< one of all pairs that fail calls of the same names in the same ways
+  OfEachKind,  ///< only pairs whose kind is new in the suite: the names of both calls, and their ways
   None
 };
 

@@ -3,7 +3,7 @@
 namespace tarvik::test {
 namespace {
 
-/// Ladders are tested with one pair of each kind; other tests cover all pairs of each rung.
+/// Ladders inject only kinds of pairs that no earlier test has injected. Others cover all pairs of each rung.
 class FtpFailures : public FailureTest {
  protected:
   static void PrepareServer(FailingProgram& program) {
