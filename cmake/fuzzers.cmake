@@ -26,7 +26,7 @@ function(add_fuzzer name)
   add_test(NAME fuzz_${name} COMMAND sh -c "rm -rf ${found} && mkdir -p ${found} && ${unpack} && exec \"$0\" \"$@\" \
     -seed=\${TARVIK_FUZZ_SEED:-90210} -max_total_time=\${TARVIK_FUZZ_SECONDS:-1 -runs=5000}"
     $<TARGET_FILE:fuzzers> --fuzzer=${name} -entropic=0 -len_control=0 -max_len=8192 -timeout=5 ${found} ${ARGN})
-  set_tests_properties(fuzz_${name} PROPERTIES LABELS native PROCESSORS 3
+  set_tests_properties(fuzz_${name} PROPERTIES LABELS native COST 900 RESOURCE_GROUPS computations:1
     ENVIRONMENT_MODIFICATION ${sanitizer_options})
 endfunction()
 

@@ -3,14 +3,21 @@
 
 find_package(GTest REQUIRED)
 
-# ./test runs four tests per core, the longest first (COST). Locks limit how many of a kind run at a time:
-# - Those that only compute: two, at the lowest priority, so that waiting tests beside them are served at once.
-# - Long ones that mostly wait: five, in lanes, so that others use the processor meanwhile.
-# Fuzzers count as three tests, so that two run at a time on two cores: some stop after a time, and a busy machine
-# would cost them inputs.
+# ./test runs five tests per core, those with the highest COST first. At most so many run at a time of those that
+# - drive Windows programs ("pcs"): four per core, because most of them wait for echoes, servers and windows,
+# - do so for long and mostly wait: five, in lanes,
+# - only compute for long ("computations"): one per two cores. They run at the lowest priority, so that waiting tests
+#   are served at once. Fuzzers do not: some stop after a time, and would try fewer inputs.
+# Without the file made here, ctest knows only the limit of the lanes.
+cmake_host_system_information(RESULT cores QUERY NUMBER_OF_LOGICAL_CORES)
+math(EXPR pcs "4 * ${cores}")
+math(EXPR computations "(${cores} + 1) / 2")
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/test_resources.json @ONLY CONTENT [[
+{"version": {"major": 1, "minor": 0},
+ "local": [{"pcs": [{"id": "0", "slots": @pcs@}], "computations": [{"id": "0", "slots": @computations@}]}]}
+]])
 set(nice nice -n 19)
-set(computes COST 1000 RESOURCE_LOCK first_core)
-set(also_computes COST 900 RESOURCE_LOCK second_core)
+set(computes COST 1000 RESOURCE_GROUPS computations:1)
 
 # By default, AddressSanitizer keeps 256 MB of freed memory and 30 calls for each allocation, which takes time. Less
 # is enough to find and read an error. The developer's own ASAN_OPTIONS come after these, so they win.
@@ -50,11 +57,11 @@ if(TARVIK_CLANG_FORMAT)
   list(TRANSFORM source_folders APPEND "/*.h" OUTPUT_VARIABLE h_files)
   file(GLOB_RECURSE formatted CONFIGURE_DEPENDS ${cpp_files} ${h_files})
   add_test(NAME Sources.Are_formatted COMMAND ${nice} ${TARVIK_CLANG_FORMAT} --dry-run -Werror ${formatted})
-  set_tests_properties(Sources.Are_formatted PROPERTIES LABELS native ${also_computes})
+  set_tests_properties(Sources.Are_formatted PROPERTIES LABELS native ${computes})
 endif()
 if(TARVIK_CLANG_TIDY)
   add_test(NAME Sources.Are_linted COMMAND ${nice} ${CMAKE_COMMAND} --build ${CMAKE_BINARY_DIR} --target lint)
-  set_tests_properties(Sources.Are_linted PROPERTIES LABELS native ${also_computes})
+  set_tests_properties(Sources.Are_linted PROPERTIES LABELS native ${computes})
 endif()
 
 # The suites of tests/unit.
@@ -125,7 +132,7 @@ function(add_suite_test name program label machine cost suite)
                 TARVIK_BENCH=${PROJECT_SOURCE_DIR}/out/bench/${machine}
                 TARVIK_CACHE=${PROJECT_SOURCE_DIR}/out/cache
                 ${ARGN})
-  set_tests_properties(${name} PROPERTIES COST ${cost})
+  set_tests_properties(${name} PROPERTIES COST ${cost} RESOURCE_GROUPS pcs:1)
   # On a new machine, this suite creates the Wine prefix that the others copy. Beside it they would only wait.
   set(first_suite windows.x86.ModuleVersions)
   if(NOT name STREQUAL first_suite)
