@@ -235,20 +235,31 @@ std::string IconKind(HWND box, HWND icon) {
   return "other";
 }
 
-/// wait_box <process> <time-out> -> handle, title, text, icon, then id and caption of each button
-Fields WaitBox(const Arguments& arguments) {
-  const auto process = static_cast<DWORD>(arguments.Number(0));
-  HWND box = nullptr;
-  WaitFor(arguments.Number(1), "message box", [&] {
-    box = FindTopLevel(process, L"#32770");
-    return box != nullptr && IsWindowEnabled(box);
-  });
+Fields PartsOf(HWND box) {
   BoxParts parts;
   EnumChildWindows(box, AppendPart, reinterpret_cast<LPARAM>(&parts));
   Fields fields = {HandleText(box), ToUtf8(TextOf(box)),
                    parts.text == nullptr ? std::string() : ToUtf8(TextOf(parts.text)),
                    IconKind(box, parts.icon)};
   fields.insert(fields.end(), parts.buttons.begin(), parts.buttons.end());
+  return fields;
+}
+
+/// wait_box <process> <time-out> -> handle, title, text, icon, then id and caption of each button
+Fields WaitBox(const Arguments& arguments) {
+  const auto process = static_cast<DWORD>(arguments.Number(0));
+  Fields fields;
+  WaitFor(arguments.Number(1), "message box", [&] {
+    const HWND box = FindTopLevel(process, L"#32770");
+    if (box == nullptr || !IsWindowEnabled(box)) return false;
+    try {
+      fields = PartsOf(box);
+    } catch (const CommandError&) {
+      if (IsWindowVisible(box)) throw;
+    }
+    // A box that closed while it was being read is not the one to wait for.
+    return IsWindowVisible(box) != FALSE;
+  });
   return fields;
 }
 
