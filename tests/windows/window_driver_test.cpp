@@ -32,5 +32,13 @@ TEST_F(WindowDriver, Programs_are_started_without_random_addresses) {
   EXPECT_EQ(lab::Run({"cat", "/proc/self/personality"}).output, "00040000\n");
 }
 
+TEST_F(WindowDriver, A_box_that_closes_while_it_is_read_is_not_the_one_to_wait_for) {
+  ProgramUnderTest program(Pc(), fs::path(ProgramPath()).parent_path() / "closing_box.exe");
+  const BoxUnderTest box = program.WaitForBox();
+  EXPECT_EQ(box.title, "Second");
+  program.Answer(box, BoxButton::Ok);
+  EXPECT_EQ(program.WaitForEnd(), 0U);
+}
+
 }  // namespace
 }  // namespace tarvik::lab
