@@ -1,5 +1,6 @@
 // Creating a prefix takes about 17 seconds and 1.3 GB, so all prefixes are hard-linked copies of one master
-// per language. Files that Wine writes in place must be real copies, or the master changes too.
+// per language. Files that Wine writes in place must be real copies, or the master changes too. Two folders
+// to which nothing writes hold half of all files. Prefixes share them, because even links take time.
 
 #include "lab/pc/wine_prefix.h"
 
@@ -57,6 +58,16 @@ void RunInPrefix(const Environment& variables, const std::vector<std::string>& a
   if (code != 0) throw LabError(arguments[0] + " cannot create a Wine prefix");
 }
 
+constexpr std::array<const char*, 2> kSharedFolders = {"syswow64", "winsxs"};
+
+fs::path WindowsFolder(const std::string& prefix) { return prefix + "/drive_c/windows"; }
+
+/// The parent of the master's shared folders.
+fs::path SharedBy(const std::string& master) { return master + ".shared"; }
+
+/// What the shared folders' write time is set to. It changes when a file comes or goes.
+const fs::file_time_type kUntouched = std::chrono::file_clock::from_sys(std::chrono::sys_seconds{});
+
 /// The language's master prefix, created when missing.
 std::string MasterPrefix(const std::string& cacheFolder, WindowsLanguage language) {
   fs::create_directories(cacheFolder);
@@ -85,8 +96,24 @@ std::string MasterPrefix(const std::string& cacheFolder, WindowsLanguage languag
                         std::string("System\\CurrentControlSet\\Services\\") + service, "Start", kDisabled);
   AppendRegistryValue(unfinished + "/user.reg", "Software\\Wine\\WineDbg", "ShowCrashDialog",
                       "dword:00000000");
+  fs::remove_all(SharedBy(name));
+  fs::create_directory(SharedBy(name));
+  for (const char* const folder : kSharedFolders) {
+    fs::rename(WindowsFolder(unfinished) / folder, SharedBy(name) / folder);
+    fs::last_write_time(SharedBy(name) / folder, kUntouched);
+  }
   fs::rename(unfinished, name);
   return name;
+}
+
+void ShareFolders(const std::string& master, const std::string& prefix) {
+  for (const char* const folder : kSharedFolders) {
+    const fs::path shared = SharedBy(master) / folder;
+    if (!fs::exists(shared)) continue;  // the master of an older version
+    if (fs::last_write_time(shared) != kUntouched)
+      throw LabError("A program has changed " + shared.string() + ". Delete " + master);
+    fs::create_directory_symlink(shared, WindowsFolder(prefix) / folder);
+  }
 }
 
 /// In this file of the prefix Debian's Wine keeps the name of its server's directory in /tmp.
@@ -94,6 +121,7 @@ constexpr char kServerDirectoryFile[] = "/wineserver";
 
 void Copy(const std::string& from, const std::string& to) {
   RunOrThrow({"cp", "-al", from, to});
+  ShareFolders(from, to);
   // A copied name would be shared with other prefixes. Wine then identifies their servers by the prefix'
   // inode number, which the file system soon gives to a new prefix.
   fs::remove(to + kServerDirectoryFile);
@@ -167,10 +195,15 @@ void WinePrefix::SetRegistryValue(Hive hive, const std::string& key, const std::
 }
 
 void WinePrefix::ReplaceProgram(const std::string& name, const std::string& file) {
-  for (const char* const folder : {"system32", "syswow64"}) {
-    const fs::path program = fs::path(folder_) / "drive_c/windows" / folder / name;
-    fs::remove(program);  // a hard link to the master's
-    fs::copy_file(file, program);
+  for (const char* const system : {"system32", "syswow64"}) {
+    const fs::path folder = WindowsFolder(folder_) / system;
+    if (fs::is_symlink(folder)) {
+      const fs::path shared = fs::read_symlink(folder);
+      fs::remove(folder);
+      RunOrThrow({"cp", "-al", shared, folder});
+    }
+    fs::remove(folder / name);  // a hard link to the master's
+    fs::copy_file(file, folder / name);
   }
 }
 
