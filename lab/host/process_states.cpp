@@ -31,16 +31,23 @@ std::string ThreadsOf(const fs::path& process) {
 
 }  // namespace
 
-std::string StatesOfProcessesWith(const std::string& variable) {
-  std::string states;
+std::vector<std::string> ProcessesWith(const std::string& variable) {
+  std::vector<std::string> ids;
   const std::string ended = '\0' + variable + '\0';
   std::error_code error;
   for (fs::directory_iterator process("/proc", error), end; !error && process != end;
        process.increment(error)) {
     const fs::path& folder = process->path();
-    if (folder.filename().string().find_first_not_of("0123456789") != std::string::npos) continue;
-    if (('\0' + ContentOf(folder / "environ")).find(ended) != std::string::npos) states += ThreadsOf(folder);
+    const std::string id = folder.filename();
+    if (id.find_first_not_of("0123456789") != std::string::npos) continue;
+    if (('\0' + ContentOf(folder / "environ")).find(ended) != std::string::npos) ids.push_back(id);
   }
+  return ids;
+}
+
+std::string StatesOfProcessesWith(const std::string& variable) {
+  std::string states;
+  for (const std::string& id : ProcessesWith(variable)) states += ThreadsOf(fs::path("/proc") / id);
   return states;
 }
 

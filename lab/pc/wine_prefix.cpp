@@ -10,12 +10,17 @@
 #include <filesystem>
 #include <fstream>
 
+#include "lab/host/process_states.h"
+
 namespace tarvik::lab {
 namespace {
 
 namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kFirstStart(180);
+
+/// Killed programs end at once; on a loaded machine it takes longer.
+constexpr std::chrono::seconds kKilling(20);
 
 std::string Locale(WindowsLanguage language) {
   return language == WindowsLanguage::Japanese ? "ja_JP.UTF-8" : "en_US.UTF-8";
@@ -180,7 +185,7 @@ WinePrefix::WinePrefix(const std::string& cacheFolder, WindowsLanguage language,
 
 WinePrefix::~WinePrefix() {
   try {
-    EndPrograms();
+    KillPrograms();
     RemoveServerDirectory(folder_);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
@@ -212,6 +217,17 @@ void WinePrefix::EndPrograms() {
   options.environment = Variables();
   // Fails when no server was running.
   Run({"wineserver", "-k"}, options, {}, std::chrono::seconds(60));
+}
+
+void WinePrefix::KillPrograms() {
+  const auto ended = [variable = "WINEPREFIX=" + folder_] {
+    std::vector<std::string> kill = ProcessesWith(variable);
+    if (kill.empty()) return true;
+    kill.insert(kill.begin(), {"sh", "-c", "kill -9 \"$@\"", "sh"});
+    Run(kill);  // fails when one has ended meanwhile
+    return false;
+  };
+  if (!WaitUntil(kKilling, ended)) throw LabError("The programs in " + folder_ + " cannot be killed");
 }
 
 std::string WindowsPath(const std::string& path) {

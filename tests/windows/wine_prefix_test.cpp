@@ -8,6 +8,7 @@
 #include <iterator>
 #include <memory>
 
+#include "lab/host/process_states.h"
 #include "lab/pc/test_environment.h"
 
 namespace tarvik::lab {
@@ -67,6 +68,18 @@ TEST_F(WinePrefixes, A_changed_folder_is_not_shared) {
   NewPrefix();
   std::ofstream(shared_ / "syswow64/new.dll") << "left by a test";
   EXPECT_THROW(NewPrefix(), LabError);
+}
+
+TEST_F(WinePrefixes, Their_programs_end_with_them_even_those_that_ignore_signals) {
+  auto prefix = NewPrefix();
+  Process::Options options;
+  options.environment = prefix->Variables();
+  Process program({"sh", "-c", "trap '' INT TERM; echo ready; exec cat"}, options);
+  ASSERT_EQ(program.ReadLine(std::chrono::seconds(60)), "ready");
+  const std::string variable = "WINEPREFIX=" + prefix->Folder();
+  ASSERT_EQ(ProcessesWith(variable).size(), 1U);
+  prefix.reset();
+  EXPECT_TRUE(ProcessesWith(variable).empty());
 }
 
 }  // namespace
