@@ -133,11 +133,6 @@ function(add_suite_test name program label machine cost suite)
                 TARVIK_CACHE=${PROJECT_SOURCE_DIR}/out/cache
                 ${ARGN})
   set_tests_properties(${name} PROPERTIES COST ${cost} RESOURCE_GROUPS pcs:1)
-  # On a new machine, this suite creates the Wine prefix that the others copy. Beside it they would only wait.
-  set(first_suite windows.x86.ModuleVersions)
-  if(NOT name STREQUAL first_suite)
-    set_tests_properties(${name} PROPERTIES DEPENDS ${first_suite})
-  endif()
 endfunction()
 
 # The same for one long suite, in parts that run in parallel: GoogleTest deals its cases out to them in turn.

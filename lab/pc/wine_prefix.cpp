@@ -230,6 +230,11 @@ void WinePrefix::KillPrograms() {
   if (!WaitUntil(kKilling, ended)) throw LabError("The programs in " + folder_ + " cannot be killed");
 }
 
+void CreateMasterPrefixes(const std::string& cacheFolder) {
+  for (const WindowsLanguage language : {WindowsLanguage::English, WindowsLanguage::Japanese})
+    MasterPrefix(fs::absolute(cacheFolder), language);
+}
+
 std::string WindowsPath(const std::string& path) {
   std::string windows = fs::absolute(path).lexically_normal().string();
   const std::string driveC = "/drive_c";

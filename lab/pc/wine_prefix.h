@@ -47,6 +47,9 @@ class WinePrefix {
   WindowsLanguage language_;
 };
 
+/// Creates the master prefixes of all languages in the cache folder, those that are missing. Throws LabError.
+void CreateMasterPrefixes(const std::string& cacheFolder);
+
 /// The path under which Windows programs see a file of this machine: on drive C: in a prefix, otherwise on
 /// Z:.
 std::string WindowsPath(const std::string& path);

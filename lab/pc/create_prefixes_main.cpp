@@ -1,0 +1,22 @@
+// Creates the Wine prefixes of which all PCs are copies, so that no test has to.
+//
+//   create_prefixes CACHE
+
+#include <cstdio>
+#include <exception>
+
+#include "lab/pc/wine_prefix.h"
+
+int main(int argumentCount, char** arguments) {
+  if (argumentCount != 2) {
+    std::fprintf(stderr, "usage: create_prefixes CACHE\n");
+    return 2;
+  }
+  try {
+    tarvik::lab::CreateMasterPrefixes(arguments[1]);
+    return 0;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
+  }
+}
