@@ -67,22 +67,28 @@ constexpr std::array<const char*, 2> kSharedFolders = {"syswow64", "winsxs"};
 
 fs::path WindowsFolder(const std::string& prefix) { return prefix + "/drive_c/windows"; }
 
-/// The parent of the master's shared folders.
-fs::path SharedBy(const std::string& master) { return master + ".shared"; }
-
-/// What the shared folders' write time is set to. It changes when a file comes or goes.
+/// The write time of the shared folders. It changes when a file is added to them or removed from them.
 const fs::file_time_type kUntouched = std::chrono::file_clock::from_sys(std::chrono::sys_seconds{});
 
-/// The language's master prefix, created when missing.
-std::string MasterPrefix(const std::string& cacheFolder, WindowsLanguage language) {
+/// A master: a prefix, and the folders that all its copies share.
+struct Master {
+  explicit Master(const std::string& folder) : prefix(folder + "/prefix"), shared(folder + "/shared") {}
+
+  std::string prefix;
+  fs::path shared;
+};
+
+/// The language's master, created when missing.
+Master MasterPrefix(const std::string& cacheFolder, WindowsLanguage language) {
   fs::create_directories(cacheFolder);
-  std::string name = cacheFolder + "/prefix-" + Locale(language);
+  std::string name = cacheFolder + "/master-" + Locale(language);
   const FileLock lock(name + ".lock");
-  if (fs::exists(name)) return name;
+  if (fs::exists(name)) return Master(name);
   const std::string unfinished = name + ".new";
   fs::remove_all(unfinished);
-  fs::create_directory(unfinished);
-  Environment variables = VariablesFor(unfinished, language);
+  const Master master(unfinished);
+  fs::create_directories(master.prefix);
+  Environment variables = VariablesFor(master.prefix, language);
   // Without a display no dialog can wait for an answer.
   variables["DISPLAY"] = std::nullopt;
   RunInPrefix(variables, {"wineboot", "-i"});
@@ -97,26 +103,26 @@ std::string MasterPrefix(const std::string& cacheFolder, WindowsLanguage languag
   // here plugs devices in or reads the event log.
   constexpr char kDisabled[] = "dword:00000004";
   for (const char* const service : {"PlugPlay", "Eventlog"})
-    AppendRegistryValue(unfinished + "/system.reg",
+    AppendRegistryValue(master.prefix + "/system.reg",
                         std::string("System\\CurrentControlSet\\Services\\") + service, "Start", kDisabled);
-  AppendRegistryValue(unfinished + "/user.reg", "Software\\Wine\\WineDbg", "ShowCrashDialog",
+  AppendRegistryValue(master.prefix + "/user.reg", "Software\\Wine\\WineDbg", "ShowCrashDialog",
                       "dword:00000000");
-  fs::remove_all(SharedBy(name));
-  fs::create_directory(SharedBy(name));
+  fs::create_directory(master.shared);
   for (const char* const folder : kSharedFolders) {
-    fs::rename(WindowsFolder(unfinished) / folder, SharedBy(name) / folder);
-    fs::last_write_time(SharedBy(name) / folder, kUntouched);
+    fs::rename(WindowsFolder(master.prefix) / folder, master.shared / folder);
+    fs::last_write_time(master.shared / folder, kUntouched);
   }
   fs::rename(unfinished, name);
-  return name;
+  return Master(name);
 }
 
-void ShareFolders(const std::string& master, const std::string& prefix) {
+void ShareFolders(const Master& master, const std::string& prefix) {
   for (const char* const folder : kSharedFolders) {
-    const fs::path shared = SharedBy(master) / folder;
-    if (!fs::exists(shared)) continue;  // the master of an older version
-    if (fs::last_write_time(shared) != kUntouched)
-      throw LabError("A program has changed " + shared.string() + ". Delete " + master);
+    const fs::path shared = master.shared / folder;
+    std::error_code error;  // when it is missing
+    if (fs::last_write_time(shared, error) != kUntouched)
+      throw LabError("A program has changed " + shared.string() + ", or Wine was updated. Delete " +
+                     master.shared.parent_path().string());
     fs::create_directory_symlink(shared, WindowsFolder(prefix) / folder);
   }
 }
@@ -124,9 +130,9 @@ void ShareFolders(const std::string& master, const std::string& prefix) {
 /// In this file of the prefix Debian's Wine keeps the name of its server's directory in /tmp.
 constexpr char kServerDirectoryFile[] = "/wineserver";
 
-void Copy(const std::string& from, const std::string& to) {
-  RunOrThrow({"cp", "-al", from, to});
-  ShareFolders(from, to);
+void Copy(const Master& master, const std::string& to) {
+  RunOrThrow({"cp", "-al", master.prefix, to});
+  ShareFolders(master, to);
   // A copied name would be shared with other prefixes. Wine then identifies their servers by the prefix'
   // inode number, which the file system soon gives to a new prefix.
   fs::remove(to + kServerDirectoryFile);
@@ -135,7 +141,7 @@ void Copy(const std::string& from, const std::string& to) {
     const fs::path file = fs::path(to) / name;
     if (!fs::exists(file)) continue;
     fs::remove(file);
-    fs::copy_file(fs::path(from) / name, file);
+    fs::copy_file(fs::path(master.prefix) / name, file);
   }
   // The user's desktop and document folders are links to the home folder of the prefix' creation, which has
   // another name now. Without a desktop no save dialog works.

@@ -11,8 +11,9 @@ namespace tarvik::lab {
 enum class WindowsLanguage { English, Japanese };
 
 /// A private Windows: a Wine prefix for 32- and 64-bit programs. It is a cheap copy of a master prefix, which
-/// is created once per language and kept in the cache folder. A prefix belongs to the network namespace in
-/// which its first program starts. Destruction kills its programs and deletes it.
+/// is created once per language and kept in the cache folder. Nothing may write to syswow64 and winsxs, which
+/// all prefixes share. A prefix belongs to the network namespace in which its first program starts.
+/// Destruction kills its programs and deletes it.
 class WinePrefix {
  public:
   enum class Hive { User, System };
@@ -39,7 +40,8 @@ class WinePrefix {
   void EndPrograms();
 
  private:
-  /// Faster than EndPrograms, which takes 0.75 s, most of it until Windows' own services have ended.
+  /// Kills every process with this prefix in its environment. Faster than EndPrograms, which takes 0.75 s,
+  /// most of it until Windows' own services have ended.
   void KillPrograms();
 
   TempDirectory directory_;

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// When the shared folders of a master were written, as long as no program has changed them.
+/// The write time of a master's shared folders while no program has changed them.
 const fs::file_time_type kUntouched = std::chrono::file_clock::from_sys(std::chrono::sys_seconds{});
 
 std::string TextOf(const fs::path& file) {
@@ -47,8 +47,8 @@ class WinePrefixes : public testing::Test {
   }
 
   TempDirectory cache_{PcForTests().cacheFolder};
-  fs::path master_ = cache_.Path() + "/prefix-en_US.UTF-8";
-  fs::path shared_ = cache_.Path() + "/prefix-en_US.UTF-8.shared";
+  fs::path master_ = cache_.Path() + "/master-en_US.UTF-8/prefix";
+  fs::path shared_ = cache_.Path() + "/master-en_US.UTF-8/shared";
 };
 
 TEST_F(WinePrefixes, A_replaced_program_stays_in_the_others) {
@@ -65,7 +65,8 @@ TEST_F(WinePrefixes, A_replaced_program_stays_in_the_others) {
 }
 
 TEST_F(WinePrefixes, A_changed_folder_is_not_shared) {
-  NewPrefix();
+  const auto prefix = NewPrefix();
+  EXPECT_TRUE(fs::is_symlink(prefix->Folder() + "/drive_c/windows/syswow64"));
   std::ofstream(shared_ / "syswow64/new.dll") << "left by a test";
   EXPECT_THROW(NewPrefix(), LabError);
 }
