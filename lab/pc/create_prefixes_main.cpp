@@ -13,12 +13,12 @@ int main(int argumentCount, char** arguments) {
     std::fprintf(stderr, "usage: create_prefixes CACHE\n");
     return 2;
   }
-  // So that no packet leaves this machine. Tests are skipped where that fails.
-  if (const auto reason = tarvik::lab::MoveToPrivateNetwork()) {
-    std::fprintf(stderr, "No Wine prefixes are created: %s\n", reason->c_str());
-    return 1;
-  }
   try {
+    // So that no packet leaves this machine. Tests are skipped where that fails.
+    if (const auto reason = tarvik::lab::MoveToPrivateNetwork()) {
+      std::fprintf(stderr, "No Wine prefixes are created: %s\n", reason->c_str());
+      return 1;
+    }
     tarvik::lab::CreateMasterPrefixes(arguments[1]);
     return 0;
   } catch (const std::exception& error) {

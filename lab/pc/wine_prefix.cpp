@@ -67,7 +67,8 @@ constexpr std::array<const char*, 2> kSharedFolders = {"syswow64", "winsxs"};
 
 fs::path WindowsFolder(const std::string& prefix) { return prefix + "/drive_c/windows"; }
 
-/// The write time of the shared folders. It changes when a file is added to them or removed from them.
+/// The write time of the shared folders. It changes when a file directly in them is added, removed or
+/// renamed.
 const fs::file_time_type kUntouched = std::chrono::file_clock::from_sys(std::chrono::sys_seconds{});
 
 /// A master: a prefix, and the folders that all its copies share.

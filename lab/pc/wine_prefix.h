@@ -11,8 +11,8 @@ namespace tarvik::lab {
 enum class WindowsLanguage { English, Japanese };
 
 /// A private Windows: a Wine prefix for 32- and 64-bit programs. It is a cheap copy of a master prefix, which
-/// is created once per language and kept in the cache folder. Nothing may write to syswow64 and winsxs, which
-/// all prefixes share. A prefix belongs to the network namespace in which its first program starts.
+/// is created once per language and kept in the cache folder. No program may write to syswow64 and winsxs,
+/// which prefixes share. A prefix belongs to the network namespace in which its first program starts.
 /// Destruction kills its programs and deletes it.
 class WinePrefix {
  public:
