@@ -49,15 +49,19 @@ void Monkey::WaitForAnswer() {
 }
 
 void Monkey::AnswerBoxes(bool yes) {
+  // A click that is posted while the program is about to open a box opens another one from within it. The
+  // input of a real mouse is discarded then.
+  bool nested = false;
   for (int i = 0; program_->HasBox(); ++i) {
     if (i == kMaxBoxesInARow) throw Misbehaviour("Message boxes follow each other without end");
-    AnswerBox(yes);
+    nested = nested || program_->CountBoxes() > 1;
+    AnswerBox(yes, nested);
     // The next one may follow at once.
     WaitUntilIdle();
   }
 }
 
-void Monkey::AnswerBox(bool yes) {
+void Monkey::AnswerBox(bool yes, bool nested) {
   const BoxUnderTest box = program_->WaitForBox();
   ++boxes_;
   log_.push_back("  box: " + box.title + ": " + box.text);
@@ -67,7 +71,8 @@ void Monkey::AnswerBox(bool yes) {
   if (std::none_of(windows.begin(), windows.end(),
                    [&owner](const auto& each) { return each.second.Handle() == owner; }))
     throw Misbehaviour("No window of the program owns the message box");
-  CheckAllDisabled();
+  // Each of two nested boxes enables the windows when it closes.
+  if (!nested) CheckAllDisabled();
   const bool asks = std::any_of(box.buttons.begin(), box.buttons.end(), [](const auto& button) {
     return button.first == static_cast<int>(BoxButton::Yes);
   });

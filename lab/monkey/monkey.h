@@ -107,7 +107,7 @@ class Monkey {
   void CheckNoneCloses();
   void CheckExitCode();
   void AnswerBoxes(bool yes);
-  void AnswerBox(bool yes);
+  void AnswerBox(bool yes, bool nested);
   void WaitUntilIdle();
   void WaitForAnswer();
   std::vector<std::pair<std::string, WindowUnderTest>> Windows();

@@ -200,6 +200,8 @@ class ProgramUnderTest {
   bool HasWindow(const std::string& windowClass);
   BoxUnderTest WaitForBox(milliseconds timeOut = kSoon);
   bool HasBox();
+  /// Message boxes, with those that are created but not shown yet.
+  int CountBoxes();
   void Answer(const BoxUnderTest& box, BoxButton button);
   /// Asks every window of the program, as Windows does before its session ends; true when all agree.
   bool SessionMayEnd();

@@ -1,5 +1,7 @@
 // The driver through which all tests control Windows programs.
 
+#include "app/control_ids.h"
+#include "lab/pc/main_window.h"
 #include "tests/windows/windows_fixture.h"
 
 namespace tarvik::lab {
@@ -38,6 +40,24 @@ TEST_F(WindowDriver, A_box_that_closes_while_it_is_read_is_not_the_one_to_wait_f
   EXPECT_EQ(box.title, "Second");
   program.Answer(box, BoxButton::Ok);
   EXPECT_EQ(program.WaitForEnd(), 0U);
+}
+
+TEST_F(WindowDriver, Boxes_are_counted_when_one_is_opened_from_within_another) {
+  ProgramUnderTest program(Pc(), ProgramPath());
+  const WindowUnderTest window = WaitForMainWindow(program, {.onBox = [](const BoxUnderTest&) {}});
+  window.SetText(ID_txtPingReqCount, "x");
+  EXPECT_EQ(program.CountBoxes(), 0);
+  window.Click(ID_cmdPing);
+  const BoxUnderTest outer = program.WaitForBox();
+  EXPECT_EQ(program.CountBoxes(), 1);
+  window.Click(ID_cmdPing);  // the driver's click reaches a disabled window, too
+  ASSERT_TRUE(WaitUntil(kSoon, [&] { return program.CountBoxes() == 2; }));
+  program.Answer(outer, BoxButton::Ok);
+  // Which is why the monkey expects no disabled window then.
+  EXPECT_TRUE(window.Enabled(0));
+  EXPECT_EQ(program.CountBoxes(), 2) << "The outer one only becomes invisible until the inner one is closed.";
+  program.Answer(program.WaitForBox(), BoxButton::Ok);
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return program.CountBoxes() == 0; }));
 }
 
 }  // namespace

@@ -163,6 +163,17 @@ Fields Disarrange(const Arguments& arguments) {
   return {};
 }
 
+/// count_windows <process> <class>: top-level windows, also invisible ones
+Fields CountWindows(const Arguments& arguments) {
+  const auto process = static_cast<DWORD>(arguments.Number(0));
+  const std::wstring windowClass = arguments.Text(1);
+  int64_t count = 0;
+  HWND window = nullptr;
+  while ((window = FindWindowExW(nullptr, window, windowClass.c_str(), nullptr)) != nullptr)
+    if (ProcessOf(window) == process) ++count;
+  return {NumberText(count)};
+}
+
 }  // namespace
 
 HWND FindTopLevel(DWORD process, const std::wstring& windowClass) {
@@ -179,6 +190,7 @@ void AddWindowCommands() {
   AddCommand("has_window", [](const Arguments& a) {
     return Fields{Flag(FindTopLevel(static_cast<DWORD>(a.Number(0)), a.Text(1)) != nullptr)};
   });
+  AddCommand("count_windows", CountWindows);
   AddCommand("wait_gone", WaitGone);
   AddCommand("text", [](const Arguments& a) { return Fields{ToUtf8(TextOf(a.Control(0)))}; });
   AddCommand("text_length", [](const Arguments& a) {
