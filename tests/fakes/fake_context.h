@@ -16,10 +16,11 @@ namespace tarvik::test {
 /// A view that counts updates, or rejects every one.
 class FakeResultView final : public report::ResultView {
  public:
-  void Update(const std::vector<std::wstring>& lines, size_t, bool) override {
+  void Update(const std::vector<std::wstring>& lines, size_t kept, bool) override {
     if (refusing) throw RuntimeError(L"A line could not be added to the list.");
     ++updates;
-    shown_ = lines;
+    shown_.resize(kept);
+    for (size_t i = kept; i < lines.size(); ++i) shown_.push_back(lines[i]);
   }
   size_t Count() const override { return shown_.size(); }
   std::vector<std::wstring> Shown() const override { return shown_; }
