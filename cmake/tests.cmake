@@ -1,5 +1,5 @@
-# All tests. One ctest test is a whole suite, not a case, because a process under AddressSanitizer takes long
-# to start.
+# All tests. One ctest test is a whole suite, not a case, and the unit tests of a folder are one, because a process
+# under AddressSanitizer takes long to start.
 
 find_package(GTest REQUIRED)
 
@@ -74,26 +74,33 @@ add_executable(failure_tests)
 target_link_libraries(failure_tests PRIVATE tarvik_memory GTest::gtest_main)
 target_compile_options(failure_tests PRIVATE -O1)
 
+# Adds a test that runs these suites of a program. The second pattern of each finds parameterised suites, which are
+# called INSTANTIATION/SUITE.
+function(add_native_suites name program suites)
+  list(TRANSFORM suites REPLACE "(.+)" "\\1.*:*/\\1.*")
+  list(JOIN suites ":" filter)
+  add_cases(native.${name} native COMMAND ${priority} $<TARGET_FILE:${program}> --gtest_filter=${filter})
+  set_tests_properties(native.${name} PROPERTIES ${properties})
+endfunction()
+
 file(GLOB native_folders CONFIGURE_DEPENDS LIST_DIRECTORIES true tests/unit/* tests/endurance tests/failures)
 foreach(folder ${native_folders})
   cmake_path(GET folder FILENAME name)
-  set(program native_tests)
-  set(priority)
-  set(properties COST 10)
+  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+  find_suites(suites ${sources})
   if(name MATCHES "^(endurance|failures)$")
-    set(program failure_tests)
+    target_sources(failure_tests PRIVATE ${sources})
     set(priority ${nice})
     set(properties ${computes} ENVIRONMENT_MODIFICATION ${sparing_options})
+    foreach(suite ${suites})
+      add_native_suites(${name}.${suite} failure_tests ${suite})
+    endforeach()
+  elseif(sources)
+    target_sources(native_tests PRIVATE ${sources})
+    set(priority)
+    set(properties COST 10)
+    add_native_suites(${name} native_tests "${suites}")
   endif()
-  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
-  target_sources(${program} PRIVATE ${sources})
-  find_suites(suites ${sources})
-  foreach(suite ${suites})
-    # The second pattern finds parameterised suites, which are called INSTANTIATION/SUITE.
-    add_cases(native.${name}.${suite} native COMMAND ${priority} $<TARGET_FILE:${program}>
-              --gtest_filter=${suite}.*:*/${suite}.*)
-    set_tests_properties(native.${name}.${suite} PROPERTIES ${properties})
-  endforeach()
 endforeach()
 
 # Proves that the checks run without any window.
