@@ -1,5 +1,7 @@
 // The setup program for everybody on the PC, and on a PC with the maker's configuration library.
 
+#include <memory>
+
 #include "resources/version.h"
 #include "tests/packaging/setup_fixture.h"
 

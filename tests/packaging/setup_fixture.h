@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -18,6 +17,18 @@ inline constexpr char kEntry[] = "Software\\Microsoft\\Windows\\CurrentVersion\\
 /// A setup program unpacks and installs in a second; on a loaded machine it takes longer.
 inline constexpr std::chrono::seconds kSetupTimeOut(60);
 
+/// The signed setup program. All suites of a process share it, because it takes seconds to make.
+struct SignedSetup {
+  /// Made at the first call.
+  static const SignedSetup& Made() {
+    static const SignedSetup made;
+    return made;
+  }
+
+  Certificate certificate;
+  Packages packages{certificate.Variables()};
+};
+
 /// A PC on which the signed setup program is run. Each test starts without Tarvik.
 template <typename Suite>
 class SetupTest : public WindowsTest<Suite> {
@@ -32,14 +43,7 @@ class SetupTest : public WindowsTest<Suite> {
   static void SetUpTestSuite() {
     unsupportedReason_ = PackagingUnsupportedReason();
     if (unsupportedReason_) return;
-    certificate_ = std::make_unique<Certificate>();
-    packages_ = std::make_unique<Packages>(certificate_->Variables());
     Base::SetUpTestSuite();
-  }
-  static void TearDownTestSuite() {
-    Base::TearDownTestSuite();
-    packages_.reset();
-    certificate_.reset();
   }
 
  protected:
@@ -56,8 +60,8 @@ class SetupTest : public WindowsTest<Suite> {
     }
   }
 
-  static const Certificate& Signer() { return *certificate_; }
-  static std::string SetupProgram() { return packages_->Setup(); }
+  static const Certificate& Signer() { return SignedSetup::Made().certificate; }
+  static std::string SetupProgram() { return SignedSetup::Made().packages.Setup(); }
   static std::string DriveC() { return Base::Pc().Prefix().Folder() + "/drive_c"; }
   static std::string UserFolder() {
     for (const auto& entry : fs::directory_iterator(DriveC() + "/users"))
@@ -109,8 +113,6 @@ class SetupTest : public WindowsTest<Suite> {
 
  private:
   static inline std::optional<std::string> unsupportedReason_;
-  static inline std::unique_ptr<Certificate> certificate_;
-  static inline std::unique_ptr<Packages> packages_;
 };
 
 }  // namespace tarvik::lab
