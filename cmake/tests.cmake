@@ -1,5 +1,5 @@
-# All tests. One ctest test is a whole suite, not a case, and the unit tests of a folder are one, because a process
-# under AddressSanitizer takes long to start.
+# All tests. One ctest test is a whole suite, not a case, and all unit tests of a folder are one: a process under
+# AddressSanitizer takes long to start.
 
 find_package(GTest REQUIRED)
 

@@ -51,17 +51,18 @@ void Monkey::WaitForAnswer() {
 void Monkey::AnswerBoxes(bool yes) {
   // A click that is posted while the program is about to open a box opens another one from within it. The
   // input of a real mouse is discarded then.
-  bool nested = false;
   for (int i = 0; program_->HasBox(); ++i) {
     if (i == kMaxBoxesInARow) throw Misbehaviour("Message boxes follow each other without end");
-    nested = nested || program_->CountBoxes() > 1;
-    AnswerBox(yes, nested);
+    boxesAreNested_ = boxesAreNested_ || program_->CountBoxes() > 1;
+    if (!boxesAreNested_) answeredOwners_.clear();
+    AnswerBox(yes);
     // The next one may follow at once.
     WaitUntilIdle();
   }
+  boxesAreNested_ = false;
 }
 
-void Monkey::AnswerBox(bool yes, bool nested) {
+void Monkey::AnswerBox(bool yes) {
   const BoxUnderTest box = program_->WaitForBox();
   ++boxes_;
   log_.push_back("  box: " + box.title + ": " + box.text);
@@ -71,8 +72,8 @@ void Monkey::AnswerBox(bool yes, bool nested) {
   if (std::none_of(windows.begin(), windows.end(),
                    [&owner](const auto& each) { return each.second.Handle() == owner; }))
     throw Misbehaviour("No window of the program owns the message box");
-  // Each of two nested boxes enables the windows when it closes.
-  if (!nested) CheckAllDisabled();
+  CheckAllDisabled();
+  answeredOwners_.insert(owner);
   const bool asks = std::any_of(box.buttons.begin(), box.buttons.end(), [](const auto& button) {
     return button.first == static_cast<int>(BoxButton::Yes);
   });
@@ -87,8 +88,11 @@ std::vector<std::pair<std::string, WindowUnderTest>> Monkey::Windows() {
 }
 
 void Monkey::CheckAllDisabled() {
-  for (const auto& [name, window] : Windows())
+  for (const auto& [name, window] : Windows()) {
+    // A box enables its owner when it closes, even when another one of that owner is open.
+    if (boxesAreNested_ && answeredOwners_.contains(window.Handle())) continue;
     if (window.Enabled(0)) throw Misbehaviour(name + " is enabled while a message box is open");
+  }
 }
 
 void Monkey::CheckNoneCloses() {

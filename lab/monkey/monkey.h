@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <random>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -107,7 +108,7 @@ class Monkey {
   void CheckNoneCloses();
   void CheckExitCode();
   void AnswerBoxes(bool yes);
-  void AnswerBox(bool yes, bool nested);
+  void AnswerBox(bool yes);
   void WaitUntilIdle();
   void WaitForAnswer();
   std::vector<std::pair<std::string, WindowUnderTest>> Windows();
@@ -136,6 +137,8 @@ class Monkey {
   std::string k7ApiCaption_;
   std::string current_;  ///< the log line of the current action
   std::vector<std::string> log_;
+  bool boxesAreNested_ = false;           ///< one of the open boxes was opened from within another
+  std::set<std::string> answeredOwners_;  ///< owners of the boxes that were answered since then
   int actions_ = 0;
   int notPossible_ = 0;
   int boxes_ = 0;

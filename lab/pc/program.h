@@ -200,7 +200,8 @@ class ProgramUnderTest {
   bool HasWindow(const std::string& windowClass);
   BoxUnderTest WaitForBox(milliseconds timeOut = kSoon);
   bool HasBox();
-  /// Message boxes, with those that are created but not shown yet.
+  /// Message boxes, also hidden ones: not shown yet, or answered and waiting for one that was opened from
+  /// within.
   int CountBoxes();
   void Answer(const BoxUnderTest& box, BoxButton button);
   /// Asks every window of the program, as Windows does before its session ends; true when all agree.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stdexcept>
 #include <vector>
 
 #include "platform/runtime_error.h"
@@ -19,7 +20,8 @@ class FakeResultView final : public report::ResultView {
   void Update(const std::vector<std::wstring>& lines, size_t kept, bool) override {
     if (refusing) throw RuntimeError(L"A line could not be added to the list.");
     ++updates;
-    shown_.resize(kept);
+    if (kept == 0) shown_.clear();
+    if (kept != shown_.size()) throw std::logic_error("The kept lines are not those that are shown.");
     for (size_t i = kept; i < lines.size(); ++i) shown_.push_back(lines[i]);
   }
   size_t Count() const override { return shown_.size(); }

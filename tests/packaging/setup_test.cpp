@@ -21,6 +21,10 @@ class Setup : public SetupTest<Setup> {
     RunOrThrow({"ip", "address", "add", std::string(kOwnAddress) + "/24", "dev", "net0"});
     RunOrThrow({"ip", "link", "set", "net0", "up"});
   }
+  static void TearDownTestSuite() {
+    SetupTest::TearDownTestSuite();
+    lab::Run({"ip", "link", "delete", "net0"});  // the next suite's PC has no network
+  }
 };
 
 TEST_F(Setup, Installs_for_the_user_without_a_question) {

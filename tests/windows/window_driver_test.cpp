@@ -53,7 +53,7 @@ TEST_F(WindowDriver, Boxes_are_counted_when_one_is_opened_from_within_another) {
   window.Click(ID_cmdPing);  // the driver's click reaches a disabled window, too
   ASSERT_TRUE(WaitUntil(kSoon, [&] { return program.CountBoxes() == 2; }));
   program.Answer(outer, BoxButton::Ok);
-  // Which is why the monkey expects no disabled window then.
+  // This is why the monkey does not expect a disabled window then.
   EXPECT_TRUE(window.Enabled(0));
   EXPECT_EQ(program.CountBoxes(), 2) << "The outer one only becomes invisible until the inner one is closed.";
   program.Answer(program.WaitForBox(), BoxButton::Ok);
