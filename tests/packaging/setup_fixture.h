@@ -102,12 +102,21 @@ class SetupTest : public WindowsTest<Suite> {
     return WaitForMainWindow(this->Program(), listener);
   }
 
-  /// Files below the folder, with their paths.
+  /// Files below the folder, with their paths. A program may remove folders meanwhile.
   static std::set<std::string> FilesIn(const std::string& folder) {
     std::set<std::string> files;
-    if (!fs::exists(folder)) return files;
-    for (const auto& entry : fs::recursive_directory_iterator(folder))
-      if (!entry.is_directory()) files.insert(entry.path().lexically_relative(folder));
+    const auto list = [&] {
+      files.clear();
+      if (!fs::exists(folder)) return true;
+      try {
+        for (const auto& entry : fs::recursive_directory_iterator(folder))
+          if (!entry.is_directory()) files.insert(entry.path().lexically_relative(folder));
+        return true;
+      } catch (const fs::filesystem_error&) {
+        return false;
+      }
+    };
+    if (!WaitUntil(kSoon, list)) throw LabError("Cannot list " + folder);
     return files;
   }
 
