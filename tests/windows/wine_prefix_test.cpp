@@ -51,7 +51,7 @@ class WinePrefixes : public testing::Test {
   fs::path shared_ = cache_.Path() + "/master-en_US.UTF-8/shared";
 };
 
-TEST_F(WinePrefixes, A_replaced_program_stays_in_the_others) {
+TEST_F(WinePrefixes, A_program_is_replaced_in_one_only) {
   const std::string replacement = cache_.Path() + "/replacement";
   std::ofstream(replacement) << "replaced";
   const auto prefix = NewPrefix();
@@ -64,10 +64,19 @@ TEST_F(WinePrefixes, A_replaced_program_stays_in_the_others) {
   }
 }
 
-TEST_F(WinePrefixes, A_changed_folder_is_not_shared) {
+TEST_F(WinePrefixes, Share_the_folders_that_no_program_changes) {
   const auto prefix = NewPrefix();
-  EXPECT_TRUE(fs::is_symlink(prefix->Folder() + "/drive_c/windows/syswow64"));
+  for (const char* const folder : {"syswow64", "winsxs"})
+    EXPECT_TRUE(fs::is_symlink(prefix->Folder() + "/drive_c/windows/" + folder)) << folder;
+}
+
+TEST_F(WinePrefixes, A_changed_folder_is_not_shared) {
   std::ofstream(shared_ / "syswow64/new.dll") << "left by a test";
+  EXPECT_THROW(NewPrefix(), LabError);
+}
+
+TEST_F(WinePrefixes, A_missing_folder_is_reported) {
+  fs::remove_all(shared_ / "winsxs");
   EXPECT_THROW(NewPrefix(), LabError);
 }
 
