@@ -49,17 +49,12 @@ void Monkey::WaitForAnswer() {
 }
 
 void Monkey::AnswerBoxes(bool yes) {
-  // A click that is posted while the program is about to open a box opens another one from within it. The
-  // input of a real mouse is discarded then.
   for (int i = 0; program_->HasBox(); ++i) {
     if (i == kMaxBoxesInARow) throw Misbehaviour("Message boxes follow each other without end");
-    boxesAreNested_ = boxesAreNested_ || program_->CountBoxes() > 1;
-    if (!boxesAreNested_) answeredOwners_.clear();
     AnswerBox(yes);
     // The next one may follow at once.
     WaitUntilIdle();
   }
-  boxesAreNested_ = false;
 }
 
 void Monkey::AnswerBox(bool yes) {
@@ -88,9 +83,18 @@ std::vector<std::pair<std::string, WindowUnderTest>> Monkey::Windows() {
 }
 
 void Monkey::CheckAllDisabled() {
+  // A click that is posted while the program is about to open a box opens another one from within it; the
+  // input of a real mouse is discarded then. Each of the two enables its owner when it is answered. The outer
+  // one exists, hidden, until the inner one is closed.
+  const std::vector<std::string> boxes = program_->Boxes();
+  if (std::none_of(boxes.begin(), boxes.end(),
+                   [this](const auto& box) { return seenBoxes_.contains(box); })) {
+    seenBoxes_.clear();
+    answeredOwners_.clear();
+  }
+  seenBoxes_.insert(boxes.begin(), boxes.end());
   for (const auto& [name, window] : Windows()) {
-    // A box enables its owner when it closes, even when another one of that owner is open.
-    if (boxesAreNested_ && answeredOwners_.contains(window.Handle())) continue;
+    if (answeredOwners_.contains(window.Handle())) continue;
     if (window.Enabled(0)) throw Misbehaviour(name + " is enabled while a message box is open");
   }
 }

@@ -137,8 +137,8 @@ class Monkey {
   std::string k7ApiCaption_;
   std::string current_;  ///< the log line of the current action
   std::vector<std::string> log_;
-  bool boxesAreNested_ = false;           ///< one of the open boxes was opened from within another
-  std::set<std::string> answeredOwners_;  ///< owners of the boxes that were answered since then
+  std::set<std::string> seenBoxes_;       ///< boxes since none was open; several are nested
+  std::set<std::string> answeredOwners_;  ///< owners of those of them that were answered
   int actions_ = 0;
   int notPossible_ = 0;
   int boxes_ = 0;

@@ -276,7 +276,7 @@ BoxUnderTest ProgramUnderTest::WaitForBox(milliseconds timeOut) {
 
 bool ProgramUnderTest::HasBox() { return HasWindow("#32770"); }
 
-int ProgramUnderTest::CountBoxes() { return std::stoi(pc_.Ask({"count_windows", id_, "#32770"}).at(0)); }
+std::vector<std::string> ProgramUnderTest::Boxes() { return pc_.Ask({"list_windows", id_, "#32770"}); }
 
 void ProgramUnderTest::Answer(const BoxUnderTest& box, BoxButton button) {
   pc_.Ask({"answer_box", box.handle, std::to_string(static_cast<int>(button)), Text(kSoon)});

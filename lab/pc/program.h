@@ -200,9 +200,9 @@ class ProgramUnderTest {
   bool HasWindow(const std::string& windowClass);
   BoxUnderTest WaitForBox(milliseconds timeOut = kSoon);
   bool HasBox();
-  /// Message boxes, also hidden ones: not shown yet, or answered and waiting for one that was opened from
-  /// within.
-  int CountBoxes();
+  /// The handles of all message boxes, also of hidden ones: not shown yet, or answered and waiting for one
+  /// that was opened from within.
+  std::vector<std::string> Boxes();
   void Answer(const BoxUnderTest& box, BoxButton button);
   /// Asks every window of the program, as Windows does before its session ends; true when all agree.
   bool SessionMayEnd();

@@ -42,22 +42,41 @@ TEST_F(WindowDriver, A_box_that_closes_while_it_is_read_is_not_the_one_to_wait_f
   EXPECT_EQ(program.WaitForEnd(), 0U);
 }
 
-TEST_F(WindowDriver, Boxes_are_counted_when_one_is_opened_from_within_another) {
-  ProgramUnderTest program(Pc(), ProgramPath());
-  const WindowUnderTest window = WaitForMainWindow(program, {.onBox = [](const BoxUnderTest&) {}});
-  window.SetText(ID_txtPingReqCount, "x");
-  EXPECT_EQ(program.CountBoxes(), 0);
-  window.Click(ID_cmdPing);
-  const BoxUnderTest outer = program.WaitForBox();
-  EXPECT_EQ(program.CountBoxes(), 1);
-  window.Click(ID_cmdPing);  // the driver's click reaches a disabled window, too
-  ASSERT_TRUE(WaitUntil(kSoon, [&] { return program.CountBoxes() == 2; }));
-  program.Answer(outer, BoxButton::Ok);
-  // This is why the monkey does not expect a disabled window then.
-  EXPECT_TRUE(window.Enabled(0));
-  EXPECT_EQ(program.CountBoxes(), 2) << "The outer one only becomes invisible until the inner one is closed.";
-  program.Answer(program.WaitForBox(), BoxButton::Ok);
-  EXPECT_TRUE(WaitUntil(kSoon, [&] { return program.CountBoxes() == 0; }));
+/// Two message boxes of the main window, one opened from within the other: the driver's clicks reach a
+/// disabled window, too. The monkey relies on how they enable it.
+struct NestedBoxes {
+  explicit NestedBoxes(WindowsPc& pc) : program(pc, ProgramPath()) {
+    window.SetText(ID_txtPingReqCount, "x");
+    window.Click(ID_cmdPing);
+    outer = program.WaitForBox();
+    window.Click(ID_cmdPing);
+    if (!WaitUntil(kSoon, [this] { return (inner = program.WaitForBox()).handle != outer.handle; }))
+      throw LabError("The second click has opened no box");
+  }
+
+  ProgramUnderTest program;
+  WindowUnderTest window = WaitForMainWindow(program, {.onBox = [](const BoxUnderTest&) {}});
+  BoxUnderTest outer;
+  BoxUnderTest inner;
+};
+
+TEST_F(WindowDriver, An_answered_outer_box_enables_its_owner_and_exists_until_the_inner_one_is_closed) {
+  NestedBoxes boxes(Pc());
+  boxes.program.Answer(boxes.outer, BoxButton::Ok);
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return boxes.window.Enabled(0); }));
+  EXPECT_EQ(boxes.program.Boxes().size(), 2U);
+  boxes.program.Answer(boxes.inner, BoxButton::Ok);
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return boxes.program.Boxes().empty(); }));
+}
+
+TEST_F(WindowDriver, An_answered_inner_box_enables_its_owner_before_the_outer_one_is_closed) {
+  NestedBoxes boxes(Pc());
+  boxes.program.Answer(boxes.inner, BoxButton::Ok);
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return boxes.window.Enabled(0); }));
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return boxes.program.Boxes().size() == 1; }));
+  EXPECT_EQ(boxes.program.Boxes(), std::vector<std::string>{boxes.outer.handle});
+  boxes.program.Answer(boxes.outer, BoxButton::Ok);
+  EXPECT_TRUE(WaitUntil(kSoon, [&] { return boxes.program.Boxes().empty(); }));
 }
 
 }  // namespace

@@ -163,15 +163,15 @@ Fields Disarrange(const Arguments& arguments) {
   return {};
 }
 
-/// count_windows <process> <class>: top-level windows, also invisible ones
-Fields CountWindows(const Arguments& arguments) {
+/// list_windows <process> <class> -> the handles of its top-level windows, also of invisible ones
+Fields ListWindows(const Arguments& arguments) {
   const auto process = static_cast<DWORD>(arguments.Number(0));
   const std::wstring windowClass = arguments.Text(1);
-  int64_t count = 0;
+  Fields handles;
   HWND window = nullptr;
   while ((window = FindWindowExW(nullptr, window, windowClass.c_str(), nullptr)) != nullptr)
-    if (ProcessOf(window) == process) ++count;
-  return {NumberText(count)};
+    if (ProcessOf(window) == process) handles.push_back(HandleText(window));
+  return handles;
 }
 
 }  // namespace
@@ -190,7 +190,7 @@ void AddWindowCommands() {
   AddCommand("has_window", [](const Arguments& a) {
     return Fields{Flag(FindTopLevel(static_cast<DWORD>(a.Number(0)), a.Text(1)) != nullptr)};
   });
-  AddCommand("count_windows", CountWindows);
+  AddCommand("list_windows", ListWindows);
   AddCommand("wait_gone", WaitGone);
   AddCommand("text", [](const Arguments& a) { return Fields{ToUtf8(TextOf(a.Control(0)))}; });
   AddCommand("text_length", [](const Arguments& a) {
