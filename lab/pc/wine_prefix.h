@@ -18,7 +18,7 @@ class WinePrefix {
  public:
   enum class Hive { User, System };
 
-  /// `dpi`: screen scaling; 96 = 100 percent. Throws LabError.
+  /// `dpi`: screen scaling; 96 = 100 percent. Throws LabError or std::filesystem::filesystem_error.
   WinePrefix(const std::string& cacheFolder, WindowsLanguage language, int dpi);
   WinePrefix(const WinePrefix&) = delete;
   WinePrefix& operator=(const WinePrefix&) = delete;
@@ -40,16 +40,13 @@ class WinePrefix {
   void EndPrograms();
 
  private:
-  /// Kills every process with this prefix in its environment. Faster than EndPrograms, which takes 0.75 s,
-  /// most of it until Windows' own services have ended.
-  void KillPrograms();
-
   TempDirectory directory_;
   std::string folder_;
   WindowsLanguage language_;
 };
 
-/// Creates the master prefixes of all languages in the cache folder, those that are missing. Throws LabError.
+/// Creates the master prefixes of all languages in the cache folder, those that are missing. Throws like
+/// WinePrefix.
 void CreateMasterPrefixes(const std::string& cacheFolder);
 
 /// The path under which Windows programs see a file of this machine: on drive C: in a prefix, otherwise on

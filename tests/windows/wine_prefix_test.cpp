@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -16,6 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::array<const char*, 2> kSharedFolders = {"syswow64", "winsxs"};
+
 /// The write time of a master's shared folders while no program has changed them.
 const fs::file_time_type kUntouched = std::chrono::file_clock::from_sys(std::chrono::sys_seconds{});
 
@@ -23,6 +27,8 @@ std::string TextOf(const fs::path& file) {
   std::ifstream stream(file);
   return {std::istreambuf_iterator<char>(stream), {}};
 }
+
+void Write(const fs::path& file, const char* text) { std::ofstream(file) << text; }
 
 /// Prefixes of a master without Wine: the files that a copy needs, and one program in each system folder.
 class WinePrefixes : public testing::Test {
@@ -32,12 +38,14 @@ class WinePrefixes : public testing::Test {
     AddProgram(master_ / "drive_c/windows/system32");
     AddProgram(shared_ / "syswow64");
     fs::create_directory(shared_ / "winsxs");
-    for (const char* const folder : {"syswow64", "winsxs"}) fs::last_write_time(shared_ / folder, kUntouched);
+    for (const char* const folder : kSharedFolders) fs::last_write_time(shared_ / folder, kUntouched);
+    for (const char* const hive : {"system.reg", "user.reg"})
+      Write(master_ / hive, "WINE REGISTRY Version 2\n");
   }
 
   static void AddProgram(const fs::path& folder) {
     fs::create_directories(folder);
-    std::ofstream(folder / "notepad.exe") << "Windows";
+    Write(folder / "notepad.exe", "Windows");
   }
   std::unique_ptr<WinePrefix> NewPrefix() {
     return std::make_unique<WinePrefix>(cache_.Path(), WindowsLanguage::English, 96);
@@ -53,7 +61,7 @@ class WinePrefixes : public testing::Test {
 
 TEST_F(WinePrefixes, A_program_is_replaced_in_one_only) {
   const std::string replacement = cache_.Path() + "/replacement";
-  std::ofstream(replacement) << "replaced";
+  Write(replacement, "replaced");
   const auto prefix = NewPrefix();
   const auto other = NewPrefix();
   prefix->ReplaceProgram("notepad.exe", replacement);
@@ -64,27 +72,70 @@ TEST_F(WinePrefixes, A_program_is_replaced_in_one_only) {
   }
 }
 
+TEST_F(WinePrefixes, A_registry_value_is_set_in_one_only) {
+  const auto prefix = NewPrefix();
+  prefix->SetRegistryValue(WinePrefix::Hive::User, "Software\\Here", "Name", "\"user\"");
+  prefix->SetRegistryValue(WinePrefix::Hive::System, "Software\\Here", "Name", "\"system\"");
+  const auto other = NewPrefix();
+  for (const char* const hive : {"system.reg", "user.reg"}) {
+    EXPECT_NE(TextOf(fs::path(prefix->Folder()) / hive).find("[Software\\\\Here]"), std::string::npos)
+        << hive;
+    EXPECT_EQ(TextOf(fs::path(other->Folder()) / hive).find("Here"), std::string::npos) << hive;
+  }
+}
+
+TEST_F(WinePrefixes, Each_has_its_own_Wine_server) {
+  Write(master_ / "wineserver", "wine-of-the-master\n");
+  EXPECT_FALSE(fs::exists(NewPrefix()->Folder() + "/wineserver"));
+}
+
 TEST_F(WinePrefixes, Share_the_folders_that_no_program_changes) {
   const auto prefix = NewPrefix();
-  for (const char* const folder : {"syswow64", "winsxs"})
+  for (const char* const folder : kSharedFolders)
     EXPECT_TRUE(fs::is_symlink(prefix->Folder() + "/drive_c/windows/" + folder)) << folder;
 }
 
 TEST_F(WinePrefixes, A_changed_folder_is_not_shared) {
-  std::ofstream(shared_ / "syswow64/new.dll") << "left by a test";
-  EXPECT_THROW(NewPrefix(), LabError);
+  for (const char* const folder : kSharedFolders) {
+    ASSERT_NO_THROW(NewPrefix());
+    Write(shared_ / folder / "new.dll", "left by a test");
+    EXPECT_THROW(NewPrefix(), LabError) << folder;
+    fs::last_write_time(shared_ / folder, kUntouched);
+  }
 }
 
 TEST_F(WinePrefixes, A_missing_folder_is_reported) {
-  fs::remove_all(shared_ / "winsxs");
-  EXPECT_THROW(NewPrefix(), LabError);
+  for (const char* const folder : kSharedFolders) {
+    ASSERT_NO_THROW(NewPrefix());
+    fs::rename(shared_ / folder, shared_ / "elsewhere");
+    EXPECT_THROW(NewPrefix(), fs::filesystem_error) << folder;
+    fs::rename(shared_ / "elsewhere", shared_ / folder);
+  }
+}
+
+TEST_F(WinePrefixes, A_failed_creation_is_reported_and_leaves_no_program) {
+  fs::remove_all(master_.parent_path());
+  const fs::path wineboot = cache_.Path() + "/wineboot";
+  Write(wineboot,
+        "#!/bin/sh\nsleep 60 >/dev/null &\nuntil grep -q sleep /proc/$!/cmdline; do :; done\nexit 7\n");
+  fs::permissions(wineboot, fs::perms::owner_all);
+  const std::string path = std::getenv("PATH");
+  setenv("PATH", (cache_.Path() + ":" + path).c_str(), 1);
+  try {
+    NewPrefix();
+    ADD_FAILURE() << "no error";
+  } catch (const std::exception& error) {
+    EXPECT_STREQ(error.what(), "Creating a Wine prefix: wineboot -i failed with 7");
+  }
+  setenv("PATH", path.c_str(), 1);
+  EXPECT_TRUE(ProcessesWith("WINEPREFIX=" + master_.parent_path().string() + ".new/prefix").empty());
 }
 
 TEST_F(WinePrefixes, Their_programs_end_with_them_even_those_that_ignore_signals) {
   auto prefix = NewPrefix();
   Process::Options options;
   options.environment = prefix->Variables();
-  Process program({"sh", "-c", "trap '' INT TERM; echo ready; exec cat"}, options);
+  Process program({"sh", "-c", "trap '' INT TERM; echo ready; read line"}, options);
   ASSERT_EQ(program.ReadLine(std::chrono::seconds(60)), "ready");
   const std::string variable = "WINEPREFIX=" + prefix->Folder();
   ASSERT_EQ(ProcessesWith(variable).size(), 1U);
