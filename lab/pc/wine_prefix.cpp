@@ -235,9 +235,11 @@ void WinePrefix::ReplaceProgram(const std::string& name, const std::string& file
   for (const char* const system : {"system32", "syswow64"}) {
     const fs::path folder = WindowsFolder(folder_) / system;
     if (fs::is_symlink(folder)) {
-      const fs::path shared = fs::read_symlink(folder);
+      // Programs may be running, so the folder is not missing for longer than necessary.
+      const std::string copy = folder.string() + ".new";
+      RunOrThrow({"cp", "-al", fs::read_symlink(folder), copy});
       fs::remove(folder);
-      RunOrThrow({"cp", "-al", shared, folder});
+      fs::rename(copy, folder);
     }
     fs::remove(folder / name);  // a hard link to the master's
     fs::copy_file(file, folder / name);
