@@ -171,7 +171,7 @@ int main(int count, char** arguments) {
     for (const WindowsLanguage language : {WindowsLanguage::English, WindowsLanguage::Japanese})
       Studio(tools, language).MakeAll();
     return 0;
-  } catch (const LabError& error) {
+  } catch (const std::exception& error) {
     std::cerr << "FAIL  " << error.what() << std::endl;
     return 1;
   }

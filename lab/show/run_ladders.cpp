@@ -152,7 +152,7 @@ int main(int count, char** arguments) {
                                          : ShowAddress(shown, mode);
     if (mode != "desk") std::cout << (passed ? "\nAll checks passed." : "\nSome checks failed.") << std::endl;
     return passed ? 0 : 1;
-  } catch (const LabError& error) {
+  } catch (const std::exception& error) {
     std::cout << "\nFAIL  " << error.what() << std::endl;
     return 1;
   }

@@ -118,7 +118,7 @@ int main(int count, char** arguments) {
       throw LabError("the laboratory cannot run on this machine: " + *reason);
     MeasureAll(arguments);
     return 0;
-  } catch (const LabError& error) {
+  } catch (const std::exception& error) {
     std::cout << "FAIL  " << error.what() << std::endl;
     return 1;
   }
