@@ -44,11 +44,6 @@ WindowsPc::WindowsPc(const Options& options)
                             "\"Z:\\\\usr\\\\share\\\\wine\\\\fonts\\\\marlett.ttf\"");
 }
 
-WindowsPc::~WindowsPc() {
-  // Before the prefix: the driver ends with its input and kills the programs that it started.
-  driver_.reset();
-}
-
 void WindowsPc::Restart() {
   driver_.reset();
   prefix_->EndPrograms();

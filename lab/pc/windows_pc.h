@@ -37,9 +37,10 @@ class WindowsPc {
     bool themed = true;          ///< false: programs draw their controls without a theme
   };
 
-  /// Creates display and prefix. The driver starts with the first command. Throws LabError.
+  /// Creates display and prefix. The driver starts with the first command. Throws like WinePrefix.
   explicit WindowsPc(const Options& options);
-  ~WindowsPc();
+  WindowsPc(const WindowsPc&) = delete;
+  WindowsPc& operator=(const WindowsPc&) = delete;
 
   /// Call SetRegistryValue only before the first command.
   WinePrefix& Prefix() { return *prefix_; }
@@ -75,6 +76,7 @@ class WindowsPc {
   std::unique_ptr<OneCore> core_;
   Desktop desktop_;
   std::unique_ptr<WinePrefix> prefix_;
+  /// Declared after the prefix, so the driver ends before it, and kills the programs that it started.
   std::unique_ptr<Process> driver_;
   int unanswered_ = 0;  ///< number of commands that the driver has not answered yet
 };
