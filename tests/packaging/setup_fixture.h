@@ -105,6 +105,7 @@ class SetupTest : public WindowsTest<Suite> {
   /// Files below the folder, with their paths. A program may remove folders meanwhile.
   static std::set<std::string> FilesIn(const std::string& folder) {
     std::set<std::string> files;
+    std::string reason;
     const auto list = [&] {
       files.clear();
       if (!fs::exists(folder)) return true;
@@ -112,11 +113,12 @@ class SetupTest : public WindowsTest<Suite> {
         for (const auto& entry : fs::recursive_directory_iterator(folder))
           if (!entry.is_directory()) files.insert(entry.path().lexically_relative(folder));
         return true;
-      } catch (const fs::filesystem_error&) {
+      } catch (const fs::filesystem_error& error) {
+        reason = error.what();
         return false;
       }
     };
-    if (!WaitUntil(kSoon, list)) throw LabError("Cannot list " + folder);
+    if (!WaitUntil(kSoon, list)) throw LabError("Cannot list " + folder + ": " + reason);
     return files;
   }
 

@@ -169,7 +169,7 @@ void ExpectWholeAt(int dpi) {
     WindowsPc::Options options = PcForTests();
     options.language = language;
     options.dpi = dpi;
-    // On one of the two: with a theme, the 32-bit program takes twice the processor time.
+    // On one of the two: with a theme, these tests of the 32-bit program take twice the processor time.
     options.themed = language == WindowsLanguage::Japanese;
     WindowsPc pc(options);
     for (const char* locale : {"1033", "1041"}) {
