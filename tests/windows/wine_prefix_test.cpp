@@ -30,6 +30,23 @@ std::string TextOf(const fs::path& file) {
 
 void Write(const fs::path& file, const char* text) { std::ofstream(file) << text; }
 
+/// A shell script in place of wineboot.
+class FakeWineboot {
+ public:
+  FakeWineboot(const std::string& folder, const std::string& script) {
+    const fs::path file = folder + "/wineboot";
+    Write(file, ("#!/bin/sh\n" + script).c_str());
+    fs::permissions(file, fs::perms::owner_all);
+    setenv("PATH", (folder + ":" + path_).c_str(), 1);
+  }
+  FakeWineboot(const FakeWineboot&) = delete;
+  FakeWineboot& operator=(const FakeWineboot&) = delete;
+  ~FakeWineboot() { setenv("PATH", path_.c_str(), 1); }
+
+ private:
+  std::string path_ = std::getenv("PATH");
+};
+
 /// Prefixes of a master without Wine: the files that a copy needs, and one program in each system folder.
 class WinePrefixes : public testing::Test {
  protected:
@@ -50,6 +67,16 @@ class WinePrefixes : public testing::Test {
   std::unique_ptr<WinePrefix> NewPrefix() {
     return std::make_unique<WinePrefix>(cache_.Path(), WindowsLanguage::English, 96);
   }
+  /// Deletes the master, so that a new one is created, which fails.
+  std::string ErrorOfCreation() {
+    fs::remove_all(master_.parent_path());
+    try {
+      NewPrefix();
+      return "none";
+    } catch (const std::exception& error) {
+      return error.what();
+    }
+  }
   static std::string Notepad(const WinePrefix& prefix, const char* system) {
     return TextOf(prefix.Folder() + "/drive_c/windows/" + system + "/notepad.exe");
   }
@@ -57,6 +84,7 @@ class WinePrefixes : public testing::Test {
   TempDirectory cache_{PcForTests().cacheFolder};
   fs::path master_ = cache_.Path() + "/master-en_US.UTF-8/prefix";
   fs::path shared_ = cache_.Path() + "/master-en_US.UTF-8/shared";
+  std::string unfinished_ = cache_.Path() + "/master-en_US.UTF-8.new/prefix";
 };
 
 TEST_F(WinePrefixes, A_program_is_replaced_in_one_only) {
@@ -114,21 +142,22 @@ TEST_F(WinePrefixes, A_missing_folder_is_reported) {
 }
 
 TEST_F(WinePrefixes, A_failed_creation_is_reported_and_leaves_no_program) {
-  fs::remove_all(master_.parent_path());
-  const fs::path wineboot = cache_.Path() + "/wineboot";
-  Write(wineboot,
-        "#!/bin/sh\nsleep 60 >/dev/null &\nuntil grep -q sleep /proc/$!/cmdline; do :; done\nexit 7\n");
-  fs::permissions(wineboot, fs::perms::owner_all);
-  const std::string path = std::getenv("PATH");
-  setenv("PATH", (cache_.Path() + ":" + path).c_str(), 1);
-  try {
-    NewPrefix();
-    ADD_FAILURE() << "no error";
-  } catch (const std::exception& error) {
-    EXPECT_STREQ(error.what(), "Creating a Wine prefix: wineboot -i failed with 7");
-  }
-  setenv("PATH", path.c_str(), 1);
-  EXPECT_TRUE(ProcessesWith("WINEPREFIX=" + master_.parent_path().string() + ".new/prefix").empty());
+  const FakeWineboot wineboot(
+      cache_.Path(), "sleep 60 >/dev/null &\nuntil grep -q sleep /proc/$!/cmdline; do :; done\nexit 7\n");
+  EXPECT_EQ(ErrorOfCreation(), "Creating a Wine prefix: wineboot -i failed with 7");
+  EXPECT_TRUE(ProcessesWith("WINEPREFIX=" + unfinished_).empty());
+}
+
+TEST_F(WinePrefixes, Programs_of_an_interrupted_creation_end_before_the_next_one) {
+  Process::Options options;
+  options.environment["WINEPREFIX"] = unfinished_;
+  Process program({"sh", "-c", "echo ready; read line"}, options);
+  ASSERT_EQ(program.ReadLine(std::chrono::seconds(60)), "ready");
+  const std::string id = ProcessesWith("WINEPREFIX=" + unfinished_).at(0);
+  // A killed process has no environment, even before its parent has noticed.
+  const FakeWineboot wineboot(cache_.Path(),
+                              "grep -q WINEPREFIX /proc/" + id + "/environ && exit 1\nexit 7\n");
+  EXPECT_EQ(ErrorOfCreation(), "Creating a Wine prefix: wineboot -i failed with 7");
 }
 
 TEST_F(WinePrefixes, Their_programs_end_with_them_even_those_that_ignore_signals) {
